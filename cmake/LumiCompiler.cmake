@@ -1,0 +1,27 @@
+# SPDX-License-Identifier: MIT
+# One interface target carries every flag; nothing sets CMAKE_CXX_FLAGS.
+add_library(lumi_options INTERFACE)
+target_compile_options(lumi_options INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast
+  -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-align -Wundef -Wformat=2
+  -Wimplicit-fallthrough -Wdouble-promotion
+  $<$<CXX_COMPILER_ID:GNU>:-Wduplicated-cond;-Wlogical-op;-Wsuggest-override>
+  $<$<CXX_COMPILER_ID:Clang>:-Wthread-safety>
+  $<$<BOOL:${LUMI_WERROR}>:-Werror>)
+target_compile_definitions(lumi_options INTERFACE
+  QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_NO_FOREACH
+  QT_NO_URL_CAST_FROM_STRING QT_NO_NARROWING_CONVERSIONS_IN_CONNECT
+  QT_USE_QSTRINGBUILDER QT_DISABLE_DEPRECATED_BEFORE=0x060400
+  $<$<CONFIG:Debug>:_GLIBCXX_ASSERTIONS>)
+if(LUMI_SANITIZE)
+  target_compile_options(lumi_options INTERFACE -fsanitize=${LUMI_SANITIZE}
+    -fno-omit-frame-pointer -fno-sanitize-recover=all)
+  target_link_options(lumi_options INTERFACE -fsanitize=${LUMI_SANITIZE})
+endif()
+if(LUMI_FUZZ)
+  target_compile_options(lumi_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+if(LUMI_COVERAGE)
+  target_compile_options(lumi_options INTERFACE --coverage)
+  target_link_options(lumi_options INTERFACE --coverage)
+endif()

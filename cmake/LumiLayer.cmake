@@ -1,0 +1,44 @@
+# SPDX-License-Identifier: MIT
+# lumi_layer(<folder> LEVEL <n> [NO_WIDGETS] SOURCES ... [DEPENDS <folder> ...] [QT <module> ...]
+#            [LIBS <target> ...])
+#
+# Makes the static library lumi_<folder> ("/" becomes "_") from the folder and its own
+# subfolders that are no library. Configuration stops when a folder depends on one whose
+# floor is not lower than its own. A test reads every include of the folder and fails when
+# it names a folder that is not linked, or QtWidgets in a folder marked NO_WIDGETS.
+function(lumi_layer folder)
+  cmake_parse_arguments(A "NO_WIDGETS" "LEVEL" "SOURCES;DEPENDS;QT;LIBS" ${ARGN})
+  string(REPLACE "/" "_" name ${folder})
+  set(target lumi_${name})
+  add_library(${target} STATIC ${A_SOURCES})
+  target_include_directories(${target} PUBLIC ${PROJECT_SOURCE_DIR})
+  set_target_properties(${target} PROPERTIES LUMI_LEVEL ${A_LEVEL} AUTOMOC ON)
+  target_link_libraries(${target} PRIVATE lumi_options PUBLIC ${A_LIBS})
+  if(A_NO_WIDGETS AND "Widgets" IN_LIST A_QT)
+    message(FATAL_ERROR "${folder} is NO_WIDGETS but asks for Qt6::Widgets")
+  endif()
+  foreach(module IN LISTS A_QT)
+    target_link_libraries(${target} PUBLIC Qt6::${module})
+  endforeach()
+  set(allowed ${folder})
+  foreach(dep IN LISTS A_DEPENDS)
+    string(REPLACE "/" "_" depName ${dep})
+    if(NOT TARGET lumi_${depName})
+      message(FATAL_ERROR "${folder} depends on ${dep}, which is not below it")
+    endif()
+    get_target_property(level lumi_${depName} LUMI_LEVEL)
+    if(level GREATER_EQUAL A_LEVEL)
+      message(FATAL_ERROR "layering: ${folder} (${A_LEVEL}) must not link ${dep} (${level})")
+    endif()
+    target_link_libraries(${target} PUBLIC lumi_${depName})
+    get_target_property(inherited lumi_${depName} LUMI_ALLOWED)
+    list(APPEND allowed ${inherited})
+  endforeach()
+  list(REMOVE_DUPLICATES allowed)
+  set_target_properties(${target} PROPERTIES LUMI_ALLOWED "${allowed}")
+  if(BUILD_TESTING)
+    add_test(NAME layers.${name} COMMAND ${CMAKE_COMMAND} -DROOT=${PROJECT_SOURCE_DIR}
+      -DFOLDER=${folder} "-DALLOWED=${allowed}" -DNO_WIDGETS=${A_NO_WIDGETS}
+      -P ${PROJECT_SOURCE_DIR}/cmake/CheckIncludes.cmake)
+  endif()
+endfunction()

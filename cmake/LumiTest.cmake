@@ -1,0 +1,20 @@
+# SPDX-License-Identifier: MIT
+# lumi_test(<folder> [LIBS <target> ...] [SOURCES <file> ...])
+#
+# One executable test_<folder> from every Test<Class>.cpp of the calling folder, one ctest
+# entry <folder>.<Class> for each. Every entry runs on the offscreen platform with a
+# 640 x 480 screen, without a session bus, in a private home.
+function(lumi_test folder)
+  cmake_parse_arguments(A "" "" "LIBS;SOURCES" ${ARGN})
+  string(REPLACE "/" "_" name ${folder})
+  file(GLOB tests CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/Test*.cpp)
+  add_executable(test_${name} ${tests} ${A_SOURCES})
+  set_target_properties(test_${name} PROPERTIES AUTOMOC ON)
+  target_link_libraries(test_${name} PRIVATE lumi_options lumi_testsupport ${A_LIBS} Qt6::Test)
+  foreach(file IN LISTS tests)
+    get_filename_component(class ${file} NAME_WE)
+    add_test(NAME ${name}.${class} COMMAND test_${name} ${class})
+    set_tests_properties(${name}.${class} PROPERTIES TIMEOUT 300 ENVIRONMENT
+      "QT_QPA_PLATFORM=offscreen:configfile=${PROJECT_SOURCE_DIR}/tests/support/screen.json;DBUS_SESSION_BUS_ADDRESS=disabled:;DBUS_SYSTEM_BUS_ADDRESS=disabled:;LC_ALL=C.UTF-8")
+  endforeach()
+endfunction()
