@@ -1,0 +1,107 @@
+// SPDX-License-Identifier: MIT
+#include "app/common/FormBase.h"
+
+#include "app/common/FormEvent.h"
+
+#include <QCoreApplication>
+
+FormBase::FormBase(QWidget *mainWindow, QPEToolBar *toolBar, int formId)
+    : QWidget(mainWindow)
+    , m_mainWindow(mainWindow)
+    , m_toolBar(toolBar)
+    , m_formId(formId)
+{
+    // An explicit hide: a layout shows every child that was not hidden by name.
+    hide();
+    auto *channel = new QCopChannel(QByteArrayLiteral("QPE/Card"), this);
+    connect(channel, &QCopChannel::received, this, &FormBase::cardChannel);
+    mainWindow->installEventFilter(this);
+}
+
+void FormBase::acceptForm() { }
+
+bool FormBase::canClose()
+{
+    return m_closeAllowed;
+}
+
+void FormBase::formStarted()
+{
+    show();
+}
+
+void FormBase::mtabChanged() { }
+
+void FormBase::allowClose()
+{
+    m_closeAllowed = true;
+}
+
+void FormBase::forbidClose()
+{
+    m_closeAllowed = false;
+}
+
+void FormBase::requestForm(int formId, const QString &text)
+{
+    QCoreApplication::postEvent(m_mainWindow, new ChangeFormEvent(formId, text));
+}
+
+void FormBase::returnToPrevious()
+{
+    if (m_previousForm >= 0) {
+        requestForm(m_previousForm, QString());
+    }
+    m_previousForm = -1;
+}
+
+void FormBase::enterBusy()
+{
+    ++m_busyDepth;
+}
+
+void FormBase::leaveBusy()
+{
+    Q_ASSERT(m_busyDepth > 0);
+    if (--m_busyDepth > 0) {
+        return;
+    }
+    if (m_cardChangeNoted) {
+        // Not from here: the slot that held the guard still has its pointers in hand.
+        QMetaObject::invokeMethod(this, &FormBase::deliverCardChange, Qt::QueuedConnection);
+    }
+    Q_EMIT busyReleased();
+}
+
+void FormBase::cardChannel(const QCString &message, const QByteArray & /*data*/)
+{
+    if (message != "mtabChanged()") {
+        return;
+    }
+    if (isBusy()) {
+        m_cardChangeNoted = true;
+    } else {
+        mtabChanged();
+    }
+}
+
+void FormBase::deliverCardChange()
+{
+    // Busy again, or already delivered after an earlier release.
+    if (isBusy() || !m_cardChangeNoted) {
+        return;
+    }
+    m_cardChangeNoted = false;
+    mtabChanged();
+}
+
+bool FormBase::event(QEvent *event)
+{
+    if (event->type() == FormEvent::kType) {
+        const auto *formEvent = dynamic_cast<const FormEvent *>(event);
+        if (formEvent != nullptr && formEvent->kind() == FormEvent::FormStart) {
+            formStarted();
+        }
+    }
+    return QWidget::event(event);
+}

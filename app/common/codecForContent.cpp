@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+#include "app/common/codecForContent.h"
+
+#include "platform/toolkit/QTextCodec.h"
+
+#include <array>
+
+namespace {
+
+// In a tie the earlier one stands.
+constexpr std::array<const char *, 4> kCandidates = {"SJIS", "eucJP", "JIS", "UTF-8"};
+
+} // namespace
+
+QTextCodec *codecForContent(const char *bytes, int length)
+{
+    QTextCodec *best = nullptr;
+    int bestScore = 0;
+    for (const char *name : kCandidates) {
+        QTextCodec *codec = QTextCodec::codecForName(name);
+        const int score = codec->heuristicContentMatch(bytes, length);
+        if (score > bestScore) {
+            best = codec;
+            bestScore = score;
+        }
+    }
+    return best;
+}

@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+#include "app/common/getText.h"
+
+#include <QDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPointer>
+#include <QVBoxLayout>
+
+namespace {
+
+constexpr int kMargin = 4;
+constexpr int kLineWidth = 400;
+
+QLineEdit *addLine(QDialog *dialog, const QString &label)
+{
+    auto *layout = new QVBoxLayout(dialog);
+    layout->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+    layout->setSpacing(kMargin);
+    auto *text = new QLabel(dialog);
+    text->setTextFormat(Qt::PlainText);
+    text->setText(label);
+    auto *line = new QLineEdit(dialog);
+    line->setMinimumWidth(kLineWidth);
+    layout->addWidget(text);
+    layout->addWidget(line);
+    QObject::connect(line, &QLineEdit::returnPressed, dialog, &QDialog::accept);
+    return line;
+}
+
+} // namespace
+
+QString getText(QWidget *parent, const QString &caption, const QString &label,
+                const QString &initial, int maxLength)
+{
+    const QPointer<QDialog> dialog(new QDialog(parent)); // the parent may go while it is up
+    dialog->setModal(true);
+    dialog->setWindowTitle(caption);
+    QLineEdit *line = addLine(dialog, label);
+    if (maxLength > 0) {
+        line->setMaxLength(maxLength);
+    }
+    if (!initial.isEmpty()) {
+        line->setText(initial);
+        line->selectAll();
+    }
+    line->setFocus();
+    const bool accepted = dialog->exec() == QDialog::Accepted;
+    const QString text = accepted && dialog ? line->text() : QString();
+    delete dialog;
+    return text;
+}

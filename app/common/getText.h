@@ -1,0 +1,11 @@
+// SPDX-License-Identifier: MIT
+// A modal dialog that asks for one line of text.
+#pragma once
+
+class QString;
+class QWidget;
+
+/// @param maxLength in characters; no limit if 0 or less
+/// Returns the line, which may be empty but is not null then; a null string on cancel.
+[[nodiscard]] QString getText(QWidget *parent, const QString &caption, const QString &label,
+                              const QString &initial, int maxLength);

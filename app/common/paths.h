@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: MIT
+// Removing a file or a tree, and finding a name that is free.
+#pragma once
+
+#include <QString>
+
+/// Removes a file, or with `recursive` a folder with all it holds; links are removed, never
+/// followed. Failures inside a folder don't stop the walk: the result is that of removing
+/// the emptied folder itself.
+[[nodiscard]] bool removePath(const QString &path, bool recursive);
+
+/// The path itself if it is free, otherwise the path with a number from 1 on. The number is
+/// printed with `format` (one int conversion) and stands before the last `separator` of the
+/// whole path, or at the end if the separator is null or doesn't occur. After 65535 tries
+/// the last candidate comes back even though it is taken: the caller must fail on it and
+/// must not remove it.
+[[nodiscard]] QString uniquePath(const QString &path, const char *format, QChar separator);

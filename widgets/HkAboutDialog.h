@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: MIT
+// The version dialog. It holds the keyboard while it is up, and shows the build information
+// only to those who press Shift and Down.
+#pragma once
+
+#include "widgets/HkAboutDialogBase.h"
+
+class HkAboutDialog : public HkAboutDialogBase
+{
+    Q_OBJECT
+
+public:
+    HkAboutDialog(const QString &appNameText, const QString &versionText,
+                  const QString &copyrightText, const QString &buildInfoText, QWidget *parent);
+
+    void setVisible(bool visible) override;
+
+public Q_SLOTS:
+    void slotDone();
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+};

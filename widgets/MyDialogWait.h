@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: MIT
+// The dialog that is seen while the program works. It can't be dismissed by the user: neither
+// Escape nor the window manager closes it, only the caller or its time limit.
+#pragma once
+
+#include <QDialog>
+
+class MyDialogWait : public QDialog
+{
+    Q_OBJECT
+
+public:
+    /// @param buttonText a null string for a dialog without a button
+    MyDialogWait(QWidget *parent, const QString &text, const QString &buttonText = QString());
+    ~MyDialogWait() override;
+
+    /// Shows the dialog and runs events until it is painted, so that other slots can run
+    /// before this returns. @param ms after which it goes by itself; 0 or less for no limit
+    void start(int ms);
+
+Q_SIGNALS:
+    void btn_clicked();
+
+public Q_SLOTS:
+    void slot_timeout();
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+    void closeEvent(QCloseEvent *event) override;
+};

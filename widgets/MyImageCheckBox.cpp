@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+#include "widgets/MyImageCheckBox.h"
+
+#include <QPainter>
+
+MyImageCheckBox::MyImageCheckBox(const QPixmap &checked, const QPixmap &unchecked, QWidget *parent)
+    : QCheckBox(parent)
+    , m_checked(checked)
+    , m_unchecked(unchecked)
+{
+    setFocusPolicy(Qt::NoFocus);
+    setFixedSize(sizeHint());
+}
+
+QSize MyImageCheckBox::sizeHint() const
+{
+    return m_checked.deviceIndependentSize().toSize();
+}
+
+bool MyImageCheckBox::hitButton(const QPoint &position) const
+{
+    return rect().contains(position);
+}
+
+void MyImageCheckBox::paintEvent(QPaintEvent * /*event*/)
+{
+    QPainter(this).drawPixmap(0, 0, checkState() == Qt::Unchecked ? m_unchecked : m_checked);
+}

@@ -1,0 +1,178 @@
+// SPDX-License-Identifier: MIT
+#include "widgets/MyLeftWidget.h"
+
+#include "platform/Resource.h"
+#include "widgets/MyImageButton.h"
+#include "widgets/focusPainters.h"
+
+#include <QCoreApplication>
+#include <QPainter>
+
+namespace {
+
+constexpr int kPictureStates = 4;
+
+using Slot = void (MyLeftWidget::*)();
+
+struct ButtonRow
+{
+    QPoint position;
+    std::array<const char *, kPictureStates> pictures; ///< normal, pressed, on, on and pressed
+    Slot slot;
+};
+
+// The slideshow and the way back are actions, not modes: "on" looks like "off".
+constexpr std::array<ButtonRow, MyLeftWidget::AllButtons> kButtons = {{
+    {{7, 10},
+     {"look_a", "look_a_push", "look_a_on", "look_a_push_on"},
+     &MyLeftWidget::btn_thumbnailLarge_clicked},
+    {{7, 75},
+     {"look_b", "look_b_push", "look_b_on", "look_b_push_on"},
+     &MyLeftWidget::btn_thumbnailSmall_clicked},
+    {{7, 140},
+     {"look_c", "look_c_push", "look_c_on", "look_c_push_on"},
+     &MyLeftWidget::btn_detail_clicked},
+    {{7, 205},
+     {"look_d", "look_d_push", "look_d", "look_d_push"},
+     &MyLeftWidget::btn_slideshow_clicked},
+    {{7, 307},
+     {"goto_top", "goto_top_push", "goto_top", "goto_top_push"},
+     &MyLeftWidget::btn_top_clicked},
+}};
+
+/// The pictures of all columns, loaded by the first one.
+struct SharedPictures
+{
+    std::array<std::array<QPixmap, kPictureStates>, MyLeftWidget::AllButtons> buttons;
+    QPixmap background;
+    bool loaded = false;
+};
+
+SharedPictures &pictureStore()
+{
+    static SharedPictures store;
+    return store;
+}
+
+QPixmap load(const char *name)
+{
+    return Resource::loadPixmap(QStringLiteral("lumivault/") + QLatin1String(name));
+}
+
+void releasePictures()
+{
+    pictureStore() = SharedPictures();
+}
+
+const SharedPictures &sharedPictures()
+{
+    SharedPictures &store = pictureStore();
+    if (store.loaded) {
+        return store;
+    }
+    for (std::size_t i = 0; i < kButtons.size(); ++i) {
+        for (std::size_t state = 0; state < kPictureStates; ++state) {
+            store.buttons.at(i).at(state) = load(kButtons.at(i).pictures.at(state));
+        }
+    }
+    store.background = load("bg_left");
+    store.loaded = true;
+    // No pixmap may outlive the application object.
+    qAddPostRoutine(releasePictures);
+    return store;
+}
+
+} // namespace
+
+MyLeftWidget::MyLeftWidget(QWidget *parent)
+    : QWidget(parent)
+    , m_background(sharedPictures().background)
+{
+    for (std::size_t i = 0; i < kButtons.size(); ++i) {
+        const auto &pictures = sharedPictures().buttons.at(i);
+        auto *button = new MyImageButton(this, lumi::paintThreeRectangles);
+        button->setNormalPixmap(pictures[0]);
+        button->setPressedPixmap(pictures[1]);
+        button->setOnPixmap(pictures[2]);
+        button->setOnPressedPixmap(pictures[3]);
+        button->move(kButtons.at(i).position);
+        connect(button, &MyImageButton::clicked, this, kButtons.at(i).slot);
+        m_buttons.at(i) = button;
+    }
+    const QSize size = m_background.deviceIndependentSize().toSize();
+    setMaximumSize(size);
+    setMinimumSize(size);
+}
+
+template <typename Operation> void MyLeftWidget::forButtons(int index, Operation operation)
+{
+    for (int i = 0; i < AllButtons; ++i) {
+        if (index == i || index == AllButtons) {
+            operation(button(i));
+        }
+    }
+}
+
+void MyLeftWidget::showButton(int index)
+{
+    forButtons(index, [](MyImageButton *button) {
+        button->show();
+    });
+}
+
+void MyLeftWidget::hideButton(int index)
+{
+    forButtons(index, [](MyImageButton *button) {
+        button->hide();
+    });
+}
+
+void MyLeftWidget::setButtonEnabled(int index, bool enabled)
+{
+    forButtons(index, [enabled](MyImageButton *button) {
+        button->setEnabled(enabled);
+    });
+}
+
+void MyLeftWidget::setButtonOn(int index, bool on)
+{
+    forButtons(index, [on](MyImageButton *button) {
+        button->setOn(on);
+    });
+}
+
+MyImageButton *MyLeftWidget::button(int index) const
+{
+    const bool known = index >= 0 && index < AllButtons;
+    return known ? m_buttons.at(static_cast<std::size_t>(index)) : nullptr;
+}
+
+void MyLeftWidget::btn_top_clicked()
+{
+    Q_EMIT btn_clicked(Top);
+}
+
+void MyLeftWidget::btn_thumbnailLarge_clicked()
+{
+    Q_EMIT btn_clicked(ThumbnailLarge);
+}
+
+void MyLeftWidget::btn_thumbnailSmall_clicked()
+{
+    Q_EMIT btn_clicked(ThumbnailSmall);
+}
+
+void MyLeftWidget::btn_detail_clicked()
+{
+    Q_EMIT btn_clicked(Detail);
+}
+
+void MyLeftWidget::btn_slideshow_clicked()
+{
+    Q_EMIT btn_clicked(Slideshow);
+}
+
+void MyLeftWidget::paintEvent(QPaintEvent * /*event*/)
+{
+    QPainter(this).drawPixmap(0, 0, m_background);
+}

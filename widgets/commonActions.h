@@ -1,0 +1,11 @@
+// SPDX-License-Identifier: MIT
+// What the menus of all forms have in common.
+#pragma once
+
+class QWidget;
+
+/// Shows the help pages for this window.
+void showHelp(QWidget *window);
+
+/// Shows the version dialog over this window and waits until it is closed.
+void showVersion(QWidget *window);
