@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+// Reads the index records from the bytes of an index file, which may be cut or damaged. It
+// touches no file, so the diagnostic tool and the fuzzer use it as the store does. Every
+// length is checked against the bytes that are left. After the first field that is short or
+// absurd all further reads fail; the records read before it stand.
+#pragma once
+
+#include "swap/indexRecords.h"
+
+#include <QByteArray>
+
+namespace lumi {
+
+class IndexReader
+{
+public:
+    /// An index has a few hundred bytes a block; of a larger file only so much is read.
+    static constexpr qint64 kMaxBytes = qint64(64) * 1024 * 1024;
+
+    /// The bytes are shared with the caller's array.
+    explicit IndexReader(const QByteArray &bytes);
+
+    /// Each of the three gives false, with the record unchanged, when the record is not whole
+    /// or holds an absurd field. A negative count is absurd; a count that is too large for the
+    /// bytes left only means that one of the next reads fails.
+    [[nodiscard]] bool readHeader(IndexHeader &header);
+    [[nodiscard]] bool readControl(ControlRecord &control);
+    [[nodiscard]] bool readBlock(BlockRecord &block);
+
+    /// True once a read has failed.
+    [[nodiscard]] bool failed() const { return m_failed; }
+
+private:
+    [[nodiscard]] qsizetype left() const { return m_bytes.size() - m_position; }
+
+    std::int32_t readInt();
+    std::int32_t readCount();
+    QString readText();
+
+    QByteArray m_bytes;
+    qsizetype m_position = 0;
+    bool m_failed = false;
+};
+
+} // namespace lumi

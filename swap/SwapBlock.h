@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: MIT
+// One cached thing: a file in the swap folder and its bookkeeping record. A block is only
+// believed while neither its source file nor its swap file has a new time. Its key, within
+// its control, is source name, param and kind. Destruction never touches the swap file.
+// Format: the swap file is a plain JPEG in the image form, the raw bytes in the buffer form.
+#pragma once
+
+#include "swap/indexRecords.h"
+#include "swap/stSwap.h"
+
+#include <QDateTime>
+#include <QString>
+
+namespace lumi {
+class IndexReader;
+class SwapPlace;
+} // namespace lumi
+
+class SwapBlock
+{
+public:
+    /// A new, still invalid block, to be filled by bWrite().
+    SwapBlock(const QString &sourceName, const QString &swapPath, int param, signed char kind);
+
+    /// Reads a block record. The block is valid if the source file, in the folder of its
+    /// control, and the swap file both exist. The swap file of a vanished source is removed,
+    /// if it is one of the place. After a failed read the index says so and the block is
+    /// invalid.
+    SwapBlock(lumi::IndexReader &index, const QString &folder, const lumi::SwapPlace &place);
+
+    /// Called once, right after construction. False, with the block invalid, if there is too
+    /// little room on the disk or the file can't be written; a broken file is removed.
+    [[nodiscard]] bool bWrite(stSwap &swap, QDateTime sourceTime);
+
+    /// The time is the present one of the source file. False on a miss.
+    [[nodiscard]] bool bRead(stSwap &swap, QDateTime sourceTime);
+
+    /// What the index stores; validity is not stored.
+    [[nodiscard]] lumi::BlockRecord record() const;
+
+    [[nodiscard]] bool hasKey(const QString &name, int param, signed char kind) const
+    {
+        return m_param == param && m_kind == kind && m_sourceName == name;
+    }
+
+    [[nodiscard]] const QString &sourceName() const { return m_sourceName; }
+
+    [[nodiscard]] const QString &swapPath() const { return m_swapPath; }
+
+    /// The size that bSetSize() attached, -1 before.
+    [[nodiscard]] int width() const { return m_width; }
+
+    [[nodiscard]] int height() const { return m_height; }
+
+    void setSize(int width, int height);
+
+    [[nodiscard]] bool isValid() const { return m_valid; }
+
+    void invalidate() { m_valid = false; }
+
+    [[nodiscard]] signed char kind() const { return m_kind; }
+
+private:
+    bool writeImage(const QImage &image);
+    bool writeBuffer(const stSwap &swap);
+    bool readBuffer(stSwap &swap) const;
+
+    QString m_sourceName;
+    QString m_swapPath;
+    int m_width = -1;
+    int m_height = -1;
+    QDateTime m_sourceTime;
+    QDateTime m_swapTime;
+    bool m_valid = false;
+    int m_param = 0;
+    signed char m_kind = 0;
+};

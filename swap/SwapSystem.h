@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: MIT
+// The swap store: a cache of thumbnails on disk that survives between runs. It owns the swap
+// folder and one control per photo folder, and loads and saves the index. A run marker in the
+// folder stands from start to clean end; a start that finds one empties the store, since
+// neither index nor swap files can then be trusted. Failures never reach the user, the
+// thumbnail is just made again. Construction and clear() change the working directory, into
+// whose control blocks go when no control is current.
+// Owns: the controls and, through them, the blocks.
+#pragma once
+
+#include "platform/toolkit/PtrList.h"
+#include "swap/SwapControl.h"
+#include "swap/SwapPlace.h"
+
+#include <QByteArray>
+#include <QDir>
+#include <QString>
+
+class QImage;
+class QSize;
+
+class SwapSystem : public QDir
+{
+public:
+    /// The folder, in the encoding of the file system, absolute, is made if it is missing.
+    /// May show a message box.
+    SwapSystem(const QByteArray &folder, const QString &extension);
+
+    /// Writes the index.
+    ~SwapSystem();
+
+    SwapSystem(const SwapSystem &) = delete;
+    SwapSystem &operator=(const SwapSystem &) = delete;
+
+    // NOLINTBEGIN(readability-identifier-naming): the names are given
+    void InitRead();
+    void InitWrite();
+
+    /// Makes the control of this folder current, and creates it at need with this id, or the
+    /// lowest free one for -1. No control is current after an empty folder.
+    void SetCurrent(const QString &folder, int id);
+
+    /// Deletes the swap files and all blocks; a current folder stays current. Index and run
+    /// marker stay.
+    void Clear();
+    // NOLINTEND(readability-identifier-naming)
+
+    /// All of these work on the current control, and on that of the working directory if there
+    /// is none. The name is that of the source file, without folder.
+    [[nodiscard]] bool bAppend(const QString &name, QImage *image, int param, char kind);
+    [[nodiscard]] bool bAppend(const QString &name, unsigned char *buf, int size, int param);
+    [[nodiscard]] bool bLoad(const QString &name, QImage *image, int param, char kind);
+
+    /// In size goes the room in the buffer, out comes the number of bytes read.
+    [[nodiscard]] bool bLoad(const QString &name, unsigned char *buf, int *size, int param);
+    [[nodiscard]] bool bGetSize(const QString &name, QSize *size);
+    [[nodiscard]] bool bSetSize(const QString &name, const QSize *size);
+
+    /// Removes the folder's control, then a file (not a folder) of the folder's name; the
+    /// result is that of the latter.
+    [[nodiscard]] bool bRemoveControl(const QString &folder);
+
+    /// Null when none is current.
+    [[nodiscard]] const SwapControl *current() const { return m_current; }
+
+    /// For looking at the store without moving its cursor.
+    [[nodiscard]] const PtrList<SwapControl> &controls() const { return m_controls; }
+
+private:
+    [[nodiscard]] lumi::SwapPlace place() const { return {m_swapFolder, m_extension}; }
+
+    [[nodiscard]] QString indexPath() const;
+    [[nodiscard]] QString markerPath() const;
+    [[nodiscard]] int lowestFreeId() const;
+    [[nodiscard]] int currentPosition() const;
+    [[nodiscard]] int countKind(signed char kind);
+
+    void enterFolder();
+    bool readControl(lumi::IndexReader &index);
+    void removeControl(const SwapControl *control);
+    void clearFiles();
+    void trim(signed char kind, int target);
+    void trimCurrent(signed char kind);
+    bool needCurrent(const char *caller);
+    bool append(const QString &name, const QString &swapPath, stSwap &swap);
+    bool load(const QString &name, stSwap &swap);
+
+    static constexpr int kWorkAreaBytes = 131072;
+
+    QString m_extension;
+    QString m_swapFolder;
+    char m_workArea[kWorkAreaBytes];
+    PtrList<SwapControl> m_controls;
+    SwapControl *m_current = nullptr;
+};

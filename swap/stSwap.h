@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: MIT
+// The transfer descriptor by which every block operation is given its payload. A non-null
+// image selects the image form, otherwise the buffer form is meant.
+#pragma once
+
+class QImage;
+
+// NOLINTNEXTLINE(readability-identifier-naming): the name is given
+struct stSwap
+{
+    QImage *image = nullptr;      ///< lent; source of a write, destination of a read
+    unsigned char *buf = nullptr; ///< lent; used only if image is null
+    int size = 0;                 ///< bytes of buf; after a read the number of bytes read
+    int param = 0;        ///< the caller's discriminator, part of a block's key (the wanted width)
+    signed char kind = 0; ///< 'l', 's' or 'd'; 0 in the buffer form
+};
