@@ -1,0 +1,172 @@
+// SPDX-License-Identifier: MIT
+#include "platform/Machine.h"
+
+#include "platform/MachineProfile.h"
+#include "platform/diskFigures.h"
+#include "platform/memoryTable.h"
+#include "platform/powerSupply.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QStandardPaths>
+
+#include <cstdlib>
+
+namespace {
+
+using Key = lumi::MachineProfile::Key;
+
+/// What a shell gives for a program that isn't there, and for one that may not be run.
+constexpr int kProgramMissing = 127 << 8;
+constexpr int kProgramRefused = 126 << 8;
+constexpr qint64 kMaxMemoryText = 64 * 1024;
+constexpr int kShallowDepth = 16;
+constexpr int kDeepDepth = 32;
+
+std::unique_ptr<Machine> &installed()
+{
+    static std::unique_ptr<Machine> machine;
+    return machine;
+}
+
+/// Makes the folder with the marker of an empty slot; false if it can't be made.
+bool makeStandIn(const QString &folder)
+{
+    QFile marker(folder + QLatin1String("/NotAvailable"));
+    return QDir().mkpath(folder)
+        && (marker.exists() || marker.open(QIODevice::WriteOnly | QIODevice::NewOnly));
+}
+
+QString standInName(Slot slot)
+{
+    return slot == Slot::CF ? QStringLiteral("/cf") : QStringLiteral("/card");
+}
+
+QString shellQuoted(QString path)
+{
+    return QLatin1Char('\'') + path.replace(QLatin1Char('\''), QLatin1String("'\\''"))
+        + QLatin1Char('\'');
+}
+
+} // namespace
+
+Machine::Machine() = default;
+Machine::~Machine() = default;
+
+Machine &Machine::instance()
+{
+    if (installed() == nullptr) {
+        installed() = std::make_unique<Machine>();
+    }
+    return *installed();
+}
+
+void Machine::install(Machine *machine)
+{
+    installed().reset(machine);
+}
+
+const lumi::MachineProfile &Machine::profile() const
+{
+    if (m_profile == nullptr) {
+        m_profile = std::make_unique<lumi::MachineProfile>();
+    }
+    return *m_profile;
+}
+
+QString Machine::configuredMountPoint(Slot slot) const
+{
+    return profile().path(slot == Slot::CF ? Key::MountCF : Key::MountSD);
+}
+
+QString Machine::mountPoint(Slot slot) const
+{
+    const QString folder = configuredMountPoint(slot);
+    return !folder.isEmpty() && QFileInfo::exists(folder) ? folder : standIn(slot);
+}
+
+QString Machine::standIn(Slot slot) const
+{
+    const QString runtime = qEnvironmentVariable("XDG_RUNTIME_DIR");
+    const QString shared = runtime + QLatin1String("/lumivault") + standInName(slot);
+    if (!runtime.isEmpty() && makeStandIn(shared)) {
+        return shared;
+    }
+    if (m_standIns == nullptr) {
+        m_standIns = std::make_unique<QTemporaryDir>();
+    }
+    const QString own = m_standIns->path() + standInName(slot);
+    return m_standIns->isValid() && makeStandIn(own) ? own : configuredMountPoint(slot);
+}
+
+QString Machine::mountTable() const
+{
+    return profile().path(Key::MountTable);
+}
+
+QByteArray Machine::memInfo() const
+{
+    QFile file(profile().path(Key::MemoryFile));
+    return file.open(QIODevice::ReadOnly) ? lumi::memoryTable(file.read(kMaxMemoryText))
+                                          : QByteArray();
+}
+
+DiskFigures Machine::disk(const QByteArray &path) const
+{
+    QFile file(profile().path(Key::DiskFigures));
+    if (!path.isNull() && !file.fileName().isEmpty() && file.open(QIODevice::ReadOnly)) {
+        const std::optional<DiskFigures> figures = lumi::findDiskFigures(file.readAll(), path);
+        if (figures) {
+            return *figures;
+        }
+    }
+    return lumi::statDisk(path);
+}
+
+PowerStatus Machine::power() const
+{
+    return lumi::readPowerSupply(profile().path(Key::PowerDir));
+}
+
+int Machine::hinge() const
+{
+    const QString program = profile().path(Key::HingeProgram);
+    const QFileInfo info(program);
+    // The shell would complain on the program's error output at each key press.
+    if (program.isEmpty() || !info.isFile()) {
+        return kProgramMissing;
+    }
+    if (!info.isExecutable()) {
+        return kProgramRefused;
+    }
+    // NOLINTNEXTLINE(bugprone-command-processor,cert-env33-c): the result is that of system()
+    return std::system(QFile::encodeName(shellQuoted(program)).constData());
+}
+
+int Machine::keyDevice() const
+{
+    return profile().number(Key::KeyboardDevice);
+}
+
+int Machine::deviceKey(int key, Qt::KeyboardModifiers modifiers) const
+{
+    return profile().deviceKey(key, modifiers);
+}
+
+int Machine::panelDepth() const
+{
+    return profile().number(Key::PanelDepth) == kShallowDepth ? kShallowDepth : kDeepDepth;
+}
+
+QString Machine::resourceDir() const
+{
+    return profile().path(Key::ResourcePath);
+}
+
+QString Machine::settingsFile(const QString &name) const
+{
+    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation)
+        + QLatin1String("/lumivault/") + name + QLatin1String(".conf");
+}

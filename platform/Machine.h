@@ -1,0 +1,103 @@
+// SPDX-License-Identifier: MIT
+// The one seam between the program and the machine below it: where cards are mounted, how
+// much memory and disk is free, how the battery stands, which way the hinge is turned.
+// Nobody else asks the system for these. The values come from a profile file, so that one
+// binary runs on a handheld, on a desktop and in a test; see MachineProfile.h for the keys.
+// Owns: the profile, and the stand-in folders of mount points that don't exist.
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QTemporaryDir>
+#include <Qt>
+
+#include <memory>
+
+namespace lumi {
+class MachineProfile;
+}
+
+enum class Slot { CF, SD };
+
+/// State of the power supply at one moment.
+class PowerStatus
+{
+public:
+    enum ACStatus { Offline, Backup, Online };
+
+    PowerStatus() = default;
+
+    PowerStatus(ACStatus ac, int percent)
+        : m_acStatus(ac)
+        , m_batteryPercentRemaining(percent)
+    { }
+
+    [[nodiscard]] ACStatus acStatus() const { return m_acStatus; }
+
+    /// 0 to 100; 100 on a machine without a battery.
+    [[nodiscard]] int batteryPercentRemaining() const { return m_batteryPercentRemaining; }
+
+    friend bool operator==(const PowerStatus &, const PowerStatus &) = default;
+
+private:
+    ACStatus m_acStatus = Online;
+    int m_batteryPercentRemaining = 100;
+};
+
+/// What statfs tells about one file system. The counts are in blocks of blockSize bytes.
+struct DiskFigures
+{
+    qint64 blockSize = 0;
+    qint64 blocks = 0;
+    qint64 available = 0; ///< for an ordinary user
+    bool ok = false;
+};
+
+class Machine
+{
+public:
+    Machine();
+    virtual ~Machine();
+    Machine(const Machine &) = delete;
+    Machine &operator=(const Machine &) = delete;
+
+    /// The installed machine; made from the profile at first use.
+    static Machine &instance();
+    /// Replaces the machine and takes ownership; null goes back to a fresh one from the profile.
+    static void install(Machine *machine);
+
+    /// Folder of a card, without a closing "/". A mount point that doesn't exist is served by
+    /// a private stand-in folder that holds the marker "NotAvailable", so that the slot reads
+    /// as empty; the mount point itself comes back as soon as it exists.
+    virtual QString mountPoint(Slot slot) const;
+    /// The mount point of the profile, existing or not.
+    virtual QString configuredMountPoint(Slot slot) const;
+    /// File whose exceptional condition tells that a mount came or went.
+    virtual QString mountTable() const;
+    /// Memory figures in table form: a heading, then "Mem:" with total, used, free, shared,
+    /// buffers and cached in bytes. Empty if the file can't be read.
+    virtual QByteArray memInfo() const;
+    /// `path` in the file system's encoding.
+    virtual DiskFigures disk(const QByteArray &path) const;
+    virtual PowerStatus power() const;
+    /// Result of the hinge program as system() gives it; 0 for the normal position.
+    virtual int hinge() const;
+    /// 0 for the usual keyboard, 1 for the handheld's.
+    virtual int keyDevice() const;
+    /// Code of the device key (0x2010 and so on) that a key of an ordinary keyboard stands
+    /// for, or 0 if it stands for itself.
+    virtual int deviceKey(int key, Qt::KeyboardModifiers modifiers) const;
+    /// Bits of a pixel of the panel: 16 or 32.
+    virtual int panelDepth() const;
+    /// Folder of pixmaps/ and help/.
+    virtual QString resourceDir() const;
+    /// Path of the settings file of a name; the folder need not exist yet.
+    virtual QString settingsFile(const QString &name) const;
+
+private:
+    const lumi::MachineProfile &profile() const;
+    QString standIn(Slot slot) const;
+
+    mutable std::unique_ptr<lumi::MachineProfile> m_profile;
+    mutable std::unique_ptr<QTemporaryDir> m_standIns;
+};

@@ -1,0 +1,166 @@
+// SPDX-License-Identifier: MIT
+#include "platform/QPEApplication.h"
+
+#include "platform/Machine.h"
+
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QLayout>
+#include <QScreen>
+#include <QTimer>
+#include <QWidget>
+#include <QWindow>
+
+namespace {
+
+constexpr QSize kPanelSize(640, 480);
+/// Wider screens are desktops: there the window stays as big as the handheld's panel.
+constexpr int kWidestPanel = 800;
+/// A window manager needs this long to settle a new window's size, at the most.
+constexpr int kSettleMs = 500;
+/// A size that has not changed for so long is final.
+constexpr int kSteadyMs = 30;
+
+int heldCount = 0;
+QSize heldSize;
+
+bool isWayland()
+{
+    return QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
+}
+
+bool isExposed(const QWidget *widget)
+{
+    const QWindow *window = widget->window()->windowHandle();
+    return window != nullptr && window->isExposed();
+}
+
+/// Waits for any event but the user's, at most until `timer` has run for `ms`.
+void waitForEvent(const QElapsedTimer &timer, int ms)
+{
+    const qint64 left = ms - timer.elapsed();
+    if (left <= 0) {
+        return;
+    }
+    QTimer wake;
+    wake.setSingleShot(true);
+    wake.start(static_cast<int>(left));
+    QEventLoop().processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::WaitForMoreEvents);
+}
+
+/// Returns when the window is on the screen and its size no longer changes.
+void settle(QWidget *widget)
+{
+    const QPointer<QWidget> alive(widget);
+    QElapsedTimer total;
+    QElapsedTimer steady;
+    total.start();
+    steady.start();
+    QSize size = widget->size();
+    while (alive && total.elapsed() < kSettleMs
+           && (!isExposed(widget) || steady.elapsed() < kSteadyMs)) {
+        waitForEvent(steady, isExposed(widget) ? kSteadyMs : kSettleMs);
+        if (alive && widget->size() != size) {
+            size = widget->size();
+            steady.restart();
+        }
+    }
+    if (alive && widget->layout() != nullptr) {
+        widget->layout()->activate();
+    }
+}
+
+} // namespace
+
+struct QPEApplication::Agents
+{
+};
+
+QPEApplication::QPEApplication(int &argc, char **argv, Type /*type*/)
+    : QApplication(argc, argv)
+{
+    setAttribute(Qt::AA_DontUseNativeDialogs);
+    setAttribute(Qt::AA_DontUseNativeMenuBar);
+}
+
+QPEApplication::~QPEApplication() = default;
+
+void QPEApplication::showMainWidget(QWidget *widget, bool noMaximize)
+{
+    m_mainWidget = widget;
+    widget->resize(kPanelSize);
+    const QSize room = widget->screen()->availableSize();
+    // A compositor may kill a client whose maximized window cannot shrink to the screen.
+    const bool fits = !isWayland()
+        || room == room.expandedTo(widget->minimumSizeHint().expandedTo(widget->minimumSize()));
+    if (noMaximize || room.width() > kWidestPanel || !fits) {
+        widget->show();
+    } else {
+        showMaximizedNow(widget);
+    }
+}
+
+int QPEApplication::keyDevice() const
+{
+    return Machine::instance().keyDevice();
+}
+
+bool QPEApplication::notify(QObject *receiver, QEvent *event)
+{
+    return QApplication::notify(receiver, event);
+}
+
+void QPEApplication::waitPainted(QWidget *widget, int ms)
+{
+    const QPointer<QWidget> alive(widget);
+    QElapsedTimer timer;
+    timer.start();
+    while (alive && widget->isVisible() && !isExposed(widget) && timer.elapsed() < ms) {
+        waitForEvent(timer, ms);
+    }
+    if (alive && widget->isVisible()) {
+        widget->window()->repaint();
+    }
+}
+
+void QPEApplication::showMaximizedNow(QWidget *widget)
+{
+    // Without a window manager nobody else gives the window its size.
+    if (!isWayland()) {
+        widget->setGeometry(widget->screen()->availableGeometry());
+    }
+    widget->showMaximized();
+    settle(widget);
+}
+
+void QPEApplication::showFullScreenNow(QWidget *widget)
+{
+    if (!isWayland()) {
+        widget->setGeometry(widget->screen()->geometry());
+    }
+    widget->showFullScreen();
+    settle(widget);
+}
+
+QSize QPEApplication::desktopSize()
+{
+    if (heldCount > 0) {
+        return heldSize;
+    }
+    const auto *app = qobject_cast<QPEApplication *>(QCoreApplication::instance());
+    const QWidget *window = app != nullptr ? app->m_mainWidget.data() : nullptr;
+    const QScreen *screen = window != nullptr ? window->screen() : QGuiApplication::primaryScreen();
+    return screen != nullptr ? screen->size() : kPanelSize;
+}
+
+void QPEApplication::holdDesktopSize()
+{
+    heldSize = desktopSize();
+    ++heldCount;
+}
+
+void QPEApplication::releaseDesktopSize()
+{
+    Q_ASSERT(heldCount > 0);
+    --heldCount;
+}

@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: MIT
+// The application object of the handheld: shows the main window in the way the screen asks
+// for, turns keys of an ordinary keyboard into the device's keys, and starts the agents that
+// watch cards, battery, screen saver and foreground. Every agent is optional: without bus,
+// battery or card slots the program runs on silently.
+// Owns: the agents.
+#pragma once
+
+#include <QApplication>
+#include <QPointer>
+#include <QSize>
+
+#include <memory>
+
+class QPEApplication : public QApplication
+{
+    Q_OBJECT
+
+public:
+    enum Type { GuiClient };
+
+    QPEApplication(
+        int &argc, char **argv,
+        Type type
+        = GuiClient); // NOLINT(google-explicit-constructor): the arguments go in as main has them
+    ~QPEApplication() override;
+
+    /// Shows the main window: maximized on a small screen, else 640 x 480 (also with
+    /// noMaximize). The widget stays the caller's.
+    void showMainWidget(QWidget *widget, bool noMaximize = false);
+    /// Kind of keyboard, see Machine::keyDevice().
+    [[nodiscard]] int keyDevice() const;
+    bool notify(QObject *receiver, QEvent *event) override;
+
+    /// Runs the event loop until the window is on the screen, at most `ms` milliseconds, then
+    /// paints it; for a window that is shown just before long work.
+    static void waitPainted(QWidget *widget, int ms);
+    /// Shows a window maximized and returns when its size, and its layout's, are final.
+    static void showMaximizedNow(QWidget *widget);
+    /// The same for the whole screen.
+    static void showFullScreenNow(QWidget *widget);
+    /// Size of the screen of the main window in logical pixels. Everybody who needs the
+    /// desktop's size asks here: the frame buffer is allocated from it.
+    static QSize desktopSize();
+    /// While held, desktopSize() keeps its answer even if the screen changes. Calls nest.
+    static void holdDesktopSize();
+    static void releaseDesktopSize();
+
+private:
+    struct Agents;
+    bool translateKey(QObject *receiver, QEvent *event);
+
+    QPointer<QWidget> m_mainWidget;
+    std::unique_ptr<Agents> m_agents;
+};

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+#include "platform/QPEDecoration.h"
+
+#include "platform/Machine.h"
+#include "platform/QPEApplication.h"
+#include "platform/dialogButtons.h"
+
+#include <QDialog>
+#include <QDialogButtonBox>
+#include <QTextBrowser>
+#include <QUrl>
+#include <QVBoxLayout>
+
+namespace {
+
+constexpr QSize kHelpSize(560, 420);
+constexpr int kMargin = 4;
+
+} // namespace
+
+void QPEDecoration::help(QWidget *widget)
+{
+    QDialog dialog(widget);
+    dialog.setWindowTitle(QStringLiteral("Help"));
+    auto *browser = new QTextBrowser(&dialog);
+    browser->setSource(
+        QUrl::fromLocalFile(Machine::instance().resourceDir() + QLatin1String("/help/index.html")));
+    auto *column = new QVBoxLayout(&dialog);
+    column->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+    column->setSpacing(kMargin);
+    column->addWidget(browser);
+    column->addWidget(lumi::makeCloseRow(&dialog));
+    dialog.resize(kHelpSize.boundedTo(QPEApplication::desktopSize()));
+    dialog.exec();
+}

@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: MIT
+// Menu bar of a form. Several of them live in one tool bar; each form hides, shows and
+// deletes its own.
+#pragma once
+
+#include <QMenuBar>
+
+class QPEToolBar;
+
+class QPEMenuBar : public QMenuBar
+{
+    Q_OBJECT
+
+public:
+    /// A child of the tool bar's host: it dies with the tool bar, so a form that may outlive
+    /// the tool bar holds it in a QPointer.
+    explicit QPEMenuBar(QPEToolBar *toolBar, const char *name = nullptr);
+};
