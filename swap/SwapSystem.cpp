@@ -176,14 +176,14 @@ void SwapSystem::SetCurrent(const QString &folder, int id)
 
 int SwapSystem::lowestFreeId() const
 {
-    const int places = m_controls.count() + 1;
-    const std::unique_ptr<bool[]> used(new (std::nothrow) bool[static_cast<std::size_t>(places)]);
+    const std::size_t places = static_cast<std::size_t>(m_controls.count()) + 1;
+    const std::unique_ptr<bool[]> used(new (std::nothrow) bool[places]);
     if (used == nullptr) {
         return kIdOfLastResort;
     }
     std::fill_n(used.get(), places, false);
     for (const SwapControl *control : m_controls) {
-        if (control->id() >= 0 && control->id() < places) {
+        if (control->id() >= 0 && control->id() <= m_controls.count()) {
             used[static_cast<std::size_t>(control->id())] = true;
         }
     }
