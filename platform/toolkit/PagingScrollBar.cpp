@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: MIT
+#include "platform/toolkit/PagingScrollBar.h"
+
+PagingScrollBar::PagingScrollBar(Qt::Orientation orientation, QWidget *parent)
+    : QScrollBar(orientation, parent)
+{
+    // The menu of the base jumps about without a step or a drag that could be told on.
+    setContextMenuPolicy(Qt::PreventContextMenu);
+    connect(this, &QAbstractSlider::actionTriggered, this, &PagingScrollBar::takeAction);
+}
+
+void PagingScrollBar::takeAction(int action)
+{
+    // The base has moved the slider and sets the value only after this signal.
+    switch (action) {
+    case SliderSingleStepAdd:
+        setValue(sliderPosition());
+        Q_EMIT nextLine();
+        break;
+    case SliderSingleStepSub:
+        setValue(sliderPosition());
+        Q_EMIT prevLine();
+        break;
+    case SliderPageStepAdd:
+        setValue(sliderPosition());
+        Q_EMIT nextPage();
+        break;
+    case SliderPageStepSub:
+        setValue(sliderPosition());
+        Q_EMIT prevPage();
+        break;
+    default:
+        takePlace();
+        break;
+    }
+}
+
+void PagingScrollBar::takePlace()
+{
+    // During a drag the release tells; a wheel turned against the end moves nothing.
+    if (isSliderDown() || sliderPosition() == value()) {
+        return;
+    }
+    setValue(sliderPosition());
+    Q_EMIT sliderReleased();
+}

@@ -1,0 +1,172 @@
+// SPDX-License-Identifier: MIT
+// A list of pointers with a cursor and, if wanted, with ownership. Several containers of the
+// system are walked by first/next while their items are removed or the list is counted, and
+// what follows depends on where the cursor ends up, which no standard container can say.
+// Every access that names a place moves the cursor there; a range-for does not.
+// Owns: its items while auto-delete is on.
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <utility>
+#include <vector>
+
+template <class T> class PtrList
+{
+public:
+    using const_iterator = typename std::vector<T *>::const_iterator;
+
+    PtrList() = default;
+    PtrList(const PtrList &) = delete;
+    PtrList &operator=(const PtrList &) = delete;
+
+    virtual ~PtrList() { deleteAll(); }
+
+    /// Off at first. When on, an item is deleted as it is removed, cleared or left at the end.
+    void setAutoDelete(bool enable) { m_autoDelete = enable; }
+
+    [[nodiscard]] bool autoDelete() const { return m_autoDelete; }
+
+    [[nodiscard]] virtual int count() const { return static_cast<int>(m_items.size()); }
+
+    [[nodiscard]] bool isEmpty() const { return m_items.empty(); }
+
+    /// Removes every item; the cursor is null after it. The list is already empty when the
+    /// items are deleted, so their destructors may look at it.
+    virtual void clear() { deleteAll(); }
+
+    /// The new item becomes the current one. A null pointer is not taken.
+    void append(T *item) { insert(count(), item); }
+
+    /// Puts the item before place i (0 to count()) and makes it current. False, with list
+    /// and cursor as they were, when there is no such place or the item is null.
+    bool insert(int i, T *item)
+    {
+        if (item == nullptr || i < 0 || i > count()) {
+            return false;
+        }
+        m_items.insert(m_items.begin() + i, item);
+        m_current = i;
+        return true;
+    }
+
+    /// Removes the current item. As for all removals the cursor then stands on the item that
+    /// followed, or on the new last one, or is null in an empty list. False without a current
+    /// item.
+    bool remove() { return remove(m_current); }
+
+    /// False, with the cursor where it was, when there is no such place.
+    bool remove(int i)
+    {
+        T *item = take(i);
+        if (m_autoDelete) {
+            delete item;
+        }
+        return item != nullptr;
+    }
+
+    /// Removes the first item that equals this one by compareItems(). False, with a null
+    /// cursor, when there is none.
+    bool remove(const T *item) { return find(item) >= 0 && remove(); }
+
+    /// remove() without deletion; the caller gets the item. Null where remove() is false.
+    [[nodiscard]] T *take() { return take(m_current); }
+
+    [[nodiscard]] T *take(int i)
+    {
+        if (!hasPlace(i)) {
+            return nullptr;
+        }
+        T *item = m_items[static_cast<std::size_t>(i)];
+        m_items.erase(m_items.begin() + i);
+        m_current = std::min(i, count() - 1);
+        return item;
+    }
+
+    /// The item at place i, made current; null, with the cursor where it was, when there is no
+    /// such place.
+    T *at(int i)
+    {
+        if (hasPlace(i)) {
+            m_current = i;
+            return current();
+        }
+        return nullptr;
+    }
+
+    /// The place of the current item, -1 without one.
+    [[nodiscard]] int at() const { return m_current; }
+
+    /// Null when the cursor is.
+    [[nodiscard]] T *current() const
+    {
+        return m_current < 0 ? nullptr : m_items[static_cast<std::size_t>(m_current)];
+    }
+
+    T *first() { return moveTo(0); }
+
+    T *last() { return moveTo(count() - 1); }
+
+    /// Off either end the answer is null and so is the cursor, from where next() and prev()
+    /// lead nowhere; only first(), last(), at(i), find() and insertion bring it back.
+    T *next() { return m_current < 0 ? nullptr : moveTo(m_current + 1); }
+
+    T *prev() { return m_current < 0 ? nullptr : moveTo(m_current - 1); }
+
+    /// The place of the first item that equals this one by compareItems(), made current; -1
+    /// and a null cursor when there is none.
+    int find(const T *item)
+    {
+        return search([this, item](const T *other) {
+            return compareItems(other, item) == 0;
+        });
+    }
+
+    /// find() by the pointer alone.
+    int findRef(const T *item)
+    {
+        return search([item](const T *other) {
+            return other == item;
+        });
+    }
+
+    /// For reading all items without moving the cursor. The list must not change meanwhile.
+    [[nodiscard]] const_iterator begin() const { return m_items.begin(); }
+
+    [[nodiscard]] const_iterator end() const { return m_items.end(); }
+
+protected:
+    /// 0 when the two are the same for find() and remove(item).
+    virtual int compareItems(const T *one, const T *other) const { return one == other ? 0 : 1; }
+
+private:
+    [[nodiscard]] bool hasPlace(int i) const { return i >= 0 && i < count(); }
+
+    T *moveTo(int i)
+    {
+        m_current = hasPlace(i) ? i : -1;
+        return current();
+    }
+
+    template <class Test> int search(Test test)
+    {
+        const auto found = std::find_if(m_items.begin(), m_items.end(), test);
+        m_current = found == m_items.end() ? -1 : static_cast<int>(found - m_items.begin());
+        return m_current;
+    }
+
+    void deleteAll()
+    {
+        const std::vector<T *> gone = std::exchange(m_items, {});
+        m_current = -1;
+        if (m_autoDelete) {
+            for (T *item : gone) {
+                delete item;
+            }
+        }
+    }
+
+    std::vector<T *> m_items;
+    int m_current = -1;
+    bool m_autoDelete = false;
+};

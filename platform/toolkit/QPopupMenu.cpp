@@ -1,0 +1,91 @@
+// SPDX-License-Identifier: MIT
+#include "platform/toolkit/QPopupMenu.h"
+
+namespace {
+
+// -1 means "any number" to the callers and "none" to those who ask.
+int freshId()
+{
+    static int next = -2;
+    return next--;
+}
+
+QAction *findAction(const QMenu *menu, int id)
+{
+    const QList<QAction *> actions = menu->actions();
+    for (QAction *action : actions) {
+        if (action->data().isValid() && action->data().toInt() == id) {
+            return action;
+        }
+        if (action->menu() == nullptr) {
+            continue;
+        }
+        if (QAction *found = findAction(action->menu(), id)) {
+            return found;
+        }
+    }
+    return nullptr;
+}
+
+} // namespace
+
+QPopupMenu::QPopupMenu(QWidget *parent)
+    : QMenu(parent)
+{
+    setSeparatorsCollapsible(false);
+}
+
+int QPopupMenu::insertItem(const QString &text, int id)
+{
+    return identify(addAction(text), 0, id);
+}
+
+int QPopupMenu::insertItem(const QString &text, QPopupMenu *popup, int id)
+{
+    QAction *action = addMenu(popup);
+    action->setText(text);
+    return identify(action, 0, id);
+}
+
+void QPopupMenu::setItemEnabled(int id, bool enable)
+{
+    if (QAction *action = findItem(id)) {
+        action->setEnabled(enable);
+    }
+}
+
+void QPopupMenu::setItemChecked(int id, bool check)
+{
+    if (QAction *action = findItem(id)) {
+        action->setCheckable(true);
+        action->setChecked(check);
+    }
+}
+
+void QPopupMenu::setItemVisible(int id, bool visible)
+{
+    if (QAction *action = findItem(id)) {
+        action->setVisible(visible);
+    }
+}
+
+QAction *QPopupMenu::findItem(int id) const
+{
+    return findAction(this, id);
+}
+
+int QPopupMenu::exec(const QPoint &position)
+{
+    const QAction *chosen = QMenu::exec(position);
+    return chosen != nullptr && chosen->data().isValid() ? chosen->data().toInt() : -1;
+}
+
+int QPopupMenu::identify(QAction *action, int accel, int id)
+{
+    if (accel != 0) {
+        action->setShortcut(QKeySequence(accel));
+    }
+    const int given = id == -1 ? freshId() : id;
+    action->setData(given);
+    return given;
+}

@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: MIT
+// A popup menu whose entries are known by number. Forms keep the numbers in their tables and
+// use them to gray out and check entries, wherever in the submenus an entry stands; exec()
+// answers with the number of the chosen one. The number lies in the data of the QAction.
+// Separators stay where they were put, also at the top and in pairs.
+#pragma once
+
+#include <QMenu>
+
+class QPopupMenu : public QMenu
+{
+    Q_OBJECT
+
+public:
+    explicit QPopupMenu(QWidget *parent = nullptr);
+
+    /// Appends an entry that calls the slot when chosen. accel is a key code with modifiers,
+    /// 0 for none. With id -1 the entry gets a negative number that no other entry has.
+    /// Returns the number.
+    template <typename Receiver, typename Slot>
+    int insertItem(const QString &text, const Receiver *receiver, Slot slot, int accel = 0,
+                   int id = -1)
+    {
+        QAction *action = addAction(text);
+        connect(action, &QAction::triggered, receiver, slot);
+        return identify(action, accel, id);
+    }
+
+    /// Appends an entry that only exec() tells of.
+    int insertItem(const QString &text, int id = -1);
+
+    /// Appends a submenu, which stays with its own parent.
+    int insertItem(const QString &text, QPopupMenu *popup, int id = -1);
+
+    void insertSeparator() { addSeparator(); }
+
+    /// The three setters look through the submenus too; an unknown number does nothing.
+    void setItemEnabled(int id, bool enable);
+    /// The entry shows a check mark from the first call on. Choosing a checkable entry turns
+    /// its mark over before the slot runs; set all marks anew at aboutToShow().
+    void setItemChecked(int id, bool check);
+    void setItemVisible(int id, bool visible);
+
+    /// Null when neither this menu nor one of its submenus has such an entry.
+    [[nodiscard]] QAction *findItem(int id) const;
+
+    /// Runs the menu at a place of the screen. The number of the chosen entry, -1 when the
+    /// menu was left without a choice.
+    int exec(const QPoint &position);
+
+private:
+    static int identify(QAction *action, int accel, int id);
+};
