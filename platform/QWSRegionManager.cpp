@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+#include "platform/QWSRegionManager.h"
+
+#include "platform/FrameBuffer.h"
+
+#include <QWidget>
+#include <QWindow>
+
+namespace {
+
+QWSDisplay display;
+
+bool isOnScreen(const QWidget *widget)
+{
+    const QWidget *window = widget->window();
+    return widget->isVisible() && !window->isMinimized() && window->windowHandle() != nullptr
+        && window->windowHandle()->isExposed();
+}
+
+} // namespace
+
+QWSDisplay *qt_fbdpy = &display; // NOLINT(readability-identifier-naming): a given name
+
+QRegion QWSRegionManager::region(const QWidget *widget) const
+{
+    if (!isOnScreen(widget)) {
+        return {};
+    }
+    const FrameBuffer &buffer = FrameBuffer::instance();
+    const FrameBuffer::Place place = buffer.place(widget);
+    return buffer.toBuffer(widget->visibleRegion().translated(place.origin) & place.area);
+}
