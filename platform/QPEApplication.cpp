@@ -1,10 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "platform/QPEApplication.h"
 
+#include "platform/ForegroundWatcher.h"
 #include "platform/Machine.h"
+#include "platform/MountWatcher.h"
+#include "platform/PowerWatcher.h"
+#include "platform/QCopHub.h"
+#include "platform/ScreenSaverAgent.h"
+#include "platform/keyTranslation.h"
 
 #include <QElapsedTimer>
 #include <QEventLoop>
+#include <QKeyEvent>
 #include <QLayout>
 #include <QScreen>
 #include <QTimer>
@@ -74,6 +81,10 @@ void settle(QWidget *widget)
 
 struct QPEApplication::Agents
 {
+    lumi::MountWatcher mounts;
+    lumi::PowerWatcher power;
+    lumi::ScreenSaverAgent screenSaver;
+    lumi::ForegroundWatcher foreground;
 };
 
 QPEApplication::QPEApplication(int &argc, char **argv, Type /*type*/)
@@ -81,9 +92,20 @@ QPEApplication::QPEApplication(int &argc, char **argv, Type /*type*/)
 {
     setAttribute(Qt::AA_DontUseNativeDialogs);
     setAttribute(Qt::AA_DontUseNativeMenuBar);
+    // Not before the first window is under way: nobody misses them until then.
+    QTimer::singleShot(0, this, &QPEApplication::startAgents);
 }
 
-QPEApplication::~QPEApplication() = default;
+QPEApplication::~QPEApplication()
+{
+    m_agents.reset();
+    delete lumi::QCopHub::existing();
+}
+
+void QPEApplication::startAgents()
+{
+    m_agents = std::make_unique<Agents>();
+}
 
 void QPEApplication::showMainWidget(QWidget *widget, bool noMaximize)
 {
@@ -107,7 +129,47 @@ int QPEApplication::keyDevice() const
 
 bool QPEApplication::notify(QObject *receiver, QEvent *event)
 {
+    const bool isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease;
+    if (isKey && receiver->isWidgetType()) {
+        return deliverKey(static_cast<QWidget *>(receiver), static_cast<QKeyEvent *>(event));
+    }
     return QApplication::notify(receiver, event);
+}
+
+bool QPEApplication::deliverKey(QWidget *receiver, QKeyEvent *event)
+{
+    const int key = lumi::translatedKey(receiver, event);
+    if (key != 0) {
+        return deliverDeviceKey(receiver, event, key);
+    }
+    const QPointer<QWidget> alive(receiver);
+    const bool done = QApplication::notify(receiver, event);
+    const bool isUnused = event->type() == QEvent::KeyPress && !event->isAccepted();
+    if (alive && isUnused && event->key() == Qt::Key_Yes) {
+        acceptMainWidget(receiver);
+    }
+    return done;
+}
+
+bool QPEApplication::deliverDeviceKey(QWidget *receiver, QKeyEvent *event, int key)
+{
+    if (event->type() == QEvent::KeyPress && lumi::activateShortcut(receiver, key)) {
+        event->accept();
+        return true;
+    }
+    QKeyEvent translated(event->type(), key, Qt::NoModifier, QString(), event->isAutoRepeat());
+    const bool done = QApplication::notify(receiver, &translated);
+    event->setAccepted(translated.isAccepted());
+    return done;
+}
+
+void QPEApplication::acceptMainWidget(const QWidget *receiver)
+{
+    const bool hasSlot = m_mainWidget != nullptr && m_mainWidget->window() == receiver->window()
+        && m_mainWidget->metaObject()->indexOfSlot("accept()") >= 0;
+    if (hasSlot) {
+        QMetaObject::invokeMethod(m_mainWidget, "accept");
+    }
 }
 
 void QPEApplication::waitPainted(QWidget *widget, int ms)

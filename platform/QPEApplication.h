@@ -12,6 +12,8 @@
 
 #include <memory>
 
+class QKeyEvent;
+
 class QPEApplication : public QApplication
 {
     Q_OBJECT
@@ -30,6 +32,8 @@ public:
     void showMainWidget(QWidget *widget, bool noMaximize = false);
     /// Kind of keyboard, see Machine::keyDevice().
     [[nodiscard]] int keyDevice() const;
+    /// Keys that stand for device keys arrive at widgets as those (see deviceKey.h). The key
+    /// "Yes", where no widget wants it, calls the slot accept() of the main window.
     bool notify(QObject *receiver, QEvent *event) override;
 
     /// Runs the event loop until the window is on the screen, at most `ms` milliseconds, then
@@ -48,7 +52,10 @@ public:
 
 private:
     struct Agents;
-    bool translateKey(QObject *receiver, QEvent *event);
+    void startAgents();
+    bool deliverKey(QWidget *receiver, QKeyEvent *event);
+    bool deliverDeviceKey(QWidget *receiver, QKeyEvent *event, int key);
+    void acceptMainWidget(const QWidget *receiver);
 
     QPointer<QWidget> m_mainWidget;
     std::unique_ptr<Agents> m_agents;

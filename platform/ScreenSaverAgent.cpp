@@ -1,0 +1,151 @@
+// SPDX-License-Identifier: MIT
+#include "platform/ScreenSaverAgent.h"
+
+#include "platform/QCopHub.h"
+#include "platform/sessionBus.h"
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusPendingCall>
+#include <QDataStream>
+
+namespace {
+
+constexpr int kCallMs = 500;
+
+/// Values of the message. The first two come as a pair and mean the same here.
+constexpr int kModeOff = 0;
+constexpr int kModeNever = 300;
+constexpr int kModeUsual = 200;
+
+QString programName()
+{
+    return QStringLiteral("Lumi Vault");
+}
+
+QString reason()
+{
+    return QStringLiteral("Showing or copying pictures");
+}
+
+QDBusMessage screenSaverCall(const QString &method)
+{
+    const QString name = QStringLiteral("org.freedesktop.ScreenSaver");
+    QDBusMessage message = QDBusMessage::createMethodCall(
+        name, QStringLiteral("/org/freedesktop/ScreenSaver"), name, method);
+    message.setAutoStartService(false);
+    return message;
+}
+
+} // namespace
+
+lumi::ScreenSaverAgent::ScreenSaverAgent(QObject *parent)
+    : QObject(parent)
+{
+    if (QCopHub *hub = QCopHub::instance()) {
+        connect(hub, &QCopHub::sentHere, this, &ScreenSaverAgent::hear);
+    }
+}
+
+lumi::ScreenSaverAgent::~ScreenSaverAgent()
+{
+    release();
+}
+
+void lumi::ScreenSaverAgent::hear(const QByteArray &channel, const QByteArray &message,
+                                  const QByteArray &data)
+{
+    if (channel != "QPE/System" || message != "setScreenSaverMode(int)") {
+        return;
+    }
+    QDataStream stream(data);
+    int mode = -1;
+    stream >> mode;
+    if (stream.status() != QDataStream::Ok) {
+        return;
+    }
+    if (mode == kModeOff || mode == kModeNever) {
+        hold();
+    } else if (mode == kModeUsual) {
+        release();
+    }
+}
+
+void lumi::ScreenSaverAgent::hold()
+{
+    m_wanted = true;
+    if (!m_asking && !isHolding()) {
+        askScreenSaver();
+    }
+}
+
+void lumi::ScreenSaverAgent::release()
+{
+    m_wanted = false;
+    if (m_cookie) {
+        QDBusMessage message = screenSaverCall(QStringLiteral("UnInhibit"));
+        message << *m_cookie;
+        QDBusConnection::sessionBus().send(message);
+        m_cookie.reset();
+    }
+    m_lock = QDBusUnixFileDescriptor();
+}
+
+void lumi::ScreenSaverAgent::askScreenSaver()
+{
+    if (!hasSessionBus()) {
+        askLoginManager();
+        return;
+    }
+    QDBusMessage message = screenSaverCall(QStringLiteral("Inhibit"));
+    message << programName() << reason();
+    call(false, message, &ScreenSaverAgent::screenSaverAnswered);
+}
+
+void lumi::ScreenSaverAgent::askLoginManager()
+{
+    QDBusMessage message = QDBusMessage::createMethodCall(
+        QStringLiteral("org.freedesktop.login1"), QStringLiteral("/org/freedesktop/login1"),
+        QStringLiteral("org.freedesktop.login1.Manager"), QStringLiteral("Inhibit"));
+    message.setAutoStartService(false);
+    message << QStringLiteral("idle") << programName() << reason() << QStringLiteral("block");
+    call(true, message, &ScreenSaverAgent::loginManagerAnswered);
+}
+
+void lumi::ScreenSaverAgent::call(bool onSystemBus, const QDBusMessage &message, Handler handler)
+{
+    const QDBusConnection bus
+        = onSystemBus ? QDBusConnection::systemBus() : QDBusConnection::sessionBus();
+    m_asking = bus.isConnected();
+    if (!m_asking) {
+        return;
+    }
+    auto *watcher = new QDBusPendingCallWatcher(bus.asyncCall(message, kCallMs), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, handler] {
+        watcher->deleteLater();
+        m_asking = false;
+        (this->*handler)(watcher->reply());
+    });
+}
+
+void lumi::ScreenSaverAgent::screenSaverAnswered(const QDBusMessage &reply)
+{
+    if (reply.type() == QDBusMessage::ReplyMessage && !reply.arguments().isEmpty()) {
+        m_cookie = reply.arguments().constFirst().toUInt();
+    } else if (m_wanted) {
+        askLoginManager();
+    }
+    if (!m_wanted) {
+        release();
+    }
+}
+
+void lumi::ScreenSaverAgent::loginManagerAnswered(const QDBusMessage &reply)
+{
+    if (reply.type() == QDBusMessage::ReplyMessage && !reply.arguments().isEmpty()) {
+        m_lock = reply.arguments().constFirst().value<QDBusUnixFileDescriptor>();
+    }
+    if (!m_wanted) {
+        release();
+    }
+}
