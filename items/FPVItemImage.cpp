@@ -1,0 +1,121 @@
+// SPDX-License-Identifier: MIT
+#include "items/FPVItemImage.h"
+
+#include "exif/FPVExifDocument.h"
+#include "items/photoScale.h"
+#include "swap/swapStore.h"
+
+#include <QImage>
+#include <QPixmap>
+
+FPVItemImage::FPVItemImage(const QString &path, const QString &displayName, bool checked)
+    : FPVItemObject(path, displayName, checked)
+{ }
+
+int FPVItemImage::itemKind() const
+{
+    return static_cast<int>(lumi::ItemKind::Picture);
+}
+
+int FPVItemImage::kindFlag1() const
+{
+    return 1;
+}
+
+int FPVItemImage::kindFlag2() const
+{
+    return 1;
+}
+
+QPixmap *FPVItemImage::thumbnail(int w, int h)
+{
+    const QSize box(w, h);
+    const std::unique_ptr<QImage> embedded(FPVExifDocument::thumbnail(path()));
+    if (embedded) {
+        const QSize size = lumi::fittedSize(embedded->size(), box);
+        return lumi::newPixmap(
+            embedded->scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
+    }
+    const QSize size = fitSize(box);
+    // A format that cannot tell a size still has its stand-in picture, as large as the box.
+    const QSize wanted = size.isEmpty() ? box : size;
+    QPixmap *pixmap = decodedPixmap(wanted.width(), wanted.height());
+    SwapSetSize(path(), &size);
+    return pixmap;
+}
+
+QSize FPVItemImage::imageSize()
+{
+    return {-1, -1};
+}
+
+QSize FPVItemImage::fitSize(QSize box)
+{
+    if (m_recordedSize.isEmpty()
+        && (!SwapGetSize(path(), &m_recordedSize) || m_recordedSize.isEmpty())) {
+        m_recordedSize = imageSize();
+    }
+    return lumi::fittedSize(m_recordedSize, box);
+}
+
+QImage *FPVItemImage::scaledImage(int /*w*/, int /*h*/)
+{
+    return nullptr;
+}
+
+QPixmap *FPVItemImage::scaledPixmap(int w, int h)
+{
+    if (w <= 0 || h <= 0) {
+        return nullptr;
+    }
+    auto *pixmap = new QPixmap(w, h);
+    pixmap->fill(Qt::blue);
+    return pixmap;
+}
+
+QPixmap *FPVItemImage::decodedPixmap(int w, int h)
+{
+    return scaledPixmap(w, h);
+}
+
+bool FPVItemImage::startDecode(int /*depth*/, QSize * /*outSize*/, QSize * /*request*/)
+{
+    return false;
+}
+
+uchar *FPVItemImage::decodedRaster(int /*depth*/, QSize * /*outSize*/, QSize * /*request*/)
+{
+    return nullptr;
+}
+
+uchar *FPVItemImage::rasterBits()
+{
+    return nullptr;
+}
+
+void FPVItemImage::releaseDecode() { }
+
+void FPVItemImage::abortDecode() { }
+
+lumi::DecodeError FPVItemImage::errorCode() const
+{
+    return lumi::DecodeError::Undecodable;
+}
+
+bool FPVItemImage::inDecodeComplete() const
+{
+    return false;
+}
+
+void FPVItemImage::setInDecodeComplete(bool /*on*/) { }
+
+std::unique_ptr<uchar[]> FPVItemImage::takeRaster()
+{
+    return nullptr;
+}
+
+QPixmap *lumi::newPixmap(const QImage &image)
+{
+    QPixmap pixmap = QPixmap::fromImage(image);
+    return pixmap.isNull() ? nullptr : new QPixmap(std::move(pixmap));
+}

@@ -1,0 +1,92 @@
+// SPDX-License-Identifier: MIT
+// A picture file of any format: thumbnails, fitting, and the decoding interface with its
+// default answers. Formats that can be decoded derive from it.
+// A screen decode fills a raster that is the photo turned 90 degrees clockwise: with W x H the
+// decoded size, W rows of H pixels, photo column x of photo row r at x * H + (H - 1 - r).
+#pragma once
+
+#include "items/FPVItemObject.h"
+
+#include <QSize>
+
+#include <memory>
+
+class QImage;
+
+namespace lumi {
+
+/// Why a decode failed; the first cause stays until the next attempt.
+enum class DecodeError : int { WrongDepth = 0, OutOfMemory = 2, Undecodable = 3, None = 4 };
+
+} // namespace lumi
+
+class FPVItemImage : public FPVItemObject
+{
+    Q_OBJECT
+
+public:
+    FPVItemImage() = default;
+    FPVItemImage(const QString &path, const QString &displayName, bool checked);
+
+    [[nodiscard]] int itemKind() const override;
+    [[nodiscard]] int kindFlag1() const override;
+    [[nodiscard]] int kindFlag2() const override;
+    [[nodiscard]] QPixmap *thumbnail(int w, int h) override;
+
+    /// The photo's own size in pixels, (-1, -1) if it cannot be read.
+    [[nodiscard]] virtual QSize imageSize();
+    /// The largest size of the photo's proportions in box, each side at least 1; (0, 0) for a
+    /// photo of unknown size.
+    [[nodiscard]] virtual QSize fitSize(QSize box);
+    /// A new image of exactly w x h, owned by the caller, or null.
+    [[nodiscard]] virtual QImage *scaledImage(int w, int h);
+    /// A new pixmap of exactly w x h, owned by the caller, or null.
+    [[nodiscard]] virtual QPixmap *scaledPixmap(int w, int h);
+    [[nodiscard]] virtual QPixmap *decodedPixmap(int w, int h);
+    /// Begins a screen decode into a raster of depth 16 or 32. request null: the whole photo,
+    /// halved until it has fewer than 8388608 pixels; else the smallest scale that covers it.
+    /// outSize, unless null, receives the decoded (unturned) size. Emits decodeUpdate() before
+    /// it returns; where incremental is off, everything up to decodeComplete(). False leaves
+    /// neither decoder nor raster, and errorCode() says why.
+    [[nodiscard]] virtual bool startDecode(int depth, QSize *outSize, QSize *request);
+    /// The raster if there is one, whatever its depth and size; else what startDecode() makes.
+    /// Lent: the item keeps it.
+    [[nodiscard]] virtual uchar *decodedRaster(int depth, QSize *outSize, QSize *request = nullptr);
+    /// The raster as it stands, possibly half filled, or null. Lent: the item keeps it.
+    [[nodiscard]] virtual uchar *rasterBits();
+    /// Gives up decoder and raster. Safe at any time, also inside the signals below.
+    virtual void releaseDecode();
+    /// The decode ends at its next slice, without decodeComplete().
+    virtual void abortDecode();
+
+Q_SIGNALS:
+    /// At line 0 and every 64th line, and once when a running decode fails (see errorCode()).
+    void decodeUpdate();
+    /// The last line is in the raster.
+    void decodeComplete();
+
+public:
+    [[nodiscard]] virtual lumi::DecodeError errorCode() const;
+    /// True exactly while decodeComplete() is being emitted, unless a receiver clears it.
+    [[nodiscard]] virtual bool inDecodeComplete() const;
+    virtual void setInDecodeComplete(bool on);
+    /// The raster, which the item no longer has afterwards; null if there is none. Not to be
+    /// called while lines are still being decoded into it.
+    [[nodiscard]] virtual std::unique_ptr<uchar[]> takeRaster();
+
+    /// 'l', 's' or 'd': the layout that thumbnails are asked for, part of their key in the store.
+    void setThumbnailKind(char kind) { m_thumbnailKind = kind; }
+
+    [[nodiscard]] char thumbnailKind() const { return m_thumbnailKind; }
+
+private:
+    char m_thumbnailKind = 'l';
+    QSize m_recordedSize{-1, -1};
+};
+
+namespace lumi {
+
+/// A pixmap for the caller, or null where the image is null or no pixmap can be made of it.
+[[nodiscard]] QPixmap *newPixmap(const QImage &image);
+
+} // namespace lumi

@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: MIT
+// A JPEG photo. Thumbnails come from the cheapest source there is: the swap store, the
+// embedded thumbnail, a decode at reduced scale. For the screen the photo is decoded in slices
+// of 64 lines with 20 ms pauses, so that the event loop stays alive.
+// Idle items are small (a folder makes thousands): timer, decoder and raster exist only from
+// startDecode() on. Free memory is asked before anything large is allocated.
+// Owns: decoder, raster and line buffer of its screen decode.
+#pragma once
+
+#include "exif/FPVExifInfo.h"
+#include "items/FPVItemImage.h"
+
+#include <memory>
+
+class QTimer;
+struct ExifInfoGroup;
+
+namespace lumi {
+class JpegSession;
+}
+
+class FPVItemJpeg : public FPVItemImage
+{
+    Q_OBJECT
+
+public:
+    FPVItemJpeg(const QString &path, const QString &displayName, bool checked);
+    ~FPVItemJpeg() override;
+
+    [[nodiscard]] int itemKind() const override;
+    [[nodiscard]] QPixmap *thumbnail(int w, int h) override;
+    [[nodiscard]] QList<lumi::InfoRecord> *infoList() override;
+    void setIncremental(bool incremental) override;
+    [[nodiscard]] QSize imageSize() override;
+    [[nodiscard]] QImage *scaledImage(int w, int h) override;
+    [[nodiscard]] QPixmap *scaledPixmap(int w, int h) override;
+    [[nodiscard]] bool startDecode(int depth, QSize *outSize, QSize *request) override;
+    [[nodiscard]] uchar *decodedRaster(int depth, QSize *outSize,
+                                       QSize *request = nullptr) override;
+    [[nodiscard]] uchar *rasterBits() override;
+    void releaseDecode() override;
+    void abortDecode() override;
+    [[nodiscard]] lumi::DecodeError errorCode() const override;
+    [[nodiscard]] bool inDecodeComplete() const override;
+    void setInDecodeComplete(bool on) override;
+    [[nodiscard]] std::unique_ptr<uchar[]> takeRaster() override;
+
+    /// Opens the photo and readies the item's decompressor at the smallest scale that covers
+    /// w x h; a side of 0 means no scaling. False leaves no decompressor.
+    [[nodiscard]] bool InitJpegLib(int w, int h);
+
+public Q_SLOTS:
+    void decodeScreenImage();
+
+private:
+    [[nodiscard]] bool prepareScreenDecode(const QSize *request);
+    [[nodiscard]] bool makeRaster(int depth);
+    [[nodiscard]] bool decodeSlice();
+    [[nodiscard]] bool sliceGoesOn();
+    void startSliceTimer();
+    void finishScreenDecode();
+    void fail(lumi::DecodeError error);
+    void noteError(lumi::DecodeError error);
+    [[nodiscard]] QString tagLines(const ExifInfoGroup &group) const;
+
+    FPVExifInfo m_exif;
+    QSize m_imageSize{-1, -1};
+    std::unique_ptr<uchar[]> m_raster;
+    std::unique_ptr<uchar[]> m_scanLine;
+    QSize m_rasterSize{-1, -1};
+    int m_rasterDepth = 0;
+    QTimer *m_decodeTimer = nullptr;
+    bool m_incremental = true;
+    bool m_abortRequested = false;
+    lumi::DecodeError m_errorCode = lumi::DecodeError::None;
+    std::unique_ptr<lumi::JpegSession> m_session;
+    bool m_inDecodeComplete = false;
+};

@@ -1,0 +1,181 @@
+// SPDX-License-Identifier: MIT
+#include "items/JpegSession.h"
+
+#include <QtGlobal>
+
+#include <algorithm>
+#include <new>
+
+#include <fcntl.h>
+#include <jerror.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+/// A photo has about ten scans. A few kilobytes can hold thousands, each of which costs a pass
+/// over the whole picture.
+constexpr int kMaxScans = 500;
+
+/// Opening a pipe would wait for its writer, hence the flag; on a regular file it has no effect.
+FILE *openRegularFile(const char *path)
+{
+    const int fd = ::open(path, O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (fd < 0) {
+        return nullptr;
+    }
+    struct stat status = {};
+    FILE *file = nullptr;
+    if (::fstat(fd, &status) == 0 && S_ISREG(status.st_mode)) {
+        file = ::fdopen(fd, "rb");
+    }
+    if (file == nullptr) {
+        ::close(fd);
+        return nullptr;
+    }
+    // The window is the buffer: a second one would only copy.
+    std::setvbuf(file, nullptr, _IONBF, 0);
+    return file;
+}
+
+} // namespace
+
+namespace lumi {
+
+std::unique_ptr<JpegSession> JpegSession::open(const QString &path)
+{
+    // NOLINTNEXTLINE(modernize-make-unique): the constructor is private, and null is an answer
+    std::unique_ptr<JpegSession> session(new (std::nothrow) JpegSession);
+    if (!session) {
+        return nullptr;
+    }
+    const QByteArray name = path.toUtf8();
+    session->m_file = openRegularFile(name.constData());
+    if (session->m_file == nullptr) {
+        qWarning("my_jpeg_source_mgr cannot read file %s", name.constData());
+    }
+    return session->create() ? std::move(session) : nullptr;
+}
+
+JpegSession::~JpegSession()
+{
+    jpeg_destroy_decompress(&m_cinfo);
+    if (m_file != nullptr) {
+        std::fclose(m_file);
+    }
+}
+
+bool JpegSession::create()
+{
+    m_cinfo.err = jpeg_std_error(&m_errors.manager);
+    m_errors.manager.error_exit = errorExit;
+    m_errors.manager.output_message = outputMessage;
+    if (setjmp(m_errors.jump) != 0) {
+        return false;
+    }
+    jpeg_create_decompress(&m_cinfo);
+    attachJpegSource(&m_cinfo, &m_source, m_file);
+    m_progress.progress_monitor = limitScans;
+    m_cinfo.progress = &m_progress;
+    return true;
+}
+
+bool JpegSession::readHeader()
+{
+    if (setjmp(m_errors.jump) != 0) {
+        return false;
+    }
+    return jpeg_read_header(&m_cinfo, TRUE) == JPEG_HEADER_OK;
+}
+
+void JpegSession::limitMemory(int kilobytes)
+{
+    // 0 would mean no bound.
+    m_cinfo.mem->max_memory_to_use = std::max(1L, static_cast<long>(kilobytes) << 10);
+}
+
+bool JpegSession::start(int denominator)
+{
+    if (setjmp(m_errors.jump) != 0) {
+        return false;
+    }
+    m_cinfo.scale_num = 1;
+    m_cinfo.scale_denom = static_cast<unsigned>(denominator);
+    m_cinfo.dct_method = JDCT_IFAST;
+    return jpeg_start_decompress(&m_cinfo) != 0;
+}
+
+bool JpegSession::readLines(uchar *lines, qsizetype stride, int count)
+{
+    if (setjmp(m_errors.jump) != 0) {
+        return false;
+    }
+    for (int i = 0; i < count; ++i) {
+        JSAMPROW row = lines + i * stride;
+        jpeg_read_scanlines(&m_cinfo, &row, 1);
+    }
+    return true;
+}
+
+bool JpegSession::finish()
+{
+    if (setjmp(m_errors.jump) != 0) {
+        return false;
+    }
+    return jpeg_finish_decompress(&m_cinfo) != 0;
+}
+
+QSize JpegSession::imageSize() const
+{
+    return {static_cast<int>(m_cinfo.image_width), static_cast<int>(m_cinfo.image_height)};
+}
+
+bool JpegSession::hasSeveralScans()
+{
+    if (setjmp(m_errors.jump) != 0) {
+        return false;
+    }
+    return jpeg_has_multiple_scans(&m_cinfo) != 0;
+}
+
+QSize JpegSession::outputSize() const
+{
+    return {static_cast<int>(m_cinfo.output_width), static_cast<int>(m_cinfo.output_height)};
+}
+
+std::size_t JpegSession::lineBytes() const
+{
+    return std::size_t(m_cinfo.output_width) * static_cast<std::size_t>(m_cinfo.output_components);
+}
+
+void JpegSession::errorExit(j_common_ptr cinfo)
+{
+    auto *errors = reinterpret_cast<ErrorManager *>(cinfo->err);
+    const int code = cinfo->err->msg_code;
+    errors->outOfMemory = code == JERR_OUT_OF_MEMORY || code == JERR_NO_BACKING_STORE;
+    char message[JMSG_LENGTH_MAX];
+    cinfo->err->format_message(cinfo, message);
+    leave(cinfo, message);
+}
+
+void JpegSession::leave(j_common_ptr cinfo, const char *message)
+{
+    qWarning("%s", message);
+    std::longjmp(reinterpret_cast<ErrorManager *>(cinfo->err)->jump, 1);
+}
+
+void JpegSession::outputMessage(j_common_ptr cinfo)
+{
+    char message[JMSG_LENGTH_MAX];
+    cinfo->err->format_message(cinfo, message);
+    qWarning("%s", message);
+}
+
+void JpegSession::limitScans(j_common_ptr cinfo)
+{
+    if (reinterpret_cast<j_decompress_ptr>(cinfo)->input_scan_number > kMaxScans) {
+        leave(cinfo, "JPEG file with too many scans");
+    }
+}
+
+} // namespace lumi

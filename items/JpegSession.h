@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: MIT
+// One libjpeg decompressor on one file, from the opening to the last line. libjpeg reports
+// errors by a long jump; here every call into it stands in a function that catches the jump
+// and has nothing to unwind, so that the rest of the program only sees false.
+// After a false the session is of no use but to be destroyed, which is always safe.
+// Owns: the open file and all memory of libjpeg.
+#pragma once
+
+#include "items/jpegSource.h"
+
+#include <QSize>
+#include <QString>
+
+#include <csetjmp>
+#include <memory>
+
+namespace lumi {
+
+class JpegSession
+{
+public:
+    /// Null when memory is short. A file that cannot be opened, or is none that can be read to
+    /// an end (a pipe, a device), is reported to the log and reads as empty.
+    [[nodiscard]] static std::unique_ptr<JpegSession> open(const QString &path);
+    ~JpegSession();
+    JpegSession(const JpegSession &) = delete;
+    JpegSession &operator=(const JpegSession &) = delete;
+
+    [[nodiscard]] bool readHeader();
+    /// Bounds what libjpeg may take for a photo of several scans, which it holds whole.
+    void limitMemory(int kilobytes);
+    /// Readies the first line at 1 / denominator (1, 2, 4 or 8).
+    [[nodiscard]] bool start(int denominator);
+    /// The next count lines, the first to lines, each further one stride bytes on. count must
+    /// not go past the last line.
+    [[nodiscard]] bool readLines(uchar *lines, qsizetype stride, int count);
+    [[nodiscard]] bool finish();
+
+    /// The photo's size, known from readHeader() on.
+    [[nodiscard]] QSize imageSize() const;
+
+    [[nodiscard]] bool isProgressive() const { return m_cinfo.progressive_mode != 0; }
+
+    [[nodiscard]] bool hasSeveralScans();
+
+    /// The decoded size and the samples of a pixel, known from start() on.
+    [[nodiscard]] QSize outputSize() const;
+
+    [[nodiscard]] int components() const { return m_cinfo.output_components; }
+
+    [[nodiscard]] std::size_t lineBytes() const;
+
+    /// The line that readLines() would begin with.
+    [[nodiscard]] int nextLine() const { return static_cast<int>(m_cinfo.output_scanline); }
+
+    /// Whether the failure was one of memory.
+    [[nodiscard]] bool outOfMemory() const { return m_errors.outOfMemory; }
+
+private:
+    struct ErrorManager
+    {
+        jpeg_error_mgr manager; ///< must stay first: libjpeg knows only this
+        std::jmp_buf jump;
+        bool outOfMemory;
+    };
+
+    JpegSession() = default;
+    [[nodiscard]] bool create();
+    [[noreturn]] static void errorExit(j_common_ptr cinfo);
+    [[noreturn]] static void leave(j_common_ptr cinfo, const char *message);
+    static void outputMessage(j_common_ptr cinfo);
+    static void limitScans(j_common_ptr cinfo);
+
+    FILE *m_file = nullptr;
+    my_jpeg_source_mgr m_source{};
+    jpeg_decompress_struct m_cinfo{};
+    ErrorManager m_errors{};
+    jpeg_progress_mgr m_progress{};
+};
+
+} // namespace lumi

@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+// From a path to a decompressor that stands before its first line: the one place that chooses
+// the scale and asks for the memory of photos that the decoder must hold whole.
+#pragma once
+
+#include "items/FPVItemImage.h"
+#include "items/JpegSession.h"
+
+#include <QSize>
+#include <QString>
+
+#include <memory>
+
+namespace lumi {
+
+/// Starts at the smallest scale that covers *wanted (unscaled if a side of it is 0), or, where
+/// wanted is null, at the first one with fewer pixels than a screen raster may have.
+/// Null on failure. *error is then OutOfMemory or Undecodable where the cause is known and
+/// None where the file is missing or no JPEG file; it is None on success.
+[[nodiscard]] std::unique_ptr<JpegSession> openPhoto(const QString &path, const QSize *wanted,
+                                                     DecodeError *error);
+
+/// The photo's size; (-1, -1) if it could not be opened by openPhoto(), with the same errors. A
+/// photo of several scans is not decoded for it.
+[[nodiscard]] QSize readPhotoSize(const QString &path, DecodeError *error);
+
+} // namespace lumi

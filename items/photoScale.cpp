@@ -1,0 +1,91 @@
+// SPDX-License-Identifier: MIT
+#include "items/photoScale.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr int kMaxDenominator = 8;
+constexpr qint64 kSpareBytes = 1048576;
+constexpr qint64 kProgressiveBytesAPixel = 7;
+constexpr qint64 kProgressiveSpareKB = 8192;
+constexpr int kLineBytesAPixel = 4;
+
+int axisDenominator(int photo, int wanted)
+{
+    for (const int shift : {3, 2, 1}) {
+        if (wanted <= photo >> shift) {
+            return 1 << shift;
+        }
+    }
+    return 1;
+}
+
+qint64 pixelCount(QSize size)
+{
+    return qint64(size.width()) * size.height();
+}
+
+} // namespace
+
+QSize lumi::fittedSize(QSize photo, QSize box)
+{
+    if (photo.isEmpty() || box.isEmpty()) {
+        return {0, 0};
+    }
+    const double widthRatio = double(box.width()) / photo.width();
+    const double heightRatio = double(box.height()) / photo.height();
+    if (widthRatio > heightRatio) {
+        return {std::max(1, int(photo.width() * heightRatio + 0.5)), box.height()};
+    }
+    return {box.width(), std::max(1, int(photo.height() * widthRatio + 0.5))};
+}
+
+int lumi::coveringDenominator(QSize photo, QSize wanted)
+{
+    if (wanted.width() == 0 || wanted.height() == 0) {
+        return 1;
+    }
+    return std::min(axisDenominator(photo.width(), wanted.width()),
+                    axisDenominator(photo.height(), wanted.height()));
+}
+
+int lumi::screenDenominator(QSize photo)
+{
+    int denominator = 1;
+    QSize size = photo;
+    while (pixelCount(size) >= kScreenPixelLimit) {
+        if (denominator == kMaxDenominator) {
+            return 0;
+        }
+        const QSize half(size.width() >> 1, size.height() >> 1);
+        // Rounding can select the same scale again: 8003 / 2 is 4002, whose half is not
+        // covered by a quarter of 8003.
+        denominator = std::max(coveringDenominator(photo, half), denominator * 2);
+        size = decodedSize(photo, denominator);
+    }
+    return denominator;
+}
+
+QSize lumi::decodedSize(QSize photo, int denominator)
+{
+    return {(photo.width() + denominator - 1) / denominator,
+            (photo.height() + denominator - 1) / denominator};
+}
+
+qint64 lumi::progressiveNeedKB(QSize photo)
+{
+    return ((pixelCount(photo) * kProgressiveBytesAPixel + kSpareBytes) >> 10)
+        + kProgressiveSpareKB;
+}
+
+qint64 lumi::thumbnailNeedKB(int photoWidth, int decodedHeight)
+{
+    return (qint64(photoWidth) * decodedHeight + kSpareBytes / 4) >> 8;
+}
+
+qint64 lumi::screenNeedKB(int photoWidth, QSize decoded, int depth)
+{
+    const qint64 raster = pixelCount(decoded) * (depth >> 3);
+    return (raster + qint64(photoWidth) * kLineBytesAPixel + kSpareBytes) >> 10;
+}

@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: MIT
+#include "items/thumbnailDecode.h"
+
+#include "app/common/memory.h"
+#include "items/openPhoto.h"
+#include "items/photoScale.h"
+
+#include <QImage>
+
+namespace {
+
+using lumi::DecodeError;
+
+constexpr int kGray = 1;
+constexpr int kRgb = 3;
+
+/// In place, from the right end, as the pixels are wider than the samples.
+void widenRow(uchar *row, int width)
+{
+    auto *pixels = static_cast<QRgb *>(static_cast<void *>(row));
+    for (int x = width - 1; x >= 0; --x) {
+        const uchar *samples = row + 3 * x;
+        pixels[x] = qRgb(samples[0], samples[1], samples[2]);
+    }
+}
+
+/// Null without the memory for it; a null image if libjpeg failed.
+std::unique_ptr<QImage> readWhole(lumi::JpegSession &session)
+{
+    const QSize size = session.outputSize();
+    const int components = session.components();
+    const auto format = components == kGray ? QImage::Format_Grayscale8 : QImage::Format_RGB32;
+    if (lumi::thumbnailNeedKB(session.imageSize().width(), size.height()) > freeMemoryKB()) {
+        return nullptr;
+    }
+    auto image = std::make_unique<QImage>(size, format);
+    if (image->isNull()) {
+        return nullptr;
+    }
+    if (!session.readLines(image->bits(), image->bytesPerLine(), size.height())
+        || !session.finish()) {
+        return std::make_unique<QImage>();
+    }
+    for (int y = 0; components == kRgb && y < size.height(); ++y) {
+        widenRow(image->scanLine(y), size.width());
+    }
+    return image;
+}
+
+/// Scaling gives a gray picture as a coloured one.
+void makeGrayAgain(QImage *image)
+{
+    QList<QRgb> table(256);
+    for (int i = 0; i < table.size(); ++i) {
+        table[i] = qRgb(i, i, i);
+    }
+    image->convertTo(QImage::Format_Grayscale8);
+    (void)image->reinterpretAsFormat(QImage::Format_Indexed8);
+    image->setColorTable(table);
+}
+
+} // namespace
+
+QImage *lumi::decodeThumbnail(const QString &path, QSize size, DecodeError *error)
+{
+    std::unique_ptr<JpegSession> session = openPhoto(path, &size, error);
+    if (!session) {
+        *error = *error == DecodeError::None ? DecodeError::Undecodable : *error;
+        return nullptr;
+    }
+    const bool gray = session->components() == kGray;
+    std::unique_ptr<QImage> image = readWhole(*session);
+    session.reset();
+    if (!image || image->isNull()) {
+        *error = image ? DecodeError::Undecodable : DecodeError::OutOfMemory;
+        return nullptr;
+    }
+    *image = image->scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    if (image->isNull()) {
+        *error = DecodeError::OutOfMemory;
+        return nullptr;
+    }
+    if (gray) {
+        makeGrayAgain(image.get());
+    }
+    return image.release();
+}
