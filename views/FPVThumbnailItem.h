@@ -1,0 +1,118 @@
+// SPDX-License-Identifier: MIT
+// One cell on a page of the thumbnail view: a frame with a picture and, by display mode, a
+// name, a detail line and a check box. It comes up in stages: frame, name and a black
+// placeholder at once, thumbnail and check box when its turn in the chain of cells comes.
+// It lives as long as its page; the item behind it may die earlier and then counts as none.
+// Owns: the thumbnail and its parts.
+#pragma once
+
+#include "items/FPVItemObject.h"
+#include "views/FPVThumbnailMetrics.h"
+
+#include <QFrame>
+#include <QPixmap>
+#include <QPointer>
+#include <QTimer>
+
+#include <memory>
+#include <optional>
+
+class FPVThumbnailLabel;
+class MyImageCheckBox;
+
+class FPVThumbnailItem : public QFrame
+{
+    Q_OBJECT
+
+public:
+    /// index: the item's place in its list. metrics: lent by the view, outlives the cell.
+    FPVThumbnailItem(QWidget *parent, FPVItemObject *item, const FPVThumbnailMetrics *metrics,
+                     int index);
+    ~FPVThumbnailItem() override;
+
+    /// The thumbnail that fits w x h, null if there is none. A side that isn't positive means
+    /// the thumbnail at hand, if any, and else one of 80 x 60. Lent: the cell keeps it.
+    QPixmap *loadThumbnail(int w, int h);
+    /// These show or hide a part and lay the cell out anew if asked. False where a picture has
+    /// no thumbnail and stays a black placeholder.
+    bool setPictureVisible(bool show, bool relayout);
+    bool setNameVisible(bool show, bool relayout);
+    bool setDetailVisible(bool show, bool relayout);
+    /// Photos only. The box takes its room at once but is not seen before viewthumbnail().
+    bool setCheckVisible(bool show, bool relayout);
+    /// A black picture of this size where a photo's thumbnail will be; loads nothing.
+    void showPlaceholder(QSize size);
+    /// Whether the cursor is here; it is drawn while the view has the keyboard focus.
+    void setFocusMark(bool on, bool relayout);
+    /// The thumbnail loads after so many milliseconds.
+    void startChain(int ms);
+    void stopChain();
+    /// next: the cell whose turn comes after this one, or null. size: the box for the thumbnail.
+    void setNext(FPVThumbnailItem *next, QSize size, bool wantCheck);
+    void toggleItemCheck(bool on);
+    void relayout();
+    /// Cuts the ties to item, chain and timer: the cell is about to go.
+    void leavePage();
+
+    /// Null once the item has died or the cell has left its page.
+    [[nodiscard]] FPVItemObject *item() const { return m_item; }
+
+    [[nodiscard]] int index() const { return m_index; }
+
+Q_SIGNALS:
+    /// A tap; with null the first half of a tap on a photo's name, which unsets the cursor so
+    /// that the second half selects and never opens.
+    void clicked(FPVThumbnailItem *cell);
+    /// A tap on a folder that ended inside it.
+    void decided(FPVThumbnailItem *cell);
+
+public Q_SLOTS:
+    void mousePressEvent(QMouseEvent *event) override;
+    // NOLINTNEXTLINE(readability-identifier-naming): given name
+    void mousePressEvent_FileName(QMouseEvent *event);
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void checkBoxChanged(bool on);
+    void viewthumbnail();
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    [[nodiscard]] bool isPicture() const { return m_item && m_item->isPicture(); }
+
+    [[nodiscard]] bool isParentEntry() const;
+    [[nodiscard]] FPVThumbnailLabel *makeTextLabel();
+    void makePicture();
+    void hideParts();
+    void showParts();
+    [[nodiscard]] int placeCheckBox(int top);
+    [[nodiscard]] int placeName(int top);
+    [[nodiscard]] int placeDetail(int top);
+    void placePicture(int top);
+    [[nodiscard]] FPVThumbnailMetrics::Frame frameKind();
+    void applyFocus();
+
+    QPointer<FPVItemObject> m_item;
+    FPVThumbnailLabel *m_picture = nullptr;
+    FPVThumbnailLabel *m_nameLabel = nullptr;
+    FPVThumbnailLabel *m_detailLabel = nullptr;
+    MyImageCheckBox *m_checkBox = nullptr;
+    const FPVThumbnailMetrics *m_metrics;
+    std::unique_ptr<QPixmap> m_pixmap;
+    int m_index;
+    QTimer m_chainTimer;
+    QSize m_thumbSize{-1, -1};
+    QPointer<FPVThumbnailItem> m_next;
+    bool m_wantCheck = false;
+    bool m_pictureVisible = false;
+    bool m_nameVisible = false;
+    bool m_detailVisible = false;
+    bool m_checkVisible = false;
+    bool m_focusMark = false;
+    bool m_hadTurn = false;            ///< in the chain: from then on the check box is seen
+    std::optional<bool> m_hasPictures; ///< asked once: it reads the folder
+    FPVThumbnailMetrics::Frame m_frame = FPVThumbnailMetrics::Picture;
+    bool m_isFocused = false;
+};

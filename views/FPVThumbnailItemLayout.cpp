@@ -1,0 +1,162 @@
+// SPDX-License-Identifier: MIT
+#include "app/common/labels.h"
+#include "items/FPVItemFolder.h"
+#include "views/FPVThumbnailItem.h"
+#include "views/FPVThumbnailLabel.h"
+#include "widgets/MyImageCheckBox.h"
+
+#include <QPainter>
+
+namespace {
+
+/// The frame's inner box: first column and line, and how far the last ones lie from the size.
+constexpr int kInnerLeft = 2;
+constexpr int kInnerTop = 2;
+constexpr int kInnerMargin = 3;
+/// Between the check box and the text beside it.
+constexpr int kNameGap = 6;
+constexpr int kDetailGap = 1;
+/// Where the labels begin in a cell without any, from the bottom.
+constexpr int kNoLabels = 4;
+
+} // namespace
+
+void FPVThumbnailItem::relayout()
+{
+    if (!m_item) {
+        return;
+    }
+    // Hidden before and shown after the moves, so that nothing is painted in between.
+    hideParts();
+    int labelsTop = height() - kNoLabels;
+    labelsTop = placeCheckBox(labelsTop);
+    labelsTop = placeName(labelsTop);
+    labelsTop = placeDetail(labelsTop);
+    placePicture(labelsTop);
+    showParts();
+    applyFocus();
+    update();
+}
+
+void FPVThumbnailItem::hideParts()
+{
+    const std::pair<QWidget *, bool> parts[] = {{m_picture, m_pictureVisible},
+                                                {m_nameLabel, m_nameVisible},
+                                                {m_detailLabel, m_detailVisible},
+                                                {m_checkBox, m_checkVisible}};
+    for (const auto &[part, isVisible] : parts) {
+        if (part != nullptr && !isVisible) {
+            part->hide();
+        }
+    }
+}
+
+void FPVThumbnailItem::showParts()
+{
+    const std::pair<QWidget *, bool> parts[] = {{m_picture, m_pictureVisible},
+                                                {m_nameLabel, m_nameVisible},
+                                                {m_detailLabel, m_detailVisible},
+                                                {m_checkBox, m_checkVisible && m_hadTurn}};
+    for (const auto &[part, isVisible] : parts) {
+        if (part != nullptr && isVisible) {
+            part->show();
+        }
+    }
+}
+
+int FPVThumbnailItem::placeCheckBox(int top)
+{
+    if (m_checkBox == nullptr || !m_checkVisible) {
+        return top;
+    }
+    const int side = m_checkBox->height();
+    const int boxTop = height() - kInnerMargin - side;
+    m_checkBox->setGeometry(kInnerLeft, boxTop, side, side);
+    m_checkBox->setCheckState(m_item->isChecked() ? Qt::Checked : Qt::Unchecked);
+    return m_nameVisible ? boxTop : top;
+}
+
+int FPVThumbnailItem::placeName(int top)
+{
+    if (m_nameLabel == nullptr || !m_nameVisible) {
+        return top;
+    }
+    const bool hasCheck = m_checkBox != nullptr && m_checkVisible;
+    const int left = hasCheck ? m_checkBox->width() + kNameGap : kInnerLeft;
+    const int labelTop = height() - kInnerMargin - m_nameLabel->height();
+    m_nameLabel->setGeometry(left, labelTop, width() - kInnerMargin - left + 1,
+                             m_nameLabel->height());
+    if (!isParentEntry()) {
+        elideToLabel(m_nameLabel, isPicture() ? m_item->baseName() : m_item->fileName());
+    }
+    return std::min(top, labelTop);
+}
+
+int FPVThumbnailItem::placeDetail(int top)
+{
+    if (m_detailLabel == nullptr || !m_detailVisible) {
+        return top;
+    }
+    const bool isAboveName = m_nameLabel != nullptr && m_nameVisible;
+    const bool hasCheck = m_checkBox != nullptr && m_checkVisible;
+    const int left = hasCheck && !isAboveName ? m_checkBox->width() + kDetailGap : kInnerLeft;
+    const int bottom = isAboveName ? top : height() - kInnerMargin;
+    const int labelTop = bottom - m_detailLabel->height();
+    m_detailLabel->setGeometry(left, labelTop, width() - kInnerMargin - left + 1,
+                               m_detailLabel->height());
+    return std::min(top, labelTop);
+}
+
+void FPVThumbnailItem::placePicture(int top)
+{
+    if (m_picture == nullptr || !m_pictureVisible) {
+        return;
+    }
+    QSize size = m_thumbSize;
+    if (m_pixmap) {
+        size = m_pixmap->size();
+    } else if (isPicture()) {
+        m_picture->setPalette(QPalette(Qt::black));
+        m_picture->setAutoFillBackground(true);
+    } else {
+        return;
+    }
+    const int left = kInnerLeft + (width() - kInnerMargin - kInnerLeft + 1 - size.width()) / 2;
+    m_picture->setGeometry(QRect(QPoint(left, kInnerTop + (top - size.height()) / 2), size));
+}
+
+FPVThumbnailMetrics::Frame FPVThumbnailItem::frameKind()
+{
+    if (isPicture()) {
+        return FPVThumbnailMetrics::Picture;
+    }
+    if (isParentEntry()) {
+        return FPVThumbnailMetrics::Back;
+    }
+    if (!m_hasPictures) {
+        const auto *folder = qobject_cast<const FPVItemFolder *>(m_item.data());
+        m_hasPictures = folder != nullptr && folder->hasPictures();
+    }
+    return *m_hasPictures ? FPVThumbnailMetrics::PicturesFolder : FPVThumbnailMetrics::Folder;
+}
+
+void FPVThumbnailItem::applyFocus()
+{
+    m_frame = frameKind();
+    m_isFocused = m_focusMark && hasFocus();
+    const QPalette &palette = m_metrics->palette(m_isFocused);
+    if (m_nameLabel != nullptr && m_nameVisible) {
+        m_nameLabel->setPalette(palette);
+    }
+    if (m_checkBox != nullptr && m_checkVisible) {
+        m_checkBox->setPalette(palette);
+    }
+}
+
+void FPVThumbnailItem::paintEvent(QPaintEvent *event)
+{
+    QPainter painter(this);
+    painter.drawImage(0, 0, m_metrics->frame(m_frame, m_isFocused));
+    painter.end();
+    QFrame::paintEvent(event);
+}

@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: MIT
+#include "views/FPVThumbnailMetrics.h"
+
+#include "platform/Resource.h"
+#include "views/pageArithmetic.h"
+
+#include <optional>
+
+namespace {
+
+using FrameNames = std::array<const char *, 2 * FPVThumbnailMetrics::FrameKinds>;
+
+constexpr FrameNames kLargeFrames = {
+    "frame_pic_l",     "frame_pic_l_on",     "frame_folder_l",      "frame_folder_l_on",
+    "frame_folder_pl", "frame_folder_pl_on", "frame_folder_l_back", "frame_folder_l_back_on",
+};
+constexpr FrameNames kSmallFrames = {
+    "frame_pic_s",     "frame_pic_s_on",     "frame_folder_s",      "frame_folder_s_on",
+    "frame_folder_ps", "frame_folder_ps_on", "frame_folder_s_back", "frame_folder_s_back_on",
+};
+
+QPixmap loadPixmap(const char *name)
+{
+    return Resource::loadPixmap(QLatin1String("lumivault/") + QLatin1String(name));
+}
+
+/// The picture at exactly this size, with the dots of a dense screen if it has them.
+QImage scaledFrame(const char *name, QSize size)
+{
+    const QImage image = loadPixmap(name).toImage();
+    if (image.isNull()) {
+        return image;
+    }
+    const qreal ratio = image.devicePixelRatio();
+    QImage scaled = image.scaled(size * ratio, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    scaled.setDevicePixelRatio(ratio);
+    return scaled;
+}
+
+} // namespace
+
+FPVThumbnailMetrics::FPVThumbnailMetrics(char modeKind, int across, int down)
+    : columns(across)
+    , rows(down)
+    , visibleCount(across * down)
+    , kind(modeKind)
+{ }
+
+void FPVThumbnailMetrics::layOut(QSize bars)
+{
+    const std::optional<lumi::CellSizes> sizes = lumi::cellSizes(columns, rows, showName, bars);
+    if (!sizes) {
+        return;
+    }
+    imageSize = sizes->image;
+    if (pitch != sizes->pitch) {
+        pitch = sizes->pitch;
+        loadPictures();
+    }
+}
+
+const QImage &FPVThumbnailMetrics::frame(Frame frame, bool isFocused) const
+{
+    return frames.at(static_cast<std::size_t>(2 * frame + (isFocused ? 1 : 0)));
+}
+
+void FPVThumbnailMetrics::loadPictures()
+{
+    const FrameNames &names = showName ? kLargeFrames : kSmallFrames;
+    for (std::size_t i = 0; i < frames.size(); ++i) {
+        frames.at(i) = scaledFrame(names.at(i), pitch);
+    }
+    checkOff = loadPixmap(showName ? "check_l" : "check_s");
+    checkOn = loadPixmap(showName ? "check_l_on" : "check_s_on");
+}

@@ -1,0 +1,332 @@
+// SPDX-License-Identifier: MIT
+#include "views/FPVThumbnailView.h"
+
+#include "items/FPVItemList.h"
+#include "platform/QPEApplication.h"
+#include "platform/toolkit/BackgroundWidget.h"
+#include "platform/toolkit/PagingScrollBar.h"
+#include "views/FPVThumbnailItem.h"
+
+#include <QBoxLayout>
+#include <QFile>
+#include <QResizeEvent>
+
+#include <algorithm>
+
+namespace {
+
+/// From a page change to the cells of the new page.
+constexpr int kFillMs = 30;
+/// From the cells to the first thumbnail.
+constexpr int kFirstThumbnailMs = 10;
+/// Wide enough for a finger.
+constexpr int kBarThickness = 24;
+/// A view is laid out only if something is left of its size inside this border.
+constexpr int kBorder = 2;
+
+} // namespace
+
+FPVThumbnailView::FPVThumbnailView(QWidget *parent, FPVItemList *list)
+    : QScrollView(parent, "ThumbnailView")
+    , m_list(list)
+    , m_vBar(new PagingScrollBar(Qt::Vertical, this))
+    , m_hBar(new PagingScrollBar(Qt::Horizontal, this))
+    , m_barLayout(new QBoxLayout(QBoxLayout::TopToBottom, this))
+{
+    setFocusPolicy(Qt::WheelFocus);
+    setFrameStyle(QFrame::NoFrame);
+    viewport()->setFocusProxy(this);
+    // What the view lies on shows between two pages and outside the cells.
+    viewport()->setAutoFillBackground(false);
+    m_vBar->setFixedWidth(kBarThickness);
+    m_hBar->setFixedHeight(kBarThickness);
+    m_barLayout->setContentsMargins(0, 0, 0, 0);
+    m_barLayout->setSpacing(0);
+    m_barLayout->addStretch();
+    m_barLayout->addWidget(m_vBar, 0, Qt::AlignRight);
+    m_barLayout->addWidget(m_hBar, 0, Qt::AlignBottom);
+    m_loadTimer.setSingleShot(true);
+    connect(&m_loadTimer, &QTimer::timeout, this, &FPVThumbnailView::itemLoadTime);
+    connectBars();
+}
+
+FPVThumbnailView::~FPVThumbnailView() = default;
+
+void FPVThumbnailView::setList(FPVItemList *list)
+{
+    m_list = list;
+}
+
+void FPVThumbnailView::setVerticalMode(bool relayout)
+{
+    m_horizontal = false;
+    m_barLayout->setDirection(QBoxLayout::LeftToRight);
+    m_vBar->show();
+    m_hBar->hide();
+    if (relayout) {
+        resizeEvent(nullptr);
+    }
+}
+
+void FPVThumbnailView::setHorizontalMode(bool relayout)
+{
+    m_horizontal = true;
+    m_barLayout->setDirection(QBoxLayout::TopToBottom);
+    m_hBar->show();
+    m_vBar->hide();
+    if (relayout) {
+        resizeEvent(nullptr);
+    }
+}
+
+void FPVThumbnailView::setMetrics(const FPVThumbnailMetrics &metrics, bool relayout)
+{
+    m_metrics = metrics;
+    if (!relayout) {
+        return;
+    }
+    m_viewSize = size();
+    resizeEvent(nullptr);
+    showPage(-1, m_currentIndex, true);
+}
+
+void FPVThumbnailView::setBackground(const QPixmap &pixmap)
+{
+    m_background = pixmap;
+    if (m_container != nullptr && !pixmap.isNull()) {
+        m_container->setBackgroundPixmap(pixmap);
+    }
+}
+
+void FPVThumbnailView::resizeEvent(QResizeEvent *event)
+{
+    if (event != nullptr) {
+        QScrollView::resizeEvent(event);
+    }
+    if (event != nullptr && event->size() != m_viewSize) {
+        m_viewSize = event->size();
+        if (m_container != nullptr) {
+            m_container->setGeometry(QRect(QPoint(), m_viewSize));
+        }
+    } else {
+        resizeContents(m_viewSize.width(), m_viewSize.height());
+        rebuildContainer(m_viewSize);
+        // Nobody else fills it again.
+        m_loadCursor = m_topIndex;
+        m_loadTimer.start(kFillMs);
+    }
+    layOut();
+}
+
+void FPVThumbnailView::layOut()
+{
+    if (m_viewSize.width() <= 2 * kBorder || m_viewSize.height() <= 2 * kBorder) {
+        return;
+    }
+    setHScrollBarMode(AlwaysOff);
+    setVScrollBarMode(AlwaysOff);
+    m_columns = m_metrics.columns;
+    m_rows = m_metrics.rows;
+    m_metrics.layOut(QSize(m_horizontal ? 0 : kBarThickness, m_horizontal ? kBarThickness : 0));
+}
+
+void FPVThumbnailView::reload(const QString &path)
+{
+    if (m_list == nullptr || path.isEmpty()) {
+        return;
+    }
+    m_list->load(path, QString());
+    showPage(0, -1, true);
+}
+
+void FPVThumbnailView::showPage(int top, int index, bool setBar)
+{
+    const int count = itemCount();
+    if (count == 0) {
+        m_topIndex = 0;
+        m_loadCursor = 0;
+        updateBar(true);
+        showEmptyList();
+        return;
+    }
+    if (grid().visibleCount() <= 0) {
+        return;
+    }
+    m_topIndex = lumi::pageTop(grid(), count, m_topIndex, top, index);
+    m_loadCursor = m_topIndex;
+    if (index >= m_topIndex && index < m_topIndex + grid().visibleCount()) {
+        m_currentIndex = index;
+    }
+    resizeContents(m_viewSize.width(), m_viewSize.height());
+    rebuildContainer(m_viewSize);
+    updateBar(setBar);
+    m_loadTimer.start(kFillMs);
+}
+
+void FPVThumbnailView::showEmptyList()
+{
+    m_loadTimer.stop();
+    if (m_list == nullptr) {
+        return;
+    }
+    rebuildContainer(QPEApplication::desktopSize());
+    m_container->show();
+    m_container->update();
+}
+
+void FPVThumbnailView::updateBar(bool setValue)
+{
+    const lumi::BarRange range = lumi::barRange(grid(), itemCount(), m_topIndex);
+    PagingScrollBar *bar = activeBar();
+    bar->setRange(range.minimum, range.maximum);
+    bar->setPageStep(range.pageStep);
+    bar->setSingleStep(1);
+    if (setValue || range.maximum == 0) {
+        bar->setValue(range.value);
+    }
+}
+
+void FPVThumbnailView::rebuildContainer(QSize size)
+{
+    discardContainer();
+    m_container = new BackgroundWidget(viewport());
+    m_container->setFocusProxy(viewport());
+    m_container->resize(size);
+    m_container->setBackgroundPixmap(m_background);
+    addChild(m_container, 0, 0);
+}
+
+void FPVThumbnailView::discardContainer()
+{
+    ++m_generation;
+    if (m_container == nullptr) {
+        return;
+    }
+    // This may run out of a signal of one of the cells: they must outlive it, without being
+    // of any effect.
+    const QList<FPVThumbnailItem *> old = cells();
+    for (FPVThumbnailItem *cell : old) {
+        takeOut(cell);
+    }
+    m_current = nullptr;
+    m_container->hide();
+    m_container->setParent(nullptr);
+    m_container->deleteLater();
+    m_container = nullptr;
+}
+
+void FPVThumbnailView::takeOut(FPVThumbnailItem *cell)
+{
+    cell->leavePage();
+    disconnect(cell, nullptr, this, nullptr);
+}
+
+QList<FPVThumbnailItem *> FPVThumbnailView::cells() const
+{
+    if (m_container == nullptr) {
+        return {};
+    }
+    return m_container->findChildren<FPVThumbnailItem *>(QString(), Qt::FindDirectChildrenOnly);
+}
+
+void FPVThumbnailView::itemLoadTime()
+{
+    if (m_container == nullptr || itemCount() == 0 || grid().visibleCount() <= 0) {
+        return;
+    }
+    fillPage();
+}
+
+void FPVThumbnailView::fillPage()
+{
+    const unsigned generation = m_generation;
+    const int end = std::min(itemCount(), m_topIndex + grid().visibleCount());
+    QPointer<FPVThumbnailItem> first;
+    QPointer<FPVThumbnailItem> previous;
+    for (int index = m_loadCursor; index < end; ++index) {
+        FPVItemObject *item = m_list->at(index);
+        // Once only: a file that can't be reached by its name would be missing every time.
+        if (!m_reloadedForLoss && !QFile::exists(item->path())) {
+            m_reloadedForLoss = true;
+            reloadFolder();
+            return;
+        }
+        FPVThumbnailItem *cell = makeCell(item, index);
+        if (index == m_currentIndex) {
+            m_current = cell;
+            cell->setFocusMark(true, true);
+            Q_EMIT selected(item);
+            if (generation != m_generation) {
+                return;
+            }
+        }
+        if (previous) {
+            previous->setNext(cell, m_metrics.imageSize, m_metrics.showCheck);
+        }
+        first = first ? first : QPointer<FPVThumbnailItem>(cell);
+        previous = cell;
+    }
+    m_loadCursor = itemCount();
+    m_reloadedForLoss = false;
+    if (previous) {
+        previous->setNext(nullptr, m_metrics.imageSize, m_metrics.showCheck);
+    }
+    if (first) {
+        first->startChain(kFirstThumbnailMs);
+    }
+}
+
+FPVThumbnailItem *FPVThumbnailView::makeCell(FPVItemObject *item, int index)
+{
+    auto *cell = new FPVThumbnailItem(m_container, item, &m_metrics, index);
+    cell->setFocusProxy(m_container);
+    item->setThumbnailItem(cell);
+    const int place = index - m_topIndex;
+    const QSize pitch = m_metrics.pitch;
+    cell->setGeometry(pitch.width() * (place % m_columns), pitch.height() * (place / m_columns),
+                      pitch.width(), pitch.height());
+    cell->showPlaceholder(m_metrics.imageSize);
+    cell->setCheckVisible(m_metrics.showCheck, false);
+    cell->setNameVisible(m_metrics.showName, false);
+    cell->setDetailVisible(m_metrics.showDetail, true);
+    if (item->isPicture()) {
+        connect(cell, &FPVThumbnailItem::clicked, this, &FPVThumbnailView::itemselected);
+    } else {
+        connect(cell, &FPVThumbnailItem::clicked, this, &FPVThumbnailView::folderselected);
+        connect(cell, &FPVThumbnailItem::decided, this, &FPVThumbnailView::folderdecided);
+    }
+    cell->show();
+    m_container->show();
+    return cell;
+}
+
+void FPVThumbnailView::dropCursorThumbnail()
+{
+    m_loadTimer.stop();
+    ++m_generation;
+    const QList<FPVThumbnailItem *> page = cells();
+    for (FPVThumbnailItem *cell : page) {
+        cell->stopChain();
+    }
+    if (m_current) {
+        takeOut(m_current);
+        m_current->hide();
+        m_current->deleteLater();
+        m_current = nullptr;
+    }
+}
+
+int FPVThumbnailView::itemCount() const
+{
+    return m_list == nullptr ? 0 : m_list->count();
+}
+
+lumi::PageGrid FPVThumbnailView::grid() const
+{
+    return {m_columns, m_rows, m_horizontal};
+}
+
+PagingScrollBar *FPVThumbnailView::activeBar() const
+{
+    return m_horizontal ? m_hBar : m_vBar;
+}
