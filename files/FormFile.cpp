@@ -1,0 +1,294 @@
+// SPDX-License-Identifier: MIT
+#include "files/FormFile.h"
+
+#include "app/common/labels.h"
+#include "app/common/messages.h"
+#include "files/fileKeys.h"
+#include "items/FPVItemList.h"
+#include "platform/QPEMenuBar.h"
+#include "platform/Resource.h"
+#include "platform/deviceKey.h"
+#include "platform/toolkit/BackgroundWidget.h"
+#include "platform/toolkit/QAccel.h"
+#include "views/FPVThumbnailView.h"
+#include "views/folderRoots.h"
+#include "widgets/MyLeftWidget.h"
+
+#include <QComboBox>
+#include <QFileInfo>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QToolButton>
+
+namespace {
+
+constexpr int kTopForm = 0;
+constexpr int kPictureMargin = 10;
+constexpr int kPictureSpacing = 20;
+/// Height of the detail panel.
+constexpr int kDetailHeight = 185;
+/// Height of the row above the pictures: a target for a finger.
+constexpr int kTopRowHeight = 40;
+constexpr int kUpIconSide = 28;
+
+QPixmap load(const char *name)
+{
+    return Resource::loadPixmap(QLatin1String("lumivault/") + QLatin1String(name));
+}
+
+void setDarkGray(QWidget *widget)
+{
+    QPalette palette = widget->palette();
+    palette.setColor(QPalette::Window, Qt::darkGray);
+    widget->setPalette(palette);
+    widget->setAutoFillBackground(true);
+}
+
+} // namespace
+
+FormFile::FormFile(QWidget *parent, QPEToolBar *toolBar)
+    : FormBase(parent, toolBar, kFormId)
+    , m_photoFilesPath(lumi::photoStorePath())
+    , m_cfPath(cardStartPath(Slot::CF))
+    , m_sdPath(cardStartPath(Slot::SD))
+{
+    parent->setWindowTitle(msg(lumi::MsgLumiVault));
+    buildMenus();
+    auto *accel = new QAccel(kKeyMail, this);
+    connect(accel, &QAccel::activated, this, &FormFile::accel_appendToMail);
+    m_leftWidget = new MyLeftWidget(this);
+    connect(m_leftWidget, &MyLeftWidget::btn_clicked, this, &FormFile::btn_leftWidget_clicked);
+    auto *row = new QHBoxLayout(this);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(0);
+    row->addWidget(m_leftWidget, 0);
+    row->addWidget(buildRightSide(), 1);
+}
+
+FormFile::~FormFile()
+{
+    // The view looks at the list until its end.
+    delete m_view;
+    if (m_menuBar) {
+        m_menuBar->hide();
+        delete m_menuBar;
+    }
+}
+
+QWidget *FormFile::buildRightSide()
+{
+    auto *rightSide = new QWidget(this);
+    setDarkGray(rightSide);
+    auto *column = new QVBoxLayout(rightSide);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addLayout(buildTopRow(rightSide));
+    column->addWidget(buildPicturePart(rightSide), 1);
+    return rightSide;
+}
+
+QLayout *FormFile::buildTopRow(QWidget *rightSide)
+{
+    m_deviceCombo = new QComboBox(rightSide);
+    m_deviceCombo->setMinimumHeight(kTopRowHeight);
+    setDarkGray(m_deviceCombo);
+    fillDeviceCombo();
+    connect(m_deviceCombo, &QComboBox::textActivated, this, &FormFile::combo_device_activated);
+    m_upButton = new QToolButton(rightSide);
+    m_upButton->setIcon(load("to_top"));
+    m_upButton->setIconSize(QSize(kUpIconSide, kUpIconSide));
+    m_upButton->setMinimumSize(kTopRowHeight, kTopRowHeight);
+    m_upButton->setEnabled(false);
+    connect(m_upButton, &QToolButton::clicked, this, &FormFile::btn_root_cliced);
+    m_statusField = new QLabel(rightSide);
+    m_statusField->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    // A long name is cut to the room there is and must not ask for more.
+    m_statusField->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    setDarkGray(m_statusField);
+    auto *row = new QHBoxLayout;
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(0);
+    row->addWidget(m_deviceCombo, 0);
+    row->addWidget(m_upButton, 0);
+    row->addWidget(m_statusField, 1);
+    return row;
+}
+
+QWidget *FormFile::buildPicturePart(QWidget *rightSide)
+{
+    const QPixmap background = load("bg_right");
+    auto *part = new BackgroundWidget(rightSide);
+    part->setBackgroundPixmap(background);
+    m_detailPlace = new QWidget(part);
+    m_detailPlace->setFixedHeight(kDetailHeight);
+    m_detailPlace->hide();
+    m_view = new FPVThumbnailView(part, nullptr);
+    m_view->setBackground(background);
+    connect(m_view, &FPVThumbnailView::selected, this, &FormFile::filelist_selected);
+    connect(m_view, &FPVThumbnailView::decided, this, &FormFile::filelist_decided);
+    auto *column = new QVBoxLayout(part);
+    column->setContentsMargins(kPictureMargin, kPictureMargin, kPictureMargin, kPictureMargin);
+    column->setSpacing(kPictureSpacing);
+    column->addWidget(m_detailPlace);
+    column->addWidget(m_view, 1);
+    return part;
+}
+
+void FormFile::formStarted()
+{
+    if (m_menuBar) {
+        m_menuBar->show();
+    }
+    show();
+    const QString store = lumi::photoStorePath();
+    m_rootItem = std::make_unique<FPVItemList>(store, store);
+    m_currentPath = &m_photoFilesPath;
+    m_view->setList(m_rootItem.get());
+    menu_disp_ThumbnailLarge();
+    m_view->setFocus();
+}
+
+void FormFile::enterFolder(const QString &path)
+{
+    if (m_view == nullptr || m_rootItem == nullptr) {
+        return;
+    }
+    if (path.isNull()) {
+        m_view->reload(m_rootItem->currentPath());
+    } else {
+        m_view->reload(path);
+        *m_currentPath = path;
+    }
+    m_upButton->setEnabled(!lumi::isFolderRoot(m_rootItem->currentPath()));
+    m_view->showPage(0, 0, true);
+}
+
+void FormFile::filelist_decided(FPVItemObject *item)
+{
+    if (item == nullptr) {
+        if (m_rootItem != nullptr) {
+            enterFolder(m_rootItem->currentPath() + QLatin1String("/.."));
+        }
+    } else if (item->isPicture()) {
+        menu_disp_DispAll();
+    } else if (item->isFolder()) {
+        enterFolder(item->path());
+    }
+}
+
+void FormFile::filelist_selected(FPVItemObject *item)
+{
+    if (item == nullptr) {
+        return;
+    }
+    if (item->isPicture()) {
+        setStatus(QFileInfo(item->fileName()).baseName());
+    } else if (item->isFolder()) {
+        const QString name = item->fileName();
+        setStatus(name == QLatin1String("..") ? msg(lumi::MsgParentFolder) : name);
+    }
+}
+
+void FormFile::setStatus(const QString &text)
+{
+    elideToLabel(m_statusField, text);
+}
+
+void FormFile::btn_root_cliced() // sic
+{
+    m_view->action(static_cast<int>(lumi::ViewAction::FolderUp));
+}
+
+void FormFile::btn_leftWidget_clicked(int id)
+{
+    switch (id) {
+    case MyLeftWidget::ThumbnailLarge:
+        menu_disp_ThumbnailLarge();
+        break;
+    case MyLeftWidget::ThumbnailSmall:
+        menu_disp_ThumbnailSmall();
+        break;
+    case MyLeftWidget::Detail:
+        menu_disp_DispDetail();
+        break;
+    case MyLeftWidget::Slideshow:
+        menu_disp_Slideshow_Execution();
+        break;
+    case MyLeftWidget::Top:
+        menu_disp_Top();
+        break;
+    default:
+        break;
+    }
+}
+
+void FormFile::menu_disp_Top()
+{
+    requestForm(kTopForm, QString());
+}
+
+void FormFile::keyPressEvent(QKeyEvent *event)
+{
+    const lumi::FileKey key = lumi::fileKey(event->key(), event->modifiers());
+    QWidget::keyPressEvent(event);
+    const FPVItemObject *item = currentItem();
+    if (lumi::needsPhoto(key) && (item == nullptr || !item->isPicture())) {
+        return;
+    }
+    switch (key) {
+    case lumi::FileKey::Copy:
+        menu_edit_Copy();
+        break;
+    case lumi::FileKey::Cut:
+        menu_edit_Cut();
+        break;
+    case lumi::FileKey::Paste:
+        menu_edit_Paste();
+        break;
+    case lumi::FileKey::Delete:
+        menu_file_Delete();
+        break;
+    case lumi::FileKey::None:
+        break;
+    }
+}
+
+FPVItemObject *FormFile::currentItem() const
+{
+    return m_view->currentObject();
+}
+
+void FormFile::menu_file_NewFolder() { }
+
+void FormFile::menu_file_Rename() { }
+
+void FormFile::menu_file_Delete() { }
+
+void FormFile::menu_file_DeleteCheckItem() { }
+
+void FormFile::menu_file_DeleteEmptyFolder() { }
+
+void FormFile::menu_edit_Cut() { }
+
+void FormFile::menu_edit_Copy() { }
+
+void FormFile::menu_edit_CutCheckItem() { }
+
+void FormFile::menu_edit_CopyCheckItem() { }
+
+void FormFile::menu_edit_Paste() { }
+
+void FormFile::menu_edit_CheckAll() { }
+
+void FormFile::menu_edit_ReleaseCheck() { }
+
+void FormFile::menu_disp_Slideshow_Execution() { }
+
+void FormFile::menu_disp_Slideshow_Setting() { }
+
+void FormFile::menu_disp_DispAll() { }
+
+void FormFile::btn_edit_clicked() { }
+
+void FormFile::accel_appendToMail() { }

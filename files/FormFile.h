@@ -1,0 +1,114 @@
+// SPDX-License-Identifier: MIT
+// The form for browsing and managing photos: one folder of one medium at a time, in one of
+// three display modes, with the menus for file work. It holds no file logic of its own: it is
+// the layout, the navigation, the state of the menus and the reaction to cards.
+// Each medium remembers the folder that was entered last on it, as long as the form lives.
+// Owns: its widgets, its menu bar in the shared tool bar, and the list of the folder on show.
+#pragma once
+
+#include "app/common/FormBase.h"
+#include "platform/Machine.h"
+
+#include <QPointer>
+
+#include <memory>
+
+class FPVItemList;
+class FPVItemObject;
+class FPVThumbnailView;
+class MyLeftWidget;
+class QComboBox;
+class QLabel;
+class QLayout;
+class QPEMenuBar;
+class QPopupMenu;
+class QToolButton;
+
+class FormFile : public FormBase
+{
+    Q_OBJECT
+
+public:
+    static constexpr int kFormId = 2;
+
+    FormFile(QWidget *parent, QPEToolBar *toolBar);
+    ~FormFile() override;
+
+    void formStarted() override;
+    void mtabChanged() override;
+
+public Q_SLOTS:
+    // NOLINTBEGIN(readability-identifier-naming): given names
+    void menu_file_NewFolder();
+    void menu_file_Rename();
+    void menu_file_Delete();
+    void menu_file_DeleteCheckItem();
+    void menu_file_DeleteEmptyFolder();
+    void menu_edit_Cut();
+    void menu_edit_Copy();
+    void menu_edit_CutCheckItem();
+    void menu_edit_CopyCheckItem();
+    void menu_edit_Paste();
+    void menu_edit_CheckAll();
+    void menu_edit_ReleaseCheck();
+    void menu_disp_ThumbnailLarge();
+    void menu_disp_ThumbnailSmall();
+    void menu_disp_DispDetail();
+    void menu_disp_Slideshow_Execution();
+    void menu_disp_Slideshow_Setting();
+    void menu_disp_DispAll();
+    void menu_option_Help();
+    void menu_option_Version();
+    void menu_disp_Top();
+    void accel_appendToMail();
+    /// name: the medium as the combo shows it.
+    void combo_device_activated(const QString &name);
+    /// id: of a button of the column.
+    void btn_leftWidget_clicked(int id);
+    void btn_edit_clicked();
+    void filelist_selected(FPVItemObject *item);
+    /// A null item means the folder above.
+    void filelist_decided(FPVItemObject *item);
+    void menuGrayout();
+    /// Goes up one level.
+    void btn_root_cliced(); // sic
+    // NOLINTEND(readability-identifier-naming)
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+
+private:
+    enum Mode : int { NoMode = -1, LargeMode = 0, SmallMode = 1, DetailMode = 2 };
+
+    /// The folder of a card that is opened first.
+    [[nodiscard]] static QString cardStartPath(Slot slot);
+    void buildMenus();
+    [[nodiscard]] QPopupMenu *addMenu(int title);
+    template <typename Rows> void appendEntries(QPopupMenu *menu, const Rows &rows);
+    [[nodiscard]] QWidget *buildRightSide();
+    [[nodiscard]] QLayout *buildTopRow(QWidget *rightSide);
+    [[nodiscard]] QWidget *buildPicturePart(QWidget *rightSide);
+    void fillDeviceCombo();
+    [[nodiscard]] bool goTo(const QString &path, const QString &root);
+    [[nodiscard]] bool goToCard(Slot slot, QString *remembered);
+    /// A null path reads the folder on show again.
+    void enterFolder(const QString &path);
+    void setMode(Mode mode);
+    void setStatus(const QString &text);
+    [[nodiscard]] FPVItemObject *currentItem() const;
+
+    QPointer<QPEMenuBar> m_menuBar; // dies with the tool bar, if that goes first
+    QLabel *m_statusField = nullptr;
+    QComboBox *m_deviceCombo = nullptr;
+    QToolButton *m_upButton = nullptr;
+    QWidget *m_detailPlace = nullptr;
+    MyLeftWidget *m_leftWidget = nullptr;
+    FPVThumbnailView *m_view = nullptr;
+    std::unique_ptr<FPVItemList> m_rootItem;
+    QString *m_currentPath = nullptr;
+    QString m_photoFilesPath;
+    QString m_cfPath;
+    QString m_sdPath;
+    Mode m_mode = NoMode;
+    QList<QPopupMenu *> m_menus;
+};
