@@ -3,6 +3,7 @@
 
 #include "platform/Machine.h"
 
+#include <algorithm>
 #include <climits>
 #include <limits>
 
@@ -17,7 +18,7 @@ int clampedProduct(qint64 a, qint64 b, int shift)
     if (__builtin_mul_overflow(a, b, &product)) {
         product = std::numeric_limits<qint64>::max();
     }
-    return static_cast<int>(qBound<qint64>(0, product >> shift, INT_MAX));
+    return static_cast<int>(std::clamp<qint64>(product >> shift, 0, INT_MAX));
 }
 
 } // namespace

@@ -37,10 +37,12 @@ void elideToLabel(QLabel *label, const QString &text)
     label->setText(elided(text, QFontMetrics(label->font()), label->width()));
 }
 
-QString elideToChars(const QLabel *label, const QString &text, int count)
+QString elideToChars(const QWidget *widget, const QString &text, int count)
 {
-    const QFontMetrics metrics(label->font());
-    return elided(text, metrics, count * metrics.horizontalAdvance(QLatin1Char('X')));
+    const QFontMetrics metrics(widget->font());
+    // Of all of them at once: widths are rounded, and that would add up.
+    const QString widest(qMax(0, count), QLatin1Char('X'));
+    return elided(text, metrics, metrics.horizontalAdvance(widest));
 }
 
 void setFontSize(QWidget *widget, int points)

@@ -1,0 +1,158 @@
+// SPDX-License-Identifier: MIT
+#include "app/common/messages.h"
+#include "tests/support/TestMain.h"
+
+#include <QFile>
+#include <QTest>
+
+#include <csignal>
+#include <limits>
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+// Asked for before main: the table must not depend on the order of initialisation.
+const QString kAskedBeforeMain = msg(lumi::MsgLumiVault);
+
+struct PublishedRow
+{
+    int id;
+    QString text;
+};
+
+/// The published list: a number, a colon, and the text in quotation marks with "\n" escaped.
+QList<PublishedRow> publishedRows()
+{
+    QFile file(QStringLiteral(LUMI_CATALOGUE));
+    QList<PublishedRow> rows;
+    if (!file.open(QIODevice::ReadOnly)) {
+        return rows;
+    }
+    while (!file.atEnd()) {
+        QByteArray line = file.readLine();
+        line.chop(1);
+        const qsizetype first = line.indexOf('"');
+        const qsizetype last = line.lastIndexOf('"');
+        QByteArray text = line.mid(first + 1, last - first - 1);
+        text.replace("\\n", "\n");
+        rows.append({line.left(line.indexOf(':')).toInt(), QString::fromUtf8(text)});
+    }
+    return rows;
+}
+
+} // namespace
+
+class TestMessages : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void everyRowIsPublished();
+    void textIsThePublishedOne_data();
+    void textIsThePublishedOne();
+    void textsAreThereBeforeMain();
+    void copiesAreTheCallersOwn();
+    void odditiesStand_data();
+    void odditiesStand();
+    void numberOutsideTheTable_data();
+    void numberOutsideTheTable();
+};
+
+void TestMessages::everyRowIsPublished()
+{
+    const QList<PublishedRow> rows = publishedRows();
+    QCOMPARE(rows.size(), qsizetype(lumi::kMessageCount));
+    QCOMPARE(lumi::kMessageCount, 281);
+    for (int i = 0; i < rows.size(); ++i) {
+        QCOMPARE(rows.at(i).id, i);
+    }
+}
+
+void TestMessages::textIsThePublishedOne_data()
+{
+    QTest::addColumn<int>("id");
+    QTest::addColumn<QString>("text");
+    const QList<PublishedRow> rows = publishedRows();
+    for (const PublishedRow &row : rows) {
+        QTest::addRow("row %d reads as published", row.id) << row.id << row.text;
+    }
+}
+
+void TestMessages::textIsThePublishedOne()
+{
+    QFETCH(int, id);
+    QFETCH(QString, text);
+    QCOMPARE(msg(id), text);
+    QVERIFY(!msg(id).isNull());
+}
+
+void TestMessages::textsAreThereBeforeMain()
+{
+    QCOMPARE(kAskedBeforeMain, QStringLiteral("Lumi Vault"));
+}
+
+void TestMessages::copiesAreTheCallersOwn()
+{
+    QString text = msg(lumi::MsgWorking);
+    text[0] = QLatin1Char('X');
+    text += QLatin1Char('!');
+    QCOMPARE(msg(lumi::MsgWorking), QStringLiteral("Working..."));
+}
+
+void TestMessages::odditiesStand_data()
+{
+    QTest::addColumn<int>("id");
+    QTest::addColumn<QString>("end");
+    QTest::newRow("a blank is missing in the mail message")
+        << 196 << QStringLiteral("\nwassaved from \"mail\" to \"Photo_Files\".");
+    QTest::newRow("contrast is cut") << 261 << QStringLiteral("Cntrst");
+    QTest::newRow("foreground is cut") << 269 << QStringLiteral("Foregd");
+    QTest::newRow("a paste fails in sticking") << 185 << QStringLiteral("It failed in sticking.");
+    QTest::newRow("the author ends in a blank") << 94 << QStringLiteral("Author ");
+    QTest::newRow("the compilation ends in a blank") << 95 << QStringLiteral("Compilation ");
+    QTest::newRow("card sizes end in blanks") << 181 << QStringLiteral("512MB Card          %4   ");
+    QTest::newRow("memory is set apart by blanks") << 180 << QStringLiteral("Memory        %1KB");
+    QTest::newRow("an ampersand stands alone") << 58 << QStringLiteral("Save & Exit");
+}
+
+void TestMessages::odditiesStand()
+{
+    QFETCH(int, id);
+    QFETCH(QString, end);
+    QVERIFY(msg(id).endsWith(end));
+}
+
+void TestMessages::numberOutsideTheTable_data()
+{
+    QTest::addColumn<int>("id");
+    QTest::newRow("one below the first") << -1;
+    QTest::newRow("one above the last") << 281;
+    QTest::newRow("the lowest number") << std::numeric_limits<int>::min();
+    QTest::newRow("the highest number") << std::numeric_limits<int>::max();
+}
+
+void TestMessages::numberOutsideTheTable()
+{
+    QFETCH(int, id);
+    QCOMPARE(lumi::messageBytes(id), nullptr);
+    // A process of its own, because a debug build stops there.
+    const pid_t child = fork();
+    QVERIFY(child >= 0);
+    if (child == 0) {
+        close(STDERR_FILENO);
+        std::signal(SIGABRT, SIG_DFL);
+        _exit(msg(id).isNull() ? 0 : 1);
+    }
+    int status = 0;
+    QCOMPARE(waitpid(child, &status, 0), child);
+#ifdef QT_NO_DEBUG
+    QVERIFY(WIFEXITED(status) && WEXITSTATUS(status) == 0);
+#else
+    QVERIFY(WIFSIGNALED(status) && WTERMSIG(status) == SIGABRT);
+#endif
+}
+
+LUMI_TEST(TestMessages)
+#include "TestMessages.moc"
