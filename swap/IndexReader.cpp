@@ -87,7 +87,7 @@ QString lumi::IndexReader::readText()
     }
     const char *start = m_bytes.constData() + m_position;
     m_position += field;
-    // No file name holds a zero byte, and one inside a path would mean two things to two readers.
-    m_failed = QByteArrayView(start, length).contains('\0');
-    return m_failed ? QString() : QString::fromLatin1(start, length);
+    // Behind a zero byte inside the text nothing counts: no file name holds one.
+    return QString::fromLatin1(
+        start, static_cast<qsizetype>(qstrnlen(start, static_cast<std::size_t>(length))));
 }

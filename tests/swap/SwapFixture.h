@@ -1,0 +1,123 @@
+// SPDX-License-Identifier: MIT
+// A private tree of photos with a swap folder, on a machine with plenty of room, and the
+// means to look at what the store left on the disk.
+#pragma once
+
+#include "swap/SwapSystem.h"
+#include "tests/support/FakeMachine.h"
+
+#include <QDateTime>
+#include <QImage>
+#include <QMap>
+#include <QStringList>
+#include <QTemporaryDir>
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+
+namespace lumi::test {
+
+/// Collects what goes through the message handler while it lives.
+class MessageLog
+{
+public:
+    MessageLog();
+    ~MessageLog();
+    MessageLog(const MessageLog &) = delete;
+    MessageLog &operator=(const MessageLog &) = delete;
+
+    QStringList warnings;
+    QStringList trace; ///< what debugLog() wrote, which is switched on meanwhile
+
+private:
+    QtMessageHandler m_previous;
+};
+
+/// Closes each message box that opens while it lives, as soon as the event loop runs.
+class BoxCloser
+{
+public:
+    BoxCloser();
+    ~BoxCloser();
+    BoxCloser(const BoxCloser &) = delete;
+    BoxCloser &operator=(const BoxCloser &) = delete;
+
+    struct Box
+    {
+        QString title;
+        QString text;
+        int icon = 0;
+        int buttons = 0;
+        bool hasParent = false;
+        bool anyOtherWindow = false;
+    };
+
+    QList<Box> boxes;
+
+private:
+    void closeBox();
+
+    std::unique_ptr<QTimer> m_timer;
+};
+
+/// The bytes of an index, put together by hand.
+class IndexBytes
+{
+public:
+    IndexBytes &number(std::int32_t value);
+    /// Latin-1 characters.
+    IndexBytes &text(const QByteArray &characters);
+
+    QByteArray bytes;
+};
+
+class SwapFixture
+{
+public:
+    SwapFixture();
+    ~SwapFixture();
+
+    /// What is measured as free on every disk; plenty at first.
+    void setFreeKB(int kilobytes) const;
+
+    /// Opens the store and publishes its handle.
+    SwapSystem &start();
+    /// The clean end of a run.
+    void stop();
+    /// A clean end and a start.
+    SwapSystem &restart();
+
+    [[nodiscard]] QString path(const QString &relative) const;
+
+    [[nodiscard]] QString swapFolder() const { return path(QStringLiteral(".photo_swp")); }
+
+    [[nodiscard]] QString indexPath() const;
+    [[nodiscard]] QString markerPath() const;
+    [[nodiscard]] QString swapFile(const QString &name) const;
+
+    /// Makes a file that stands for a photo, dated kTime, and its folders; gives its full path.
+    QString addPhoto(const QString &relative) const;
+    /// Names in the swap folder that end in the extension, sorted.
+    [[nodiscard]] QStringList swapFiles() const;
+
+    static constexpr qint64 kTime = 1700000000;
+
+    QTemporaryDir root;
+    FakeMachine *machine;
+    std::unique_ptr<SwapSystem> store;
+};
+
+void writeFile(const QString &path, const QByteArray &bytes);
+[[nodiscard]] QByteArray readFile(const QString &path);
+/// Milliseconds since 1970-01-01 UTC.
+void setFileTime(const QString &path, qint64 milliseconds);
+/// Size and time of each file below the folder, hidden ones too.
+[[nodiscard]] QMap<QString, QString> snapshot(const QString &folder);
+/// A picture whose pixels differ, so that a wrong one shows.
+[[nodiscard]] QImage picture(int width = 40, int height = 30, int seed = 0);
+/// All blocks of all controls.
+[[nodiscard]] int blockCount(const SwapSystem &store);
+[[nodiscard]] const SwapControl *controlOf(const SwapSystem &store, const QString &folder);
+
+} // namespace lumi::test
