@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+#include "exif/ExifTagList.h"
+
+namespace lumi {
+
+FPVExifTag *ExifTagList::findNumber(int number) const
+{
+    for (FPVExifTag *tag : *this) {
+        if (tag->tag() == number) {
+            return tag;
+        }
+    }
+    return nullptr;
+}
+
+void ExifTagList::put(std::unique_ptr<FPVExifTag> tag)
+{
+    const int place = find(tag.get());
+    if (place < 0) {
+        append(tag.release());
+        return;
+    }
+    remove(place);
+    insert(place, tag.release());
+}
+
+int ExifTagList::compareItems(const FPVExifTag *one, const FPVExifTag *other) const
+{
+    return one->tag() == other->tag() ? 0 : 1;
+}
+
+} // namespace lumi

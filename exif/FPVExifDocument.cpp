@@ -1,0 +1,139 @@
+// SPDX-License-Identifier: MIT
+#include "exif/FPVExifDocument.h"
+
+#include "exif/ExifSegment.h"
+
+#include <QFileInfo>
+#include <QImage>
+
+#include <limits>
+#include <memory>
+#include <new>
+
+namespace {
+
+constexpr int kExifPointer = 0x8769;
+constexpr int kGpsPointer = 0x8825;
+constexpr int kInteroperabilityPointer = 0xA005;
+constexpr int kThumbnailOffset = 0x0201;
+constexpr int kThumbnailLength = 0x0202;
+
+quint32 valueOf(const FPVExifTag *tag)
+{
+    return tag ? static_cast<quint32>(tag->intValue()) : 0;
+}
+
+} // namespace
+
+FPVExifDocument::FPVExifDocument(const QString &path)
+    : QFile(path)
+{
+    // Opening a pipe or a device could block for ever.
+    if (path.isEmpty() || !QFileInfo(path).isFile()
+        || !open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
+        return;
+    }
+    m_valid = readAll();
+    if (!m_valid) {
+        close();
+    }
+}
+
+FPVExifDocument::~FPVExifDocument() = default;
+
+bool FPVExifDocument::hasThumbnail() const
+{
+    return m_thumbnailOffset >= 1 && m_thumbnailLength > 0;
+}
+
+QImage *FPVExifDocument::thumbnail()
+{
+    if (!m_valid || !hasThumbnail() || m_thumbnailLength > std::numeric_limits<int>::max()) {
+        return nullptr;
+    }
+    const qint64 place = qint64(m_tiffBase) + m_thumbnailOffset;
+    if (m_thumbnailLength > size() - place || !seek(place)) {
+        return nullptr;
+    }
+    const std::unique_ptr<char[]> bytes(new (std::nothrow) char[m_thumbnailLength]);
+    if (!bytes || read(bytes.get(), m_thumbnailLength) != m_thumbnailLength) {
+        return nullptr;
+    }
+    auto image = std::make_unique<QImage>(
+        QImage::fromData(QByteArrayView(bytes.get(), m_thumbnailLength)));
+    return image->isNull() ? nullptr : image.release();
+}
+
+QImage *FPVExifDocument::thumbnail(const QString &path)
+{
+    FPVExifDocument document(path);
+    return document.thumbnail();
+}
+
+FPVExifTag *FPVExifDocument::find(int number, const lumi::ExifTagList &list) const
+{
+    return list.findNumber(number);
+}
+
+FPVExifTag *FPVExifDocument::find(int number, ExifListKind kind) const
+{
+    return find(number, list(kind));
+}
+
+const lumi::ExifTagList &FPVExifDocument::list(ExifListKind kind) const
+{
+    switch (kind) {
+    case ExifListKind::Exif:
+        return m_exif;
+    case ExifListKind::Interoperability:
+        return m_interoperability;
+    case ExifListKind::Gps:
+        return m_gps;
+    case ExifListKind::Ifd1:
+        return m_ifd1;
+    case ExifListKind::Ifd0:
+        break;
+    }
+    return m_ifd0;
+}
+
+bool FPVExifDocument::readAll()
+{
+    lumi::ExifSegment segment(*this);
+    const bool loaded = segment.load();
+    m_littleEndian = segment.isLittleEndian() ? 1 : 0;
+    m_tiffBase = segment.tiffBase();
+    m_app1Length = segment.app1Length();
+    m_ifd0Offset = segment.ifd0Offset();
+    return loaded && segment.readIfd(m_ifd0Offset, m_ifd0, m_ifd1Offset) && readSubIfds(segment)
+        && readIfd1(segment);
+}
+
+bool FPVExifDocument::readSubIfds(lumi::ExifSegment &segment)
+{
+    return readPointed(segment, m_ifd0, kExifPointer, m_exif)
+        && readPointed(segment, m_exif, kInteroperabilityPointer, m_interoperability)
+        && readPointed(segment, m_ifd0, kGpsPointer, m_gps);
+}
+
+bool FPVExifDocument::readPointed(lumi::ExifSegment &segment, const lumi::ExifTagList &from,
+                                  int pointer, lumi::ExifTagList &list)
+{
+    const FPVExifTag *tag = from.findNumber(pointer);
+    quint32 unusedLink = 0;
+    return !tag || segment.readIfd(valueOf(tag), list, unusedLink);
+}
+
+bool FPVExifDocument::readIfd1(lumi::ExifSegment &segment)
+{
+    m_ifd0Span = m_ifd1Offset - m_ifd0Offset;
+    if (m_ifd1Offset == 0) {
+        return true;
+    }
+    if (!segment.readIfd(m_ifd1Offset, m_ifd1, m_nextIfdOffset)) {
+        return false;
+    }
+    m_thumbnailLength = valueOf(m_ifd1.findNumber(kThumbnailLength));
+    m_thumbnailOffset = valueOf(m_ifd1.findNumber(kThumbnailOffset));
+    return true;
+}

@@ -1,0 +1,240 @@
+// SPDX-License-Identifier: MIT
+#include "exif/FPVExifTagBytes.h"
+#include "exif/FPVExifTagNumber.h"
+#include "exif/FPVExifTagRational.h"
+#include "exif/FPVExifTagString.h"
+#include "exif/fillFormat.h"
+#include "tests/support/TestMain.h"
+
+#include <QTest>
+
+#include <cstring>
+#include <memory>
+
+class TestFPVExifTag : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void theRootHoldsNoValue();
+    void everyClassTakesItsNameFromTheDictionary();
+    void numbers_data();
+    void numbers();
+    void rationals_data();
+    void rationals();
+    void strings_data();
+    void strings();
+    void stringDataNeverExceedsTheString_data();
+    void stringDataNeverExceedsTheString();
+    void bytesAsANumber_data();
+    void bytesAsANumber();
+    void bytesAsAText_data();
+    void bytesAsAText();
+    void bytesAreACopy();
+    void formats_data();
+    void formats();
+};
+
+void TestFPVExifTag::theRootHoldsNoValue()
+{
+    const FPVExifTag tag(0x010F, 2, 77);
+    QCOMPARE(tag.tag(), quint16(0x010F));
+    QCOMPARE(tag.type(), quint16(2));
+    QCOMPARE(tag.count(), 77U);
+    QCOMPARE(tag.intValue(), 0);
+    QVERIFY(tag.text().isNull());
+    QVERIFY(!tag.data());
+    QVERIFY(tag.description().isEmpty());
+}
+
+void TestFPVExifTag::everyClassTakesItsNameFromTheDictionary()
+{
+    const std::unique_ptr<FPVExifTag> tags[] = {
+        std::make_unique<FPVExifTag>(0x829A, 5, 1),
+        std::make_unique<FPVExifTagNumber>(0x829A, 5, 1, 3),
+        std::make_unique<FPVExifTagRational>(0x829A, 5, 1, 3, 4),
+        std::make_unique<FPVExifTagString>(0x829A, 5, 1, QStringLiteral("x")),
+        std::make_unique<FPVExifTagBytes>(0x829A, 5, 1, std::span<const char>()),
+    };
+    for (const auto &tag : tags) {
+        QCOMPARE(tag->name(), QStringLiteral("ExposureTime"));
+    }
+    QVERIFY(FPVExifTagNumber(0xEEEE, 3, 1, 3).name().isNull());
+}
+
+void TestFPVExifTag::numbers_data()
+{
+    QTest::addColumn<qint32>("value");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("a small number") << 42 << QStringLiteral("42");
+    QTest::newRow("zero") << 0 << QStringLiteral("0");
+    QTest::newRow("a negative number") << -7 << QStringLiteral("-7");
+    QTest::newRow("all bits set") << qint32(0xFFFFFFFF) << QStringLiteral("-1");
+}
+
+void TestFPVExifTag::numbers()
+{
+    QFETCH(qint32, value);
+    const FPVExifTagNumber tag(0x0112, 3, 1, value);
+    QCOMPARE(tag.intValue(), value);
+    QTEST(tag.text(), "text");
+    QTEST(tag.description(), "text");
+    qint32 stored = 0;
+    std::memcpy(&stored, tag.data(), sizeof stored);
+    QCOMPARE(stored, value);
+}
+
+void TestFPVExifTag::rationals_data()
+{
+    QTest::addColumn<qint32>("first");
+    QTest::addColumn<qint32>("second");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("description");
+    QTest::newRow("a whole quotient") << 60 << 1 << QStringLiteral("60") << QStringLiteral("60/1");
+    QTest::newRow("a quotient with six digits")
+        << 1 << 3 << QStringLiteral("0.333333") << QStringLiteral("1/3");
+    QTest::newRow("nothing is reduced")
+        << 10 << 600 << QStringLiteral("0.0166667") << QStringLiteral("10/600");
+    QTest::newRow("negative words") << -1 << 4 << QStringLiteral("-0.25") << QStringLiteral("-1/4");
+    QTest::newRow("over zero") << 1 << 0 << QStringLiteral("inf") << QStringLiteral("1/0");
+    QTest::newRow("zero over zero") << 0 << 0 << QStringLiteral("nan") << QStringLiteral("0/0");
+}
+
+void TestFPVExifTag::rationals()
+{
+    QFETCH(qint32, first);
+    QFETCH(qint32, second);
+    const FPVExifTagRational tag(0x829A, 5, 1, first, second);
+    QCOMPARE(tag.intValue(), first);
+    QCOMPARE(tag.first(), first);
+    QCOMPARE(tag.second(), second);
+    QTEST(tag.text(), "text");
+    QTEST(tag.description(), "description");
+    qint32 stored = 0;
+    std::memcpy(&stored, tag.data(), sizeof stored);
+    QCOMPARE(stored, first);
+}
+
+void TestFPVExifTag::strings_data()
+{
+    QTest::addColumn<QString>("string");
+    QTest::addColumn<int>("value");
+    QTest::newRow("a word") << QStringLiteral("Anvil") << 0;
+    QTest::newRow("a number") << QStringLiteral("123") << 123;
+    QTest::newRow("nothing") << QStringLiteral("") << 0;
+    QTest::newRow("a text that looks like a format") << QStringLiteral("%s %d %1") << 0;
+}
+
+void TestFPVExifTag::strings()
+{
+    QFETCH(QString, string);
+    const FPVExifTagString tag(0x010F, 2, quint32(string.size() + 1), string);
+    QCOMPARE(tag.text(), string);
+    QCOMPARE(tag.description(), string);
+    QTEST(tag.intValue(), "value");
+    QCOMPARE(QByteArray(tag.data()), string.toLatin1());
+}
+
+void TestFPVExifTag::stringDataNeverExceedsTheString_data()
+{
+    QTest::addColumn<quint32>("count");
+    QTest::addColumn<QByteArray>("data");
+    QTest::newRow("a count below the length cuts") << 2U << QByteArray("An");
+    QTest::newRow("the count of the file") << 6U << QByteArray("Anvil");
+    QTest::newRow("a lying count adds nothing") << 0xFFFFFFFFU << QByteArray("Anvil");
+    QTest::newRow("no count, no bytes") << 0U << QByteArray();
+}
+
+void TestFPVExifTag::stringDataNeverExceedsTheString()
+{
+    QFETCH(quint32, count);
+    QFETCH(QByteArray, data);
+    const FPVExifTagString tag(0x010F, 2, count, QStringLiteral("Anvil"));
+    QCOMPARE(QByteArray(tag.data()), data);
+}
+
+void TestFPVExifTag::bytesAsANumber_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<int>("value");
+    const quint16 shortValue = 0xFFFE;
+    const qint32 longValue = -3;
+    const auto *two = reinterpret_cast<const char *>(&shortValue);
+    const auto *four = reinterpret_cast<const char *>(&longValue);
+    QTest::newRow("no byte is zero") << QByteArray() << 0;
+    QTest::newRow("one byte") << QByteArray("\xC8") << 200;
+    QTest::newRow("two bytes have no sign") << QByteArray(two, 2) << 0xFFFE;
+    QTest::newRow("four bytes have one") << QByteArray(four, 4) << -3;
+    QTest::newRow("a fifth byte does not count") << QByteArray(four, 4) + '\x7F' << -3;
+}
+
+void TestFPVExifTag::bytesAsANumber()
+{
+    QFETCH(QByteArray, bytes);
+    const FPVExifTagBytes tag(0x0112, 7, quint32(bytes.size()), bytes);
+    QTEST(tag.intValue(), "value");
+    QVERIFY(tag.data());
+    QCOMPARE(QByteArray(tag.data(), tag.size()), bytes);
+}
+
+void TestFPVExifTag::bytesAsAText_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("a closed text") << QByteArray("Anvil\0", 6) << QStringLiteral("Anvil");
+    QTest::newRow("a text without an end stops with the array")
+        << QByteArray("Anvil") << QStringLiteral("Anvil");
+    QTest::newRow("the first NUL ends it") << QByteArray("An\0vil", 6) << QStringLiteral("An");
+    QTest::newRow("UTF-8") << QByteArray("\xC3\xA4") << QString(QChar(0xE4));
+    QTest::newRow("nothing") << QByteArray() << QStringLiteral("");
+}
+
+void TestFPVExifTag::bytesAsAText()
+{
+    QFETCH(QByteArray, bytes);
+    // An array of exactly that size, so that a sanitizer sees a byte too many.
+    const FPVExifTagBytes tag(0x010F, 2, quint32(bytes.size()), bytes);
+    QTEST(tag.text(), "text");
+    QVERIFY(tag.description().isEmpty());
+}
+
+void TestFPVExifTag::bytesAreACopy()
+{
+    QByteArray bytes("first");
+    const FPVExifTagBytes tag(0x010F, 7, 5, bytes);
+    bytes.fill('x');
+    QCOMPARE(QByteArray(tag.data(), tag.size()), QByteArray("first"));
+}
+
+void TestFPVExifTag::formats_data()
+{
+    QTest::addColumn<QString>("format");
+    QTest::addColumn<QStringList>("values");
+    QTest::addColumn<QString>("filled");
+    QTest::newRow("one value") << QStringLiteral("%d") << QStringList{QStringLiteral("5")}
+                               << QStringLiteral("5");
+    QTest::newRow("two in order") << QStringLiteral("%d/%d")
+                                  << QStringList{QStringLiteral("1"), QStringLiteral("60")}
+                                  << QStringLiteral("1/60");
+    QTest::newRow("text around") << QStringLiteral("<%s>") << QStringList{QStringLiteral("a")}
+                                 << QStringLiteral("<a>");
+    QTest::newRow("inserted text is not looked at")
+        << QStringLiteral("%s %s") << QStringList{QStringLiteral("%s"), QStringLiteral("b")}
+        << QStringLiteral("%s b");
+    QTest::newRow("a value too few")
+        << QStringLiteral("%d/%d") << QStringList{QStringLiteral("1")} << QStringLiteral("1/");
+    QTest::newRow("other placeholders stay")
+        << QStringLiteral("%n%x%") << QStringList{QStringLiteral("1")} << QStringLiteral("%n%x%");
+    QTest::newRow("nothing") << QStringLiteral("") << QStringList{QStringLiteral("1")}
+                             << QStringLiteral("");
+}
+
+void TestFPVExifTag::formats()
+{
+    QFETCH(QString, format);
+    QFETCH(QStringList, values);
+    QTEST(lumi::fillFormat(format, values), "filled");
+}
+
+LUMI_TEST(TestFPVExifTag)
+#include "TestFPVExifTag.moc"

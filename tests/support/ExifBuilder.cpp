@@ -1,0 +1,311 @@
+// SPDX-License-Identifier: MIT
+#include "tests/support/ExifBuilder.h"
+
+#include <QBuffer>
+#include <QFile>
+#include <QImage>
+
+#include <algorithm>
+
+namespace lumi::test {
+
+namespace {
+
+constexpr quint32 kHeaderSize = 8;
+constexpr std::size_t kIfd0 = 0;
+constexpr std::size_t kExif = 1;
+constexpr std::size_t kInteroperability = 2;
+constexpr std::size_t kGps = 3;
+constexpr std::size_t kIfd1 = 4;
+
+struct Pointer
+{
+    std::size_t from;
+    std::size_t to;
+    quint16 tag;
+};
+
+constexpr Pointer kPointers[] = {
+    {kExif, kInteroperability, 0xA005},
+    {kIfd0, kExif, 0x8769},
+    {kIfd0, kGps, 0x8825},
+};
+
+std::size_t indexOf(ExifListKind list)
+{
+    return static_cast<std::size_t>(list);
+}
+
+/// The size of a directory with the values behind it; 0 without entries.
+template <class Directory> quint32 sizeOf(const Directory &directory)
+{
+    if (directory.entries.empty()) {
+        return 0;
+    }
+    auto size = static_cast<quint32>(6 + 12 * directory.entries.size());
+    for (const auto &entry : directory.entries) {
+        if (!entry.word && entry.bytes.size() > 4) {
+            size += static_cast<quint32>((entry.bytes.size() + 1) & ~1);
+        }
+    }
+    return size;
+}
+
+} // namespace
+
+ExifBuilder::ExifBuilder(Order order)
+    : m_order(order)
+    , m_photo(jpeg(16, 12, 0x808080))
+{ }
+
+ExifBuilder &ExifBuilder::ascii(ExifListKind list, quint16 tag, const QByteArray &text)
+{
+    return value(list, tag, 2, static_cast<quint32>(text.size() + 1), text + '\0');
+}
+
+ExifBuilder &ExifBuilder::shorts(ExifListKind list, quint16 tag,
+                                 std::initializer_list<quint16> values)
+{
+    QByteArray bytes;
+    for (const quint16 one : values) {
+        bytes += number(one, 2);
+    }
+    return value(list, tag, 3, static_cast<quint32>(values.size()), bytes);
+}
+
+ExifBuilder &ExifBuilder::longs(ExifListKind list, quint16 tag,
+                                std::initializer_list<quint32> values)
+{
+    QByteArray bytes;
+    for (const quint32 one : values) {
+        bytes += number(one, 4);
+    }
+    return value(list, tag, 4, static_cast<quint32>(values.size()), bytes);
+}
+
+ExifBuilder &ExifBuilder::slongs(ExifListKind list, quint16 tag,
+                                 std::initializer_list<qint32> values)
+{
+    QByteArray bytes;
+    for (const qint32 one : values) {
+        bytes += number(static_cast<quint32>(one), 4);
+    }
+    return value(list, tag, 9, static_cast<quint32>(values.size()), bytes);
+}
+
+ExifBuilder &ExifBuilder::rationals(ExifListKind list, quint16 tag,
+                                    std::initializer_list<Fraction> values)
+{
+    QByteArray bytes;
+    for (const Fraction &one : values) {
+        bytes += number(one.first, 4) + number(one.second, 4);
+    }
+    return value(list, tag, 5, static_cast<quint32>(values.size()), bytes);
+}
+
+ExifBuilder &ExifBuilder::srationals(ExifListKind list, quint16 tag,
+                                     std::initializer_list<Fraction> values)
+{
+    rationals(list, tag, values);
+    at(list).entries.back().type = 10;
+    return *this;
+}
+
+ExifBuilder &ExifBuilder::undefined(ExifListKind list, quint16 tag, const QByteArray &bytes)
+{
+    return value(list, tag, 7, static_cast<quint32>(bytes.size()), bytes);
+}
+
+ExifBuilder &ExifBuilder::value(ExifListKind list, quint16 tag, quint16 type, quint32 count,
+                                const QByteArray &bytes)
+{
+    at(list).entries.push_back({tag, type, count, bytes, {}, {}});
+    return *this;
+}
+
+ExifBuilder &ExifBuilder::word(ExifListKind list, quint16 tag, quint16 type, quint32 count,
+                               quint32 word)
+{
+    at(list).entries.push_back({tag, type, count, {}, word, {}});
+    return *this;
+}
+
+ExifBuilder &ExifBuilder::thumbnail(const QByteArray &jpeg)
+{
+    m_thumbnail = jpeg;
+    return *this;
+}
+
+ExifBuilder &ExifBuilder::entryCount(ExifListKind list, quint16 count)
+{
+    at(list).entryCount = count;
+    return *this;
+}
+
+ExifBuilder &ExifBuilder::link(ExifListKind list, quint32 offset)
+{
+    at(list).link = offset;
+    return *this;
+}
+
+ExifBuilder &ExifBuilder::ifd0Offset(quint32 offset)
+{
+    m_ifd0Offset = offset;
+    return *this;
+}
+
+ExifBuilder &ExifBuilder::app1Length(quint16 length)
+{
+    m_app1Length = length;
+    return *this;
+}
+
+ExifBuilder &ExifBuilder::withoutPointers()
+{
+    m_hasPointers = false;
+    return *this;
+}
+
+ExifBuilder &ExifBuilder::segmentsBefore(const QByteArray &segments)
+{
+    m_before = segments;
+    return *this;
+}
+
+ExifBuilder &ExifBuilder::photo(const QByteArray &jpeg)
+{
+    m_photo = jpeg;
+    return *this;
+}
+
+QByteArray ExifBuilder::block() const
+{
+    const auto directories = resolved();
+    QByteArray bytes = m_order == Order::Little ? "II" : "MM";
+    bytes += number(0x002A, 2) + number(m_ifd0Offset.value_or(kHeaderSize), 4);
+    for (const Directory &directory : directories) {
+        bytes += directoryBytes(directory, static_cast<quint32>(bytes.size()));
+    }
+    return bytes + m_thumbnail;
+}
+
+QByteArray ExifBuilder::file() const
+{
+    const QByteArray exif = QByteArray("Exif\0\0", 6) + block();
+    const auto length = m_app1Length.value_or(static_cast<quint16>(exif.size() + 2));
+    QByteArray bytes = "\xFF\xD8" + m_before + "\xFF\xE1";
+    bytes += static_cast<char>(length >> 8);
+    bytes += static_cast<char>(length & 0xFF);
+    return bytes + exif + m_photo.mid(2);
+}
+
+bool ExifBuilder::write(const QString &path) const
+{
+    const QByteArray bytes = file();
+    QFile target(path);
+    return target.open(QIODevice::WriteOnly) && target.write(bytes) == bytes.size()
+        && target.flush();
+}
+
+quint32 ExifBuilder::offsetOf(ExifListKind list) const
+{
+    const auto directories = resolved();
+    const std::size_t index = indexOf(list);
+    return directories[index].entries.empty() ? 0 : offsetIn(directories, index);
+}
+
+quint32 ExifBuilder::thumbnailOffset() const
+{
+    const auto directories = resolved();
+    return offsetIn(directories, directories.size());
+}
+
+QByteArray ExifBuilder::jpeg(int width, int height, quint32 rgb)
+{
+    QImage image(width, height, QImage::Format_RGB32);
+    image.fill(rgb | 0xFF000000U);
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    image.save(&buffer, "JPEG", 95);
+    return bytes;
+}
+
+/// The directories with pointers, link and thumbnail tags in place. Sizes do not depend on
+/// where a directory stands, so all entries are added first and given their offsets then.
+std::array<ExifBuilder::Directory, 5> ExifBuilder::resolved() const
+{
+    auto directories = m_directories;
+    if (!m_thumbnail.isEmpty()) {
+        const auto length = static_cast<quint32>(m_thumbnail.size());
+        directories[kIfd1].entries.push_back({0x0201, 4, 1, {}, 0, directories.size()});
+        directories[kIfd1].entries.push_back({0x0202, 4, 1, {}, length, {}});
+    }
+    if (m_hasPointers) {
+        for (const Pointer &pointer : kPointers) {
+            if (!directories[pointer.to].entries.empty()) {
+                directories[pointer.from].entries.push_back({pointer.tag, 4, 1, {}, 0, pointer.to});
+            }
+        }
+        if (!directories[kIfd0].link && !directories[kIfd1].entries.empty()) {
+            directories[kIfd0].link = offsetIn(directories, kIfd1);
+        }
+    }
+    for (Directory &directory : directories) {
+        for (Entry &entry : directory.entries) {
+            entry.word = entry.target ? offsetIn(directories, *entry.target) : entry.word;
+        }
+    }
+    return directories;
+}
+
+quint32 ExifBuilder::offsetIn(const std::array<Directory, 5> &directories, std::size_t index) const
+{
+    quint32 offset = kHeaderSize;
+    for (std::size_t i = 0; i < index; ++i) {
+        offset += sizeOf(directories[i]);
+    }
+    return offset;
+}
+
+QByteArray ExifBuilder::directoryBytes(const Directory &directory, quint32 offset) const
+{
+    if (directory.entries.empty()) {
+        return {};
+    }
+    const std::size_t count = directory.entries.size();
+    const auto valueBase = static_cast<quint32>(offset + 6 + 12 * count);
+    QByteArray head = number(directory.entryCount.value_or(static_cast<quint16>(count)), 2);
+    QByteArray values;
+    for (const Entry &entry : directory.entries) {
+        head += number(entry.tag, 2) + number(entry.type, 2) + number(entry.count, 4);
+        if (entry.word) {
+            head += number(*entry.word, 4);
+        } else if (entry.bytes.size() <= 4) {
+            head += entry.bytes.leftJustified(4, '\0');
+        } else {
+            head += number(valueBase + static_cast<quint32>(values.size()), 4);
+            values += entry.bytes;
+            values.append(values.size() & 1, '\0');
+        }
+    }
+    return head + number(directory.link.value_or(0), 4) + values;
+}
+
+QByteArray ExifBuilder::number(quint64 value, int size) const
+{
+    QByteArray bytes;
+    for (int i = 0; i < size; ++i) {
+        bytes += static_cast<char>(value >> (8 * i) & 0xFF);
+    }
+    if (m_order == Order::Big) {
+        std::reverse(bytes.begin(), bytes.end());
+    }
+    return bytes;
+}
+
+ExifBuilder::Directory &ExifBuilder::at(ExifListKind list)
+{
+    return m_directories[indexOf(list)];
+}
+
+} // namespace lumi::test
