@@ -41,12 +41,18 @@ bool holds(const QByteArray &mountPoint, const QByteArray &folder)
         || folder.startsWith(QByteArray(mountPoint + '/'));
 }
 
+/// Empty for the root and for an empty path.
+QString parentOf(const QString &path)
+{
+    const QString parent = path.isEmpty() ? QString() : QFileInfo(path).path();
+    return parent != path ? parent : QString();
+}
+
 /// The folder, or what exists of the way to it.
 QString nearestFolder(QString path)
 {
     while (!path.isEmpty() && !QFileInfo::exists(path)) {
-        const QString parent = QFileInfo(path).path();
-        path = parent != path ? parent : QString();
+        path = parentOf(path);
     }
     return path;
 }
@@ -120,7 +126,8 @@ void lumi::MountWatcher::watchFolders()
     }
     QStringList folders;
     for (const QString &mountPoint : std::as_const(m_mountPoints)) {
-        folders.append(nearestFolder(mountPoint));
+        // The parent tells when the folder is renamed, or a link there leads elsewhere.
+        folders << nearestFolder(mountPoint) << nearestFolder(parentOf(mountPoint));
     }
     folders.removeAll(QString());
     folders.removeDuplicates();

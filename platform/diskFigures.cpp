@@ -53,8 +53,11 @@ std::optional<DiskFigures> lumi::findDiskFigures(const QByteArray &text, const Q
     const QByteArrayList lines = text.split('\n');
     for (const QByteArray &line : lines) {
         const QByteArrayList fields = line.simplified().split(' ');
-        const QByteArray folder = fields.mid(0, fields.size() - kNumbers).join(' ');
-        if (!folder.isEmpty() && folder.size() > longest && holds(folder, path)) {
+        if (fields.size() <= kNumbers) {
+            continue;
+        }
+        const QByteArray folder = fields.first(fields.size() - kNumbers).join(' ');
+        if (folder.size() > longest && holds(folder, path)) {
             longest = folder.size();
             found = figuresOf(fields);
         }

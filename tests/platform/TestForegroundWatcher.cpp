@@ -1,0 +1,124 @@
+// SPDX-License-Identifier: MIT
+#include "platform/ForegroundWatcher.h"
+#include "platform/QCopChannel.h"
+#include "tests/support/TestMain.h"
+
+#include <QDataStream>
+#include <QGuiApplication>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <memory>
+
+using lumi::ForegroundWatcher;
+
+namespace {
+
+constexpr int kLongMs = 2 * ForegroundWatcher::kDelayMs;
+constexpr int kShortMs = ForegroundWatcher::kDelayMs / 5;
+
+} // namespace
+
+class TestForegroundWatcher : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void goingToTheBackgroundIsToldOnce();
+    void itIsToldLateEnough();
+    void aShortAbsenceIsNone();
+    void whoWasNeverInFrontLosesNothing();
+    void comingBackMakesItNewsAgain();
+    void theApplicationsStateIsFollowed();
+
+private:
+    std::unique_ptr<ForegroundWatcher> m_watcher;
+    std::unique_ptr<QCopChannel> m_channel;
+    std::unique_ptr<QSignalSpy> m_spy;
+};
+
+void TestForegroundWatcher::init()
+{
+    QVERIFY2(QGuiApplication::applicationState() != Qt::ApplicationActive,
+             "these tests need a program without windows");
+    m_watcher = std::make_unique<ForegroundWatcher>();
+    m_channel = std::make_unique<QCopChannel>("QPE/System");
+    m_spy = std::make_unique<QSignalSpy>(m_channel.get(), &QCopChannel::received);
+}
+
+void TestForegroundWatcher::cleanup()
+{
+    m_watcher.reset();
+    m_spy.reset();
+    m_channel.reset();
+}
+
+void TestForegroundWatcher::goingToTheBackgroundIsToldOnce()
+{
+    m_watcher->stateChanged(Qt::ApplicationActive);
+    m_watcher->stateChanged(Qt::ApplicationInactive);
+    m_watcher->stateChanged(Qt::ApplicationHidden);
+    QTest::qWait(kLongMs);
+    QCOMPARE(m_spy->count(), 1);
+    QCOMPARE(m_spy->first().first().toByteArray(), QByteArray("appForeground(QString)"));
+    QDataStream stream(m_spy->first().at(1).toByteArray());
+    QString name;
+    stream >> name;
+    QCOMPARE(stream.status(), QDataStream::Ok);
+}
+
+void TestForegroundWatcher::itIsToldLateEnough()
+{
+    m_watcher->stateChanged(Qt::ApplicationActive);
+    m_watcher->stateChanged(Qt::ApplicationInactive);
+    QTest::qWait(kShortMs);
+    QCOMPARE(m_spy->count(), 0);
+    // Further changes in the background don't put it off.
+    m_watcher->stateChanged(Qt::ApplicationSuspended);
+    QTRY_COMPARE_WITH_TIMEOUT(m_spy->count(), 1, ForegroundWatcher::kDelayMs);
+}
+
+void TestForegroundWatcher::aShortAbsenceIsNone()
+{
+    m_watcher->stateChanged(Qt::ApplicationActive);
+    for (int i = 0; i < 3; ++i) {
+        m_watcher->stateChanged(Qt::ApplicationInactive);
+        QTest::qWait(kShortMs);
+        m_watcher->stateChanged(Qt::ApplicationActive);
+    }
+    QTest::qWait(kLongMs);
+    QCOMPARE(m_spy->count(), 0);
+}
+
+void TestForegroundWatcher::whoWasNeverInFrontLosesNothing()
+{
+    m_watcher->stateChanged(Qt::ApplicationInactive);
+    m_watcher->stateChanged(Qt::ApplicationHidden);
+    QTest::qWait(kLongMs);
+    QCOMPARE(m_spy->count(), 0);
+}
+
+void TestForegroundWatcher::comingBackMakesItNewsAgain()
+{
+    for (int i = 1; i <= 2; ++i) {
+        m_watcher->stateChanged(Qt::ApplicationActive);
+        m_watcher->stateChanged(Qt::ApplicationInactive);
+        QTRY_COMPARE(m_spy->count(), i);
+    }
+    m_watcher->stateChanged(Qt::ApplicationHidden);
+    QTest::qWait(kLongMs);
+    QCOMPARE(m_spy->count(), 2);
+}
+
+void TestForegroundWatcher::theApplicationsStateIsFollowed()
+{
+    Q_EMIT qGuiApp->applicationStateChanged(Qt::ApplicationActive);
+    Q_EMIT qGuiApp->applicationStateChanged(Qt::ApplicationInactive);
+    // The application's own agent hears the same signal.
+    QTRY_VERIFY(m_spy->count() >= 1);
+}
+
+LUMI_TEST(TestForegroundWatcher)
+#include "TestForegroundWatcher.moc"

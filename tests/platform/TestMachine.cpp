@@ -1,0 +1,316 @@
+// SPDX-License-Identifier: MIT
+#include "platform/Machine.h"
+#include "platform/PowerStatusManager.h"
+#include "tests/platform/testFiles.h"
+#include "tests/support/TestMain.h"
+
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <memory>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+using lumi::test::writeFile;
+
+namespace {
+
+/// What the process and its children write to standard error while this lives.
+class ErrorCatcher
+{
+public:
+    explicit ErrorCatcher(const QString &path)
+        : m_path(path)
+        , m_saved(dup(STDERR_FILENO))
+    {
+        const int file
+            = open(QFile::encodeName(path).constData(), O_CREAT | O_TRUNC | O_WRONLY, 0600);
+        dup2(file, STDERR_FILENO);
+        close(file);
+    }
+
+    QByteArray finish()
+    {
+        dup2(m_saved, STDERR_FILENO);
+        close(m_saved);
+        return lumi::test::readFile(m_path);
+    }
+
+private:
+    QString m_path;
+    int m_saved;
+};
+
+/// Writes its end into a flag.
+class Mortal : public Machine
+{
+public:
+    explicit Mortal(bool *ended)
+        : m_ended(ended)
+    { }
+
+    ~Mortal() override { *m_ended = true; }
+
+    PowerStatus power() const override { return {PowerStatus::Offline, 31}; }
+
+private:
+    bool *m_ended;
+};
+
+} // namespace
+
+class TestMachine : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void anInstalledMachineAnswersAndIsOwned();
+    void aMountPointThatExistsIsUsed();
+    void aMissingMountPointReadsAsAnEmptySlot();
+    void theMountPointComesBackWhenItAppears();
+    void anEmptyMountPointInTheProfileIsAnEmptySlot();
+    void standInsNeedNoRuntimeFolder_data();
+    void standInsNeedNoRuntimeFolder();
+    void memoryIsReadAtEachCall();
+    void diskFiguresComeFromTheFileOrTheSystem();
+    void powerIsReadAtEachCall();
+    void hinge_data();
+    void hinge();
+    void aProgramNameIsNoShellText();
+    void depth_data();
+    void depth();
+    void resourcesAndSettingsHaveTheirPlaces();
+
+private:
+    /// Installs a machine with this profile.
+    void useProfile(const QByteArray &text);
+
+    QString path(const char *name) const { return m_folder->filePath(QString::fromLatin1(name)); }
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+};
+
+void TestMachine::init()
+{
+    m_folder = std::make_unique<QTemporaryDir>();
+    QVERIFY(m_folder->isValid());
+}
+
+void TestMachine::cleanup()
+{
+    qunsetenv("LUMIVAULT_MACHINE");
+    Machine::install(nullptr);
+}
+
+void TestMachine::useProfile(const QByteArray &text)
+{
+    QVERIFY(writeFile(path("machine.ini"), text));
+    qputenv("LUMIVAULT_MACHINE", path("machine.ini").toLocal8Bit());
+    Machine::install(nullptr);
+}
+
+void TestMachine::anInstalledMachineAnswersAndIsOwned()
+{
+    bool firstEnded = false;
+    bool secondEnded = false;
+    auto *second = new Mortal(&secondEnded);
+    Machine::install(new Mortal(&firstEnded));
+    QCOMPARE(PowerStatusManager::readStatus().batteryPercentRemaining(), 31);
+    QCOMPARE(PowerStatusManager::readStatus().acStatus(), PowerStatus::Offline);
+    QVERIFY(!firstEnded);
+    Machine::install(second);
+    QVERIFY(firstEnded);
+    QCOMPARE(&Machine::instance(), second);
+    Machine::install(nullptr);
+    QVERIFY(secondEnded);
+    QCOMPARE(Machine::instance().configuredMountPoint(Slot::CF), QStringLiteral("/mnt/cf"));
+    QCOMPARE(Machine::instance().configuredMountPoint(Slot::SD), QStringLiteral("/mnt/card"));
+}
+
+void TestMachine::aMountPointThatExistsIsUsed()
+{
+    useProfile("[Mounts]\nCF=my cf\nSD=my sd/\n");
+    QVERIFY(QDir().mkpath(path("my cf")) && QDir().mkpath(path("my sd")));
+    QCOMPARE(Machine::instance().mountPoint(Slot::CF), path("my cf"));
+    QCOMPARE(Machine::instance().mountPoint(Slot::SD), path("my sd"));
+    QVERIFY2(!QFile::exists(path("my cf/NotAvailable")), "a real folder gets no marker");
+}
+
+void TestMachine::aMissingMountPointReadsAsAnEmptySlot()
+{
+    useProfile("[Mounts]\nCF=no cf\nSD=no sd\n");
+    const QString cf = Machine::instance().mountPoint(Slot::CF);
+    const QString sd = Machine::instance().mountPoint(Slot::SD);
+    const QString runtime = qEnvironmentVariable("XDG_RUNTIME_DIR");
+    QCOMPARE(cf, QString(runtime + QStringLiteral("/lumivault/cf")));
+    QCOMPARE(sd, QString(runtime + QStringLiteral("/lumivault/card")));
+    QVERIFY(QFile::exists(cf + QStringLiteral("/NotAvailable")));
+    QVERIFY(QFile::exists(sd + QStringLiteral("/NotAvailable")));
+    QVERIFY2(!QFile::exists(path("no cf")), "the mount point itself isn't made");
+    QCOMPARE(Machine::instance().configuredMountPoint(Slot::CF), path("no cf"));
+    // A tidy soul may clear the runtime folder under us.
+    QVERIFY(QDir(cf).removeRecursively());
+    QCOMPARE(Machine::instance().mountPoint(Slot::CF), cf);
+    QVERIFY(QFile::exists(cf + QStringLiteral("/NotAvailable")));
+}
+
+void TestMachine::theMountPointComesBackWhenItAppears()
+{
+    useProfile("[Mounts]\nCF=cf\n");
+    QVERIFY(Machine::instance().mountPoint(Slot::CF) != path("cf"));
+    QVERIFY(QDir().mkpath(path("cf")));
+    QCOMPARE(Machine::instance().mountPoint(Slot::CF), path("cf"));
+    QVERIFY(QDir().rmdir(path("cf")));
+    QVERIFY(Machine::instance().mountPoint(Slot::CF) != path("cf"));
+}
+
+void TestMachine::anEmptyMountPointInTheProfileIsAnEmptySlot()
+{
+    useProfile("[Mounts]\nCF=\n");
+    const QString cf = Machine::instance().mountPoint(Slot::CF);
+    QVERIFY(QFile::exists(cf + QStringLiteral("/NotAvailable")));
+}
+
+void TestMachine::standInsNeedNoRuntimeFolder_data()
+{
+    QTest::addColumn<QByteArray>("runtime");
+    QTest::newRow("none is named") << QByteArray();
+    QTest::newRow("the named one can't be written") << QByteArray("/proc/none");
+}
+
+void TestMachine::standInsNeedNoRuntimeFolder()
+{
+    QFETCH(QByteArray, runtime);
+    const QByteArray old = qgetenv("XDG_RUNTIME_DIR");
+    qputenv("XDG_RUNTIME_DIR", runtime);
+    useProfile("[Mounts]\nCF=no cf\nSD=no sd\n");
+    const QString cf = Machine::instance().mountPoint(Slot::CF);
+    QVERIFY(QFile::exists(cf + QStringLiteral("/NotAvailable")));
+    QCOMPARE(Machine::instance().mountPoint(Slot::CF), cf);
+    QVERIFY(Machine::instance().mountPoint(Slot::SD) != cf);
+    QCOMPARE(QFileInfo(QFileInfo(cf).path()).permissions()
+                 & (QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther),
+             QFile::Permissions());
+    Machine::install(nullptr);
+    QVERIFY2(!QFile::exists(cf), "what was made for this run goes with it");
+    qputenv("XDG_RUNTIME_DIR", old);
+}
+
+void TestMachine::memoryIsReadAtEachCall()
+{
+    useProfile("[Memory]\nFile=mem\n");
+    QVERIFY(Machine::instance().memInfo().isEmpty());
+    QVERIFY(writeFile(path("mem"), "MemFree: 2 kB\n"));
+    QVERIFY(Machine::instance().memInfo().endsWith("\nMem:  0 0 2048 0 0 0\n"));
+    const QByteArray table = "heading\nMem: 1 2 3 4 5 6\n";
+    QVERIFY(writeFile(path("mem"), table));
+    QCOMPARE(Machine::instance().memInfo(), table);
+    Machine::install(new Machine);
+    qunsetenv("LUMIVAULT_MACHINE");
+    const QByteArray own = Machine::instance().memInfo();
+    QVERIFY2(own.contains("Mem:") && !own.contains("Mem:  0 "), own.constData());
+}
+
+void TestMachine::diskFiguresComeFromTheFileOrTheSystem()
+{
+    useProfile("[Disk]\nFigures=figures\n");
+    QVERIFY(Machine::instance().disk("/").ok);
+    const qint64 real = Machine::instance().disk("/").blocks;
+    QVERIFY(writeFile(path("figures"), "/home 512 7 3\n"));
+    QCOMPARE(Machine::instance().disk("/home/x").blocks, 7);
+    QCOMPARE(Machine::instance().disk("/").blocks, real);
+    QVERIFY(!Machine::instance().disk(QByteArray()).ok);
+    QVERIFY(writeFile(path("figures"), "/ 512 9 3\n"));
+    QCOMPARE(Machine::instance().disk("/").blocks, 9);
+    QVERIFY2(!Machine::instance().disk(QByteArray()).ok, "a null path is on no disk");
+}
+
+void TestMachine::powerIsReadAtEachCall()
+{
+    useProfile("[Power]\nDir=power\n");
+    QCOMPARE(PowerStatusManager::readStatus(), PowerStatus(PowerStatus::Online, 100));
+    QVERIFY(writeFile(path("power/B/type"), "Battery\n"));
+    QVERIFY(writeFile(path("power/B/capacity"), "12\n"));
+    QVERIFY(writeFile(path("power/B/status"), "Discharging\n"));
+    QCOMPARE(PowerStatusManager::readStatus(), PowerStatus(PowerStatus::Offline, 12));
+}
+
+void TestMachine::hinge_data()
+{
+    QTest::addColumn<QByteArray>("script");
+    QTest::addColumn<bool>("executable");
+    QTest::addColumn<int>("result");
+    QTest::newRow("usual position") << QByteArray("#!/bin/sh\nexit 0\n") << true << 0;
+    QTest::newRow("another position") << QByteArray("#!/bin/sh\nexit 3\n") << true << (3 << 8);
+    QTest::newRow("may not be run") << QByteArray("#!/bin/sh\nexit 0\n") << false << (126 << 8);
+    QTest::newRow("is missing") << QByteArray() << false << (127 << 8);
+}
+
+void TestMachine::hinge()
+{
+    QFETCH(QByteArray, script);
+    QFETCH(bool, executable);
+    QFETCH(int, result);
+    useProfile("[Hinge]\nProgram=chkhinge\n");
+    if (!script.isEmpty()) {
+        QVERIFY(writeFile(path("chkhinge"), script));
+        QVERIFY(QFile::setPermissions(
+            path("chkhinge"), executable ? QFile::ReadOwner | QFile::ExeOwner : QFile::ReadOwner));
+    }
+    ErrorCatcher errors(path("errors"));
+    const int answer = Machine::instance().hinge();
+    QCOMPARE(errors.finish(), QByteArray(""));
+    QCOMPARE(answer, result);
+}
+
+void TestMachine::aProgramNameIsNoShellText()
+{
+    useProfile("[Hinge]\nProgram=it's a; exit 9\n");
+    const QString program = path("it's a; exit 9");
+    QCOMPARE(Machine::instance().hinge(), 127 << 8);
+    QVERIFY(writeFile(program, "#!/bin/sh\nexit 4\n"));
+    QVERIFY(QFile::setPermissions(program, QFile::ReadOwner | QFile::ExeOwner));
+    QCOMPARE(Machine::instance().hinge(), 4 << 8);
+    useProfile("[Hinge]\nProgram=\n");
+    QCOMPARE(Machine::instance().hinge(), 127 << 8);
+    useProfile("[Hinge]\nProgram=/\n");
+    QCOMPARE(Machine::instance().hinge(), 127 << 8);
+}
+
+void TestMachine::depth_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<int>("depth");
+    QTest::newRow("not said") << QByteArray("") << 32;
+    QTest::newRow("16") << QByteArray("Depth=16") << 16;
+    QTest::newRow("32") << QByteArray("Depth=32") << 32;
+    QTest::newRow("one that no panel has") << QByteArray("Depth=8") << 32;
+}
+
+void TestMachine::depth()
+{
+    QFETCH(QByteArray, text);
+    QFETCH(int, depth);
+    useProfile("[Panel]\n" + text + '\n');
+    QCOMPARE(Machine::instance().panelDepth(), depth);
+}
+
+void TestMachine::resourcesAndSettingsHaveTheirPlaces()
+{
+    useProfile("[Resources]\nPath=share/\n[Keys]\nDevice=1\n");
+    QCOMPARE(Machine::instance().resourceDir(), path("share"));
+    QCOMPARE(Machine::instance().keyDevice(), 1);
+    QCOMPARE(Machine::instance().deviceKey(Qt::Key_F11, Qt::NoModifier), 0x103A);
+    QCOMPARE(Machine::instance().settingsFile(QStringLiteral("lumivault")),
+             QString(qEnvironmentVariable("XDG_CONFIG_HOME")
+                     + QStringLiteral("/lumivault/lumivault.conf")));
+    useProfile("");
+    QCOMPARE(Machine::instance().resourceDir(), QStringLiteral("/usr/share/lumivault"));
+    QCOMPARE(Machine::instance().keyDevice(), 0);
+}
+
+LUMI_TEST(TestMachine)
+#include "TestMachine.moc"

@@ -1,0 +1,192 @@
+// SPDX-License-Identifier: MIT
+#include "platform/MountWatcher.h"
+#include "platform/QCopChannel.h"
+#include "tests/platform/testFiles.h"
+#include "tests/support/FakeMachine.h"
+#include "tests/support/TestMain.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+#include <memory>
+
+using lumi::MountWatcher;
+using lumi::test::FakeMachine;
+
+namespace {
+
+/// Time in which a wrong second message would have come.
+constexpr int kQuietMs = 200;
+
+const QByteArray kTable = "21 1 8:1 / / rw - ext4 /dev/sda1 rw\n"
+                          "30 21 0:26 / /mnt rw - tmpfs tmpfs rw\n"
+                          "31 30 179:1 / /mnt/cf rw,nosuid - vfat /dev/mmcblk0p1 rw\n"
+                          "32 30 179:2 / /mnt/cf2 rw - vfat /dev/sdb1 rw\n"
+                          "33 21 0:30 / /home/some\\040one rw - tmpfs tmpfs rw\n"
+                          "34 30 179:3 / /mnt/my\\040card rw - vfat /dev/sdc1 rw\n";
+
+} // namespace
+
+class TestMountWatcher : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void cleanup();
+    void onlyMountsAtOrAboveTheSlotsMatter_data();
+    void onlyMountsAtOrAboveTheSlotsMatter();
+    void aMarkerThatGoesAndComesIsOneMessageEach();
+    void aBurstIsOneMessage();
+    void otherFilesOnTheCardAreNoNews();
+    void aMarkerThatIsBackAtOnceIsNoNews();
+    void aSlotFolderMayComeAndGo();
+    void aFolderUnderTheOldNameIsWatchedAgain();
+    void withoutATableOrFoldersNothingHappens();
+    void theRealTableCanBeWatched();
+
+private:
+    FakeMachine *m_machine = nullptr;
+    std::unique_ptr<QCopChannel> m_channel;
+    std::unique_ptr<QSignalSpy> m_spy;
+};
+
+void TestMountWatcher::initTestCase()
+{
+    // The application's own watcher starts with the event loop; let it look at other folders.
+    QCoreApplication::processEvents();
+}
+
+void TestMountWatcher::init()
+{
+    m_machine = FakeMachine::install();
+    m_channel = std::make_unique<QCopChannel>("QPE/Card");
+    m_spy = std::make_unique<QSignalSpy>(m_channel.get(), &QCopChannel::received);
+}
+
+void TestMountWatcher::cleanup()
+{
+    m_spy.reset();
+    m_channel.reset();
+    Machine::install(nullptr);
+}
+
+void TestMountWatcher::onlyMountsAtOrAboveTheSlotsMatter_data()
+{
+    QTest::addColumn<QString>("folder");
+    QTest::addColumn<QByteArray>("ids"); // first fields of the lines that matter
+    QTest::newRow("a mount at the slot") << QStringLiteral("/mnt/cf") << QByteArray("21 30 31");
+    QTest::newRow("no mount at the slot") << QStringLiteral("/mnt/card") << QByteArray("21 30");
+    QTest::newRow("a name with a blank")
+        << QStringLiteral("/mnt/my card") << QByteArray("21 30 34");
+    QTest::newRow("elsewhere") << QStringLiteral("/media/x") << QByteArray("21");
+}
+
+void TestMountWatcher::onlyMountsAtOrAboveTheSlotsMatter()
+{
+    QFETCH(QString, folder);
+    QFETCH(QByteArray, ids);
+    QByteArrayList found;
+    const QByteArrayList lines = MountWatcher::relevantMounts(kTable, {folder});
+    for (const QByteArray &line : lines) {
+        found.append(line.left(2));
+    }
+    QCOMPARE(found.join(' '), ids);
+    QVERIFY(MountWatcher::relevantMounts("", {folder}).isEmpty());
+    QVERIFY(MountWatcher::relevantMounts("rubbish\n1 2 3\n \\\n", {folder}).isEmpty());
+}
+
+void TestMountWatcher::aMarkerThatGoesAndComesIsOneMessageEach()
+{
+    const MountWatcher watcher;
+    m_machine->insertCard(Slot::CF);
+    QTRY_COMPARE(m_spy->count(), 1);
+    QCOMPARE(m_spy->first().first().toByteArray(), QByteArray("mtabChanged()"));
+    QTest::qWait(kQuietMs);
+    QCOMPARE(m_spy->count(), 1);
+    m_machine->removeCard(Slot::CF);
+    QTRY_COMPARE(m_spy->count(), 2);
+    m_machine->insertCard(Slot::SD);
+    QTRY_COMPARE(m_spy->count(), 3);
+    QTest::qWait(kQuietMs);
+    QCOMPARE(m_spy->count(), 3);
+}
+
+void TestMountWatcher::aBurstIsOneMessage()
+{
+    const MountWatcher watcher;
+    m_machine->insertCard(Slot::CF);
+    m_machine->insertCard(Slot::SD);
+    QTRY_COMPARE(m_spy->count(), 1);
+    QTest::qWait(kQuietMs);
+    QCOMPARE(m_spy->count(), 1);
+}
+
+void TestMountWatcher::otherFilesOnTheCardAreNoNews()
+{
+    m_machine->insertCard(Slot::CF);
+    const MountWatcher watcher;
+    QVERIFY(lumi::test::writeFile(m_machine->cf + QStringLiteral("/a.jpg"), "x"));
+    QTest::qWait(kQuietMs);
+    QCOMPARE(m_spy->count(), 0);
+}
+
+void TestMountWatcher::aMarkerThatIsBackAtOnceIsNoNews()
+{
+    const MountWatcher watcher;
+    m_machine->insertCard(Slot::CF);
+    QTest::qWait(1);
+    m_machine->removeCard(Slot::CF);
+    QTest::qWait(kQuietMs);
+    QCOMPARE(m_spy->count(), 0);
+}
+
+void TestMountWatcher::aSlotFolderMayComeAndGo()
+{
+    m_machine->cf = m_machine->folder.filePath(QStringLiteral("deep/er/cf"));
+    const MountWatcher watcher;
+    QVERIFY(QDir().mkpath(m_machine->folder.filePath(QStringLiteral("deep"))));
+    QTest::qWait(kQuietMs);
+    QCOMPARE(m_spy->count(), 0);
+    QVERIFY(QDir().mkpath(m_machine->cf));
+    QTRY_COMPARE(m_spy->count(), 1);
+    m_machine->removeCard(Slot::CF);
+    QTRY_COMPARE(m_spy->count(), 2);
+    QVERIFY(QDir(m_machine->cf).removeRecursively());
+    QTRY_COMPARE(m_spy->count(), 3);
+}
+
+void TestMountWatcher::aFolderUnderTheOldNameIsWatchedAgain()
+{
+    const MountWatcher watcher;
+    const QString away = m_machine->folder.filePath(QStringLiteral("away"));
+    QVERIFY(QFile::rename(m_machine->cf, away));
+    QVERIFY(QDir().mkpath(m_machine->cf));
+    QTRY_COMPARE(m_spy->count(), 1);
+    m_machine->removeCard(Slot::CF);
+    QTRY_COMPARE(m_spy->count(), 2);
+}
+
+void TestMountWatcher::withoutATableOrFoldersNothingHappens()
+{
+    m_machine->cf.clear();
+    m_machine->sd.clear();
+    m_machine->table = QStringLiteral("/no/such/table");
+    const MountWatcher watcher;
+    QTest::qWait(kQuietMs);
+    QCOMPARE(m_spy->count(), 0);
+}
+
+void TestMountWatcher::theRealTableCanBeWatched()
+{
+    m_machine->table = QStringLiteral("/proc/self/mountinfo");
+    const MountWatcher watcher;
+    QTest::qWait(kQuietMs);
+    QCOMPARE(m_spy->count(), 0);
+    m_machine->insertCard(Slot::SD);
+    QTRY_COMPARE(m_spy->count(), 1);
+}
+
+LUMI_TEST(TestMountWatcher)
+#include "TestMountWatcher.moc"
