@@ -46,11 +46,10 @@ void paintTurned(QPainter &painter, const QImage &turned, const QPoint &origin,
 }
 
 /// For screens with other pixels than ours. Turning first and scaling then is by far the
-/// fastest order; scaling the parts one by one would leave seams.
-void paintScaled(QPainter &painter, const QImage &turned, const QPoint &topLeft,
-                 const QRegion &region)
+/// fastest order. The whole is drawn, since scaling the parts one by one would leave seams; in
+/// a paint event only what is to be painted is touched anyway.
+void paintScaled(QPainter &painter, const QImage &turned, const QPoint &topLeft)
 {
-    painter.setClipRegion(region);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     painter.drawImage(topLeft, turned.transformed(QTransform().rotate(-90)));
 }
@@ -210,6 +209,6 @@ void FrameBuffer::paint(QWidget *widget, QPaintEvent *event)
     if (qFuzzyCompare(painter.device()->devicePixelRatioF(), 1.0)) {
         paintTurned(painter, m_image, surface.origin, region);
     } else {
-        paintScaled(painter, m_image.copy(toBuffer(surface.area)), drawn.topLeft(), region);
+        paintScaled(painter, m_image.copy(toBuffer(surface.area)), drawn.topLeft());
     }
 }

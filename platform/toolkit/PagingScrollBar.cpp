@@ -9,6 +9,13 @@ PagingScrollBar::PagingScrollBar(Qt::Orientation orientation, QWidget *parent)
     connect(this, &QAbstractSlider::actionTriggered, this, &PagingScrollBar::takeAction);
 }
 
+void PagingScrollBar::mousePressEvent(QMouseEvent *event)
+{
+    m_beingPressed = true;
+    QScrollBar::mousePressEvent(event);
+    m_beingPressed = false;
+}
+
 void PagingScrollBar::takeAction(int action)
 {
     // The base has moved the slider and sets the value only after this signal.
@@ -37,8 +44,9 @@ void PagingScrollBar::takeAction(int action)
 
 void PagingScrollBar::takePlace()
 {
-    // During a drag the release tells; a wheel turned against the end moves nothing.
-    if (isSliderDown() || sliderPosition() == value()) {
+    // A drag, and a click that pulls the slider to itself, are told by the release. A wheel
+    // turned against the end moves nothing.
+    if (m_beingPressed || isSliderDown() || sliderPosition() == value()) {
         return;
     }
     setValue(sliderPosition());

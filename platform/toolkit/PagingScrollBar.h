@@ -22,7 +22,12 @@ Q_SIGNALS:
     void nextPage();
     void prevPage();
 
+protected:
+    void mousePressEvent(QMouseEvent *event) override;
+
 private:
     void takeAction(int action);
     void takePlace();
+
+    bool m_beingPressed = false;
 };
