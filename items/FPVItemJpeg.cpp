@@ -7,6 +7,7 @@
 #include "items/JpegSession.h"
 #include "items/openPhoto.h"
 #include "items/photoScale.h"
+#include "items/rasterMemory.h"
 #include "items/rasterRows.h"
 #include "items/thumbnailDecode.h"
 #include "swap/swapStore.h"
@@ -201,7 +202,7 @@ bool FPVItemJpeg::makeRaster(int depth)
     }
     const auto pixels = static_cast<std::size_t>(m_rasterSize.width())
         * static_cast<std::size_t>(m_rasterSize.height());
-    m_raster.reset(new (std::nothrow) uchar[pixels * static_cast<std::size_t>(depth >> 3)]);
+    m_raster = lumi::newRaster(pixels * static_cast<std::size_t>(depth >> 3));
     m_scanLine.reset(new (std::nothrow) uchar[m_session->lineBytes() * lumi::kBlockLines]);
     if (!m_raster || !m_scanLine) {
         return false;
