@@ -9,7 +9,11 @@
 #include <fstream>
 #include <iterator>
 #include <random>
+#include <system_error>
 #include <vector>
+
+// A harness that needs nothing made ready has none.
+extern "C" __attribute__((weak)) int LLVMFuzzerInitialize(int *argc, char ***argv);
 
 namespace {
 
@@ -58,11 +62,14 @@ Bytes damaged(const Bytes &seed, std::mt19937 &random)
 
 int main(int argc, char **argv)
 {
-    LLVMFuzzerInitialize(&argc, &argv);
+    if (LLVMFuzzerInitialize != nullptr) {
+        LLVMFuzzerInitialize(&argc, &argv);
+    }
     int seeds = 0;
     std::mt19937 random(1); // NOLINT(bugprone-random-generator-seed): every run is to be the same
     for (int i = 1; i < argc; ++i) {
-        for (const auto &entry : std::filesystem::directory_iterator(argv[i])) {
+        std::error_code missing;
+        for (const auto &entry : std::filesystem::directory_iterator(argv[i], missing)) {
             const Bytes seed = readAll(entry.path());
             std::fprintf(stderr, "%s\n", entry.path().filename().c_str());
             run(seed);
