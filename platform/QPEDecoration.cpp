@@ -7,6 +7,7 @@
 
 #include <QDialog>
 #include <QDialogButtonBox>
+#include <QFile>
 #include <QTextBrowser>
 #include <QUrl>
 #include <QVBoxLayout>
@@ -16,6 +17,16 @@ namespace {
 constexpr QSize kHelpSize(560, 420);
 constexpr int kMargin = 4;
 
+void showFirstPage(QTextBrowser *browser)
+{
+    const QString page = Machine::instance().resourceDir() + QLatin1String("/help/index.html");
+    if (QFile::exists(page)) {
+        browser->setSource(QUrl::fromLocalFile(page));
+    } else {
+        browser->setPlainText(QStringLiteral("The help pages are not installed."));
+    }
+}
+
 } // namespace
 
 void QPEDecoration::help(QWidget *widget)
@@ -23,8 +34,7 @@ void QPEDecoration::help(QWidget *widget)
     QDialog dialog(widget);
     dialog.setWindowTitle(QStringLiteral("Help"));
     auto *browser = new QTextBrowser(&dialog);
-    browser->setSource(
-        QUrl::fromLocalFile(Machine::instance().resourceDir() + QLatin1String("/help/index.html")));
+    showFirstPage(browser);
     auto *column = new QVBoxLayout(&dialog);
     column->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
     column->setSpacing(kMargin);

@@ -25,6 +25,6 @@ QPEToolBar::QPEToolBar(QMainWindow *window, const char *name)
 
 void QPEToolBar::setHorizontalStretchable(bool stretchable)
 {
-    m_host->setSizePolicy(stretchable ? QSizePolicy::Expanding : QSizePolicy::Preferred,
+    m_host->setSizePolicy(stretchable ? QSizePolicy::Expanding : QSizePolicy::Maximum,
                           QSizePolicy::Preferred);
 }

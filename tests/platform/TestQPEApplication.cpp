@@ -1,0 +1,177 @@
+// SPDX-License-Identifier: MIT
+#include "platform/QPEApplication.h"
+#include "tests/support/FakeMachine.h"
+#include "tests/support/TestMain.h"
+
+#include <QElapsedTimer>
+#include <QScreen>
+#include <QSignalSpy>
+#include <QTest>
+#include <QTimer>
+#include <QVBoxLayout>
+
+namespace {
+
+class Canvas : public QWidget
+{
+public:
+    int paints = 0;
+
+protected:
+    void paintEvent(QPaintEvent *) override { ++paints; }
+};
+
+/// The window as it is once everything has come to rest.
+QSize finalSize(const QWidget &widget)
+{
+    QTest::qWait(200);
+    return widget.size();
+}
+
+} // namespace
+
+class TestQPEApplication : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+
+    void cleanup() { Machine::install(nullptr); }
+
+    void boxesAndMenusAreOurOwn();
+    void theKeyboardIsTheMachines();
+    void theMainWindowFillsASmallScreen();
+    void theMainWindowMayStaySmall();
+    void theDesktopIsTheScreen();
+    void aHeldDesktopKeepsItsSize();
+    void aWindowIsPaintedBeforeWorkBegins();
+    void waitingForAHiddenWindowReturnsAtOnce();
+    void aMaximizedWindowHasItsSizeAtOnce();
+    void aFullScreenWindowHasItsSizeAtOnce();
+    void aWindowMayDieWhileItSettles();
+};
+
+void TestQPEApplication::boxesAndMenusAreOurOwn()
+{
+    QVERIFY(QCoreApplication::testAttribute(Qt::AA_DontUseNativeDialogs));
+    QVERIFY(QCoreApplication::testAttribute(Qt::AA_DontUseNativeMenuBar));
+    QVERIFY(qobject_cast<QPEApplication *>(qApp) != nullptr);
+}
+
+void TestQPEApplication::theKeyboardIsTheMachines()
+{
+    auto *machine = lumi::test::FakeMachine::install();
+    auto *app = qobject_cast<QPEApplication *>(qApp);
+    QCOMPARE(app->keyDevice(), 0);
+    machine->keyboard = 1;
+    QCOMPARE(app->keyDevice(), 1);
+}
+
+void TestQPEApplication::theMainWindowFillsASmallScreen()
+{
+    QCOMPARE(QGuiApplication::primaryScreen()->size(), QSize(640, 480));
+    Canvas window;
+    qobject_cast<QPEApplication *>(qApp)->showMainWidget(&window, false);
+    QVERIFY(window.isVisible());
+    QVERIFY(window.isMaximized());
+    const QSize size = window.size();
+    QCOMPARE(finalSize(window), size);
+    QVERIFY(size.width() >= 630 && size.height() >= 470);
+}
+
+void TestQPEApplication::theMainWindowMayStaySmall()
+{
+    Canvas window;
+    qobject_cast<QPEApplication *>(qApp)->showMainWidget(&window, true);
+    QVERIFY(window.isVisible());
+    QVERIFY(!window.isMaximized());
+    QCOMPARE(finalSize(window), QSize(640, 480));
+}
+
+void TestQPEApplication::theDesktopIsTheScreen()
+{
+    QCOMPARE(QPEApplication::desktopSize(), QSize(640, 480));
+    Canvas window;
+    qobject_cast<QPEApplication *>(qApp)->showMainWidget(&window, true);
+    QCOMPARE(QPEApplication::desktopSize(), window.screen()->size());
+}
+
+void TestQPEApplication::aHeldDesktopKeepsItsSize()
+{
+    QPEApplication::holdDesktopSize();
+    QPEApplication::holdDesktopSize();
+    QCOMPARE(QPEApplication::desktopSize(), QSize(640, 480));
+    QPEApplication::releaseDesktopSize();
+    QCOMPARE(QPEApplication::desktopSize(), QSize(640, 480));
+    QPEApplication::releaseDesktopSize();
+    QCOMPARE(QPEApplication::desktopSize(), QGuiApplication::primaryScreen()->size());
+}
+
+void TestQPEApplication::aWindowIsPaintedBeforeWorkBegins()
+{
+    Canvas window;
+    window.show();
+    QPEApplication::waitPainted(&window, 1000);
+    QVERIFY(window.paints > 0);
+    QVERIFY(window.windowHandle() != nullptr);
+    // For a child, too, it is the window that counts.
+    Canvas outer;
+    auto *inner = new Canvas;
+    QVBoxLayout(&outer).addWidget(inner);
+    outer.show();
+    QPEApplication::waitPainted(inner, 1000);
+    QVERIFY(inner->paints > 0);
+}
+
+void TestQPEApplication::waitingForAHiddenWindowReturnsAtOnce()
+{
+    Canvas window;
+    QElapsedTimer timer;
+    timer.start();
+    QPEApplication::waitPainted(&window, 5000);
+    QVERIFY(timer.elapsed() < 2500);
+    QCOMPARE(window.paints, 0);
+}
+
+void TestQPEApplication::aMaximizedWindowHasItsSizeAtOnce()
+{
+    Canvas window;
+    auto *inner = new QWidget;
+    auto *column = new QVBoxLayout(&window);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->addWidget(inner);
+    QPEApplication::showMaximizedNow(&window);
+    QVERIFY(window.isMaximized());
+    const QSize size = inner->size();
+    QVERIFY(size.width() >= 630 && size.height() >= 470);
+    QCOMPARE(finalSize(*inner), size);
+}
+
+void TestQPEApplication::aFullScreenWindowHasItsSizeAtOnce()
+{
+    Canvas window;
+    QPEApplication::showFullScreenNow(&window);
+    QVERIFY(window.isFullScreen());
+    QCOMPARE(window.size(), QSize(640, 480));
+    QCOMPARE(finalSize(window), QSize(640, 480));
+}
+
+void TestQPEApplication::aWindowMayDieWhileItSettles()
+{
+    auto *window = new Canvas;
+    const QPointer<QWidget> alive(window);
+    QTimer::singleShot(0, window, [window] {
+        delete window;
+    });
+    QPEApplication::showMaximizedNow(window);
+    QVERIFY(alive.isNull());
+    window = new Canvas;
+    window->show();
+    QTimer::singleShot(0, window, [window] {
+        delete window;
+    });
+    QPEApplication::waitPainted(window, 100);
+}
+
+LUMI_TEST(TestQPEApplication)
+#include "TestQPEApplication.moc"

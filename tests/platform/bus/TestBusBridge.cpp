@@ -1,0 +1,181 @@
+// SPDX-License-Identifier: MIT
+#include "platform/QCopChannel.h"
+#include "platform/QCopEnvelope.h"
+#include "platform/QCopHub.h"
+#include "platform/sessionBus.h"
+#include "tests/support/TestMain.h"
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QProcess>
+#include <QSignalSpy>
+#include <QTest>
+
+namespace {
+
+/// Time in which a message that must not come would have come.
+constexpr int kQuietMs = 200;
+
+const QCString kChannel = "QPE/Card";
+const QString kPath = QStringLiteral("/org/lumivault/QCop");
+const QString kInterface = QStringLiteral("org.lumivault.QCop");
+
+} // namespace
+
+/// Another program on the same bus: a second connection, which has a name of its own.
+class OtherProgram : public QObject
+{
+    Q_OBJECT
+
+public:
+    OtherProgram()
+        : m_bus(QDBusConnection::connectToBus(QDBusConnection::SessionBus,
+                                              QStringLiteral("other program")))
+    {
+        m_bus.connect(QString(), kPath, kInterface, QStringLiteral("Message"), this,
+                      SLOT(note(QDBusMessage)));
+    }
+
+    ~OtherProgram() override { QDBusConnection::disconnectFromBus(m_bus.name()); }
+
+    void send(const QVariantList &arguments)
+    {
+        QDBusMessage signal
+            = QDBusMessage::createSignal(kPath, kInterface, QStringLiteral("Message"));
+        signal.setArguments(arguments);
+        QVERIFY(m_bus.send(signal));
+    }
+
+    QList<QDBusMessage> heard;
+
+private Q_SLOTS:
+
+    void note(const QDBusMessage &message) { heard.append(message); }
+
+private:
+    QDBusConnection m_bus;
+};
+
+class TestBusBridge : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void whatIsSentReachesOtherPrograms();
+    void whatIsSentIsHeardOnceHere();
+    void whatIsPostedStaysHere();
+    void whatOthersSendArrives_data();
+    void whatOthersSendArrives();
+    void whatOthersSendIsNoWishOfOurs();
+    void messagesOfTheCommandLineArrive();
+};
+
+void TestBusBridge::initTestCase()
+{
+    QVERIFY2(lumi::hasSessionBus(), "run me under dbus-run-session");
+}
+
+void TestBusBridge::whatIsSentReachesOtherPrograms()
+{
+    OtherProgram other;
+    {
+        QCopEnvelope envelope("QPE/System", "setScreenSaverMode(int)");
+        envelope << 300;
+    }
+    QVERIFY(QCopChannel::send(kChannel, "mtabChanged()"));
+    QTRY_COMPARE(other.heard.size(), 2);
+    QCOMPARE(other.heard.first().signature(), QStringLiteral("ssay"));
+    QCOMPARE(other.heard.first().arguments(),
+             QVariantList({QStringLiteral("QPE/System"), QStringLiteral("setScreenSaverMode(int)"),
+                           QByteArray("\0\0\x01\x2C", 4)}));
+    QCOMPARE(other.heard.last().arguments().first().toString(), QStringLiteral("QPE/Card"));
+}
+
+void TestBusBridge::whatIsSentIsHeardOnceHere()
+{
+    const QCopChannel channel(kChannel);
+    const QSignalSpy spy(&channel, &QCopChannel::received);
+    OtherProgram other;
+    QVERIFY(QCopChannel::send(kChannel, "mtabChanged()"));
+    QTRY_COMPARE(other.heard.size(), 1);
+    QTest::qWait(kQuietMs);
+    QCOMPARE(spy.count(), 1);
+}
+
+void TestBusBridge::whatIsPostedStaysHere()
+{
+    const QCopChannel channel(kChannel);
+    const QSignalSpy spy(&channel, &QCopChannel::received);
+    OtherProgram other;
+    lumi::QCopHub::instance()->post(kChannel, "mtabChanged()");
+    QTest::qWait(kQuietMs);
+    QCOMPARE(spy.count(), 1);
+    QVERIFY(other.heard.isEmpty());
+}
+
+void TestBusBridge::whatOthersSendArrives_data()
+{
+    QTest::addColumn<QVariantList>("arguments");
+    QTest::addColumn<int>("count");
+    QTest::addColumn<QByteArray>("data");
+    const QVariant channel = QStringLiteral("QPE/Card");
+    const QVariant message = QStringLiteral("mtabChanged()");
+    const auto row = [](const char *name, const QVariantList &arguments, int count,
+                        const QByteArray &data = {}) {
+        QTest::newRow(name) << arguments << count << data;
+    };
+    row("with data", {channel, message, QByteArray("\0x", 2)}, 1, QByteArray("\0x", 2));
+    row("without data", {channel, message}, 1);
+    row("data of another kind", {channel, message, 7}, 1, "7");
+    row("on another channel", {QStringLiteral("QPE/Other"), message}, 0);
+    row("without a message", {channel}, 0);
+    row("with nothing", {}, 0);
+}
+
+void TestBusBridge::whatOthersSendArrives()
+{
+    QFETCH(QVariantList, arguments);
+    QFETCH(int, count);
+    QFETCH(QByteArray, data);
+    const QCopChannel channel(kChannel);
+    QSignalSpy spy(&channel, &QCopChannel::received);
+    OtherProgram other;
+    other.send(arguments);
+    QTest::qWait(kQuietMs);
+    QCOMPARE(spy.count(), count);
+    if (count > 0) {
+        QCOMPARE(spy.first().at(0).toByteArray(), QByteArray("mtabChanged()"));
+        QCOMPARE(spy.first().at(1).toByteArray(), data);
+    }
+}
+
+void TestBusBridge::whatOthersSendIsNoWishOfOurs()
+{
+    const QSignalSpy wishes(lumi::QCopHub::instance(), &lumi::QCopHub::sentHere);
+    const QCopChannel channel("QPE/System");
+    const QSignalSpy spy(&channel, &QCopChannel::received);
+    OtherProgram other;
+    other.send({QStringLiteral("QPE/System"), QStringLiteral("setScreenSaverMode(int)"),
+                QByteArray("\0\0\0\0", 4)});
+    QTRY_COMPARE(spy.count(), 1);
+    QCOMPARE(wishes.count(), 0);
+}
+
+void TestBusBridge::messagesOfTheCommandLineArrive()
+{
+    const QCopChannel channel(kChannel);
+    QSignalSpy spy(&channel, &QCopChannel::received);
+    QProcess tool;
+    tool.start(QStringLiteral("dbus-send"),
+               {QStringLiteral("--session"), QStringLiteral("--type=signal"), kPath,
+                QStringLiteral("org.lumivault.QCop.Message"), QStringLiteral("string:QPE/Card"),
+                QStringLiteral("string:mtabChanged()")});
+    QVERIFY(tool.waitForFinished());
+    QCOMPARE(tool.exitCode(), 0);
+    QTRY_COMPARE(spy.count(), 1);
+    QCOMPARE(spy.first().first().toByteArray(), QByteArray("mtabChanged()"));
+}
+
+LUMI_TEST(TestBusBridge)
+#include "TestBusBridge.moc"

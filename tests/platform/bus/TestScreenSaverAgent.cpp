@@ -1,0 +1,289 @@
+// SPDX-License-Identifier: MIT
+// The agent under test is the application's own.
+#include "platform/QCopEnvelope.h"
+#include "platform/ScreenSaverAgent.h"
+#include "platform/sessionBus.h"
+#include "tests/support/TestMain.h"
+
+#include <QDBusConnection>
+#include <QDBusContext>
+#include <QDBusUnixFileDescriptor>
+#include <QTest>
+
+#include <memory>
+
+#include <poll.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr int kQuietMs = 200;
+constexpr uint kFirstCookie = 7;
+
+void sendMode(int mode)
+{
+    QCopEnvelope envelope("QPE/System", "setScreenSaverMode(int)");
+    envelope << mode;
+}
+
+} // namespace
+
+/// Screen saver service of a desktop.
+class DesktopService : public QObject, protected QDBusContext
+{
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.ScreenSaver")
+
+public:
+    QList<uint> held;
+    int calls = 0;
+    bool hangs = false;
+
+public Q_SLOTS:
+
+    uint Inhibit(const QString &program, const QString &reason) // NOLINT: name of the service
+    {
+        ++calls;
+        if (hangs || program.isEmpty() || reason.isEmpty()) {
+            setDelayedReply(true);
+            return 0;
+        }
+        held.append(kFirstCookie + static_cast<uint>(calls));
+        return held.last();
+    }
+
+    void UnInhibit(uint cookie) { held.removeOne(cookie); } // NOLINT: name of the service
+};
+
+/// Login manager; a lock is held while the descriptor it gave away is open.
+class LoginService : public QObject
+{
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.login1.Manager")
+
+public:
+    ~LoginService() override { closeOwn(); }
+
+    QString what;
+    QString mode;
+    int calls = 0;
+
+    bool isHeld() const
+    {
+        pollfd state{m_own, POLLIN, 0};
+        return m_own >= 0 && poll(&state, 1, 0) == 0;
+    }
+
+public Q_SLOTS:
+
+    QDBusUnixFileDescriptor Inhibit(const QString &what_, const QString &, const QString &,
+                                    const QString &mode_) // NOLINT: name of the service
+    {
+        ++calls;
+        what = what_;
+        mode = mode_;
+        closeOwn();
+        int ends[2] = {-1, -1};
+        if (pipe(ends) != 0) {
+            return {};
+        }
+        m_own = ends[0];
+        QDBusUnixFileDescriptor given(ends[1]);
+        close(ends[1]);
+        return given;
+    }
+
+private:
+    void closeOwn()
+    {
+        if (m_own >= 0) {
+            close(m_own);
+        }
+    }
+
+    int m_own = -1;
+};
+
+class TestScreenSaverAgent : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void cleanup();
+    void thePairOfMessagesHoldsOnce();
+    void theUsualModeReleases();
+    void itCanBeHeldAgain();
+    void aWishWithdrawnBeforeTheAnswerIsReleased();
+    void otherMessagesAreNothing();
+    void theLoginManagerIsAskedWithoutADesktop();
+    void theLoginManagerIsAskedWhenTheDesktopHangs();
+    void withoutAnyServiceNothingHappens();
+    void anAgentThatGoesReleases();
+
+private:
+    void offerDesktop();
+    void offerLogin();
+
+    std::unique_ptr<QDBusConnection> m_bus;
+    std::unique_ptr<DesktopService> m_desktop;
+    std::unique_ptr<LoginService> m_login;
+};
+
+void TestScreenSaverAgent::initTestCase()
+{
+    QVERIFY2(lumi::hasSessionBus(), "run me under dbus-run-session");
+    QCOMPARE(qgetenv("DBUS_SYSTEM_BUS_ADDRESS"), qgetenv("DBUS_SESSION_BUS_ADDRESS"));
+    m_bus = std::make_unique<QDBusConnection>(
+        QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("services")));
+    QVERIFY(m_bus->isConnected());
+    QCoreApplication::processEvents();
+}
+
+void TestScreenSaverAgent::init()
+{
+    m_desktop = std::make_unique<DesktopService>();
+    m_login = std::make_unique<LoginService>();
+}
+
+void TestScreenSaverAgent::cleanup()
+{
+    sendMode(200);
+    QTest::qWait(kQuietMs / 4);
+    m_bus->unregisterService(QStringLiteral("org.freedesktop.ScreenSaver"));
+    m_bus->unregisterService(QStringLiteral("org.freedesktop.login1"));
+    m_bus->unregisterObject(QStringLiteral("/org/freedesktop/ScreenSaver"));
+    m_bus->unregisterObject(QStringLiteral("/org/freedesktop/login1"));
+}
+
+void TestScreenSaverAgent::offerDesktop()
+{
+    QVERIFY(m_bus->registerObject(QStringLiteral("/org/freedesktop/ScreenSaver"), m_desktop.get(),
+                                  QDBusConnection::ExportAllSlots));
+    QVERIFY(m_bus->registerService(QStringLiteral("org.freedesktop.ScreenSaver")));
+}
+
+void TestScreenSaverAgent::offerLogin()
+{
+    QVERIFY(m_bus->registerObject(QStringLiteral("/org/freedesktop/login1"), m_login.get(),
+                                  QDBusConnection::ExportAllSlots));
+    QVERIFY(m_bus->registerService(QStringLiteral("org.freedesktop.login1")));
+}
+
+void TestScreenSaverAgent::thePairOfMessagesHoldsOnce()
+{
+    offerDesktop();
+    offerLogin();
+    sendMode(0);
+    sendMode(300);
+    QTRY_COMPARE(m_desktop->held.size(), 1);
+    sendMode(0);
+    QTest::qWait(kQuietMs);
+    QCOMPARE(m_desktop->calls, 1);
+    QCOMPARE(m_login->calls, 0);
+}
+
+void TestScreenSaverAgent::theUsualModeReleases()
+{
+    offerDesktop();
+    sendMode(0);
+    QTRY_COMPARE(m_desktop->held.size(), 1);
+    QTest::qWait(kQuietMs);
+    sendMode(200);
+    QTRY_VERIFY(m_desktop->held.isEmpty());
+}
+
+void TestScreenSaverAgent::itCanBeHeldAgain()
+{
+    offerDesktop();
+    for (int i = 1; i <= 2; ++i) {
+        sendMode(300);
+        QTRY_COMPARE(m_desktop->calls, i);
+        QTest::qWait(kQuietMs);
+        QCOMPARE(m_desktop->held.size(), 1);
+        sendMode(200);
+        QTRY_VERIFY(m_desktop->held.isEmpty());
+    }
+}
+
+void TestScreenSaverAgent::aWishWithdrawnBeforeTheAnswerIsReleased()
+{
+    offerDesktop();
+    sendMode(0);
+    sendMode(200);
+    QTRY_COMPARE(m_desktop->calls, 1);
+    QTRY_VERIFY(m_desktop->held.isEmpty());
+    sendMode(0);
+    sendMode(200);
+    sendMode(0);
+    QTest::qWait(kQuietMs);
+    QCOMPARE(m_desktop->held.size(), 1);
+}
+
+void TestScreenSaverAgent::otherMessagesAreNothing()
+{
+    offerDesktop();
+    offerLogin();
+    sendMode(1);
+    sendMode(-1);
+    QVERIFY(QCopChannel::send("QPE/System", "setScreenSaverMode(int)"));
+    QVERIFY(QCopChannel::send("QPE/System", "setScreenSaverMode(int)", "\1\2"));
+    QVERIFY(QCopChannel::send("QPE/System", "other(int)", QByteArray("\0\0\0\0", 4)));
+    QVERIFY(QCopChannel::send("QPE/Card", "setScreenSaverMode(int)", QByteArray("\0\0\0\0", 4)));
+    QTest::qWait(kQuietMs);
+    QCOMPARE(m_desktop->calls, 0);
+    QCOMPARE(m_login->calls, 0);
+}
+
+void TestScreenSaverAgent::theLoginManagerIsAskedWithoutADesktop()
+{
+    offerLogin();
+    sendMode(0);
+    sendMode(300);
+    QTRY_COMPARE(m_login->calls, 1);
+    QTest::qWait(kQuietMs);
+    QVERIFY(m_login->isHeld());
+    QCOMPARE(m_login->what, QStringLiteral("idle"));
+    QCOMPARE(m_login->mode, QStringLiteral("block"));
+    QCOMPARE(m_login->calls, 1);
+    sendMode(200);
+    QTRY_VERIFY(!m_login->isHeld());
+}
+
+void TestScreenSaverAgent::theLoginManagerIsAskedWhenTheDesktopHangs()
+{
+    m_desktop->hangs = true;
+    offerDesktop();
+    offerLogin();
+    sendMode(0);
+    QTRY_COMPARE(m_login->calls, 1);
+    QTest::qWait(kQuietMs);
+    QVERIFY(m_login->isHeld());
+}
+
+void TestScreenSaverAgent::withoutAnyServiceNothingHappens()
+{
+    QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
+    sendMode(0);
+    sendMode(300);
+    QTest::qWait(kQuietMs);
+    // The next wish is tried again.
+    offerDesktop();
+    sendMode(0);
+    QTRY_COMPARE(m_desktop->held.size(), 1);
+}
+
+void TestScreenSaverAgent::anAgentThatGoesReleases()
+{
+    offerDesktop();
+    auto agent = std::make_unique<lumi::ScreenSaverAgent>();
+    sendMode(0);
+    QTRY_COMPARE(m_desktop->held.size(), 2);
+    QTest::qWait(kQuietMs);
+    agent.reset();
+    QTRY_COMPARE(m_desktop->held.size(), 1);
+}
+
+LUMI_TEST(TestScreenSaverAgent)
+#include "TestScreenSaverAgent.moc"
