@@ -1,0 +1,17 @@
+# SPDX-License-Identifier: MIT
+# Runs at installation: writes the machine profile and the unit of the markers for the prefix
+# that was chosen in the end.
+set(LUMI_LIBEXEC_DIR ${CMAKE_INSTALL_PREFIX}/${LUMI_LIBEXECDIR}/lumivault)
+set(LUMI_HINGE_PROGRAM ${LUMI_LIBEXEC_DIR}/chkhinge)
+set(LUMI_RESOURCE_DIR ${CMAKE_INSTALL_PREFIX}/${LUMI_DATADIR}/lumivault)
+# The system's configuration folder serves both system prefixes.
+if(CMAKE_INSTALL_PREFIX MATCHES "^/usr(/local)?/?$")
+  set(configuration /etc/xdg/lumivault)
+else()
+  set(configuration ${CMAKE_INSTALL_PREFIX}/etc/xdg/lumivault)
+endif()
+configure_file(${LUMI_PROFILE} ${LUMI_SCRATCH}/machine.ini @ONLY)
+configure_file(${LUMI_MARKERS} ${LUMI_SCRATCH}/lumivault-markers.service @ONLY)
+file(INSTALL ${LUMI_SCRATCH}/machine.ini DESTINATION ${configuration})
+file(INSTALL ${LUMI_SCRATCH}/lumivault-markers.service
+  DESTINATION ${CMAKE_INSTALL_PREFIX}/lib/systemd/system)

@@ -1,0 +1,51 @@
+# SPDX-License-Identifier: MIT
+# shellcheck shell=bash disable=SC2034
+# Sourced by run, test and .ci/run: the Debian and Ubuntu packages that each of them needs,
+# and the way to get those that are missing.
+
+# Building and running the program.
+runPackages=(cmake g++ ninja-build qt6-base-dev libjpeg-dev librsvg2-bin fonts-dejavu-core)
+# Driving the program where there is no screen.
+tourPackages=(xvfb openbox xdotool imagemagick)
+# Building and running the tests.
+testPackages=("${runPackages[@]}" "${tourPackages[@]}" git dbus libimage-exiftool-perl exiv2)
+# The checks of form.
+checkPackages=(clang-format clang-tidy shellcheck desktop-file-utils)
+
+# install_missing <package>...: asks the network only when something is missing.
+install_missing() {
+    local package
+    local missing=()
+    if ! command -v dpkg-query > /dev/null; then
+        echo "No dpkg here: I take it that these packages, or your system's twins, are there: $*"
+        return 0
+    fi
+    for package in "$@"; do
+        if ! dpkg-query -W -f '${Status}' "$package" 2> /dev/null | grep -q ' installed$'; then
+            missing+=("$package")
+        fi
+    done
+    [ ${#missing[@]} -eq 0 ] && return 0
+    echo "Missing packages: ${missing[*]}"
+    local asRoot=()
+    if [ "$(id -u)" -ne 0 ]; then
+        if ! command -v sudo > /dev/null; then
+            echo "Please install them as root: apt-get install ${missing[*]}" >&2
+            return 1
+        fi
+        echo "Installing them needs root's rights: sudo may ask for your password."
+        asRoot=(sudo)
+    fi
+    "${asRoot[@]}" apt-get update -q \
+        && "${asRoot[@]}" env DEBIAN_FRONTEND=noninteractive \
+            apt-get install -q -y --no-install-recommends "${missing[@]}"
+}
+
+# use_ccache: compiles through ccache where it is installed.
+use_ccache() {
+    if [ -z "${LUMI_COMPILER_LAUNCHER+set}" ] && command -v ccache > /dev/null; then
+        export LUMI_COMPILER_LAUNCHER=ccache
+        export CCACHE_BASEDIR=$PWD CCACHE_NOHASHDIR=1
+    fi
+    export LUMI_COMPILER_LAUNCHER=${LUMI_COMPILER_LAUNCHER:-}
+}
