@@ -53,7 +53,6 @@ SwapSystem::SwapSystem(const QByteArray &folder, const QString &extension)
     , m_swapFolder(QFile::decodeName(folder))
 {
     enterFolder();
-    std::fill(std::begin(m_workArea), std::end(m_workArea), '\0');
     m_controls.setAutoDelete(true);
     InitRead();
 }
@@ -330,10 +329,11 @@ bool SwapSystem::bRemoveControl(const QString &folder)
     if (m_current == nullptr) {
         return false;
     }
-    // Copied: the string may be that of the control.
-    const QString path = folder;
-    removeControl(m_current);
-    return remove(path);
+    // Kept to the end: the string may be that of the control.
+    m_controls.findRef(m_current);
+    const std::unique_ptr<SwapControl> control(m_controls.take());
+    m_current = nullptr;
+    return remove(folder);
 }
 
 void SwapSystem::removeControl(const SwapControl *control)

@@ -89,7 +89,7 @@ private:
 
     QString m_extension;
     QString m_swapFolder;
-    char m_workArea[kWorkAreaBytes];
+    [[maybe_unused]] char m_workArea[kWorkAreaBytes] = {};
     PtrList<SwapControl> m_controls;
     SwapControl *m_current = nullptr;
 };

@@ -149,7 +149,7 @@ QString SwapFixture::swapFile(const QString &name) const
 
 QString SwapFixture::addPhoto(const QString &relative) const
 {
-    const QString file = path(relative);
+    QString file = path(relative);
     QDir().mkpath(QFileInfo(file).path());
     writeFile(file, "photo");
     setFileTime(file, kTime * 1000);

@@ -12,8 +12,6 @@
 
 #include <array>
 
-#include <utime.h>
-
 using namespace lumi::test;
 
 class TestSwapBlock : public QObject
@@ -40,10 +38,6 @@ private Q_SLOTS:
     void aNameThatIsTooLongIsNotStored();
     void aFullDiskLeavesNothingBehind_data();
     void aFullDiskLeavesNothingBehind();
-    void aBufferIsWrittenButNotReadBack();
-    void aBufferWithAnEpochSwapFileIsReadBack();
-    void aMissingBufferIsReported();
-    void aBufferFileThatCannotBeOpenedIsReported();
     void destructionLeavesTheSwapFile();
     void aRecordFromTheIndexIsValidWhileBothFilesExist_data();
     void aRecordFromTheIndexIsValidWhileBothFilesExist();
@@ -334,74 +328,6 @@ void TestSwapBlock::aFullDiskLeavesNothingBehind()
     QVERIFY(!block.bRead(swap, sourceTime()));
     const QStringList expected(QStringLiteral("SwapBlock::bWrite() / Write Error"));
     QCOMPARE(log.warnings, image ? QStringList() : expected);
-}
-
-void TestSwapBlock::aBufferIsWrittenButNotReadBack()
-{
-    std::array<unsigned char, 4> bytes{1, 0, 255, 4};
-    SwapBlock block(QStringLiteral("a.jpg"), m_swapPath, 100, 0);
-    stSwap swap = bufferSwap(bytes.data(), 4);
-    QVERIFY(block.bWrite(swap, sourceTime()));
-    QVERIFY(block.isValid());
-    QCOMPARE(readFile(m_swapPath), QByteArray("\1\0\xff\4", 4));
-    QCOMPARE(block.record().swapTime, 0);
-    QVERIFY(!block.bRead(swap, sourceTime()));
-    QCOMPARE(bytes[2], static_cast<unsigned char>(255));
-}
-
-void TestSwapBlock::aBufferWithAnEpochSwapFileIsReadBack()
-{
-    std::array<unsigned char, 4> bytes{1, 2, 3, 4};
-    SwapBlock block(QStringLiteral("a.jpg"), m_swapPath, 100, 0);
-    stSwap swap = bufferSwap(bytes.data(), 4);
-    QVERIFY(block.bWrite(swap, sourceTime()));
-    setFileTime(m_swapPath, 0);
-    std::array<unsigned char, 8> read{9, 9, 9, 9, 9, 9, 9, 9};
-    swap = bufferSwap(read.data(), 6);
-    QVERIFY(block.bRead(swap, sourceTime()));
-    QCOMPARE(swap.size, 4);
-    const std::array<unsigned char, 8> expected{1, 2, 3, 4, 0, 0, 9, 9};
-    QVERIFY(read == expected);
-    swap = bufferSwap(read.data(), 2);
-    QVERIFY(block.bRead(swap, sourceTime()));
-    QCOMPARE(swap.size, 2);
-    const MessageLog log;
-    swap = bufferSwap(nullptr, 2);
-    QVERIFY(!block.bRead(swap, sourceTime()));
-    QCOMPARE(log.warnings,
-             QStringList(QStringLiteral("ASSERT: \"stSwap.buf != NULL\" in SwapSystem (267)")));
-}
-
-void TestSwapBlock::aMissingBufferIsReported()
-{
-    SwapBlock block(QStringLiteral("a.jpg"), m_swapPath, 100, 0);
-    const MessageLog log;
-    for (const int size : {5, 0}) {
-        stSwap swap = bufferSwap(nullptr, size);
-        QVERIFY(!block.bWrite(swap, sourceTime()));
-    }
-    QVERIFY(!block.isValid());
-    const QString text = QStringLiteral("ASSERT: \"stSwap.buf != NULL\" in SwapSystem (221)");
-    QCOMPARE(log.warnings, QStringList({text, text}));
-}
-
-void TestSwapBlock::aBufferFileThatCannotBeOpenedIsReported()
-{
-    std::array<unsigned char, 4> bytes{1, 2, 3, 4};
-    QVERIFY(QDir().mkpath(m_swapPath));
-    SwapBlock block(QStringLiteral("a.jpg"), m_swapPath, 100, 0);
-    stSwap swap = bufferSwap(bytes.data(), 4);
-    const MessageLog log;
-    QVERIFY(!block.bWrite(swap, sourceTime()));
-    QVERIFY(QDir().rmdir(m_swapPath));
-    QVERIFY(block.bWrite(swap, sourceTime()));
-    QVERIFY(QFile::remove(m_swapPath) && QDir().mkpath(m_swapPath));
-    utimbuf epoch{0, 0};
-    QCOMPARE(utime(QFile::encodeName(m_swapPath).constData(), &epoch), 0);
-    QVERIFY(!block.bRead(swap, sourceTime()));
-    QCOMPARE(log.warnings,
-             QStringList({QStringLiteral("SwapBlock::bWrite() / File Open Error"),
-                          QStringLiteral("SwapBlock::bRead() / File Open Error")}));
 }
 
 void TestSwapBlock::destructionLeavesTheSwapFile()
