@@ -21,20 +21,35 @@ QList<QRegularExpression> wildcards(const QString &nameFilter)
     return patterns;
 }
 
+bool passesKind(const QFileInfo &info, QDir::Filters filter)
+{
+    const bool isDangling = info.isSymLink() && !info.exists();
+    const bool isSystem = isDangling || (!info.isDir() && !info.isFile());
+    const bool systemWanted = filter.testFlag(QDir::System);
+    if (isSystem && !systemWanted) {
+        return false;
+    }
+    if (info.isSymLink() && filter.testFlag(QDir::NoSymLinks)) {
+        return isDangling && systemWanted;
+    }
+    return (!info.isDir() || filter.testAnyFlags(QDir::Dirs | QDir::AllDirs))
+        && (!info.isFile() || filter.testFlag(QDir::Files));
+}
+
+/// All three bits together ask for nothing, as none does.
+bool passesPermissions(const QFileInfo &info, QDir::Filters filter)
+{
+    return filter.testFlags(QDir::PermissionMask)
+        || ((!filter.testFlag(QDir::Readable) || info.isReadable())
+            && (!filter.testFlag(QDir::Writable) || info.isWritable())
+            && (!filter.testFlag(QDir::Executable) || info.isExecutable()));
+}
+
 /// What QDir lists with these bits, entry by entry.
 bool passesFilter(const QFileInfo &info, QDir::Filters filter)
 {
-    const bool hiddenWanted = filter.testFlag(QDir::Hidden);
-    const bool dirWanted = filter & (QDir::Dirs | QDir::AllDirs);
-    const bool isOther = info.exists() && !info.isDir() && !info.isFile();
-    const bool isDangling = !info.exists();
-    return (hiddenWanted || !info.isHidden()) && (dirWanted || !info.isDir())
-        && (filter.testFlag(QDir::Files) || !info.isFile())
-        && (filter.testFlag(QDir::System) || (!isOther && !isDangling))
-        && (!filter.testFlag(QDir::NoSymLinks) || !info.isSymLink())
-        && (!filter.testFlag(QDir::Readable) || info.isReadable())
-        && (!filter.testFlag(QDir::Writable) || info.isWritable())
-        && (!filter.testFlag(QDir::Executable) || info.isExecutable());
+    return (filter.testFlag(QDir::Hidden) || !info.isHidden()) && passesKind(info, filter)
+        && passesPermissions(info, filter);
 }
 
 bool matchesAny(const QList<QRegularExpression> &patterns, const QString &name)

@@ -1,0 +1,107 @@
+// SPDX-License-Identifier: MIT
+#include "tests/items/LibraryFaults.h"
+
+#include <QtGlobal>
+
+#include <cerrno>
+#include <cstdio>
+
+#include <dirent.h>
+#include <dlfcn.h>
+#include <jerror.h>
+#include <jpeglib.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr int kNever = -1;
+constexpr uid_t kNobody = 65534;
+
+int failingLine = kNever;
+bool closedirFails = false;
+int decompressors = 0;
+
+template <class Function> Function *original(const char *name)
+{
+    return reinterpret_cast<Function *>(::dlsym(RTLD_NEXT, name));
+}
+
+} // namespace
+
+extern "C" {
+
+JDIMENSION jpeg_read_scanlines(j_decompress_ptr cinfo, JSAMPARRAY lines, JDIMENSION count)
+{
+    if (failingLine != kNever && cinfo->output_scanline >= static_cast<JDIMENSION>(failingLine)) {
+        cinfo->err->msg_code = JERR_INPUT_EOF;
+        cinfo->err->error_exit(reinterpret_cast<j_common_ptr>(cinfo));
+    }
+    static auto *kReal = original<decltype(jpeg_read_scanlines)>("jpeg_read_scanlines");
+    return kReal(cinfo, lines, count);
+}
+
+void jpeg_CreateDecompress(j_decompress_ptr cinfo, int version, size_t size)
+{
+    static auto *kReal = original<decltype(jpeg_CreateDecompress)>("jpeg_CreateDecompress");
+    kReal(cinfo, version, size);
+    ++decompressors;
+}
+
+void jpeg_destroy_decompress(j_decompress_ptr cinfo)
+{
+    static auto *kReal = original<decltype(jpeg_destroy_decompress)>("jpeg_destroy_decompress");
+    kReal(cinfo);
+    --decompressors;
+}
+
+int closedir(DIR *directory)
+{
+    static auto *kReal = original<decltype(closedir)>("closedir");
+    const int result = kReal(directory);
+    if (closedirFails) {
+        errno = EIO;
+        return -1;
+    }
+    return result;
+}
+}
+
+namespace lumi::test {
+
+LibraryFaults::~LibraryFaults()
+{
+    failingLine = kNever;
+    closedirFails = false;
+}
+
+void LibraryFaults::failJpegFromLine(int line)
+{
+    failingLine = line;
+}
+
+void LibraryFaults::failClosedir()
+{
+    closedirFails = true;
+}
+
+OrdinaryUser::OrdinaryUser()
+    : m_wasRoot(::geteuid() == 0)
+{
+    if (m_wasRoot && ::setresuid(kNobody, kNobody, 0) != 0) {
+        qFatal("cannot become an ordinary user");
+    }
+}
+
+OrdinaryUser::~OrdinaryUser()
+{
+    if (m_wasRoot && ::setresuid(0, 0, 0) != 0) {
+        qFatal("cannot become root again");
+    }
+}
+
+int liveDecompressors()
+{
+    return decompressors;
+}
+
+} // namespace lumi::test

@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+// Makes calls fail that hardly ever do: this program's own versions of them stand before those
+// of the libraries and pass everything on until they are told to fail.
+#pragma once
+
+namespace lumi::test {
+
+class LibraryFaults
+{
+public:
+    LibraryFaults() = default;
+    /// Everything works again.
+    ~LibraryFaults();
+    LibraryFaults(const LibraryFaults &) = delete;
+    LibraryFaults &operator=(const LibraryFaults &) = delete;
+
+    /// libjpeg reports an error instead of decoding this line and all later ones.
+    void failJpegFromLine(int line);
+    void failClosedir();
+};
+
+/// While it lives, a process of root is one of an ordinary user, to whom permissions apply.
+class OrdinaryUser
+{
+public:
+    OrdinaryUser();
+    ~OrdinaryUser();
+    OrdinaryUser(const OrdinaryUser &) = delete;
+    OrdinaryUser &operator=(const OrdinaryUser &) = delete;
+
+private:
+    bool m_wasRoot;
+};
+
+/// How many libjpeg decompressors exist now.
+[[nodiscard]] int liveDecompressors();
+
+} // namespace lumi::test

@@ -1,0 +1,213 @@
+// SPDX-License-Identifier: MIT
+#include "exif/FPVExifDocument.h"
+#include "exif/FPVExifFile.h"
+#include "exif/FPVExifTag.h"
+#include "items/FPVItemJpeg.h"
+#include "items/FPVItemList.h"
+#include "tests/items/HostileFiles.h"
+#include "tests/items/LibraryFaults.h"
+#include "tests/support/TestMain.h"
+#include "tests/swap/SwapFixture.h"
+
+#include <QElapsedTimer>
+#include <QImage>
+#include <QPixmap>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <memory>
+
+#include <malloc.h>
+#include <sys/resource.h>
+
+using lumi::DecodeError;
+
+/// Every broken photo, on every way through the program. Each must end, soon and without
+/// taking more memory than there is said to be.
+class TestHostileFiles : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void cleanup();
+    void cleanupTestCase();
+    void thereAreMany();
+    void allAreListed();
+    void thumbnails();
+    void embeddedThumbnails();
+    void walkingReader();
+    void documentReader();
+    void screenDecodes_data();
+    void screenDecodes();
+    void slices();
+
+private:
+    template <class Job> void forEachFile(Job job);
+
+    std::vector<lumi::test::HostileFile> m_files;
+    std::unique_ptr<lumi::test::SwapFixture> m_fixture;
+    QStringList m_paths;
+};
+
+namespace {
+
+constexpr qint64 kMostMs = 5000;
+constexpr qint64 kMemoryKB = 65536;
+
+/// What one pass over the files took at its worst moment, in KB.
+long peakKB()
+{
+    rusage usage = {};
+    return ::getrusage(RUSAGE_SELF, &usage) == 0 ? usage.ru_maxrss : 0;
+}
+
+/// Under the address sanitizer freed memory is held back, and its figures say nothing.
+bool countsMemory()
+{
+    return ::mallinfo2().uordblks > 0;
+}
+
+} // namespace
+
+void TestHostileFiles::initTestCase()
+{
+    m_files = lumi::test::hostileFiles();
+    m_fixture = std::make_unique<lumi::test::SwapFixture>();
+    m_fixture->machine->setMemoryKB(kMemoryKB);
+    m_fixture->start();
+    for (std::size_t i = 0; i < m_files.size(); ++i) {
+        m_paths.append(m_fixture->addPhoto(QString::asprintf("p/%04zu.jpg", i)));
+        lumi::test::writeFile(m_paths.last(), m_files[i].bytes);
+    }
+}
+
+void TestHostileFiles::cleanup()
+{
+    QCOMPARE(lumi::test::liveDecompressors(), 0);
+}
+
+void TestHostileFiles::cleanupTestCase()
+{
+    m_fixture.reset();
+}
+
+template <class Job> void TestHostileFiles::forEachFile(Job job)
+{
+    const lumi::test::MessageLog log;
+    const long before = peakKB();
+    for (int i = 0; i < m_paths.size(); ++i) {
+        QElapsedTimer clock;
+        clock.start();
+        job(m_paths[i]);
+        QVERIFY2(clock.elapsed() < kMostMs, m_files[static_cast<std::size_t>(i)].name.constData());
+        QVERIFY2(!QTest::currentTestFailed(),
+                 m_files[static_cast<std::size_t>(i)].name.constData());
+    }
+    QVERIFY(!countsMemory() || peakKB() - before < kMemoryKB);
+}
+
+void TestHostileFiles::thereAreMany()
+{
+    QVERIFY2(m_files.size() >= 300, qPrintable(QString::number(m_files.size())));
+}
+
+void TestHostileFiles::allAreListed()
+{
+    const QString folder = m_fixture->path(QStringLiteral("p"));
+    const FPVItemList list(folder, folder);
+    QCOMPARE(list.count(), static_cast<int>(m_paths.size()));
+}
+
+void TestHostileFiles::thumbnails()
+{
+    forEachFile([](const QString &path) {
+        FPVItemJpeg item(path, QString(), false);
+        const std::unique_ptr<QPixmap> pixmap(item.thumbnail(174, 123));
+        if (pixmap) {
+            QVERIFY(!pixmap->isNull());
+            QVERIFY(pixmap->width() <= 174 && pixmap->height() <= 123);
+        }
+    });
+}
+
+void TestHostileFiles::embeddedThumbnails()
+{
+    forEachFile([](const QString &path) {
+        const std::unique_ptr<QImage> image(FPVExifDocument::thumbnail(path));
+        QVERIFY(!image || !image->isNull());
+    });
+}
+
+void TestHostileFiles::walkingReader()
+{
+    forEachFile([](const QString &path) {
+        FPVExifFile file(path);
+        int tags = 0;
+        while (const std::unique_ptr<FPVExifTag> tag{file.nextTag()}) {
+            tags += tag->text().isNull() || tag->description().isNull() ? 0 : 1;
+            (void)tag->intValue();
+        }
+        QVERIFY(tags <= 5 * 65536);
+    });
+}
+
+void TestHostileFiles::documentReader()
+{
+    forEachFile([](const QString &path) {
+        const FPVExifDocument document(path);
+        for (const ExifListKind kind : {ExifListKind::Ifd0, ExifListKind::Exif, ExifListKind::Gps,
+                                        ExifListKind::Interoperability, ExifListKind::Ifd1}) {
+            for (const FPVExifTag *tag : document.list(kind)) {
+                QVERIFY(document.find(tag->tag(), kind) != nullptr);
+                (void)tag->intValue();
+                (void)tag->text();
+            }
+        }
+    });
+}
+
+void TestHostileFiles::screenDecodes_data()
+{
+    QTest::addColumn<int>("depth");
+    QTest::addColumn<bool>("fitted");
+    QTest::newRow("fitted, 16 bits") << 16 << true;
+    QTest::newRow("fitted, 32 bits") << 32 << true;
+    QTest::newRow("whole, 16 bits") << 16 << false;
+    QTest::newRow("whole, 32 bits") << 32 << false;
+}
+
+void TestHostileFiles::screenDecodes()
+{
+    QFETCH(int, depth);
+    QFETCH(bool, fitted);
+    forEachFile([depth, fitted](const QString &path) {
+        FPVItemJpeg item(path, QString(), false);
+        item.setIncremental(false);
+        QSize screen(640, 480);
+        QSize size;
+        const bool ok = item.startDecode(depth, &size, fitted ? &screen : nullptr);
+        QCOMPARE(item.errorCode() == DecodeError::None, ok);
+        QCOMPARE(item.rasterBits() != nullptr, ok);
+        QVERIFY(!ok || !size.isEmpty());
+    });
+}
+
+void TestHostileFiles::slices()
+{
+    forEachFile([](const QString &path) {
+        FPVItemJpeg item(path, QString(), false);
+        const QSignalSpy completes(&item, &FPVItemImage::decodeComplete);
+        QSize screen(64, 48);
+        if (item.startDecode(16, nullptr, &screen)) {
+            // The slices without the pauses.
+            for (int i = 0; i < 2000 && lumi::test::liveDecompressors() > 0; ++i) {
+                item.decodeScreenImage();
+            }
+            QCOMPARE(completes.count() == 1, item.errorCode() == DecodeError::None);
+        }
+    });
+}
+
+LUMI_TEST(TestHostileFiles)
+#include "TestHostileFiles.moc"

@@ -1,0 +1,119 @@
+// SPDX-License-Identifier: MIT
+#include "items/photoScale.h"
+#include "tests/support/TestMain.h"
+
+#include <QTest>
+
+class TestPhotoScale : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void fitsIntoABox_data();
+    void fitsIntoABox();
+    void coversARequest_data();
+    void coversARequest();
+    void staysBelowTheScreenLimit_data();
+    void staysBelowTheScreenLimit();
+    void memoryNeeds();
+};
+
+void TestPhotoScale::fitsIntoABox_data()
+{
+    QTest::addColumn<QSize>("photo");
+    QTest::addColumn<QSize>("box");
+    QTest::addColumn<QSize>("fitted");
+    QTest::newRow("landscape in the large box")
+        << QSize(640, 480) << QSize(174, 123) << QSize(164, 123);
+    QTest::newRow("portrait in the large box")
+        << QSize(480, 640) << QSize(174, 123) << QSize(92, 123);
+    QTest::newRow("width decides") << QSize(640, 400) << QSize(80, 60) << QSize(80, 50);
+    QTest::newRow("equal ratios keep the width")
+        << QSize(640, 480) << QSize(80, 60) << QSize(80, 60);
+    QTest::newRow("a half is rounded up") << QSize(4, 5) << QSize(2, 100) << QSize(2, 3);
+    QTest::newRow("a small photo grows") << QSize(2, 1) << QSize(100, 100) << QSize(100, 50);
+    QTest::newRow("a line keeps one pixel of height")
+        << QSize(20000, 1) << QSize(174, 123) << QSize(174, 1);
+    QTest::newRow("a column keeps one pixel of width")
+        << QSize(1, 20000) << QSize(174, 123) << QSize(1, 123);
+    QTest::newRow("unknown size") << QSize(-1, -1) << QSize(174, 123) << QSize(0, 0);
+    QTest::newRow("no height") << QSize(10, 0) << QSize(174, 123) << QSize(0, 0);
+    QTest::newRow("no box") << QSize(640, 480) << QSize(0, 123) << QSize(0, 0);
+    QTest::newRow("the largest sides") << QSize(65500, 65500) << QSize(174, 123) << QSize(123, 123);
+}
+
+void TestPhotoScale::fitsIntoABox()
+{
+    QFETCH(QSize, photo);
+    QFETCH(QSize, box);
+    QTEST(lumi::fittedSize(photo, box), "fitted");
+}
+
+void TestPhotoScale::coversARequest_data()
+{
+    QTest::addColumn<QSize>("photo");
+    QTest::addColumn<QSize>("wanted");
+    QTest::addColumn<int>("denominator");
+    QTest::newRow("a quarter covers") << QSize(1600, 1200) << QSize(320, 240) << 4;
+    QTest::newRow("the smaller denominator of the axes")
+        << QSize(1600, 1200) << QSize(800, 10) << 2;
+    QTest::newRow("an eighth exactly") << QSize(1600, 1200) << QSize(200, 150) << 8;
+    QTest::newRow("one more than an eighth") << QSize(1600, 1200) << QSize(201, 150) << 4;
+    QTest::newRow("one more than a half") << QSize(1600, 1200) << QSize(801, 600) << 1;
+    QTest::newRow("larger than the photo") << QSize(100, 100) << QSize(640, 480) << 1;
+    QTest::newRow("no scaling") << QSize(1600, 1200) << QSize(0, 0) << 1;
+    QTest::newRow("no width is no scaling") << QSize(1600, 1200) << QSize(0, 10) << 1;
+    QTest::newRow("no height is no scaling") << QSize(1600, 1200) << QSize(10, 0) << 1;
+    QTest::newRow("a tiny photo") << QSize(1, 1) << QSize(1, 1) << 1;
+}
+
+void TestPhotoScale::coversARequest()
+{
+    QFETCH(QSize, photo);
+    QFETCH(QSize, wanted);
+    QTEST(lumi::coveringDenominator(photo, wanted), "denominator");
+}
+
+void TestPhotoScale::staysBelowTheScreenLimit_data()
+{
+    QTest::addColumn<QSize>("photo");
+    QTest::addColumn<int>("denominator");
+    QTest::newRow("small") << QSize(640, 480) << 1;
+    QTest::newRow("one pixel below the limit") << QSize(178481, 47) << 1;
+    QTest::newRow("the limit") << QSize(4096, 2048) << 2;
+    QTest::newRow("12 megapixels") << QSize(4000, 3000) << 2;
+    QTest::newRow("a half that rounds up goes on to a quarter") << QSize(8003, 6000) << 4;
+    QTest::newRow("108 megapixels") << QSize(12000, 9000) << 4;
+    QTest::newRow("an eighth") << QSize(20000, 20000) << 8;
+    QTest::newRow("a quarter that rounds up to the limit") << QSize(16381, 8189) << 8;
+    QTest::newRow("too large at an eighth") << QSize(65500, 65500) << 0;
+    QTest::newRow("the limit at an eighth") << QSize(32768, 16384) << 0;
+    QTest::newRow("just below it at an eighth") << QSize(32768, 16376) << 8;
+}
+
+void TestPhotoScale::staysBelowTheScreenLimit()
+{
+    QFETCH(QSize, photo);
+    QFETCH(int, denominator);
+    QCOMPARE(lumi::screenDenominator(photo), denominator);
+    if (denominator != 0) {
+        const QSize decoded = lumi::decodedSize(photo, denominator);
+        QVERIFY(qint64(decoded.width()) * decoded.height() < lumi::kScreenPixelLimit);
+    }
+}
+
+void TestPhotoScale::memoryNeeds()
+{
+    QCOMPARE(lumi::progressiveNeedKB(QSize(2048, 1536)), 30720);
+    QCOMPARE(lumi::progressiveNeedKB(QSize(65500, 65500)),
+             ((65500LL * 65500 * 7 + 1048576) >> 10) + 8192);
+    QCOMPARE(lumi::thumbnailNeedKB(4000, 375), (4000 * 375 + 262144) >> 8);
+    QCOMPARE(lumi::thumbnailNeedKB(65500, 65500), (65500LL * 65500 + 262144) >> 8);
+    QCOMPARE(lumi::screenNeedKB(4000, QSize(1000, 750), 16),
+             (1000 * 750 * 2 + 16000 + 1048576) >> 10);
+    QCOMPARE(lumi::screenNeedKB(65500, QSize(65500, 65500), 32),
+             (65500LL * 65500 * 4 + 262000 + 1048576) >> 10);
+}
+
+LUMI_TEST(TestPhotoScale)
+#include "TestPhotoScale.moc"
