@@ -1,0 +1,89 @@
+// SPDX-License-Identifier: MIT
+#include "bench/jobs.h"
+#include "bench/photos.h"
+#include "items/FPVItemList.h"
+#include "swap/SwapSystem.h"
+#include "swap/swapStore.h"
+#include "views/FPVThumbnailItem.h"
+#include "views/FPVThumbnailMetrics.h"
+#include "views/FPVThumbnailView.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QLabel>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int kColumns = 7;
+constexpr int kRows = 5;
+constexpr int kCells = kColumns * kRows;
+constexpr double kTimersMs = 30 + 10.0 * kCells;
+constexpr int kRounds = 5;
+constexpr int kPatienceMs = 60000;
+
+FPVThumbnailMetrics smallThumbnails()
+{
+    FPVThumbnailMetrics metrics('s', kColumns, kRows);
+    metrics.showCheck = true;
+    return metrics;
+}
+
+bool showsThumbnail(const FPVItemObject *item)
+{
+    const FPVThumbnailItem *cell = item->thumbnailItem();
+    if (cell == nullptr) {
+        return false;
+    }
+    const auto labels = cell->findChildren<QLabel *>();
+    return std::any_of(labels.begin(), labels.end(), [](const QLabel *label) {
+        return !label->pixmap(Qt::ReturnByValue).isNull();
+    });
+}
+
+/// Milliseconds from the change of page to the last thumbnail of the page.
+double pageTime(FPVThumbnailView &view, const FPVItemObject *last)
+{
+    QElapsedTimer clock;
+    clock.start();
+    view.showPage(0, 0, true);
+    QApplication::processEvents();
+    while (!showsThumbnail(last)) {
+        QApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        if (clock.elapsed() > kPatienceMs) {
+            std::abort();
+        }
+    }
+    return static_cast<double>(clock.nsecsElapsed()) / 1e6;
+}
+
+} // namespace
+
+std::vector<lumi::bench::Row> lumi::bench::pageRows(const QString &folder)
+{
+    const QString path = folder + QStringLiteral("/page");
+    if (!makeFolder(path, kCells)) {
+        return {};
+    }
+    SwapSystem store(QFile::encodeName(folder + QStringLiteral("/.page_swp")),
+                     QStringLiteral(".swp"));
+    swapSystem(&store);
+    FPVItemList list(path, path);
+    QWidget window;
+    window.resize(640, 480);
+    FPVThumbnailView view(&window, &list);
+    view.resize(560, 420);
+    view.setVerticalMode(false);
+    view.setMetrics(smallThumbnails(), true);
+    window.show();
+    const FPVItemObject *last = list.at(kCells - 1);
+    pageTime(view, last);
+    std::vector<double> times;
+    for (int round = 0; round < kRounds; ++round) {
+        times.push_back(pageTime(view, last));
+    }
+    return {{"warm page of 35 cells", "its fixed timers: 30 ms, then 10 ms a cell", median(times),
+             kTimersMs, "ms", 25, true}};
+}

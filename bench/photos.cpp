@@ -1,0 +1,91 @@
+// SPDX-License-Identifier: MIT
+#include "bench/photos.h"
+
+#include <QBuffer>
+#include <QDir>
+#include <QFile>
+#include <QImage>
+#include <QtEndian>
+
+namespace {
+
+constexpr int kQuality = 88;
+
+QByteArray encoded(QSize size)
+{
+    QImage image(size, QImage::Format_RGB32);
+    quint32 seed = 1;
+    for (int y = 0; y < size.height(); ++y) {
+        auto *line = reinterpret_cast<QRgb *>(image.scanLine(y));
+        for (int x = 0; x < size.width(); ++x) {
+            seed = seed * 1664525U + 1013904223U;
+            const int noise = static_cast<int>(seed >> 28);
+            line[x] = qRgb(x * 200 / size.width() + noise, y * 200 / size.height() + noise,
+                           (x ^ y) % 64 + noise);
+        }
+    }
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    image.save(&buffer, "JPEG", kQuality);
+    return buffer.data();
+}
+
+void appendBig16(QByteArray &bytes, int value)
+{
+    bytes.append(static_cast<char>(value >> 8)).append(static_cast<char>(value));
+}
+
+void appendEntry(QByteArray &bytes, quint16 tag, quint32 value)
+{
+    QByteArray entry(12, '\0');
+    qToLittleEndian<quint16>(tag, entry.data());
+    qToLittleEndian<quint16>(4, entry.data() + 2);
+    qToLittleEndian<quint32>(1, entry.data() + 4);
+    qToLittleEndian<quint32>(value, entry.data() + 8);
+    bytes += entry;
+}
+
+/// An APP1 segment with an empty first directory and a second one that names the thumbnail.
+QByteArray exifSegment(const QByteArray &thumbnail)
+{
+    constexpr quint32 kThumbnailAt = 8 + 6 + 2 + 2 * 12 + 4;
+    QByteArray tiff("II\x2A\x00\x08\x00\x00\x00", 8);
+    tiff += QByteArray("\x00\x00\x0E\x00\x00\x00", 6);
+    tiff += QByteArray("\x02\x00", 2);
+    appendEntry(tiff, 0x0201, kThumbnailAt);
+    appendEntry(tiff, 0x0202, static_cast<quint32>(thumbnail.size()));
+    tiff += QByteArray(4, '\0') + thumbnail;
+    QByteArray segment("\xFF\xE1", 2);
+    appendBig16(segment, static_cast<int>(tiff.size()) + 8);
+    return segment + QByteArray("Exif\0\0", 6) + tiff;
+}
+
+bool write(const QString &path, const QByteArray &bytes)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
+}
+
+} // namespace
+
+bool lumi::bench::makePhoto(const QString &path, QSize size)
+{
+    return write(path, encoded(size));
+}
+
+bool lumi::bench::makePhotoWithThumbnail(const QString &path, QSize size)
+{
+    QByteArray bytes = encoded(size);
+    bytes.insert(2, exifSegment(encoded({160, 120})));
+    return write(path, bytes);
+}
+
+bool lumi::bench::makeFolder(const QString &path, int count)
+{
+    const QByteArray bytes = encoded({8, 8});
+    bool ok = QDir().mkpath(path);
+    for (int i = 1; ok && i <= count; ++i) {
+        ok = write(path + QString::asprintf("/IMG_%05d.JPG", i), bytes);
+    }
+    return ok;
+}

@@ -1,0 +1,200 @@
+// SPDX-License-Identifier: MIT
+#include "app/MainWindow.h"
+#include "bench/jobs.h"
+#include "bench/photos.h"
+#include "files/FormFile.h"
+#include "platform/QPEApplication.h"
+#include "swap/SwapSystem.h"
+#include "swap/swapStore.h"
+#include "views/FPVThumbnailView.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QLabel>
+#include <QMainWindow>
+#include <QProcess>
+
+#include <cstdio>
+#include <cstring>
+
+namespace {
+
+constexpr int kStartRounds = 11;
+constexpr int kSettleMs = 1500;
+constexpr int kFormFile = 2;
+constexpr double kMiB = 1024;
+constexpr int kFew = 10;
+constexpr int kMany = 10000;
+
+/// Notes the first painting of a widget of this class.
+class FirstPaint : public QObject
+{
+public:
+    explicit FirstPaint(const char *className)
+        : m_className(className)
+    {
+        qApp->installEventFilter(this);
+    }
+
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        m_seen = m_seen || (event->type() == QEvent::Paint && watched->inherits(m_className));
+        return false;
+    }
+
+    void wait() const
+    {
+        while (!m_seen) {
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        }
+    }
+
+private:
+    const char *m_className;
+    bool m_seen = false;
+};
+
+void settle(int ms)
+{
+    QElapsedTimer clock;
+    clock.start();
+    while (clock.elapsed() < ms) {
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+    }
+}
+
+QString storeFolder()
+{
+    return QDir::homePath() + QStringLiteral("/Documents/Photo_Files");
+}
+
+QByteArray swapFolder()
+{
+    return QFile::encodeName(storeFolder() + QStringLiteral("/.photo_swp"));
+}
+
+int bareStart(int argc, char **argv)
+{
+    QApplication application(argc, argv);
+    const FirstPaint paint("QLabel");
+    QMainWindow window;
+    window.setCentralWidget(new QLabel(QStringLiteral("bare")));
+    window.resize(640, 480);
+    window.show();
+    paint.wait();
+    return 0;
+}
+
+int ourStart(int argc, char **argv)
+{
+    QPEApplication application(argc, argv);
+    const FirstPaint paint("MyImageButton");
+    SwapSystem store(swapFolder(), QStringLiteral(".swp"));
+    swapSystem(&store);
+    MainWindow window;
+    application.showMainWidget(&window, false);
+    paint.wait();
+    return 0;
+}
+
+int bareMemory(int argc, char **argv)
+{
+    QApplication application(argc, argv);
+    QMainWindow window;
+    window.setCentralWidget(new QLabel(QStringLiteral("bare")));
+    window.resize(640, 480);
+    window.show();
+    settle(kSettleMs);
+    std::printf("%ld\n", lumi::bench::residentKiB());
+    return 0;
+}
+
+/// The largest resident memory over the first, a middle and the last page of the store.
+int ourMemory(int argc, char **argv)
+{
+    QPEApplication application(argc, argv);
+    SwapSystem store(swapFolder(), QStringLiteral(".swp"));
+    swapSystem(&store);
+    MainWindow window;
+    application.showMainWidget(&window, false);
+    window.changeForm(kFormFile, QString());
+    settle(kSettleMs);
+    auto *view = window.findChild<FPVThumbnailView *>();
+    long most = lumi::bench::residentKiB();
+    for (const int top : {kMany / 2, kMany}) {
+        view->showPage(top, -1, true);
+        settle(kSettleMs);
+        most = std::max(most, lumi::bench::residentKiB());
+    }
+    std::printf("%ld\n", most);
+    return 0;
+}
+
+struct Mode
+{
+    const char *name;
+    int (*run)(int, char **);
+};
+
+constexpr Mode kModes[] = {{"bare-start", bareStart},
+                           {"our-start", ourStart},
+                           {"bare-memory", bareMemory},
+                           {"our-memory", ourMemory}};
+
+QByteArray runMode(const char *mode, const QString &home)
+{
+    QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("HOME"), home);
+    process.setProcessEnvironment(environment);
+    process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    process.start(QCoreApplication::applicationFilePath(), {QLatin1String(mode)});
+    if (!process.waitForFinished() || process.exitCode() != 0) {
+        std::abort();
+    }
+    return process.readAllStandardOutput();
+}
+
+double memoryMiB(const char *mode, const QString &home)
+{
+    return runMode(mode, home).trimmed().toDouble() / kMiB;
+}
+
+} // namespace
+
+std::vector<lumi::bench::Row> lumi::bench::processRows(const QString &folder)
+{
+    const QString few = folder + QStringLiteral("/few");
+    const QString many = folder + QStringLiteral("/lots");
+    const QString store = QStringLiteral("/Documents/Photo_Files");
+    if (!makeFolder(few + store, kFew) || !makeFolder(many + store, kMany)) {
+        return {};
+    }
+    std::vector<Row> rows{compare(
+        "start to the first form", "bare main window of that size", 1.3, kStartRounds,
+        [&few] {
+            runMode("our-start", few);
+        },
+        [&few] {
+            runMode("bare-start", few);
+        })};
+    const double bare = memoryMiB("bare-memory", few);
+    const double atRest = memoryMiB("our-memory", few);
+    const double inMany = memoryMiB("our-memory", many);
+    rows.push_back(
+        {"memory at rest in a folder of 10", "bare main window", atRest, bare, "MiB", 8, true});
+    rows.push_back({"memory in a folder of 10,000, any page", "memory at rest", inMany, atRest,
+                    "MiB", 22, true});
+    return rows;
+}
+
+int lumi::bench::processMain(int argc, char **argv)
+{
+    for (const Mode &mode : kModes) {
+        if (std::strcmp(argv[1], mode.name) == 0) {
+            return mode.run(argc, argv);
+        }
+    }
+    std::fprintf(stderr, "unknown mode %s\n", argv[1]);
+    return 2;
+}
