@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: MIT
+// lumivault-inspect shows what the program sees in a file: for bug reports, and for comparing
+// with what other programs see. It changes nothing and needs no display.
+#include "tools/inspect/exifCommand.h"
+#include "tools/inspect/rasterCommand.h"
+#include "tools/inspect/swapCommand.h"
+
+#include <QCoreApplication>
+#include <QTextStream>
+
+#include <cstdio>
+
+namespace {
+
+constexpr int kFailed = 1;
+constexpr int kWrongUsage = 2;
+
+constexpr char kUsage[] = "usage: lumivault-inspect exif FILE...\n"
+                          "       lumivault-inspect swap FOLDER\n"
+                          "       lumivault-inspect raster FILE --depth 16|32 [--request WxH]\n"
+                          "\n"
+                          "exif    what both Exif readers make of each file, a JSON object a line\n"
+                          "swap    the index of a thumbnail store, a JSON object a line\n"
+                          "raster  the decoded, turned photo: pixels to standard output, its size\n"
+                          "        to standard error\n"
+                          "\n"
+                          "Result: 0 success, 1 a file could not be read, 2 wrong usage\n";
+
+struct Command
+{
+    const char *name;
+    int (*run)(const QStringList &arguments, QTextStream &out, QTextStream &err);
+};
+
+constexpr Command kCommands[] = {
+    {"exif", exifCommand},
+    {"swap",
+     [](const QStringList &arguments, QTextStream &out, QTextStream &) {
+         return swapCommand(arguments, out);
+     }},
+    {"raster",
+     [](const QStringList &arguments, QTextStream &, QTextStream &err) {
+         return rasterCommand(arguments, err);
+     }},
+};
+
+int runCommand(const QStringList &arguments, QTextStream &out, QTextStream &err)
+{
+    const QString name = arguments.value(1);
+    if (name == QLatin1String("--help") || name == QLatin1String("-h")) {
+        out << kUsage;
+        return 0;
+    }
+    for (const Command &command : kCommands) {
+        if (name == QLatin1String(command.name)) {
+            return command.run(arguments.mid(2), out, err);
+        }
+    }
+    return kWrongUsage;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    const QCoreApplication app(argc, argv);
+    QTextStream out(stdout);
+    QTextStream err(stderr);
+    int result = runCommand(QCoreApplication::arguments(), out, err);
+    if (result == kWrongUsage) {
+        err << kUsage;
+    }
+    out.flush();
+    if (result == 0 && (out.status() != QTextStream::Ok || std::fflush(stdout) != 0)) {
+        err << "lumivault-inspect: the output could not be written\n";
+        result = kFailed;
+    }
+    return result;
+}
