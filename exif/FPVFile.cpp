@@ -57,7 +57,7 @@ bool FPVFile::atEnd() const
 
 quint8 FPVFile::readByte()
 {
-    if (m_position >= m_length && fill(kWindowSize, -1) <= 0) {
+    if (m_position >= m_length && (atEnd() || fill(kWindowSize, -1) <= 0)) {
         return 0;
     }
     return m_buffer[static_cast<std::size_t>(m_position++)];

@@ -22,7 +22,7 @@ public:
 
     /// Runs a program and returns what it printed; a program that is missing or fails makes
     /// the test fail and the answer empty.
-    [[nodiscard]] static QByteArray output(const QString &program, const QStringList &arguments);
+    static QByteArray output(const QString &program, const QStringList &arguments);
 
 private:
     QTemporaryDir m_folder;

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+// The document reader on arbitrary bytes: what it holds must be as long as it says and stay
+// within its limit.
+#include "exif/FPVExifDocument.h"
+#include "exif/FPVExifTagBytes.h"
+#include "exif/typeSize.h"
+#include "fuzz/FuzzInput.h"
+
+#include <QImage>
+
+#include <cstdlib>
+#include <memory>
+
+int LLVMFuzzerInitialize(int * /*argc*/, char *** /*argv*/)
+{
+    lumi::fuzz::begin();
+    return 0;
+}
+
+int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+{
+    FPVExifDocument document(lumi::fuzz::inputFile(data, size, "photo.jpg"));
+    qint64 sum = 0;
+    for (int kind = 0; kind < 5; ++kind) {
+        for (const FPVExifTag *tag : document.list(static_cast<ExifListKind>(kind))) {
+            const auto *bytes = dynamic_cast<const FPVExifTagBytes *>(tag);
+            if (!bytes || bytes->size() != qint64(tag->count()) * typeSize(tag->type())) {
+                std::abort();
+            }
+            sum += bytes->size();
+            static_cast<void>(tag->text());
+        }
+    }
+    const std::unique_ptr<QImage> image(document.thumbnail());
+    if (sum > 1024 * 1024 || (image && !document.hasThumbnail())) {
+        std::abort();
+    }
+    return 0;
+}

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+// The walking reader on arbitrary bytes: it must come to an end, also when it is driven past
+// the entries that end an ordinary walk.
+#include "exif/FPVExifFile.h"
+#include "fuzz/FuzzInput.h"
+
+#include <cstdlib>
+#include <memory>
+
+int LLVMFuzzerInitialize(int * /*argc*/, char *** /*argv*/)
+{
+    lumi::fuzz::begin();
+    return 0;
+}
+
+int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+{
+    constexpr int kMostEntries = 5 * 65535;
+    FPVExifFile file(lumi::fuzz::inputFile(data, size, "photo.jpg"));
+    int entries = 0;
+    while (file.isOpen()) {
+        const std::unique_ptr<FPVExifTag> tag(file.nextTag());
+        if (++entries > kMostEntries) {
+            std::abort();
+        }
+        if (tag) {
+            static_cast<void>(tag->intValue());
+            static_cast<void>(tag->text());
+            static_cast<void>(tag->description());
+            static_cast<void>(tag->data());
+        }
+    }
+    return 0;
+}

@@ -1,0 +1,120 @@
+// SPDX-License-Identifier: MIT
+#include "exif/FPVExifDocument.h"
+#include "tests/exif/PhotoFolder.h"
+#include "tests/support/TestMain.h"
+
+#include <QImage>
+#include <QTest>
+
+#include <memory>
+
+using lumi::test::ExifBuilder;
+using enum ExifListKind;
+
+class TestFPVExifDocumentThumbnail : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void thumbnailIsRead();
+    void thumbnailMayLieBehindTheSegment();
+    void thumbnailIsNull_data();
+    void thumbnailIsNull();
+    void hasThumbnailAsksTheNumbersOnly_data();
+    void hasThumbnailAsksTheNumbersOnly();
+
+private:
+    lumi::test::PhotoFolder m_folder;
+};
+
+void TestFPVExifDocumentThumbnail::thumbnailIsRead()
+{
+    const QString path = m_folder.put(lumi::test::fullPhoto(ExifBuilder::Order::Big));
+    FPVExifDocument document(path);
+    const std::unique_ptr<QImage> first(document.thumbnail());
+    const std::unique_ptr<QImage> second(document.thumbnail());
+    const std::unique_ptr<QImage> third(FPVExifDocument::thumbnail(path));
+    for (const auto *image : {first.get(), second.get(), third.get()}) {
+        QVERIFY(image);
+        QCOMPARE(image->size(), QSize(40, 30));
+        QVERIFY(qAbs(qRed(image->pixel(20, 15)) - 0xC0) < 8);
+        QVERIFY(qAbs(qBlue(image->pixel(20, 15)) - 0x40) < 8);
+    }
+}
+
+void TestFPVExifDocumentThumbnail::thumbnailMayLieBehindTheSegment()
+{
+    const QByteArray jpeg = ExifBuilder::jpeg(24, 18, 0x204060);
+    ExifBuilder sketch;
+    sketch.shorts(Ifd0, 0x0112, {6}).longs(Ifd1, 0x0201, {0}).longs(Ifd1, 0x0202, {0});
+    const auto place = quint32(sketch.file().size() - 12);
+    ExifBuilder photo;
+    photo.shorts(Ifd0, 0x0112, {6})
+        .longs(Ifd1, 0x0201, {place})
+        .longs(Ifd1, 0x0202, {quint32(jpeg.size())});
+    const std::unique_ptr<QImage> image(
+        FPVExifDocument::thumbnail(m_folder.put(photo.file() + jpeg)));
+    QVERIFY(image);
+    QCOMPARE(image->size(), QSize(24, 18));
+}
+
+void TestFPVExifDocumentThumbnail::thumbnailIsNull_data()
+{
+    QTest::addColumn<quint32>("offset");
+    QTest::addColumn<quint32>("length");
+    QTest::newRow("at the start of the block") << 0U << 100U;
+    QTest::newRow("no bytes") << 60U << 0U;
+    QTest::newRow("bytes that are no picture") << 8U << 40U;
+    QTest::newRow("behind the file") << 0x00100000U << 100U;
+    QTest::newRow("where no int points") << 0x80000000U << 100U;
+    QTest::newRow("the largest offset") << 0xFFFFFFFFU << 1U;
+    QTest::newRow("one byte more than the file") << 8U << 0U; // set below
+    QTest::newRow("two gigabytes") << 8U << 0x80000000U;
+    QTest::newRow("the largest length") << 8U << 0xFFFFFFFFU;
+}
+
+void TestFPVExifDocumentThumbnail::thumbnailIsNull()
+{
+    QFETCH(quint32, offset);
+    QFETCH(quint32, length);
+    // The photo's own picture stands last, so a length that is too large by one would show it.
+    ExifBuilder photo;
+    const QByteArray jpeg = ExifBuilder::jpeg(24, 18, 0x204060);
+    photo.shorts(Ifd0, 0x0112, {6});
+    if (QByteArray(QTest::currentDataTag()) == "one byte more than the file") {
+        ExifBuilder sketch = photo;
+        sketch.longs(Ifd1, 0x0201, {0}).longs(Ifd1, 0x0202, {0});
+        offset = quint32(sketch.file().size() - 12);
+        length = quint32(jpeg.size()) + 1;
+    }
+    photo.longs(Ifd1, 0x0201, {offset}).longs(Ifd1, 0x0202, {length});
+    FPVExifDocument document(m_folder.put(photo.file() + jpeg));
+    QVERIFY(document.isValid());
+    QCOMPARE(document.thumbnailOffset(), offset);
+    QCOMPARE(document.thumbnailLength(), length);
+    QVERIFY(!document.thumbnail());
+}
+
+void TestFPVExifDocumentThumbnail::hasThumbnailAsksTheNumbersOnly_data()
+{
+    QTest::addColumn<quint32>("offset");
+    QTest::addColumn<quint32>("length");
+    QTest::addColumn<bool>("has");
+    QTest::newRow("both") << 1U << 1U << true;
+    QTest::newRow("an offset of zero") << 0U << 1U << false;
+    QTest::newRow("a length of zero") << 1U << 0U << false;
+    QTest::newRow("both beyond any file") << 0xFFFFFFFFU << 0xFFFFFFFFU << true;
+}
+
+void TestFPVExifDocumentThumbnail::hasThumbnailAsksTheNumbersOnly()
+{
+    QFETCH(quint32, offset);
+    QFETCH(quint32, length);
+    ExifBuilder photo;
+    photo.shorts(Ifd0, 0x0112, {6}).longs(Ifd1, 0x0201, {offset}).longs(Ifd1, 0x0202, {length});
+    const FPVExifDocument document(m_folder.put(photo));
+    QTEST(document.hasThumbnail(), "has");
+}
+
+LUMI_TEST(TestFPVExifDocumentThumbnail)
+#include "TestFPVExifDocumentThumbnail.moc"

@@ -1,0 +1,241 @@
+// SPDX-License-Identifier: MIT
+// Damaged photos must cost no more than whole ones: both readers go through photos that are
+// cut at every length, changed in every byte, and changed at random.
+#include "exif/FPVExifDocument.h"
+#include "exif/FPVExifFile.h"
+#include "exif/FPVExifTagBytes.h"
+#include "exif/typeSize.h"
+#include "tests/exif/PhotoFolder.h"
+#include "tests/support/TestMain.h"
+
+#include <QFile>
+#include <QImage>
+#include <QTest>
+
+#include <algorithm>
+#include <array>
+#include <memory>
+#include <random>
+
+using lumi::test::ExifBuilder;
+
+namespace {
+
+constexpr qint64 kLargestSum = 1024 * 1024;
+constexpr int kMostEntries = 5 * 65535;
+
+void dropMessage(QtMsgType /*type*/, const QMessageLogContext & /*context*/,
+                 const QString & /*text*/)
+{ }
+
+/// Keeps the warnings about thousands of damaged photos out of the log.
+class Silence
+{
+public:
+    Silence()
+        : m_previous(qInstallMessageHandler(dropMessage))
+    { }
+
+    ~Silence() { qInstallMessageHandler(m_previous); }
+
+    Silence(const Silence &) = delete;
+    Silence &operator=(const Silence &) = delete;
+
+private:
+    QtMessageHandler m_previous;
+};
+
+struct Findings
+{
+    bool valid = false;
+    int tags = 0;
+    int walked = 0;
+    bool bounded = true;
+};
+
+/// Reads a photo in every way there is.
+Findings examine(const QString &path)
+{
+    Findings findings;
+    FPVExifDocument document(path);
+    findings.valid = document.isValid();
+    qint64 sum = 0;
+    for (int kind = 0; kind < 5; ++kind) {
+        for (const FPVExifTag *tag : document.list(ExifListKind(kind))) {
+            const auto *bytes = dynamic_cast<const FPVExifTagBytes *>(tag);
+            findings.bounded &= bytes
+                && bytes->size() == qint64(tag->count()) * typeSize(tag->type())
+                && bytes->size() <= 65535 && tag->text().size() <= bytes->size();
+            sum += bytes ? bytes->size() : 0;
+            ++findings.tags;
+        }
+    }
+    findings.bounded &= sum <= kLargestSum;
+    const std::unique_ptr<QImage> image(document.thumbnail());
+    findings.bounded &= !image || (document.hasThumbnail() && !image->isNull());
+    FPVExifFile file(path);
+    while (const auto tag = std::unique_ptr<FPVExifTag>(file.nextTag())) {
+        findings.bounded &= tag->description().size() <= 65535 && tag->text().size() <= 65535;
+        ++findings.walked;
+    }
+    findings.bounded &= findings.walked <= kMostEntries;
+    return findings;
+}
+
+/// The photo up to where its thumbnail's picture data begin: what the readers look at.
+int interestingLength(const ExifBuilder &photo)
+{
+    return 12 + int(photo.thumbnailOffset()) + 20;
+}
+
+ExifBuilder photoIn(bool big)
+{
+    return lumi::test::fullPhoto(big ? ExifBuilder::Order::Big : ExifBuilder::Order::Little);
+}
+
+} // namespace
+
+class TestHostilePhotos : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void cutAtEveryLength_data();
+    void cutAtEveryLength();
+    void everyByteChanged_data();
+    void everyByteChanged();
+    void everyFieldAtItsLimits_data();
+    void everyFieldAtItsLimits();
+    void changedAtRandom_data();
+    void changedAtRandom();
+    void fullDirectoryIsQuick();
+
+private:
+    lumi::test::PhotoFolder m_folder;
+};
+
+void TestHostilePhotos::cutAtEveryLength_data()
+{
+    QTest::addColumn<bool>("big");
+    QTest::newRow("little-endian") << false;
+    QTest::newRow("big-endian") << true;
+}
+
+void TestHostilePhotos::cutAtEveryLength()
+{
+    QFETCH(bool, big);
+    const Silence silence;
+    const QString path = m_folder.put(photoIn(big));
+    const FPVExifDocument whole(path);
+    QCOMPARE(examine(path).tags, 26);
+    QCOMPARE(examine(path).walked, 26);
+    for (auto length = QFile(path).size() - 1; length >= 0; --length) {
+        QVERIFY(QFile::resize(path, length));
+        const Findings cut = examine(path);
+        QVERIFY(cut.bounded);
+        QCOMPARE(cut.valid, length >= 20);
+        QVERIFY(length >= 20 || cut.walked == 0);
+        // The entries before the cut are what they were.
+        const FPVExifDocument document(path);
+        const auto entries = std::clamp<qint64>((length - 22) / 12, 0, 8);
+        for (int i = 0; i < entries; ++i) {
+            const FPVExifTag *expected = whole.ifd0List().begin()[i];
+            const FPVExifTag *found = document.ifd0List().begin()[i];
+            QCOMPARE(found->tag(), expected->tag());
+            QCOMPARE(found->count(), expected->count());
+        }
+    }
+}
+
+void TestHostilePhotos::everyByteChanged_data()
+{
+    cutAtEveryLength_data();
+}
+
+void TestHostilePhotos::everyByteChanged()
+{
+    QFETCH(bool, big);
+    const Silence silence;
+    const ExifBuilder photo = photoIn(big);
+    const QByteArray whole = photo.file();
+    for (int place = 0; place < interestingLength(photo); ++place) {
+        for (const int value : {0x00, 0x01, 0x7F, 0xFF}) {
+            QByteArray bytes = whole;
+            bytes[place] = char(value);
+            QVERIFY2(examine(m_folder.put(bytes)).bounded,
+                     qPrintable(QStringLiteral("byte %1 set to %2").arg(place).arg(value)));
+        }
+    }
+}
+
+void TestHostilePhotos::everyFieldAtItsLimits_data()
+{
+    cutAtEveryLength_data();
+}
+
+void TestHostilePhotos::everyFieldAtItsLimits()
+{
+    QFETCH(bool, big);
+    const Silence silence;
+    const ExifBuilder photo = photoIn(big);
+    const QByteArray whole = photo.file();
+    const std::array<QByteArray, 6> fields = {
+        QByteArray::fromHex("ffffffff"), QByteArray::fromHex("7fffffff"),
+        QByteArray::fromHex("ffffff7f"), QByteArray::fromHex("80000000"),
+        QByteArray::fromHex("00000080"), QByteArray::fromHex("20000000"),
+    };
+    for (int place = 0; place < interestingLength(photo); place += 2) {
+        for (const QByteArray &field : fields) {
+            QByteArray bytes = whole;
+            bytes.replace(place, field.size(), field);
+            QVERIFY2(examine(m_folder.put(bytes)).bounded,
+                     qPrintable(QStringLiteral("field at %1").arg(place)));
+        }
+    }
+}
+
+void TestHostilePhotos::changedAtRandom_data()
+{
+    cutAtEveryLength_data();
+}
+
+void TestHostilePhotos::changedAtRandom()
+{
+    QFETCH(bool, big);
+    const Silence silence;
+    const ExifBuilder photo = photoIn(big);
+    const QByteArray whole = photo.file();
+    std::mt19937 random(20040506); // NOLINT(cert-msc51-cpp): the same photos in every run
+    std::uniform_int_distribution<int> places(12, interestingLength(photo));
+    std::uniform_int_distribution<int> values(0, 255);
+    for (int round = 0; round < 1000; ++round) {
+        QByteArray bytes = whole;
+        for (int change = 0; change <= round % 12; ++change) {
+            bytes[places(random)] = char(values(random));
+        }
+        QVERIFY2(examine(m_folder.put(bytes)).bounded, qPrintable(QString::number(round)));
+    }
+}
+
+void TestHostilePhotos::fullDirectoryIsQuick()
+{
+    // As many entries as a segment holds, each of its own number, in every directory at once.
+    using enum ExifListKind;
+    constexpr int kEntries = 5400;
+    ExifBuilder photo;
+    photo.longs(Ifd0, 0x8769, {8}).longs(Ifd0, 0x8825, {8}).longs(Ifd0, 0xA005, {8});
+    for (int i = 0; i < kEntries; ++i) {
+        photo.word(Ifd0, quint16(0x1000 + i), 7, 4, 0x41414141);
+    }
+    photo.link(Ifd0, 8).withoutPointers();
+    const QString path = m_folder.put(photo);
+    QElapsedTimer timer;
+    timer.start();
+    const Findings findings = examine(path);
+    QCOMPARE(findings.tags, 5 * (kEntries + 3));
+    QVERIFY(findings.bounded);
+    QVERIFY2(timer.elapsed() < 10000, qPrintable(QString::number(timer.elapsed())));
+}
+
+LUMI_TEST(TestHostilePhotos)
+#include "TestHostilePhotos.moc"

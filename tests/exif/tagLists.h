@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+// What tests ask of tags and lists of tags.
+#pragma once
+
+#include "exif/ExifTagList.h"
+#include "exif/FPVExifTagBytes.h"
+
+#include <QByteArray>
+#include <QList>
+
+namespace lumi::test {
+
+/// The bytes that a tag of a document holds, or a text that no test expects.
+[[nodiscard]] inline QByteArray bytesOf(const FPVExifTag *tag)
+{
+    const auto *bytes = dynamic_cast<const FPVExifTagBytes *>(tag);
+    return bytes ? QByteArray(bytes->data(), bytes->size()) : QByteArray("no such tag");
+}
+
+[[nodiscard]] inline QList<int> numbersOf(const ExifTagList &list)
+{
+    QList<int> numbers;
+    for (const FPVExifTag *tag : list) {
+        numbers.append(tag->tag());
+    }
+    return numbers;
+}
+
+} // namespace lumi::test
