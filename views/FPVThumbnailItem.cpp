@@ -169,6 +169,8 @@ void FPVThumbnailItem::leavePage()
     }
     m_item = nullptr;
     m_next = nullptr;
+    // A dying widget whose proxy has the keyboard focus would take it along.
+    setFocusProxy(nullptr);
 }
 
 void FPVThumbnailItem::mousePressEvent(QMouseEvent *event)

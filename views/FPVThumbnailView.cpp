@@ -209,6 +209,7 @@ void FPVThumbnailView::discardContainer()
         takeOut(cell);
     }
     m_current = nullptr;
+    m_container->setFocusProxy(nullptr);
     m_container->hide();
     m_container->setParent(nullptr);
     m_container->deleteLater();

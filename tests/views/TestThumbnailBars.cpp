@@ -1,0 +1,178 @@
+// SPDX-License-Identifier: MIT
+// The bars of the thumbnail view, which count rows and act once per step.
+#include "tests/support/TestMain.h"
+#include "tests/views/ViewFixture.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+using lumi::test::ViewFixture;
+
+class TestThumbnailBars : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+
+    void cleanup() { m_view.reset(); }
+
+    void stepsMoveTheBarAndThePage_data();
+    void stepsMoveTheBarAndThePage();
+    void stepsStopAtTheEnds();
+    void dragsActWhenTheSliderIsLetGo();
+    void aPlaceOnTheBarIsAPage_data();
+    void aPlaceOnTheBarIsAPage();
+    void stepsLeaveTheValueToTheBar();
+    void aPageStepBackStopsAtTheTop();
+    void sidewaysEveryStepIsALine_data();
+    void sidewaysEveryStepIsALine();
+    void theCursorStaysBehind();
+
+private:
+    std::unique_ptr<ViewFixture> m_view;
+};
+
+void TestThumbnailBars::init()
+{
+    m_view.reset(new ViewFixture);
+    m_view->fill(40);
+}
+
+void TestThumbnailBars::stepsMoveTheBarAndThePage_data()
+{
+    QTest::addColumn<int>("action");
+    QTest::addColumn<int>("top");
+    QTest::newRow("one line on") << int(QAbstractSlider::SliderSingleStepAdd) << 15;
+    QTest::newRow("one line back") << int(QAbstractSlider::SliderSingleStepSub) << 9;
+    QTest::newRow("one page on") << int(QAbstractSlider::SliderPageStepAdd) << 18;
+    QTest::newRow("one page back") << int(QAbstractSlider::SliderPageStepSub) << 6;
+    QTest::newRow("to the end") << int(QAbstractSlider::SliderToMaximum) << 36;
+    QTest::newRow("to the start") << int(QAbstractSlider::SliderToMinimum) << 0;
+}
+
+void TestThumbnailBars::stepsMoveTheBarAndThePage()
+{
+    QFETCH(int, action);
+    QFETCH(int, top);
+    m_view->view.showPage(12, -1, true);
+    m_view->vBar->triggerAction(static_cast<QAbstractSlider::SliderAction>(action));
+    QCOMPARE(m_view->view.topIndex(), top);
+    QCOMPARE(m_view->vBar->value(), top / 3 + 1);
+    QVERIFY(m_view->waitForPage());
+    QCOMPARE(m_view->indexes().first(), top);
+}
+
+void TestThumbnailBars::stepsStopAtTheEnds()
+{
+    m_view->vBar->triggerAction(QAbstractSlider::SliderSingleStepSub);
+    m_view->vBar->triggerAction(QAbstractSlider::SliderPageStepSub);
+    QCOMPARE(m_view->view.topIndex(), 0);
+    m_view->view.showPage(36, -1, true);
+    m_view->vBar->triggerAction(QAbstractSlider::SliderSingleStepAdd);
+    m_view->vBar->triggerAction(QAbstractSlider::SliderPageStepAdd);
+    QCOMPARE(m_view->view.topIndex(), 36);
+    QCOMPARE(m_view->vBar->value(), 13);
+}
+
+void TestThumbnailBars::dragsActWhenTheSliderIsLetGo()
+{
+    QVERIFY(m_view->waitForPage());
+    const QWidget *page = m_view->container();
+    m_view->vBar->setSliderDown(true);
+    m_view->vBar->setSliderPosition(5);
+    m_view->vBar->setSliderPosition(9);
+    QCOMPARE(m_view->view.topIndex(), 0);
+    QCOMPARE(m_view->container(), page);
+    m_view->vBar->setSliderDown(false);
+    QCOMPARE(m_view->view.topIndex(), 24);
+    QCOMPARE(m_view->vBar->value(), 9);
+}
+
+void TestThumbnailBars::aPlaceOnTheBarIsAPage_data()
+{
+    QTest::addColumn<int>("value");
+    QTest::addColumn<int>("top");
+    QTest::newRow("first") << 1 << 0;
+    QTest::newRow("middle") << 4 << 9;
+    QTest::newRow("last") << 13 << 36;
+}
+
+void TestThumbnailBars::aPlaceOnTheBarIsAPage()
+{
+    QFETCH(int, value);
+    m_view->vBar->setValue(value);
+    QCOMPARE(m_view->view.topIndex(), 0);
+    m_view->view.vScroll_update();
+    QTEST(m_view->view.topIndex(), "top");
+    QTEST(m_view->vBar->value(), "value");
+    m_view->fill(0);
+    m_view->showInfo();
+    m_view->hBar->setValue(3);
+    m_view->view.hScroll_update();
+    QCOMPARE(m_view->view.topIndex(), 14);
+}
+
+void TestThumbnailBars::stepsLeaveTheValueToTheBar()
+{
+    m_view->view.vScroll_update_nextLine();
+    QCOMPARE(m_view->view.topIndex(), 3);
+    QCOMPARE(m_view->vBar->value(), 1);
+    m_view->view.vScroll_update_nextPage();
+    QCOMPARE(m_view->view.topIndex(), 9);
+    m_view->view.vScroll_update_prevLine();
+    QCOMPARE(m_view->view.topIndex(), 6);
+    m_view->view.vScroll_update_prevPage();
+    QCOMPARE(m_view->view.topIndex(), 0);
+    QCOMPARE(m_view->vBar->value(), 1);
+}
+
+void TestThumbnailBars::aPageStepBackStopsAtTheTop()
+{
+    m_view->view.showPage(3, -1, true);
+    m_view->view.vScroll_update_prevPage();
+    QCOMPARE(m_view->view.topIndex(), 0);
+    // From a top that begins no row the second step would lead below zero.
+    m_view->view.setCurrentObjectQuiet(m_view->items.at(5));
+    m_view->view.vScroll_update_prevPage();
+    QCOMPARE(m_view->view.topIndex(), 0);
+}
+
+void TestThumbnailBars::sidewaysEveryStepIsALine_data()
+{
+    QTest::addColumn<int>("action");
+    QTest::addColumn<int>("top");
+    QTest::newRow("one line on") << int(QAbstractSlider::SliderSingleStepAdd) << 21;
+    QTest::newRow("one line back") << int(QAbstractSlider::SliderSingleStepSub) << 7;
+    QTest::newRow("one page on") << int(QAbstractSlider::SliderPageStepAdd) << 21;
+    QTest::newRow("one page back") << int(QAbstractSlider::SliderPageStepSub) << 7;
+    QTest::newRow("to the end") << int(QAbstractSlider::SliderToMaximum) << 35;
+}
+
+void TestThumbnailBars::sidewaysEveryStepIsALine()
+{
+    QFETCH(int, action);
+    QFETCH(int, top);
+    m_view->showInfo();
+    m_view->view.showPage(14, -1, true);
+    m_view->hBar->triggerAction(static_cast<QAbstractSlider::SliderAction>(action));
+    QCOMPARE(m_view->view.topIndex(), top);
+    QCOMPARE(m_view->hBar->value(), top / 7 + 1);
+}
+
+void TestThumbnailBars::theCursorStaysBehind()
+{
+    m_view->view.showPage(0, 1, true);
+    QVERIFY(m_view->waitForPage());
+    QCOMPARE(m_view->shownCursor(), 1);
+    m_view->vBar->triggerAction(QAbstractSlider::SliderPageStepAdd);
+    QVERIFY(m_view->waitForPage());
+    QCOMPARE(m_view->shownCursor(), -1);
+    QCOMPARE(m_view->view.currentIndex(), 1);
+    m_view->vBar->triggerAction(QAbstractSlider::SliderPageStepSub);
+    QVERIFY(m_view->waitForPage());
+    QCOMPARE(m_view->shownCursor(), 1);
+}
+
+LUMI_TEST(TestThumbnailBars)
+#include "TestThumbnailBars.moc"

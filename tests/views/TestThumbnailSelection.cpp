@@ -1,0 +1,179 @@
+// SPDX-License-Identifier: MIT
+// What taps do to the thumbnail view.
+#include "tests/support/TestMain.h"
+#include "tests/views/ViewFixture.h"
+#include "views/FPVThumbnailLabel.h"
+
+#include <QAbstractButton>
+#include <QDir>
+#include <QFile>
+#include <QTest>
+
+using lumi::test::ViewFixture;
+
+class TestThumbnailSelection : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+
+    void init() { m_view.reset(new ViewFixture); }
+
+    void cleanup() { m_view.reset(); }
+
+    void aTapSelectsAndASecondOneOpens();
+    void aTapOnANameNeverOpens();
+    void aTapOnTheCheckBoxDoesNotMoveTheCursor();
+    void aFolderIsSelectedAtThePressAndOpenedAtTheRelease();
+    void aPressThatSlidesOffAFolderOnlySelects();
+    void aTapOnAFoldersNameSelects();
+    void aVanishedFileIsNeitherSelectedNorOpened_data();
+    void aVanishedFileIsNeitherSelectedNorOpened();
+    void openingMayThrowThePageAway();
+    void aDeadItemsCellIsMute();
+
+private:
+    void makeStore();
+
+    std::unique_ptr<ViewFixture> m_view;
+};
+
+/// A folder "dir" and the photos a00 to a03, listed and shown.
+void TestThumbnailSelection::makeStore()
+{
+    m_view->world.makePhotos(4);
+    m_view->world.makePhotos(2, QStringLiteral("dir"));
+    m_view->list();
+    QVERIFY(m_view->waitForThumbnails());
+}
+
+void TestThumbnailSelection::aTapSelectsAndASecondOneOpens()
+{
+    makeStore();
+    m_view->tap(2);
+    QCOMPARE(m_view->news, QStringList{QStringLiteral("selected a01")});
+    QCOMPARE(m_view->view.currentIndex(), 2);
+    QCOMPARE(m_view->shownCursor(), 2);
+    m_view->tap(3);
+    QCOMPARE(m_view->shownCursor(), 3);
+    m_view->news.clear();
+    m_view->tap(3);
+    QCOMPARE(m_view->news, QStringList{QStringLiteral("decided a02")});
+    // The picture itself does what the frame does.
+    m_view->news.clear();
+    QTest::mouseClick(m_view->cellOf(3)->findChildren<FPVThumbnailLabel *>().first(),
+                      Qt::LeftButton);
+    QCOMPARE(m_view->news, QStringList{QStringLiteral("decided a02")});
+}
+
+void TestThumbnailSelection::aTapOnANameNeverOpens()
+{
+    makeStore();
+    QWidget *name = m_view->cellOf(2)->findChildren<FPVThumbnailLabel *>().last();
+    for (int tap = 1; tap <= 3; ++tap) {
+        QTest::mouseClick(name, Qt::LeftButton);
+        QCOMPARE(m_view->news.size(), tap);
+        QCOMPARE(m_view->news.last(), QStringLiteral("selected a01"));
+        QCOMPARE(m_view->items.at(2)->isChecked(), tap % 2 == 1);
+        QCOMPARE(m_view->shownCursor(), 2);
+    }
+}
+
+void TestThumbnailSelection::aTapOnTheCheckBoxDoesNotMoveTheCursor()
+{
+    makeStore();
+    QTRY_VERIFY(m_view->cellOf(2)->findChild<QAbstractButton *>()->isVisible());
+    QTest::mouseClick(m_view->cellOf(2)->findChild<QAbstractButton *>(), Qt::LeftButton);
+    QVERIFY(m_view->items.at(2)->isChecked());
+    QVERIFY(m_view->news.isEmpty());
+    QCOMPARE(m_view->view.currentIndex(), -1);
+}
+
+void TestThumbnailSelection::aFolderIsSelectedAtThePressAndOpenedAtTheRelease()
+{
+    makeStore();
+    QTest::mousePress(m_view->cellOf(0), Qt::LeftButton, {}, QPoint(60, 60));
+    QCOMPARE(m_view->news, QStringList{QStringLiteral("selected dir")});
+    QCOMPARE(m_view->shownCursor(), 0);
+    QTest::mouseRelease(m_view->cellOf(0), Qt::LeftButton, {}, QPoint(60, 60));
+    QCOMPARE(m_view->news.last(), QStringLiteral("decided dir"));
+    QCOMPARE(m_view->news.size(), 2);
+    // Selected again although it has the cursor.
+    m_view->tap(0);
+    QCOMPARE(m_view->news.size(), 4);
+    QCOMPARE(m_view->news.at(2), QStringLiteral("selected dir"));
+}
+
+void TestThumbnailSelection::aPressThatSlidesOffAFolderOnlySelects()
+{
+    makeStore();
+    QTest::mousePress(m_view->cellOf(0), Qt::LeftButton, {}, QPoint(60, 60));
+    QTest::mouseRelease(m_view->cellOf(0), Qt::LeftButton, {}, QPoint(60, 200));
+    QCOMPARE(m_view->news, QStringList{QStringLiteral("selected dir")});
+}
+
+void TestThumbnailSelection::aTapOnAFoldersNameSelects()
+{
+    makeStore();
+    QTest::mouseClick(m_view->cellOf(0)->findChildren<FPVThumbnailLabel *>().last(),
+                      Qt::LeftButton);
+    QCOMPARE(m_view->news, QStringList{QStringLiteral("selected dir")});
+    QVERIFY(!m_view->items.at(0)->isChecked());
+}
+
+void TestThumbnailSelection::aVanishedFileIsNeitherSelectedNorOpened_data()
+{
+    QTest::addColumn<int>("index");
+    QTest::addColumn<QString>("name");
+    QTest::newRow("a photo") << 2 << QStringLiteral("a01.jpg");
+    QTest::newRow("a folder") << 0 << QStringLiteral("dir");
+}
+
+void TestThumbnailSelection::aVanishedFileIsNeitherSelectedNorOpened()
+{
+    QFETCH(int, index);
+    QFETCH(QString, name);
+    makeStore();
+    m_view->tap(3);
+    m_view->news.clear();
+    const QString path = m_view->world.path(name);
+    QVERIFY(QFile::remove(path) || QDir(path).removeRecursively());
+    m_view->tap(index);
+    QVERIFY(m_view->waitForThumbnails());
+    QCOMPARE(m_view->items.count(), 4);
+    // The cell of the stale cursor comes up as the cursor again; the tap itself did nothing.
+    QCOMPARE(m_view->news, QStringList{QStringLiteral("selected a03")});
+}
+
+void TestThumbnailSelection::openingMayThrowThePageAway()
+{
+    makeStore();
+    QPointer<FPVThumbnailItem> cell = m_view->cellOf(0);
+    connect(&m_view->view, &FPVThumbnailView::decided, this, [this](const FPVItemObject *item) {
+        m_view->view.reload(item->path());
+        m_view->view.showPage(0, 0, true);
+    });
+    QTest::mouseClick(cell, Qt::LeftButton, {}, QPoint(60, 60));
+    // Out of the view at once, and alive until its own event is over.
+    QVERIFY(m_view->cells().isEmpty());
+    QVERIFY(m_view->waitForThumbnails());
+    QVERIFY(cell.isNull());
+    QCOMPARE(m_view->items.count(), 2);
+    QCOMPARE(m_view->news.last(), QStringLiteral("selected a00"));
+}
+
+void TestThumbnailSelection::aDeadItemsCellIsMute()
+{
+    makeStore();
+    FPVThumbnailItem *cell = m_view->cellOf(2);
+    FPVThumbnailItem *folder = m_view->cellOf(0);
+    m_view->items.clear();
+    QTest::mouseClick(cell, Qt::LeftButton, {}, QPoint(1, 1));
+    QTest::mouseClick(folder, Qt::LeftButton, {}, QPoint(1, 1));
+    m_view->view.itemselected(cell);
+    m_view->view.folderdecided(folder);
+    QVERIFY(m_view->news.isEmpty());
+}
+
+LUMI_TEST(TestThumbnailSelection)
+#include "TestThumbnailSelection.moc"

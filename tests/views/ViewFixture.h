@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: MIT
+// A thumbnail view over a list, on the screen, with the keyboard focus.
+#pragma once
+
+#include "items/FPVItemList.h"
+#include "platform/toolkit/PagingScrollBar.h"
+#include "tests/views/BrowserWorld.h"
+#include "views/FPVThumbnailItem.h"
+#include "views/FPVThumbnailView.h"
+
+#include <QList>
+#include <QStringList>
+
+#include <memory>
+
+namespace lumi::test {
+
+struct ViewFixture
+{
+    ViewFixture();
+
+    void showLarge();
+    void showSmall();
+    void showInfo();
+    /// The list holds that many pictures without files of their own; they show in large mode.
+    void fill(int count);
+    /// Lists a folder of the photo store.
+    void list(const QString &folder = QString());
+    /// Until the cells of the page stand. False if they don't come.
+    [[nodiscard]] bool waitForPage();
+    /// The same, and every cell had its turn.
+    [[nodiscard]] bool waitForThumbnails();
+
+    [[nodiscard]] QList<FPVThumbnailItem *> cells() const;
+    /// Of the cells, in their order.
+    [[nodiscard]] QList<int> indexes() const;
+    [[nodiscard]] FPVThumbnailItem *cellOf(int index) const;
+    /// The cell that is drawn as the cursor's, -1 without one.
+    [[nodiscard]] int shownCursor() const;
+    [[nodiscard]] NotingImage *noting(int index);
+    [[nodiscard]] QWidget *container() const;
+    void key(int key);
+    /// Taps a place of the cell that belongs to its picture or frame.
+    void tap(int index);
+
+    BrowserWorld world;
+    FPVItemList items;
+    FPVThumbnailView view;
+    PagingScrollBar *vBar;
+    PagingScrollBar *hBar;
+    QStringList news; ///< "selected a", "decided b", "up"
+};
+
+} // namespace lumi::test
