@@ -132,6 +132,7 @@ QWidget *FormFile::buildPicturePart(QWidget *rightSide)
     column->setSpacing(kPictureSpacing);
     column->addWidget(m_detailPlace);
     column->addWidget(m_view, 1);
+    column->addStretch();
     return part;
 }
 

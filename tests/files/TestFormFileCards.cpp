@@ -1,0 +1,353 @@
+// SPDX-License-Identifier: MIT
+// The media of the browser form: which are offered, what is remembered of them, and what
+// happens when a card comes or goes.
+#include "app/common/BusyScope.h"
+#include "platform/QCopChannel.h"
+#include "tests/files/FormFixture.h"
+#include "tests/support/TestMain.h"
+
+#include <QAbstractItemView>
+#include <QDir>
+#include <QFile>
+#include <QTest>
+
+using lumi::test::FormFixture;
+
+namespace {
+
+const QString kStore = QStringLiteral("Photo_Files");
+const QString kSd = QStringLiteral("SD Card");
+const QString kCf = QStringLiteral("CF Card");
+
+} // namespace
+
+class TestFormFileCards : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+
+    void cleanup() { m_form.reset(); }
+
+    void onlyCardsThatAreThereAreOffered();
+    void aCardOpensAtItsCameraFolder();
+    void aCardWithoutACameraFolderOpensAtItsRoot();
+    void everyMediumRemembersItsFolder();
+    void readingAgainRemembersNothing();
+    void theParentIsRememberedAsItWasAskedFor();
+    void aLostFolderLeadsToTheStoresRoot();
+    void theFallbackIsRememberedForTheCard();
+    void aPulledCardLeadsToTheStoresFolder();
+    void aPulledCardThatIsNotShownChangesTheListOnly();
+    void aCardPutInAgainOpensAtItsCameraFolder();
+    void aCardThatComesChangesTheListOnly();
+    void thePulledCardTakesItsPlaceInTheListAlong();
+    void everyMessageIsDealtWithOnce();
+    void otherMessagesAreIgnored();
+    void aBusyFormDealsWithItAfterwards();
+    void theOpenListIsClosed();
+
+private:
+    /// SD card with "dcim/s.jpg" and "top.jpg", CF card with "dcim/c0.jpg" and "dcim/c1.jpg".
+    void insertBoth();
+
+    std::unique_ptr<FormFixture> m_form;
+};
+
+void TestFormFileCards::init()
+{
+    m_form.reset(new FormFixture);
+    m_form->world.makePhotos(3);
+    m_form->world.makePhotos(4, QStringLiteral("dir"));
+}
+
+void TestFormFileCards::insertBoth()
+{
+    lumi::test::BrowserWorld &world = m_form->world;
+    world.machine->insertCard(Slot::SD);
+    world.machine->insertCard(Slot::CF);
+    world.makePhoto(world.machine->sd + QStringLiteral("/dcim/s.jpg"));
+    world.makePhoto(world.machine->sd + QStringLiteral("/top.jpg"));
+    world.makePhotos(2, world.machine->cf + QStringLiteral("/dcim"));
+}
+
+void TestFormFileCards::onlyCardsThatAreThereAreOffered()
+{
+    m_form->start();
+    QCOMPARE(m_form->media(), QStringList{kStore});
+    m_form->world.machine->insertCard(Slot::CF);
+    m_form->start();
+    QCOMPARE(m_form->media(), (QStringList{kStore, kCf}));
+    m_form->world.machine->insertCard(Slot::SD);
+    m_form->start();
+    QCOMPARE(m_form->media(), (QStringList{kStore, kSd, kCf}));
+    m_form->world.machine->removeCard(Slot::CF);
+    m_form->start();
+    QCOMPARE(m_form->media(), (QStringList{kStore, kSd}));
+}
+
+void TestFormFileCards::aCardOpensAtItsCameraFolder()
+{
+    insertBoth();
+    m_form->start();
+    m_form->choose(kSd);
+    QVERIFY(m_form->waitForCells(1));
+    QCOMPARE(m_form->names(), QStringList{QStringLiteral("s.jpg")});
+    QVERIFY(m_form->up->isEnabled());
+    QCOMPARE(m_form->view->currentIndex(), 0);
+    // Above it is the card's root, and nothing above that.
+    QTest::mouseClick(m_form->up, Qt::LeftButton);
+    QVERIFY(m_form->waitForCells(2));
+    QVERIFY(!m_form->up->isEnabled());
+    m_form->form->btn_root_cliced();
+    QTest::qWait(60);
+    QCOMPARE(m_form->names(), (QStringList{QStringLiteral("dcim"), QStringLiteral("top.jpg")}));
+    m_form->choose(kCf);
+    QVERIFY(m_form->waitForCells(2));
+    QCOMPARE(m_form->names().first(), QStringLiteral("a00.jpg"));
+}
+
+void TestFormFileCards::aCardWithoutACameraFolderOpensAtItsRoot()
+{
+    insertBoth();
+    QVERIFY(QDir(m_form->world.machine->sd + QStringLiteral("/dcim")).removeRecursively());
+    m_form->start();
+    m_form->choose(kSd);
+    QVERIFY(m_form->waitForCells(1));
+    QCOMPARE(m_form->names(), QStringList{QStringLiteral("top.jpg")});
+    QVERIFY(!m_form->up->isEnabled());
+    // The root is what is remembered now.
+    m_form->world.makePhoto(m_form->world.machine->sd + QStringLiteral("/dcim/s.jpg"));
+    m_form->choose(kStore);
+    QVERIFY(m_form->waitForCells(4));
+    m_form->choose(kSd);
+    QVERIFY(m_form->waitForCells(2));
+    QVERIFY(!m_form->up->isEnabled());
+}
+
+void TestFormFileCards::everyMediumRemembersItsFolder()
+{
+    insertBoth();
+    m_form->start();
+    QVERIFY(m_form->waitForCells(4));
+    m_form->tap(QStringLiteral("dir"));
+    QVERIFY(m_form->waitForCells(4));
+    m_form->choose(kSd);
+    QVERIFY(m_form->waitForCells(1));
+    m_form->form->btn_root_cliced();
+    QVERIFY(m_form->waitForCells(2));
+    m_form->choose(kCf);
+    QTRY_COMPARE(m_form->names(),
+                 (QStringList{QStringLiteral("a00.jpg"), QStringLiteral("a01.jpg")}));
+    m_form->choose(kSd);
+    QTRY_VERIFY(m_form->names().contains(QStringLiteral("top.jpg")));
+    m_form->choose(kStore);
+    QTRY_VERIFY(m_form->names().contains(QStringLiteral("a03.jpg")));
+    QVERIFY(m_form->up->isEnabled());
+}
+
+void TestFormFileCards::readingAgainRemembersNothing()
+{
+    insertBoth();
+    m_form->start();
+    QVERIFY(m_form->waitForCells(4));
+    m_form->choose(kSd);
+    QVERIFY(m_form->waitForCells(1));
+    // The store was left at its root, though its listing was never entered by hand.
+    m_form->choose(kStore);
+    QVERIFY(m_form->waitForCells(4));
+    QVERIFY(m_form->names().contains(QStringLiteral("dir")));
+}
+
+void TestFormFileCards::theParentIsRememberedAsItWasAskedFor()
+{
+    insertBoth();
+    m_form->start();
+    QVERIFY(m_form->waitForCells(4));
+    m_form->tap(QStringLiteral("dir"));
+    QTRY_VERIFY(m_form->names().contains(QStringLiteral("a03.jpg")));
+    m_form->form->btn_root_cliced();
+    QTRY_VERIFY(m_form->names().contains(QStringLiteral("dir")));
+    // The way back leads through "dir": without it the path can't be found.
+    m_form->choose(kSd);
+    QVERIFY(m_form->waitForCells(1));
+    m_form->choose(kStore);
+    QTRY_VERIFY(m_form->names().contains(QStringLiteral("dir")));
+    QVERIFY(!m_form->up->isEnabled());
+}
+
+void TestFormFileCards::aLostFolderLeadsToTheStoresRoot()
+{
+    insertBoth();
+    m_form->start();
+    QVERIFY(m_form->waitForCells(4));
+    m_form->tap(QStringLiteral("dir"));
+    QTRY_VERIFY(m_form->names().contains(QStringLiteral("a03.jpg")));
+    m_form->choose(kSd);
+    QVERIFY(m_form->waitForCells(1));
+    QVERIFY(QDir(m_form->world.path(QStringLiteral("dir"))).removeRecursively());
+    m_form->choose(kStore);
+    QVERIFY(m_form->waitForCells(3));
+    QCOMPARE(m_form->combo->currentIndex(), 0);
+    QVERIFY(!m_form->up->isEnabled());
+}
+
+void TestFormFileCards::theFallbackIsRememberedForTheCard()
+{
+    // A card whose mount point is a file: neither camera folder nor root can be listed.
+    m_form->world.machine->sd = m_form->world.machine->folder.filePath(QStringLiteral("odd"));
+    m_form->world.makeFile(m_form->world.machine->sd, "x");
+    m_form->start();
+    QVERIFY(m_form->waitForCells(4));
+    m_form->choose(kSd);
+    QTRY_COMPARE(m_form->combo->currentText(), kStore);
+    QTRY_VERIFY(m_form->names().contains(QStringLiteral("dir")));
+    QVERIFY(!m_form->up->isEnabled());
+    m_form->tap(QStringLiteral("dir"));
+    QTRY_VERIFY(m_form->names().contains(QStringLiteral("a03.jpg")));
+    // The store's own place is still its root, the card's is the folder walked to.
+    m_form->choose(kStore);
+    QTRY_VERIFY(m_form->names().contains(QStringLiteral("dir")));
+    m_form->choose(kSd);
+    QTRY_VERIFY(m_form->names().contains(QStringLiteral("a03.jpg")));
+}
+
+void TestFormFileCards::aPulledCardLeadsToTheStoresFolder()
+{
+    insertBoth();
+    m_form->start();
+    QVERIFY(m_form->waitForCells(4));
+    m_form->tap(QStringLiteral("dir"));
+    QTRY_VERIFY(m_form->names().contains(QStringLiteral("a03.jpg")));
+    m_form->choose(kSd);
+    QVERIFY(m_form->waitForCells(1));
+    m_form->world.machine->removeCard(Slot::SD);
+    m_form->tellCardChange();
+    QCOMPARE(m_form->media(), (QStringList{kStore, kCf}));
+    QCOMPARE(m_form->combo->currentText(), kStore);
+    QTRY_VERIFY(m_form->names().contains(QStringLiteral("a03.jpg")));
+    QVERIFY(m_form->up->isEnabled());
+}
+
+void TestFormFileCards::aPulledCardThatIsNotShownChangesTheListOnly()
+{
+    insertBoth();
+    m_form->start();
+    QVERIFY(m_form->waitForCells(4));
+    m_form->tap(QStringLiteral("dir"));
+    QTRY_VERIFY(m_form->names().contains(QStringLiteral("a03.jpg")));
+    const QPointer<FPVThumbnailItem> cell = m_form->cell(QStringLiteral("a03.jpg"));
+    m_form->world.machine->removeCard(Slot::CF);
+    m_form->tellCardChange();
+    QCOMPARE(m_form->media(), (QStringList{kStore, kSd}));
+    QCOMPARE(m_form->combo->currentText(), kStore);
+    QTest::qWait(60);
+    QVERIFY(!cell.isNull());
+    QVERIFY(m_form->names().contains(QStringLiteral("a03.jpg")));
+}
+
+void TestFormFileCards::aCardPutInAgainOpensAtItsCameraFolder()
+{
+    insertBoth();
+    m_form->start();
+    m_form->choose(kSd);
+    QVERIFY(m_form->waitForCells(1));
+    m_form->form->btn_root_cliced();
+    QVERIFY(m_form->waitForCells(2));
+    m_form->world.machine->removeCard(Slot::SD);
+    m_form->tellCardChange();
+    QVERIFY(m_form->waitForCells(4));
+    m_form->world.machine->insertCard(Slot::SD);
+    m_form->tellCardChange();
+    m_form->choose(kSd);
+    QVERIFY(m_form->waitForCells(1));
+    QCOMPARE(m_form->names(), QStringList{QStringLiteral("s.jpg")});
+}
+
+void TestFormFileCards::aCardThatComesChangesTheListOnly()
+{
+    m_form->start();
+    QVERIFY(m_form->waitForCells(4));
+    const QPointer<FPVThumbnailItem> cell = m_form->cell(QStringLiteral("a00.jpg"));
+    insertBoth();
+    m_form->tellCardChange();
+    QCOMPARE(m_form->media(), (QStringList{kStore, kSd, kCf}));
+    QCOMPARE(m_form->combo->currentText(), kStore);
+    QTest::qWait(60);
+    QVERIFY(!cell.isNull());
+}
+
+void TestFormFileCards::thePulledCardTakesItsPlaceInTheListAlong()
+{
+    insertBoth();
+    m_form->start();
+    m_form->choose(kCf);
+    QTRY_COMPARE(m_form->names().size(), 2);
+    m_form->world.machine->removeCard(Slot::SD);
+    m_form->tellCardChange();
+    // The CF card stands elsewhere in the list now and is still the one on show.
+    QCOMPARE(m_form->combo->currentText(), kCf);
+    QCOMPARE(m_form->names().size(), 2);
+}
+
+void TestFormFileCards::everyMessageIsDealtWithOnce()
+{
+    insertBoth();
+    m_form->start();
+    m_form->choose(kSd);
+    QVERIFY(m_form->waitForCells(1));
+    m_form->world.machine->removeCard(Slot::SD);
+    int refills = 0;
+    connect(m_form->combo->model(), &QAbstractItemModel::rowsInserted, this,
+            [&refills](const QModelIndex &, int first) {
+                refills += first == 0 ? 1 : 0;
+            });
+    m_form->tellCardChange();
+    QCOMPARE(refills, 1);
+    m_form->tellCardChange();
+    QCOMPARE(refills, 2);
+}
+
+void TestFormFileCards::otherMessagesAreIgnored()
+{
+    m_form->start();
+    m_form->world.machine->insertCard(Slot::SD);
+    QCopChannel::send("QPE/Card", "mtabChanged");
+    QCopChannel::send("QPE/System", "mtabChanged()");
+    QCoreApplication::processEvents();
+    QCOMPARE(m_form->media(), QStringList{kStore});
+}
+
+void TestFormFileCards::aBusyFormDealsWithItAfterwards()
+{
+    insertBoth();
+    m_form->start();
+    m_form->choose(kSd);
+    QVERIFY(m_form->waitForCells(1));
+    {
+        const lumi::BusyScope busy(m_form->form.get());
+        m_form->world.machine->removeCard(Slot::SD);
+        m_form->tellCardChange();
+        m_form->tellCardChange();
+        QCOMPARE(m_form->combo->currentText(), kSd);
+        QCOMPARE(m_form->names(), QStringList{QStringLiteral("s.jpg")});
+    }
+    QCoreApplication::processEvents();
+    QCOMPARE(m_form->combo->currentText(), kStore);
+    QVERIFY(m_form->waitForCells(4));
+}
+
+void TestFormFileCards::theOpenListIsClosed()
+{
+    m_form->start();
+    m_form->combo->showPopup();
+    QVERIFY(m_form->combo->view()->isVisible());
+    insertBoth();
+    m_form->tellCardChange();
+    QVERIFY(!m_form->combo->view()->isVisible());
+    QCOMPARE(m_form->media(), (QStringList{kStore, kSd, kCf}));
+}
+
+LUMI_TEST(TestFormFileCards)
+#include "TestFormFileCards.moc"
