@@ -5,12 +5,11 @@
 #include "platform/FrameBuffer.h"
 #include "platform/QPEApplication.h"
 #include "platform/QWSRegionManager.h"
+#include "tests/platform/ownProcess.h"
 #include "tests/platform/paintedPixels.h"
 #include "tests/support/FakeMachine.h"
 #include "tests/support/TestMain.h"
 
-#include <QProcess>
-#include <QRegularExpression>
 #include <QTest>
 
 #include <algorithm>
@@ -76,19 +75,9 @@ void TestScaledPainting::inAProcessOfItsOwn()
     environment.insert(QStringLiteral("QT_SCALE_FACTOR"), factor);
     environment.insert(QStringLiteral("QT_SCALE_FACTOR_ROUNDING_POLICY"),
                        QStringLiteral("PassThrough"));
-    QProcess process;
-    process.setProcessEnvironment(environment);
-    process.setProcessChannelMode(QProcess::MergedChannels);
-    process.start(QCoreApplication::applicationFilePath(),
-                  {QStringLiteral("ScaledPaintingProcess")});
-    QVERIFY(process.waitForFinished(60000));
-    const QByteArray output = process.readAll();
-    QVERIFY2(process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0,
-             output.constData());
-    const QRegularExpression summary(
-        QStringLiteral("Totals: ([0-9]+) passed, 0 failed, 0 skipped"));
-    const QRegularExpressionMatch match = summary.match(QString::fromUtf8(output));
-    QVERIFY2(match.hasMatch() && match.captured(1).toInt() >= 8, output.constData());
+    const QString fault
+        = lumi::test::faultOfOwnProcess(QStringLiteral("ScaledPaintingProcess"), environment, 8);
+    QVERIFY2(fault.isEmpty(), qPrintable(fault));
 }
 
 class ScaledPaintingProcess : public QObject
