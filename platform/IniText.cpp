@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr qint64 kMaxFileBytes = 1024 * 1024;
+constexpr qint64 kMaxFileBytes = qint64{1024} * 1024;
 constexpr char kByteOrderMark[] = "\xEF\xBB\xBF";
 constexpr qsizetype kMarkBytes = sizeof kByteOrderMark - 1;
 

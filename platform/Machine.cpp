@@ -21,7 +21,7 @@ using Key = lumi::MachineProfile::Key;
 /// What a shell gives for a program that isn't there, and for one that may not be run.
 constexpr int kProgramMissing = 127 << 8;
 constexpr int kProgramRefused = 126 << 8;
-constexpr qint64 kMaxMemoryText = 64 * 1024;
+constexpr qint64 kMaxMemoryText = qint64{64} * 1024;
 constexpr int kShallowDepth = 16;
 constexpr int kDeepDepth = 32;
 
@@ -90,14 +90,14 @@ QString Machine::mountPoint(Slot slot) const
 QString Machine::standIn(Slot slot) const
 {
     const QString runtime = qEnvironmentVariable("XDG_RUNTIME_DIR");
-    const QString shared = runtime + QLatin1String("/lumivault") + standInName(slot);
+    QString shared = runtime + QLatin1String("/lumivault") + standInName(slot);
     if (!runtime.isEmpty() && makeStandIn(shared)) {
         return shared;
     }
     if (m_standIns == nullptr) {
         m_standIns = std::make_unique<QTemporaryDir>();
     }
-    const QString own = m_standIns->path() + standInName(slot);
+    QString own = m_standIns->path() + standInName(slot);
     return m_standIns->isValid() && makeStandIn(own) ? own : configuredMountPoint(slot);
 }
 

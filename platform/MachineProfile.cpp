@@ -104,16 +104,19 @@ int lumi::MachineProfile::number(Key key) const
 void lumi::MachineProfile::readKeys()
 {
     for (const DeviceKeyRow &row : kDeviceKeys) {
-        const QString sequences = m_ini.value(QStringLiteral("Keys"), QString::fromLatin1(row.name))
-                                      .value_or(QString::fromLatin1(row.def))
-                                      .simplified();
-        const QStringList names = sequences.split(QLatin1Char(' '), Qt::SkipEmptyParts);
-        for (const QString &name : names) {
-            const QKeySequence sequence
-                = QKeySequence::fromString(name, QKeySequence::PortableText);
-            if (sequence.count() == 1 && sequence[0].key() != Qt::Key_unknown) {
-                m_keys.append({row.code, sequence[0].key(), sequence[0].keyboardModifiers()});
-            }
+        addKeys(row.code,
+                m_ini.value(QStringLiteral("Keys"), QString::fromLatin1(row.name))
+                    .value_or(QString::fromLatin1(row.def)));
+    }
+}
+
+void lumi::MachineProfile::addKeys(int code, const QString &sequences)
+{
+    const QStringList names = sequences.simplified().split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    for (const QString &name : names) {
+        const QKeySequence sequence = QKeySequence::fromString(name, QKeySequence::PortableText);
+        if (sequence.count() == 1 && sequence[0].key() != Qt::Key_unknown) {
+            m_keys.append({code, sequence[0].key(), sequence[0].keyboardModifiers()});
         }
     }
 }

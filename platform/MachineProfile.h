@@ -53,6 +53,7 @@ private:
 
     [[nodiscard]] QString text(Key key) const;
     void readKeys();
+    void addKeys(int code, const QString &sequences);
 
     QString m_folder;
     IniText m_ini;

@@ -23,10 +23,9 @@ public:
     /// Whether it is looking at all.
     [[nodiscard]] bool isActive() const { return m_timer.isActive(); }
 
-private Q_SLOTS:
-    void look();
-
 private:
+    /// Compares the figures with those of the last look.
+    Q_SLOT void look();
     void follow(const QByteArray &channel);
     void listenToDaemon(bool on);
 

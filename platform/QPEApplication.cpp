@@ -4,6 +4,7 @@
 #include "platform/ForegroundWatcher.h"
 #include "platform/Machine.h"
 #include "platform/MountWatcher.h"
+#include "platform/PanelStyle.h"
 #include "platform/PowerWatcher.h"
 #include "platform/QCopHub.h"
 #include "platform/ScreenSaverAgent.h"
@@ -92,8 +93,9 @@ QPEApplication::QPEApplication(int &argc, char **argv, Type /*type*/)
 {
     setAttribute(Qt::AA_DontUseNativeDialogs);
     setAttribute(Qt::AA_DontUseNativeMenuBar);
+    setStyle(new lumi::PanelStyle);
     // Not before the first window is under way: nobody misses them until then.
-    QTimer::singleShot(0, this, &QPEApplication::startAgents);
+    QMetaObject::invokeMethod(this, &QPEApplication::startAgents, Qt::QueuedConnection);
 }
 
 QPEApplication::~QPEApplication()

@@ -4,6 +4,7 @@
 #include "tests/support/TestMain.h"
 
 #include <QDataStream>
+#include <QElapsedTimer>
 #include <QGuiApplication>
 #include <QSignalSpy>
 #include <QTest>
@@ -16,6 +17,7 @@ namespace {
 
 constexpr int kLongMs = 2 * ForegroundWatcher::kDelayMs;
 constexpr int kShortMs = ForegroundWatcher::kDelayMs / 5;
+constexpr int kManyTimes = 100;
 
 } // namespace
 
@@ -73,11 +75,16 @@ void TestForegroundWatcher::itIsToldLateEnough()
 {
     m_watcher->stateChanged(Qt::ApplicationActive);
     m_watcher->stateChanged(Qt::ApplicationInactive);
-    QTest::qWait(kShortMs);
-    QCOMPARE(m_spy->count(), 0);
+    QElapsedTimer timer;
+    timer.start();
     // Further changes in the background don't put it off.
-    m_watcher->stateChanged(Qt::ApplicationSuspended);
-    QTRY_COMPARE_WITH_TIMEOUT(m_spy->count(), 1, ForegroundWatcher::kDelayMs);
+    for (int i = 0; i < kManyTimes && m_spy->isEmpty(); ++i) {
+        m_watcher->stateChanged(i % 2 == 0 ? Qt::ApplicationSuspended : Qt::ApplicationInactive);
+        QTest::qWait(kShortMs);
+    }
+    QCOMPARE(m_spy->count(), 1);
+    // The toolkit's timers may run a twentieth early.
+    QVERIFY(timer.elapsed() >= ForegroundWatcher::kDelayMs * 9 / 10);
 }
 
 void TestForegroundWatcher::aShortAbsenceIsNone()
@@ -85,7 +92,7 @@ void TestForegroundWatcher::aShortAbsenceIsNone()
     m_watcher->stateChanged(Qt::ApplicationActive);
     for (int i = 0; i < 3; ++i) {
         m_watcher->stateChanged(Qt::ApplicationInactive);
-        QTest::qWait(kShortMs);
+        QCoreApplication::processEvents();
         m_watcher->stateChanged(Qt::ApplicationActive);
     }
     QTest::qWait(kLongMs);

@@ -136,7 +136,6 @@ void TestMountWatcher::aMarkerThatIsBackAtOnceIsNoNews()
 {
     const MountWatcher watcher;
     m_machine->insertCard(Slot::CF);
-    QTest::qWait(1);
     m_machine->removeCard(Slot::CF);
     QTest::qWait(kQuietMs);
     QCOMPARE(m_spy->count(), 0);

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "platform/PanelStyle.h"
 #include "platform/QPEMenuBar.h"
 #include "platform/QPEToolBar.h"
 #include "tests/support/TestMain.h"
@@ -87,6 +88,9 @@ void TestQPEToolBar::menuBarsFillTheBar()
     w.show();
     QCOMPARE(menuBar->parentWidget(), w.bar->host());
     QCOMPARE(menuBar->geometry(), w.bar->host()->rect());
+    QCOMPARE(w.bar->height(), lumi::PanelStyle::kTargetHeight);
+    QCOMPARE(menuBar->actionGeometry(menuBar->actions().first()).height(),
+             lumi::PanelStyle::kTargetHeight);
     QVERIFY(w.bar->rect().contains(w.bar->host()->geometry()));
     for (const QToolButton *button : w.bar->findChildren<QToolButton *>()) {
         QVERIFY2(!button->isVisible(), "no button for entries that find no room");

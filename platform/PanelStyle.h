@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+// Sizes for fingers and pens: makes the entries of menus and menu bars, and the buttons of
+// message boxes, as high as a fingertip needs. Everything else is the usual style's.
+#pragma once
+
+#include <QProxyStyle>
+
+namespace lumi {
+
+class PanelStyle : public QProxyStyle
+{
+    Q_OBJECT
+
+public:
+    /// Least height in pixels of what is tapped.
+    static constexpr int kTargetHeight = 40;
+
+    [[nodiscard]] int pixelMetric(PixelMetric metric, const QStyleOption *option,
+                                  const QWidget *widget) const override;
+    [[nodiscard]] QSize sizeFromContents(ContentsType type, const QStyleOption *option,
+                                         const QSize &contents,
+                                         const QWidget *widget) const override;
+};
+
+} // namespace lumi

@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: MIT
+#include "platform/PanelStyle.h"
+#include "tests/support/TestMain.h"
+
+#include <QMenu>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTest>
+
+using lumi::PanelStyle;
+
+class TestPanelStyle : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void isTheApplicationsStyle();
+    void entriesOfMenusAreHighEnough();
+    void separatorsTakeNoMoreRoomThanUsual();
+    void buttonsOfBoxesAreHighEnough();
+    void otherButtonsKeepTheirHeight();
+};
+
+void TestPanelStyle::isTheApplicationsStyle()
+{
+    QVERIFY(qobject_cast<PanelStyle *>(QApplication::style()) != nullptr);
+}
+
+void TestPanelStyle::entriesOfMenusAreHighEnough()
+{
+    QMenu menu;
+    QAction *entry = menu.addAction(QStringLiteral("Entry"));
+    QAction *submenu = menu.addMenu(QStringLiteral("More"))->menuAction();
+    menu.ensurePolished();
+    QVERIFY(menu.actionGeometry(entry).height() >= PanelStyle::kTargetHeight);
+    QVERIFY(menu.actionGeometry(submenu).height() >= PanelStyle::kTargetHeight);
+    QMenuBar bar;
+    bar.addMenu(&menu);
+    QVERIFY(bar.sizeHint().height() >= PanelStyle::kTargetHeight);
+}
+
+void TestPanelStyle::separatorsTakeNoMoreRoomThanUsual()
+{
+    QMenu menu;
+    menu.addAction(QStringLiteral("Entry"));
+    QAction *separator = menu.addSeparator();
+    menu.addAction(QStringLiteral("Other"));
+    menu.ensurePolished();
+    QVERIFY(menu.actionGeometry(separator).height() < PanelStyle::kTargetHeight / 2);
+}
+
+void TestPanelStyle::buttonsOfBoxesAreHighEnough()
+{
+    QMessageBox box(QMessageBox::NoIcon, QString(), QStringLiteral("Text"),
+                    QMessageBox::Yes | QMessageBox::No);
+    box.show();
+    for (const QAbstractButton *button : box.buttons()) {
+        QVERIFY(button->height() >= PanelStyle::kTargetHeight);
+    }
+    QCOMPARE(box.buttons().size(), 2);
+}
+
+void TestPanelStyle::otherButtonsKeepTheirHeight()
+{
+    const QPushButton button(QStringLiteral("Cancel"));
+    QVERIFY(button.sizeHint().height() < PanelStyle::kTargetHeight);
+}
+
+LUMI_TEST(TestPanelStyle)
+#include "TestPanelStyle.moc"
