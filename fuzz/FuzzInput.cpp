@@ -49,7 +49,7 @@ void lumi::fuzz::begin()
 
 QString lumi::fuzz::inputFile(const std::uint8_t *data, std::size_t size, const char *name)
 {
-    const QString path = folder().filePath(QString::fromUtf8(name));
+    QString path = folder().filePath(QString::fromUtf8(name));
     QFile file(path);
     const auto length = static_cast<qint64>(size);
     if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Stands in for libFuzzer in ordinary builds: runs every seed as it is, cut short, and with
 // bytes changed. The mutations are the same in every run.
-#include "fuzz/FuzzInput.h"
-
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -12,6 +12,7 @@
 #include <system_error>
 #include <vector>
 
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size);
 // A harness that needs nothing made ready has none.
 extern "C" __attribute__((weak)) int LLVMFuzzerInitialize(int *argc, char ***argv);
 
@@ -58,6 +59,26 @@ Bytes damaged(const Bytes &seed, std::mt19937 &random)
     return copy;
 }
 
+/// The number of seeds; 0 without the folder.
+int runFolder(const char *folder)
+{
+    int seeds = 0;
+    // NOLINTNEXTLINE(bugprone-random-generator-seed): every run is to be the same
+    std::mt19937 random(1);
+    std::error_code missing;
+    for (const auto &entry : std::filesystem::directory_iterator(folder, missing)) {
+        const Bytes seed = readAll(entry.path());
+        std::fprintf(stderr, "%s\n", entry.path().filename().c_str());
+        run(seed);
+        runCuts(seed);
+        for (int copy = 0; copy < kDamagedCopies; ++copy) {
+            run(damaged(seed, random));
+        }
+        ++seeds;
+    }
+    return seeds;
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -66,19 +87,8 @@ int main(int argc, char **argv)
         LLVMFuzzerInitialize(&argc, &argv);
     }
     int seeds = 0;
-    std::mt19937 random(1); // NOLINT(bugprone-random-generator-seed): every run is to be the same
     for (int i = 1; i < argc; ++i) {
-        std::error_code missing;
-        for (const auto &entry : std::filesystem::directory_iterator(argv[i], missing)) {
-            const Bytes seed = readAll(entry.path());
-            std::fprintf(stderr, "%s\n", entry.path().filename().c_str());
-            run(seed);
-            runCuts(seed);
-            for (int copy = 0; copy < kDamagedCopies; ++copy) {
-                run(damaged(seed, random));
-            }
-            ++seeds;
-        }
+        seeds += runFolder(argv[i]);
     }
     if (seeds == 0) {
         std::fprintf(stderr, "no seeds\n");

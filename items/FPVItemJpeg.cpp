@@ -171,8 +171,9 @@ bool FPVItemJpeg::startDecode(int depth, QSize *outSize, QSize *request)
         (void)sliceGoesOn();
         return true;
     }
+    const QPointer<FPVItemJpeg> self(this);
     decodeScreenImage();
-    return m_errorCode == DecodeError::None;
+    return self.isNull() || m_errorCode == DecodeError::None;
 }
 
 /// Leaves a decompressor that stands before its first line, or has reported why there is none.
@@ -214,7 +215,9 @@ bool FPVItemJpeg::makeRaster(int depth)
 uchar *FPVItemJpeg::decodedRaster(int depth, QSize *outSize, QSize *request)
 {
     if (!m_raster) {
-        return startDecode(depth, outSize, request) ? m_raster.get() : nullptr;
+        const QPointer<FPVItemJpeg> self(this);
+        const bool ok = startDecode(depth, outSize, request);
+        return ok && self ? m_raster.get() : nullptr;
     }
     if (outSize != nullptr) {
         *outSize = m_rasterSize;

@@ -47,8 +47,9 @@ public:
 
     /// Opens the photo and readies the item's decompressor at the smallest scale that covers
     /// w x h; a side of 0 means no scaling. False leaves no decompressor.
-    [[nodiscard]] bool InitJpegLib(int w, int h);
+    [[nodiscard]] bool InitJpegLib(int w, int h); // NOLINT(readability-identifier-naming): given
 
+    // NOLINTNEXTLINE(readability-redundant-access-specifiers): moc needs it
 public Q_SLOTS:
     void decodeScreenImage();
 

@@ -2,6 +2,7 @@
 #include "items/photoScale.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -21,6 +22,12 @@ int axisDenominator(int photo, int wanted)
     return 1;
 }
 
+/// The length at this ratio, rounded half up, never below 1.
+int scaledSide(int length, double ratio)
+{
+    return std::max(1, static_cast<int>(std::floor(length * ratio + 0.5)));
+}
+
 qint64 pixelCount(QSize size)
 {
     return qint64(size.width()) * size.height();
@@ -36,9 +43,9 @@ QSize lumi::fittedSize(QSize photo, QSize box)
     const double widthRatio = double(box.width()) / photo.width();
     const double heightRatio = double(box.height()) / photo.height();
     if (widthRatio > heightRatio) {
-        return {std::max(1, int(photo.width() * heightRatio + 0.5)), box.height()};
+        return {scaledSide(photo.width(), heightRatio), box.height()};
     }
-    return {box.width(), std::max(1, int(photo.height() * widthRatio + 0.5))};
+    return {box.width(), scaledSide(photo.height(), widthRatio)};
 }
 
 int lumi::coveringDenominator(QSize photo, QSize wanted)

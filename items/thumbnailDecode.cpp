@@ -9,8 +9,6 @@
 
 namespace {
 
-using lumi::DecodeError;
-
 constexpr int kGray = 1;
 constexpr int kRgb = 3;
 
@@ -19,7 +17,7 @@ void widenRow(uchar *row, int width)
 {
     auto *pixels = static_cast<QRgb *>(static_cast<void *>(row));
     for (int x = width - 1; x >= 0; --x) {
-        const uchar *samples = row + 3 * x;
+        const uchar *samples = row + qsizetype(kRgb) * x;
         pixels[x] = qRgb(samples[0], samples[1], samples[2]);
     }
 }
