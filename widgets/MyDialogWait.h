@@ -19,10 +19,12 @@ public:
     void start(int ms);
 
 Q_SIGNALS:
+    // NOLINTBEGIN(readability-identifier-naming): given names
     void btn_clicked();
 
 public Q_SLOTS:
     void slot_timeout();
+    // NOLINTEND(readability-identifier-naming)
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;

@@ -17,8 +17,8 @@ using Slot = void (MyLeftWidget::*)();
 struct ButtonRow
 {
     QPoint position;
-    std::array<const char *, kPictureStates> pictures; ///< normal, pressed, on, on and pressed
-    Slot slot;
+    std::array<const char *, kPictureStates> pictures{}; ///< normal, pressed, on, on and pressed
+    Slot slot = nullptr;
 };
 
 // The slideshow and the way back are actions, not modes: "on" looks like "off".

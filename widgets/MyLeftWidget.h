@@ -37,6 +37,7 @@ public:
     [[nodiscard]] MyImageButton *button(int index) const;
 
 Q_SIGNALS:
+    // NOLINTBEGIN(readability-identifier-naming): given names
     void btn_clicked(int id);
 
 public Q_SLOTS:
@@ -45,6 +46,7 @@ public Q_SLOTS:
     void btn_thumbnailSmall_clicked();
     void btn_detail_clicked();
     void btn_slideshow_clicked();
+    // NOLINTEND(readability-identifier-naming)
 
 protected:
     void paintEvent(QPaintEvent *event) override;

@@ -17,6 +17,7 @@ public:
     int exec() override;
 
 public Q_SLOTS:
+    // NOLINTNEXTLINE(readability-identifier-naming): given name
     void btn_clicked(int index);
 
 protected:

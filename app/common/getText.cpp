@@ -46,7 +46,7 @@ QString getText(QWidget *parent, const QString &caption, const QString &label,
     }
     line->setFocus();
     const bool accepted = dialog->exec() == QDialog::Accepted;
-    const QString text = accepted && dialog ? line->text() : QString();
+    QString text = accepted && dialog ? line->text() : QString();
     delete dialog;
     return text;
 }

@@ -1,0 +1,166 @@
+// SPDX-License-Identifier: MIT
+#include "app/FormTop.h"
+
+#include "app/common/BusyScope.h"
+#include "app/common/messages.h"
+#include "files/FormFile.h"
+#include "platform/QPEMenuBar.h"
+#include "platform/Resource.h"
+#include "platform/toolkit/BackgroundWidget.h"
+#include "platform/toolkit/QPopupMenu.h"
+#include "swap/SwapSystem.h"
+#include "swap/swapStore.h"
+#include "widgets/MyDialogWait.h"
+#include "widgets/MyImageButton.h"
+#include "widgets/MyLeftWidget.h"
+#include "widgets/commonActions.h"
+#include "widgets/focusPainters.h"
+
+#include <QHBoxLayout>
+#include <QMessageBox>
+
+namespace {
+
+using ClickSlot = void (FormTop::*)();
+
+struct ButtonRow
+{
+    QPoint position;
+    const char *normal = nullptr;
+    const char *pressed = nullptr;
+    ClickSlot slot = nullptr;
+};
+
+// The first one has the focus at the start.
+constexpr ButtonRow kButtons[] = {
+    {{34, 85}, "top_copy", "top_copy_push", &FormTop::btn_takein_clicked},
+    {{290, 85}, "top_look", "top_look_push", &FormTop::btn_look_clicked},
+};
+
+struct MenuRow
+{
+    lumi::MessageId text;
+    ClickSlot slot;
+};
+
+constexpr MenuRow kMenu[] = {
+    {lumi::MsgDeleteCache, &FormTop::menu_option_deleteTempFile},
+    {lumi::MsgHelp, &FormTop::menu_option_help},
+    {lumi::MsgVersion, &FormTop::menu_option_version},
+};
+
+constexpr int kImportForm = 3;
+
+QPixmap load(const char *name)
+{
+    return Resource::loadPixmap(QString(QStringLiteral("lumivault/") + QLatin1String(name)));
+}
+
+} // namespace
+
+FormTop::FormTop(QWidget *parent, QPEToolBar *toolBar)
+    : FormBase(parent, toolBar, kFormId)
+{
+    parent->setWindowTitle(msg(lumi::MsgLumiVault));
+    buildMenu();
+    m_leftWidget = new MyLeftWidget(this);
+    m_leftWidget->hideButton(MyLeftWidget::AllButtons);
+    auto *area = new BackgroundWidget(this);
+    area->setBackgroundPixmap(load("bg_right_top"));
+    auto *layout = new QHBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(m_leftWidget, 0);
+    layout->addWidget(area, 1);
+    buildButtons(area);
+}
+
+FormTop::~FormTop()
+{
+    if (m_menuBar) {
+        m_menuBar->hide();
+        delete m_menuBar;
+    }
+}
+
+void FormTop::buildMenu()
+{
+    m_menuBar = new QPEMenuBar(toolBar());
+    m_menuBar->hide();
+    auto *menu = new QPopupMenu(m_menuBar);
+    menu->setTitle(msg(lumi::MsgAbout));
+    for (const MenuRow &row : kMenu) {
+        menu->insertItem(msg(row.text), this, row.slot);
+    }
+    m_menuBar->addMenu(menu);
+}
+
+void FormTop::buildButtons(QWidget *area)
+{
+    QWidget *first = nullptr;
+    for (const ButtonRow &row : kButtons) {
+        auto *button = new MyImageButton(area, lumi::paintFiveRectangles);
+        button->setNormalPixmap(load(row.normal));
+        button->setPressedPixmap(load(row.pressed));
+        button->move(row.position);
+        connect(button, &MyImageButton::clicked, this, row.slot);
+        first = first == nullptr ? button : first;
+    }
+    first->setFocus();
+}
+
+void FormTop::formStarted()
+{
+    if (m_menuBar) {
+        m_menuBar->show();
+    }
+    show();
+}
+
+void FormTop::btn_takein_clicked()
+{
+    menu_disp_takein();
+}
+
+void FormTop::btn_look_clicked()
+{
+    menu_disp_look();
+}
+
+void FormTop::menu_disp_takein()
+{
+    requestForm(kImportForm, QString());
+}
+
+void FormTop::menu_disp_look()
+{
+    requestForm(FormFile::kFormId, QString());
+}
+
+void FormTop::menu_option_deleteTempFile()
+{
+    const lumi::BusyScope busy(this);
+    const auto answer
+        = QMessageBox::warning(this, msg(lumi::MsgDeleteCache), msg(lumi::MsgDeleteCacheQuestion),
+                               QMessageBox::Yes | QMessageBox::No, QMessageBox::No);
+    if (answer != QMessageBox::Yes) {
+        return;
+    }
+    MyDialogWait wait(mainWindow(), msg(lumi::MsgWorking));
+    wait.start(0);
+    if (SwapSystem *swap = swapSystem(); swap != nullptr) {
+        swap->Clear();
+    }
+}
+
+void FormTop::menu_option_help()
+{
+    const lumi::BusyScope busy(this);
+    showHelp(this);
+}
+
+void FormTop::menu_option_version()
+{
+    const lumi::BusyScope busy(this);
+    showVersion(this);
+}

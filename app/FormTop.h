@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+// The top menu: one large button for import from a card, one for looking at the photos, and
+// a small menu for maintenance.
+// Owns: its menu bar in the shared tool bar.
+#pragma once
+
+#include "app/common/FormBase.h"
+
+#include <QPointer>
+
+class MyLeftWidget;
+class QPEMenuBar;
+
+class FormTop : public FormBase
+{
+    Q_OBJECT
+
+public:
+    static constexpr int kFormId = 0;
+
+    FormTop(QWidget *parent, QPEToolBar *toolBar);
+    ~FormTop() override;
+
+    void formStarted() override;
+
+public Q_SLOTS:
+    // NOLINTBEGIN(readability-identifier-naming): given names
+    void btn_takein_clicked();
+    void btn_look_clicked();
+    void menu_disp_takein();
+    void menu_disp_look();
+    void menu_option_deleteTempFile();
+    void menu_option_help();
+    void menu_option_version();
+    // NOLINTEND(readability-identifier-naming)
+
+private:
+    void buildMenu();
+    void buildButtons(QWidget *area);
+
+    QPointer<QPEMenuBar> m_menuBar; // dies with the tool bar
+    MyLeftWidget *m_leftWidget;
+};

@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+#include "app/runProgram.h"
+
+#include "app/MainWindow.h"
+#include "app/common/shutDownFlag.h"
+#include "platform/QPEApplication.h"
+#include "swap/SwapSystem.h"
+#include "swap/swapStore.h"
+
+#include <QDir>
+#include <QFile>
+
+#include <cstdlib>
+
+int lumi::runProgram(QPEApplication &application)
+{
+    // The order of these objects is the order of the end, read backwards: the window and its
+    // form go first, then the swap store writes its index.
+    const QString storePath = QDir::homePath() + QStringLiteral("/Documents/Photo_Files");
+    const QDir store(storePath);
+    if (!store.exists() && !store.mkpath(storePath)) {
+        qDebug("Photo_Files mkdir err");
+    }
+    const QString extension = QStringLiteral(".swp");
+    const QString swapFolder = storePath + QStringLiteral("/.photo_swp");
+    SwapSystem swap(QFile::encodeName(swapFolder), extension);
+    swapSystem(&swap);
+    MainWindow window;
+    application.showMainWidget(&window, false);
+    // Showing runs events: a window that was closed meanwhile would leave a loop without end.
+    return lumi::shutDownFlag() ? EXIT_SUCCESS : QApplication::exec();
+}

@@ -1,0 +1,387 @@
+// SPDX-License-Identifier: MIT
+#include "app/FormTop.h"
+#include "app/MainWindow.h"
+#include "app/common/BusyScope.h"
+#include "app/common/FormEvent.h"
+#include "app/common/shutDownFlag.h"
+#include "files/FormFile.h"
+#include "platform/QPEMenuBar.h"
+#include "platform/QPEToolBar.h"
+#include "tests/support/FakeMachine.h"
+#include "tests/support/TestMain.h"
+
+#include <QCloseEvent>
+#include <QDir>
+#include <QMetaMethod>
+#include <QPointer>
+#include <QTest>
+
+#include <memory>
+
+namespace {
+
+class OpenMainWindow : public MainWindow
+{
+public:
+    using MainWindow::eventFilter;
+};
+
+QList<QByteArray> methodsOf(const QMetaObject &meta, QMetaMethod::MethodType type)
+{
+    QList<QByteArray> found;
+    for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
+        if (meta.method(i).methodType() == type && meta.method(i).access() == QMetaMethod::Public) {
+            found.append(meta.method(i).methodSignature());
+        }
+    }
+    return found;
+}
+
+/// Keeps the captions that a window is given, one after the other.
+class CaptionRecorder : public QObject
+{
+public:
+    QStringList captions;
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() == QEvent::WindowTitleChange) {
+            captions.append(qobject_cast<QWidget *>(watched)->windowTitle());
+        }
+        return QObject::eventFilter(watched, event);
+    }
+};
+
+} // namespace
+
+class TestMainWindow : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void cleanup();
+    void cleanupTestCase();
+    void startsWithTheTopMenu();
+    void formIsShownByTheEventLoop();
+    void switchIsPosted();
+    void oldFormGoesBetweenConstructionAndStart();
+    void captionIsEmptiedFirst();
+    void toolBarOutlivesTheForms();
+    void previousFormIsRemembered();
+    void returningTwiceAsksOnce();
+    void requestsRunInOrder();
+    void unknownFormChangesNothing_data();
+    void unknownFormChangesNothing();
+    void otherEventsOfTheTypeAreIgnored();
+    void requestWaitsForABusyForm();
+    void waitingRequestsKeepTheirOrder();
+    void requestWaitsOnWhenBusyAgain();
+    void onlyTheCurrentFormHearsOfCards();
+    void closeIsRefusedWhileForbidden();
+    void acceptedCloseStopsEvents();
+    void closeNeverDeletesTheWindow();
+    void acceptIsCalledByName();
+    void windowMayDieAtAnyTime();
+    void slotsAreTheGivenOnes();
+
+private:
+    std::unique_ptr<OpenMainWindow> m_window;
+};
+
+void TestMainWindow::initTestCase()
+{
+    QVERIFY(QDir().mkpath(QDir::homePath() + QStringLiteral("/Documents/Photo_Files")));
+    lumi::test::FakeMachine::install();
+}
+
+void TestMainWindow::init()
+{
+    m_window = std::make_unique<OpenMainWindow>();
+    m_window->show();
+    QCoreApplication::processEvents();
+}
+
+void TestMainWindow::cleanup()
+{
+    lumi::setShutDownFlag(false);
+    m_window.reset();
+    lumi::setShutDownFlag(false);
+}
+
+void TestMainWindow::cleanupTestCase()
+{
+    Machine::install(nullptr);
+}
+
+void TestMainWindow::startsWithTheTopMenu()
+{
+    const MainWindow window;
+    QVERIFY(qobject_cast<FormTop *>(window.currentForm()) != nullptr);
+    QCOMPARE(window.centralWidget(), window.currentForm());
+    QCOMPARE(window.currentForm()->formId(), 0);
+    QCOMPARE(window.currentForm()->previousForm(), -1);
+    QCOMPARE(window.windowTitle(), QStringLiteral("Lumi Vault"));
+    QCOMPARE(window.size(), QSize(640, 480));
+    QVERIFY(!window.toolBar()->isMovable());
+    QVERIFY(window.findChildren<QPEToolBar *>() == QList<QPEToolBar *>{window.toolBar()});
+}
+
+void TestMainWindow::formIsShownByTheEventLoop()
+{
+    MainWindow window;
+    window.show();
+    QVERIFY(!window.currentForm()->isVisible());
+    QCoreApplication::processEvents();
+    QVERIFY(window.currentForm()->isVisible());
+}
+
+void TestMainWindow::switchIsPosted()
+{
+    const QPointer<FormBase> old(m_window->currentForm());
+    old->requestForm(2, QString());
+    QVERIFY(old);
+    QCOMPARE(m_window->currentForm(), old.data());
+    QCoreApplication::processEvents();
+    QVERIFY(!old);
+    QVERIFY(qobject_cast<FormFile *>(m_window->currentForm()) != nullptr);
+    QCOMPARE(m_window->centralWidget(), m_window->currentForm());
+    QTRY_VERIFY(m_window->currentForm()->isVisible());
+}
+
+void TestMainWindow::oldFormGoesBetweenConstructionAndStart()
+{
+    m_window->changeForm(2, QString());
+    QCoreApplication::processEvents();
+    const FormBase *old = m_window->currentForm();
+    int deaths = 0;
+    connect(old, &QObject::destroyed, this, [&] {
+        ++deaths;
+        const FormBase *next = m_window->currentForm();
+        QVERIFY(next != old);        // the new one is there
+        QCOMPARE(next->formId(), 0); // and built
+        QVERIFY(next->isHidden());   // but not started
+    });
+    m_window->currentForm()->requestForm(0, QString());
+    QCoreApplication::processEvents();
+    QCOMPARE(deaths, 1);
+    QTRY_VERIFY(m_window->currentForm()->isVisible());
+}
+
+void TestMainWindow::captionIsEmptiedFirst()
+{
+    CaptionRecorder recorder;
+    m_window->installEventFilter(&recorder);
+    m_window->setWindowTitle(QStringLiteral("of a form"));
+    recorder.captions.clear();
+    m_window->changeForm(2, QString());
+    QCOMPARE(recorder.captions, (QStringList{QString(), QStringLiteral("Lumi Vault")}));
+}
+
+void TestMainWindow::toolBarOutlivesTheForms()
+{
+    const QPointer<QPEToolBar> toolBar(m_window->toolBar());
+    for (const int id : {2, 0, 2, 0}) {
+        m_window->changeForm(id, QString());
+        QCoreApplication::processEvents();
+        QCOMPARE(m_window->toolBar(), toolBar.data());
+        // The menu bar of the old form went with it.
+        const auto bars = toolBar->findChildren<QPEMenuBar *>();
+        QCOMPARE(bars.size(), qsizetype(1));
+        QVERIFY(bars.first()->isVisible());
+    }
+}
+
+void TestMainWindow::previousFormIsRemembered()
+{
+    m_window->changeForm(2, QString());
+    QCOMPARE(m_window->currentForm()->previousForm(), 0);
+    m_window->changeForm(2, QString());
+    QCOMPARE(m_window->currentForm()->previousForm(), 2);
+}
+
+void TestMainWindow::returningTwiceAsksOnce()
+{
+    m_window->changeForm(2, QString());
+    FormBase *form = m_window->currentForm();
+    form->returnToPrevious();
+    form->returnToPrevious();
+    QCoreApplication::processEvents();
+    QCOMPARE(m_window->currentForm()->formId(), 0);
+    QCOMPARE(m_window->currentForm()->previousForm(), 2);
+}
+
+void TestMainWindow::requestsRunInOrder()
+{
+    FormBase *form = m_window->currentForm();
+    form->requestForm(2, QString());
+    form->requestForm(0, QString());
+    QCoreApplication::processEvents();
+    QCOMPARE(m_window->currentForm()->formId(), 0);
+    QCOMPARE(m_window->currentForm()->previousForm(), 2);
+    QTRY_VERIFY(m_window->currentForm()->isVisible());
+}
+
+void TestMainWindow::unknownFormChangesNothing_data()
+{
+    QTest::addColumn<int>("id");
+    QTest::newRow("there is no form 1") << 1;
+    QTest::newRow("there is no form 4") << 4;
+    QTest::newRow("no form has a negative id") << -1;
+}
+
+void TestMainWindow::unknownFormChangesNothing()
+{
+    QFETCH(int, id);
+    const QPointer<FormBase> old(m_window->currentForm());
+    const QByteArray warning
+        = "MainWindow::changeForm: no form has the id " + QByteArray::number(id);
+    QTest::ignoreMessage(QtWarningMsg, warning.constData());
+    old->requestForm(id, QString());
+    QCoreApplication::processEvents();
+    QCOMPARE(m_window->currentForm(), old.data());
+    QVERIFY(old->isVisible());
+    QCOMPARE(m_window->windowTitle(), QStringLiteral("Lumi Vault"));
+}
+
+void TestMainWindow::otherEventsOfTheTypeAreIgnored()
+{
+    const QPointer<FormBase> old(m_window->currentForm());
+    QCoreApplication::postEvent(m_window.get(), new QEvent(FormEvent::kType));
+    QCoreApplication::postEvent(m_window.get(), new FormStartEvent);
+    QCoreApplication::postEvent(m_window.get(), new FormEvent(FormEvent::ChangeForm));
+    QCoreApplication::processEvents();
+    QCOMPARE(m_window->currentForm(), old.data());
+}
+
+void TestMainWindow::requestWaitsForABusyForm()
+{
+    const QPointer<FormBase> old(m_window->currentForm());
+    {
+        const lumi::BusyScope busy(old);
+        old->requestForm(2, QString());
+        QTest::qWait(20); // a nested event loop, as of a message box
+        QVERIFY(old);
+        QCOMPARE(m_window->currentForm(), old.data());
+    }
+    QVERIFY(old); // its slot has not returned yet
+    QCoreApplication::processEvents();
+    QVERIFY(!old);
+    QCOMPARE(m_window->currentForm()->formId(), 2);
+}
+
+void TestMainWindow::waitingRequestsKeepTheirOrder()
+{
+    FormBase *form = m_window->currentForm();
+    form->enterBusy();
+    form->requestForm(2, QString());
+    QCoreApplication::processEvents(); // this one waits with the window
+    form->requestForm(0, QString());   // this one still in the event queue
+    form->leaveBusy();
+    QCoreApplication::processEvents();
+    QCOMPARE(m_window->currentForm()->formId(), 0);
+    QCOMPARE(m_window->currentForm()->previousForm(), 2);
+}
+
+void TestMainWindow::requestWaitsOnWhenBusyAgain()
+{
+    const QPointer<FormBase> old(m_window->currentForm());
+    old->enterBusy();
+    old->requestForm(2, QString());
+    QCoreApplication::processEvents();
+    old->leaveBusy();
+    old->enterBusy();
+    QTest::qWait(20);
+    QVERIFY(old);
+    old->leaveBusy();
+    QTRY_VERIFY(!old);
+    QCOMPARE(m_window->currentForm()->formId(), 2);
+}
+
+void TestMainWindow::onlyTheCurrentFormHearsOfCards()
+{
+    // The top menu shows nothing of a card.
+    const QPointer<FormBase> old(m_window->currentForm());
+    QVERIFY(QCopChannel::send("QPE/Card", "mtabChanged()"));
+    QTest::qWait(20);
+    QCOMPARE(m_window->currentForm(), old.data());
+    QVERIFY(old->isVisible());
+    m_window->changeForm(2, QString());
+    QCOMPARE(m_window->findChildren<QCopChannel *>().size(), qsizetype(1));
+}
+
+void TestMainWindow::closeIsRefusedWhileForbidden()
+{
+    m_window->currentForm()->forbidClose();
+    QVERIFY(!m_window->close());
+    QVERIFY(m_window->isVisible());
+    QVERIFY(!lumi::shutDownFlag());
+    QEvent event(QEvent::User);
+    QVERIFY(!m_window->eventFilter(m_window->currentForm(), &event));
+    m_window->currentForm()->allowClose();
+    QVERIFY(m_window->close());
+    QVERIFY(!m_window->isVisible());
+    QVERIFY(lumi::shutDownFlag());
+}
+
+void TestMainWindow::acceptedCloseStopsEvents()
+{
+    FormBase *form = m_window->currentForm();
+    QVERIFY(m_window->close());
+    QEvent event(QEvent::User);
+    QVERIFY(m_window->eventFilter(form, &event));
+    // What the window filters gets nothing any more: the form doesn't start again.
+    lumi::setShutDownFlag(false);
+    form->hide();
+    lumi::setShutDownFlag(true);
+    QCoreApplication::postEvent(form, new FormStartEvent);
+    QCoreApplication::processEvents();
+    QVERIFY(form->isHidden());
+    lumi::setShutDownFlag(false);
+    QCoreApplication::postEvent(form, new FormStartEvent);
+    QCoreApplication::processEvents();
+    QVERIFY(!form->isHidden());
+}
+
+void TestMainWindow::closeNeverDeletesTheWindow()
+{
+    m_window->setAttribute(Qt::WA_DeleteOnClose);
+    m_window->changeForm(0, QString());
+    QVERIFY(!m_window->testAttribute(Qt::WA_DeleteOnClose));
+    const QPointer<QWidget> window(m_window.get());
+    QVERIFY(m_window->close());
+    QCoreApplication::processEvents();
+    QVERIFY(window);
+}
+
+void TestMainWindow::acceptIsCalledByName()
+{
+    QVERIFY(QMetaObject::invokeMethod(m_window.get(), "accept"));
+    QCOMPARE(m_window->currentForm()->formId(), 0);
+}
+
+void TestMainWindow::windowMayDieAtAnyTime()
+{
+    const QPointer<FormBase> form(m_window->currentForm());
+    form->requestForm(2, QString());
+    form->enterBusy();
+    m_window.reset();
+    QVERIFY(!form);
+    QCoreApplication::processEvents();
+}
+
+void TestMainWindow::slotsAreTheGivenOnes()
+{
+    QCOMPARE(methodsOf(MainWindow::staticMetaObject, QMetaMethod::Slot),
+             (QList<QByteArray>{"accept()", "changeForm(int,QString)"}));
+    QCOMPARE(methodsOf(FormTop::staticMetaObject, QMetaMethod::Slot),
+             (QList<QByteArray>{"btn_takein_clicked()", "btn_look_clicked()", "menu_disp_takein()",
+                                "menu_disp_look()", "menu_option_deleteTempFile()",
+                                "menu_option_help()", "menu_option_version()"}));
+    QVERIFY(methodsOf(FormTop::staticMetaObject, QMetaMethod::Signal).isEmpty());
+}
+
+LUMI_TEST(TestMainWindow)
+#include "TestMainWindow.moc"

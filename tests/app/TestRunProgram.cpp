@@ -1,0 +1,221 @@
+// SPDX-License-Identifier: MIT
+#include "app/MainWindow.h"
+#include "app/common/shutDownFlag.h"
+#include "app/runProgram.h"
+#include "platform/QPEApplication.h"
+#include "swap/swapStore.h"
+#include "tests/support/TestMain.h"
+
+#include <QDir>
+#include <QMessageBox>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QThread>
+#include <QTimer>
+
+#include <functional>
+#include <memory>
+
+class TestRunProgram : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void lifeOfTheProcess();
+    void orderOfTheEnd();
+    void boxComesBeforeAnyWindow();
+    void markerOfADamagedRunStays();
+    void storeThatCannotBeMadeIsLogged();
+    void windowStandsOnThePanel();
+    void windowClosedWhileItIsShown();
+
+private:
+    static MainWindow *window();
+
+    QString swapFile(const char *name) const
+    {
+        return m_home->filePath(QStringLiteral("Documents/Photo_Files/.photo_swp/")
+                                + QLatin1String(name));
+    }
+
+    /// Runs the program; the visitor is called in its event loop, which is left with 3 then.
+    int run(const std::function<void(MainWindow *)> &visitor);
+
+    std::unique_ptr<QTemporaryDir> m_home;
+    QByteArray m_oldHome;
+};
+
+void TestRunProgram::init()
+{
+    m_home = std::make_unique<QTemporaryDir>();
+    QVERIFY(m_home->isValid());
+    m_oldHome = qgetenv("HOME");
+    qputenv("HOME", m_home->path().toLocal8Bit());
+}
+
+void TestRunProgram::cleanup()
+{
+    qputenv("HOME", m_oldHome);
+    QDir::setCurrent(QDir::rootPath());
+    lumi::setShutDownFlag(false);
+    m_home.reset();
+}
+
+MainWindow *TestRunProgram::window()
+{
+    const QWidgetList widgets = QApplication::topLevelWidgets();
+    for (QWidget *widget : widgets) {
+        if (auto *found = qobject_cast<MainWindow *>(widget)) {
+            return found;
+        }
+    }
+    return nullptr;
+}
+
+int TestRunProgram::run(const std::function<void(MainWindow *)> &visitor)
+{
+    bool visited = false;
+    QTimer poll;
+    poll.callOnTimeout([&] {
+        MainWindow *found = window();
+        const bool inTheLoop = QThread::currentThread()->loopLevel() > 0;
+        if (!visited && inTheLoop && found != nullptr && found->isVisible()) {
+            visited = true;
+            visitor(found);
+            QCoreApplication::exit(3);
+        }
+    });
+    poll.start(5);
+    const int status = lumi::runProgram(*qobject_cast<QPEApplication *>(qApp));
+    return visited ? status : -1;
+}
+
+void TestRunProgram::lifeOfTheProcess()
+{
+    QCOMPARE(swapSystem(), nullptr);
+    QTest::ignoreMessage(QtWarningMsg, "SwapSystem::InitRead Not Initialze File");
+    const int status = run([this](MainWindow *shown) {
+        QVERIFY(swapSystem() != nullptr);
+        QVERIFY(QFile::exists(swapFile(".SwapMng.chk")));
+        QVERIFY(!QFile::exists(swapFile(".SwapMng.bin")));
+        QVERIFY(shown->currentForm() != nullptr);
+        QCOMPARE(shown->currentForm()->formId(), 0);
+        QVERIFY(shown->currentForm()->isVisible());
+    });
+    QCOMPARE(status, 3);
+    QCOMPARE(swapSystem(), nullptr);
+    QVERIFY(window() == nullptr);
+    QVERIFY(!QFile::exists(swapFile(".SwapMng.chk")));
+    QVERIFY(QFile::exists(swapFile(".SwapMng.bin")));
+}
+
+void TestRunProgram::orderOfTheEnd()
+{
+    QTest::ignoreMessage(QtWarningMsg, "SwapSystem::InitRead Not Initialze File");
+    bool markerAtFormsEnd = false;
+    bool storeAtFormsEnd = false;
+    const int status = run([&](MainWindow *shown) {
+        connect(shown->currentForm(), &QObject::destroyed, this, [&] {
+            markerAtFormsEnd = QFile::exists(swapFile(".SwapMng.chk"));
+            storeAtFormsEnd = swapSystem() != nullptr;
+        });
+    });
+    QCOMPARE(status, 3);
+    QVERIFY(markerAtFormsEnd);
+    QVERIFY(storeAtFormsEnd);
+}
+
+void TestRunProgram::boxComesBeforeAnyWindow()
+{
+    QVERIFY(QDir().mkpath(QFileInfo(swapFile("x")).path()));
+    for (const char *name : {".SwapMng.chk", ".SwapMng.bin", "0000s_100_a.jpg.swp"}) {
+        QFile file(swapFile(name));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+    }
+    int boxes = 0;
+    QTimer answer;
+    answer.callOnTimeout([&] {
+        if (auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget())) {
+            ++boxes;
+            QVERIFY(window() == nullptr);
+            QVERIFY(box->parentWidget() == nullptr);
+            QCOMPARE(box->windowTitle(), QStringLiteral("Error"));
+            QCOMPARE(box->text(),
+                     QStringLiteral("Temporary files seem corrupted.\nThey will be deleted.\n\n"
+                                    "(the program may run temporarily slow)"));
+            box->accept();
+        }
+    });
+    answer.start(5);
+    const int status = run([this](MainWindow *) {
+        QVERIFY(!QFile::exists(swapFile("0000s_100_a.jpg.swp")));
+        QVERIFY(!QFile::exists(swapFile(".SwapMng.bin")));
+        QVERIFY(QFile::exists(swapFile(".SwapMng.chk")));
+    });
+    QCOMPARE(status, 3); // the closed box has not ended the program
+    QCOMPARE(boxes, 1);
+}
+
+void TestRunProgram::markerOfADamagedRunStays()
+{
+    QVERIFY(QDir().mkpath(QFileInfo(swapFile("x")).path()));
+    QFile marker(swapFile(".SwapMng.chk"));
+    QVERIFY(marker.open(QIODevice::WriteOnly));
+    marker.close();
+    QTimer::singleShot(0, this, [] {
+        QApplication::activeModalWidget()->close();
+    });
+    bool markerInTheRun = false;
+    QCOMPARE(run([&](MainWindow *) {
+                 markerInTheRun = QFile::exists(swapFile(".SwapMng.chk"));
+             }),
+             3);
+    QVERIFY(markerInTheRun);
+    QVERIFY(!QFile::exists(swapFile(".SwapMng.chk")));
+}
+
+void TestRunProgram::storeThatCannotBeMadeIsLogged()
+{
+    QFile obstacle(m_home->filePath(QStringLiteral("Documents")));
+    QVERIFY(obstacle.open(QIODevice::WriteOnly));
+    QTest::ignoreMessage(QtDebugMsg, "Photo_Files mkdir err");
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("^Error SwapSystem\\(")));
+    QTest::ignoreMessage(QtWarningMsg, "SwapSystem::InitRead Not Initialze File");
+    QTest::ignoreMessage(QtWarningMsg, "SwapSystem::InitWrite Not Initialze File");
+    bool shown = false;
+    QCOMPARE(run([&shown](MainWindow *found) {
+                 shown = found->currentForm()->isVisible();
+             }),
+             3);
+    QVERIFY(shown);
+}
+
+void TestRunProgram::windowStandsOnThePanel()
+{
+    QTest::ignoreMessage(QtWarningMsg, "SwapSystem::InitRead Not Initialze File");
+    QSize size;
+    QCOMPARE(run([&size](MainWindow *found) {
+                 size = found->frameGeometry().size();
+             }),
+             3);
+    QCOMPARE(size, QSize(640, 480));
+}
+
+void TestRunProgram::windowClosedWhileItIsShown()
+{
+    QTest::ignoreMessage(QtWarningMsg, "SwapSystem::InitRead Not Initialze File");
+    QTimer poll;
+    poll.callOnTimeout([] {
+        if (MainWindow *found = window()) {
+            found->close();
+        }
+    });
+    poll.start(0);
+    QCOMPARE(lumi::runProgram(*qobject_cast<QPEApplication *>(qApp)), 0);
+    QVERIFY(QFile::exists(swapFile(".SwapMng.bin")));
+}
+
+LUMI_TEST(TestRunProgram)
+#include "TestRunProgram.moc"

@@ -1,0 +1,214 @@
+// SPDX-License-Identifier: MIT
+// The program as a process of its own, from its start to its end.
+#include "tests/support/TestMain.h"
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <memory>
+
+namespace {
+
+constexpr int kTimeLimitMs = 20000;
+
+struct Outcome
+{
+    bool ended = false;
+    QProcess::ExitStatus how = QProcess::CrashExit;
+    int status = -1;
+    QStringList windows;
+    QByteArray warnings;
+};
+
+} // namespace
+
+class TestStartUp : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void firstStartMakesTheFolders();
+    void cleanEndKeepsTheIndex();
+    void secondStartReadsTheIndex();
+    void killedRunIsNoticed();
+    void exitStatusIsThatOfTheLoop_data();
+    void exitStatusIsThatOfTheLoop();
+    void storeThatCannotBeMadeStopsNothing_data();
+    void storeThatCannotBeMadeStopsNothing();
+    void argumentsAreTheApplicationObjects();
+
+private:
+    QString at(const QString &path) const { return m_home->filePath(path); }
+
+    QString inSwapFolder(const QString &name) const
+    {
+        return at(QStringLiteral("Documents/Photo_Files/.photo_swp/") + name);
+    }
+
+    std::unique_ptr<QProcess> start(const QString &end,
+                                    const QStringList &arguments = QStringList()) const;
+    Outcome run(const QString &end, const QStringList &arguments = QStringList()) const;
+
+    std::unique_ptr<QTemporaryDir> m_home;
+};
+
+void TestStartUp::init()
+{
+    m_home = std::make_unique<QTemporaryDir>();
+    QVERIFY(m_home->isValid());
+}
+
+void TestStartUp::cleanup()
+{
+    m_home.reset();
+}
+
+std::unique_ptr<QProcess> TestStartUp::start(const QString &end, const QStringList &arguments) const
+{
+    auto process = std::make_unique<QProcess>();
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("HOME"), m_home->path());
+    environment.insert(QStringLiteral("QT_PLUGIN_PATH"), QStringLiteral(LUMI_PLUGINS));
+    environment.insert(QStringLiteral("QT_QPA_GENERIC_PLUGINS"), QStringLiteral("lumidriver"));
+    environment.insert(QStringLiteral("LUMI_DRIVER_END"), end);
+    process->setProcessEnvironment(environment);
+    process->start(QStringLiteral(LUMI_PROGRAM), arguments);
+    return process;
+}
+
+Outcome TestStartUp::run(const QString &end, const QStringList &arguments) const
+{
+    const std::unique_ptr<QProcess> process = start(end, arguments);
+    Outcome outcome;
+    outcome.ended = process->waitForFinished(kTimeLimitMs);
+    outcome.how = process->exitStatus();
+    outcome.status = process->exitCode();
+    outcome.windows = QString::fromUtf8(process->readAllStandardOutput())
+                          .split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    outcome.warnings = process->readAllStandardError();
+    return outcome;
+}
+
+void TestStartUp::firstStartMakesTheFolders()
+{
+    QVERIFY(!QFile::exists(at(QStringLiteral("Documents"))));
+    const Outcome outcome = run(QStringLiteral("close"));
+    QVERIFY(outcome.ended);
+    QCOMPARE(outcome.how, QProcess::NormalExit);
+    QCOMPARE(outcome.status, 0);
+    // One window, no box before it.
+    QCOMPARE(outcome.windows, QStringList{QStringLiteral("window: Lumi Vault")});
+    QVERIFY(outcome.warnings.contains("SwapSystem::InitRead Not Initialze File")); // sic
+    QVERIFY(QDir(at(QStringLiteral("Documents/Photo_Files/.photo_swp"))).exists());
+}
+
+void TestStartUp::cleanEndKeepsTheIndex()
+{
+    QVERIFY(run(QStringLiteral("close")).ended);
+    QVERIFY(!QFile::exists(inSwapFolder(QStringLiteral(".SwapMng.chk"))));
+    QVERIFY(QFile::exists(inSwapFolder(QStringLiteral(".SwapMng.bin"))));
+}
+
+void TestStartUp::secondStartReadsTheIndex()
+{
+    QVERIFY(run(QStringLiteral("close")).ended);
+    const Outcome second = run(QStringLiteral("close"));
+    QCOMPARE(second.status, 0);
+    QCOMPARE(second.windows, QStringList{QStringLiteral("window: Lumi Vault")});
+    QVERIFY(!second.warnings.contains("Not Initialze File"));
+}
+
+void TestStartUp::killedRunIsNoticed()
+{
+    QVERIFY(run(QStringLiteral("close")).ended);
+    const std::unique_ptr<QProcess> killed = start(QStringLiteral("stay"));
+    QByteArray seen;
+    while (!seen.contains("running") && killed->waitForReadyRead(kTimeLimitMs)) {
+        seen += killed->readAllStandardOutput();
+    }
+    QVERIFY(seen.contains("running"));
+    QVERIFY(QFile::exists(inSwapFolder(QStringLiteral(".SwapMng.chk"))));
+    killed->kill();
+    QVERIFY(killed->waitForFinished(kTimeLimitMs));
+    QCOMPARE(killed->exitStatus(), QProcess::CrashExit);
+    QVERIFY(QFile::exists(inSwapFolder(QStringLiteral(".SwapMng.chk"))));
+    for (const char *name : {"0000s_100_a.jpg.swp", "0001l_171_b.jpg.swp"}) {
+        QFile file(inSwapFolder(QLatin1String(name)));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+    }
+
+    const Outcome next = run(QStringLiteral("close"));
+    QCOMPARE(next.status, 0);
+    QCOMPARE(next.windows,
+             (QStringList{QStringLiteral("box: Error: Temporary files seem corrupted.|They will "
+                                         "be deleted.||(the program may run temporarily slow)"),
+                          QStringLiteral("window: Lumi Vault")}));
+    const QDir folder(inSwapFolder(QString()));
+    QVERIFY(folder.entryList({QStringLiteral("*.swp")}, QDir::Files).isEmpty());
+    QVERIFY(!QFile::exists(inSwapFolder(QStringLiteral(".SwapMng.chk"))));
+    QVERIFY(QFile::exists(inSwapFolder(QStringLiteral(".SwapMng.bin"))));
+}
+
+void TestStartUp::exitStatusIsThatOfTheLoop_data()
+{
+    QTest::addColumn<QString>("end");
+    QTest::addColumn<int>("status");
+    QTest::newRow("a closed window gives 0") << QStringLiteral("close") << 0;
+    QTest::newRow("a window that is closed at once gives 0") << QStringLiteral("early") << 0;
+    QTest::newRow("a loop that is left with 0") << QStringLiteral("exit:0") << 0;
+    QTest::newRow("a loop that is left with 7") << QStringLiteral("exit:7") << 7;
+}
+
+void TestStartUp::exitStatusIsThatOfTheLoop()
+{
+    QFETCH(QString, end);
+    QFETCH(int, status);
+    const Outcome outcome = run(end);
+    QVERIFY(outcome.ended);
+    QCOMPARE(outcome.how, QProcess::NormalExit);
+    QCOMPARE(outcome.status, status);
+    QVERIFY(!QFile::exists(inSwapFolder(QStringLiteral(".SwapMng.chk"))));
+}
+
+void TestStartUp::storeThatCannotBeMadeStopsNothing_data()
+{
+    QTest::addColumn<QString>("obstacle");
+    QTest::newRow("a file stands in the place of the documents") << QStringLiteral("Documents");
+    QTest::newRow("a file stands in the place of the photo store")
+        << QStringLiteral("Documents/Photo_Files");
+}
+
+void TestStartUp::storeThatCannotBeMadeStopsNothing()
+{
+    QFETCH(QString, obstacle);
+    QVERIFY(QDir().mkpath(QFileInfo(at(obstacle)).path()));
+    QFile file(at(obstacle));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.close();
+    const Outcome outcome = run(QStringLiteral("close"));
+    QVERIFY(outcome.ended);
+    QCOMPARE(outcome.status, 0);
+    QCOMPARE(outcome.windows, QStringList{QStringLiteral("window: Lumi Vault")});
+    QVERIFY(outcome.warnings.contains("Photo_Files mkdir err"));
+    QVERIFY(outcome.warnings.contains("Error SwapSystem("));
+    QVERIFY(QFileInfo(at(obstacle)).isFile());
+}
+
+void TestStartUp::argumentsAreTheApplicationObjects()
+{
+    // The program has no options: what it doesn't know is passed over.
+    const Outcome outcome = run(QStringLiteral("close"),
+                                {QStringLiteral("--help"), QStringLiteral("-style"),
+                                 QStringLiteral("fusion"), QStringLiteral("/no/such/photo.jpg")});
+    QVERIFY(outcome.ended);
+    QCOMPARE(outcome.status, 0);
+    QCOMPARE(outcome.windows, QStringList{QStringLiteral("window: Lumi Vault")});
+}
+
+LUMI_TEST(TestStartUp)
+#include "TestStartUp.moc"

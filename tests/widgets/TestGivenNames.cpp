@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: MIT
+// Slots and signals are connected by name from outside, and some names are odd: this pins
+// each of them, in order.
+#include "tests/support/TestMain.h"
+#include "widgets/DialogBase.h"
+#include "widgets/HkAboutDialog.h"
+#include "widgets/MyDialogProgressBar.h"
+#include "widgets/MyDialogWait.h"
+#include "widgets/MyImageButton.h"
+#include "widgets/MyImageCheckBox.h"
+#include "widgets/MyLeftWidget.h"
+#include "widgets/RadioButtonDialog.h"
+
+#include <QMetaMethod>
+#include <QTest>
+
+namespace {
+
+QList<QByteArray> methodsOf(const QMetaObject &meta, QMetaMethod::MethodType type)
+{
+    QList<QByteArray> found;
+    for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
+        if (meta.method(i).methodType() == type) {
+            found.append(meta.method(i).methodSignature());
+        }
+    }
+    return found;
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(const QMetaObject *)
+
+class TestGivenNames : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void names_data();
+    void names();
+};
+
+void TestGivenNames::names_data()
+{
+    using Names = QList<QByteArray>;
+    QTest::addColumn<const QMetaObject *>("meta");
+    QTest::addColumn<QByteArray>("base");
+    QTest::addColumn<Names>("signalNames");
+    QTest::addColumn<Names>("slotNames");
+    QTest::newRow("image button") << &MyImageButton::staticMetaObject << QByteArray("QLabel")
+                                  << Names{"clicked()"} << Names();
+    QTest::newRow("left column") << &MyLeftWidget::staticMetaObject << QByteArray("QWidget")
+                                 << Names{"btn_clicked(int)"}
+                                 << Names{"btn_top_clicked()", "btn_thumbnailLarge_clicked()",
+                                          "btn_thumbnailSmall_clicked()", "btn_detail_clicked()",
+                                          "btn_slideshow_clicked()"};
+    QTest::newRow("image check box")
+        << &MyImageCheckBox::staticMetaObject << QByteArray("QCheckBox") << Names() << Names();
+    QTest::newRow("dialog base") << &DialogBase::staticMetaObject << QByteArray("QMessageBox")
+                                 << Names() << Names();
+    QTest::newRow("wait dialog") << &MyDialogWait::staticMetaObject << QByteArray("QDialog")
+                                 << Names{"btn_clicked()"} << Names{"slot_timeout()"};
+    QTest::newRow("progress dialog")
+        << &MyDialogProgressBar::staticMetaObject << QByteArray("QDialog")
+        << Names{"btn_cancel_clicked()"} << Names{"reject()"};
+    QTest::newRow("radio button dialog")
+        << &RadioButtonDialog::staticMetaObject << QByteArray("QDialog") << Names()
+        << Names{"btn_clicked(int)"};
+    QTest::newRow("version dialog")
+        << &HkAboutDialog::staticMetaObject << QByteArray("HkAboutDialogBase") << Names()
+        << Names{"slotDone()"};
+}
+
+void TestGivenNames::names()
+{
+    QFETCH(const QMetaObject *, meta);
+    QFETCH(QByteArray, base);
+    QFETCH(QList<QByteArray>, signalNames);
+    QFETCH(QList<QByteArray>, slotNames);
+    QCOMPARE(QByteArray(meta->superClass()->className()), base);
+    QCOMPARE(methodsOf(*meta, QMetaMethod::Signal), signalNames);
+    QCOMPARE(methodsOf(*meta, QMetaMethod::Slot), slotNames);
+}
+
+LUMI_TEST(TestGivenNames)
+#include "TestGivenNames.moc"

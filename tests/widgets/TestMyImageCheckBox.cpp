@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: MIT
+#include "tests/support/TestMain.h"
+#include "widgets/MyImageCheckBox.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+namespace {
+
+QPixmap filled(Qt::GlobalColor color)
+{
+    QPixmap pixmap(24, 20);
+    pixmap.fill(color);
+    return pixmap;
+}
+
+} // namespace
+
+class TestMyImageCheckBox : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void pictureByState_data();
+    void pictureByState();
+    void hasTheSizeOfItsPicture();
+    void takesNoFocus();
+    void everyCornerCanBeTapped_data();
+    void everyCornerCanBeTapped();
+};
+
+void TestMyImageCheckBox::pictureByState_data()
+{
+    QTest::addColumn<Qt::CheckState>("state");
+    QTest::addColumn<QColor>("color");
+    QTest::newRow("checked") << Qt::Checked << QColor(Qt::red);
+    QTest::newRow("unchecked") << Qt::Unchecked << QColor(Qt::blue);
+    QTest::newRow("half checked looks checked") << Qt::PartiallyChecked << QColor(Qt::red);
+}
+
+void TestMyImageCheckBox::pictureByState()
+{
+    QFETCH(Qt::CheckState, state);
+    QFETCH(QColor, color);
+    MyImageCheckBox box(filled(Qt::red), filled(Qt::blue), nullptr);
+    box.setTristate(true);
+    box.setCheckState(state);
+    const QImage shown = box.grab().toImage();
+    QCOMPARE(shown.pixelColor(0, 0), color);
+    QCOMPARE(shown.pixelColor(23, 19), color);
+}
+
+void TestMyImageCheckBox::hasTheSizeOfItsPicture()
+{
+    const MyImageCheckBox box(filled(Qt::red), filled(Qt::blue), nullptr);
+    QCOMPARE(box.minimumSize(), QSize(24, 20));
+    QCOMPARE(box.maximumSize(), QSize(24, 20));
+    QCOMPARE(box.sizeHint(), QSize(24, 20));
+}
+
+void TestMyImageCheckBox::takesNoFocus()
+{
+    const MyImageCheckBox box(filled(Qt::red), filled(Qt::blue), nullptr);
+    QCOMPARE(box.focusPolicy(), Qt::NoFocus);
+}
+
+void TestMyImageCheckBox::everyCornerCanBeTapped_data()
+{
+    QTest::addColumn<QPoint>("corner");
+    QTest::newRow("top left") << QPoint(0, 0);
+    QTest::newRow("top right") << QPoint(23, 0);
+    QTest::newRow("bottom left") << QPoint(0, 19);
+    QTest::newRow("bottom right") << QPoint(23, 19);
+}
+
+void TestMyImageCheckBox::everyCornerCanBeTapped()
+{
+    QFETCH(QPoint, corner);
+    MyImageCheckBox box(filled(Qt::red), filled(Qt::blue), nullptr);
+    box.show();
+    const QSignalSpy spy(&box, &QCheckBox::toggled);
+    QTest::mouseClick(&box, Qt::LeftButton, Qt::NoModifier, corner);
+    QVERIFY(box.isChecked());
+    QTest::mouseClick(&box, Qt::LeftButton, Qt::NoModifier, corner);
+    QVERIFY(!box.isChecked());
+    QCOMPARE(spy.size(), 2);
+}
+
+LUMI_TEST(TestMyImageCheckBox)
+#include "TestMyImageCheckBox.moc"
