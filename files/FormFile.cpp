@@ -57,12 +57,10 @@ FormFile::FormFile(QWidget *parent, QPEToolBar *toolBar)
     buildMenus();
     auto *accel = new QAccel(kKeyMail, this);
     connect(accel, &QAccel::activated, this, &FormFile::accel_appendToMail);
-    m_leftWidget = new MyLeftWidget(this);
-    connect(m_leftWidget, &MyLeftWidget::btn_clicked, this, &FormFile::btn_leftWidget_clicked);
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(0);
-    row->addWidget(m_leftWidget, 0);
+    row->addWidget(buildLeftSide(), 0);
     row->addWidget(buildRightSide(), 1);
 }
 
@@ -74,6 +72,19 @@ FormFile::~FormFile()
         m_menuBar->hide();
         delete m_menuBar;
     }
+}
+
+QWidget *FormFile::buildLeftSide()
+{
+    // The column's size is fixed; this goes on with its background down to the bottom.
+    auto *leftSide = new BackgroundWidget(this);
+    leftSide->setBackgroundPixmap(load("bg_left"));
+    m_leftWidget = new MyLeftWidget(leftSide);
+    connect(m_leftWidget, &MyLeftWidget::btn_clicked, this, &FormFile::btn_leftWidget_clicked);
+    auto *column = new QVBoxLayout(leftSide);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->addWidget(m_leftWidget, 0, Qt::AlignTop);
+    return leftSide;
 }
 
 QWidget *FormFile::buildRightSide()
@@ -107,7 +118,7 @@ QLayout *FormFile::buildTopRow(QWidget *rightSide)
     m_statusField->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     setDarkGray(m_statusField);
     auto *row = new QHBoxLayout;
-    row->setContentsMargins(0, 0, 0, 0);
+    row->setContentsMargins(0, 0, kPictureMargin, 0);
     row->setSpacing(0);
     row->addWidget(m_deviceCombo, 0);
     row->addWidget(m_upButton, 0);

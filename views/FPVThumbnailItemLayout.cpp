@@ -7,6 +7,8 @@
 
 #include <QPainter>
 
+#include <algorithm>
+
 namespace {
 
 /// The frame's inner box: first column and line, and how far the last ones lie from the size.
@@ -16,8 +18,16 @@ constexpr int kInnerMargin = 3;
 /// Between the check box and the text beside it.
 constexpr int kNameGap = 6;
 constexpr int kDetailGap = 1;
+/// Between a text and the left edge of its label, where the text leaves so much.
+constexpr int kTextIndent = 4;
 /// Where the labels begin in a cell without any, from the bottom.
 constexpr int kNoLabels = 4;
+
+void indentText(QLabel *label)
+{
+    const int left = label->width() - label->fontMetrics().horizontalAdvance(label->text());
+    label->setIndent(std::clamp(left, 0, kTextIndent));
+}
 
 } // namespace
 
@@ -89,6 +99,7 @@ int FPVThumbnailItem::placeName(int top)
     if (!isParentEntry()) {
         elideToLabel(m_nameLabel, isPicture() ? m_item->baseName() : m_item->fileName());
     }
+    indentText(m_nameLabel);
     return std::min(top, labelTop);
 }
 

@@ -38,6 +38,8 @@ FPVThumbnailView::FPVThumbnailView(QWidget *parent, FPVItemList *list)
     viewport()->setFocusProxy(this);
     // What the view lies on shows between two pages and outside the cells.
     viewport()->setAutoFillBackground(false);
+    // Its own role is that of text fields, and the cells' labels would take it over.
+    viewport()->setBackgroundRole(QPalette::Window);
     m_vBar->setFixedWidth(kBarThickness);
     m_hBar->setFixedHeight(kBarThickness);
     m_barLayout->setContentsMargins(0, 0, 0, 0);

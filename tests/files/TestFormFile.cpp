@@ -119,7 +119,7 @@ void TestFormFile::isLaidOutForAFinger()
     }
     QCOMPARE(m_form->combo->x(), 0);
     QCOMPARE(m_form->up->x(), m_form->combo->width());
-    QCOMPARE(m_form->status->geometry().right(), m_form->status->parentWidget()->width() - 1);
+    QCOMPARE(m_form->status->geometry().right(), m_form->status->parentWidget()->width() - 1 - 10);
     const auto *column = m_form->form->findChild<MyLeftWidget *>();
     QCOMPARE(column->x(), 0);
     QCOMPARE(m_form->combo->parentWidget()->x(), column->width());

@@ -108,6 +108,9 @@ void lumi::test::BrowserWorld::makePixmaps()
     save(QStringLiteral("bg_left"), QSize(72, 400), Qt::gray);
     save(QStringLiteral("bg_right"), QSize(16, 16), QColor(0xCC, 0xCC, 0xCC));
     save(QStringLiteral("to_top"), QSize(28, 28), Qt::yellow);
+    for (const char *name : {"top_copy", "top_copy_push", "top_look", "top_look_push"}) {
+        save(QLatin1String(name), QSize(236, 236), Qt::darkBlue);
+    }
     for (const char *name : {"look_a", "look_b", "look_c", "look_d", "goto_top"}) {
         for (const char *state : {"", "_push", "_on", "_push_on"}) {
             save(QString(QLatin1String(name) + QLatin1String(state)), QSize(58, 58), Qt::blue);

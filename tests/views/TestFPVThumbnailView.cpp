@@ -31,6 +31,7 @@ private Q_SLOTS:
     void aWindowOfNoSizeIsNotLaidOut();
     void anotherSizeKeepsTheCells();
     void theSameSizeFillsThePageAgain();
+    void namesHaveTheModesColour();
     void theContainerHasTheBackground();
     void focusGoesFromTheCellsToTheView();
     void theCursorIsDrawnWhileTheViewHasTheFocus();
@@ -158,6 +159,20 @@ void TestFPVThumbnailView::theSameSizeFillsThePageAgain()
     m_view->view.setVerticalMode(true);
     QVERIFY(m_view->cells().isEmpty());
     QVERIFY(m_view->waitForPage());
+}
+
+void TestFPVThumbnailView::namesHaveTheModesColour()
+{
+    m_view->fill(2);
+    m_view->view.showPage(0, 1, true);
+    QVERIFY(m_view->waitForPage());
+    const auto colour = [this](int index) {
+        const FPVThumbnailItem *cell = m_view->cellOf(index);
+        const QRect name = cell->findChildren<QLabel *>().last()->geometry();
+        return m_view->view.grab().toImage().pixelColor(cell->pos() + name.bottomRight());
+    };
+    QCOMPARE(colour(0), QColor(0xAC, 0xAC, 0xAC));
+    QCOMPARE(colour(1), QColor(0xE8, 0x94, 0x5A));
 }
 
 void TestFPVThumbnailView::theContainerHasTheBackground()
