@@ -1,11 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "swap/IndexReader.h"
 
+#include <QIODevice>
 #include <QtEndian>
+
+#include <algorithm>
 
 namespace {
 
 constexpr int kIntBytes = 4;
+constexpr qint64 kMaxBytes = qint64(64) * 1024 * 1024;
 
 /// 64 bits, so that no length of the file can wrap round.
 constexpr qint64 textFieldBytes(qint64 length)
@@ -14,6 +18,12 @@ constexpr qint64 textFieldBytes(qint64 length)
 }
 
 } // namespace
+
+QByteArray lumi::IndexReader::bytesOf(QIODevice &file)
+{
+    // A read makes room for all that it is asked for, so it must not be asked for too much.
+    return file.read(std::min(file.size(), kMaxBytes));
+}
 
 lumi::IndexReader::IndexReader(const QByteArray &bytes)
     : m_bytes(bytes)

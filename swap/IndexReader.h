@@ -9,13 +9,16 @@
 
 #include <QByteArray>
 
+class QIODevice;
+
 namespace lumi {
 
 class IndexReader
 {
 public:
-    /// An index has a few hundred bytes a block; of a larger file only so much is read.
-    static constexpr qint64 kMaxBytes = qint64(64) * 1024 * 1024;
+    /// The whole file, or its first 64 MB: an index has a few hundred bytes a block, so a
+    /// larger one is none of ours.
+    [[nodiscard]] static QByteArray bytesOf(QIODevice &file);
 
     /// The bytes are shared with the caller's array.
     explicit IndexReader(const QByteArray &bytes);

@@ -102,7 +102,7 @@ void SwapSystem::InitRead()
         qWarning("SwapSystem::InitRead Not Initialze File"); // sic
         return;
     }
-    lumi::IndexReader index(file.read(lumi::IndexReader::kMaxBytes));
+    lumi::IndexReader index(lumi::IndexReader::bytesOf(file));
     lumi::IndexHeader header;
     bool more = index.readHeader(header);
     for (int i = 0; more && i < header.controlCount; ++i) {

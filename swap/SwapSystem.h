@@ -3,7 +3,7 @@
 // folder and one control per photo folder, and loads and saves the index. A run marker in the
 // folder stands from start to clean end; a start that finds one empties the store, since
 // neither index nor swap files can then be trusted. Failures never reach the user, the
-// thumbnail is just made again. Construction and clear() change the working directory, into
+// thumbnail is just made again. Construction and Clear() change the working directory, into
 // whose control blocks go when no control is current.
 // Owns: the controls and, through them, the blocks.
 #pragma once

@@ -62,7 +62,7 @@ int swapCommand(const QStringList &arguments, QTextStream &out)
         std::fprintf(stderr, "lumivault-inspect: no index in %s\n", qUtf8Printable(folder));
         return 1;
     }
-    lumi::IndexReader index(file.read(lumi::IndexReader::kMaxBytes));
+    lumi::IndexReader index(lumi::IndexReader::bytesOf(file));
     lumi::IndexHeader header;
     lumi::ControlRecord control;
     QList<QJsonObject> controls;
