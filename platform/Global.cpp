@@ -2,9 +2,15 @@
 #include "platform/Global.h"
 
 #include <QGuiApplication>
+#include <QInputDevice>
 #include <QInputMethod>
 
 void Global::hideInputMethod()
 {
-    QGuiApplication::inputMethod()->hide();
+    // Qt 6.4 on Wayland crashes here while the compositor has no seat. Without input devices
+    // nobody has called up a keyboard.
+    if (!QInputDevice::devices().isEmpty()
+        || !QGuiApplication::platformName().startsWith(QLatin1String("wayland"))) {
+        QGuiApplication::inputMethod()->hide();
+    }
 }
