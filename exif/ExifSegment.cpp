@@ -18,7 +18,7 @@ constexpr int kLengthPlace = 4; // the segment's length counts from here
 constexpr int kEntrySize = 12;
 constexpr int kWordSize = 4;
 constexpr qint64 kLargestValue = 65535;
-constexpr qint64 kLargestSum = 1024 * 1024;
+constexpr qint64 kLargestSum = 1048576;
 
 } // namespace
 

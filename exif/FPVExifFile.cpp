@@ -16,7 +16,7 @@ namespace {
 constexpr int kFirstWindowSize = 1024;
 constexpr int kWordSize = 4;
 constexpr int kLargestValue = 65535;
-constexpr int kLargestSum = 1024 * 1024;
+constexpr int kLargestSum = 1048576;
 
 struct Pointer
 {

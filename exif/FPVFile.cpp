@@ -16,7 +16,7 @@ constexpr qint64 kLargestPlace = std::numeric_limits<int>::max();
 FPVFile::FPVFile(const QString &path)
 {
     if (!path.isEmpty()) {
-        static_cast<void>(FPVFile::open(path));
+        static_cast<void>(openFile(path));
     }
 }
 
@@ -28,6 +28,11 @@ FPVFile::~FPVFile()
 bool FPVFile::open(const QString &path)
 {
     close();
+    return openFile(path);
+}
+
+bool FPVFile::openFile(const QString &path)
+{
     // Opening a pipe or a device could block for ever.
     if (QFileInfo(path).isFile()) {
         m_file = std::fopen(path.toUtf8().constData(), "rb");

@@ -55,6 +55,8 @@ protected:
     [[nodiscard]] std::span<const char> rest() const;
 
 private:
+    [[nodiscard]] bool openFile(const QString &path);
+
     std::FILE *m_file = nullptr;
     std::unique_ptr<uchar[]> m_buffer;
     int m_position = 0;

@@ -9,8 +9,8 @@
 
 struct ExifTagNameRow
 {
-    quint16 tag;
-    const char *name;             // the bytes as they are passed on, EUC-JP in the Japanese rows
+    quint16 tag = 0;
+    const char *name = nullptr;   // the bytes as they are passed on, EUC-JP in the Japanese rows
     const char *format = nullptr; // %d or %s once per value; null: the default of the tag class
 };
 

@@ -13,16 +13,16 @@
 struct ExifFieldRow
 {
     QString label;
-    int tag;
-    bool readOnly;
-    ExifListKind list;
+    int tag = 0;
+    bool readOnly = true;
+    ExifListKind list = ExifListKind::Ifd0;
 };
 
 struct ExifFieldGroup
 {
     QString title;
-    const ExifFieldRow *rows;
-    int rowCount;
+    const ExifFieldRow *rows = nullptr;
+    int rowCount = 0;
 };
 
 namespace lumi {
