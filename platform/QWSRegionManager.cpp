@@ -10,10 +10,11 @@ namespace {
 
 QWSDisplay display;
 
-bool isOnScreen(const QWidget *widget)
+/// A hidden widget in a window on the screen has an empty region anyway.
+bool hasWindowOnScreen(const QWidget *widget)
 {
     const QWidget *window = widget->window();
-    return widget->isVisible() && !window->isMinimized() && window->windowHandle() != nullptr
+    return !window->isMinimized() && window->windowHandle() != nullptr
         && window->windowHandle()->isExposed();
 }
 
@@ -23,7 +24,7 @@ QWSDisplay *qt_fbdpy = &display; // NOLINT(readability-identifier-naming): a giv
 
 QRegion QWSRegionManager::region(const QWidget *widget) const
 {
-    if (!isOnScreen(widget)) {
+    if (!hasWindowOnScreen(widget)) {
         return {};
     }
     const FrameBuffer &buffer = FrameBuffer::instance();

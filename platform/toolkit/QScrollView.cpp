@@ -55,9 +55,7 @@ void QScrollView::resizeContents(int width, int height)
 
 void QScrollView::addChild(QWidget *child, int x, int y)
 {
-    if (child->parentWidget() != viewport()) {
-        child->setParent(viewport());
-    }
+    child->setParent(viewport());
     child->move(QPoint(x, y) - contentsOrigin());
 }
 

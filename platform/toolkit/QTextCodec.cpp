@@ -8,6 +8,7 @@
 #include <array>
 #include <climits>
 #include <cstddef>
+#include <cstring>
 #include <iterator>
 
 #include <iconv.h>
@@ -44,12 +45,6 @@ public:
     {
         // The interface lacks a const; the input is only read.
         iconv(m_handle, const_cast<char **>(&in), &inLeft, &out, &outLeft);
-    }
-
-    /// Writes what the converter still holds back and goes to its first state.
-    void finish(char *&out, std::size_t &outLeft)
-    {
-        iconv(m_handle, nullptr, nullptr, &out, &outLeft);
     }
 
     void reset() { iconv(m_handle, nullptr, nullptr, nullptr, nullptr); }
@@ -178,11 +173,10 @@ int weightOf(char32_t character, KanjiLevels &levels)
 class IconvCodec : public QTextCodec
 {
 public:
-    IconvCodec(const char *name, const char *charset, int multiByteHalves, bool sevenBits)
+    IconvCodec(const char *name, const char *charset, int multiByteHalves)
         : m_name(name)
         , m_charset(charset)
         , m_multiByteHalves(multiByteHalves)
-        , m_sevenBits(sevenBits)
     { }
 
     [[nodiscard]] QByteArray name() const override { return m_name; }
@@ -191,22 +185,14 @@ public:
     [[nodiscard]] QString toUnicode(const char *bytes, int length) const override;
 
 private:
-    [[nodiscard]] bool possible(const char *bytes, int length) const
-    {
-        return std::none_of(bytes, bytes + length, [this](char byte) {
-            return byte == '\0' || (m_sevenBits && static_cast<signed char>(byte) < 0);
-        });
-    }
-
     const char *m_name;
     const char *m_charset;
     int m_multiByteHalves; ///< factor of characters of several bytes, in halves
-    bool m_sevenBits;
 };
 
 int IconvCodec::heuristicContentMatch(const char *bytes, int length) const
 {
-    if (!possible(bytes, length)) {
+    if (length > 0 && std::memchr(bytes, '\0', static_cast<std::size_t>(length)) != nullptr) {
         return -1;
     }
     Reader reader(m_charset, bytes, length);
@@ -247,7 +233,6 @@ QString IconvCodec::toUnicode(const char *bytes, int length) const
         outLeft -= sizeof(QChar);
         converter.convert(in, inLeft, out, outLeft);
     }
-    converter.finish(out, outLeft);
     text.chop(static_cast<qsizetype>(outLeft / sizeof(QChar)));
     return text;
 }
@@ -259,10 +244,10 @@ QTextCodec *QTextCodec::codecForName(const QByteArray &name)
     // Windows' variant of Shift JIS: the other one reads a backslash as a yen sign and a
     // tilde as an overline. ASCII counts alike everywhere; more bytes a character prove more.
     static std::array<IconvCodec, 4> codecs = {{
-        {"SJIS", "CP932", 2, false},
-        {"eucJP", "EUC-JP", 2, false},
-        {"JIS", "ISO-2022-JP-3", 2, true},
-        {"UTF-8", "UTF-8", 3, false},
+        {"SJIS", "CP932", 2},
+        {"eucJP", "EUC-JP", 2},
+        {"JIS", "ISO-2022-JP-3", 2},
+        {"UTF-8", "UTF-8", 3},
     }};
     auto *const found = std::find_if(codecs.begin(), codecs.end(), [&name](const auto &codec) {
         return codec.name() == name;

@@ -185,6 +185,9 @@ void TestPagingScrollBar::middleClickJumpsOnce()
                       bar->part(QStyle::SC_ScrollBarAddPage).center());
     QVERIFY(bar->value() > kStart + kPage);
     QCOMPARE(bar->notes, QStringList{QStringLiteral("sliderReleased at %1").arg(bar->value())});
+    bar->notes.clear();
+    turnWheel(bar.get(), 120);
+    QCOMPARE(bar->notes, QStringList{QStringLiteral("sliderReleased at %1").arg(bar->value())});
 }
 
 void TestPagingScrollBar::heldArrowRepeats()

@@ -59,6 +59,7 @@ private Q_SLOTS:
     void impossible_data();
     void impossible();
     void nulIsNeverText();
+    void jisIsOfSevenBits();
     void cutAtEveryLength();
     void emptyText();
     void controlsSpeakAgainst();
@@ -174,6 +175,20 @@ void TestQTextCodec::nulIsNeverText()
     }
 }
 
+void TestQTextCodec::jisIsOfSevenBits()
+{
+    for (int high = 0x80; high <= 0xFF; ++high) {
+        const char byte = static_cast<char>(high);
+        const QByteArray inAscii = QByteArray("a") + byte + "b";
+        const QByteArray asLead = fromHex("1b24422422") + byte + fromHex("221b2842");
+        const QByteArray asTrail = fromHex("1b2442242224") + byte + fromHex("1b2842");
+        const QByteArray inHalfWidth = fromHex("1b284936") + byte + fromHex("1b2842");
+        for (const QByteArray &text : {inAscii, asLead, asTrail, inHalfWidth}) {
+            QCOMPARE(match("JIS", text), -1);
+        }
+    }
+}
+
 // The whole of a longer text in each encoding, cut anywhere: a cut inside a character makes the
 // text impossible, any other cut leaves it possible. The bytes behind are never looked at.
 void TestQTextCodec::cutAtEveryLength()
@@ -206,6 +221,8 @@ void TestQTextCodec::emptyText()
     for (const char *name : kNames) {
         QCOMPARE(match(name, QByteArray()), 0);
         QVERIFY(decode(name, QByteArray()).isEmpty());
+        QCOMPARE(QTextCodec::codecForName(name)->heuristicContentMatch("a", -1), 0);
+        QVERIFY(QTextCodec::codecForName(name)->toUnicode("a", -1).isEmpty());
     }
     QVERIFY(likeliest(QByteArray()).isEmpty());
 }
