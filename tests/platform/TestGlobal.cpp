@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
+#include "platform/Global.h"
+#include "tests/support/TestMain.h"
+
 #include <QApplication>
 #include <QLineEdit>
 #include <QTest>
-
-#include "platform/Global.h"
-#include "tests/support/TestMain.h"
 
 class TestGlobal : public QObject
 {

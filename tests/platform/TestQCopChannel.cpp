@@ -223,7 +223,9 @@ void TestQCopChannel::deliveryGoesOnInNestedLoops()
     connect(&channel, &QCopChannel::received, this, [&log](const QCString &message) {
         if (message == "a()") {
             QEventLoop loop;
-            QTimer::singleShot(5, &loop, [] { QCopChannel::send(kChannel, "c()"); });
+            QTimer::singleShot(5, &loop, [] {
+                QCopChannel::send(kChannel, "c()");
+            });
             QTimer::singleShot(30, &loop, &QEventLoop::quit);
             loop.exec();
         }

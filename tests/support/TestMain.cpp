@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/TestMain.h"
 
+#include "platform/QPEApplication.h"
+
 #include <QDir>
 #include <QTemporaryDir>
 #include <QTest>
@@ -9,8 +11,6 @@
 #include <map>
 #include <memory>
 #include <string>
-
-#include "platform/QPEApplication.h"
 
 namespace {
 

@@ -4,9 +4,9 @@
 // reach the photos or settings of the person who runs it.
 #pragma once
 
-#include <functional>
-
 #include <QObject>
+
+#include <functional>
 
 namespace lumi::test {
 
@@ -17,6 +17,7 @@ bool registerTest(const char *className, Factory factory);
 
 } // namespace lumi::test
 
-#define LUMI_TEST(Class) \
-    static const bool Class##Registered \
-        = lumi::test::registerTest(#Class, [] { return static_cast<QObject *>(new Class); });
+#define LUMI_TEST(Class)                                                                           \
+    static const bool Class##Registered = lumi::test::registerTest(#Class, [] {                    \
+        return static_cast<QObject *>(new Class);                                                  \
+    });
