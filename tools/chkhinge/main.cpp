@@ -19,7 +19,7 @@ using Switches = std::array<unsigned char, SW_MAX / 8 + 1>;
 
 bool isSet(const Switches &switches, unsigned bit)
 {
-    return ((switches[bit / 8U] >> (bit % 8U)) & 1U) != 0;
+    return ((static_cast<unsigned>(switches[bit / 8U]) >> (bit % 8U)) & 1U) != 0;
 }
 
 /// False for anything that is no input device.
