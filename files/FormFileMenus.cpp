@@ -141,6 +141,9 @@ void FormFile::buildMenus()
 
 void FormFile::menuGrayout()
 {
+    if (!m_menuBar) {
+        return;
+    }
     const FPVItemObject *item = currentItem();
     const bool hasItem = item != nullptr && !m_view->currentIsParentEntry();
     std::array<bool, NeedCount> has{};
