@@ -126,7 +126,7 @@ void TestInspect::wrongUsage()
     const Run run = inspect(arguments);
     QCOMPARE(run.result, 2);
     QVERIFY(run.out.isEmpty());
-    QVERIFY(run.err.contains("usage: lumivault-inspect"));
+    QCOMPARE(run.err.count("usage: lumivault-inspect"), 1);
 }
 
 void TestInspect::exifShowsTheDocument()

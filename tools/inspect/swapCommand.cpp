@@ -53,7 +53,6 @@ void printLine(QTextStream &out, const QJsonObject &object)
 int swapCommand(const QStringList &arguments, QTextStream &out)
 {
     if (arguments.size() != 1) {
-        std::fprintf(stderr, "usage: lumivault-inspect swap FOLDER\n");
         return 2;
     }
     const QString &folder = arguments.first();
