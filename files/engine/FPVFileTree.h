@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: MIT
+// A folder as a tree of relative names: what a walk through it found, without sizes or dates,
+// so that a card with thousands of photos costs little more than its names.
+// How to walk (name patterns, kinds of entries) and what the last walk found (its root, number
+// and sum of files) is one set for the whole process: the form that shows the sums talks with
+// the running walk through it, and it outlives every form. Nothing but a top-level walk and
+// clear() takes it back: patterns and entry kinds, once set, hold for all later walks.
+// Owns: the nodes of its subfolders.
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <vector>
+
+class QFileInfo;
+class QRegularExpression;
+
+class FPVFileTree
+{
+public:
+    /// Wildcards without regard to case, separated by blanks and semicolons.
+    static void setPatterns(const QString &spec);
+    [[nodiscard]] static QStringList patterns();
+    /// QDir::Filters bits of the entries that are looked at.
+    static void setDirFilter(int filter);
+    [[nodiscard]] static int dirFilter();
+    /// Stops the running walk at its next entry. A walk that starts takes the flag back.
+    static void setWalkCancelled(bool cancelled);
+    [[nodiscard]] static bool walkCancelled();
+    /// Absolute path of the last walk's root; null before the first.
+    [[nodiscard]] static QString rootPrefix();
+    /// Files taken by the last walk, so far.
+    [[nodiscard]] static int fileCount();
+    /// Sum of their sizes, in 32 bits: it wraps round beyond 2147483647.
+    [[nodiscard]] static int byteCount();
+    /// Everything as at the start of the process, for tests.
+    static void resetState();
+
+    /// Fills this node with the folder and, unless flat, all folders below it. Events run at
+    /// each entry. Links to folders are not followed; what is neither folder nor regular file
+    /// is passed over. parent: null for the root of a tree. Always true: a folder that can't
+    /// be read counts as empty, a cancelled walk keeps what it has.
+    bool walk(const QString &path, bool flat, FPVFileTree *parent);
+    /// Relative paths of all folders below this one, each before what it holds.
+    [[nodiscard]] QStringList folders() const;
+    /// Relative paths of all files, the own ones first. With rootPrefix() before it, each is
+    /// absolute.
+    [[nodiscard]] QStringList allFiles() const;
+    /// Empties the node and sets flag and sums of the walk back.
+    void clear();
+
+    /// The folder relative to the walk's root, with a leading "/"; empty for the root.
+    [[nodiscard]] QString relPath() const { return m_relPath; }
+
+    /// In walk order.
+    [[nodiscard]] const std::vector<FPVFileTree> &children() const { return m_children; }
+
+    /// Names in this folder, in walk order.
+    [[nodiscard]] const QStringList &files() const { return m_files; }
+
+private:
+    void takeFile(const QFileInfo &entry, const QList<QRegularExpression> &wildcards);
+    void appendFolders(QStringList *list) const;
+    void appendFiles(QStringList *list) const;
+
+    QString m_relPath;
+    std::vector<FPVFileTree> m_children;
+    QStringList m_files;
+};

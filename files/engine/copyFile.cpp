@@ -1,0 +1,111 @@
+// SPDX-License-Identifier: MIT
+#include "files/engine/copyFile.h"
+
+#include "app/common/diskSpace.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <algorithm>
+#include <array>
+
+using lumi::CopyDone;
+using lumi::CopyNotRemoved;
+using lumi::CopyRefused;
+using lumi::CopyStopped;
+
+namespace {
+
+/// Of blocks, which lie on the stack.
+constexpr unsigned kMostBytes = 65536;
+/// Blocks are a multiple of this.
+constexpr unsigned kUnit = 4;
+
+bool copyCancelled = false;
+
+qint64 blockSize(unsigned wanted)
+{
+    const unsigned bounded = std::clamp(wanted, kUnit, kMostBytes);
+    return (bounded + kUnit - 1) / kUnit * kUnit;
+}
+
+int copyBlocks(QFile *source, QFile *target, lumi::KeepGoing keepGoing, qint64 size)
+{
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): each block is read before it is used
+    std::array<char, kMostBytes> block;
+    for (;;) {
+        const qint64 taken = source->read(block.data(), size);
+        if (taken <= 0) {
+            return CopyDone;
+        }
+        QCoreApplication::processEvents();
+        if (target->write(block.data(), taken) < 0) {
+            return target->error();
+        }
+        if (keepGoing != nullptr && !keepGoing()) {
+            return CopyStopped;
+        }
+    }
+}
+
+} // namespace
+
+// NOLINTNEXTLINE(readability-function-size): the parameters are given
+int copyFile(const QString &src, const QString &dst, bool move, bool failIfExists,
+             lumi::KeepGoing keepGoing, unsigned bufferSize)
+{
+    QCoreApplication::processEvents();
+    if (!QFile::exists(src)) {
+        return CopyRefused;
+    }
+    if (src == dst) {
+        return CopyDone;
+    }
+    // Reading a pipe or a device would wait for ever.
+    if (!QFileInfo(src).isFile()) {
+        return CopyRefused;
+    }
+    if (QFile::exists(dst)) {
+        if (failIfExists) {
+            return CopyRefused;
+        }
+        if (!QFile::remove(dst)) {
+            return CopyNotRemoved;
+        }
+    }
+    QFile source(src);
+    if (!source.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
+        return source.error();
+    }
+    QFile target(dst);
+    // A new one only: what has come there since then is somebody's file.
+    if (!target.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered)) {
+        return target.error();
+    }
+    const int code = copyBlocks(&source, &target, keepGoing, blockSize(bufferSize));
+    if (code != CopyDone) {
+        target.remove();
+    }
+    // Whatever the code is: see the header.
+    if (move && !source.remove()) {
+        return CopyNotRemoved;
+    }
+    return code;
+}
+
+bool copyKeepGoing()
+{
+    return !copyCancelled;
+}
+
+void setCopyCancelled(bool cancelled)
+{
+    copyCancelled = cancelled;
+}
+
+bool isSpaceShort(int kb)
+{
+    return freeDiskKB(QFile::encodeName(QDir::homePath() + QLatin1String("/Documents"))) < kb;
+}

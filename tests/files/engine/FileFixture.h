@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+// A private folder with files of known contents.
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+#include <QTemporaryDir>
+
+namespace lumi::test {
+
+class FileFixture
+{
+public:
+    FileFixture();
+
+    /// Absolute; "" is the folder itself.
+    [[nodiscard]] QString path(const QString &name = QString()) const;
+    /// Makes a file, and what folders it needs.
+    QString make(const QString &name, const QByteArray &content = QByteArray()) const;
+    QString makeFolder(const QString &name) const;
+    /// A symbolic link; target is taken as it stands.
+    QString makeLink(const QString &name, const QString &target) const;
+    QString makePipe(const QString &name) const;
+    /// Null for a file that isn't there.
+    [[nodiscard]] QByteArray content(const QString &name) const;
+    /// Of all entries below a folder, sorted, folders with a closing "/".
+    [[nodiscard]] QStringList entries(const QString &folder = QString()) const;
+    /// Bytes that differ from block to block.
+    [[nodiscard]] static QByteArray noise(int size);
+
+private:
+    QTemporaryDir m_folder;
+};
+
+} // namespace lumi::test

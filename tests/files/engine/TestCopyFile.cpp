@@ -1,0 +1,550 @@
+// SPDX-License-Identifier: MIT
+#include "app/common/paths.h"
+#include "files/engine/copyFile.h"
+#include "tests/files/engine/FileFixture.h"
+#include "tests/files/engine/IoFaults.h"
+#include "tests/support/FakeMachine.h"
+#include "tests/support/TestMain.h"
+#include "tests/swap/FullDisk.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTest>
+#include <QTimer>
+
+#include <cerrno>
+#include <memory>
+
+using lumi::test::FileFixture;
+using lumi::test::IoFaults;
+
+namespace {
+
+constexpr int kBlock = 16384;
+constexpr int kBlocks = 5;
+
+int askedTimes = 0;
+int stopAfter = 0;
+
+bool stopLater()
+{
+    ++askedTimes;
+    return askedTimes < stopAfter;
+}
+
+} // namespace
+
+class TestCopyFile : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void contentsArrive_data();
+    void contentsArrive();
+    void anEmptyFileMakesAnEmptyFile();
+    void onlyContentsAreCopied();
+    void theSamePathIsLeftAlone();
+    void noSourceIsRefused();
+    void onlyRegularFilesAreRead_data();
+    void onlyRegularFilesAreRead();
+    void aLinkIsReadThrough();
+    void anExistingTargetIsRefused();
+    void anExistingTargetGoesIfItMay();
+    void aTargetThatCantGo();
+    void aDanglingLinkIsNotWrittenThrough();
+    void anUnreadableSource();
+    void noFolderForTheTarget();
+    void failedOpensHaveTheFilesStatus();
+    void aFailingWriteLeavesNoTarget_data();
+    void aFailingWriteLeavesNoTarget();
+    void aFullDiskLeavesNoTarget();
+    void aShortWriteGoesUnnoticed();
+    void aReadErrorLooksLikeTheEnd();
+    void theCallbackStopsTheCopy_data();
+    void theCallbackStopsTheCopy();
+    void theFlagOfTheUsualCallback();
+    void aCancelTakesEffectBetweenBlocks();
+    void blocksAreOfTheGivenSize_data();
+    void blocksAreOfTheGivenSize();
+    void aMovedSourceIsGone();
+    void aMovedSourceIsGoneEvenAfterAFailure();
+    void aMovedSourceThatStays();
+    void aRefusedMoveKeepsTheSource();
+    void freeNamesForFilesAndFolders();
+    void withoutAFreeNameNothingIsOverwritten();
+    void shortSpace_data();
+    void shortSpace();
+    void shortSpaceIsAskedAtTheDocuments();
+
+private:
+    [[nodiscard]] int copy(const QString &from, const QString &to, bool failIfExists = true) const;
+
+    std::unique_ptr<FileFixture> m_files;
+    QByteArray m_photo;
+};
+
+void TestCopyFile::init()
+{
+    m_files = std::make_unique<FileFixture>();
+    m_photo = FileFixture::noise(kBlocks * kBlock);
+    askedTimes = 0;
+    stopAfter = 0;
+    setCopyCancelled(false);
+}
+
+void TestCopyFile::cleanup()
+{
+    m_files.reset();
+    setCopyCancelled(false);
+}
+
+int TestCopyFile::copy(const QString &from, const QString &to, bool failIfExists) const
+{
+    return copyFile(m_files->path(from), m_files->path(to), false, failIfExists, nullptr, kBlock);
+}
+
+void TestCopyFile::contentsArrive_data()
+{
+    QTest::addColumn<int>("size");
+    QTest::addColumn<QString>("from");
+    QTest::addColumn<QString>("to");
+    QTest::newRow("one byte") << 1 << "a"
+                              << "b";
+    QTest::newRow("one byte less than a block") << kBlock - 1 << "a"
+                                                << "b";
+    QTest::newRow("a block") << kBlock << "a"
+                             << "b";
+    QTest::newRow("a block and a byte") << kBlock + 1 << "a"
+                                        << "b";
+    QTest::newRow("many blocks") << 1000003 << "a"
+                                 << "b";
+    QTest::newRow("blanks in the names") << 5 << " a b.jpg"
+                                         << "c  d .jpg";
+    QTest::newRow("other scripts") << 5 << "été/写真.jpg"
+                                   << "été/Фото.jpg";
+}
+
+void TestCopyFile::contentsArrive()
+{
+    QFETCH(int, size);
+    QFETCH(QString, from);
+    QFETCH(QString, to);
+    const QByteArray content = FileFixture::noise(size);
+    m_files->make(from, content);
+    QCOMPARE(copy(from, to), 0);
+    QCOMPARE(m_files->content(to), content);
+    QCOMPARE(m_files->content(from), content);
+}
+
+void TestCopyFile::anEmptyFileMakesAnEmptyFile()
+{
+    m_files->make(QStringLiteral("a"));
+    stopAfter = 1;
+    QCOMPARE(copyFile(m_files->path(QStringLiteral("a")), m_files->path(QStringLiteral("b")), false,
+                      true, &stopLater, kBlock),
+             0);
+    QVERIFY(QFile::exists(m_files->path(QStringLiteral("b"))));
+    QCOMPARE(m_files->content(QStringLiteral("b")), QByteArray(""));
+    // Nothing was written, so nobody was asked.
+    QCOMPARE(askedTimes, 0);
+}
+
+void TestCopyFile::onlyContentsAreCopied()
+{
+    const QString path = m_files->make(QStringLiteral("a"), "1");
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::ReadWrite));
+    QVERIFY(file.setFileTime(QDateTime::currentDateTime().addYears(-3),
+                             QFileDevice::FileModificationTime));
+    file.close();
+    QVERIFY(file.setPermissions(QFile::ReadOwner | QFile::ExeOwner));
+    QCOMPARE(copy(QStringLiteral("a"), QStringLiteral("b")), 0);
+    const QFileInfo copied(m_files->path(QStringLiteral("b")));
+    QVERIFY(copied.lastModified() > QDateTime::currentDateTime().addDays(-1));
+    QVERIFY(copied.permission(QFile::WriteOwner) && !copied.permission(QFile::ExeOwner));
+}
+
+void TestCopyFile::theSamePathIsLeftAlone()
+{
+    m_files->make(QStringLiteral("a"), m_photo);
+    for (const bool move : {false, true}) {
+        for (const bool failIfExists : {false, true}) {
+            const QString path = m_files->path(QStringLiteral("a"));
+            QCOMPARE(copyFile(path, path, move, failIfExists, nullptr, kBlock), 0);
+            QCOMPARE(m_files->content(QStringLiteral("a")), m_photo);
+        }
+    }
+}
+
+void TestCopyFile::noSourceIsRefused()
+{
+    m_files->make(QStringLiteral("b"), "old");
+    for (const bool failIfExists : {false, true}) {
+        QCOMPARE(copy(QStringLiteral("a"), QStringLiteral("b"), failIfExists), 5);
+    }
+    QCOMPARE(m_files->content(QStringLiteral("b")), QByteArray("old"));
+    QCOMPARE(copy(QStringLiteral("a"), QStringLiteral("a")), 5);
+}
+
+void TestCopyFile::onlyRegularFilesAreRead_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::newRow("a pipe") << "pipe";
+    QTest::newRow("a folder") << "folder";
+    QTest::newRow("a dangling link") << "dangling";
+    QTest::newRow("a link to a pipe") << "toPipe";
+    QTest::newRow("a link to a device") << "toDevice";
+}
+
+void TestCopyFile::onlyRegularFilesAreRead()
+{
+    QFETCH(QString, name);
+    m_files->makePipe(QStringLiteral("pipe"));
+    m_files->makeFolder(QStringLiteral("folder"));
+    m_files->makeLink(QStringLiteral("dangling"), QStringLiteral("gone"));
+    m_files->makeLink(QStringLiteral("toPipe"), QStringLiteral("pipe"));
+    m_files->makeLink(QStringLiteral("toDevice"), QStringLiteral("/dev/zero"));
+    m_files->make(QStringLiteral("old"), "old");
+    QCOMPARE(copy(name, QStringLiteral("new")), 5);
+    QVERIFY(!QFile::exists(m_files->path(QStringLiteral("new"))));
+    // What is there doesn't go for something that can't be copied.
+    QCOMPARE(copy(name, QStringLiteral("old"), false), 5);
+    QCOMPARE(m_files->content(QStringLiteral("old")), QByteArray("old"));
+}
+
+void TestCopyFile::aLinkIsReadThrough()
+{
+    m_files->make(QStringLiteral("a"), m_photo);
+    m_files->makeLink(QStringLiteral("link"), QStringLiteral("a"));
+    QCOMPARE(copy(QStringLiteral("link"), QStringLiteral("b")), 0);
+    QCOMPARE(m_files->content(QStringLiteral("b")), m_photo);
+    QVERIFY(!QFileInfo(m_files->path(QStringLiteral("b"))).isSymLink());
+}
+
+void TestCopyFile::anExistingTargetIsRefused()
+{
+    m_files->make(QStringLiteral("a"), m_photo);
+    m_files->make(QStringLiteral("b"), "old");
+    QCOMPARE(copy(QStringLiteral("a"), QStringLiteral("b")), 5);
+    QCOMPARE(m_files->content(QStringLiteral("b")), QByteArray("old"));
+}
+
+void TestCopyFile::anExistingTargetGoesIfItMay()
+{
+    m_files->make(QStringLiteral("a"), "new");
+    m_files->make(QStringLiteral("b"), m_photo);
+    QCOMPARE(copy(QStringLiteral("a"), QStringLiteral("b"), false), 0);
+    QCOMPARE(m_files->content(QStringLiteral("b")), QByteArray("new"));
+}
+
+void TestCopyFile::aTargetThatCantGo()
+{
+    m_files->make(QStringLiteral("a"), m_photo);
+    m_files->makeFolder(QStringLiteral("b"));
+    QCOMPARE(copy(QStringLiteral("a"), QStringLiteral("b"), false), 3);
+    m_files->make(QStringLiteral("c"), "old");
+    IoFaults faults(m_files->path());
+    faults.fail(IoFaults::Remove, 1, EACCES);
+    QCOMPARE(copy(QStringLiteral("a"), QStringLiteral("c"), false), 3);
+    QCOMPARE(faults.count(IoFaults::OpenToWrite), 0);
+    QCOMPARE(m_files->content(QStringLiteral("c")), QByteArray("old"));
+}
+
+void TestCopyFile::aDanglingLinkIsNotWrittenThrough()
+{
+    m_files->make(QStringLiteral("a"), m_photo);
+    m_files->makeLink(QStringLiteral("b"), QStringLiteral("elsewhere"));
+    QCOMPARE(copy(QStringLiteral("a"), QStringLiteral("b")), 5);
+    QVERIFY(!QFile::exists(m_files->path(QStringLiteral("elsewhere"))));
+    QVERIFY(QFileInfo(m_files->path(QStringLiteral("b"))).isSymLink());
+}
+
+void TestCopyFile::anUnreadableSource()
+{
+    const QString path = m_files->make(QStringLiteral("a"), m_photo);
+    QVERIFY(QFile::setPermissions(path, {}));
+    {
+        const lumi::test::OrdinaryUser user;
+        QCOMPARE(copy(QStringLiteral("a"), QStringLiteral("b")), 5);
+    }
+    QVERIFY(!QFile::exists(m_files->path(QStringLiteral("b"))));
+}
+
+void TestCopyFile::noFolderForTheTarget()
+{
+    m_files->make(QStringLiteral("a"), m_photo);
+    QCOMPARE(copy(QStringLiteral("a"), QStringLiteral("none/b")), 5);
+    QCOMPARE(copy(QStringLiteral("a"), QString(QStringLiteral("b")).repeated(300)), 5);
+    QCOMPARE(m_files->entries(), QStringList{QStringLiteral("a")});
+}
+
+void TestCopyFile::failedOpensHaveTheFilesStatus()
+{
+    m_files->make(QStringLiteral("a"), m_photo);
+    {
+        IoFaults faults(m_files->path());
+        faults.fail(IoFaults::OpenToRead, 1, EMFILE);
+        QCOMPARE(copy(QStringLiteral("a"), QStringLiteral("b")), int(QFile::ResourceError));
+        QCOMPARE(faults.count(IoFaults::OpenToWrite), 0);
+    }
+    IoFaults faults(m_files->path());
+    faults.fail(IoFaults::OpenToWrite, 1, ENOSPC);
+    QCOMPARE(copy(QStringLiteral("a"), QStringLiteral("b")), 5);
+    QCOMPARE(faults.count(IoFaults::Remove), 0);
+    QCOMPARE(m_files->entries(), QStringList{QStringLiteral("a")});
+}
+
+void TestCopyFile::aFailingWriteLeavesNoTarget_data()
+{
+    QTest::addColumn<int>("error");
+    QTest::addColumn<int>("code");
+    QTest::newRow("no space left") << ENOSPC << 4;
+    QTest::newRow("over the quota") << EDQUOT << 2;
+    QTest::newRow("the disk fails") << EIO << 2;
+}
+
+/// Each write of the copy failing in its turn.
+void TestCopyFile::aFailingWriteLeavesNoTarget()
+{
+    QFETCH(int, error);
+    m_files->make(QStringLiteral("a"), m_photo);
+    for (int nth = 1; nth <= kBlocks; ++nth) {
+        IoFaults faults(m_files->path());
+        faults.fail(IoFaults::Write, nth, error);
+        QTEST(copy(QStringLiteral("a"), QStringLiteral("b")), "code");
+        QCOMPARE(faults.count(IoFaults::Write), nth);
+        QCOMPARE(m_files->entries(), QStringList{QStringLiteral("a")});
+    }
+    QCOMPARE(m_files->content(QStringLiteral("a")), m_photo);
+}
+
+void TestCopyFile::aFullDiskLeavesNoTarget()
+{
+    m_files->make(QStringLiteral("a"), FileFixture::noise(400000));
+    m_files->makeFolder(QStringLiteral("disk"));
+    const lumi::test::SmallDisk disk(m_files->path(QStringLiteral("disk")), 128);
+    const std::unique_ptr<lumi::test::FileSizeLimit> limit(
+        disk.isMounted() ? nullptr : new lumi::test::FileSizeLimit(128 * 1024));
+    const int code = copy(QStringLiteral("a"), QStringLiteral("disk/b"));
+    QCOMPARE(code, disk.isMounted() ? 4 : 2);
+    QVERIFY(m_files->entries(QStringLiteral("disk")).isEmpty());
+}
+
+/// It is the caller who compares the sizes.
+void TestCopyFile::aShortWriteGoesUnnoticed()
+{
+    m_files->make(QStringLiteral("a"), m_photo);
+    IoFaults faults(m_files->path());
+    faults.shortenWrite(kBlocks, 100);
+    faults.fail(IoFaults::Write, kBlocks + 1, ENOSPC);
+    QCOMPARE(copy(QStringLiteral("a"), QStringLiteral("b")), 0);
+    QCOMPARE(m_files->content(QStringLiteral("b")), m_photo.left((kBlocks - 1) * kBlock + 100));
+}
+
+void TestCopyFile::aReadErrorLooksLikeTheEnd()
+{
+    m_files->make(QStringLiteral("a"), m_photo);
+    for (int nth = 1; nth <= kBlocks; ++nth) {
+        IoFaults faults(m_files->path());
+        faults.failFrom(IoFaults::Read, nth, EIO);
+        QCOMPARE(copy(QStringLiteral("a"), QStringLiteral("b"), false), 0);
+        QCOMPARE(QFileInfo(m_files->path(QStringLiteral("b"))).size(), (nth - 1) * kBlock);
+    }
+}
+
+void TestCopyFile::theCallbackStopsTheCopy_data()
+{
+    QTest::addColumn<int>("after");
+    for (int block = 1; block <= kBlocks; ++block) {
+        QTest::newRow(qPrintable(QStringLiteral("after block %1").arg(block))) << block;
+    }
+}
+
+void TestCopyFile::theCallbackStopsTheCopy()
+{
+    QFETCH(int, after);
+    stopAfter = after;
+    m_files->make(QStringLiteral("a"), m_photo);
+    QCOMPARE(copyFile(m_files->path(QStringLiteral("a")), m_files->path(QStringLiteral("b")), false,
+                      true, &stopLater, kBlock),
+             6);
+    QCOMPARE(askedTimes, after);
+    QCOMPARE(m_files->entries(), QStringList{QStringLiteral("a")});
+}
+
+void TestCopyFile::theFlagOfTheUsualCallback()
+{
+    QVERIFY(copyKeepGoing());
+    setCopyCancelled(true);
+    QVERIFY(!copyKeepGoing());
+    m_files->make(QStringLiteral("a"), m_photo);
+    // The flag holds until it is set back.
+    for (int i = 0; i < 2; ++i) {
+        QCOMPARE(copyFile(m_files->path(QStringLiteral("a")), m_files->path(QStringLiteral("b")),
+                          false, true, &copyKeepGoing, kBlock),
+                 6);
+    }
+    setCopyCancelled(false);
+    QCOMPARE(copyFile(m_files->path(QStringLiteral("a")), m_files->path(QStringLiteral("b")), false,
+                      true, &copyKeepGoing, kBlock),
+             0);
+}
+
+void TestCopyFile::aCancelTakesEffectBetweenBlocks()
+{
+    m_files->make(QStringLiteral("a"), m_photo);
+    IoFaults faults(m_files->path());
+    QTimer timer;
+    connect(&timer, &QTimer::timeout, this, [&faults] {
+        setCopyCancelled(faults.count(IoFaults::Write) == 2);
+    });
+    timer.start(0);
+    QCOMPARE(copyFile(m_files->path(QStringLiteral("a")), m_files->path(QStringLiteral("b")), false,
+                      true, &copyKeepGoing, kBlock),
+             6);
+    // Events run between read and write, and the answer is asked after it.
+    QCOMPARE(faults.count(IoFaults::Write), 3);
+    QCOMPARE(m_files->entries(), QStringList{QStringLiteral("a")});
+}
+
+void TestCopyFile::blocksAreOfTheGivenSize_data()
+{
+    QTest::addColumn<uint>("wanted");
+    QTest::addColumn<int>("writes");
+    QTest::newRow("nothing is 4") << 0U << 25;
+    QTest::newRow("1 is 4") << 1U << 25;
+    QTest::newRow("4") << 4U << 25;
+    QTest::newRow("5 is 8") << 5U << 13;
+    QTest::newRow("50 is 52") << 50U << 2;
+    QTest::newRow("97 is 100") << 97U << 1;
+    QTest::newRow("as much as a number holds") << UINT_MAX << 1;
+}
+
+void TestCopyFile::blocksAreOfTheGivenSize()
+{
+    QFETCH(uint, wanted);
+    const QByteArray content = m_photo.left(100);
+    m_files->make(QStringLiteral("a"), content);
+    IoFaults faults(m_files->path());
+    QCOMPARE(copyFile(m_files->path(QStringLiteral("a")), m_files->path(QStringLiteral("b")), false,
+                      true, nullptr, wanted),
+             0);
+    QTEST(faults.count(IoFaults::Write), "writes");
+    QCOMPARE(m_files->content(QStringLiteral("b")), content);
+}
+
+void TestCopyFile::aMovedSourceIsGone()
+{
+    m_files->make(QStringLiteral("a"), m_photo);
+    QCOMPARE(copyFile(m_files->path(QStringLiteral("a")), m_files->path(QStringLiteral("b")), true,
+                      true, nullptr, kBlock),
+             0);
+    QCOMPARE(m_files->entries(), QStringList{QStringLiteral("b")});
+    QCOMPARE(m_files->content(QStringLiteral("b")), m_photo);
+}
+
+void TestCopyFile::aMovedSourceIsGoneEvenAfterAFailure()
+{
+    m_files->make(QStringLiteral("a"), m_photo);
+    stopAfter = 2;
+    QCOMPARE(copyFile(m_files->path(QStringLiteral("a")), m_files->path(QStringLiteral("b")), true,
+                      true, &stopLater, kBlock),
+             6);
+    QVERIFY(m_files->entries().isEmpty());
+}
+
+void TestCopyFile::aMovedSourceThatStays()
+{
+    m_files->make(QStringLiteral("a"), m_photo);
+    IoFaults faults(m_files->path());
+    faults.fail(IoFaults::Remove, 1, EACCES);
+    QCOMPARE(copyFile(m_files->path(QStringLiteral("a")), m_files->path(QStringLiteral("b")), true,
+                      true, nullptr, kBlock),
+             3);
+    QCOMPARE(m_files->content(QStringLiteral("a")), m_photo);
+    QCOMPARE(m_files->content(QStringLiteral("b")), m_photo);
+}
+
+void TestCopyFile::aRefusedMoveKeepsTheSource()
+{
+    m_files->make(QStringLiteral("a"), m_photo);
+    m_files->make(QStringLiteral("b"), "old");
+    QCOMPARE(copyFile(m_files->path(QStringLiteral("a")), m_files->path(QStringLiteral("b")), true,
+                      true, nullptr, kBlock),
+             5);
+    QCOMPARE(copyFile(m_files->path(QStringLiteral("a")), m_files->path(QStringLiteral("none/b")),
+                      true, true, nullptr, kBlock),
+             5);
+    QCOMPARE(m_files->content(QStringLiteral("a")), m_photo);
+}
+
+void TestCopyFile::freeNamesForFilesAndFolders()
+{
+    m_files->make(QStringLiteral("a.jpg"), m_photo);
+    const QString wanted = m_files->path(QStringLiteral("a.jpg"));
+    for (const char *name : {"a-1.jpg", "a-2.jpg"}) {
+        const QString free = uniquePath(wanted, "-%d", QLatin1Char('.'));
+        QCOMPARE(free, m_files->path(QLatin1String(name)));
+        QCOMPARE(copyFile(wanted, free, false, true, nullptr, kBlock), 0);
+    }
+    m_files->makeFolder(QStringLiteral("trip"));
+    QCOMPARE(uniquePath(m_files->path(QStringLiteral("trip")), "%03d", QChar()),
+             m_files->path(QStringLiteral("trip001")));
+    // Without an extension the number goes into the name of a folder above, if that has a dot.
+    m_files->make(QStringLiteral("x.d/photo"), "1");
+    QCOMPARE(uniquePath(m_files->path(QStringLiteral("x.d/photo")), "-%d", QLatin1Char('.')),
+             m_files->path(QStringLiteral("x-1.d/photo")));
+}
+
+void TestCopyFile::withoutAFreeNameNothingIsOverwritten()
+{
+    constexpr int kNames = 65535;
+    m_files->make(QStringLiteral("src"), m_photo);
+    m_files->make(QStringLiteral("d/a"), "mine");
+    for (int n = 1; n <= kNames; ++n) {
+        m_files->make(QStringLiteral("d/a%1").arg(n));
+    }
+    const QString taken = uniquePath(m_files->path(QStringLiteral("d/a")), "%d", QChar());
+    QCOMPARE(taken, m_files->path(QStringLiteral("d/a65535")));
+    QCOMPARE(copyFile(m_files->path(QStringLiteral("src")), taken, false, true, nullptr, kBlock),
+             5);
+    QCOMPARE(QFileInfo(taken).size(), 0);
+}
+
+void TestCopyFile::shortSpace_data()
+{
+    QTest::addColumn<int>("free");
+    QTest::addColumn<bool>("isShort");
+    QTest::newRow("less") << 99 << true;
+    QTest::newRow("exactly that much") << 100 << false;
+    QTest::newRow("more") << 101 << false;
+    QTest::newRow("none") << 0 << true;
+}
+
+void TestCopyFile::shortSpace()
+{
+    QFETCH(int, free);
+    lumi::test::FakeMachine::install()->setFreeDiskKB(free);
+    QTEST(isSpaceShort(100), "isShort");
+    Machine::install(nullptr);
+}
+
+void TestCopyFile::shortSpaceIsAskedAtTheDocuments()
+{
+    QByteArrayList asked;
+    lumi::test::FakeMachine::install()->diskAt = [&asked](const QByteArray &path) {
+        asked.append(path);
+        return DiskFigures{};
+    };
+    // What can't be asked has no room at all.
+    QVERIFY(isSpaceShort(0));
+    QCOMPARE(asked,
+             QByteArrayList{QFile::encodeName(QDir::homePath() + QStringLiteral("/Documents"))});
+    Machine::install(nullptr);
+}
+
+LUMI_TEST(TestCopyFile)
+#include "TestCopyFile.moc"
