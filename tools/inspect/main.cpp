@@ -2,6 +2,7 @@
 // lumivault-inspect shows what the program sees in a file: for bug reports, and for comparing
 // with what other programs see. It changes nothing and needs no display.
 #include "tools/inspect/exifCommand.h"
+#include "tools/inspect/gpsCommands.h"
 #include "tools/inspect/rasterCommand.h"
 #include "tools/inspect/swapCommand.h"
 
@@ -18,11 +19,16 @@ constexpr int kWrongUsage = 2;
 constexpr char kUsage[] = "usage: lumivault-inspect exif FILE...\n"
                           "       lumivault-inspect swap FOLDER\n"
                           "       lumivault-inspect raster FILE --depth 16|32 [--request WxH]\n"
+                          "       lumivault-inspect coordinates [TEXT...]\n"
+                          "       lumivault-inspect altitude [TEXT...]\n"
                           "\n"
                           "exif    what both Exif readers make of each file, a JSON object a line\n"
                           "swap    the index of a thumbnail store, a JSON object a line\n"
                           "raster  the decoded, turned photo: pixels to standard output, its size\n"
                           "        to standard error\n"
+                          "coordinates, altitude\n"
+                          "        what each text, or line of standard input, means and how it\n"
+                          "        would be stored in a photo, a JSON object a line\n"
                           "\n"
                           "Result: 0 success, 1 a file could not be read, 2 wrong usage\n";
 
@@ -41,6 +47,14 @@ constexpr Command kCommands[] = {
     {"raster",
      [](const QStringList &arguments, QTextStream &, QTextStream &err) {
          return rasterCommand(arguments, err);
+     }},
+    {"coordinates",
+     [](const QStringList &arguments, QTextStream &out, QTextStream &) {
+         return coordinatesCommand(arguments, out);
+     }},
+    {"altitude",
+     [](const QStringList &arguments, QTextStream &out, QTextStream &) {
+         return altitudeCommand(arguments, out);
      }},
 };
 
