@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+// Heights of arbitrary text: what is taken has a fraction with the digits of the text, and what
+// the fraction reads back as must be taken again.
+#include "exif/Altitude.h"
+
+#include <cstdint>
+#include <cstdlib>
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+{
+    const QString text
+        = QString::fromUtf8(reinterpret_cast<const char *>(data), static_cast<qsizetype>(size));
+    Altitude value;
+    const bool isValid = value.setText(text);
+    if (isValid != altitudeValid(text) || isValid == value.text().isEmpty()) {
+        std::abort();
+    }
+    if (const lumi::Rational *stored = value.rational()) {
+        Altitude other;
+        other.fromRational(value.aboveSeaLevel(), *stored);
+        const bool fits = other.whole() == value.whole() && other.fraction() == value.fraction();
+        // Nothing but the dot and zero that it adds can make a text too long.
+        if (other.text().isEmpty() ? text.size() < 8 : !fits) {
+            std::abort();
+        }
+    }
+    return 0;
+}
