@@ -3,6 +3,7 @@
 
 #include "exif/FPVExifTagBytes.h"
 #include "exif/typeSize.h"
+#include "exif/valueOrder.h"
 
 #include <QIODevice>
 #include <QtEndian>
@@ -90,7 +91,7 @@ bool ExifSegment::readEntry(qint64 entry, ExifTagList &list)
     if (!readValue(entry + 8)) {
         return false;
     }
-    toHostOrder(type);
+    convertOrder(m_value, type, m_littleEndian);
     list.put(std::make_unique<FPVExifTagBytes>(tag, type, count, m_value));
     return true;
 }
@@ -122,23 +123,6 @@ bool ExifSegment::readHere(std::span<char> target)
     const auto wanted = static_cast<qint64>(target.size());
     const qint64 present = std::clamp<qint64>(m_file.size() - m_file.pos(), 0, wanted);
     return m_file.read(target.data(), wanted) >= present;
-}
-
-void ExifSegment::toHostOrder(quint16 type)
-{
-    const bool isRational = type == 5 || type == 10;
-    const int unit = isRational ? 4 : typeSize(type);
-    const auto units = static_cast<qsizetype>(m_value.size()) / std::max(unit, 1);
-    char *value = m_value.data();
-    if (unit == 2 && m_littleEndian) {
-        qFromLittleEndian<quint16>(value, units, value);
-    } else if (unit == 2) {
-        qFromBigEndian<quint16>(value, units, value);
-    } else if (unit == 4 && m_littleEndian) {
-        qFromLittleEndian<quint32>(value, units, value);
-    } else if (unit == 4) {
-        qFromBigEndian<quint32>(value, units, value);
-    }
 }
 
 char ExifSegment::byteAt(qint64 offset) const

@@ -49,7 +49,6 @@ private:
     /// Fills target from where the file stands. The end of the file is no error; the bytes
     /// behind it stay as they are. Bytes that the file has but does not give are one.
     [[nodiscard]] bool readHere(std::span<char> target);
-    void toHostOrder(quint16 type);
     [[nodiscard]] char byteAt(qint64 offset) const;
     [[nodiscard]] quint16 u16(qint64 offset) const;
     [[nodiscard]] quint32 u32(qint64 offset) const;

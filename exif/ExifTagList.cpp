@@ -24,6 +24,14 @@ void ExifTagList::put(std::unique_ptr<FPVExifTag> tag)
     insert(place, tag.release());
 }
 
+void ExifTagList::removeNumber(int number)
+{
+    const int place = findRef(findNumber(number));
+    if (place >= 0) {
+        remove(place);
+    }
+}
+
 int ExifTagList::compareItems(const FPVExifTag *one, const FPVExifTag *other) const
 {
     return one->tag() == other->tag() ? 0 : 1;

@@ -23,6 +23,9 @@ public:
     /// it becomes the last.
     void put(std::unique_ptr<FPVExifTag> tag);
 
+    /// Removes the first tag of that number, if there is one.
+    void removeNumber(int number);
+
 protected:
     int compareItems(const FPVExifTag *one, const FPVExifTag *other) const override;
 };

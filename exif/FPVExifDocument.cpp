@@ -2,6 +2,7 @@
 #include "exif/FPVExifDocument.h"
 
 #include "exif/ExifSegment.h"
+#include "exif/pointerTags.h"
 
 #include <QFileInfo>
 #include <QImage>
@@ -11,12 +12,6 @@
 #include <new>
 
 namespace {
-
-constexpr int kExifPointer = 0x8769;
-constexpr int kGpsPointer = 0x8825;
-constexpr int kInteroperabilityPointer = 0xA005;
-constexpr int kThumbnailOffset = 0x0201;
-constexpr int kThumbnailLength = 0x0202;
 
 quint32 valueOf(const FPVExifTag *tag)
 {
@@ -82,19 +77,29 @@ FPVExifTag *FPVExifDocument::find(int number, ExifListKind kind) const
 
 const lumi::ExifTagList &FPVExifDocument::list(ExifListKind kind) const
 {
+    return this->*listAt(kind);
+}
+
+lumi::ExifTagList &FPVExifDocument::editableList(ExifListKind kind)
+{
+    return this->*listAt(kind);
+}
+
+FPVExifDocument::ListMember FPVExifDocument::listAt(ExifListKind kind)
+{
     switch (kind) {
     case ExifListKind::Exif:
-        return m_exif;
+        return &FPVExifDocument::m_exif;
     case ExifListKind::Interoperability:
-        return m_interoperability;
+        return &FPVExifDocument::m_interoperability;
     case ExifListKind::Gps:
-        return m_gps;
+        return &FPVExifDocument::m_gps;
     case ExifListKind::Ifd1:
-        return m_ifd1;
+        return &FPVExifDocument::m_ifd1;
     case ExifListKind::Ifd0:
         break;
     }
-    return m_ifd0;
+    return &FPVExifDocument::m_ifd0;
 }
 
 bool FPVExifDocument::readAll()
@@ -111,9 +116,9 @@ bool FPVExifDocument::readAll()
 
 bool FPVExifDocument::readSubIfds(lumi::ExifSegment &segment)
 {
-    return readPointed(segment, m_ifd0, kExifPointer, m_exif)
-        && readPointed(segment, m_exif, kInteroperabilityPointer, m_interoperability)
-        && readPointed(segment, m_ifd0, kGpsPointer, m_gps);
+    return readPointed(segment, m_ifd0, lumi::kExifPointer, m_exif)
+        && readPointed(segment, m_exif, lumi::kInteroperabilityPointer, m_interoperability)
+        && readPointed(segment, m_ifd0, lumi::kGpsPointer, m_gps);
 }
 
 bool FPVExifDocument::readPointed(lumi::ExifSegment &segment, const lumi::ExifTagList &from,
@@ -133,7 +138,7 @@ bool FPVExifDocument::readIfd1(lumi::ExifSegment &segment)
     if (!segment.readIfd(m_ifd1Offset, m_ifd1, m_nextIfdOffset)) {
         return false;
     }
-    m_thumbnailLength = valueOf(m_ifd1.findNumber(kThumbnailLength));
-    m_thumbnailOffset = valueOf(m_ifd1.findNumber(kThumbnailOffset));
+    m_thumbnailLength = valueOf(m_ifd1.findNumber(lumi::kThumbnailLength));
+    m_thumbnailOffset = valueOf(m_ifd1.findNumber(lumi::kThumbnailOffset));
     return true;
 }

@@ -78,7 +78,15 @@ public:
 
     [[nodiscard]] quint32 thumbnailLength() const { return m_thumbnailLength; }
 
+protected:
+    /// The list itself, for those who change it; it belongs to the document. Which list a
+    /// number means is as for list().
+    [[nodiscard]] lumi::ExifTagList &editableList(ExifListKind kind);
+
 private:
+    using ListMember = lumi::ExifTagList FPVExifDocument::*;
+
+    [[nodiscard]] static ListMember listAt(ExifListKind kind);
     [[nodiscard]] bool readAll();
     [[nodiscard]] bool readSubIfds(lumi::ExifSegment &segment);
     [[nodiscard]] static bool readPointed(lumi::ExifSegment &segment, const lumi::ExifTagList &from,

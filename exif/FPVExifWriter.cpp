@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: MIT
+#include "exif/FPVExifWriter.h"
+
+#include "exif/FPVExifTagBytes.h"
+#include "exif/exifBlockBytes.h"
+#include "exif/pointerTags.h"
+#include "exif/typeSize.h"
+
+namespace {
+
+constexpr int kLengthPlace = 4; // the segment's length counts from here
+
+} // namespace
+
+FPVExifWriter::FPVExifWriter(const QString &path)
+    : FPVExifDocument(path)
+{ }
+
+FPVExifWriter::~FPVExifWriter() = default;
+
+void FPVExifWriter::setTag(quint16 tag, quint16 type, quint32 count, const void *data,
+                           ExifListKind kind)
+{
+    if (data == nullptr) {
+        removeTag(tag, kind);
+        return;
+    }
+    if (!isValid()) {
+        return;
+    }
+    const std::size_t size = std::size_t(count) * static_cast<std::size_t>(typeSize(type));
+    editableList(kind).put(std::make_unique<FPVExifTagBytes>(
+        tag, type, count, std::span(static_cast<const char *>(data), size)));
+}
+
+void FPVExifWriter::removeTag(quint16 tag, ExifListKind kind)
+{
+    if (isValid()) {
+        editableList(kind).removeNumber(tag);
+    }
+}
+
+int FPVExifWriter::rewrite()
+{
+    const qint64 rest = qint64(app1Length()) + kLengthPlace;
+    // Without image data there is no photo that could be kept.
+    if (!isValid() || !isOpen() || size() <= rest) {
+        return static_cast<int>(ExifRewriteResult::Failed);
+    }
+    const lumi::ByteRange thumbnail = thumbnailRange();
+    const QByteArray start
+        = lumi::photoStart({editableList(ExifListKind::Ifd0), editableList(ExifListKind::Exif),
+                            editableList(ExifListKind::Interoperability),
+                            editableList(ExifListKind::Gps), editableList(ExifListKind::Ifd1)},
+                           static_cast<quint32>(thumbnail.length));
+    return static_cast<int>(lumi::PhotoReplacement(*this).run(start, thumbnail, rest));
+}
+
+/// Where the old file has the thumbnail; an empty range when none can be copied.
+lumi::ByteRange FPVExifWriter::thumbnailRange() const
+{
+    const lumi::ByteRange range = {qint64(tiffBase()) + thumbnailOffset(), thumbnailLength()};
+    const bool isWhole = range.length <= size() - range.place;
+    const bool isNamed = find(lumi::kThumbnailOffset, ExifListKind::Ifd1) != nullptr;
+    return hasThumbnail() && isNamed && isWhole ? range : lumi::ByteRange();
+}

@@ -1,0 +1,237 @@
+// SPDX-License-Identifier: MIT
+#include "exif/PhotoReplacement.h"
+
+#include "app/common/diskSpace.h"
+#include "platform/Machine.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstdio>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr int kTemporaryNames = 65535;
+constexpr std::size_t kBlockSize = 10240;
+constexpr mode_t kPermissions = 07777;
+constexpr int kShiftToKB = 10;
+
+/// The folder whose file system is asked for room: the card that holds path, or the store.
+QString mediumOf(const QString &path)
+{
+    for (const Slot slot : {Slot::CF, Slot::SD}) {
+        const QString card = Machine::instance().mountPoint(slot);
+        if (path.startsWith(card) && !QFile::exists(card + QLatin1String("/NotAvailable"))) {
+            return card;
+        }
+    }
+    return QDir::homePath() + QLatin1String("/Documents");
+}
+
+/// Some file systems have nothing to bring to the disk and say so by EINVAL.
+bool isSynced(int handle)
+{
+    return ::fsync(handle) == 0 || errno == EINVAL;
+}
+
+/// Brings the names in the folder of path to the disk. A folder that may be written but not
+/// read cannot be opened for it, and has to do without.
+bool syncFolderOf(const QString &path)
+{
+    const QByteArray folder = QFile::encodeName(QFileInfo(path).absolutePath());
+    const int handle = ::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (handle < 0) {
+        return errno == EACCES;
+    }
+    const bool synced = isSynced(handle);
+    ::close(handle);
+    return synced;
+}
+
+/// Unlike the toolkit's renaming this one never falls back to copying, which would leave half
+/// a photo behind if it were cut short, and never replaces a file.
+bool renameFile(const QString &from, const QString &to)
+{
+    const QByteArray oldName = QFile::encodeName(from);
+    const QByteArray newName = QFile::encodeName(to);
+    if (::renameat2(AT_FDCWD, oldName.constData(), AT_FDCWD, newName.constData(), RENAME_NOREPLACE)
+        == 0) {
+        return true;
+    }
+    const bool canTell = errno != EINVAL && errno != ENOSYS;
+    return !canTell && !QFile::exists(to)
+        && std::rename(oldName.constData(), newName.constData()) == 0;
+}
+
+bool isSameState(const struct stat &one, const struct stat &other)
+{
+    return one.st_dev == other.st_dev && one.st_ino == other.st_ino && one.st_size == other.st_size
+        && one.st_mtim.tv_sec == other.st_mtim.tv_sec
+        && one.st_mtim.tv_nsec == other.st_mtim.tv_nsec;
+}
+
+} // namespace
+
+namespace lumi {
+
+PhotoReplacement::PhotoReplacement(QFile &photo)
+    : m_photo(photo)
+    , m_path(QFileInfo(photo.fileName()).absoluteFilePath())
+{
+    if (::fstat(photo.handle(), &m_state) != 0) {
+        m_state = {};
+    }
+}
+
+ExifRewriteResult PhotoReplacement::run(const QByteArray &start, ByteRange thumbnail, qint64 rest)
+{
+    if (!isUnchanged()) {
+        return ExifRewriteResult::Failed;
+    }
+    m_temporary.setFileName(freeTemporaryPath(m_path));
+    if (m_temporary.fileName().isEmpty()) {
+        return ExifRewriteResult::Failed;
+    }
+    if (!openTemporary()) {
+        return hasRoom() ? ExifRewriteResult::Failed : ExifRewriteResult::NoRoom;
+    }
+    const Outcome outcome = fill(start, thumbnail, rest);
+    if (outcome != Outcome::Whole) {
+        return giveUp(outcome);
+    }
+    if (!bringToDisk()) {
+        m_temporary.remove();
+        return hasRoom() ? ExifRewriteResult::Failed : ExifRewriteResult::NoRoom;
+    }
+    return exchange();
+}
+
+/// The name may stand for another file by now: a card was changed, or another program saved
+/// the photo. That file is not ours to replace.
+bool PhotoReplacement::isUnchanged() const
+{
+    struct stat now = {};
+    return m_state.st_mode != 0 && ::stat(QFile::encodeName(m_path).constData(), &now) == 0
+        && isSameState(m_state, now);
+}
+
+bool PhotoReplacement::openTemporary()
+{
+    if (!m_temporary.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered)) {
+        return false;
+    }
+    // A card without permissions refuses this, and loses nothing by it.
+    static_cast<void>(::fchmod(m_temporary.handle(), m_state.st_mode & kPermissions));
+    return true;
+}
+
+PhotoReplacement::Outcome PhotoReplacement::fill(const QByteArray &start, ByteRange thumbnail,
+                                                 qint64 rest)
+{
+    if (!write(start.constData(), start.size())) {
+        return Outcome::WriteFailed;
+    }
+    Outcome outcome = copy(thumbnail);
+    const bool isOdd = (start.size() + thumbnail.length) % 2 != 0;
+    if (outcome == Outcome::Whole && isOdd && !write("", 1)) {
+        outcome = Outcome::WriteFailed;
+    }
+    return outcome == Outcome::Whole ? copy({rest, m_state.st_size - rest}) : outcome;
+}
+
+PhotoReplacement::Outcome PhotoReplacement::copy(ByteRange range)
+{
+    std::array<char, kBlockSize> block;
+    if (range.length > 0 && !m_photo.seek(range.place)) {
+        return Outcome::ReadFailed;
+    }
+    for (qint64 left = range.length; left > 0;) {
+        const qint64 got
+            = m_photo.read(block.data(), std::min(left, static_cast<qint64>(block.size())));
+        if (got <= 0) {
+            return Outcome::ReadFailed;
+        }
+        if (!write(block.data(), got)) {
+            return Outcome::WriteFailed;
+        }
+        left -= got;
+    }
+    return Outcome::Whole;
+}
+
+/// A disk that fills up takes a part first; why it took no more only the next try tells.
+bool PhotoReplacement::write(const char *bytes, qint64 size)
+{
+    while (size > 0) {
+        const qint64 written = m_temporary.write(bytes, size);
+        if (written <= 0) {
+            return false;
+        }
+        bytes += written;
+        size -= written;
+    }
+    return true;
+}
+
+/// After this no write can fail any more, and the folder knows the new file.
+bool PhotoReplacement::bringToDisk()
+{
+    const bool synced = isSynced(m_temporary.handle());
+    m_temporary.close();
+    return synced && m_temporary.error() == QFileDevice::NoError
+        && syncFolderOf(m_temporary.fileName());
+}
+
+ExifRewriteResult PhotoReplacement::giveUp(Outcome outcome)
+{
+    const bool isFull = m_temporary.error() == QFileDevice::ResourceError;
+    m_temporary.remove();
+    if (outcome == Outcome::ReadFailed) {
+        return ExifRewriteResult::Failed;
+    }
+    return isFull || !hasRoom() ? ExifRewriteResult::NoRoom : ExifRewriteResult::Done;
+}
+
+ExifRewriteResult PhotoReplacement::exchange()
+{
+    m_photo.close();
+    if (!isUnchanged() || !QFile::remove(m_path)) {
+        m_temporary.remove();
+        return ExifRewriteResult::Failed;
+    }
+    if (!renameFile(m_temporary.fileName(), m_path)) {
+        return ExifRewriteResult::Failed;
+    }
+    // Whatever this says, the photo is whole and has its name.
+    static_cast<void>(syncFolderOf(m_path));
+    return ExifRewriteResult::Done;
+}
+
+bool PhotoReplacement::hasRoom() const
+{
+    return freeDiskKB(QFile::encodeName(mediumOf(m_path))) >= m_state.st_size >> kShiftToKB;
+}
+
+QString freeTemporaryPath(const QString &path)
+{
+    const QFileInfo photo(path);
+    const QString before
+        = photo.absolutePath() + QLatin1Char('/') + photo.baseName() + QLatin1String("_tmp_");
+    const QString after = QLatin1Char('.') + photo.suffix();
+    for (int number = 0; number < kTemporaryNames; ++number) {
+        const QString candidate = before + QString::number(number) + after;
+        const QFileInfo taken(candidate);
+        if (!taken.exists() && !taken.isSymLink()) {
+            return candidate;
+        }
+    }
+    return {};
+}
+
+} // namespace lumi

@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: MIT
+// Puts a photo with a new start in the place of the old one. The new photo is written whole
+// under a temporary name in the same folder and brought to the disk; only then is the old one
+// removed and the new one given its name. Until the removal the old photo is untouched, after
+// it the new one is whole, under the temporary name if the renaming failed. No copy of the old
+// one is kept: there is seldom room for two, let alone three.
+// Owns: the temporary file until it is whole.
+#pragma once
+
+#include <QFile>
+
+#include <sys/stat.h>
+
+/// What became of the photo.
+enum class ExifRewriteResult : int {
+    Done = 0,   // replaced; or writing failed although there is room, and nothing was changed
+    NoRoom = 1, // nothing was changed
+    Failed = 2, // nothing was changed, or the new photo kept its temporary name
+};
+
+namespace lumi {
+
+struct ByteRange
+{
+    qint64 place = 0;
+    qint64 length = 0;
+};
+
+class PhotoReplacement
+{
+public:
+    /// The photo is lent, open for reading. It is closed once the new one is complete.
+    explicit PhotoReplacement(QFile &photo);
+
+    /// Makes the new photo of start, the bytes of the old one in thumbnail, a zero byte when
+    /// that leaves an odd sum, and all bytes of the old one from rest on.
+    [[nodiscard]] ExifRewriteResult run(const QByteArray &start, ByteRange thumbnail, qint64 rest);
+
+private:
+    enum class Outcome { Whole, WriteFailed, ReadFailed };
+
+    [[nodiscard]] bool isUnchanged() const;
+    [[nodiscard]] bool openTemporary();
+    [[nodiscard]] Outcome fill(const QByteArray &start, ByteRange thumbnail, qint64 rest);
+    [[nodiscard]] Outcome copy(ByteRange range);
+    [[nodiscard]] bool write(const char *bytes, qint64 size);
+    [[nodiscard]] bool bringToDisk();
+    [[nodiscard]] ExifRewriteResult giveUp(Outcome outcome);
+    [[nodiscard]] ExifRewriteResult exchange();
+    [[nodiscard]] bool hasRoom() const;
+
+    QFile &m_photo;
+    QString m_path;
+    struct stat m_state = {}; // of the photo as it was opened
+    QFile m_temporary;
+};
+
+/// The first of "photo_tmp_0.jpg", "photo_tmp_1.jpg" and so on that no file in the folder of
+/// photo.jpg has; empty when 65535 are taken.
+[[nodiscard]] QString freeTemporaryPath(const QString &path);
+
+} // namespace lumi

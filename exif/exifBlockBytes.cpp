@@ -1,0 +1,150 @@
+// SPDX-License-Identifier: MIT
+#include "exif/exifBlockBytes.h"
+
+#include "exif/FPVExifTagBytes.h"
+#include "exif/pointerTags.h"
+#include "exif/typeSize.h"
+#include "exif/valueOrder.h"
+
+#include <QtEndian>
+
+#include <algorithm>
+#include <cstring>
+
+namespace {
+
+constexpr quint32 kTiffHeaderSize = 8;
+constexpr int kCountSize = 2;
+constexpr int kEntrySize = 12;
+constexpr int kLinkSize = 4;
+constexpr int kEntryValue = 8; // in an entry
+constexpr qsizetype kWordSize = 4;
+constexpr quint16 kLong = 4;
+constexpr char kStart[] = "\xFF\xD8\xFF\xE1";
+constexpr char kMark[] = "Exif\0\0II\x2A\0\x08\0\0"; // the closing NUL is the offset's last byte
+
+std::span<const char> valueOf(const FPVExifTag &tag)
+{
+    const auto *bytes = dynamic_cast<const FPVExifTagBytes *>(&tag);
+    return bytes ? std::span(bytes->data(), static_cast<std::size_t>(bytes->size()))
+                 : std::span<const char>();
+}
+
+/// The value as it goes into the file, which is its own inverse of what the reader does.
+QByteArray fileValue(const FPVExifTag &tag)
+{
+    const std::span<const char> value = valueOf(tag);
+    QByteArray bytes(value.data(), static_cast<qsizetype>(value.size()));
+    lumi::convertOrder({bytes.data(), value.size()}, tag.type(), true);
+    return bytes;
+}
+
+template <class Number> void store(QByteArray &bytes, qsizetype place, Number number)
+{
+    qToLittleEndian<Number>(number, bytes.data() + place);
+}
+
+/// Gives list a pointer with that value: a tag of that type and count, zero but for the value
+/// in its first bytes.
+void setPointer(lumi::ExifTagList &list, int number, quint16 type, quint32 count, quint32 value)
+{
+    std::vector<char> bytes(std::size_t(count) * static_cast<std::size_t>(typeSize(type)));
+    std::memcpy(bytes.data(), &value, std::min(bytes.size(), sizeof value));
+    list.put(std::make_unique<FPVExifTagBytes>(static_cast<quint16>(number), type, count, bytes));
+}
+
+/// The same for a pointer that the list has already, which stays as long as it is; without
+/// one nothing is done.
+void movePointer(lumi::ExifTagList &list, int number, quint32 value)
+{
+    if (const FPVExifTag *old = list.findNumber(number)) {
+        setPointer(list, number, old->type(), old->count(), value);
+    }
+}
+
+} // namespace
+
+quint32 lumi::ifdSize(const ExifTagList &list)
+{
+    if (list.isEmpty()) {
+        return 0;
+    }
+    auto size = static_cast<quint32>(kCountSize + kEntrySize * list.count() + kLinkSize);
+    for (const FPVExifTag *tag : list) {
+        const std::size_t value = valueOf(*tag).size();
+        size += value > kWordSize ? static_cast<quint32>((value + 1) & ~std::size_t(1)) : 0;
+    }
+    return size;
+}
+
+QByteArray lumi::ifdBytes(const ExifTagList &list, quint32 offset)
+{
+    if (list.isEmpty()) {
+        return {};
+    }
+    const qsizetype headSize = kCountSize + qsizetype(kEntrySize) * list.count() + kLinkSize;
+    QByteArray head(headSize, '\0');
+    QByteArray values;
+    store(head, 0, static_cast<quint16>(list.count()));
+    qsizetype entry = kCountSize;
+    for (const FPVExifTag *tag : list) {
+        const QByteArray value = fileValue(*tag);
+        store(head, entry, tag->tag());
+        store(head, entry + 2, tag->type());
+        store(head, entry + 4, tag->count());
+        if (value.size() > kWordSize) {
+            store(head, entry + kEntryValue,
+                  static_cast<quint32>(offset + headSize + values.size()));
+            values += value;
+            values.append(values.size() % 2, '\0');
+        } else {
+            head.replace(entry + kEntryValue, value.size(), value);
+        }
+        entry += kEntrySize;
+    }
+    return head + values;
+}
+
+QByteArray lumi::mainBlock(const ExifLists &lists)
+{
+    // All pointers must be there before sizes are taken; their values come when those are known.
+    if (!lists.exif.isEmpty()) {
+        setPointer(lists.ifd0, kExifPointer, kLong, 1, 0);
+    }
+    if (!lists.gps.isEmpty()) {
+        setPointer(lists.ifd0, kGpsPointer, kLong, 1, 0);
+    }
+    const quint32 exifOffset = kTiffHeaderSize + ifdSize(lists.ifd0);
+    const quint32 interoperabilityOffset = exifOffset + ifdSize(lists.exif);
+    const quint32 gpsOffset = interoperabilityOffset + ifdSize(lists.interoperability);
+    if (!lists.exif.isEmpty()) {
+        setPointer(lists.ifd0, kExifPointer, kLong, 1, exifOffset);
+    }
+    if (!lists.gps.isEmpty()) {
+        setPointer(lists.ifd0, kGpsPointer, kLong, 1, gpsOffset);
+    }
+    movePointer(lists.exif, kInteroperabilityPointer, interoperabilityOffset);
+    QByteArray block = ifdBytes(lists.ifd0, kTiffHeaderSize) + ifdBytes(lists.exif, exifOffset)
+        + ifdBytes(lists.interoperability, interoperabilityOffset) + ifdBytes(lists.gps, gpsOffset);
+    if (!lists.ifd0.isEmpty()) {
+        store(block, kCountSize + qsizetype(kEntrySize) * lists.ifd0.count(),
+              static_cast<quint32>(kTiffHeaderSize + block.size()));
+    }
+    return block;
+}
+
+QByteArray lumi::photoStart(const ExifLists &lists, quint32 thumbnailLength)
+{
+    const QByteArray main = mainBlock(lists);
+    const auto ifd1Offset = static_cast<quint32>(kTiffHeaderSize + main.size());
+    if (thumbnailLength > 0) {
+        movePointer(lists.ifd1, kThumbnailOffset, ifd1Offset + ifdSize(lists.ifd1));
+    }
+    const QByteArray ifd1 = ifdBytes(lists.ifd1, ifd1Offset);
+    // The field counts itself, but neither the start of the image nor the segment's marker.
+    const auto mark = QByteArray::fromRawData(kMark, sizeof kMark);
+    const qint64 length = 2 + mark.size() + main.size() + ifd1.size() + qint64(thumbnailLength);
+    QByteArray field(2, '\0');
+    qToBigEndian<quint16>(static_cast<quint16>(length + length % 2), field.data());
+    return kStart + field + mark + main + ifd1;
+}
