@@ -24,7 +24,7 @@ public:
     void formStarted() override;
 
 public Q_SLOTS:
-    // NOLINTBEGIN(readability-identifier-naming): given names
+    // NOLINTBEGIN(readability-identifier-naming): parts of the interface
     void btn_takein_clicked();
     void btn_look_clicked();
     void menu_disp_takein();

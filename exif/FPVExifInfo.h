@@ -27,6 +27,8 @@ public:
     /// reads nothing.
     [[nodiscard]] FPVExifTag *findTag(int number) const;
 
+    [[nodiscard]] const lumi::ExifTagList &tags() const { return m_tags; }
+
     /// A new copy of the thumbnail for the caller, or null.
     [[nodiscard]] QPixmap *thumbnailPixmap();
 

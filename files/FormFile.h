@@ -38,7 +38,7 @@ public:
     void mtabChanged() override;
 
 public Q_SLOTS:
-    // NOLINTBEGIN(readability-identifier-naming): given names
+    // NOLINTBEGIN(readability-identifier-naming): parts of the interface
     void menu_file_NewFolder();
     void menu_file_Rename();
     void menu_file_Delete();

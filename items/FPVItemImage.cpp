@@ -37,9 +37,10 @@ QPixmap *FPVItemImage::thumbnail(int w, int h)
             embedded->scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
     }
     const QSize size = fitSize(box);
-    // A format that cannot tell a size still has its stand-in picture, as large as the box.
-    const QSize wanted = size.isEmpty() ? box : size;
-    QPixmap *pixmap = decodedPixmap(wanted.width(), wanted.height());
+    if (size.isEmpty()) {
+        qWarning("FPVItemImage cannot tell the size of %s", qUtf8Printable(path()));
+    }
+    QPixmap *pixmap = decodedPixmap(size.width(), size.height());
     SwapSetSize(path(), &size);
     return pixmap;
 }

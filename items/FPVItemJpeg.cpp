@@ -5,6 +5,7 @@
 #include "exif/FPVExifTag.h"
 #include "exif/exifInfoGroups.h"
 #include "items/JpegSession.h"
+#include "items/exifRecords.h"
 #include "items/openPhoto.h"
 #include "items/photoScale.h"
 #include "items/rasterMemory.h"
@@ -74,27 +75,8 @@ QList<lumi::InfoRecord> *FPVItemJpeg::infoList()
         + QLatin1Char('\n');
     auto *list = new QList<lumi::InfoRecord>;
     list->append({QLatin1String(lumi::kExifInfoGroups.front().title), basic});
-    // The first group's lines are the ones above.
-    std::for_each(std::next(lumi::kExifInfoGroups.begin()), lumi::kExifInfoGroups.end(),
-                  [this, list](const ExifInfoGroup &group) {
-                      const QString text = tagLines(group);
-                      if (!text.isEmpty()) {
-                          list->append({QLatin1String(group.title), text});
-                      }
-                  });
+    lumi::appendExifRecords(m_exif.tags(), list);
     return list;
-}
-
-QString FPVItemJpeg::tagLines(const ExifInfoGroup &group) const
-{
-    QString text;
-    std::for_each_n(group.tags, group.count, [this, &text](int number) {
-        const FPVExifTag *tag = m_exif.findTag(number);
-        if (tag != nullptr) {
-            text += tag->name() + QStringLiteral(" : ") + tag->description() + QLatin1Char('\n');
-        }
-    });
-    return text;
 }
 
 void FPVItemJpeg::setIncremental(bool incremental)
@@ -144,6 +126,7 @@ bool FPVItemJpeg::InitJpegLib(int w, int h)
 {
     const QSize wanted(w, h);
     m_session.reset();
+    m_scanLine.reset(); // made for the lines of a screen decode, which ends here
     m_errorCode = DecodeError::None;
     m_session = lumi::openPhoto(path(), &wanted, &m_errorCode);
     return m_session != nullptr;
@@ -171,9 +154,11 @@ bool FPVItemJpeg::startDecode(int depth, QSize *outSize, QSize *request)
         (void)sliceGoesOn();
         return true;
     }
-    const QPointer<FPVItemJpeg> self(this);
-    decodeScreenImage();
-    return self.isNull() || m_errorCode == DecodeError::None;
+    const bool whole = decodeSlice();
+    if (whole) {
+        finishScreenDecode();
+    }
+    return whole;
 }
 
 /// Leaves a decompressor that stands before its first line, or has reported why there is none.

@@ -13,7 +13,6 @@
 #include <memory>
 
 class QTimer;
-struct ExifInfoGroup;
 
 namespace lumi {
 class JpegSession;
@@ -47,7 +46,8 @@ public:
 
     /// Opens the photo and readies the item's decompressor at the smallest scale that covers
     /// w x h; a side of 0 means no scaling. False leaves no decompressor.
-    [[nodiscard]] bool InitJpegLib(int w, int h); // NOLINT(readability-identifier-naming): given
+    [[nodiscard]] bool
+    InitJpegLib(int w, int h); // NOLINT(readability-identifier-naming): part of the interface
 
     // NOLINTNEXTLINE(readability-redundant-access-specifiers): moc needs it
 public Q_SLOTS:
@@ -62,7 +62,6 @@ private:
     void finishScreenDecode();
     void fail(lumi::DecodeError error);
     void noteError(lumi::DecodeError error);
-    [[nodiscard]] QString tagLines(const ExifInfoGroup &group) const;
 
     FPVExifInfo m_exif;
     QSize m_imageSize{-1, -1};

@@ -11,7 +11,7 @@
 
 inline constexpr std::size_t kJpegWindowBytes = 8132;
 
-// NOLINTNEXTLINE(readability-identifier-naming): the name is given
+// NOLINTNEXTLINE(readability-identifier-naming): part of the interface
 struct my_jpeg_source_mgr
 {
     jpeg_source_mgr manager; ///< must stay first: libjpeg knows only this

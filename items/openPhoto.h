@@ -20,8 +20,9 @@ namespace lumi {
 [[nodiscard]] std::unique_ptr<JpegSession> openPhoto(const QString &path, const QSize *wanted,
                                                      DecodeError *error);
 
-/// The photo's size; (-1, -1) if it could not be opened by openPhoto(), with the same errors. A
-/// photo of several scans is not decoded for it.
+/// The photo's size; (-1, -1), with the same errors, if the header cannot be read or decoding
+/// cannot begin. A photo of several scans is judged by its header, since its decoding begins
+/// with reading it whole.
 [[nodiscard]] QSize readPhotoSize(const QString &path, DecodeError *error);
 
 } // namespace lumi

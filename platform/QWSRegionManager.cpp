@@ -20,7 +20,7 @@ bool hasWindowOnScreen(const QWidget *widget)
 
 } // namespace
 
-QWSDisplay *qt_fbdpy = &display; // NOLINT(readability-identifier-naming): a given name
+QWSDisplay *qt_fbdpy = &display; // NOLINT(readability-identifier-naming): part of the interface
 
 QRegion QWSRegionManager::region(const QWidget *widget) const
 {

@@ -26,4 +26,4 @@ private:
 };
 
 /// The display of the process; never null.
-extern QWSDisplay *qt_fbdpy; // NOLINT(readability-identifier-naming): a given name
+extern QWSDisplay *qt_fbdpy; // NOLINT(readability-identifier-naming): part of the interface

@@ -27,6 +27,7 @@ constexpr int kWriteAssertion = 221;
 constexpr int kReadAssertion = 267;
 
 constexpr const char *kJpeg = "JPEG";
+constexpr qint64 kNotOpened = -1;
 
 void reportNullBuffer(int number)
 {
@@ -49,21 +50,20 @@ QDateTime fileTime(const QString &path)
     return QFileInfo(path).lastModified();
 }
 
-enum class WriteResult { Written, NotOpened, NotWritten };
-
-/// Unbuffered, so that a full disk shows before the file is closed. A file that isn't whole is
-/// removed: it would only take room that the disk has run out of.
-WriteResult writeFile(const QString &path, const QByteArray &bytes)
+/// The bytes written, -1 if the file could not be opened. Unbuffered, so that a full disk shows
+/// before the file is closed. A file that isn't whole is removed: it would only take room that
+/// the disk has run out of.
+qint64 writeFile(const QString &path, const QByteArray &bytes)
 {
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered)) {
-        return WriteResult::NotOpened;
+        return kNotOpened;
     }
-    if (file.write(bytes) != bytes.size()) {
+    const qint64 written = std::max<qint64>(file.write(bytes), 0);
+    if (written != bytes.size()) {
         file.remove();
-        return WriteResult::NotWritten;
     }
-    return WriteResult::Written;
+    return written;
 }
 
 } // namespace
@@ -117,8 +117,7 @@ bool SwapBlock::writeImage(const QImage &image)
 {
     QBuffer jpeg;
     jpeg.open(QIODevice::WriteOnly);
-    m_valid
-        = image.save(&jpeg, kJpeg) && writeFile(m_swapPath, jpeg.data()) == WriteResult::Written;
+    m_valid = image.save(&jpeg, kJpeg) && writeFile(m_swapPath, jpeg.data()) == jpeg.size();
     debugLog("SwapBlock::bWrite() / Image(%s) [%s]", boolText(m_valid), qUtf8Printable(m_swapPath));
     if (m_valid) {
         m_swapTime = fileTime(m_swapPath);
@@ -134,13 +133,14 @@ bool SwapBlock::writeBuffer(const stSwap &swap)
     }
     const int size = std::max(swap.size, 0);
     const auto bytes = QByteArray::fromRawData(reinterpret_cast<const char *>(swap.buf), size);
-    const WriteResult result = writeFile(m_swapPath, bytes);
-    if (result == WriteResult::NotOpened) {
+    const qint64 written = writeFile(m_swapPath, bytes);
+    if (written == kNotOpened) {
         qWarning("SwapBlock::bWrite() / File Open Error");
         return false;
     }
-    m_valid = result == WriteResult::Written;
-    debugLog("SwapBlock::bWrite() / BufSize(%d) - WriteSize(%d)", swap.size, m_valid ? size : 0);
+    m_valid = written == size;
+    debugLog("SwapBlock::bWrite() / BufSize(%d) - WriteSize(%lld)", swap.size,
+             static_cast<long long>(written));
     if (!m_valid) {
         qWarning("SwapBlock::bWrite() / Write Error");
     }
@@ -148,7 +148,7 @@ bool SwapBlock::writeBuffer(const stSwap &swap)
     return m_valid;
 }
 
-// NOLINTNEXTLINE(performance-unnecessary-value-param): the signature is given
+// NOLINTNEXTLINE(performance-unnecessary-value-param): part of the interface
 bool SwapBlock::bRead(stSwap &swap, QDateTime sourceTime)
 {
     debugLog("[Read]%s -> %s", qUtf8Printable(m_sourceName), qUtf8Printable(m_swapPath));

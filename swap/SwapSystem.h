@@ -32,7 +32,7 @@ public:
     SwapSystem(const SwapSystem &) = delete;
     SwapSystem &operator=(const SwapSystem &) = delete;
 
-    // NOLINTBEGIN(readability-identifier-naming): the names are given
+    // NOLINTBEGIN(readability-identifier-naming): parts of the interface
     void InitRead();
     void InitWrite();
 

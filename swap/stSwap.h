@@ -5,7 +5,7 @@
 
 class QImage;
 
-// NOLINTNEXTLINE(readability-identifier-naming): the name is given
+// NOLINTNEXTLINE(readability-identifier-naming): part of the interface
 struct stSwap
 {
     QImage *image = nullptr;      ///< lent; source of a write, destination of a read

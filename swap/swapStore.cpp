@@ -42,7 +42,7 @@ void lumi::releaseSwapSystem(const SwapSystem *gone)
     }
 }
 
-// NOLINTBEGIN(performance-unnecessary-value-param): the signatures are given
+// NOLINTBEGIN(performance-unnecessary-value-param): parts of the interface
 
 bool SwapLoad(QString path, QImage *image, int param, char kind)
 {

@@ -19,7 +19,7 @@ namespace lumi {
 void releaseSwapSystem(const SwapSystem *gone);
 } // namespace lumi
 
-// NOLINTBEGIN(readability-identifier-naming): the names are given
+// NOLINTBEGIN(readability-identifier-naming): parts of the interface
 
 /// False on a miss; param is the wanted width, kind 'l', 's' or 'd'.
 [[nodiscard]] bool SwapLoad(QString path, QImage *image, int param, char kind);

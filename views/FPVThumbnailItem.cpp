@@ -180,7 +180,7 @@ void FPVThumbnailItem::mousePressEvent(QMouseEvent *event)
     event->accept();
 }
 
-// NOLINTNEXTLINE(readability-identifier-naming): given name
+// NOLINTNEXTLINE(readability-identifier-naming): part of the interface
 void FPVThumbnailItem::mousePressEvent_FileName(QMouseEvent *event)
 {
     QFrame::mousePressEvent(event);

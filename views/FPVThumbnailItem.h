@@ -68,7 +68,7 @@ Q_SIGNALS:
 
 public Q_SLOTS:
     void mousePressEvent(QMouseEvent *event) override;
-    // NOLINTNEXTLINE(readability-identifier-naming): given name
+    // NOLINTNEXTLINE(readability-identifier-naming): part of the interface
     void mousePressEvent_FileName(QMouseEvent *event);
     void mouseReleaseEvent(QMouseEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;

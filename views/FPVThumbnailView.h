@@ -89,7 +89,7 @@ public Q_SLOTS:
     void folderselected(FPVThumbnailItem *cell);
     void folderdecided(FPVThumbnailItem *cell);
     void itemLoadTime();
-    // NOLINTBEGIN(readability-identifier-naming): given names
+    // NOLINTBEGIN(readability-identifier-naming): parts of the interface
     void vScroll_update();
     void vScroll_update_nextPage();
     void vScroll_update_prevPage();

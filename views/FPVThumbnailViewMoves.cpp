@@ -42,7 +42,7 @@ void FPVThumbnailView::connectBars()
     connect(m_hBar, &Bar::prevPage, this, &View::hScroll_update_prevPage);
 }
 
-// NOLINTBEGIN(readability-identifier-naming): given names
+// NOLINTBEGIN(readability-identifier-naming): parts of the interface
 void FPVThumbnailView::vScroll_update()
 {
     showPage(lumi::topForBar(m_columns, m_vBar->value()), -1, true);

@@ -19,7 +19,7 @@ public:
     void start(int ms);
 
 Q_SIGNALS:
-    // NOLINTBEGIN(readability-identifier-naming): given names
+    // NOLINTBEGIN(readability-identifier-naming): parts of the interface
     void btn_clicked();
 
 public Q_SLOTS:

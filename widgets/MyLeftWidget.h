@@ -37,7 +37,7 @@ public:
     [[nodiscard]] MyImageButton *button(int index) const;
 
 Q_SIGNALS:
-    // NOLINTBEGIN(readability-identifier-naming): given names
+    // NOLINTBEGIN(readability-identifier-naming): parts of the interface
     void btn_clicked(int id);
 
 public Q_SLOTS:

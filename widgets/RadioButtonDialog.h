@@ -17,7 +17,7 @@ public:
     int exec() override;
 
 public Q_SLOTS:
-    // NOLINTNEXTLINE(readability-identifier-naming): given name
+    // NOLINTNEXTLINE(readability-identifier-naming): part of the interface
     void btn_clicked(int index);
 
 protected:

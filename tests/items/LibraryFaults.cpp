@@ -20,6 +20,7 @@ constexpr uid_t kNobody = 65534;
 int failingLine = kNever;
 bool closedirFails = false;
 int decompressors = 0;
+int finishes = 0;
 
 template <class Function> Function *original(const char *name)
 {
@@ -52,6 +53,13 @@ void jpeg_destroy_decompress(j_decompress_ptr cinfo)
     static auto *kReal = original<decltype(jpeg_destroy_decompress)>("jpeg_destroy_decompress");
     kReal(cinfo);
     --decompressors;
+}
+
+boolean jpeg_finish_decompress(j_decompress_ptr cinfo)
+{
+    static auto *kReal = original<decltype(jpeg_finish_decompress)>("jpeg_finish_decompress");
+    ++finishes;
+    return kReal(cinfo);
 }
 
 int closedir(DIR *directory)
@@ -102,6 +110,11 @@ OrdinaryUser::~OrdinaryUser()
 int liveDecompressors()
 {
     return decompressors;
+}
+
+int finishedDecodes()
+{
+    return finishes;
 }
 
 } // namespace lumi::test

@@ -35,4 +35,7 @@ private:
 /// How many libjpeg decompressors exist now.
 [[nodiscard]] int liveDecompressors();
 
+/// How often libjpeg was told that a decode is over, since the start of the program.
+[[nodiscard]] int finishedDecodes();
+
 } // namespace lumi::test

@@ -21,6 +21,7 @@ class TestFPVItemImage : public QObject
 
 private Q_SLOTS:
     void aPictureOfUnknownFormatIsBlue();
+    void withoutASizeThereIsNoThumbnail();
     void anEmbeddedThumbnailIsFittedByItself();
     void noPixmapWithoutASide();
     void nothingIsDecoded();
@@ -72,9 +73,17 @@ void TestFPVItemImage::aPictureOfUnknownFormatIsBlue()
     const std::unique_ptr<QPixmap> decoded(item.decodedPixmap(8, 6));
     QCOMPARE(decoded->size(), QSize(8, 6));
     QVERIFY(isAllBlue(*decoded));
-    const std::unique_ptr<QPixmap> thumbnail(item.thumbnail(174, 123));
-    QVERIFY(thumbnail);
-    QVERIFY(isAllBlue(*thumbnail));
+}
+
+void TestFPVItemImage::withoutASizeThereIsNoThumbnail()
+{
+    const SwapFixture fixture;
+    const QString path = fixture.addPhoto(QStringLiteral("a.bmp"));
+    FPVItemImage item(path, QString(), false);
+    const lumi::test::MessageLog log;
+    QVERIFY(item.thumbnail(174, 123) == nullptr);
+    QCOMPARE(log.warnings,
+             QStringList{QStringLiteral("FPVItemImage cannot tell the size of ") + path});
 }
 
 void TestFPVItemImage::anEmbeddedThumbnailIsFittedByItself()

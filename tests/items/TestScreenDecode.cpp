@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "items/FPVItemJpeg.h"
+#include "items/jpegSource.h"
 #include "tests/items/JpegMaker.h"
 #include "tests/items/LibraryFaults.h"
 #include "tests/support/FakeMachine.h"
@@ -49,6 +50,8 @@ private Q_SLOTS:
     void linesAppearSliceBySlice();
     void theEventLoopLivesBetweenSlices();
     void inOnePiece();
+    void theDecoderIsNotFinished();
+    void aThumbnailThatFailsAtTheEndSpoilsNothing();
     void inDecodeCompleteIsTrueOnlyThen();
     void aReceiverMayClearTheFlag();
     void abortIsSilent();
@@ -97,6 +100,8 @@ private:
 };
 
 namespace {
+
+static_assert(sizeof(my_jpeg_source_mgr::buffer) == 8132, "as small as the device needs it");
 
 constexpr int kKeptBackKB = 2048; // never counted as free
 const QString kError2 = QStringLiteral("FPVItemJpeg Error (2)");
@@ -390,6 +395,37 @@ void TestScreenDecode::inOnePiece()
     QCOMPARE(rasterFault(watched.item->rasterBits(), decoded, 32, 200), QString());
     waitForSlices();
     QCOMPARE(watched.completes.count(), 1);
+}
+
+/// A decoder that has given its last line is thrown away; nothing it could still read matters.
+void TestScreenDecode::theDecoderIsNotFinished()
+{
+    const QString path = photo({.size = QSize(50, 200)});
+    FPVItemJpeg item(path, QString(), false);
+    const int before = lumi::test::finishedDecodes();
+    item.setIncremental(false);
+    QVERIFY(start(&item));
+    QCOMPARE(lumi::test::finishedDecodes(), before);
+    const std::unique_ptr<QImage> image(item.scaledImage(20, 80));
+    QVERIFY(image);
+    QCOMPARE(lumi::test::finishedDecodes(), before + 1);
+}
+
+/// Memory may be short for it, since the raster is there by then.
+void TestScreenDecode::aThumbnailThatFailsAtTheEndSpoilsNothing()
+{
+    FPVItemJpeg item(photo({.size = QSize(50, 200)}), QString(), false);
+    item.setIncremental(false);
+    QStringList warnings;
+    connect(&item, &FPVItemImage::decodeComplete, this, [&] {
+        const lumi::test::MessageLog log;
+        item.setPath(QStringLiteral("/nowhere/a.jpg"));
+        QVERIFY(item.scaledImage(20, 80) == nullptr);
+        warnings = log.warnings;
+    });
+    QVERIFY(start(&item));
+    QVERIFY(!warnings.isEmpty());
+    QVERIFY(item.rasterBits() != nullptr);
 }
 
 void TestScreenDecode::inDecodeCompleteIsTrueOnlyThen()

@@ -34,6 +34,7 @@ private Q_SLOTS:
     void aStoredThumbnailIsTakenUnopened();
     void anEmbeddedThumbnailIsNotStored();
     void aFullDecodeIsStoredUnderItsOwnWidth();
+    void aFailedDecodeRecordsItsSizeToo();
     void theFittedSizeIsRecorded();
     void eachKindIsStoredForItself();
     void damagedPhotosHaveNoThumbnail_data();
@@ -55,6 +56,7 @@ private Q_SLOTS:
     void infoOfAPhoto();
     void pipesAreNotWaitedFor();
     void noDecompressorIsLeft();
+    void aScreenDecodeEndsWhenTheDecompressorIsMadeAnew();
 
 private:
     QString photo(const JpegKind &kind, const QString &name = QStringLiteral("p/a.jpg")) const;
@@ -147,6 +149,25 @@ void TestThumbnails::aFullDecodeIsStoredUnderItsOwnWidth()
     QCOMPARE(again->size(), QSize(164, 123));
 }
 
+/// Also where no thumbnail came of it.
+void TestThumbnails::aFailedDecodeRecordsItsSizeToo()
+{
+    const QString path = photo({.size = QSize(640, 480)});
+    QImage other = lumi::test::picture(80, 60);
+    QVERIFY(SwapAppend(path, &other, 80, 's'));
+    const qint64 time = QFileInfo(path).lastModified().toMSecsSinceEpoch();
+    FPVItemJpeg item(path, QString(), false);
+    QCOMPARE(item.fitSize(QSize(80, 60)), QSize(80, 60));
+    lumi::test::writeFile(path, QByteArray("damaged"));
+    lumi::test::setFileTime(path, time);
+    const MessageLog log;
+    QVERIFY(item.thumbnail(174, 123) == nullptr);
+    QVERIFY(log.warnings.contains(kError3));
+    QSize recorded;
+    QVERIFY(SwapGetSize(path, &recorded));
+    QCOMPARE(recorded, QSize(164, 123));
+}
+
 void TestThumbnails::theFittedSizeIsRecorded()
 {
     const QString path = photo({.size = QSize(480, 640)});
@@ -190,7 +211,7 @@ void TestThumbnails::damagedPhotosHaveNoThumbnail()
     lumi::test::writeFile(path, bytes);
     const MessageLog log;
     QVERIFY(!thumbnailOf(path));
-    QVERIFY(log.warnings.contains(kError3));
+    QVERIFY(log.warnings.contains(QStringLiteral("FPVItemImage cannot tell the size of ") + path));
     QCOMPARE(lumi::test::blockCount(*m_fixture->store), 0);
 }
 
@@ -420,7 +441,13 @@ void TestThumbnails::errorsOfLinesAreClean()
 /// The Exif reader of an item has read nothing, so its tags are not there to be told.
 void TestThumbnails::infoOfAPhoto()
 {
-    const QString path = photo({.size = QSize(83, 61)});
+    const QString path = m_fixture->addPhoto(QStringLiteral("p/a.jpg"));
+    lumi::test::ExifBuilder builder;
+    builder.ascii(ExifListKind::Ifd0, 0x010F, "Maker")
+        .ascii(ExifListKind::Exif, 0x9003, "2026:01:02 03:04:05")
+        .rationals(ExifListKind::Exif, 0x829A, {{1, 60}})
+        .photo(lumi::test::makeJpeg({.size = QSize(83, 61)}));
+    QVERIFY(builder.write(path));
     FPVItemJpeg item(path, QString(), false);
     const std::unique_ptr<QList<lumi::InfoRecord>> records(item.infoList());
     QCOMPARE(records->size(), 1);
@@ -455,6 +482,22 @@ void TestThumbnails::noDecompressorIsLeft()
     QVERIFY(!item.InitJpegLib(20, 15));
     QCOMPARE(lumi::test::liveDecompressors(), 0);
     QCOMPARE(item.errorCode(), DecodeError::None);
+}
+
+/// Its lines would not fit what the screen decode reads into.
+void TestThumbnails::aScreenDecodeEndsWhenTheDecompressorIsMadeAnew()
+{
+    FPVItemJpeg item(photo({.size = QSize(1600, 1200)}), QString(), false);
+    QSize size;
+    QSize request(100, 75);
+    QVERIFY(item.startDecode(32, &size, &request));
+    QVERIFY(item.InitJpegLib(0, 0));
+    const uchar *raster = item.rasterBits();
+    const QByteArray before(reinterpret_cast<const char *>(raster),
+                            4 * size.width() * size.height());
+    QTest::qWait(100);
+    QCOMPARE(QByteArray(reinterpret_cast<const char *>(raster), before.size()), before);
+    item.releaseDecode();
 }
 
 LUMI_TEST(TestThumbnails)

@@ -43,6 +43,7 @@ private Q_SLOTS:
     void aRecordFromTheIndexIsValidWhileBothFilesExist();
     void aCutRecordIsInvalidAndRemovesNothing();
     void traceOfAWriteAndARead();
+    void traceOfABuffer();
 
 private:
     [[nodiscard]] SwapBlock made() const;
@@ -425,6 +426,21 @@ void TestSwapBlock::traceOfAWriteAndARead()
                           QStringLiteral("SwapBlock::bWrite() / Image(true) ") + end,
                           QStringLiteral("[Read]") + files,
                           QStringLiteral("SwapBlock::bRead() / Image(true) ") + end}));
+}
+
+void TestSwapBlock::traceOfABuffer()
+{
+    unsigned char bytes[] = {1, 2, 3, 4, 5};
+    SwapBlock block = made();
+    stSwap swap = bufferSwap(bytes, sizeof(bytes));
+    const MessageLog log;
+    QVERIFY(block.bWrite(swap, sourceTime()));
+    QCOMPARE(log.trace.last(), QStringLiteral("SwapBlock::bWrite() / BufSize(5) - WriteSize(5)"));
+    {
+        const lumi::test::FileSizeLimit limit(2);
+        QVERIFY(!block.bWrite(swap, sourceTime()));
+    }
+    QCOMPARE(log.trace.last(), QStringLiteral("SwapBlock::bWrite() / BufSize(5) - WriteSize(2)"));
 }
 
 LUMI_TEST(TestSwapBlock)

@@ -2,6 +2,7 @@
 #include "swap/SwapSystem.h"
 #include "swap/swapStore.h"
 #include "tests/support/TestMain.h"
+#include "tests/swap/MemoryFaults.h"
 #include "tests/swap/SwapFixture.h"
 
 #include <QFileInfo>
@@ -19,6 +20,7 @@ private Q_SLOTS:
     void cleanup();
     void aNewFolderGetsTheLowestFreeId_data();
     void aNewFolderGetsTheLowestFreeId();
+    void withoutMemoryAFolderGetsTheIdOfLastResort();
     void aKnownFolderIsFoundByItsExactPath();
     void anEmptyFolderMakesNoneCurrent();
     void swapFilesAreNamedByThePlaceOfTheControl();
@@ -83,6 +85,16 @@ void TestSwapSystem::aNewFolderGetsTheLowestFreeId()
     QCOMPARE(m_store->current()->folder(), QStringLiteral("/new"));
     QCOMPARE(m_store->controls().count(), static_cast<int>(given.size()) + 1);
     QVERIFY(m_store->current()->isEmpty());
+}
+
+void TestSwapSystem::withoutMemoryAFolderGetsTheIdOfLastResort()
+{
+    {
+        const NoArrays shortage;
+        m_store->SetCurrent(QStringLiteral("/new"), -1);
+    }
+    QCOMPARE(m_store->current()->id(), 9999);
+    QCOMPARE(m_store->current()->folder(), QStringLiteral("/new"));
 }
 
 void TestSwapSystem::aKnownFolderIsFoundByItsExactPath()
