@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+// The sign of a step in the slideshow: a frame, in it an arrow to the left that trails bars.
+// Format: RGB565, in the order of the screen memory: rows from the left of the screen to the
+// right, in each the pixels from the bottom up. Read from its end it points to the right.
+#pragma once
+
+#include <QtGlobal>
+
+#include <array>
+
+namespace lumi {
+
+inline constexpr int kSlideSignSide = 60;
+inline constexpr quint16 kSlideSignGround = 0xCEFF;
+inline constexpr quint16 kSlideSignInk = 0x2B37;
+
+using SlideSignPixels
+    = std::array<quint16, static_cast<std::size_t>(kSlideSignSide) * kSlideSignSide>;
+
+[[nodiscard]] const SlideSignPixels &slideSignPixels();
+
+} // namespace lumi
