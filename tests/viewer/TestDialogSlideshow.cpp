@@ -64,7 +64,7 @@ QMessageBox *openBox()
     return qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
 }
 
-/// Answers the next box with a button; notes what it said.
+/// Answers the next box with a button, or with Escape for none; notes what it said.
 struct Answer
 {
     explicit Answer(QMessageBox::StandardButton button)
@@ -75,8 +75,11 @@ struct Answer
                 title = box->windowTitle();
                 text = box->text();
                 buttons = box->standardButtons();
-                escapeIsNo = box->escapeButton() == box->button(QMessageBox::No);
-                box->button(button)->click();
+                if (button == QMessageBox::NoButton) {
+                    QTest::keyClick(box, Qt::Key_Escape);
+                } else {
+                    box->button(button)->click();
+                }
             }
         });
     }
@@ -84,7 +87,6 @@ struct Answer
     QString title;
     QString text;
     QMessageBox::StandardButtons buttons;
-    bool escapeIsNo = false;
 };
 
 } // namespace
@@ -309,6 +311,7 @@ void TestDialogSlideshow::leavingAChangeAsks_data()
     QTest::addColumn<bool>("stays");
     QTest::newRow("Yes leaves") << int(QMessageBox::Yes) << false;
     QTest::newRow("No stays") << int(QMessageBox::No) << true;
+    QTest::newRow("Escape stays") << int(QMessageBox::NoButton) << true;
 }
 
 void TestDialogSlideshow::leavingAChangeAsks()
@@ -324,7 +327,6 @@ void TestDialogSlideshow::leavingAChangeAsks()
     QCOMPARE(answer.text,
              QStringLiteral("You are about to cancel.\nYour changes will not be saved. Continue?"));
     QCOMPARE(answer.buttons, QMessageBox::Yes | QMessageBox::No);
-    QVERIFY(answer.escapeIsNo);
 }
 
 void TestDialogSlideshow::anyListCountsAsAChange_data()
