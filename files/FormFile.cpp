@@ -299,8 +299,6 @@ void FormFile::menu_disp_Slideshow_Execution() { }
 
 void FormFile::menu_disp_Slideshow_Setting() { }
 
-void FormFile::menu_disp_DispAll() { }
-
 void FormFile::btn_edit_clicked() { }
 
 void FormFile::accel_appendToMail() { }

@@ -1,0 +1,240 @@
+// SPDX-License-Identifier: MIT
+// The window of the viewer: its widgets, its two looks and its keys.
+#include "viewer/FPVPictureScrollView.h"
+
+#include "items/FPVItemImage.h"
+#include "platform/QCopChannel.h"
+#include "platform/QDirectPainter.h"
+#include "platform/QPEApplication.h"
+#include "platform/Resource.h"
+#include "platform/deviceKey.h"
+#include "viewer/PictureScrollView.h"
+#include "viewer/zoomSteps.h"
+#include "views/FPVThumbnailView.h"
+
+#include <QCloseEvent>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QProgressBar>
+#include <QToolButton>
+
+namespace {
+
+constexpr int kRowSpacing = 5;
+constexpr int kRowMargin = 2;
+/// A target for a finger.
+constexpr int kButtonSide = 40;
+constexpr int kIconSide = 32;
+constexpr int kBarHeight = 20;
+/// The window can't close before exec() has started.
+constexpr int kCloseMs = 5;
+
+} // namespace
+
+FPVPictureScrollView::FPVPictureScrollView(QWidget *parent, FPVThumbnailView *view,
+                                           FPVItemImage *item)
+    : DialogBase(parent, "PictureScrollView")
+    , m_view(view)
+    , m_zoomPercent(lumi::kFullSize)
+    , m_decodedPercent(lumi::kFullSize)
+{
+    dropMessageBox();
+    buildWidgets();
+    setDecodingLook(true);
+    connect(&m_regionTimer, &QTimer::timeout, this, &FPVPictureScrollView::checkRegion);
+    QPEApplication::showMaximizedNow(this);
+    m_scrollView->setFocus();
+    m_systemChannel = new QCopChannel("QPE/System");
+    connect(m_systemChannel, &QCopChannel::received, this, &FPVPictureScrollView::systemChannel);
+    m_depth = QDirectPainter(m_scrollView->viewport()).depth();
+    if (!setPicture(item, true)) {
+        tellFailure();
+        QTimer::singleShot(kCloseMs, this, &FPVPictureScrollView::memFull);
+    }
+}
+
+FPVPictureScrollView::~FPVPictureScrollView()
+{
+    delete m_systemChannel;
+    leavePicture();
+}
+
+/// What a message box brings along has no use in this window.
+void FPVPictureScrollView::dropMessageBox()
+{
+    delete layout();
+    const auto parts = findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly);
+    for (QWidget *part : parts) {
+        part->hide();
+    }
+    setMinimumSize(0, 0);
+    setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+    setWindowFlag(Qt::MSWindowsFixedSizeDialogHint, false);
+    setModal(true);
+}
+
+QToolButton *FPVPictureScrollView::makeButton(const char *icon,
+                                              void (FPVPictureScrollView::*slot)())
+{
+    auto *button = new QToolButton(this);
+    button->setIcon(Resource::loadPixmap(QLatin1String("lumivault/") + QLatin1String(icon)));
+    button->setIconSize(QSize(kIconSide, kIconSide));
+    button->setFixedSize(kButtonSide, kButtonSide);
+    connect(button, &QToolButton::clicked, this, slot);
+    return button;
+}
+
+/// In the order in which Tab goes through them.
+void FPVPictureScrollView::buildWidgets()
+{
+    m_zoomInButton = makeButton("spread", &FPVPictureScrollView::zoomIn);
+    m_zoomOutButton = makeButton("scaledown", &FPVPictureScrollView::zoomOut);
+    m_fitButton = makeButton("fit", &FPVPictureScrollView::fix);
+    m_percentLabel = new QLabel(this);
+    m_progressBar = new QProgressBar(this);
+    m_progressBar->setTextVisible(false);
+    m_progressBar->setFixedHeight(kBarHeight);
+    m_sizeLabel = new QLabel(this);
+    m_progressSpacer = new QWidget(this);
+    m_prevButton = makeButton("i_left", &FPVPictureScrollView::btn_prev_cliced);
+    m_nextButton = makeButton("i_right", &FPVPictureScrollView::btn_next_cliced);
+    m_progressSpacer->setFixedWidth(m_prevButton->width() + kRowSpacing + m_nextButton->width());
+    m_scrollView = new PictureScrollView(this);
+    auto *column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addLayout(buildButtonRow());
+    column->addWidget(m_scrollView, 1);
+}
+
+QLayout *FPVPictureScrollView::buildButtonRow()
+{
+    auto *row = new QHBoxLayout;
+    row->setContentsMargins(kRowMargin, kRowMargin, kRowMargin, kRowMargin);
+    row->setSpacing(kRowSpacing);
+    for (QWidget *widget :
+         {static_cast<QWidget *>(m_zoomInButton), static_cast<QWidget *>(m_zoomOutButton),
+          static_cast<QWidget *>(m_fitButton)}) {
+        row->addWidget(widget);
+    }
+    // One of these two is on show and takes the room there is.
+    row->addWidget(m_percentLabel, 1);
+    row->addWidget(m_progressBar, 1);
+    row->addWidget(m_sizeLabel);
+    row->addWidget(m_progressSpacer);
+    row->addWidget(m_prevButton);
+    row->addWidget(m_nextButton);
+    return row;
+}
+
+bool FPVPictureScrollView::isDecodingLook() const
+{
+    return !m_progressBar->isHidden();
+}
+
+void FPVPictureScrollView::setDecodingLook(bool on)
+{
+    setZoomButtonsEnabled(false);
+    m_progressBar->setVisible(on);
+    m_progressSpacer->setVisible(on);
+    m_percentLabel->setVisible(!on);
+    m_prevButton->setVisible(!on);
+    m_nextButton->setVisible(!on);
+    // A button that goes or turns gray hands the focus to any other.
+    m_scrollView->setFocus();
+}
+
+void FPVPictureScrollView::setZoomButtonsEnabled(bool on)
+{
+    m_zoomInButton->setEnabled(on && m_zoomPercent != lumi::kGreatestZoom);
+    m_zoomOutButton->setEnabled(on && m_zoomPercent != lumi::kLeastZoom);
+    m_fitButton->setEnabled(on);
+}
+
+void FPVPictureScrollView::showSize(QSize size)
+{
+    m_sizeLabel->setText(QString::asprintf("%d*%d ", size.width(), size.height()));
+}
+
+void FPVPictureScrollView::updateLabels()
+{
+    m_percentLabel->setText(QString::asprintf("%d%%", m_zoomPercent));
+    if (m_item) {
+        showSize(m_item->imageSize());
+    }
+}
+
+void FPVPictureScrollView::keyPressEvent(QKeyEvent *event)
+{
+    switch (deviceKey(event)) {
+    case DeviceKey::ZoomIn:
+        zoomIn();
+        return;
+    case DeviceKey::ZoomOut:
+        zoomOut();
+        return;
+    case DeviceKey::Fit:
+        fix();
+        return;
+    default:
+        break;
+    }
+    switch (event->key()) {
+    case Qt::Key_Left:
+    case Qt::Key_Up:
+    case Qt::Key_Right:
+    case Qt::Key_Down:
+        m_scrollView->scrollKey(event->key());
+        break;
+    case Qt::Key_Home:
+        btn_prev_cliced();
+        break;
+    case Qt::Key_End:
+        btn_next_cliced();
+        break;
+    case Qt::Key_Return:
+        break;
+    default:
+        QDialog::keyPressEvent(event); // NOLINT(bugprone-parent-virtual-call): see below
+        break;
+    }
+}
+
+// The message box would give the window its own size and buttons back, and answer keys with
+// them: in all of these only the plain dialog below it has a say.
+// NOLINTBEGIN(bugprone-parent-virtual-call)
+bool FPVPictureScrollView::event(QEvent *event)
+{
+    return QDialog::event(event);
+}
+
+void FPVPictureScrollView::resizeEvent(QResizeEvent *event)
+{
+    QDialog::resizeEvent(event);
+}
+
+void FPVPictureScrollView::showEvent(QShowEvent *event)
+{
+    QDialog::showEvent(event);
+}
+
+void FPVPictureScrollView::closeEvent(QCloseEvent *event)
+{
+    QDialog::closeEvent(event);
+}
+
+void FPVPictureScrollView::changeEvent(QEvent *event)
+{
+    QDialog::changeEvent(event);
+}
+
+// NOLINTEND(bugprone-parent-virtual-call)
+
+void FPVPictureScrollView::hideEvent(QHideEvent *event)
+{
+    DialogBase::hideEvent(event);
+    if (!event->spontaneous()) {
+        m_regionTimer.stop();
+    }
+}

@@ -1,0 +1,287 @@
+// SPDX-License-Identifier: MIT
+// The picture of the viewer: what is decoded when, and how large it is drawn.
+#include "app/common/messages.h"
+#include "items/FPVItemImage.h"
+#include "platform/QWSRegionManager.h"
+#include "viewer/FPVPictureScrollView.h"
+#include "viewer/PictureScrollView.h"
+#include "viewer/zoomSteps.h"
+#include "views/FPVThumbnailView.h"
+
+#include <QProgressBar>
+
+namespace {
+
+/// Photo lines from one news of the decoder to the next.
+constexpr int kSliceLines = 64;
+/// From the last line to the viewing look: soon where the picture was there at once.
+constexpr int kDecodedMs = 50;
+constexpr int kDecodedAtOnceMs = 5;
+constexpr int kRegionCheckMs = 1000;
+constexpr const char *kForegroundMessage = "appForeground(QString)";
+
+void startOnce(QTimer *timer, int ms)
+{
+    timer->setSingleShot(true);
+    timer->start(ms);
+}
+
+/// "[*]" in a window's title is where the mark of a changed document goes.
+QString asTitle(QString name)
+{
+    return name.replace(QLatin1String("[*]"), QLatin1String("[*][*]"));
+}
+
+} // namespace
+
+bool FPVPictureScrollView::setPicture(FPVItemImage *item, bool isFirst)
+{
+    if (!isFirst) {
+        leavePicture();
+    }
+    if (item == nullptr) {
+        return false;
+    }
+    m_item = item;
+    connect(item, &FPVItemImage::decodeUpdate, this, &FPVPictureScrollView::updateProgress);
+    connect(item, &FPVItemImage::decodeComplete, this, &FPVPictureScrollView::updatePixmap);
+    connect(item, &QObject::destroyed, this, &FPVPictureScrollView::forgetRaster);
+    m_regionTimer.stop();
+    m_photoSize = item->imageSize();
+    setWindowTitle(asTitle(item->fileName()));
+    m_scrollOrigin = QPoint();
+    m_firstDraw = true;
+    forgetRaster();
+    QSize wanted = m_scrollView->viewport()->size();
+    if (!item->startDecode(m_depth, &m_rasterSize, &wanted) || !m_item) {
+        return false;
+    }
+    m_photoSize = lumi::zoomBase(m_item->imageSize());
+    startProgress();
+    m_decodedPercent = m_zoomPercent;
+    setZoomButtonsEnabled(false);
+    if (setFitPercent()) {
+        m_decodedPercent = m_zoomPercent;
+    }
+    finishStart();
+    updateLabels();
+    return true;
+}
+
+void FPVPictureScrollView::leavePicture()
+{
+    forgetRaster();
+    if (m_item) {
+        m_item->disconnect(this);
+        m_item->releaseDecode();
+    }
+    m_item = nullptr;
+}
+
+void FPVPictureScrollView::forgetRaster()
+{
+    m_scrollView->setRaster(&m_scrollOrigin, nullptr, QSize(), 0);
+}
+
+void FPVPictureScrollView::decodeFullSize()
+{
+    if (!m_item) {
+        return;
+    }
+    if (!isDecodingLook()) {
+        setDecodingLook(true);
+    }
+    m_regionTimer.stop();
+    m_decodedPercent = lumi::kFullSize;
+    forgetRaster();
+    m_item->releaseDecode();
+    m_firstDraw = true;
+    if (!m_item->startDecode(m_depth, &m_rasterSize, nullptr) || !m_item) {
+        failAndClose();
+        return;
+    }
+    startProgress();
+    finishStart();
+    updateLabels();
+}
+
+/// The news that came out of the start of a decode counts for nothing.
+void FPVPictureScrollView::startProgress()
+{
+    m_progress = 0;
+    m_progressTotal = m_rasterSize.height();
+    m_progressBar->setMaximum(m_progressTotal);
+    m_progressBar->setValue(0);
+}
+
+/// A decode that doesn't pause has completed before its start returned.
+void FPVPictureScrollView::finishStart()
+{
+    if (!m_firstDraw) {
+        updatePixmap();
+        startOnce(&m_regionTimer, kDecodedAtOnceMs);
+    }
+    m_firstDraw = false;
+}
+
+void FPVPictureScrollView::updateProgress()
+{
+    if (!m_item) {
+        return;
+    }
+    if (m_item->errorCode() != lumi::DecodeError::None) {
+        failAndClose();
+        return;
+    }
+    m_progress += kSliceLines;
+    m_progressBar->setValue(qMin(m_progress, m_progressTotal));
+    m_progressBar->repaint();
+}
+
+void FPVPictureScrollView::updatePixmap()
+{
+    if (m_firstDraw) {
+        m_firstDraw = false;
+        return;
+    }
+    if (!m_item) {
+        return;
+    }
+    if (const uchar *raster = m_item->decodedRaster(m_depth, &m_rasterSize)) {
+        m_scrollView->setRaster(&m_scrollOrigin, raster, m_rasterSize, drawnPercent());
+    }
+    if (isDecodingLook()) {
+        m_progressBar->setValue(m_progressTotal);
+        startOnce(&m_regionTimer, kDecodedMs);
+    }
+}
+
+void FPVPictureScrollView::checkRegion()
+{
+    if (!qt_fbdpy->regionManager()->region(this).isEmpty()) {
+        updatePixmap();
+    }
+    if (!isDecodingLook()) {
+        setZoomButtonsEnabled(true);
+        return;
+    }
+    setDecodingLook(false);
+    m_regionTimer.setSingleShot(false);
+    m_regionTimer.start(kRegionCheckMs);
+}
+
+bool FPVPictureScrollView::setFitPercent()
+{
+    const auto fit = lumi::fitPercent(m_scrollView->viewport()->size(), m_photoSize);
+    m_zoomPercent = fit.value_or(m_zoomPercent);
+    return fit.has_value();
+}
+
+int FPVPictureScrollView::drawnPercent() const
+{
+    return lumi::effectivePercent(m_zoomPercent, m_photoSize, m_rasterSize);
+}
+
+void FPVPictureScrollView::zoomIn()
+{
+    if (m_zoomPercent >= lumi::kGreatestZoom) {
+        return;
+    }
+    m_zoomPercent = lumi::zoomStepAbove(m_zoomPercent);
+    if (m_decodedPercent < lumi::kFullSize) {
+        decodeFullSize();
+    } else {
+        redrawPicture();
+    }
+}
+
+void FPVPictureScrollView::zoomOut()
+{
+    if (m_zoomPercent <= lumi::kLeastZoom) {
+        return;
+    }
+    m_zoomPercent = lumi::zoomStepBelow(m_zoomPercent);
+    redrawPicture();
+}
+
+void FPVPictureScrollView::fix()
+{
+    if (!m_rasterSize.isEmpty() && setFitPercent()) {
+        redrawPicture();
+    }
+}
+
+void FPVPictureScrollView::redrawPicture()
+{
+    if (m_item && m_item->rasterBits() != nullptr) {
+        updateLabels();
+        m_scrollView->setPercent(drawnPercent());
+    }
+}
+
+void FPVPictureScrollView::btn_prev_cliced() // sic
+{
+    showOther(m_view ? m_view->prevPicture() : nullptr);
+}
+
+void FPVPictureScrollView::btn_next_cliced() // sic
+{
+    showOther(m_view ? m_view->nextPicture() : nullptr);
+}
+
+void FPVPictureScrollView::showOther(FPVItemObject *object)
+{
+    auto *item = qobject_cast<FPVItemImage *>(object);
+    if (item == nullptr) {
+        hide();
+        return;
+    }
+    if (!isDecodingLook()) {
+        setDecodingLook(true);
+    }
+    showSize(item->imageSize());
+    if (!setPicture(item, false)) {
+        failAndClose();
+    }
+}
+
+/// Once: what follows a failure may well fail too.
+void FPVPictureScrollView::tellFailure()
+{
+    if (m_failureTold) {
+        return;
+    }
+    m_failureTold = true;
+    m_regionTimer.stop();
+    const bool isMemory = m_item && m_item->errorCode() == lumi::DecodeError::OutOfMemory;
+    QMessageBox::critical(nullptr, msg(lumi::MsgError),
+                          msg(isMemory ? lumi::MsgMemoryFullCancelled : lumi::MsgDidNotOpen));
+}
+
+void FPVPictureScrollView::failAndClose()
+{
+    const QPointer<FPVPictureScrollView> self(this);
+    tellFailure();
+    if (self) {
+        hide();
+    }
+}
+
+void FPVPictureScrollView::memFull()
+{
+    hide();
+}
+
+void FPVPictureScrollView::systemChannel(const QCString &message, const QByteArray & /*data*/)
+{
+    if (message != kForegroundMessage) {
+        return;
+    }
+    // Nothing more may be drawn over the program that came to the front.
+    if (m_item) {
+        m_item->abortDecode();
+        disconnect(m_item, &FPVItemImage::decodeUpdate, this, nullptr);
+        disconnect(m_item, &FPVItemImage::decodeComplete, this, nullptr);
+    }
+    hide();
+}

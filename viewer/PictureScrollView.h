@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+// The picture inside the full-screen viewer. It has no pixels of its own: the decoder's raster
+// is written straight into the screen memory, scaled on the way, so that no second copy of a
+// large photo ever exists. Pen and arrow keys move the part on show.
+#pragma once
+
+#include "platform/toolkit/QScrollView.h"
+
+#include <QPoint>
+#include <QSize>
+
+class PictureScrollView : public QScrollView
+{
+    Q_OBJECT
+
+public:
+    explicit PictureScrollView(QWidget *parent);
+
+    /// Draws another raster. origin: its pixel at the top left of the viewport; lent, changed
+    /// by moves and put inside the picture when drawn. raster: turned, lent until the next call;
+    /// null for nothing to draw. size: not turned. percent: for the raster's pixels.
+    void setRaster(QPoint *origin, const uchar *raster, QSize size, int percent);
+    /// Draws the raster at another percent.
+    void setPercent(int percent);
+    /// Moves the picture by a step of an arrow key.
+    void scrollKey(int key);
+    void redraw();
+
+protected:
+    void contentsMousePressEvent(QMouseEvent *event) override;
+    void contentsMouseMoveEvent(QMouseEvent *event) override;
+    /// All keys are the viewer's.
+    void keyPressEvent(QKeyEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+
+private:
+    void moveBy(QPoint delta);
+
+    const uchar *m_raster = nullptr;
+    int m_width = 0;
+    int m_height = 0;
+    QPoint *m_origin = nullptr;
+    int m_percent = 0;
+    QPoint m_lastMouse;
+};
