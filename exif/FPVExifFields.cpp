@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "exif/FPVExifFields.h"
 
+#include "exif/FPVExifTagBytes.h"
+#include "exif/valueText.h"
+
 namespace {
 
 const ExifFieldGroup *groupAt(int number)
@@ -49,6 +52,14 @@ int FPVExifFields::rowType(int row) const
     const ExifFieldRow *found = rowAt(row);
     const FPVExifTag *tag = found ? find(found->tag, found->list) : nullptr;
     return tag ? tag->type() : 0;
+}
+
+QString FPVExifFields::valueText(int row, bool withUnit) const
+{
+    const ExifFieldRow *found = rowAt(row);
+    const auto *tag
+        = dynamic_cast<const FPVExifTagBytes *>(found ? find(found->tag, found->list) : nullptr);
+    return tag ? lumi::valueText({*tag, *found, *this, withUnit}) : QString();
 }
 
 const ExifFieldRow *FPVExifFields::rowAt(int row) const

@@ -30,6 +30,11 @@ public:
     /// The stored type of the tag that the row finds, 0 when it finds none.
     [[nodiscard]] int rowType(int row) const;
 
+    /// The value that the row finds, as a text for the user. withUnit: with the unit of an
+    /// altitude, for reading and not for editing. Empty when there is none, when its type does
+    /// not suit its tag and when a choice has no word for it.
+    [[nodiscard]] QString valueText(int row, bool withUnit) const;
+
 private:
     [[nodiscard]] const ExifFieldRow *rowAt(int row) const;
 

@@ -1,0 +1,178 @@
+// SPDX-License-Identifier: MIT
+#include "exif/userComment.h"
+#include "tests/exif/rowText.h"
+#include "tests/support/TestMain.h"
+
+#include <QTest>
+
+using lumi::test::ExifBuilder;
+using lumi::test::rowText;
+using enum ExifListKind;
+
+class TestUserComment : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void comments_data();
+    void comments();
+    void tooShortForAMark_data();
+    void tooShortForAMark();
+    void markAlone_data();
+    void markAlone();
+    void longComment();
+    void everyCut();
+    void version_data();
+    void version();
+
+private:
+    lumi::test::PhotoFolder m_folder;
+};
+
+void TestUserComment::comments_data()
+{
+    QTest::addColumn<QByteArray>("mark");
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QString>("text");
+    const QByteArray unicode("UNICODE\0", 8);
+    const QByteArray ascii("ASCII\0\0\0", 8);
+    const QByteArray jis("JIS\0\0\0\0\0", 8);
+    const QByteArray undefined(8, '\0');
+    const QByteArray inUtf8
+        = QByteArray::fromHex("e58699e79c9fe381aee382b3e383a1e383b3e38388e381a7e38199");
+    const QByteArray inSjis = QByteArray::fromHex("8eca905e82cc835283818393836782c582b7");
+    const QByteArray inEuc = QByteArray::fromHex("bcccbfbfa4cea5b3a5e1a5f3a5c8a4c7a4b9");
+    const QByteArray inJis
+        = QByteArray::fromHex("1b24423c4c3f3f244e2533256125732548244724391b2842");
+    const QString japanese = QStringLiteral("写真のコメントです");
+    QTest::newRow("UTF-8 behind UNICODE") << unicode << inUtf8 << japanese;
+    QTest::newRow("ASCII behind UNICODE") << unicode << QByteArray("abc") << QStringLiteral("abc");
+    QTest::newRow("UCS-2 behind UNICODE ends at its first NUL")
+        << unicode << QByteArray("a\0b\0c\0", 6) << QStringLiteral("a");
+    QTest::newRow("Shift JIS behind UNICODE is not guessed")
+        << unicode << QByteArray::fromHex("8eca") << QString(2, QChar(0xFFFD));
+    QTest::newRow("ASCII") << ascii << QByteArray("a comment") << QStringLiteral("a comment");
+    QTest::newRow("ASCII with a closing NUL")
+        << ascii << QByteArray("abc\0def", 7) << QStringLiteral("abc");
+    QTest::newRow("Latin-1 behind ASCII")
+        << ascii << QByteArray("caf\xE9") << QString::fromLatin1("caf\xE9");
+    QTest::newRow("UTF-8 behind ASCII is taken byte by byte")
+        << ascii << QByteArray("\xC3\xA9") << QString::fromLatin1("\xC3\xA9");
+    QTest::newRow("Shift JIS behind JIS") << jis << inSjis << japanese;
+    QTest::newRow("EUC behind JIS") << jis << inEuc << japanese;
+    QTest::newRow("JIS behind JIS") << jis << inJis << japanese;
+    QTest::newRow("UTF-8 behind JIS") << jis << inUtf8 << japanese;
+    QTest::newRow("Shift JIS behind no mark") << undefined << inSjis << japanese;
+    QTest::newRow("EUC behind no mark") << undefined << inEuc << japanese;
+    QTest::newRow("JIS behind no mark") << undefined << inJis << japanese;
+    QTest::newRow("UTF-8 behind no mark") << undefined << inUtf8 << japanese;
+    QTest::newRow("ASCII behind no mark")
+        << undefined << QByteArray("a comment") << QStringLiteral("a comment");
+    QTest::newRow("a guess ends at the first NUL")
+        << undefined << QByteArray("abc\0\xFF", 5) << QStringLiteral("abc");
+    QTest::newRow("no encoding fits") << undefined << QByteArray("\xFF\xFE\xFD\xFC") << QString();
+    QTest::newRow("a cut character") << undefined << inEuc.left(17) + '\xFF' << QString();
+    QTest::newRow("blanks of a camera without a comment")
+        << undefined << QByteArray(4, ' ') << QStringLiteral("    ");
+    QTest::newRow("a mark in lower case is not known")
+        << QByteArray("unicode\0", 8) << inSjis << japanese;
+    QTest::newRow("a mark with more behind it is not known")
+        << QByteArray("UNICODEX", 8) << inSjis << japanese;
+    QTest::newRow("a mark with blanks is not known")
+        << QByteArray("ASCII   ", 8) << inSjis << japanese;
+    QTest::newRow("bytes behind the NUL of a mark do not count")
+        << QByteArray("ASCII\0xy", 8) << QByteArray("caf\xE9") << QString::fromLatin1("caf\xE9");
+}
+
+void TestUserComment::comments()
+{
+    QFETCH(QByteArray, mark);
+    QFETCH(QByteArray, bytes);
+    QTEST(lumi::userCommentText(mark + bytes), "text");
+    for (const auto order : lumi::test::kBothOrders) {
+        ExifBuilder photo(order);
+        photo.undefined(Exif, 0x9286, mark + bytes);
+        for (const bool withUnit : {true, false}) {
+            QTEST(rowText(m_folder, photo, 1, 5, withUnit), "text");
+        }
+    }
+}
+
+void TestUserComment::tooShortForAMark_data()
+{
+    QTest::addColumn<int>("length");
+    for (int length = 0; length < 8; ++length) {
+        QTest::addRow("%d bytes", length) << length;
+    }
+}
+
+void TestUserComment::tooShortForAMark()
+{
+    QFETCH(int, length);
+    ExifBuilder photo;
+    photo.undefined(Exif, 0x9286, QByteArray("abcdefgh").left(length));
+    QVERIFY(rowText(m_folder, photo, 1, 5).isEmpty());
+}
+
+void TestUserComment::markAlone_data()
+{
+    QTest::addColumn<QByteArray>("mark");
+    QTest::newRow("UNICODE") << QByteArray("UNICODE\0", 8);
+    QTest::newRow("ASCII") << QByteArray("ASCII\0\0\0", 8);
+    QTest::newRow("JIS") << QByteArray("JIS\0\0\0\0\0", 8);
+    QTest::newRow("none") << QByteArray(8, '\0');
+    QTest::newRow("none and NULs behind it") << QByteArray(64, '\0');
+}
+
+void TestUserComment::markAlone()
+{
+    QFETCH(QByteArray, mark);
+    ExifBuilder photo;
+    photo.undefined(Exif, 0x9286, mark);
+    QVERIFY(rowText(m_folder, photo, 1, 5).isEmpty());
+}
+
+void TestUserComment::longComment()
+{
+    const QByteArray bytes(60000, 'x');
+    for (const QByteArray &mark :
+         {QByteArray("UNICODE\0", 8), QByteArray("ASCII\0\0\0", 8), QByteArray(8, '\0')}) {
+        QCOMPARE(lumi::userCommentText(mark + bytes), QString::fromLatin1(bytes));
+    }
+}
+
+void TestUserComment::everyCut()
+{
+    const QByteArray whole = QByteArray("UNICODE\0", 8) + QByteArray("caf\xC3\xA9 \xE5\x86\x99");
+    for (qsizetype length = 8; length <= whole.size(); ++length) {
+        const QString text = lumi::userCommentText(whole.left(length));
+        QVERIFY(text.startsWith(QString::fromUtf8("caf").left(length - 8)));
+        QCOMPARE(text.isEmpty(), length == 8);
+    }
+}
+
+void TestUserComment::version_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("2.2") << QByteArray("0220") << QStringLiteral("0220");
+    QTest::newRow("2.31") << QByteArray("0231") << QStringLiteral("0231");
+    QTest::newRow("up to a NUL") << QByteArray("02\0"
+                                               "0",
+                                               4)
+                                 << QStringLiteral("02");
+    QTest::newRow("longer than usual") << QByteArray("0220 plus") << QStringLiteral("0220 plus");
+    QTest::newRow("bytes beyond ASCII") << QByteArray("\xE9") << QString::fromLatin1("\xE9");
+    QTest::newRow("nothing") << QByteArray() << QString();
+}
+
+void TestUserComment::version()
+{
+    QFETCH(QByteArray, bytes);
+    ExifBuilder photo;
+    photo.undefined(Exif, 0x9000, bytes);
+    QTEST(rowText(m_folder, photo, 0, 9), "text");
+}
+
+LUMI_TEST(TestUserComment)
+#include "TestUserComment.moc"

@@ -1,0 +1,272 @@
+// SPDX-License-Identifier: MIT
+// Every row of every group with every stored type.
+#include "tests/exif/rowText.h"
+#include "tests/support/TestMain.h"
+
+#include <QTest>
+
+using lumi::test::ExifBuilder;
+using lumi::test::rowText;
+using enum ExifListKind;
+
+namespace {
+
+/// A null pointer is a null text. number stands for the types BYTE, SHORT and LONG.
+struct RowTexts
+{
+    const char *number;
+    const char *ascii;
+    const char *rational;
+    const char *undefined;
+    const char *signedRational;
+};
+
+constexpr const char *kPlain = "2004:05:06 07:08:09";
+constexpr const char *kDate = "2004/05/06 07:08:09";
+constexpr const char *kOne = "\1"; // the first byte of the number as a text
+constexpr const char *kNone = nullptr;
+
+/// What a photo shows that has the same value under every tag: 1, the text, 35/2 40/1 20/1, the
+/// bytes of an ASCII comment "abc", -7/2.
+const QList<QList<RowTexts>> kTexts = {
+    {
+        {kOne, kPlain, kNone, kNone, kNone},
+        {kOne, kPlain, kNone, kNone, kNone},
+        {kOne, kDate, kNone, kNone, kNone},
+        {kOne, kPlain, kNone, kNone, kNone},
+        {kOne, kNone, kNone, kNone, kNone},
+        {"sRGB", kPlain, kNone, kNone, kNone},
+        {kOne, kPlain, "35/2 bit/pel", kNone, kNone},
+        {kOne, kPlain, kNone, kNone, kNone},
+        {kOne, kPlain, kNone, kNone, kNone},
+        {kOne, kPlain, kNone, "ASCII", kNone},
+    },
+    {
+        {kOne, kPlain, kNone, kNone, kNone},
+        {kOne, kPlain, kNone, kNone, kNone},
+        {kOne, kDate, kNone, kNone, kNone},
+        {kOne, kDate, kNone, kNone, kNone},
+        {kOne, kPlain, kNone, kNone, kNone},
+        {kOne, kPlain, kNone, "abc", kNone},
+    },
+    {
+        {kOne, kPlain, "35/2 sec", kNone, kNone},
+        {kOne, kPlain, "17.5", kNone, kNone},
+        {"Manual", kPlain, kNone, kNone, kNone},
+        {"1", kPlain, kNone, kNone, kNone},
+        {kOne, kPlain, kNone, kNone, "11sec"},
+        {kOne, kPlain, "F17.5", kNone, kNone},
+        {kOne, kPlain, kNone, kNone, "-3.5(BV)"},
+        {kOne, kPlain, kNone, kNone, "-3.5(EV)"},
+        {kOne, kPlain, "F17.5", kNone, kNone},
+        {kOne, kPlain, "17.5m", kNone, kNone},
+    },
+    {
+        {"Average", kPlain, kNone, kNone, kNone},
+        {"Day", kPlain, kNone, kNone, kNone},
+        {"Flash", kPlain, kNone, kNone, kNone},
+        {kOne, kPlain, "17.5mm", kNone, kNone},
+        {kOne, kPlain, "17.5", kNone, kNone},
+        {kOne, kPlain, "17.5", kNone, kNone},
+        {kOne, kPlain, "17.5", kNone, kNone},
+        {"1", kPlain, kNone, kNone, kNone},
+        {"(unknown)", kPlain, kNone, kNone, kNone},
+        {"Manual", kPlain, kNone, kNone, kNone},
+    },
+    {
+        {"White balance manual", kPlain, kNone, kNone, kNone},
+        {kOne, kPlain, "35/2", kNone, kNone},
+        {"1mm", kPlain, kNone, kNone, kNone},
+        {"Scenery", kPlain, kNone, kNone, kNone},
+        {"Weak sens.", kPlain, kNone, kNone, kNone},
+        {"Weak", kPlain, kNone, kNone, kNone},
+        {"Low chroma", kPlain, kNone, kNone, kNone},
+        {"Weak", kPlain, kNone, kNone, kNone},
+        {"Macro", kPlain, kNone, kNone, kNone},
+    },
+    {
+        {kNone, kPlain, kNone, kNone, kNone},
+        {kOne, kPlain, "N35.40.20.000", kNone, kNone},
+        {kOne, kPlain, "W035.40.20.000", kNone, kNone},
+        {kOne, kPlain, "17.1m", kNone, kNone},
+        {kOne, kPlain, kNone, kNone, kNone},
+        {kOne, kPlain, kNone, kNone, kNone},
+    },
+};
+
+/// Puts the value of a type under a tag.
+void add(ExifBuilder &photo, ExifListKind list, int number, int type)
+{
+    const auto tag = static_cast<quint16>(number);
+    switch (type) {
+    case 2:
+        photo.ascii(list, tag, kPlain);
+        return;
+    case 3:
+        photo.shorts(list, tag, {1});
+        return;
+    case 4:
+        photo.longs(list, tag, {1});
+        return;
+    case 5:
+        photo.rationals(list, tag, {{35, 2}, {40, 1}, {20, 1}});
+        return;
+    case 7:
+        photo.undefined(list, tag, QByteArray("ASCII\0\0\0abc", 11));
+        return;
+    case 9:
+        photo.slongs(list, tag, {1});
+        return;
+    case 10:
+        photo.srationals(list, tag, {{quint32(-7), 2}});
+        return;
+    default:
+        photo.value(list, tag, static_cast<quint16>(type), 1, QByteArray(1, '\1'));
+    }
+}
+
+const char *textOf(const RowTexts &texts, int type)
+{
+    switch (type) {
+    case 1:
+    case 3:
+    case 4:
+        return texts.number;
+    case 2:
+        return texts.ascii;
+    case 5:
+        return texts.rational;
+    case 7:
+        return texts.undefined;
+    case 10:
+        return texts.signedRational;
+    default:
+        return nullptr;
+    }
+}
+
+} // namespace
+
+class TestValueText : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void everyRowHasItsTexts();
+    void everyRowByType_data();
+    void everyRowByType();
+    void missingTagsHaveNoText();
+    void rowsThatDoNotExistHaveNoText();
+    void typeDecidesBeforeTheTag();
+    void twoRowsShareATag();
+
+private:
+    lumi::test::PhotoFolder m_folder;
+};
+
+void TestValueText::everyRowHasItsTexts()
+{
+    const auto groups = lumi::exifFieldGroups();
+    QCOMPARE(kTexts.size(), qsizetype(groups.size()));
+    for (std::size_t i = 0; i < groups.size(); ++i) {
+        QCOMPARE(kTexts[qsizetype(i)].size(), qsizetype(groups[i].rowCount));
+    }
+}
+
+void TestValueText::everyRowByType_data()
+{
+    QTest::addColumn<int>("order");
+    QTest::addColumn<int>("type");
+    for (int type = 0; type <= 12; ++type) {
+        QTest::addRow("type %d, little-endian", type) << 0 << type;
+        QTest::addRow("type %d, big-endian", type) << 1 << type;
+    }
+    QTest::newRow("the largest type") << 0 << 65535;
+}
+
+void TestValueText::everyRowByType()
+{
+    QFETCH(int, order);
+    QFETCH(int, type);
+    ExifBuilder photo(lumi::test::kBothOrders[std::size_t(order)]);
+    photo.ascii(Gps, 0x0001, "N").ascii(Gps, 0x0003, "W");
+    photo.value(Gps, 0x0005, 1, 1, QByteArray(1, '\0'));
+    for (const ExifFieldGroup &group : lumi::exifFieldGroups()) {
+        for (int row = 0; row < group.rowCount; ++row) {
+            // The second row of a shared tag finds the tag of the first.
+            if (row == 0 || group.rows[row].tag != group.rows[row - 1].tag) {
+                add(photo, group.rows[row].list, group.rows[row].tag, type);
+            }
+        }
+    }
+    FPVExifFields fields(m_folder.put(photo));
+    QVERIFY(fields.isValid());
+    for (int group = 0; group < kTexts.size(); ++group) {
+        fields.setGroup(group);
+        for (int row = 0; row < kTexts[group].size(); ++row) {
+            const char *expected = textOf(kTexts[group][row], type);
+            const bool isHalfAnArea = type == 1 && group == 3 && row == 7; // a byte is no SHORT
+            const QString text = fields.valueText(row, true);
+            const QString wanted = isHalfAnArea ? QString() : QString::fromLatin1(expected);
+            QVERIFY2(
+                text == wanted,
+                qPrintable(QStringLiteral("group %1, row %2: %3 instead of %4")
+                               .arg(QString::number(group), QString::number(row), text, wanted)));
+        }
+    }
+}
+
+void TestValueText::missingTagsHaveNoText()
+{
+    FPVExifFields fields(m_folder.put(ExifBuilder().shorts(Ifd0, 0x0112, {1})));
+    QVERIFY(fields.isValid());
+    for (int group = 0; group < kTexts.size(); ++group) {
+        fields.setGroup(group);
+        for (int row = 0; row < fields.rowCount(); ++row) {
+            QVERIFY(fields.valueText(row, true).isNull());
+            QVERIFY(fields.valueText(row, false).isNull());
+        }
+    }
+}
+
+void TestValueText::rowsThatDoNotExistHaveNoText()
+{
+    FPVExifFields fields(m_folder.put(lumi::test::fullPhoto(ExifBuilder::Order::Little)));
+    QCOMPARE(fields.valueText(0, true), QStringLiteral("Anvil Works"));
+    QVERIFY(fields.valueText(-1, true).isNull());
+    QVERIFY(fields.valueText(10, true).isNull());
+    fields.setGroup(6);
+    QVERIFY(fields.valueText(0, true).isNull());
+    fields.setGroup(-1);
+    QVERIFY(fields.valueText(0, true).isNull());
+}
+
+void TestValueText::typeDecidesBeforeTheTag()
+{
+    // An exposure time as a text, a maker as a number, a metering mode as a fraction.
+    ExifBuilder photo;
+    photo.ascii(Exif, 0x829A, "1/60")
+        .shorts(Ifd0, 0x010F, {0x4241})
+        .rationals(Exif, 0x9207, {{2, 1}});
+    FPVExifFields fields(m_folder.put(photo));
+    QCOMPARE(fields.valueText(0, true), QStringLiteral("AB"));
+    fields.setGroup(2);
+    QCOMPARE(fields.valueText(0, true), QStringLiteral("1/60"));
+    fields.setGroup(3);
+    QVERIFY(fields.valueText(0, true).isEmpty());
+    // A LONG is treated as a SHORT would be; a signed one never has a text.
+    QCOMPARE(rowText(m_folder, ExifBuilder().longs(Exif, 0x9207, {3}), 3, 0),
+             QStringLiteral("Spot"));
+    QVERIFY(rowText(m_folder, ExifBuilder().slongs(Exif, 0x9207, {3}), 3, 0).isNull());
+}
+
+void TestValueText::twoRowsShareATag()
+{
+    ExifBuilder photo;
+    photo.value(Ifd0, 0x8298, 2, 8, QByteArray("Ann\0Bob\0", 8));
+    QCOMPARE(rowText(m_folder, photo, 0, 3), QStringLiteral("Ann"));
+    QCOMPARE(rowText(m_folder, photo, 0, 4), QStringLiteral("Bob"));
+}
+
+LUMI_TEST(TestValueText)
+#include "TestValueText.moc"
