@@ -18,6 +18,7 @@
 
 #include <QHBoxLayout>
 #include <QMessageBox>
+#include <QTimer>
 
 namespace {
 
@@ -97,16 +98,21 @@ void FormTop::buildMenu()
 
 void FormTop::buildButtons(QWidget *area)
 {
-    QWidget *first = nullptr;
     for (const ButtonRow &row : kButtons) {
         auto *button = new MyImageButton(area, lumi::paintFiveRectangles);
         button->setNormalPixmap(load(row.normal));
-        button->setPressedPixmap(load(row.pressed));
         button->move(row.position);
         connect(button, &MyImageButton::clicked, this, row.slot);
-        first = first == nullptr ? button : first;
+        m_buttons.append(button);
     }
-    first->setFocus();
+    m_buttons.first()->setFocus();
+}
+
+void FormTop::loadPressedPixmaps()
+{
+    for (qsizetype i = 0; i < m_buttons.size(); ++i) {
+        m_buttons[i]->setPressedPixmap(load(kButtons[i].pressed));
+    }
 }
 
 void FormTop::formStarted()
@@ -115,6 +121,8 @@ void FormTop::formStarted()
         m_menuBar->show();
     }
     show();
+    // Nobody presses a button that isn't on the screen yet.
+    QTimer::singleShot(0, this, &FormTop::loadPressedPixmaps);
 }
 
 void FormTop::btn_takein_clicked()

@@ -8,6 +8,7 @@
 
 #include <QPointer>
 
+class MyImageButton;
 class MyLeftWidget;
 class QPEMenuBar;
 
@@ -37,7 +38,9 @@ public Q_SLOTS:
 private:
     void buildMenu();
     void buildButtons(QWidget *area);
+    void loadPressedPixmaps();
 
     QPointer<QPEMenuBar> m_menuBar; // dies with the tool bar
     MyLeftWidget *m_leftWidget;
+    QList<MyImageButton *> m_buttons;
 };

@@ -56,6 +56,15 @@ void waitForEvent(const QElapsedTimer &timer, int ms)
     QEventLoop().processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::WaitForMoreEvents);
 }
 
+void maximize(QWidget *widget)
+{
+    // Without a window manager nobody else gives the window its size.
+    if (!isWayland()) {
+        widget->setGeometry(widget->screen()->availableGeometry());
+    }
+    widget->showMaximized();
+}
+
 /// Returns when the window is on the screen and its size no longer changes.
 void settle(QWidget *widget)
 {
@@ -120,7 +129,7 @@ void QPEApplication::showMainWidget(QWidget *widget, bool noMaximize)
     if (noMaximize || room.width() > kWidestPanel || !fits) {
         widget->show();
     } else {
-        showMaximizedNow(widget);
+        maximize(widget);
     }
 }
 
@@ -189,11 +198,7 @@ void QPEApplication::waitPainted(QWidget *widget, int ms)
 
 void QPEApplication::showMaximizedNow(QWidget *widget)
 {
-    // Without a window manager nobody else gives the window its size.
-    if (!isWayland()) {
-        widget->setGeometry(widget->screen()->availableGeometry());
-    }
-    widget->showMaximized();
+    maximize(widget);
     settle(widget);
 }
 
