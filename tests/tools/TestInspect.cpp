@@ -68,6 +68,7 @@ private Q_SLOTS:
     void wrongUsage();
     void exifShowsTheDocument();
     void exifShowsTheWalk();
+    void exifShowsTheTextsOfAllRows();
     void exifOfAPhotoWithoutABlock();
     void exifPrintsALineForEachFile();
     void exifNamesWhatItCannotRead();
@@ -143,9 +144,10 @@ void TestInspect::exifShowsTheDocument()
     const Run run = inspect({QStringLiteral("exif"), path});
     QCOMPARE(run.result, 0);
     const QJsonObject line = jsonOf(run.out);
-    QCOMPARE(line.keys(),
-             (QStringList{QStringLiteral("document"), QStringLiteral("file"),
-                          QStringLiteral("hasThumbnail"), QStringLiteral("walking")}));
+    QCOMPARE(
+        line.keys(),
+        (QStringList{QStringLiteral("document"), QStringLiteral("fields"), QStringLiteral("file"),
+                     QStringLiteral("hasThumbnail"), QStringLiteral("walking")}));
     QCOMPARE(line[QStringLiteral("file")].toString(), path);
     QCOMPARE(line[QStringLiteral("hasThumbnail")], QJsonValue(true));
     const QJsonObject document = line[QStringLiteral("document")].toObject();
@@ -192,6 +194,40 @@ void TestInspect::exifShowsTheWalk()
     QCOMPARE(walking[QStringLiteral("tags")].toArray(), expected);
 }
 
+void TestInspect::exifShowsTheTextsOfAllRows()
+{
+    ExifBuilder photo;
+    photo.ascii(Ifd0, 0x010F, "Anvil")
+        .ascii(Exif, 0x9003, "2004:05:06 07:08:09")
+        .shorts(Exif, 0x9207, {7})
+        .shorts(Exif, 0x9209, {0x19})
+        .ascii(Ifd0, 0x0131, "")
+        .value(Gps, 0x0005, 1, 1, QByteArray(1, '\1'))
+        .rationals(Gps, 0x0006, {{1050, 100}});
+    const Run run = inspect({QStringLiteral("exif"), put(photo, QStringLiteral("rows.jpg"))});
+    QCOMPARE(run.result, 0);
+    const QJsonArray groups = jsonOf(run.out)[QStringLiteral("fields")].toArray();
+    QCOMPARE(groups.size(), 6);
+    const int rows[] = {10, 6, 10, 10, 9, 6};
+    for (int group = 0; group < 6; ++group) {
+        QCOMPARE(groups[group].toArray().size(), rows[group]);
+    }
+    const auto row = [&groups](int group, int number) {
+        return groups[group].toArray()[number].toObject();
+    };
+    const auto texts = [](const QJsonValue &withUnit, const QJsonValue &plain) {
+        return QJsonObject{{QStringLiteral("withUnit"), withUnit},
+                           {QStringLiteral("plain"), plain}};
+    };
+    QCOMPARE(row(0, 0), texts(QStringLiteral("Anvil"), QStringLiteral("Anvil")));
+    QCOMPARE(row(0, 1), texts(QJsonValue::Null, QJsonValue::Null));
+    QCOMPARE(row(0, 2)[QStringLiteral("plain")].toString(), QStringLiteral("2004/05/06 07:08:09"));
+    QCOMPARE(row(0, 7), texts(QString::fromLatin1(""), QString::fromLatin1("")));
+    QCOMPARE(row(3, 0), texts(QJsonValue::Null, QJsonValue::Null));
+    QCOMPARE(row(3, 2)[QStringLiteral("withUnit")].toString(), QStringLiteral("Flash\nAuto flash"));
+    QCOMPARE(row(5, 3), texts(QStringLiteral("-10.50m"), QStringLiteral("-10.50")));
+}
+
 void TestInspect::exifOfAPhotoWithoutABlock()
 {
     const QString path = m_folder.filePath(QStringLiteral("plain.jpg"));
@@ -208,6 +244,12 @@ void TestInspect::exifOfAPhotoWithoutABlock()
     const QJsonObject walking = line[QStringLiteral("walking")].toObject();
     QCOMPARE(walking[QStringLiteral("open")], QJsonValue(false));
     QCOMPARE(walking[QStringLiteral("tags")].toArray(), QJsonArray());
+    const QJsonArray groups = line[QStringLiteral("fields")].toArray();
+    QCOMPARE(groups.size(), 6);
+    const QJsonObject none{{QStringLiteral("withUnit"), QJsonValue::Null},
+                           {QStringLiteral("plain"), QJsonValue::Null}};
+    QCOMPARE(groups[0].toArray().size(), 10);
+    QCOMPARE(groups[0].toArray()[0].toObject(), none);
 }
 
 void TestInspect::exifPrintsALineForEachFile()

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "tools/inspect/exifCommand.h"
 
-#include "exif/FPVExifDocument.h"
+#include "exif/FPVExifFields.h"
 #include "exif/FPVExifFile.h"
 #include "exif/FPVExifTagBytes.h"
 #include "exif/FPVExifTagNumber.h"
@@ -71,6 +71,28 @@ QJsonObject documentOf(const FPVExifDocument &document)
     return object;
 }
 
+QJsonValue textOf(const QString &text)
+{
+    return text.isNull() ? QJsonValue() : QJsonValue(text);
+}
+
+/// What the user sees of each row, in the panel and in the editor.
+QJsonArray groupsOf(FPVExifFields &fields)
+{
+    QJsonArray groups;
+    for (int group = 0; group < static_cast<int>(lumi::exifFieldGroups().size()); ++group) {
+        fields.setGroup(group);
+        QJsonArray rows;
+        for (int row = 0; row < fields.rowCount(); ++row) {
+            rows.append(
+                QJsonObject{{QStringLiteral("withUnit"), textOf(fields.valueText(row, true))},
+                            {QStringLiteral("plain"), textOf(fields.valueText(row, false))}});
+        }
+        groups.append(rows);
+    }
+    return groups;
+}
+
 QString classOf(const FPVExifTag &tag)
 {
     if (dynamic_cast<const FPVExifTagNumber *>(&tag)) {
@@ -115,11 +137,12 @@ int exifCommand(const QStringList &arguments, QTextStream &out, QTextStream &err
             result = 1;
             continue;
         }
-        const FPVExifDocument document(path);
+        FPVExifFields fields(path);
         const QJsonObject line{{QStringLiteral("file"), path},
-                               {QStringLiteral("document"), documentOf(document)},
-                               {QStringLiteral("hasThumbnail"), document.hasThumbnail()},
-                               {QStringLiteral("walking"), walkOf(path)}};
+                               {QStringLiteral("document"), documentOf(fields)},
+                               {QStringLiteral("hasThumbnail"), fields.hasThumbnail()},
+                               {QStringLiteral("walking"), walkOf(path)},
+                               {QStringLiteral("fields"), groupsOf(fields)}};
         out << QJsonDocument(line).toJson(QJsonDocument::Compact) << '\n';
     }
     return result;

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// `lumivault-inspect exif FILE...`: prints what both Exif readers make of each file.
+// `lumivault-inspect exif FILE...`: prints what both Exif readers make of each file,
+// and the texts that the user sees of it.
 #pragma once
 
 #include <QStringList>
