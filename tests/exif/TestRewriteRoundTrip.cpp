@@ -1,0 +1,325 @@
+// SPDX-License-Identifier: MIT
+// Photos of all kinds are read, changed, written and read again, by our reader and by others.
+#include "exif/FPVExifWriter.h"
+#include "tests/exif/BlockCopy.h"
+#include "tests/exif/ForeignReaders.h"
+#include "tests/exif/PhotoFolder.h"
+#include "tests/exif/RandomPhotos.h"
+#include "tests/support/FakeMachine.h"
+#include "tests/support/TestMain.h"
+
+#include <QDirIterator>
+#include <QTest>
+
+using lumi::test::contentOf;
+using lumi::test::exiv2Tags;
+using lumi::test::FakeMachine;
+using lumi::test::ForeignTag;
+using lumi::test::hostBytes;
+using lumi::test::ListCopy;
+using lumi::test::PhotoFolder;
+using lumi::test::restOf;
+using lumi::test::TagCopy;
+using lumi::test::TagPlace;
+using lumi::test::thumbnailBytes;
+using lumi::test::valuesOf;
+using enum ExifListKind;
+
+namespace {
+
+constexpr unsigned kPhotos = 256; // every mixture of the eight kinds of things
+constexpr int kDone = 0;
+constexpr int kFailed = 2;
+
+struct Edit
+{
+    ExifListKind list;
+    TagCopy tag; // empty bytes: the tag is removed
+    ForeignTag exiv2;
+    QVariant exiftool;
+};
+
+/// What an editor does: tags made longer, made shorter, added, removed.
+const std::vector<Edit> &edits()
+{
+    static const QByteArray kArtist("An artist of some renown\0", 25);
+    static const std::vector<Edit> kEdits = {
+        {Ifd0,
+         {0x013B, 2, 25, kArtist},
+         {QStringLiteral("Ascii"), 25, QStringLiteral("An artist of some renown")},
+         QStringLiteral("An artist of some renown")},
+        {Ifd0,
+         {0x010E, 2, 4, QByteArray("Sun\0", 4)},
+         {QStringLiteral("Ascii"), 4, QStringLiteral("Sun")},
+         QStringLiteral("Sun")},
+        {Ifd0, {0x0112, 3, 1, {}}, {}, {}},
+        {Exif,
+         {0x829A, 5, 1, hostBytes<quint32>({1, 250})},
+         {QStringLiteral("Rational"), 1, QStringLiteral("1/250")},
+         0.004},
+        {Exif,
+         {0xA004, 2, 13, QByteArray("SOUND001.WAV\0", 13)},
+         {QStringLiteral("Ascii"), 13, QStringLiteral("SOUND001.WAV")},
+         QStringLiteral("SOUND001.WAV")},
+        {Gps,
+         {0x0002, 5, 3, hostBytes<quint32>({35, 1, 40, 1, 3000, 100})},
+         {QStringLiteral("Rational"), 3, QStringLiteral("35/1 40/1 3000/100")},
+         35.675},
+        {Gps,
+         {0x0001, 2, 2, QByteArray("N\0", 2)},
+         {QStringLiteral("Ascii"), 2, QStringLiteral("N")},
+         QStringLiteral("N")},
+        {Gps, {0x0006, 5, 1, {}}, {}, {}},
+    };
+    return kEdits;
+}
+
+void apply(const Edit &edit, FPVExifWriter *writer)
+{
+    const TagCopy &tag = edit.tag;
+    writer->setTag(quint16(tag.tag), quint16(tag.type), tag.count,
+                   tag.bytes.isEmpty() ? nullptr : tag.bytes.constData(), edit.list);
+}
+
+/// What the lists must be after the edit, worked out without the writer.
+void apply(const Edit &edit, ListCopy *list)
+{
+    const auto found = std::find_if(list->begin(), list->end(), [&edit](const TagCopy &tag) {
+        return tag.tag == edit.tag.tag;
+    });
+    if (found == list->end() && !edit.tag.bytes.isEmpty()) {
+        list->append(edit.tag);
+    } else if (found != list->end() && !edit.tag.bytes.isEmpty()) {
+        *found = edit.tag;
+    } else if (found != list->end()) {
+        list->erase(found);
+    }
+}
+
+/// A list that got its first tag is found through a new last tag of the first directory.
+void addPointer(QList<ListCopy> *lists, ExifListKind list, int pointer)
+{
+    ListCopy &first = lists->first();
+    const bool isThere = std::any_of(first.begin(), first.end(), [pointer](const TagCopy &tag) {
+        return tag.tag == pointer;
+    });
+    if (!isThere && !lists->at(int(list)).isEmpty()) {
+        first.append({pointer, 4, 1, QByteArray(4, '\0')});
+    }
+}
+
+QList<ListCopy> edited(QList<ListCopy> lists)
+{
+    for (const Edit &edit : edits()) {
+        apply(edit, &lists[int(edit.list)]);
+    }
+    addPointer(&lists, Exif, 0x8769);
+    addPointer(&lists, Gps, 0x8825);
+    return lists;
+}
+
+int saveEdits(const QString &path)
+{
+    FPVExifWriter writer(path);
+    for (const Edit &edit : edits()) {
+        apply(edit, &writer);
+    }
+    return writer.rewrite();
+}
+
+/// Tags that say where something stands: they are new in every file.
+template <class Tags> Tags withoutPlaces(Tags tags)
+{
+    for (const TagPlace &place : {TagPlace(Ifd0, 0x8769), TagPlace(Ifd0, 0x8825),
+                                  TagPlace(Exif, 0xA005), TagPlace(Ifd1, 0x0201)}) {
+        tags.erase(place);
+    }
+    return tags;
+}
+
+/// What another program must read after the edits when it read these tags before.
+template <class Tags, class Value> Tags editedForeign(Tags tags, Value(Edit::*value))
+{
+    for (const Edit &edit : edits()) {
+        if (edit.tag.bytes.isEmpty()) {
+            tags.erase({edit.list, edit.tag.tag});
+        } else {
+            tags[{edit.list, edit.tag.tag}] = edit.*value;
+        }
+    }
+    return withoutPlaces(tags);
+}
+
+} // namespace
+
+class TestRewriteRoundTrip : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void cleanupTestCase();
+    void everythingIsReadAgain_data();
+    void everythingIsReadAgain();
+    void editsAreReadAgain_data();
+    void editsAreReadAgain();
+    void exiv2Agrees();
+    void exiftoolAgrees();
+    void thumbnailsOfExiftoolAgree();
+    void samplesAreReadAgain();
+
+private:
+    /// All photos of this test, written anew.
+    [[nodiscard]] QStringList putAll();
+
+    std::unique_ptr<PhotoFolder> m_folder;
+};
+
+void TestRewriteRoundTrip::initTestCase()
+{
+    FakeMachine::install()->setFreeDiskKB(1000000);
+    m_folder = std::make_unique<PhotoFolder>();
+}
+
+void TestRewriteRoundTrip::cleanupTestCase()
+{
+    m_folder.reset();
+    Machine::install(nullptr);
+}
+
+QStringList TestRewriteRoundTrip::putAll()
+{
+    QStringList paths = {lumi::test::exiftoolPhoto(*m_folder, QStringLiteral("II")),
+                         lumi::test::exiftoolPhoto(*m_folder, QStringLiteral("MM"))};
+    for (unsigned number = 0; number < kPhotos; ++number) {
+        paths.append(m_folder->put(lumi::test::randomPhoto(number).builder,
+                                   QStringLiteral("photo%1.jpg").arg(number)));
+    }
+    return paths;
+}
+
+void TestRewriteRoundTrip::everythingIsReadAgain_data()
+{
+    QTest::addColumn<unsigned>("number");
+    for (unsigned number = 0; number < kPhotos; ++number) {
+        QTest::newRow(lumi::test::randomPhoto(number).name.constData()) << number;
+    }
+}
+
+void TestRewriteRoundTrip::everythingIsReadAgain()
+{
+    QFETCH(unsigned, number);
+    const QString path = m_folder->put(lumi::test::randomPhoto(number).builder);
+    const QByteArray before = contentOf(path);
+    FPVExifDocument old(path);
+    QVERIFY(old.isValid());
+    QCOMPARE(FPVExifWriter(path).rewrite(), kDone);
+    const QByteArray after = contentOf(path);
+    FPVExifDocument document(path);
+    QVERIFY(document.isValid());
+    QVERIFY(document.littleEndian());
+    QVERIFY(valuesOf(document) == valuesOf(old));
+    QVERIFY(restOf(after) == restOf(before));
+    QCOMPARE(thumbnailBytes(document), thumbnailBytes(old));
+    QCOMPARE((after.size() - restOf(after).size()) % 2, 0);
+    QCOMPARE(FPVExifWriter(path).rewrite(), kDone);
+    QVERIFY(contentOf(path) == after);
+}
+
+void TestRewriteRoundTrip::editsAreReadAgain_data()
+{
+    everythingIsReadAgain_data();
+}
+
+void TestRewriteRoundTrip::editsAreReadAgain()
+{
+    QFETCH(unsigned, number);
+    const QString path = m_folder->put(lumi::test::randomPhoto(number).builder);
+    const QByteArray before = contentOf(path);
+    FPVExifDocument old(path);
+    QCOMPARE(saveEdits(path), kDone);
+    FPVExifDocument document(path);
+    QVERIFY(valuesOf(document) == edited(valuesOf(old)));
+    QVERIFY(valuesOf(document) != valuesOf(old));
+    QVERIFY(restOf(contentOf(path)) == restOf(before));
+    QCOMPARE(thumbnailBytes(document), thumbnailBytes(old));
+    QCOMPARE(QImage::fromData(contentOf(path)), QImage::fromData(before));
+}
+
+void TestRewriteRoundTrip::exiv2Agrees()
+{
+    std::size_t compared = 0;
+    for (const QString &path : putAll()) {
+        const auto before = exiv2Tags(path);
+        QVERIFY2(before.size() >= 4, qPrintable(path));
+        QCOMPARE(saveEdits(path), kDone);
+        const auto after = withoutPlaces(exiv2Tags(path));
+        QVERIFY2(after == editedForeign(before, &Edit::exiv2), qPrintable(path));
+        compared += after.size();
+    }
+    QVERIFY2(compared > 5000, qPrintable(QString::number(compared)));
+}
+
+void TestRewriteRoundTrip::exiftoolAgrees()
+{
+    const QStringList paths = putAll();
+    const auto before = lumi::test::exiftoolTags(paths);
+    for (const QString &path : paths) {
+        QCOMPARE(saveEdits(path), kDone);
+    }
+    const auto after = lumi::test::exiftoolTags(paths);
+    QCOMPARE(after.size(), std::size_t(paths.size()));
+    std::size_t compared = 0;
+    for (const auto &[path, tags] : after) {
+        const auto expected = editedForeign(before.at(path), &Edit::exiftool);
+        QVERIFY2(withoutPlaces(tags) == expected, qPrintable(path));
+        compared += expected.size();
+    }
+    QVERIFY2(compared > 5000, qPrintable(QString::number(compared)));
+}
+
+void TestRewriteRoundTrip::thumbnailsOfExiftoolAgree()
+{
+    int compared = 0;
+    for (unsigned number = 0; number < kPhotos; number += 21) {
+        const QString path = m_folder->put(lumi::test::randomPhoto(number).builder);
+        QCOMPARE(saveEdits(path), kDone);
+        FPVExifDocument document(path);
+        const QByteArray found
+            = PhotoFolder::output(QStringLiteral("exiftool"),
+                                  {QStringLiteral("-b"), QStringLiteral("-ThumbnailImage"), path});
+        QCOMPARE(found, thumbnailBytes(document));
+        compared += found.isEmpty() ? 0 : 1;
+    }
+    QVERIFY(compared >= 4);
+}
+
+void TestRewriteRoundTrip::samplesAreReadAgain()
+{
+    QDirIterator samples(QStringLiteral(LUMI_SOURCE_DIR "/fuzz/corpus"), {QStringLiteral("*.jpg")},
+                         QDir::Files, QDirIterator::Subdirectories);
+    int saved = 0;
+    int refused = 0;
+    while (samples.hasNext()) {
+        const QByteArray before = contentOf(samples.next());
+        const QString path = m_folder->put(before);
+        FPVExifDocument old(path);
+        if (!old.isValid()) {
+            QCOMPARE(saveEdits(path), kFailed);
+            QCOMPARE(contentOf(path), before);
+            ++refused;
+            continue;
+        }
+        QCOMPARE(saveEdits(path), kDone);
+        FPVExifDocument document(path);
+        QVERIFY(valuesOf(document) == edited(valuesOf(old)));
+        QCOMPARE(thumbnailBytes(document), thumbnailBytes(old));
+        QVERIFY(restOf(contentOf(path)) == restOf(before));
+        ++saved;
+    }
+    QVERIFY(saved >= 5);
+    QVERIFY(refused >= 10);
+}
+
+LUMI_TEST(TestRewriteRoundTrip)
+#include "TestRewriteRoundTrip.moc"
