@@ -300,5 +300,3 @@ void FormFile::menu_disp_Slideshow_Execution() { }
 void FormFile::menu_disp_Slideshow_Setting() { }
 
 void FormFile::btn_edit_clicked() { }
-
-void FormFile::accel_appendToMail() { }

@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: MIT
+#include "files/mailCopy.h"
+
+#include "items/FPVItemImage.h"
+#include "views/folderRoots.h"
+
+#include <QBuffer>
+#include <QDate>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <memory>
+
+namespace {
+
+constexpr int kLastNumber = 999;
+constexpr QSize kLargest(640, 480);
+
+} // namespace
+
+QString lumi::mailFolderPath()
+{
+    return photoStorePath() + QLatin1String("/mail");
+}
+
+QString lumi::mailFileName(QDate date, int number)
+{
+    return QString::asprintf("!%d%d%d_%03d.jpg", date.year(), date.month(), date.day(), number);
+}
+
+QString lumi::freeMailPath(QDate date)
+{
+    for (int number = 1; number <= kLastNumber; ++number) {
+        QString path = mailFolderPath() + QLatin1Char('/') + mailFileName(date, number);
+        if (!QFile::exists(path)) {
+            return path;
+        }
+    }
+    return {};
+}
+
+QImage lumi::mailImage(FPVItemImage *item)
+{
+    // An unknown size goes the first way too: the image library knows more formats.
+    const QSize size = item->imageSize();
+    if (size.width() <= kLargest.width() && size.height() <= kLargest.height()) {
+        return QImage(item->path());
+    }
+    const QSize fitted = item->fitSize(kLargest);
+    const std::unique_ptr<QImage> scaled(item->scaledImage(fitted.width(), fitted.height()));
+    return scaled ? *scaled : QImage();
+}
+
+bool lumi::saveMailImage(const QImage &image, const QString &path)
+{
+    // Through memory: the image library doesn't notice when a full disk takes a part only.
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    if (!buffer.open(QIODevice::WriteOnly) || !image.save(&buffer, "JPEG")) {
+        return false;
+    }
+    // Whether it worked shows when the file can't be opened.
+    QDir().mkpath(QFileInfo(path).path());
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered)) {
+        return false;
+    }
+    const bool saved = file.write(bytes) == bytes.size();
+    file.close();
+    if (!saved) {
+        file.remove();
+    }
+    return saved;
+}

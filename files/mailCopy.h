@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+// Mail-sized copies of photos: JPEG files of at most 640 x 480 in a folder of the photo store
+// of their own, named by the day and a running number. Nothing here shows a message.
+#pragma once
+
+#include <QImage>
+#include <QString>
+
+class FPVItemImage;
+class QDate;
+
+namespace lumi {
+
+/// Absolute path of the folder, existing or not.
+[[nodiscard]] QString mailFolderPath();
+
+/// Name of the copy with this number. Month and day are not padded, so two days may share
+/// their names; the number keeps the files apart.
+[[nodiscard]] QString mailFileName(QDate date, int number);
+
+/// The first path of the day that is free, null if all 999 are taken.
+[[nodiscard]] QString freeMailPath(QDate date);
+
+/// The photo whole if it is small enough, else scaled down; null if it can't be read.
+[[nodiscard]] QImage mailImage(FPVItemImage *item);
+
+/// Writes the image as JPEG into a new file, making the folder where it is missing. False
+/// leaves no file behind, and an existing file is never touched.
+[[nodiscard]] bool saveMailImage(const QImage &image, const QString &path);
+
+} // namespace lumi

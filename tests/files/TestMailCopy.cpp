@@ -1,0 +1,271 @@
+// SPDX-License-Identifier: MIT
+// Mail-sized copies: names, sizes, and what happens where they can't be written.
+#include "files/mailCopy.h"
+#include "items/FPVItemJpeg.h"
+#include "tests/support/TestMain.h"
+#include "tests/swap/FullDisk.h"
+#include "tests/views/BrowserWorld.h"
+
+#include <QBuffer>
+#include <QDate>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTest>
+
+#include <memory>
+
+#include <unistd.h>
+
+namespace {
+
+const QDate kDay(2026, 1, 11);
+
+/// A picture that shows whether it was scaled: fine stripes.
+QImage stripes(QSize size)
+{
+    QImage image(size, QImage::Format_RGB32);
+    for (int y = 0; y < size.height(); ++y) {
+        for (int x = 0; x < size.width(); ++x) {
+            image.setPixel(x, y, qRgb((x * 37) & 255, (y * 91) & 255, (x + y) & 255));
+        }
+    }
+    return image;
+}
+
+QByteArray asJpeg(const QImage &image)
+{
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    image.save(&buffer, "JPEG");
+    return bytes;
+}
+
+QByteArray contentOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+} // namespace
+
+class TestMailCopy : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+
+    void init() { m_world.reset(new lumi::test::BrowserWorld); }
+
+    void cleanup() { m_world.reset(); }
+
+    void theFolderIsInThePhotoStore();
+    void namesAreMadeOfDayAndNumber_data();
+    void namesAreMadeOfDayAndNumber();
+    void theFirstFreeNumberIsTaken();
+    void aDayHas999Copies();
+    void imagesFitTheScreen_data();
+    void imagesFitTheScreen();
+    void smallPhotosAreLoadedWhole();
+    void anotherFormatUnderThePhotosNameIsLoaded();
+    void whatIsNoPictureGivesNone_data();
+    void whatIsNoPictureGivesNone();
+    void theCopyIsAPlainJpeg();
+    void theFolderIsMadeOnFirstUse();
+    void aFailedSaveLeavesNothing_data();
+    void aFailedSaveLeavesNothing();
+    void anExistingFileIsNeverTouched();
+    void aFullDiskFailsAtEverySize();
+
+private:
+    std::unique_ptr<lumi::test::BrowserWorld> m_world;
+};
+
+void TestMailCopy::theFolderIsInThePhotoStore()
+{
+    QCOMPARE(lumi::mailFolderPath(), QString(m_world->store + QStringLiteral("/mail")));
+}
+
+void TestMailCopy::namesAreMadeOfDayAndNumber_data()
+{
+    QTest::addColumn<QDate>("date");
+    QTest::addColumn<int>("number");
+    QTest::addColumn<QString>("name");
+    QTest::newRow("nothing is padded but the number")
+        << QDate(2026, 3, 4) << 1 << QStringLiteral("!202634_001.jpg");
+    QTest::newRow("the eleventh of January")
+        << QDate(2026, 1, 11) << 42 << QStringLiteral("!2026111_042.jpg");
+    QTest::newRow("shares its stem with the first of November")
+        << QDate(2026, 11, 1) << 42 << QStringLiteral("!2026111_042.jpg");
+    QTest::newRow("the last number of a long day")
+        << QDate(2026, 12, 31) << 999 << QStringLiteral("!20261231_999.jpg");
+}
+
+void TestMailCopy::namesAreMadeOfDayAndNumber()
+{
+    QFETCH(QDate, date);
+    QFETCH(int, number);
+    QFETCH(QString, name);
+    QCOMPARE(lumi::mailFileName(date, number), name);
+}
+
+void TestMailCopy::theFirstFreeNumberIsTaken()
+{
+    const QString folder = lumi::mailFolderPath() + QLatin1Char('/');
+    QCOMPARE(lumi::freeMailPath(kDay), QString(folder + QStringLiteral("!2026111_001.jpg")));
+    m_world->makeFile(QStringLiteral("mail/!2026111_001.jpg"), "x");
+    m_world->makeFile(QStringLiteral("mail/!2026111_003.jpg"), "x");
+    // A copy of the other day with this stem holds its number too.
+    QCOMPARE(lumi::freeMailPath(QDate(2026, 11, 1)),
+             QString(folder + QStringLiteral("!2026111_002.jpg")));
+    m_world->makeFolder(QStringLiteral("mail/!2026111_002.jpg"));
+    QCOMPARE(lumi::freeMailPath(kDay), QString(folder + QStringLiteral("!2026111_004.jpg")));
+}
+
+void TestMailCopy::aDayHas999Copies()
+{
+    for (int i = 1; i <= 999; ++i) {
+        m_world->makeFile(QStringLiteral("mail/") + lumi::mailFileName(kDay, i), QByteArray());
+    }
+    QVERIFY(lumi::freeMailPath(kDay).isNull());
+    QVERIFY(QFile::remove(m_world->path(QStringLiteral("mail/") + lumi::mailFileName(kDay, 999))));
+    QVERIFY(lumi::freeMailPath(kDay).endsWith(QStringLiteral("_999.jpg")));
+}
+
+void TestMailCopy::imagesFitTheScreen_data()
+{
+    QTest::addColumn<QSize>("photo");
+    QTest::addColumn<QSize>("copy");
+    QTest::newRow("exactly the limit") << QSize(640, 480) << QSize(640, 480);
+    QTest::newRow("small") << QSize(80, 60) << QSize(80, 60);
+    QTest::newRow("one column too wide") << QSize(641, 480) << QSize(640, 479);
+    QTest::newRow("one row too high") << QSize(640, 481) << QSize(639, 480);
+    QTest::newRow("portrait of the same pixels") << QSize(480, 640) << QSize(360, 480);
+    QTest::newRow("landscape") << QSize(1600, 1200) << QSize(640, 480);
+    QTest::newRow("panorama") << QSize(2000, 100) << QSize(640, 32);
+}
+
+void TestMailCopy::imagesFitTheScreen()
+{
+    QFETCH(QSize, photo);
+    QFETCH(QSize, copy);
+    FPVItemJpeg item(m_world->makePhoto(QStringLiteral("a.jpg"), photo), QString(), false);
+    QCOMPARE(lumi::mailImage(&item).size(), copy);
+}
+
+void TestMailCopy::smallPhotosAreLoadedWhole()
+{
+    const QString path
+        = m_world->makeFile(QStringLiteral("a.jpg"), asJpeg(stripes(QSize(640, 480))));
+    FPVItemJpeg item(path, QString(), false);
+    QCOMPARE(lumi::mailImage(&item), QImage(path));
+    const QString wide
+        = m_world->makeFile(QStringLiteral("b.jpg"), asJpeg(stripes(QSize(641, 480))));
+    FPVItemJpeg wideItem(wide, QString(), false);
+    const std::unique_ptr<QImage> scaled(wideItem.scaledImage(640, 479));
+    QVERIFY(scaled != nullptr);
+    QCOMPARE(lumi::mailImage(&wideItem), *scaled);
+}
+
+void TestMailCopy::anotherFormatUnderThePhotosNameIsLoaded()
+{
+    const QString path = m_world->path(QStringLiteral("a.jpg"));
+    QVERIFY(stripes(QSize(90, 50)).save(path, "PNG"));
+    FPVItemJpeg item(path, QString(), false);
+    QCOMPARE(lumi::mailImage(&item).size(), QSize(90, 50));
+}
+
+void TestMailCopy::whatIsNoPictureGivesNone_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::newRow("an empty file") << QByteArray();
+    QTest::newRow("a text") << QByteArray("no photo at all");
+    QTest::newRow("a large photo without pixels") << asJpeg(stripes(QSize(800, 600))).left(150);
+}
+
+void TestMailCopy::whatIsNoPictureGivesNone()
+{
+    QFETCH(QByteArray, content);
+    FPVItemJpeg item(m_world->makeFile(QStringLiteral("a.jpg"), content), QString(), false);
+    QVERIFY(lumi::mailImage(&item).isNull());
+    FPVItemJpeg gone(m_world->path(QStringLiteral("gone.jpg")), QString(), false);
+    QVERIFY(lumi::mailImage(&gone).isNull());
+}
+
+void TestMailCopy::theCopyIsAPlainJpeg()
+{
+    const QString path = m_world->path(QStringLiteral("mail/!1.jpg"));
+    const QImage image = stripes(QSize(200, 100));
+    QVERIFY(lumi::saveMailImage(image, path));
+    // Byte for byte what the image library writes by itself: default quality, no Exif data.
+    QCOMPARE(contentOf(path), asJpeg(image));
+    QVERIFY(!contentOf(path).contains("Exif"));
+}
+
+void TestMailCopy::theFolderIsMadeOnFirstUse()
+{
+    QVERIFY(QDir(m_world->store).removeRecursively());
+    QVERIFY(lumi::saveMailImage(stripes(QSize(8, 8)),
+                                lumi::mailFolderPath() + QStringLiteral("/!1.jpg")));
+    QVERIFY(QFileInfo(lumi::mailFolderPath()).isDir());
+}
+
+void TestMailCopy::aFailedSaveLeavesNothing_data()
+{
+    QTest::addColumn<QString>("obstacle");
+    QTest::newRow("a file stands in the folder's place") << QStringLiteral("folder");
+    QTest::newRow("a folder has the copy's name") << QStringLiteral("name");
+    QTest::newRow("a dangling link has the copy's name") << QStringLiteral("link");
+    QTest::newRow("there is no image") << QStringLiteral("image");
+}
+
+void TestMailCopy::aFailedSaveLeavesNothing()
+{
+    QFETCH(QString, obstacle);
+    const QString path = m_world->path(QStringLiteral("mail/!1.jpg"));
+    const QString elsewhere = m_world->path(QStringLiteral("elsewhere"));
+    QImage image = stripes(QSize(8, 8));
+    if (obstacle == QLatin1String("folder")) {
+        m_world->makeFile(QStringLiteral("mail"), "mine");
+    } else if (obstacle == QLatin1String("name")) {
+        m_world->makeFolder(QStringLiteral("mail/!1.jpg"));
+    } else if (obstacle == QLatin1String("link")) {
+        m_world->makeFolder(QStringLiteral("mail"));
+        QCOMPARE(symlink(QFile::encodeName(elsewhere), QFile::encodeName(path)), 0);
+    } else {
+        image = QImage();
+    }
+    QVERIFY(!lumi::saveMailImage(image, path));
+    QVERIFY(!QFileInfo(path).isFile());
+    QVERIFY(!QFile::exists(elsewhere));
+    if (obstacle == QLatin1String("folder")) {
+        QCOMPARE(contentOf(m_world->path(QStringLiteral("mail"))), QByteArray("mine"));
+    }
+}
+
+void TestMailCopy::anExistingFileIsNeverTouched()
+{
+    const QString path = m_world->makeFile(QStringLiteral("mail/!1.jpg"), "a copy of before");
+    QVERIFY(!lumi::saveMailImage(stripes(QSize(8, 8)), path));
+    QCOMPARE(contentOf(path), QByteArray("a copy of before"));
+}
+
+void TestMailCopy::aFullDiskFailsAtEverySize()
+{
+    const QImage image = stripes(QSize(64, 48));
+    const auto size = asJpeg(image).size();
+    QVERIFY(size > 1000);
+    const QString path = m_world->path(QStringLiteral("mail/!1.jpg"));
+    for (qsizetype room = 0; room < size; room += 7) {
+        const lumi::test::FileSizeLimit limit(static_cast<rlim_t>(room));
+        QVERIFY(!lumi::saveMailImage(image, path));
+        QVERIFY(!QFile::exists(path));
+    }
+    const lumi::test::FileSizeLimit limit(static_cast<rlim_t>(size));
+    QVERIFY(lumi::saveMailImage(image, path));
+    QCOMPARE(contentOf(path), asJpeg(image));
+}
+
+LUMI_TEST(TestMailCopy)
+#include "TestMailCopy.moc"

@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: MIT
+// Stands in for the user in front of dialogs: keeps a record of every dialog that appears and
+// answers it from inside its own event loop, as told beforehand or in the most usual way.
+#pragma once
+
+#include <QDialog>
+#include <QList>
+#include <QObject>
+#include <QPointer>
+#include <QStringList>
+
+#include <functional>
+
+namespace lumi::test {
+
+/// A dialog as it was when it appeared.
+struct SeenDialog
+{
+    QString className;
+    QString caption;
+    QString text;
+    QStringList buttons; ///< captions without their underlined letters
+    int icon = 0;        ///< of a message box
+    QPointer<QWidget> parent;
+};
+
+class DialogDriver : public QObject
+{
+public:
+    using Answer = std::function<void(QDialog *)>;
+
+    DialogDriver();
+
+    /// For the next dialog of this caption that has no answer yet; wait and progress dialogs
+    /// go by their class names. Others are accepted by their default button, or as a whole.
+    void expect(const QString &captionOrClass, Answer answer);
+    /// A press on the button of that caption.
+    void press(const QString &captionOrClass, const QString &button);
+
+    [[nodiscard]] QStringList captions() const; ///< of all but wait and progress dialogs
+    [[nodiscard]] QStringList texts() const;    ///< of the same
+    /// Dialogs of a class, in the order they appeared.
+    [[nodiscard]] QList<SeenDialog> ofClass(const QString &className) const;
+
+    /// Answers that found no dialog.
+    [[nodiscard]] int unused() const { return static_cast<int>(m_answers.size()); }
+
+    QList<SeenDialog> seen;
+
+    /// Presses the button of that caption; false if there is none that can be pressed.
+    static bool pressButton(QDialog *dialog, const QString &button);
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    struct Row
+    {
+        QString key;
+        Answer answer;
+    };
+
+    void appeared(QDialog *dialog);
+
+    QList<Row> m_answers;
+    QList<QPointer<QDialog>> m_open;
+};
+
+} // namespace lumi::test
