@@ -4,6 +4,7 @@
 #include "app/common/BusyScope.h"
 #include "app/common/messages.h"
 #include "files/FormFile.h"
+#include "import/FormImport.h"
 #include "platform/QPEMenuBar.h"
 #include "platform/Resource.h"
 #include "platform/toolkit/BackgroundWidget.h"
@@ -49,8 +50,6 @@ constexpr MenuRow kMenu[] = {
     {lumi::MsgHelp, &FormTop::menu_option_help},
     {lumi::MsgVersion, &FormTop::menu_option_version},
 };
-
-constexpr int kImportForm = 3;
 
 QPixmap load(const char *name)
 {
@@ -137,7 +136,7 @@ void FormTop::btn_look_clicked()
 
 void FormTop::menu_disp_takein()
 {
-    requestForm(kImportForm, QString());
+    requestForm(FormImport::kFormId, QString());
 }
 
 void FormTop::menu_disp_look()

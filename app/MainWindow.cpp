@@ -5,6 +5,7 @@
 #include "app/common/FormEvent.h"
 #include "app/common/shutDownFlag.h"
 #include "files/FormFile.h"
+#include "import/FormImport.h"
 #include "platform/QPEToolBar.h"
 
 #include <QCloseEvent>
@@ -30,6 +31,7 @@ template <typename Form> FormBase *makeA(QWidget *window, QPEToolBar *toolBar)
 constexpr FormRow kForms[] = {
     {FormTop::kFormId, makeA<FormTop>},
     {FormFile::kFormId, makeA<FormFile>},
+    {FormImport::kFormId, makeA<FormImport>},
 };
 
 constexpr QSize kPanelSize(640, 480);
