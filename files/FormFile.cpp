@@ -26,8 +26,6 @@ namespace {
 constexpr int kTopForm = 0;
 constexpr int kPictureMargin = 10;
 constexpr int kPictureSpacing = 20;
-/// Height of the detail panel.
-constexpr int kDetailHeight = 185;
 /// Height of the row above the pictures: a target for a finger.
 constexpr int kTopRowHeight = 40;
 constexpr int kUpIconSide = 28;
@@ -131,9 +129,7 @@ QWidget *FormFile::buildPicturePart(QWidget *rightSide)
     const QPixmap background = load("bg_right");
     auto *part = new BackgroundWidget(rightSide);
     part->setBackgroundPixmap(background);
-    m_detailPlace = new QWidget(part);
-    m_detailPlace->setFixedHeight(kDetailHeight);
-    m_detailPlace->hide();
+    QWidget *panel = buildDetailPanel(part);
     m_view = new FPVThumbnailView(part, nullptr);
     m_view->setBackground(background);
     connect(m_view, &FPVThumbnailView::selected, this, &FormFile::filelist_selected);
@@ -141,7 +137,7 @@ QWidget *FormFile::buildPicturePart(QWidget *rightSide)
     auto *column = new QVBoxLayout(part);
     column->setContentsMargins(kPictureMargin, kPictureMargin, kPictureMargin, kPictureMargin);
     column->setSpacing(kPictureSpacing);
-    column->addWidget(m_detailPlace);
+    column->addWidget(panel);
     column->addWidget(m_view, 1);
     column->addStretch();
     return part;
@@ -196,9 +192,11 @@ void FormFile::filelist_selected(FPVItemObject *item)
     }
     if (item->isPicture()) {
         setStatus(QFileInfo(item->fileName()).baseName());
+        tellPanel(item);
     } else if (item->isFolder()) {
         const QString name = item->fileName();
         setStatus(name == QLatin1String("..") ? msg(lumi::MsgParentFolder) : name);
+        tellPanel(nullptr);
     }
 }
 
@@ -298,5 +296,3 @@ void FormFile::menu_edit_ReleaseCheck() { }
 void FormFile::menu_disp_Slideshow_Execution() { }
 
 void FormFile::menu_disp_Slideshow_Setting() { }
-
-void FormFile::btn_edit_clicked() { }

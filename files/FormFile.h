@@ -16,6 +16,7 @@
 class FPVItemList;
 class FPVItemObject;
 class FPVThumbnailView;
+class MyImageWidget;
 class MyLeftWidget;
 class QComboBox;
 class QLabel;
@@ -89,6 +90,7 @@ private:
     [[nodiscard]] QWidget *buildRightSide();
     [[nodiscard]] QLayout *buildTopRow(QWidget *rightSide);
     [[nodiscard]] QWidget *buildPicturePart(QWidget *rightSide);
+    [[nodiscard]] QWidget *buildDetailPanel(QWidget *part);
     void fillDeviceCombo();
     [[nodiscard]] bool goTo(const QString &path, const QString &root);
     [[nodiscard]] bool goToCard(Slot slot, QString *remembered);
@@ -96,13 +98,15 @@ private:
     void enterFolder(const QString &path);
     void setMode(Mode mode);
     void setStatus(const QString &text);
+    /// Null means no item.
+    void tellPanel(FPVItemObject *item);
     [[nodiscard]] FPVItemObject *currentItem() const;
 
     QPointer<QPEMenuBar> m_menuBar; // dies with the tool bar, if that goes first
     QLabel *m_statusField = nullptr;
     QComboBox *m_deviceCombo = nullptr;
     QToolButton *m_upButton = nullptr;
-    QWidget *m_detailPlace = nullptr;
+    MyImageWidget *m_detailPanel = nullptr;
     MyLeftWidget *m_leftWidget = nullptr;
     FPVThumbnailView *m_view = nullptr;
     std::unique_ptr<FPVItemList> m_rootItem;

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The three display modes.
+#include "exif/ui/MyImageWidget.h"
 #include "files/FormFile.h"
 #include "views/FPVThumbnailView.h"
 #include "widgets/MyLeftWidget.h"
@@ -69,7 +70,7 @@ void FormFile::setMode(Mode mode)
     if (row.isDetail) {
         m_view->setHorizontalMode(false);
     } else {
-        m_detailPlace->hide();
+        m_detailPanel->hide();
         m_view->setVerticalMode(false);
     }
     m_view->setMetrics(metricsOf(row), true);
@@ -77,6 +78,7 @@ void FormFile::setMode(Mode mode)
         m_view->showPage(-1, m_view->currentIndex(), true);
     }
     if (row.isDetail) {
-        m_detailPlace->show();
+        m_detailPanel->show();
+        tellPanel(currentItem());
     }
 }

@@ -34,6 +34,6 @@ QSize lumi::PanelStyle::sizeFromContents(ContentsType type, const QStyleOption *
 {
     const QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
     const bool isTarget = (type == CT_MenuItem && isEntry(option)) || type == CT_MenuBarItem
-        || (type == CT_PushButton && isBoxButton(widget));
+        || type == CT_TabBarTab || (type == CT_PushButton && isBoxButton(widget));
     return isTarget ? size.expandedTo(QSize(0, kTargetHeight)) : size;
 }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Sizes for fingers and pens: makes the entries of menus and menu bars, and the buttons of
-// message boxes, as high as a fingertip needs. Everything else is the usual style's.
+// Sizes for fingers and pens: makes the entries of menus and menu bars, tabs, and the
+// buttons of message boxes, as high as a fingertip needs. Everything else is the usual style's.
 #pragma once
 
 #include <QProxyStyle>

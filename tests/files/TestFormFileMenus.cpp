@@ -325,7 +325,6 @@ void TestFormFileMenus::laterEntriesDoNothing()
         m_form->entry(id)->setEnabled(true);
         m_form->entry(id)->trigger();
     }
-    m_form->form->btn_edit_clicked();
     m_form->form->btn_leftWidget_clicked(3);
     QTest::qWait(60);
     QVERIFY(QApplication::activeModalWidget() == nullptr);

@@ -6,6 +6,7 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QTabBar>
 #include <QTest>
 
 using lumi::PanelStyle;
@@ -18,6 +19,7 @@ private Q_SLOTS:
     void isTheApplicationsStyle();
     void entriesOfMenusAreHighEnough();
     void separatorsTakeNoMoreRoomThanUsual();
+    void tabsAreHighEnough();
     void buttonsOfBoxesAreHighEnough();
     void otherButtonsKeepTheirHeight();
 };
@@ -48,6 +50,15 @@ void TestPanelStyle::separatorsTakeNoMoreRoomThanUsual()
     menu.addAction(QStringLiteral("Other"));
     menu.ensurePolished();
     QVERIFY(menu.actionGeometry(separator).height() < PanelStyle::kTargetHeight / 2);
+}
+
+void TestPanelStyle::tabsAreHighEnough()
+{
+    QTabBar bar;
+    bar.addTab(QStringLiteral("One"));
+    bar.addTab(QStringLiteral("Other"));
+    QVERIFY(bar.tabRect(0).height() >= PanelStyle::kTargetHeight);
+    QVERIFY(bar.tabRect(1).height() >= PanelStyle::kTargetHeight);
 }
 
 void TestPanelStyle::buttonsOfBoxesAreHighEnough()

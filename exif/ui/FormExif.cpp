@@ -1,0 +1,341 @@
+// SPDX-License-Identifier: MIT
+#include "exif/ui/FormExif.h"
+
+#include "app/common/labels.h"
+#include "app/common/messages.h"
+#include "exif/FPVExifFields.h"
+#include "exif/FPVExifWriter.h"
+#include "exif/LatLongPair.h"
+#include "exif/ui/ExifEditPage.h"
+#include "exif/ui/MyMultiLineEdit.h"
+#include "exif/ui/exifWriteBack.h"
+#include "platform/QPEApplication.h"
+#include "platform/QPEMenuBar.h"
+#include "platform/QPEToolBar.h"
+#include "platform/Resource.h"
+#include "platform/toolkit/QPopupMenu.h"
+#include "widgets/MyDialogWait.h"
+#include "widgets/commonActions.h"
+
+#include <QAction>
+#include <QClipboard>
+#include <QCloseEvent>
+#include <QEventLoop>
+#include <QFileInfo>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QMessageBox>
+#include <QTabWidget>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+using lumi::SaveResult;
+
+namespace {
+
+constexpr int kCaptionWidth = 50; // in letters
+constexpr int kHintIndent = 10;
+constexpr int kHintPoints = 16;
+constexpr int kPagePoints = 12;
+constexpr int kSavedResult = 1;
+/// A target for a finger.
+constexpr QSize kButtonSize(40, 40);
+
+struct FailureRow
+{
+    SaveResult result;
+    lumi::MessageId text;
+    int field; ///< that gets the focus, -1 for none
+};
+
+constexpr FailureRow kFailures[] = {
+    {SaveResult::NoRoom, lumi::MsgFreeSomeMemory, -1},
+    {SaveResult::Failed, lumi::MsgCompilingExifFailed, -1},
+    {SaveResult::BadLatitude, lumi::MsgInvalidLatitude, lumi::LatitudeField},
+    {SaveResult::BadLongitude, lumi::MsgInvalidLongitude, lumi::LongitudeField},
+    {SaveResult::BadAltitude, lumi::MsgInvalidAltitude, lumi::AltitudeField},
+};
+
+QAction *makeAction(QObject *parent, lumi::MessageId text, const char *icon)
+{
+    const QPixmap pixmap = Resource::loadPixmap(QLatin1String("lumivault/") + QLatin1String(icon));
+    return new QAction(pixmap, msg(text), parent);
+}
+
+bool clipboardHasText()
+{
+    return !QGuiApplication::clipboard()->text().isEmpty();
+}
+
+QLabel *makeHint(QWidget *parent)
+{
+    auto *hint = new QLabel(msg(lumi::MsgAlphanumericOnly), parent);
+    hint->setIndent(kHintIndent);
+    hint->setWordWrap(true); // a small screen has no room for it in one line
+    setFontSize(hint, kHintPoints);
+    QFont font = hint->font();
+    font.setBold(true);
+    hint->setFont(font);
+    QPalette palette = hint->palette();
+    palette.setColor(QPalette::WindowText, Qt::red);
+    hint->setPalette(palette);
+    return hint;
+}
+
+} // namespace
+
+FormExif::FormExif(QWidget *parent, const QString &path)
+    : QMainWindow(parent)
+    , m_path(path)
+{
+    setWindowModality(Qt::ApplicationModal);
+    // The default menu would let the user hide the bars for good.
+    setContextMenuPolicy(Qt::NoContextMenu);
+    setWindowTitle(elideToChars(this, QFileInfo(path).baseName(), kCaptionWidth));
+    buildBars();
+    buildPages();
+    lineedit_copyAvailable(false);
+    lineedit_pasteAvailable(clipboardHasText());
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget * /*old*/, QWidget *now) {
+        noteFocus(now);
+    });
+    QPEApplication::showMaximizedNow(this);
+}
+
+FormExif::~FormExif() = default;
+
+void FormExif::buildBars()
+{
+    m_cutAction = makeAction(this, lumi::MsgCut, "cut");
+    m_copyAction = makeAction(this, lumi::MsgCopy, "copy");
+    m_pasteAction = makeAction(this, lumi::MsgPaste, "paste");
+    connect(m_cutAction, &QAction::triggered, this, &FormExif::menu_edit_cut);
+    connect(m_copyAction, &QAction::triggered, this, &FormExif::menu_edit_copy);
+    connect(m_pasteAction, &QAction::triggered, this, &FormExif::menu_edit_paste);
+    const QList<QAction *> actions{m_cutAction, m_copyAction, m_pasteAction};
+
+    auto *bar = new QPEToolBar(this);
+    bar->setHorizontalStretchable(true);
+    auto *menuBar = new QPEMenuBar(bar);
+    auto *edit = new QPopupMenu(menuBar);
+    edit->setTitle(msg(lumi::MsgEdit));
+    edit->addActions(actions);
+    edit->insertSeparator();
+    edit->insertItem(msg(lumi::MsgSaveAndExit), this, &FormExif::menu_edit_save);
+    edit->insertSeparator();
+    edit->insertItem(msg(lumi::MsgExit), this, &FormExif::menu_edit_editCancel);
+    menuBar->addMenu(edit);
+    auto *about = new QPopupMenu(menuBar);
+    about->setTitle(msg(lumi::MsgAbout));
+    about->insertItem(msg(lumi::MsgHelp), this, &FormExif::menu_option_Help);
+    about->insertItem(msg(lumi::MsgVersion), this, &FormExif::menu_option_Version);
+    menuBar->addMenu(about);
+
+    auto *buttons = new QPEToolBar(this);
+    buttons->addActions(actions);
+    for (QAction *action : actions) {
+        buttons->widgetForAction(action)->setMinimumSize(kButtonSize);
+    }
+}
+
+void FormExif::buildPages()
+{
+    auto *centre = new QWidget(this);
+    auto *column = new QVBoxLayout(centre);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    m_tabs = new QTabWidget(centre);
+    setFontSize(m_tabs, kPagePoints);
+    column->addWidget(makeHint(centre));
+    column->addWidget(m_tabs, 1);
+    FPVExifFields fields(m_path);
+    for (const lumi::EditPage &page : lumi::kEditPages) {
+        auto *tab = new lumi::ExifEditPage(m_tabs, page, &fields);
+        m_tabs->addTab(tab, FPVExifFields::groupTitle(page.group));
+        for (std::size_t i = 0; i < tab->edits().size(); ++i) {
+            m_edits.at(static_cast<std::size_t>(page.rules[i].field)) = tab->edits()[i];
+            connectEdit(tab->edits()[i]);
+        }
+    }
+    for (const lumi::EditField field : {lumi::LatitudeField, lumi::LongitudeField}) {
+        connect(m_edits.at(field), &MyMultiLineEdit::signalPaste, this, &FormExif::lineedit_paste);
+    }
+    setCentralWidget(centre);
+}
+
+void FormExif::connectEdit(MyMultiLineEdit *edit)
+{
+    connect(edit, &MyMultiLineEdit::copyAvailable, this, &FormExif::lineedit_copyAvailable);
+    connect(edit, &MyMultiLineEdit::pasteAvailable, this, &FormExif::lineedit_pasteAvailable);
+}
+
+int FormExif::exec()
+{
+    QEventLoop loop;
+    m_loop = &loop;
+    m_inLoop = true;
+    show();
+    loop.exec();
+    m_inLoop = false;
+    m_loop = nullptr;
+    return m_result;
+}
+
+void FormExif::hideEvent(QHideEvent *event)
+{
+    QMainWindow::hideEvent(event);
+    // A window that is only minimised is not at its end.
+    if (m_inLoop && !event->spontaneous()) {
+        m_loop->quit();
+    }
+}
+
+void FormExif::end(int result)
+{
+    m_result = result;
+    hide();
+}
+
+void FormExif::closeEvent(QCloseEvent *event)
+{
+    event->setAccepted(menu_edit_editCancel());
+}
+
+void FormExif::accept()
+{
+    menu_edit_save();
+}
+
+void FormExif::noteFocus(QWidget *now)
+{
+    auto *edit = qobject_cast<MyMultiLineEdit *>(now);
+    if (edit != nullptr && edit->window() == this) {
+        m_lastEdit = edit;
+    }
+}
+
+void FormExif::sendControlKey(int key)
+{
+    QWidget *target = QApplication::focusWidget();
+    if (qobject_cast<QMenuBar *>(target) != nullptr) {
+        target = m_lastEdit;
+    }
+    if (qobject_cast<QMultiLineEdit *>(target) != nullptr) {
+        QKeyEvent event(QEvent::KeyPress, key, Qt::ControlModifier);
+        QCoreApplication::sendEvent(target, &event);
+    }
+}
+
+void FormExif::menu_edit_undo()
+{
+    sendControlKey(Qt::Key_Z);
+}
+
+void FormExif::menu_edit_cut()
+{
+    sendControlKey(Qt::Key_X);
+}
+
+void FormExif::menu_edit_copy()
+{
+    sendControlKey(Qt::Key_C);
+}
+
+void FormExif::menu_edit_paste()
+{
+    sendControlKey(Qt::Key_V);
+}
+
+void FormExif::lineedit_copyAvailable(bool available)
+{
+    m_cutAction->setEnabled(available);
+    m_copyAction->setEnabled(available);
+}
+
+void FormExif::lineedit_pasteAvailable(bool available)
+{
+    m_pasteAction->setEnabled(available);
+}
+
+void FormExif::lineedit_paste(QString *text)
+{
+    LatLongPair position;
+    if (position.fromText(*text)) {
+        m_edits[lumi::LatitudeField]->replaceText(position.latitude().text());
+        m_edits[lumi::LongitudeField]->replaceText(position.longitude().text());
+        text->clear();
+    }
+}
+
+void FormExif::menu_option_Help()
+{
+    showHelp(this);
+}
+
+void FormExif::menu_option_Version()
+{
+    showVersion(this);
+}
+
+bool FormExif::isEdited() const
+{
+    return std::any_of(m_edits.begin(), m_edits.end(), [](const MyMultiLineEdit *edit) {
+        return edit->edited();
+    });
+}
+
+bool FormExif::menu_edit_editCancel()
+{
+    if (isEdited()) {
+        const auto answer = QMessageBox::warning(
+            this, msg(lumi::MsgEditCancelled), msg(lumi::MsgExifChangedDiscard),
+            QMessageBox::Yes | QMessageBox::No, QMessageBox::No);
+        if (answer != QMessageBox::Yes) {
+            return false;
+        }
+    }
+    end(0);
+    return true;
+}
+
+lumi::EditTexts FormExif::texts() const
+{
+    lumi::EditTexts texts;
+    std::transform(m_edits.begin(), m_edits.end(), texts.begin(), [](const MyMultiLineEdit *edit) {
+        return edit->text();
+    });
+    return texts;
+}
+
+void FormExif::menu_edit_save()
+{
+    const SaveResult result = save();
+    if (result == SaveResult::Saved) {
+        end(kSavedResult);
+    } else {
+        tellFailure(result);
+    }
+}
+
+SaveResult FormExif::save() const
+{
+    FPVExifWriter writer(m_path);
+    MyDialogWait wait(m_tabs->window(), msg(lumi::MsgWorking));
+    wait.start(0);
+    return lumi::saveTexts(texts(), &writer);
+}
+
+void FormExif::tellFailure(SaveResult result)
+{
+    const auto *row
+        = std::find_if(std::begin(kFailures), std::end(kFailures), [result](const FailureRow &r) {
+              return r.result == result;
+          });
+    const bool isKnown = row != std::end(kFailures);
+    QMessageBox::critical(this, msg(lumi::MsgError), isKnown ? msg(row->text) : QString());
+    if (isKnown && row->field >= 0) {
+        m_tabs->setCurrentIndex(lumi::kPositionPage);
+        m_edits.at(static_cast<std::size_t>(row->field))->setFocus();
+    }
+}

@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: MIT
+// The fields of the Exif editor: on which page each stands, which tag it edits, how much and
+// what it takes. The order is that of the rows of their groups that are not read-only.
+#pragma once
+
+#include "exif/ExifListKind.h"
+#include "exif/ui/characterFilter.h"
+
+#include <QString>
+
+#include <array>
+#include <span>
+
+namespace lumi {
+
+enum EditField : int {
+    AuthorField,
+    CompilationField,
+    OwnerField,
+    TitleField,
+    RelatedAudioField,
+    CommentField,
+    LatitudeField,
+    LongitudeField,
+    AltitudeField,
+    EditFieldCount,
+};
+
+struct EditRule
+{
+    EditField field;
+    quint16 tag;
+    ExifListKind list;
+    int maxLength;
+    int charMask;
+};
+
+struct EditPage
+{
+    int group; ///< of the field groups
+    std::span<const EditRule> rules;
+};
+
+// Author and compilation are two texts within one tag.
+inline constexpr std::array<EditRule, EditFieldCount> kEditRules = {{
+    {AuthorField, 0x8298, ExifListKind::Ifd0, 50, kPlainCharacters},
+    {CompilationField, 0x8298, ExifListKind::Ifd0, 50, kPlainCharacters},
+    {OwnerField, 0x013B, ExifListKind::Ifd0, 50, kPlainCharacters},
+    {TitleField, 0x010E, ExifListKind::Ifd0, 50, kPlainCharacters},
+    {RelatedAudioField, 0xA004, ExifListKind::Exif, 12, kPlainCharacters},
+    {CommentField, 0x9286, ExifListKind::Exif, 256, kAnyCharacters},
+    {LatitudeField, 0x0002, ExifListKind::Gps, 13, kPlainCharacters},
+    {LongitudeField, 0x0004, ExifListKind::Gps, 14, kPlainCharacters},
+    {AltitudeField, 0x0006, ExifListKind::Gps, 9, kPlainCharacters},
+}};
+
+inline constexpr std::array<EditPage, 3> kEditPages = {{
+    {0, std::span(kEditRules).subspan(AuthorField, 2)},
+    {1, std::span(kEditRules).subspan(OwnerField, 4)},
+    {5, std::span(kEditRules).subspan(LatitudeField, 3)},
+}};
+
+/// The page of kEditPages with the position on it.
+inline constexpr int kPositionPage = 2;
+
+/// The texts of all fields, by EditField.
+using EditTexts = std::array<QString, EditFieldCount>;
+
+} // namespace lumi

@@ -1,0 +1,236 @@
+// SPDX-License-Identifier: MIT
+#include "exif/ui/exifWriteBack.h"
+
+#include "exif/Altitude.h"
+#include "exif/FPVExifWriter.h"
+#include "exif/LatLongPair.h"
+#include "exif/typeSize.h"
+
+#include <algorithm>
+#include <cstring>
+#include <new>
+
+namespace {
+
+using lumi::EditField;
+using lumi::EditTexts;
+using lumi::SaveResult;
+using lumi::TagOperation;
+using lumi::TagOperations;
+
+enum TagType : quint16 { ByteType = 1, AsciiType = 2, RationalType = 5, UndefinedType = 7 };
+
+constexpr int kAudioBytes = 13;
+constexpr char kUnicodeMark[8] = "UNICODE";
+constexpr quint16 kGpsVersionTag = 0x0000;
+constexpr quint16 kLatitudeRefTag = 0x0001;
+constexpr quint16 kLongitudeRefTag = 0x0003;
+constexpr quint16 kAltitudeRefTag = 0x0005;
+constexpr uchar kGpsVersion[] = {2, 2, 0, 0};
+
+const lumi::EditRule &ruleOf(EditField field)
+{
+    return lumi::kEditRules[static_cast<std::size_t>(field)];
+}
+
+QString textOf(const EditTexts &texts, EditField field)
+{
+    return texts[static_cast<std::size_t>(field)].trimmed();
+}
+
+void removeTag(TagOperations *operations, quint16 tag, ExifListKind list)
+{
+    TagOperation operation;
+    operation.tag = tag;
+    operation.list = list;
+    operations->push_back(std::move(operation));
+}
+
+/// Where a value goes and what it is.
+struct Target
+{
+    quint16 tag;
+    ExifListKind list;
+    TagType type;
+};
+
+bool setTag(TagOperations *operations, const Target &target, const void *bytes, int size)
+{
+    TagOperation operation;
+    operation.value.reset(new (std::nothrow) uchar[static_cast<std::size_t>(size)]);
+    if (!operation.value) {
+        qWarning("new uchar[%d] memory arrocate err", size); // sic
+        return false;
+    }
+    std::memcpy(operation.value.get(), bytes, static_cast<std::size_t>(size));
+    operation.tag = target.tag;
+    operation.list = target.list;
+    operation.type = target.type;
+    operation.count = static_cast<quint32>(size / typeSize(target.type));
+    operations->push_back(std::move(operation));
+    return true;
+}
+
+/// The bytes of a field's tag; none take it away.
+bool setField(TagOperations *operations, EditField field, TagType type, const QByteArray &bytes)
+{
+    const lumi::EditRule &rule = ruleOf(field);
+    if (bytes.isEmpty()) {
+        removeTag(operations, rule.tag, rule.list);
+        return true;
+    }
+    return setTag(operations, {rule.tag, rule.list, type}, bytes.constData(),
+                  static_cast<int>(bytes.size()));
+}
+
+QByteArray closedText(const QString &text)
+{
+    return text.isEmpty() ? QByteArray() : text.toLatin1().append('\0');
+}
+
+QByteArray audioName(const QString &text)
+{
+    if (text.isEmpty()) {
+        return {};
+    }
+    // A file may hold a longer name than there is room for.
+    QByteArray name = text.toLatin1().left(kAudioBytes - 1);
+    name.append(kAudioBytes - name.size(), '\0');
+    return name;
+}
+
+QByteArray commentBytes(const QString &text)
+{
+    return text.isEmpty() ? QByteArray()
+                          : QByteArray(kUnicodeMark, sizeof kUnicodeMark) + text.toUtf8();
+}
+
+bool appendCoordinate(TagOperations *operations, EditField field, quint16 referenceTag,
+                      const LatLong &value)
+{
+    const quint16 tag = ruleOf(field).tag;
+    const lumi::Rational *rationals = value.rationals();
+    if (rationals == nullptr) {
+        removeTag(operations, referenceTag, ExifListKind::Gps);
+        removeTag(operations, tag, ExifListKind::Gps);
+        return true;
+    }
+    const char reference[] = {value.text().front().toLatin1(), '\0'};
+    return setTag(operations, {referenceTag, ExifListKind::Gps, AsciiType}, reference,
+                  sizeof reference)
+        && setTag(operations, {tag, ExifListKind::Gps, RationalType}, rationals,
+                  3 * sizeof(lumi::Rational));
+}
+
+bool appendAltitude(TagOperations *operations, const QString &text)
+{
+    Altitude altitude;
+    if (!altitude.setText(text)) {
+        return true;
+    }
+    const uchar reference = altitude.aboveSeaLevel() ? 0 : 1;
+    return setTag(operations, {kAltitudeRefTag, ExifListKind::Gps, ByteType}, &reference, 1)
+        && setTag(operations, {ruleOf(lumi::AltitudeField).tag, ExifListKind::Gps, RationalType},
+                  altitude.rational(), sizeof(lumi::Rational));
+}
+
+struct CheckRow
+{
+    EditField field;
+    bool (*isValid)(const QString &);
+    SaveResult otherwise;
+};
+
+constexpr CheckRow kChecks[] = {
+    {lumi::LatitudeField, latitudeValid, SaveResult::BadLatitude},
+    {lumi::LongitudeField, longitudeValid, SaveResult::BadLongitude},
+    {lumi::AltitudeField, altitudeValid, SaveResult::BadAltitude},
+};
+
+void carryOut(const TagOperations &operations, FPVExifWriter *writer)
+{
+    for (const TagOperation &operation : operations) {
+        if (operation.value) {
+            writer->setTag(operation.tag, operation.type, operation.count, operation.value.get(),
+                           operation.list);
+        } else {
+            writer->removeTag(operation.tag, operation.list);
+        }
+    }
+}
+
+} // namespace
+
+bool lumi::appendBasic(const EditTexts &texts, TagOperations *operations)
+{
+    const QString author = textOf(texts, AuthorField);
+    const QByteArray compilation = closedText(textOf(texts, CompilationField));
+    QByteArray bytes = closedText(author);
+    if (author.isEmpty() && !compilation.isEmpty()) {
+        bytes = closedText(QStringLiteral(" "));
+    }
+    return setField(operations, AuthorField, AsciiType, bytes + compilation);
+}
+
+bool lumi::appendUserData(const EditTexts &texts, TagOperations *operations)
+{
+    return setField(operations, OwnerField, AsciiType, closedText(textOf(texts, OwnerField)))
+        && setField(operations, TitleField, AsciiType, closedText(textOf(texts, TitleField)))
+        && setField(operations, RelatedAudioField, AsciiType,
+                    audioName(textOf(texts, RelatedAudioField)))
+        && setField(operations, CommentField, UndefinedType,
+                    commentBytes(textOf(texts, CommentField)));
+}
+
+bool lumi::appendPosition(const EditTexts &texts, TagOperations *operations)
+{
+    const QString latitudeText = textOf(texts, LatitudeField);
+    const QString longitudeText = textOf(texts, LongitudeField);
+    const QString altitudeText = textOf(texts, AltitudeField);
+    Latitude latitude;
+    Longitude longitude;
+    // What does not fit leaves an empty value, which takes the tags away.
+    static_cast<void>(latitude.setText(latitudeText));
+    static_cast<void>(longitude.setText(longitudeText));
+    if (!appendCoordinate(operations, LatitudeField, kLatitudeRefTag, latitude)
+        || !appendCoordinate(operations, LongitudeField, kLongitudeRefTag, longitude)
+        || !appendAltitude(operations, altitudeText)) {
+        return false;
+    }
+    if (latitudeText.isEmpty() && longitudeText.isEmpty() && altitudeText.isEmpty()) {
+        removeTag(operations, kGpsVersionTag, ExifListKind::Gps);
+        return true;
+    }
+    return setTag(operations, {kGpsVersionTag, ExifListKind::Gps, ByteType}, kGpsVersion,
+                  sizeof kGpsVersion);
+}
+
+SaveResult lumi::checkPosition(const EditTexts &texts)
+{
+    const auto *bad
+        = std::find_if(std::begin(kChecks), std::end(kChecks), [&texts](const CheckRow &row) {
+              const QString text = textOf(texts, row.field);
+              return !text.isEmpty() && !row.isValid(text);
+          });
+    return bad == std::end(kChecks) ? SaveResult::Saved : bad->otherwise;
+}
+
+SaveResult lumi::saveTexts(const EditTexts &texts, FPVExifWriter *writer)
+{
+    TagOperations operations;
+    if (!appendBasic(texts, &operations) || !appendUserData(texts, &operations)) {
+        return SaveResult::Failed;
+    }
+    const SaveResult position = checkPosition(texts);
+    if (position != SaveResult::Saved) {
+        return position;
+    }
+    if (!appendPosition(texts, &operations)) {
+        return SaveResult::Failed;
+    }
+    carryOut(operations, writer);
+    const int result = writer->rewrite();
+    const bool isKnown = result >= static_cast<int>(SaveResult::Saved)
+        && result <= static_cast<int>(SaveResult::Failed);
+    return isKnown ? static_cast<SaveResult>(result) : SaveResult::Unknown;
+}
