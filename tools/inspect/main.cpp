@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 // lumivault-inspect shows what the program sees in a file: for bug reports, and for comparing
-// with what other programs see. It changes nothing and needs no display.
+// with what other programs see. Only rewrite changes a file. It needs no display.
 #include "tools/inspect/exifCommand.h"
 #include "tools/inspect/gpsCommands.h"
 #include "tools/inspect/rasterCommand.h"
+#include "tools/inspect/rewriteCommand.h"
 #include "tools/inspect/swapCommand.h"
 
 #include <QCoreApplication>
@@ -17,6 +18,7 @@ constexpr int kFailed = 1;
 constexpr int kWrongUsage = 2;
 
 constexpr char kUsage[] = "usage: lumivault-inspect exif FILE...\n"
+                          "       lumivault-inspect rewrite FILE OPS.json\n"
                           "       lumivault-inspect swap FOLDER\n"
                           "       lumivault-inspect raster FILE --depth 16|32 [--request WxH]\n"
                           "       lumivault-inspect coordinates [TEXT...]\n"
@@ -24,6 +26,8 @@ constexpr char kUsage[] = "usage: lumivault-inspect exif FILE...\n"
                           "\n"
                           "exif    what both Exif readers make of a file and what is shown,\n"
                           "        a JSON object a line for each\n"
+                          "rewrite changes tags of a photo by a list of operations, as the editor\n"
+                          "        does, and prints 0 done, 1 no room, 2 failed\n"
                           "swap    the index of a thumbnail store, a JSON object a line\n"
                           "raster  the decoded, turned photo: pixels to standard output, its size\n"
                           "        to standard error\n"
@@ -31,7 +35,8 @@ constexpr char kUsage[] = "usage: lumivault-inspect exif FILE...\n"
                           "        what each text, or line of standard input, means and how it\n"
                           "        would be stored in a photo, a JSON object a line\n"
                           "\n"
-                          "Result: 0 success, 1 a file could not be read, 2 wrong usage\n";
+                          "Result: 0 success, 1 a file could not be read or changed,\n"
+                          "        2 wrong usage\n";
 
 struct Command
 {
@@ -41,6 +46,7 @@ struct Command
 
 constexpr Command kCommands[] = {
     {"exif", exifCommand},
+    {"rewrite", rewriteCommand},
     {"swap",
      [](const QStringList &arguments, QTextStream &out, QTextStream &) {
          return swapCommand(arguments, out);
