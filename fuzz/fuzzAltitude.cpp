@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 // Heights of arbitrary text: what is taken has a fraction with the digits of the text, and what
-// the fraction reads back as must be taken again.
+// the fraction reads back as must be taken again. Heights of arbitrary fractions must be valid
+// or empty.
 #include "exif/Altitude.h"
 
 #include <cstdint>
 #include <cstdlib>
+#include <cstring>
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
@@ -23,6 +25,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         if (other.text().isEmpty() ? text.size() < 8 : !fits) {
             std::abort();
         }
+    }
+    lumi::Rational words;
+    if (size >= sizeof words) {
+        std::memcpy(&words, data, sizeof words);
+    }
+    value.fromRational(size % 2 == 0, words);
+    if (!value.text().isEmpty() && !altitudeValid(value.text())) {
+        std::abort();
     }
     return 0;
 }
