@@ -9,6 +9,8 @@ runPackages=(cmake g++ ninja-build qt6-base-dev libjpeg-dev librsvg2-bin fonts-d
 tourPackages=(xvfb openbox xdotool imagemagick)
 # Building and running the tests.
 testPackages=("${runPackages[@]}" "${tourPackages[@]}" git dbus libimage-exiftool-perl exiv2)
+# Building and running the measurements.
+benchPackages=("${runPackages[@]}" libexif-dev)
 # The checks of form.
 checkPackages=(clang-format clang-tidy shellcheck desktop-file-utils)
 
