@@ -11,6 +11,7 @@
 #include "platform/toolkit/QPopupMenu.h"
 #include "swap/SwapSystem.h"
 #include "swap/swapStore.h"
+#include "widgets/LeftSide.h"
 #include "widgets/MyDialogWait.h"
 #include "widgets/MyImageButton.h"
 #include "widgets/MyLeftWidget.h"
@@ -63,14 +64,15 @@ FormTop::FormTop(QWidget *parent, QPEToolBar *toolBar)
 {
     parent->setWindowTitle(msg(lumi::MsgLumiVault));
     buildMenu();
-    m_leftWidget = new MyLeftWidget(this);
+    auto *leftSide = new lumi::LeftSide(this);
+    m_leftWidget = leftSide->column();
     m_leftWidget->hideButton(MyLeftWidget::AllButtons);
     auto *area = new BackgroundWidget(this);
     area->setBackgroundPixmap(load("bg_right_top"));
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
-    layout->addWidget(m_leftWidget, 0);
+    layout->addWidget(leftSide, 0);
     layout->addWidget(area, 1);
     buildButtons(area);
 }

@@ -12,6 +12,7 @@
 #include "platform/toolkit/QAccel.h"
 #include "views/FPVThumbnailView.h"
 #include "views/folderRoots.h"
+#include "widgets/LeftSide.h"
 #include "widgets/MyLeftWidget.h"
 
 #include <QComboBox>
@@ -55,10 +56,13 @@ FormFile::FormFile(QWidget *parent, QPEToolBar *toolBar)
     buildMenus();
     auto *accel = new QAccel(kKeyMail, this);
     connect(accel, &QAccel::activated, this, &FormFile::accel_appendToMail);
+    auto *leftSide = new lumi::LeftSide(this);
+    m_leftWidget = leftSide->column();
+    connect(m_leftWidget, &MyLeftWidget::btn_clicked, this, &FormFile::btn_leftWidget_clicked);
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(0);
-    row->addWidget(buildLeftSide(), 0);
+    row->addWidget(leftSide, 0);
     row->addWidget(buildRightSide(), 1);
 }
 
@@ -70,19 +74,6 @@ FormFile::~FormFile()
         m_menuBar->hide();
         delete m_menuBar;
     }
-}
-
-QWidget *FormFile::buildLeftSide()
-{
-    // The column's size is fixed; this goes on with its background down to the bottom.
-    auto *leftSide = new BackgroundWidget(this);
-    leftSide->setBackgroundPixmap(load("bg_left"));
-    m_leftWidget = new MyLeftWidget(leftSide);
-    connect(m_leftWidget, &MyLeftWidget::btn_clicked, this, &FormFile::btn_leftWidget_clicked);
-    auto *column = new QVBoxLayout(leftSide);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->addWidget(m_leftWidget, 0, Qt::AlignTop);
-    return leftSide;
 }
 
 QWidget *FormFile::buildRightSide()

@@ -86,7 +86,6 @@ private:
     void buildMenus();
     [[nodiscard]] QPopupMenu *addMenu(int title);
     template <typename Rows> void appendEntries(QPopupMenu *menu, const Rows &rows);
-    [[nodiscard]] QWidget *buildLeftSide();
     [[nodiscard]] QWidget *buildRightSide();
     [[nodiscard]] QLayout *buildTopRow(QWidget *rightSide);
     [[nodiscard]] QWidget *buildPicturePart(QWidget *rightSide);

@@ -6,6 +6,8 @@
 
 namespace {
 
+constexpr QRgb kCursorColor = 0xFFE8945A;
+
 bool isEntry(const QStyleOption *option)
 {
     const auto *item = qstyleoption_cast<const QStyleOptionMenuItem *>(option);
@@ -19,6 +21,13 @@ bool isBoxButton(const QWidget *widget)
 }
 
 } // namespace
+
+void lumi::PanelStyle::polish(QPalette &palette)
+{
+    QProxyStyle::polish(palette);
+    palette.setColor(QPalette::Highlight, kCursorColor);
+    palette.setColor(QPalette::HighlightedText, Qt::black);
+}
 
 int lumi::PanelStyle::pixelMetric(PixelMetric metric, const QStyleOption *option,
                                   const QWidget *widget) const

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Sizes for fingers and pens: makes the entries of menus and menu bars, tabs, and the
-// buttons of message boxes, as high as a fingertip needs. Everything else is the usual style's.
+// Sizes for fingers and pens: makes the entries of menus and menu bars, tabs, and the buttons of
+// message boxes, as high as a fingertip needs, and shows what is chosen in the program's orange.
+// Everything else is the usual style's.
 #pragma once
 
 #include <QProxyStyle>
@@ -15,6 +16,8 @@ public:
     /// Least height in pixels of what is tapped.
     static constexpr int kTargetHeight = 40;
 
+    using QProxyStyle::polish;
+    void polish(QPalette &palette) override;
     [[nodiscard]] int pixelMetric(PixelMetric metric, const QStyleOption *option,
                                   const QWidget *widget) const override;
     [[nodiscard]] QSize sizeFromContents(ContentsType type, const QStyleOption *option,

@@ -17,6 +17,7 @@ class TestPanelStyle : public QObject
 
 private Q_SLOTS:
     void isTheApplicationsStyle();
+    void whatIsChosenIsOrange();
     void entriesOfMenusAreHighEnough();
     void separatorsTakeNoMoreRoomThanUsual();
     void tabsAreHighEnough();
@@ -27,6 +28,13 @@ private Q_SLOTS:
 void TestPanelStyle::isTheApplicationsStyle()
 {
     QVERIFY(qobject_cast<PanelStyle *>(QApplication::style()) != nullptr);
+}
+
+void TestPanelStyle::whatIsChosenIsOrange()
+{
+    const QPalette palette = QApplication::palette();
+    QCOMPARE(palette.color(QPalette::Highlight), QColor(0xE8, 0x94, 0x5A));
+    QCOMPARE(palette.color(QPalette::HighlightedText), QColor(Qt::black));
 }
 
 void TestPanelStyle::entriesOfMenusAreHighEnough()

@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: MIT
+#include "widgets/LeftSide.h"
+
+#include "platform/Resource.h"
+#include "widgets/MyLeftWidget.h"
+
+#include <QVBoxLayout>
+
+lumi::LeftSide::LeftSide(QWidget *parent)
+    : BackgroundWidget(parent)
+    , m_column(new MyLeftWidget(this))
+{
+    setBackgroundPixmap(Resource::loadPixmap(QStringLiteral("lumivault/bg_left")));
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_column, 0, Qt::AlignTop);
+}
