@@ -34,7 +34,7 @@ struct ButtonRow
     ClickSlot slot = nullptr;
 };
 
-// The first one has the focus at the start.
+// The first one has the focus when the form comes up.
 constexpr ButtonRow kButtons[] = {
     {{34, 85}, "top_copy", "top_copy_push", &FormTop::btn_takein_clicked},
     {{290, 85}, "top_look", "top_look_push", &FormTop::btn_look_clicked},
@@ -106,7 +106,6 @@ void FormTop::buildButtons(QWidget *area)
         connect(button, &MyImageButton::clicked, this, row.slot);
         m_buttons.append(button);
     }
-    m_buttons.first()->setFocus();
 }
 
 void FormTop::loadPressedPixmaps()
@@ -122,6 +121,7 @@ void FormTop::formStarted()
         m_menuBar->show();
     }
     show();
+    m_buttons.first()->setFocus();
     // Nobody presses a button that isn't on the screen yet.
     QTimer::singleShot(0, this, &FormTop::loadPressedPixmaps);
 }

@@ -2,15 +2,12 @@
 #include "app/runProgram.h"
 
 #include "app/MainWindow.h"
-#include "app/common/shutDownFlag.h"
 #include "platform/QPEApplication.h"
 #include "swap/SwapSystem.h"
 #include "swap/swapStore.h"
 
 #include <QDir>
 #include <QFile>
-
-#include <cstdlib>
 
 int lumi::runProgram(QPEApplication &application)
 {
@@ -27,6 +24,5 @@ int lumi::runProgram(QPEApplication &application)
     swapSystem(&swap);
     MainWindow window;
     application.showMainWidget(&window, false);
-    // Showing runs events: a window that was closed meanwhile would leave a loop without end.
-    return lumi::shutDownFlag() ? EXIT_SUCCESS : QApplication::exec();
+    return QApplication::exec();
 }

@@ -12,6 +12,7 @@
 #include "platform/Resource.h"
 #include "platform/toolkit/BackgroundWidget.h"
 #include "platform/toolkit/QPopupMenu.h"
+#include "widgets/LeftSide.h"
 #include "widgets/MyImageButton.h"
 #include "widgets/MyLeftWidget.h"
 #include "widgets/commonActions.h"
@@ -106,16 +107,11 @@ void FormImport::buildMenu()
 
 QWidget *FormImport::buildLeftSide()
 {
-    // The column's size is fixed; this goes on with its background down to the bottom.
-    auto *leftSide = new BackgroundWidget(this);
-    leftSide->setBackgroundPixmap(load("bg_left"));
-    m_leftWidget = new MyLeftWidget(leftSide);
+    auto *leftSide = new lumi::LeftSide(this);
+    m_leftWidget = leftSide->column();
     m_leftWidget->hideButton(MyLeftWidget::AllButtons);
     m_leftWidget->showButton(MyLeftWidget::Top);
     connect(m_leftWidget, &MyLeftWidget::btn_clicked, this, &FormImport::btn_leftWidget_clicked);
-    auto *column = new QVBoxLayout(leftSide);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->addWidget(m_leftWidget, 0, Qt::AlignTop);
     return leftSide;
 }
 

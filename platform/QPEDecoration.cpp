@@ -8,6 +8,7 @@
 #include <QDialog>
 #include <QDialogButtonBox>
 #include <QFile>
+#include <QPointer>
 #include <QTextBrowser>
 #include <QUrl>
 #include <QVBoxLayout>
@@ -31,15 +32,17 @@ void showFirstPage(QTextBrowser *browser)
 
 void QPEDecoration::help(QWidget *widget)
 {
-    QDialog dialog(widget);
-    dialog.setWindowTitle(QStringLiteral("Help"));
-    auto *browser = new QTextBrowser(&dialog);
+    // On the heap: the window may go while the dialog is up.
+    const QPointer<QDialog> dialog(new QDialog(widget));
+    dialog->setWindowTitle(QStringLiteral("Help"));
+    auto *browser = new QTextBrowser(dialog);
     showFirstPage(browser);
-    auto *column = new QVBoxLayout(&dialog);
+    auto *column = new QVBoxLayout(dialog);
     column->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
     column->setSpacing(kMargin);
     column->addWidget(browser);
-    column->addWidget(lumi::makeCloseRow(&dialog));
-    dialog.resize(kHelpSize.boundedTo(QPEApplication::desktopSize()));
-    dialog.exec();
+    column->addWidget(lumi::makeCloseRow(dialog));
+    dialog->resize(kHelpSize.boundedTo(QPEApplication::desktopSize()));
+    dialog->exec();
+    delete dialog;
 }

@@ -40,9 +40,7 @@ void elideToLabel(QLabel *label, const QString &text)
 QString elideToChars(const QWidget *widget, const QString &text, int count)
 {
     const QFontMetrics metrics(widget->font());
-    // Of all of them at once: widths are rounded, and that would add up.
-    const QString widest(qMax(0, count), QLatin1Char('X'));
-    return elided(text, metrics, metrics.horizontalAdvance(widest));
+    return elided(text, metrics, qMax(0, count) * metrics.horizontalAdvance(QLatin1Char('X')));
 }
 
 void setFontSize(QWidget *widget, int points)

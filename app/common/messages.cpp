@@ -5,7 +5,8 @@
 
 namespace {
 
-// The texts stand as they were published, misspelt ones and double blanks included.
+// Translations and help pages quote these texts: they stay, misspelt ones and double blanks
+// included.
 constexpr std::array<const char *, lumi::kMessageCount> kRows = {
     /*   0 */ "Lumi Vault",
     /*   1 */ "Select a function to use",

@@ -5,11 +5,15 @@
 #include "app/common/FormEvent.h"
 #include "app/common/shutDownFlag.h"
 #include "files/FormFile.h"
+#include "import/FormImport.h"
 #include "platform/QPEMenuBar.h"
 #include "platform/QPEToolBar.h"
 #include "tests/support/FakeMachine.h"
 #include "tests/support/TestMain.h"
+#include "views/FPVThumbnailView.h"
+#include "widgets/MyImageButton.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QDir>
 #include <QMetaMethod>
@@ -17,8 +21,15 @@
 #include <QTest>
 
 #include <memory>
+#include <type_traits>
 
 namespace {
+
+// No form has its own idea of accepting or of closing.
+template <typename Form>
+constexpr bool kKeepsTheBase = std::is_same_v<decltype(&Form::canClose), bool (FormBase::*)()>
+    &&std::is_same_v<decltype(&Form::acceptForm), void (FormBase::*)()>;
+static_assert(kKeepsTheBase<FormTop> && kKeepsTheBase<FormFile> && kKeepsTheBase<FormImport>);
 
 class OpenMainWindow : public MainWindow
 {
@@ -70,6 +81,7 @@ private Q_SLOTS:
     void oldFormGoesBetweenConstructionAndStart();
     void captionIsEmptiedFirst();
     void toolBarOutlivesTheForms();
+    void theTopMenuComesBackWithTheFocus();
     void previousFormIsRemembered();
     void returningTwiceAsksOnce();
     void requestsRunInOrder();
@@ -82,10 +94,11 @@ private Q_SLOTS:
     void onlyTheCurrentFormHearsOfCards();
     void closeIsRefusedWhileForbidden();
     void acceptedCloseStopsEvents();
+    void afterTheCloseTheToolBarGetsNothing();
     void closeNeverDeletesTheWindow();
-    void acceptIsCalledByName();
+    void acceptCanBeCalledByName();
     void windowMayDieAtAnyTime();
-    void slotsAreTheGivenOnes();
+    void slotsKeepTheirNames();
 
 private:
     std::unique_ptr<OpenMainWindow> m_window;
@@ -141,12 +154,13 @@ void TestMainWindow::formIsShownByTheEventLoop()
 void TestMainWindow::switchIsPosted()
 {
     const QPointer<FormBase> old(m_window->currentForm());
-    old->requestForm(2, QString());
+    old->requestForm(2, QStringLiteral("nobody reads this"));
     QVERIFY(old);
     QCOMPARE(m_window->currentForm(), old.data());
     QCoreApplication::processEvents();
     QVERIFY(!old);
     QVERIFY(qobject_cast<FormFile *>(m_window->currentForm()) != nullptr);
+    QCOMPARE(m_window->windowTitle(), QStringLiteral("Lumi Vault"));
     QCOMPARE(m_window->centralWidget(), m_window->currentForm());
     QTRY_VERIFY(m_window->currentForm()->isVisible());
 }
@@ -155,7 +169,7 @@ void TestMainWindow::oldFormGoesBetweenConstructionAndStart()
 {
     m_window->changeForm(2, QString());
     QCoreApplication::processEvents();
-    const FormBase *old = m_window->currentForm();
+    auto *old = qobject_cast<FormFile *>(m_window->currentForm());
     int deaths = 0;
     connect(old, &QObject::destroyed, this, [&] {
         ++deaths;
@@ -164,7 +178,8 @@ void TestMainWindow::oldFormGoesBetweenConstructionAndStart()
         QCOMPARE(next->formId(), 0); // and built
         QVERIFY(next->isHidden());   // but not started
     });
-    m_window->currentForm()->requestForm(0, QString());
+    old->menu_disp_Top();
+    QCOMPARE(deaths, 0); // not while its own slot runs
     QCoreApplication::processEvents();
     QCOMPARE(deaths, 1);
     QTRY_VERIFY(m_window->currentForm()->isVisible());
@@ -192,6 +207,19 @@ void TestMainWindow::toolBarOutlivesTheForms()
         QCOMPARE(bars.size(), qsizetype(1));
         QVERIFY(bars.first()->isVisible());
     }
+}
+
+/// Whatever had the focus in the form before.
+void TestMainWindow::theTopMenuComesBackWithTheFocus()
+{
+    QApplication::setActiveWindow(m_window.get());
+    m_window->changeForm(2, QString());
+    QTRY_VERIFY(qobject_cast<FPVThumbnailView *>(QApplication::focusWidget()) != nullptr);
+    m_window->changeForm(0, QString());
+    QTRY_VERIFY(m_window->currentForm()->isVisible());
+    const auto *button = qobject_cast<MyImageButton *>(QApplication::focusWidget());
+    QVERIFY(button != nullptr);
+    QCOMPARE(button->pos(), QPoint(34, 85));
 }
 
 void TestMainWindow::previousFormIsRemembered()
@@ -345,6 +373,14 @@ void TestMainWindow::acceptedCloseStopsEvents()
     QVERIFY(!form->isHidden());
 }
 
+void TestMainWindow::afterTheCloseTheToolBarGetsNothing()
+{
+    QEvent event(QEvent::None);
+    QVERIFY(!QCoreApplication::sendEvent(m_window->toolBar(), &event));
+    QVERIFY(m_window->close());
+    QVERIFY(QCoreApplication::sendEvent(m_window->toolBar(), &event));
+}
+
 void TestMainWindow::closeNeverDeletesTheWindow()
 {
     m_window->setAttribute(Qt::WA_DeleteOnClose);
@@ -356,7 +392,7 @@ void TestMainWindow::closeNeverDeletesTheWindow()
     QVERIFY(window);
 }
 
-void TestMainWindow::acceptIsCalledByName()
+void TestMainWindow::acceptCanBeCalledByName()
 {
     QVERIFY(QMetaObject::invokeMethod(m_window.get(), "accept"));
     QCOMPARE(m_window->currentForm()->formId(), 0);
@@ -372,7 +408,7 @@ void TestMainWindow::windowMayDieAtAnyTime()
     QCoreApplication::processEvents();
 }
 
-void TestMainWindow::slotsAreTheGivenOnes()
+void TestMainWindow::slotsKeepTheirNames()
 {
     QCOMPARE(methodsOf(MainWindow::staticMetaObject, QMetaMethod::Slot),
              (QList<QByteArray>{"accept()", "changeForm(int,QString)"}));

@@ -40,6 +40,7 @@ private Q_SLOTS:
     void exitStatusIsThatOfTheLoop();
     void storeThatCannotBeMadeStopsNothing_data();
     void storeThatCannotBeMadeStopsNothing();
+    void storeThatCannotBeWrittenStopsNothing();
     void argumentsAreTheApplicationObjects();
 
 private:
@@ -159,7 +160,6 @@ void TestStartUp::exitStatusIsThatOfTheLoop_data()
     QTest::addColumn<QString>("end");
     QTest::addColumn<int>("status");
     QTest::newRow("a closed window gives 0") << QStringLiteral("close") << 0;
-    QTest::newRow("a window that is closed at once gives 0") << QStringLiteral("early") << 0;
     QTest::newRow("a loop that is left with 0") << QStringLiteral("exit:0") << 0;
     QTest::newRow("a loop that is left with 7") << QStringLiteral("exit:7") << 7;
 }
@@ -197,6 +197,21 @@ void TestStartUp::storeThatCannotBeMadeStopsNothing()
     QVERIFY(outcome.warnings.contains("Photo_Files mkdir err"));
     QVERIFY(outcome.warnings.contains("Error SwapSystem("));
     QVERIFY(QFileInfo(at(obstacle)).isFile());
+}
+
+/// A plain file is where the thumbnails should go, so that nothing can be written there.
+void TestStartUp::storeThatCannotBeWrittenStopsNothing()
+{
+    QVERIFY(QDir().mkpath(at(QStringLiteral("Documents/Photo_Files"))));
+    QFile file(at(QStringLiteral("Documents/Photo_Files/.photo_swp")));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.close();
+    const Outcome outcome = run(QStringLiteral("close"));
+    QVERIFY(outcome.ended);
+    QCOMPARE(outcome.status, 0);
+    QCOMPARE(outcome.windows, QStringList{QStringLiteral("window: Lumi Vault")});
+    QVERIFY(!outcome.warnings.contains("Photo_Files mkdir err"));
+    QVERIFY2(outcome.warnings.contains("Error SwapSystem("), outcome.warnings.constData());
 }
 
 void TestStartUp::argumentsAreTheApplicationObjects()

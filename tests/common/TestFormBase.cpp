@@ -106,7 +106,7 @@ private Q_SLOTS:
     void cardChangeInsideADelivery();
     void releaseIsSignalledOnce();
     void formMayDieBusy();
-    void slotsAreTheGivenOnes();
+    void slotsKeepTheirNames();
 
 private:
     std::unique_ptr<RecordingWindow> m_window;
@@ -359,7 +359,7 @@ void TestFormBase::formMayDieBusy()
     QCoreApplication::processEvents();
 }
 
-void TestFormBase::slotsAreTheGivenOnes()
+void TestFormBase::slotsKeepTheirNames()
 {
     QList<QByteArray> found;
     const QMetaObject &meta = FormBase::staticMetaObject;

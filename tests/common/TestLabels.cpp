@@ -113,7 +113,7 @@ void TestLabels::countOfCharacters_data()
     QTest::addColumn<QString>("text");
     QTest::addColumn<int>("count");
     QTest::addColumn<bool>("whole");
-    QTest::newRow("as many letters as allowed") << QStringLiteral("XXXXX") << 5 << true;
+    QTest::newRow("a letter less than allowed") << QStringLiteral("XXXX") << 5 << true;
     QTest::newRow("one letter more") << QStringLiteral("XXXXXX") << 5 << false;
     QTest::newRow("narrow letters need less room") << QStringLiteral("iiiiiii") << 5 << true;
     QTest::newRow("no room at all") << QStringLiteral("X") << 0 << false;

@@ -16,17 +16,17 @@ namespace {
 // Asked for before main: the table must not depend on the order of initialisation.
 const QString kAskedBeforeMain = msg(lumi::MsgLumiVault);
 
-struct PublishedRow
+struct ListedRow
 {
     int id;
     QString text;
 };
 
-/// The published list: a number, a colon, and the text in quotation marks with "\n" escaped.
-QList<PublishedRow> publishedRows()
+/// The list of all texts: a number, a colon, and the text in quotation marks with "\n" escaped.
+QList<ListedRow> listedRows()
 {
     QFile file(QStringLiteral(LUMI_CATALOGUE));
-    QList<PublishedRow> rows;
+    QList<ListedRow> rows;
     if (!file.open(QIODevice::ReadOnly)) {
         return rows;
     }
@@ -49,20 +49,20 @@ class TestMessages : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void everyRowIsPublished();
-    void textIsThePublishedOne_data();
-    void textIsThePublishedOne();
+    void everyRowIsInTheList();
+    void textIsTheListedOne_data();
+    void textIsTheListedOne();
     void textsAreThereBeforeMain();
     void copiesAreTheCallersOwn();
-    void odditiesStand_data();
-    void odditiesStand();
+    void spellingsStay_data();
+    void spellingsStay();
     void numberOutsideTheTable_data();
     void numberOutsideTheTable();
 };
 
-void TestMessages::everyRowIsPublished()
+void TestMessages::everyRowIsInTheList()
 {
-    const QList<PublishedRow> rows = publishedRows();
+    const QList<ListedRow> rows = listedRows();
     QCOMPARE(rows.size(), qsizetype(lumi::kMessageCount));
     QCOMPARE(lumi::kMessageCount, 281);
     for (int i = 0; i < rows.size(); ++i) {
@@ -70,17 +70,17 @@ void TestMessages::everyRowIsPublished()
     }
 }
 
-void TestMessages::textIsThePublishedOne_data()
+void TestMessages::textIsTheListedOne_data()
 {
     QTest::addColumn<int>("id");
     QTest::addColumn<QString>("text");
-    const QList<PublishedRow> rows = publishedRows();
-    for (const PublishedRow &row : rows) {
-        QTest::addRow("row %d reads as published", row.id) << row.id << row.text;
+    const QList<ListedRow> rows = listedRows();
+    for (const ListedRow &row : rows) {
+        QTest::addRow("row %d reads as listed", row.id) << row.id << row.text;
     }
 }
 
-void TestMessages::textIsThePublishedOne()
+void TestMessages::textIsTheListedOne()
 {
     QFETCH(int, id);
     QFETCH(QString, text);
@@ -101,7 +101,7 @@ void TestMessages::copiesAreTheCallersOwn()
     QCOMPARE(msg(lumi::MsgWorking), QStringLiteral("Working..."));
 }
 
-void TestMessages::odditiesStand_data()
+void TestMessages::spellingsStay_data()
 {
     QTest::addColumn<int>("id");
     QTest::addColumn<QString>("end");
@@ -117,7 +117,7 @@ void TestMessages::odditiesStand_data()
     QTest::newRow("an ampersand stands alone") << 58 << QStringLiteral("Save & Exit");
 }
 
-void TestMessages::odditiesStand()
+void TestMessages::spellingsStay()
 {
     QFETCH(int, id);
     QFETCH(QString, end);

@@ -10,6 +10,9 @@
 
 #include <memory>
 
+#include <sched.h>
+#include <sys/mount.h>
+
 using lumi::MountWatcher;
 using lumi::test::FakeMachine;
 
@@ -45,6 +48,7 @@ private Q_SLOTS:
     void aFolderUnderTheOldNameIsWatchedAgain();
     void withoutATableOrFoldersNothingHappens();
     void theRealTableCanBeWatched();
+    void aMountAndItsEndAreOneMessageEach();
 
 private:
     FakeMachine *m_machine = nullptr;
@@ -185,6 +189,31 @@ void TestMountWatcher::theRealTableCanBeWatched()
     QCOMPARE(m_spy->count(), 0);
     m_machine->insertCard(Slot::SD);
     QTRY_COMPARE(m_spy->count(), 1);
+}
+
+/// A file system over a slot's folder, and gone again, as a card's is.
+void TestMountWatcher::aMountAndItsEndAreOneMessageEach()
+{
+    m_machine->table = QStringLiteral("/proc/self/mountinfo");
+    const QByteArray folder = QFile::encodeName(m_machine->mountPoint(Slot::CF));
+    // Mounts of this process alone; a user without the right to mount has none to watch either.
+    if (::unshare(CLONE_NEWNS) != 0
+        || ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0) {
+        qInfo("nothing may be mounted here");
+        return;
+    }
+    const MountWatcher watcher;
+    QCOMPARE(::mount("tmpfs", folder.constData(), "tmpfs", 0, "size=64k"), 0);
+    QTRY_COMPARE(m_spy->count(), 1);
+    // Nothing but the table tells of this one: the marker is on it as well.
+    QFile marker(QFile::decodeName(folder) + QStringLiteral("/NotAvailable"));
+    QVERIFY(marker.open(QIODevice::WriteOnly));
+    marker.close();
+    QTRY_COMPARE(m_spy->count(), 2);
+    QCOMPARE(::umount2(folder.constData(), MNT_DETACH), 0);
+    QTRY_COMPARE(m_spy->count(), 3);
+    QTest::qWait(kQuietMs);
+    QCOMPARE(m_spy->count(), 3);
 }
 
 LUMI_TEST(TestMountWatcher)

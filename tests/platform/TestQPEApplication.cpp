@@ -50,7 +50,6 @@ private Q_SLOTS:
     void theMainWindowFillsASmallScreen();
     void theMainWindowMayStaySmall();
     void theDesktopIsTheScreen();
-    void aHeldDesktopKeepsItsSize();
     void aWindowIsPaintedBeforeWorkBegins();
     void waitingForAHiddenWindowReturnsAtOnce();
     void aMaximizedWindowHasItsSizeAtOnce();
@@ -99,17 +98,6 @@ void TestQPEApplication::theDesktopIsTheScreen()
     Canvas window;
     qobject_cast<QPEApplication *>(qApp)->showMainWidget(&window, true);
     QCOMPARE(QPEApplication::desktopSize(), window.screen()->size());
-}
-
-void TestQPEApplication::aHeldDesktopKeepsItsSize()
-{
-    QPEApplication::holdDesktopSize();
-    QPEApplication::holdDesktopSize();
-    QCOMPARE(QPEApplication::desktopSize(), QSize(640, 480));
-    QPEApplication::releaseDesktopSize();
-    QCOMPARE(QPEApplication::desktopSize(), QSize(640, 480));
-    QPEApplication::releaseDesktopSize();
-    QCOMPARE(QPEApplication::desktopSize(), QGuiApplication::primaryScreen()->size());
 }
 
 void TestQPEApplication::aWindowIsPaintedBeforeWorkBegins()

@@ -31,6 +31,7 @@ private Q_SLOTS:
     void versionTexts();
     void versionParentMayGo();
     void helpShowsThePages();
+    void helpParentMayGo();
     void dialogBaseIsAMessageBox();
 
 private:
@@ -169,6 +170,16 @@ void TestCommonActions::helpShowsThePages()
     showHelp(&parent);
     QCOMPARE(m_visits, 1);
     Machine::install(nullptr);
+}
+
+void TestCommonActions::helpParentMayGo()
+{
+    auto parent = std::make_unique<QWidget>();
+    whenModal([&parent](QWidget *) {
+        parent.reset();
+    });
+    showHelp(parent.get());
+    QCOMPARE(m_visits, 1);
 }
 
 void TestCommonActions::dialogBaseIsAMessageBox()

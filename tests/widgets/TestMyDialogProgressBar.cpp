@@ -47,6 +47,9 @@ void TestMyDialogProgressBar::looks()
     QCOMPARE(frame->layout()->spacing(), 4);
 
     auto *bar = dialog.findChild<QProgressBar *>();
+    auto *barFrame = qobject_cast<QFrame *>(bar->parentWidget());
+    QVERIFY(barFrame != nullptr && barFrame != frame);
+    QCOMPARE(barFrame->frameStyle(), int(QFrame::Box) | int(QFrame::Raised));
     QCOMPARE(bar->minimumWidth(), 400);
     QVERIFY(bar->isTextVisible());
     QCOMPARE(bar->alignment(), Qt::AlignCenter);

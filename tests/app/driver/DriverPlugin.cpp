@@ -2,9 +2,8 @@
 // A plugin that stands in for the user of the real program, where no pointer and no window
 // manager are at hand. It writes a line for each window that appears to standard output,
 // answers message boxes with their default button, and ends the program in the way that
-// $LUMI_DRIVER_END names: "close" closes the main window as a window manager would, "early"
-// does so while it is still being shown, "exit:N" leaves the event loop with N, anything else
-// lets the program run on.
+// $LUMI_DRIVER_END names: "close" closes the main window as a window manager would, "exit:N"
+// leaves the event loop with N, anything else lets the program run on.
 #include <QApplication>
 #include <QGenericPlugin>
 #include <QMainWindow>
@@ -53,15 +52,15 @@ private:
             });
         } else if (auto *main = qobject_cast<QMainWindow *>(window)) {
             report(QStringLiteral("window: %1").arg(main->windowTitle()));
-            endLater(main, wayOut() == QLatin1String("early") ? 0 : kLookMs);
+            endLater(main);
         }
     }
 
     static QString wayOut() { return qEnvironmentVariable("LUMI_DRIVER_END"); }
 
-    static void endLater(QMainWindow *main, int ms)
+    static void endLater(QMainWindow *main)
     {
-        QTimer::singleShot(ms, main, [main] {
+        QTimer::singleShot(kLookMs, main, [main] {
             end(main);
         });
     }
@@ -69,10 +68,8 @@ private:
     static void end(QMainWindow *main)
     {
         const QString way = wayOut();
-        if (way == QLatin1String("early")) {
-            main->close();
-        } else if (QThread::currentThread()->loopLevel() == 0) {
-            endLater(main, kLookMs); // not in its event loop yet
+        if (QThread::currentThread()->loopLevel() == 0) {
+            endLater(main); // not in its event loop yet
         } else if (way == QLatin1String("close")) {
             main->close();
         } else if (way.startsWith(QLatin1String("exit:"))) {

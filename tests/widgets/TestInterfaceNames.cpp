@@ -31,7 +31,7 @@ QList<QByteArray> methodsOf(const QMetaObject &meta, QMetaMethod::MethodType typ
 
 Q_DECLARE_METATYPE(const QMetaObject *)
 
-class TestGivenNames : public QObject
+class TestInterfaceNames : public QObject
 {
     Q_OBJECT
 
@@ -40,7 +40,7 @@ private Q_SLOTS:
     void names();
 };
 
-void TestGivenNames::names_data()
+void TestInterfaceNames::names_data()
 {
     using Names = QList<QByteArray>;
     QTest::addColumn<const QMetaObject *>("meta");
@@ -71,7 +71,7 @@ void TestGivenNames::names_data()
         << Names{"slotDone()"};
 }
 
-void TestGivenNames::names()
+void TestInterfaceNames::names()
 {
     QFETCH(const QMetaObject *, meta);
     QFETCH(QByteArray, base);
@@ -82,5 +82,5 @@ void TestGivenNames::names()
     QCOMPARE(methodsOf(*meta, QMetaMethod::Slot), slotNames);
 }
 
-LUMI_TEST(TestGivenNames)
-#include "TestGivenNames.moc"
+LUMI_TEST(TestInterfaceNames)
+#include "TestInterfaceNames.moc"
