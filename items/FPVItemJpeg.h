@@ -49,7 +49,6 @@ public:
     [[nodiscard]] bool
     InitJpegLib(int w, int h); // NOLINT(readability-identifier-naming): part of the interface
 
-    // NOLINTNEXTLINE(readability-redundant-access-specifiers): moc needs it
 public Q_SLOTS:
     void decodeScreenImage();
 
