@@ -38,7 +38,7 @@ public:
     ~FPVPictureScrollView() override;
 
 public Q_SLOTS:
-    // NOLINTBEGIN(readability-identifier-naming): given names
+    // NOLINTBEGIN(readability-identifier-naming): parts of the interface
     void memFull();
     void zoomIn();
     void zoomOut();

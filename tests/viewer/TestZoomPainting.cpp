@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/TestMain.h"
+#include "tests/swap/MemoryFaults.h"
 #include "viewer/zoomPainting.h"
 #include "viewer/zoomPlacement.h"
 
@@ -165,6 +166,7 @@ private Q_SLOTS:
     void onlyInTheRegion();
     void nothingToDraw_data();
     void nothingToDraw();
+    void withoutMemoryNothingIsDrawn();
 };
 
 void TestZoomPainting::placement_data()
@@ -342,6 +344,21 @@ void TestZoomPainting::nothingToDraw()
     // The same with everything there does draw.
     lumi::paintZoomed({raster.data(), {10, 10}, {}, 100, 32}, screen.target());
     QVERIFY(screen.at(0, 0) != screen.untouched());
+}
+
+void TestZoomPainting::withoutMemoryNothingIsDrawn()
+{
+    const std::vector<uchar> raster = rasterOf({10, 10}, 32);
+    Screen screen(QSize(120, 95), QRect(0, 0, 120, 95), 32);
+    const ZoomTarget target = screen.target();
+    {
+        const lumi::test::NoArrays none;
+        lumi::paintZoomed({raster.data(), {10, 10}, {}, 100, 32}, target);
+    }
+    QCOMPARE(screen.at(0, 0), screen.untouched());
+    QCOMPARE(screen.at(60, 47), screen.untouched());
+    lumi::paintZoomed({raster.data(), {10, 10}, {}, 100, 32}, target);
+    QVERIFY(screen.at(60, 47) != screen.untouched());
 }
 
 LUMI_TEST(TestZoomPainting)

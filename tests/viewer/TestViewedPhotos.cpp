@@ -1,0 +1,408 @@
+// SPDX-License-Identifier: MIT
+// Real photos in the viewer: where each corner of a photo appears, and what becomes of files
+// that are huge, tiny, cut or broken.
+#include "items/FPVItemJpeg.h"
+#include "platform/FrameBuffer.h"
+#include "tests/items/HostileFiles.h"
+#include "tests/items/JpegMaker.h"
+#include "tests/items/LibraryFaults.h"
+#include "tests/support/TestMain.h"
+#include "tests/viewer/ViewerFixture.h"
+#include "viewer/zoomPlacement.h"
+#include "viewer/zoomSteps.h"
+
+#include <QLabel>
+#include <QPainter>
+#include <QTest>
+
+using lumi::test::ViewerFixture;
+
+namespace {
+
+const QString kMemoryBox = QStringLiteral("Error: Memory full.\nProcessing cancelled (OK)");
+const QString kOpenBox = QStringLiteral("Error: You did not open this file (OK)");
+
+constexpr QSize kPhoto(1600, 1200);
+constexpr int kMark = 160;
+constexpr QRgb kTopLeft = 0xFFE01010U;
+constexpr QRgb kTopRight = 0xFF10C010U;
+constexpr QRgb kBottomLeft = 0xFF1010E0U;
+constexpr QRgb kBottomRight = 0xFFE0E010U;
+
+/// Each corner has a mark of its own colour.
+QImage markedPhoto()
+{
+    QImage image(kPhoto, QImage::Format_RGB32);
+    image.fill(QColor(60, 60, 60));
+    QPainter painter(&image);
+    const int right = kPhoto.width() - kMark;
+    const int bottom = kPhoto.height() - kMark;
+    painter.fillRect(0, 0, kMark, kMark, QColor::fromRgb(kTopLeft));
+    painter.fillRect(right, 0, kMark, kMark, QColor::fromRgb(kTopRight));
+    painter.fillRect(0, bottom, kMark, kMark, QColor::fromRgb(kBottomLeft));
+    painter.fillRect(right, bottom, kMark, kMark, QColor::fromRgb(kBottomRight));
+    return image;
+}
+
+/// As near as a JPEG of full quality and 16-bit pixels come.
+bool isNear(QRgb one, QRgb other)
+{
+    constexpr int kNear = 16;
+    return qAbs(qRed(one) - qRed(other)) < kNear && qAbs(qGreen(one) - qGreen(other)) < kNear
+        && qAbs(qBlue(one) - qBlue(other)) < kNear;
+}
+
+/// Swallows what a broken file makes libjpeg say.
+struct Silence
+{
+    Silence()
+        : previous(
+            qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {}))
+    { }
+
+    ~Silence() { qInstallMessageHandler(previous); }
+
+    Silence(const Silence &) = delete;
+    Silence &operator=(const Silence &) = delete;
+
+    QtMessageHandler previous;
+};
+
+} // namespace
+
+class TestViewedPhotos : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void cornersAtFit_data();
+    void cornersAtFit();
+    void cornersWhenLarger_data();
+    void cornersWhenLarger();
+    void marginsAreGray_data();
+    void marginsAreGray();
+    void extremeSizes_data();
+    void extremeSizes();
+    void brokenFiles_data();
+    void brokenFiles();
+    void hostileFiles();
+    void aFileThatGoesMeanwhile();
+    void anErrorInAnyLine_data();
+    void anErrorInAnyLine();
+    void leavingDuringADecode();
+
+private:
+    FPVItemJpeg *addFile(const QByteArray &bytes);
+    /// Opens the photo, waits for its picture and for that of full size, and closes. What
+    /// boxes said is in m_it->boxes.
+    [[nodiscard]] bool seeIt(FPVItemImage *item, bool alsoFull);
+    void zoomTo(int percent);
+    /// The pixels in the corners of the picture's place, from left to right, top first.
+    [[nodiscard]] QList<QRgb> corners() const;
+    void press(int key, int times);
+
+    std::unique_ptr<ViewerFixture> m_it;
+    int m_count = 0;
+};
+
+void TestViewedPhotos::init()
+{
+    m_it = std::make_unique<ViewerFixture>();
+}
+
+void TestViewedPhotos::cleanup()
+{
+    m_it.reset();
+    QVERIFY(!FrameBuffer::instance().isAllocated());
+    QCOMPARE(lumi::test::liveDecompressors(), 0);
+}
+
+FPVItemJpeg *TestViewedPhotos::addFile(const QByteArray &bytes)
+{
+    const QString path = m_it->world.makeFile(QString::asprintf("%04d.jpg", ++m_count), bytes);
+    auto *item = new FPVItemJpeg(path, QString(), false);
+    m_it->items.append(item);
+    return item;
+}
+
+void TestViewedPhotos::zoomTo(int percent)
+{
+    QVERIFY(m_it->waitForLook());
+    const QString wanted = QString::asprintf("%d%%", percent);
+    for (int i = 0; i < 12 && m_it->percent()->text() != wanted; ++i) {
+        m_it->viewer->zoomIn();
+        QVERIFY(m_it->waitForLook());
+    }
+    QCOMPARE(m_it->percent()->text(), wanted);
+}
+
+QList<QRgb> TestViewedPhotos::corners() const
+{
+    const QImage shot = m_it->shot();
+    const int right = shot.width() - 1;
+    const int bottom = shot.height() - 1;
+    return {shot.pixel(0, 0), shot.pixel(right, 0), shot.pixel(0, bottom),
+            shot.pixel(right, bottom)};
+}
+
+void TestViewedPhotos::press(int key, int times)
+{
+    for (int i = 0; i < times; ++i) {
+        m_it->key(key);
+    }
+}
+
+void TestViewedPhotos::cornersAtFit_data()
+{
+    QTest::addColumn<int>("depth");
+    QTest::newRow("16 bits") << 16;
+    QTest::newRow("32 bits") << 32;
+}
+
+void TestViewedPhotos::cornersAtFit()
+{
+    QFETCH(int, depth);
+    m_it->world.machine->depth = depth;
+    const QString path = m_it->world.path(QStringLiteral("marked.jpg"));
+    QVERIFY(markedPhoto().save(path, "JPEG", 100));
+    FPVItemJpeg item(path, QString(), false);
+    m_it->open(&item);
+    QVERIFY(m_it->waitForLook());
+    const int fit = *lumi::fitPercent(m_it->room(), kPhoto);
+    const QImage shot = m_it->shot();
+    // A percent of the photo is two of the raster, which has half its size.
+    const int width = kPhoto.width() / 2 * (fit * 2) / 100;
+    const int height = kPhoto.height() / 2 * (fit * 2) / 100;
+    const QRect place((shot.width() - width) / 2, (shot.height() - height) / 2, width, height);
+    const int inside = kMark * fit / 100 - 4;
+    for (const int step : {1, inside}) {
+        const QRect near = place.adjusted(step, step, -step, -step);
+        QVERIFY(isNear(shot.pixel(near.topLeft()), kTopLeft));
+        QVERIFY(isNear(shot.pixel(near.topRight()), kTopRight));
+        QVERIFY(isNear(shot.pixel(near.bottomLeft()), kBottomLeft));
+        QVERIFY(isNear(shot.pixel(near.bottomRight()), kBottomRight));
+    }
+    QVERIFY(isNear(shot.pixel(place.center()), 0xFF3C3C3CU));
+    m_it->close();
+}
+
+void TestViewedPhotos::cornersWhenLarger_data()
+{
+    QTest::addColumn<int>("depth");
+    QTest::addColumn<int>("percent");
+    for (const int depth : {16, 32}) {
+        for (const int percent : {100, 400}) {
+            QTest::addRow("%d percent, %d bits", percent, depth) << depth << percent;
+        }
+    }
+}
+
+void TestViewedPhotos::cornersWhenLarger()
+{
+    QFETCH(int, depth);
+    QFETCH(int, percent);
+    m_it->world.machine->depth = depth;
+    const QString path = m_it->world.path(QStringLiteral("marked.jpg"));
+    QVERIFY(markedPhoto().save(path, "JPEG", 100));
+    FPVItemJpeg item(path, QString(), false);
+    m_it->open(&item);
+    zoomTo(percent);
+    constexpr int kEnough = 14;
+    QVERIFY(isNear(corners().at(0), kTopLeft));
+    press(Qt::Key_Right, kEnough);
+    QVERIFY(isNear(corners().at(1), kTopRight));
+    press(Qt::Key_Down, kEnough);
+    QVERIFY(isNear(corners().at(3), kBottomRight));
+    press(Qt::Key_Left, kEnough);
+    QVERIFY(isNear(corners().at(2), kBottomLeft));
+    // The mark ends where it should.
+    const QImage shot = m_it->shot();
+    const int end = kMark * percent / 100;
+    if (end + 16 < shot.height()) {
+        QVERIFY(isNear(shot.pixel(end - 8, shot.height() - end + 8), kBottomLeft));
+        QVERIFY(!isNear(shot.pixel(end + 8, shot.height() - end - 8), kBottomLeft));
+    }
+    press(Qt::Key_Up, kEnough);
+    QVERIFY(isNear(corners().at(0), kTopLeft));
+    m_it->close();
+}
+
+void TestViewedPhotos::marginsAreGray_data()
+{
+    QTest::addColumn<int>("depth");
+    QTest::addColumn<QRgb>("gray");
+    // The five and six bits of 0x8410, widened to eight.
+    QTest::newRow("16 bits") << 16 << QRgb(0xFF848284U);
+    QTest::newRow("32 bits") << 32 << QRgb(0xFF808080U);
+}
+
+void TestViewedPhotos::marginsAreGray()
+{
+    QFETCH(int, depth);
+    QFETCH(QRgb, gray);
+    m_it->world.machine->depth = depth;
+    FPVItemJpeg *item = addFile(lumi::test::makeJpeg({.size = QSize(100, 300), .plain = true}));
+    m_it->open(item);
+    QVERIFY(m_it->waitForLook());
+    QCOMPARE(corners(), QList<QRgb>({gray, gray, gray, gray}));
+}
+
+bool TestViewedPhotos::seeIt(FPVItemImage *item, bool alsoFull)
+{
+    m_it->open(item);
+    bool isDone = false;
+    int toSee = alsoFull ? 2 : 1;
+    QTimer steps;
+    connect(&steps, &QTimer::timeout, m_it->viewer.get(), [this, &isDone, &toSee] {
+        if (m_it->isDecoding()) {
+            return;
+        }
+        if (--toSee > 0) {
+            m_it->viewer->zoomIn();
+            return;
+        }
+        isDone = true;
+        m_it->viewer->hide();
+    });
+    steps.start(5);
+    const bool closed = m_it->run(20000);
+    m_it->close();
+    return closed && (isDone || !m_it->boxes.texts.isEmpty());
+}
+
+void TestViewedPhotos::extremeSizes_data()
+{
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<int>("kilobytes");
+    QTest::addColumn<QString>("box");
+    const QString none;
+    QTest::newRow("a line") << QSize(20000, 1) << 100000 << none;
+    QTest::newRow("a column") << QSize(1, 20000) << 100000 << none;
+    QTest::newRow("one pixel") << QSize(1, 1) << 100000 << none;
+    QTest::newRow("the most pixels that are decoded whole") << QSize(4095, 2048) << 100000 << none;
+    QTest::newRow("one column more") << QSize(4096, 2048) << 100000 << none;
+    QTest::newRow("a width that doesn't halve") << QSize(8003, 6000) << 100000 << none;
+    QTest::newRow("no memory for the full size") << QSize(4095, 2048) << 16000 << kMemoryBox;
+    QTest::newRow("no memory at all") << QSize(4095, 2048) << 2100 << kMemoryBox;
+}
+
+void TestViewedPhotos::extremeSizes()
+{
+    QFETCH(QSize, size);
+    QFETCH(int, kilobytes);
+    QFETCH(QString, box);
+    const Silence silence;
+    FPVItemJpeg *item = addFile(lumi::test::makeJpeg({.size = size, .plain = true}));
+    m_it->world.machine->setMemoryKB(kilobytes);
+    QVERIFY(seeIt(item, true));
+    QCOMPARE(m_it->boxes.texts, box.isEmpty() ? QStringList() : QStringList(box));
+}
+
+void TestViewedPhotos::brokenFiles_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<bool>("opens");
+    const QByteArray whole = lumi::test::makeJpeg({.size = QSize(800, 600)});
+    QByteArray damaged = whole;
+    for (qsizetype i = whole.size() / 2; i < whole.size() / 2 + 400; ++i) {
+        damaged[i] = static_cast<char>(i * 37);
+    }
+    QTest::newRow("whole") << whole << true;
+    QTest::newRow("cut in the middle") << whole.first(whole.size() / 2) << true;
+    QTest::newRow("damaged in the middle") << damaged << true;
+    QTest::newRow("cut in the header") << whole.first(100) << false;
+    QTest::newRow("empty") << QByteArray() << false;
+    QTest::newRow("no photo") << QByteArray("this is no photo") << false;
+}
+
+void TestViewedPhotos::brokenFiles()
+{
+    QFETCH(QByteArray, bytes);
+    QFETCH(bool, opens);
+    const Silence silence;
+    QVERIFY(seeIt(addFile(bytes), true));
+    QCOMPARE(m_it->boxes.texts, opens ? QStringList() : QStringList(kOpenBox));
+}
+
+void TestViewedPhotos::hostileFiles()
+{
+    const Silence silence;
+    // The decoder's own tests read them all; opening a window on each takes a while.
+    constexpr std::size_t kStep = 5;
+    constexpr int kPatientLines = 2000;
+    const std::vector<lumi::test::HostileFile> files = lumi::test::hostileFiles();
+    for (std::size_t i = 0; i < files.size(); i += kStep) {
+        const lumi::test::HostileFile &file = files[i];
+        FPVItemJpeg *item = addFile(file.bytes);
+        // The pauses of a photo that claims to be very high would take half a minute.
+        item->setIncremental(item->imageSize().height() < kPatientLines);
+        m_it->boxes.texts.clear();
+        QElapsedTimer clock;
+        clock.start();
+        QVERIFY2(seeIt(item, false), file.name.constData());
+        QVERIFY2(clock.elapsed() < 10000, file.name.constData());
+        const QStringList said = m_it->boxes.texts;
+        QVERIFY2(said.isEmpty() || said == QStringList(kOpenBox) || said == QStringList(kMemoryBox),
+                 file.name.constData());
+        m_it->items.clear();
+        QCOMPARE(lumi::test::liveDecompressors(), 0);
+    }
+}
+
+void TestViewedPhotos::aFileThatGoesMeanwhile()
+{
+    const Silence silence;
+    FPVItemJpeg *item = addFile(lumi::test::makeJpeg({.size = kPhoto, .plain = true}));
+    m_it->open(item);
+    QVERIFY(m_it->waitForLook());
+    QVERIFY(QFile::remove(item->path()));
+    // What is on the screen stays; only a decode needs the file.
+    m_it->viewer->zoomOut();
+    QVERIFY(m_it->viewer->isVisible());
+    m_it->viewer->fix();
+    m_it->viewer->zoomIn();
+    QVERIFY(!m_it->viewer->isVisible());
+    QCOMPARE(m_it->boxes.texts, QStringList(kOpenBox));
+}
+
+void TestViewedPhotos::anErrorInAnyLine_data()
+{
+    QTest::addColumn<int>("line");
+    QTest::newRow("the first line") << 0;
+    QTest::newRow("the first line of a slice") << 64;
+    QTest::newRow("the middle of a slice") << 100;
+    QTest::newRow("the last line") << 599;
+}
+
+void TestViewedPhotos::anErrorInAnyLine()
+{
+    QFETCH(int, line);
+    const Silence silence;
+    FPVItemJpeg *item = addFile(lumi::test::makeJpeg({.size = QSize(800, 600)}));
+    lumi::test::LibraryFaults faults;
+    faults.failJpegFromLine(line);
+    QVERIFY(seeIt(item, false));
+    QCOMPARE(m_it->boxes.texts, QStringList(kOpenBox));
+    QVERIFY(item->rasterBits() == nullptr);
+}
+
+void TestViewedPhotos::leavingDuringADecode()
+{
+    FPVItemJpeg *item = addFile(lumi::test::makeJpeg({.size = QSize(4095, 2048), .plain = true}));
+    m_it->open(item);
+    QTimer::singleShot(30, m_it->viewer.get(), [this] {
+        m_it->key(Qt::Key_Escape);
+    });
+    QVERIFY(m_it->run());
+    QVERIFY(m_it->isDecoding());
+    m_it->close();
+    QVERIFY(item->rasterBits() == nullptr);
+    QCOMPARE(lumi::test::liveDecompressors(), 0);
+    QTest::qWait(60);
+}
+
+LUMI_TEST(TestViewedPhotos)
+#include "TestViewedPhotos.moc"
