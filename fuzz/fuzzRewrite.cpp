@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+// A photo of arbitrary bytes is read, written and read again: one that was refused is as it
+// was; of the others the image data stay, and the first directory unless the segment wrapped.
+#include "exif/FPVExifWriter.h"
+#include "fuzz/FuzzInput.h"
+
+#include <cstdlib>
+
+int LLVMFuzzerInitialize(int * /*argc*/, char *** /*argv*/)
+{
+    lumi::fuzz::begin();
+    return 0;
+}
+
+int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+{
+    const auto flat = [](const lumi::ExifTagList &list) {
+        QString all;
+        for (const FPVExifTag *tag : list) {
+            const bool isPointer = tag->tag() == 0x8769 || tag->tag() == 0x8825;
+            all += QString::number(tag->tag()) + (isPointer ? QString() : tag->text());
+        }
+        return all;
+    };
+    const QByteArray before(reinterpret_cast<const char *>(data), static_cast<qsizetype>(size));
+    FPVExifWriter writer(lumi::fuzz::inputFile(data, size, "photo.jpg"));
+    const int result = writer.rewrite();
+    const FPVExifDocument after(writer.fileName());
+    QFile photo(writer.fileName());
+    const QByteArray bytes = photo.open(QIODevice::ReadOnly) ? photo.readAll() : QByteArray();
+    const bool isUntouched = result == 2 && bytes == before;
+    const bool isRenewed = result == 0 && bytes.endsWith(before.mid(writer.app1Length() + 4))
+        && (bytes.size() > 65535 || writer.ifd0List().isEmpty()
+            || (after.isValid() && flat(after.ifd0List()) == flat(writer.ifd0List())));
+    if (!isUntouched && !isRenewed) {
+        std::abort();
+    }
+    return 0;
+}
