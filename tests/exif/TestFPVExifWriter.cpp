@@ -395,6 +395,10 @@ void TestFPVExifWriter::rewriteWorksOnce()
     const QByteArray once = contentOf(path);
     QCOMPARE(writer.rewrite(), kFailed);
     QVERIFY(contentOf(path) == once);
+    FPVExifWriter closed(path);
+    closed.close();
+    QCOMPARE(closed.rewrite(), kFailed);
+    QVERIFY(contentOf(path) == once);
 }
 
 void TestFPVExifWriter::relativePathIsFound()

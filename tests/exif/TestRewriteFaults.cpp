@@ -109,10 +109,12 @@ private Q_SLOTS:
     void roomIsAskedOfTheMedium_data();
     void roomIsAskedOfTheMedium();
     void failedCreationAsksForRoom();
+    void photoThatIsGoneCostsNothing();
     void photoChangedMeanwhileIsKept_data();
     void photoChangedMeanwhileIsKept();
     void fileThatTookTheNameMeanwhileIsKept_data();
     void fileThatTookTheNameMeanwhileIsKept();
+    void fileThatTookTheTemporaryNameMeanwhileIsKept();
     void plainRenamingWhereNoOtherIsKnown();
 
 private:
@@ -479,6 +481,15 @@ void TestRewriteFaults::failedCreationAsksForRoom()
     QVERIFY(isOld());
 }
 
+void TestRewriteFaults::photoThatIsGoneCostsNothing()
+{
+    FPVExifWriter writer(m_path);
+    QVERIFY(QFile::remove(m_path));
+    const FolderCalls calls(m_place);
+    QCOMPARE(save(&writer), kFailed);
+    QCOMPARE(FolderCalls::steps(), QStringList());
+}
+
 void TestRewriteFaults::photoChangedMeanwhileIsKept_data()
 {
     QTest::addColumn<int>("step");
@@ -525,6 +536,18 @@ void TestRewriteFaults::fileThatTookTheNameMeanwhileIsKept()
     QCOMPARE(save(&writer), kFailed);
     QCOMPARE(contentOf(m_path), QByteArray("another photo"));
     QVERIFY(contentOf(m_temporary) == m_new);
+}
+
+void TestRewriteFaults::fileThatTookTheTemporaryNameMeanwhileIsKept()
+{
+    FPVExifWriter writer(m_path);
+    const FolderCalls calls(m_place);
+    FolderCalls::before(stepOf("open photo_tmp_0.jpg"), [this] {
+        m_folder->put("of another program", QStringLiteral("photo_tmp_0.jpg"));
+    });
+    QCOMPARE(save(&writer), kFailed);
+    QVERIFY(isOld());
+    QCOMPARE(contentOf(m_temporary), QByteArray("of another program"));
 }
 
 void TestRewriteFaults::plainRenamingWhereNoOtherIsKnown()
