@@ -1,8 +1,149 @@
 // SPDX-License-Identifier: MIT
 #include "files/engine/FPVClipboard.h"
 
+#include "app/common/diskSpace.h"
+#include "app/common/paths.h"
+#include "files/engine/FPVFileTree.h"
+#include "files/engine/folderEntries.h"
+#include "files/engine/rawCopy.h"
+#include "items/FPVItemList.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <new>
+
+using lumi::PasteResult;
+
+namespace {
+
+/// With no more than this free, nothing is pasted.
+constexpr int kReserveKB = 10240;
+constexpr int kLastNumber = 65534;
+
+/// The path, or the path with a number before its last dot, which is looked for in the whole
+/// of it. Null when no name is free or there is no dot.
+QString freeName(const QString &path)
+{
+    if (!lumi::isTaken(path)) {
+        return path;
+    }
+    const qsizetype dot = path.lastIndexOf(QLatin1Char('.'));
+    if (dot <= 0) {
+        return {};
+    }
+    const QString stem = path.left(dot) + QLatin1Char('-');
+    for (int n = 1; n <= kLastNumber; ++n) {
+        const QString candidate = stem + QString::number(n) + path.mid(dot);
+        if (!lumi::isTaken(candidate)) {
+            return candidate;
+        }
+    }
+    return {};
+}
+
+int freeKBBeside(const QString &path)
+{
+    return freeDiskKB(QFile::encodeName(path.left(path.lastIndexOf(QLatin1Char('/')))));
+}
+
+void addItem(FPVItemList *list, const QString &path)
+{
+    FPVItemObject *item = list == nullptr ? nullptr : FPVItemList::makeItem(QFileInfo(path));
+    if (item != nullptr) {
+        item->setOwnerList(list);
+        list->append(item);
+    }
+}
+
+/// The photos directly in the folder come along, and nothing else.
+PasteResult pasteFolder(const QString &path, const QString &wanted, FPVItemList *list)
+{
+    FPVFileTree tree;
+    FPVFileTree::setPatterns(QStringLiteral("*.jpg; *.jpeg"));
+    tree.walk(path, true, nullptr);
+    const QString target = uniquePath(wanted, "%03d", QChar());
+    if (!QDir().mkdir(target)) {
+        return PasteResult::TargetNotMade;
+    }
+    addItem(list, target);
+    QStringList photos = tree.allFiles();
+    for (QString &photo : photos) {
+        photo.prepend(path);
+    }
+    FPVClipboard inner;
+    inner.take(photos, false);
+    return inner.paste(target, nullptr);
+}
+
+} // namespace
+
 void FPVClipboard::take(const QStringList &paths, bool cut)
 {
     m_paths = paths;
     m_cut = cut;
+}
+
+PasteResult FPVClipboard::paste(const QString &folder, FPVItemList *list)
+{
+    m_buffer.reset(new (std::nothrow) char[static_cast<std::size_t>(m_bufferSize)]);
+    const QStringList paths = m_paths;
+    PasteResult result = PasteResult::Done;
+    for (const QString &path : paths) {
+        result = pastePath(path, folder, list);
+        if (result != PasteResult::Done) {
+            break;
+        }
+    }
+    m_buffer.reset();
+    if (m_cut) {
+        m_paths.clear();
+    }
+    return result;
+}
+
+PasteResult FPVClipboard::pastePath(const QString &path, const QString &folder,
+                                    FPVItemList *list) const
+{
+    const QFileInfo info(path);
+    const QString name = info.fileName();
+    if (!info.isDir()) {
+        const QLatin1String slash(folder.endsWith(QLatin1Char('/')) ? "" : "/");
+        return pasteFile(path, folder + slash + name, list);
+    }
+    if (name == QLatin1String(".") || name == QLatin1String("..")) {
+        return PasteResult::Done;
+    }
+    return pasteFolder(path, folder + QLatin1Char('/') + name, list);
+}
+
+PasteResult FPVClipboard::pasteFile(const QString &source, const QString &wanted,
+                                    FPVItemList *list) const
+{
+    if (m_buffer == nullptr) {
+        return PasteResult::NoBuffer;
+    }
+    if (!QFile::exists(source)) {
+        return PasteResult::Missing;
+    }
+    if (source == wanted && m_cut) {
+        return PasteResult::Done;
+    }
+    if (freeKBBeside(wanted) <= kReserveKB) {
+        return PasteResult::NoRoom;
+    }
+    const QString target = freeName(wanted);
+    if (target.isNull()) {
+        return PasteResult::TargetNotMade;
+    }
+    const PasteResult result = lumi::rawCopy(source, target, m_cut);
+    if (result != PasteResult::Done) {
+        return result;
+    }
+    addItem(list, target);
+    if (m_cut && !QFile::remove(source)) {
+        return PasteResult::SourceNotRemoved;
+    }
+    return PasteResult::Done;
 }

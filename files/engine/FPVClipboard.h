@@ -1,9 +1,19 @@
 // SPDX-License-Identifier: MIT
 // What was copied or cut in the browser: absolute paths in the order of taking, and whether
 // the sources go away after a paste. It is the program's own and not the system's clipboard.
+// A paste copies photos as they are, and of a folder the photos that lie directly in it. It
+// never overwrites anything, and what was cut goes only when its copy is whole.
+// Owns: its list, and a buffer for the time of a paste.
 #pragma once
 
+#include "files/engine/PasteResult.h"
+
+#include <QString>
 #include <QStringList>
+
+#include <memory>
+
+class FPVItemList;
 
 class FPVClipboard
 {
@@ -14,7 +24,22 @@ public:
 
     void take(const QStringList &paths, bool cut);
 
+    /// Pastes into a folder, one path after the other up to the first that fails; what went
+    /// well before stays. A list, if there is one, gets an item for each new entry. What was
+    /// cut is off the clipboard after it, however it ended. Events run while a folder is
+    /// pasted, and the name patterns of all later walks are those of photos then.
+    [[nodiscard]] lumi::PasteResult paste(const QString &folder, FPVItemList *list);
+
 private:
+    [[nodiscard]] lumi::PasteResult pastePath(const QString &path, const QString &folder,
+                                              FPVItemList *list) const;
+    [[nodiscard]] lumi::PasteResult pasteFile(const QString &source, const QString &wanted,
+                                              FPVItemList *list) const;
+
     QStringList m_paths;
     bool m_cut = false;
+    std::unique_ptr<char[]> m_buffer;
+    int m_bufferSize = kBufferSize;
+
+    static constexpr int kBufferSize = 8132;
 };

@@ -12,6 +12,7 @@
 #include <cstring>
 #include <limits>
 #include <new>
+#include <utility>
 
 #include <fcntl.h>
 #include <sys/syscall.h>
@@ -40,6 +41,9 @@ int shortWrite = kNever;
 int shortBytes = 0;
 int endingRead = kNever;
 std::size_t refusedArray = 0;
+IoFaults::Call deedCall = IoFaults::CallCount;
+int deedNth = kNever;
+std::function<void()> *deed = nullptr; // no destructor: calls come after main too
 
 bool isWatched(const char *path)
 {
@@ -59,10 +63,21 @@ bool isWatched(int fd)
     return length > 0 && isWatched(path.data());
 }
 
+void doDeed()
+{
+    const std::function<void()> now = *deed;
+    delete deed;
+    deed = nullptr;
+    now();
+}
+
 bool isDue(IoFaults::Call call)
 {
     Plan &plan = plans.at(call);
     ++plan.calls;
+    if (deed != nullptr && deedCall == call && deedNth == plan.calls) {
+        doDeed();
+    }
     if (plan.first == kNever || plan.calls < plan.first || plan.calls > plan.last) {
         return false;
     }
@@ -186,6 +201,8 @@ IoFaults::~IoFaults()
     shortWrite = kNever;
     endingRead = kNever;
     refusedArray = 0;
+    delete deed;
+    deed = nullptr;
 }
 
 void IoFaults::fail(Call call, int nth, int error)
@@ -207,6 +224,14 @@ void IoFaults::shortenWrite(int nth, int bytes)
 void IoFaults::endReads(int nth)
 {
     endingRead = nth;
+}
+
+void IoFaults::doBefore(Call call, int nth, std::function<void()> what)
+{
+    deedCall = call;
+    deedNth = nth;
+    delete deed;
+    deed = new std::function<void()>(std::move(what));
 }
 
 void IoFaults::refuseArray(int bytes)

@@ -6,6 +6,8 @@
 
 #include <QString>
 
+#include <functional>
+
 namespace lumi::test {
 
 class IoFaults
@@ -28,6 +30,8 @@ public:
     void shortenWrite(int nth, int bytes);
     /// This one read finds the end of the file.
     void endReads(int nth);
+    /// Something happens just before this one call.
+    void doBefore(Call call, int nth, std::function<void()> deed);
     /// The next array of this many bytes that may be refused is refused.
     static void refuseArray(int bytes);
 

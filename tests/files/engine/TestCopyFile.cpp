@@ -1,19 +1,17 @@
 // SPDX-License-Identifier: MIT
+// What a copy makes of files when nothing fails.
 #include "app/common/paths.h"
 #include "files/engine/copyFile.h"
 #include "tests/files/engine/FileFixture.h"
 #include "tests/files/engine/IoFaults.h"
 #include "tests/support/FakeMachine.h"
 #include "tests/support/TestMain.h"
-#include "tests/swap/FullDisk.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QTest>
-#include <QTimer>
 
-#include <cerrno>
 #include <memory>
 
 using lumi::test::FileFixture;
@@ -53,26 +51,10 @@ private Q_SLOTS:
     void aLinkIsReadThrough();
     void anExistingTargetIsRefused();
     void anExistingTargetGoesIfItMay();
-    void aTargetThatCantGo();
     void aDanglingLinkIsNotWrittenThrough();
-    void anUnreadableSource();
-    void noFolderForTheTarget();
-    void failedOpensHaveTheFilesStatus();
-    void aFailingWriteLeavesNoTarget_data();
-    void aFailingWriteLeavesNoTarget();
-    void aFullDiskLeavesNoTarget();
-    void aShortWriteGoesUnnoticed();
-    void aReadErrorLooksLikeTheEnd();
-    void theCallbackStopsTheCopy_data();
-    void theCallbackStopsTheCopy();
-    void theFlagOfTheUsualCallback();
-    void aCancelTakesEffectBetweenBlocks();
     void blocksAreOfTheGivenSize_data();
     void blocksAreOfTheGivenSize();
     void aMovedSourceIsGone();
-    void aMovedSourceIsGoneEvenAfterAFailure();
-    void aMovedSourceThatStays();
-    void aRefusedMoveKeepsTheSource();
     void freeNamesForFilesAndFolders();
     void withoutAFreeNameNothingIsOverwritten();
     void shortSpace_data();
@@ -240,19 +222,6 @@ void TestCopyFile::anExistingTargetGoesIfItMay()
     QCOMPARE(m_files->content(QStringLiteral("b")), QByteArray("new"));
 }
 
-void TestCopyFile::aTargetThatCantGo()
-{
-    m_files->make(QStringLiteral("a"), m_photo);
-    m_files->makeFolder(QStringLiteral("b"));
-    QCOMPARE(copy(QStringLiteral("a"), QStringLiteral("b"), false), 3);
-    m_files->make(QStringLiteral("c"), "old");
-    IoFaults faults(m_files->path());
-    faults.fail(IoFaults::Remove, 1, EACCES);
-    QCOMPARE(copy(QStringLiteral("a"), QStringLiteral("c"), false), 3);
-    QCOMPARE(faults.count(IoFaults::OpenToWrite), 0);
-    QCOMPARE(m_files->content(QStringLiteral("c")), QByteArray("old"));
-}
-
 void TestCopyFile::aDanglingLinkIsNotWrittenThrough()
 {
     m_files->make(QStringLiteral("a"), m_photo);
@@ -260,154 +229,6 @@ void TestCopyFile::aDanglingLinkIsNotWrittenThrough()
     QCOMPARE(copy(QStringLiteral("a"), QStringLiteral("b")), 5);
     QVERIFY(!QFile::exists(m_files->path(QStringLiteral("elsewhere"))));
     QVERIFY(QFileInfo(m_files->path(QStringLiteral("b"))).isSymLink());
-}
-
-void TestCopyFile::anUnreadableSource()
-{
-    const QString path = m_files->make(QStringLiteral("a"), m_photo);
-    QVERIFY(QFile::setPermissions(path, {}));
-    {
-        const lumi::test::OrdinaryUser user;
-        QCOMPARE(copy(QStringLiteral("a"), QStringLiteral("b")), 5);
-    }
-    QVERIFY(!QFile::exists(m_files->path(QStringLiteral("b"))));
-}
-
-void TestCopyFile::noFolderForTheTarget()
-{
-    m_files->make(QStringLiteral("a"), m_photo);
-    QCOMPARE(copy(QStringLiteral("a"), QStringLiteral("none/b")), 5);
-    QCOMPARE(copy(QStringLiteral("a"), QString(QStringLiteral("b")).repeated(300)), 5);
-    QCOMPARE(m_files->entries(), QStringList{QStringLiteral("a")});
-}
-
-void TestCopyFile::failedOpensHaveTheFilesStatus()
-{
-    m_files->make(QStringLiteral("a"), m_photo);
-    {
-        IoFaults faults(m_files->path());
-        faults.fail(IoFaults::OpenToRead, 1, EMFILE);
-        QCOMPARE(copy(QStringLiteral("a"), QStringLiteral("b")), int(QFile::ResourceError));
-        QCOMPARE(faults.count(IoFaults::OpenToWrite), 0);
-    }
-    IoFaults faults(m_files->path());
-    faults.fail(IoFaults::OpenToWrite, 1, ENOSPC);
-    QCOMPARE(copy(QStringLiteral("a"), QStringLiteral("b")), 5);
-    QCOMPARE(faults.count(IoFaults::Remove), 0);
-    QCOMPARE(m_files->entries(), QStringList{QStringLiteral("a")});
-}
-
-void TestCopyFile::aFailingWriteLeavesNoTarget_data()
-{
-    QTest::addColumn<int>("error");
-    QTest::addColumn<int>("code");
-    QTest::newRow("no space left") << ENOSPC << 4;
-    QTest::newRow("over the quota") << EDQUOT << 2;
-    QTest::newRow("the disk fails") << EIO << 2;
-}
-
-/// Each write of the copy failing in its turn.
-void TestCopyFile::aFailingWriteLeavesNoTarget()
-{
-    QFETCH(int, error);
-    m_files->make(QStringLiteral("a"), m_photo);
-    for (int nth = 1; nth <= kBlocks; ++nth) {
-        IoFaults faults(m_files->path());
-        faults.fail(IoFaults::Write, nth, error);
-        QTEST(copy(QStringLiteral("a"), QStringLiteral("b")), "code");
-        QCOMPARE(faults.count(IoFaults::Write), nth);
-        QCOMPARE(m_files->entries(), QStringList{QStringLiteral("a")});
-    }
-    QCOMPARE(m_files->content(QStringLiteral("a")), m_photo);
-}
-
-void TestCopyFile::aFullDiskLeavesNoTarget()
-{
-    m_files->make(QStringLiteral("a"), FileFixture::noise(400000));
-    m_files->makeFolder(QStringLiteral("disk"));
-    const lumi::test::SmallDisk disk(m_files->path(QStringLiteral("disk")), 128);
-    const std::unique_ptr<lumi::test::FileSizeLimit> limit(
-        disk.isMounted() ? nullptr : new lumi::test::FileSizeLimit(128 * 1024));
-    const int code = copy(QStringLiteral("a"), QStringLiteral("disk/b"));
-    QCOMPARE(code, disk.isMounted() ? 4 : 2);
-    QVERIFY(m_files->entries(QStringLiteral("disk")).isEmpty());
-}
-
-/// It is the caller who compares the sizes.
-void TestCopyFile::aShortWriteGoesUnnoticed()
-{
-    m_files->make(QStringLiteral("a"), m_photo);
-    IoFaults faults(m_files->path());
-    faults.shortenWrite(kBlocks, 100);
-    faults.fail(IoFaults::Write, kBlocks + 1, ENOSPC);
-    QCOMPARE(copy(QStringLiteral("a"), QStringLiteral("b")), 0);
-    QCOMPARE(m_files->content(QStringLiteral("b")), m_photo.left((kBlocks - 1) * kBlock + 100));
-}
-
-void TestCopyFile::aReadErrorLooksLikeTheEnd()
-{
-    m_files->make(QStringLiteral("a"), m_photo);
-    for (int nth = 1; nth <= kBlocks; ++nth) {
-        IoFaults faults(m_files->path());
-        faults.failFrom(IoFaults::Read, nth, EIO);
-        QCOMPARE(copy(QStringLiteral("a"), QStringLiteral("b"), false), 0);
-        QCOMPARE(QFileInfo(m_files->path(QStringLiteral("b"))).size(), (nth - 1) * kBlock);
-    }
-}
-
-void TestCopyFile::theCallbackStopsTheCopy_data()
-{
-    QTest::addColumn<int>("after");
-    for (int block = 1; block <= kBlocks; ++block) {
-        QTest::newRow(qPrintable(QStringLiteral("after block %1").arg(block))) << block;
-    }
-}
-
-void TestCopyFile::theCallbackStopsTheCopy()
-{
-    QFETCH(int, after);
-    stopAfter = after;
-    m_files->make(QStringLiteral("a"), m_photo);
-    QCOMPARE(copyFile(m_files->path(QStringLiteral("a")), m_files->path(QStringLiteral("b")), false,
-                      true, &stopLater, kBlock),
-             6);
-    QCOMPARE(askedTimes, after);
-    QCOMPARE(m_files->entries(), QStringList{QStringLiteral("a")});
-}
-
-void TestCopyFile::theFlagOfTheUsualCallback()
-{
-    QVERIFY(copyKeepGoing());
-    setCopyCancelled(true);
-    QVERIFY(!copyKeepGoing());
-    m_files->make(QStringLiteral("a"), m_photo);
-    // The flag holds until it is set back.
-    for (int i = 0; i < 2; ++i) {
-        QCOMPARE(copyFile(m_files->path(QStringLiteral("a")), m_files->path(QStringLiteral("b")),
-                          false, true, &copyKeepGoing, kBlock),
-                 6);
-    }
-    setCopyCancelled(false);
-    QCOMPARE(copyFile(m_files->path(QStringLiteral("a")), m_files->path(QStringLiteral("b")), false,
-                      true, &copyKeepGoing, kBlock),
-             0);
-}
-
-void TestCopyFile::aCancelTakesEffectBetweenBlocks()
-{
-    m_files->make(QStringLiteral("a"), m_photo);
-    IoFaults faults(m_files->path());
-    QTimer timer;
-    connect(&timer, &QTimer::timeout, this, [&faults] {
-        setCopyCancelled(faults.count(IoFaults::Write) == 2);
-    });
-    timer.start(0);
-    QCOMPARE(copyFile(m_files->path(QStringLiteral("a")), m_files->path(QStringLiteral("b")), false,
-                      true, &copyKeepGoing, kBlock),
-             6);
-    // Events run between read and write, and the answer is asked after it.
-    QCOMPARE(faults.count(IoFaults::Write), 3);
-    QCOMPARE(m_files->entries(), QStringList{QStringLiteral("a")});
 }
 
 void TestCopyFile::blocksAreOfTheGivenSize_data()
@@ -444,41 +265,6 @@ void TestCopyFile::aMovedSourceIsGone()
              0);
     QCOMPARE(m_files->entries(), QStringList{QStringLiteral("b")});
     QCOMPARE(m_files->content(QStringLiteral("b")), m_photo);
-}
-
-void TestCopyFile::aMovedSourceIsGoneEvenAfterAFailure()
-{
-    m_files->make(QStringLiteral("a"), m_photo);
-    stopAfter = 2;
-    QCOMPARE(copyFile(m_files->path(QStringLiteral("a")), m_files->path(QStringLiteral("b")), true,
-                      true, &stopLater, kBlock),
-             6);
-    QVERIFY(m_files->entries().isEmpty());
-}
-
-void TestCopyFile::aMovedSourceThatStays()
-{
-    m_files->make(QStringLiteral("a"), m_photo);
-    IoFaults faults(m_files->path());
-    faults.fail(IoFaults::Remove, 1, EACCES);
-    QCOMPARE(copyFile(m_files->path(QStringLiteral("a")), m_files->path(QStringLiteral("b")), true,
-                      true, nullptr, kBlock),
-             3);
-    QCOMPARE(m_files->content(QStringLiteral("a")), m_photo);
-    QCOMPARE(m_files->content(QStringLiteral("b")), m_photo);
-}
-
-void TestCopyFile::aRefusedMoveKeepsTheSource()
-{
-    m_files->make(QStringLiteral("a"), m_photo);
-    m_files->make(QStringLiteral("b"), "old");
-    QCOMPARE(copyFile(m_files->path(QStringLiteral("a")), m_files->path(QStringLiteral("b")), true,
-                      true, nullptr, kBlock),
-             5);
-    QCOMPARE(copyFile(m_files->path(QStringLiteral("a")), m_files->path(QStringLiteral("none/b")),
-                      true, true, nullptr, kBlock),
-             5);
-    QCOMPARE(m_files->content(QStringLiteral("a")), m_photo);
 }
 
 void TestCopyFile::freeNamesForFilesAndFolders()

@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+#include "files/engine/folderEntries.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+namespace {
+
+bool leadsOut(const QString &name)
+{
+    return name.contains(QLatin1Char('/'));
+}
+
+QString inside(const QString &folder, const QString &name)
+{
+    return folder + QLatin1Char('/') + name;
+}
+
+} // namespace
+
+bool lumi::isTaken(const QString &path)
+{
+    const QFileInfo info(path);
+    return info.exists() || info.isSymLink();
+}
+
+bool lumi::hasEntry(const QString &folder, const QString &name)
+{
+    return !leadsOut(name) && isTaken(inside(folder, name));
+}
+
+bool lumi::makeFolder(const QString &folder, const QString &name)
+{
+    return !leadsOut(name) && QDir().mkdir(inside(folder, name));
+}
+
+bool lumi::renameEntry(const QString &folder, const QString &oldName, const QString &newName)
+{
+    return !leadsOut(newName) && !hasEntry(folder, newName)
+        && QDir().rename(inside(folder, oldName), inside(folder, newName));
+}
+
+bool lumi::removePhoto(const QString &path)
+{
+    const auto anyWriter = QFile::WriteOwner | QFile::WriteGroup | QFile::WriteOther;
+    return (QFile::permissions(path) & anyWriter) && QFile::remove(path);
+}
+
+void lumi::removeEmptyFolders(const QString &folder)
+{
+    const QStringList names = QDir(folder).entryList(QDir::Dirs | QDir::NoSymLinks | QDir::Readable
+                                                     | QDir::Executable | QDir::NoDotAndDotDot);
+    for (const QString &name : names) {
+        // That it fails for a folder with contents is what chooses the empty ones.
+        QDir().rmdir(inside(folder, name));
+    }
+}

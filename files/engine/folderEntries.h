@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: MIT
+// Making, renaming and removing what lies directly in a folder. Names are single names: one
+// with a "/" would lead out of the folder, so it never exists and can't be made.
+#pragma once
+
+class QString;
+
+namespace lumi {
+
+/// A dangling link counts too: it takes up its name.
+[[nodiscard]] bool isTaken(const QString &path);
+/// The folder itself and its parent count under the names "." and "..".
+[[nodiscard]] bool hasEntry(const QString &folder, const QString &name);
+[[nodiscard]] bool makeFolder(const QString &folder, const QString &name);
+/// False, with both as they were, when the new name is taken.
+[[nodiscard]] bool renameEntry(const QString &folder, const QString &oldName,
+                               const QString &newName);
+/// Removes a file. One that nobody may write stays: so cameras mark photos to be kept.
+[[nodiscard]] bool removePhoto(const QString &path);
+/// Tries all folders in it, hidden ones and links left out: those that hold anything stay.
+void removeEmptyFolders(const QString &folder);
+
+} // namespace lumi

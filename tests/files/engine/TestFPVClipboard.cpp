@@ -1,0 +1,494 @@
+// SPDX-License-Identifier: MIT
+// What a paste makes of files and folders when nothing fails.
+#include "files/engine/FPVClipboard.h"
+#include "files/engine/FPVFileTree.h"
+#include "items/FPVItemList.h"
+#include "tests/files/engine/FileFixture.h"
+#include "tests/files/engine/IoFaults.h"
+#include "tests/support/FakeMachine.h"
+#include "tests/support/TestMain.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTest>
+#include <QTimer>
+
+#include <memory>
+
+using lumi::PasteResult;
+using lumi::test::FakeMachine;
+using lumi::test::FileFixture;
+
+namespace {
+
+QStringList list(const char *names)
+{
+    return QString::fromUtf8(names).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+}
+
+} // namespace
+
+class TestFPVClipboard : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void startsEmpty();
+    void contentsArrive_data();
+    void contentsArrive();
+    void onlyContentsArePasted();
+    void aCopyCanBePastedAnyNumberOfTimes();
+    void aCutCanBePastedOnce();
+    void aCopyIntoItsOwnFolderGetsANumber();
+    void aCutIntoItsOwnFolderStays();
+    void freeNames_data();
+    void freeNames();
+    void withoutADotThereIsNoFreeName();
+    void theNumberMayGoIntoAFoldersName();
+    void numbersEndAt65534();
+    void aClosingSlashOfTheFolder();
+    void roomIsNeeded_data();
+    void roomIsNeeded();
+    void roomIsAskedWhereTheCopyGoes();
+    void aFolderBringsItsPhotosOnly();
+    void aFolderWithoutPhotosArrivesEmpty();
+    void aFolderPastedTwiceGetsANumber();
+    void aFolderIntoItself();
+    void aCutFolderStays();
+    void dotsAreNoFolders();
+    void patternsStayForLaterWalks();
+    void anImportsFilterStaysForPastes();
+    void theListGetsItems();
+    void theListGetsOneItemForAFolder();
+    void pathsGoInTheirOrder();
+    void onlyFoldersLetEventsIn();
+    void anEmptyClipboardPastesNothing();
+
+private:
+    [[nodiscard]] PasteResult paste(const char *names, bool cut, const char *folder = "to");
+
+    std::unique_ptr<FileFixture> m_files;
+    FakeMachine *m_machine = nullptr;
+    FPVClipboard m_clipboard;
+};
+
+void TestFPVClipboard::init()
+{
+    m_files = std::make_unique<FileFixture>();
+    m_files->makeFolder(QStringLiteral("to"));
+    m_machine = FakeMachine::install();
+    m_clipboard = FPVClipboard();
+    FPVFileTree::resetState();
+}
+
+void TestFPVClipboard::cleanup()
+{
+    Machine::install(nullptr);
+    m_files.reset();
+    FPVFileTree::resetState();
+}
+
+/// Names are separated by blanks.
+PasteResult TestFPVClipboard::paste(const char *names, bool cut, const char *folder)
+{
+    QStringList paths;
+    for (const QString &name : list(names)) {
+        paths.append(m_files->path(name));
+    }
+    m_clipboard.take(paths, cut);
+    return m_clipboard.paste(m_files->path(QLatin1String(folder)), nullptr);
+}
+
+void TestFPVClipboard::startsEmpty()
+{
+    const FPVClipboard clipboard;
+    QVERIFY(clipboard.paths().isEmpty());
+    QVERIFY(!clipboard.isCut());
+}
+
+void TestFPVClipboard::contentsArrive_data()
+{
+    QTest::addColumn<int>("size");
+    QTest::addColumn<QString>("name");
+    QTest::newRow("an empty file") << 0 << "a.jpg";
+    QTest::newRow("one byte") << 1 << "a.jpg";
+    QTest::newRow("one byte less than a block") << 8191 << "a.jpg";
+    QTest::newRow("a block") << 8192 << "a.jpg";
+    QTest::newRow("a block and a byte") << 8193 << "a.jpg";
+    QTest::newRow("many blocks") << 1000003 << "a.jpg";
+    QTest::newRow("blanks in the name") << 5 << " two  words .jpg";
+    QTest::newRow("other scripts") << 5 << "写真 été.jpg";
+    QTest::newRow("signs of formats") << 5 << "100%d %1%s.jpg";
+}
+
+void TestFPVClipboard::contentsArrive()
+{
+    QFETCH(int, size);
+    QFETCH(QString, name);
+    const QByteArray content = FileFixture::noise(size);
+    for (const bool cut : {false, true}) {
+        const QString source = m_files->make(name, content);
+        m_clipboard.take({source}, cut);
+        QCOMPARE(m_clipboard.paste(m_files->path(QStringLiteral("to")), nullptr),
+                 PasteResult::Done);
+        const QString target = QStringLiteral("to/") + name;
+        QCOMPARE(m_files->content(target), size == 0 ? QByteArray("") : content);
+        QCOMPARE(QFile::exists(source), !cut);
+        QVERIFY(QFile::remove(m_files->path(target)));
+    }
+}
+
+void TestFPVClipboard::onlyContentsArePasted()
+{
+    QFile file(m_files->make(QStringLiteral("a.jpg"), "1"));
+    QVERIFY(file.open(QIODevice::ReadWrite));
+    QVERIFY(file.setFileTime(QDateTime::currentDateTime().addYears(-3),
+                             QFileDevice::FileModificationTime));
+    file.close();
+    QVERIFY(file.setPermissions(QFile::ReadOwner | QFile::ExeOwner));
+    QCOMPARE(paste("a.jpg", false), PasteResult::Done);
+    const QFileInfo copied(m_files->path(QStringLiteral("to/a.jpg")));
+    QVERIFY(copied.lastModified() > QDateTime::currentDateTime().addDays(-1));
+    QVERIFY(copied.permission(QFile::WriteOwner) && !copied.permission(QFile::ExeOwner));
+}
+
+void TestFPVClipboard::aCopyCanBePastedAnyNumberOfTimes()
+{
+    m_files->make(QStringLiteral("a.jpg"), "1");
+    QCOMPARE(paste("a.jpg", false), PasteResult::Done);
+    const QString folder = m_files->path(QStringLiteral("to"));
+    QCOMPARE(m_clipboard.paste(folder, nullptr), PasteResult::Done);
+    QCOMPARE(m_clipboard.paste(folder, nullptr), PasteResult::Done);
+    QCOMPARE(m_files->entries(QStringLiteral("to")), list("a-1.jpg a-2.jpg a.jpg"));
+    QCOMPARE(m_clipboard.paths(), QStringList{m_files->path(QStringLiteral("a.jpg"))});
+    QVERIFY(!m_clipboard.isCut());
+}
+
+void TestFPVClipboard::aCutCanBePastedOnce()
+{
+    m_files->make(QStringLiteral("a.jpg"), "1");
+    QCOMPARE(paste("a.jpg", true), PasteResult::Done);
+    QCOMPARE(m_files->entries(), list("to/ to/a.jpg"));
+    QVERIFY(m_clipboard.paths().isEmpty());
+    QCOMPARE(m_clipboard.paste(m_files->path(QStringLiteral("to")), nullptr), PasteResult::Done);
+    QCOMPARE(m_files->entries(), list("to/ to/a.jpg"));
+}
+
+void TestFPVClipboard::aCopyIntoItsOwnFolderGetsANumber()
+{
+    m_files->make(QStringLiteral("to/a.jpg"), "1");
+    m_files->make(QStringLiteral("to/b.jpg"), "2");
+    QCOMPARE(paste("to/a.jpg to/b.jpg", false), PasteResult::Done);
+    QCOMPARE(m_files->entries(QStringLiteral("to")), list("a-1.jpg a.jpg b-1.jpg b.jpg"));
+    QCOMPARE(m_files->content(QStringLiteral("to/b-1.jpg")), QByteArray("2"));
+}
+
+void TestFPVClipboard::aCutIntoItsOwnFolderStays()
+{
+    m_files->make(QStringLiteral("to/a.jpg"), "1");
+    FPVItemList items(m_files->path(QStringLiteral("to")), m_files->path());
+    m_clipboard.take({m_files->path(QStringLiteral("to/a.jpg"))}, true);
+    QCOMPARE(m_clipboard.paste(m_files->path(QStringLiteral("to")), &items), PasteResult::Done);
+    QCOMPARE(m_files->entries(QStringLiteral("to")), list("a.jpg"));
+    QCOMPARE(m_files->content(QStringLiteral("to/a.jpg")), QByteArray("1"));
+    QCOMPARE(items.count(), 1);
+    QVERIFY(m_clipboard.paths().isEmpty());
+}
+
+void TestFPVClipboard::freeNames_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QStringList>("taken");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("a free name stands") << "a.jpg" << list("b.jpg") << "a.jpg";
+    QTest::newRow("other letters are another name") << "a.jpg" << list("A.JPG") << "a.jpg";
+    QTest::newRow("before the extension") << "a.jpg" << list("a.jpg") << "a-1.jpg";
+    QTest::newRow("the next number") << "a.jpg" << list("a.jpg a-1.jpg a-2.jpg") << "a-3.jpg";
+    QTest::newRow("a gap is used") << "a.jpg" << list("a.jpg a-2.jpg") << "a-1.jpg";
+    QTest::newRow("the last of several dots") << "a.b.JPG" << list("a.b.JPG") << "a.b-1.JPG";
+    QTest::newRow("a number behind a number") << "a-1.jpg" << list("a-1.jpg") << "a-1-1.jpg";
+    QTest::newRow("nothing before the dot") << ".jpg" << list(".jpg") << "-1.jpg";
+    QTest::newRow("a dot at the end") << "a." << list("a.") << "a-1.";
+    QTest::newRow("a folder takes up its name") << "a.jpg" << list("a.jpg/") << "a-1.jpg";
+    QTest::newRow("so does a dangling link") << "a.jpg" << list("a.jpg@") << "a-1.jpg";
+    QTest::newRow("and a pipe") << "a.jpg" << list("a.jpg|") << "a-1.jpg";
+}
+
+void TestFPVClipboard::freeNames()
+{
+    QFETCH(QString, name);
+    QFETCH(QStringList, taken);
+    QFETCH(QString, expected);
+    for (const QString &one : taken) {
+        const QString path = QStringLiteral("to/") + one;
+        if (one.endsWith(QLatin1Char('/'))) {
+            m_files->makeFolder(path);
+        } else if (one.endsWith(QLatin1Char('@'))) {
+            m_files->makeLink(path.chopped(1), QStringLiteral("gone"));
+        } else if (one.endsWith(QLatin1Char('|'))) {
+            m_files->makePipe(path.chopped(1));
+        } else {
+            m_files->make(path, "mine");
+        }
+    }
+    const QStringList before = m_files->entries(QStringLiteral("to"));
+    m_clipboard.take({m_files->make(QStringLiteral("from/") + name, "new")}, false);
+    QCOMPARE(m_clipboard.paste(m_files->path(QStringLiteral("to")), nullptr), PasteResult::Done);
+    QCOMPARE(m_files->content(QStringLiteral("to/") + expected), QByteArray("new"));
+    QStringList after = m_files->entries(QStringLiteral("to"));
+    QVERIFY(after.removeOne(expected));
+    QCOMPARE(after, before);
+}
+
+void TestFPVClipboard::withoutADotThereIsNoFreeName()
+{
+    m_files->make(QStringLiteral("photo"), "new");
+    m_files->make(QStringLiteral("to/photo"), "mine");
+    QVERIFY(!m_files->path().contains(QLatin1Char('.')));
+    for (const bool cut : {false, true}) {
+        QCOMPARE(paste("photo", cut), PasteResult::TargetNotMade);
+        QCOMPARE(m_files->content(QStringLiteral("to/photo")), QByteArray("mine"));
+        QCOMPARE(m_files->content(QStringLiteral("photo")), QByteArray("new"));
+    }
+}
+
+void TestFPVClipboard::theNumberMayGoIntoAFoldersName()
+{
+    m_files->make(QStringLiteral("photo"), "new");
+    m_files->make(QStringLiteral("x.d/photo"), "mine");
+    QCOMPARE(paste("photo", false, "x.d"), PasteResult::TargetNotMade);
+    m_files->makeFolder(QStringLiteral("x-1.d"));
+    QCOMPARE(paste("photo", false, "x.d"), PasteResult::Done);
+    QCOMPARE(m_files->content(QStringLiteral("x-1.d/photo")), QByteArray("new"));
+    QCOMPARE(m_files->content(QStringLiteral("x.d/photo")), QByteArray("mine"));
+}
+
+void TestFPVClipboard::numbersEndAt65534()
+{
+    constexpr int kLast = 65534;
+    m_files->make(QStringLiteral("a.jpg"), "new");
+    m_files->make(QStringLiteral("to/a.jpg"), "mine");
+    for (int n = 1; n < kLast; ++n) {
+        m_files->make(QStringLiteral("to/a-%1.jpg").arg(n));
+    }
+    const QString last = QStringLiteral("to/a-%1.jpg").arg(kLast);
+    QCOMPARE(paste("a.jpg", false), PasteResult::Done);
+    QCOMPARE(m_files->content(last), QByteArray("new"));
+    m_files->make(last, "mine too");
+    QCOMPARE(paste("a.jpg", true), PasteResult::TargetNotMade);
+    QCOMPARE(m_files->content(last), QByteArray("mine too"));
+    QCOMPARE(m_files->content(QStringLiteral("a.jpg")), QByteArray("new"));
+    QVERIFY(!QFile::exists(m_files->path(QStringLiteral("to/a-65535.jpg"))));
+}
+
+void TestFPVClipboard::aClosingSlashOfTheFolder()
+{
+    m_files->make(QStringLiteral("a.jpg"), "1");
+    FPVItemList items;
+    m_clipboard.take({m_files->path(QStringLiteral("a.jpg"))}, false);
+    QCOMPARE(m_clipboard.paste(m_files->path(QStringLiteral("to/")), &items), PasteResult::Done);
+    QCOMPARE(items.at(0)->path(), m_files->path(QStringLiteral("to/a.jpg")));
+}
+
+void TestFPVClipboard::roomIsNeeded_data()
+{
+    QTest::addColumn<int>("freeKB");
+    QTest::addColumn<PasteResult>("result");
+    QTest::newRow("nothing") << 0 << PasteResult::NoRoom;
+    QTest::newRow("10240 KB") << 10240 << PasteResult::NoRoom;
+    QTest::newRow("10241 KB") << 10241 << PasteResult::Done;
+}
+
+void TestFPVClipboard::roomIsNeeded()
+{
+    QFETCH(int, freeKB);
+    QFETCH(PasteResult, result);
+    m_machine->diskAt = [freeKB](const QByteArray &) {
+        // Of blocks this size, each counts as one KB.
+        return DiskFigures{1536, freeKB, freeKB, true};
+    };
+    m_files->make(QStringLiteral("a.jpg"), "1");
+    QCOMPARE(paste("a.jpg", true), result);
+    const bool isDone = result == PasteResult::Done;
+    QCOMPARE(m_files->entries(), isDone ? list("to/ to/a.jpg") : list("a.jpg to/"));
+}
+
+void TestFPVClipboard::roomIsAskedWhereTheCopyGoes()
+{
+    QByteArrayList asked;
+    m_machine->diskAt = [&asked](const QByteArray &path) {
+        asked.append(path);
+        return DiskFigures{};
+    };
+    m_files->make(QStringLiteral("a.jpg"), "1");
+    // What can't be asked has no room.
+    QCOMPARE(paste("a.jpg", false), PasteResult::NoRoom);
+    QCOMPARE(asked, QByteArrayList{QFile::encodeName(m_files->path(QStringLiteral("to")))});
+    // A cut that stays where it is needs none.
+    m_files->make(QStringLiteral("to/b.jpg"), "1");
+    QCOMPARE(paste("to/b.jpg", true), PasteResult::Done);
+    QCOMPARE(asked.size(), 1);
+}
+
+void TestFPVClipboard::aFolderBringsItsPhotosOnly()
+{
+    for (const char *name : {"trip/a.jpg", "trip/B.JPEG", "trip/two words.jpg", "trip/notes.txt",
+                             "trip/.hidden.jpg", "trip/day/c.jpg", "trip/x.jpg.txt"}) {
+        m_files->make(QString::fromUtf8(name), name);
+    }
+    m_files->makePipe(QStringLiteral("trip/pipe.jpg"));
+    m_files->makeLink(QStringLiteral("trip/link.jpg"), QStringLiteral("a.jpg"));
+    const QStringList before = m_files->entries(QStringLiteral("trip"));
+    QCOMPARE(paste("trip", false), PasteResult::Done);
+    const QStringList arrived{QStringLiteral("trip/"), QStringLiteral("trip/B.JPEG"),
+                              QStringLiteral("trip/a.jpg"), QStringLiteral("trip/two words.jpg")};
+    QCOMPARE(m_files->entries(QStringLiteral("to")), arrived);
+    QCOMPARE(m_files->content(QStringLiteral("to/trip/B.JPEG")), QByteArray("trip/B.JPEG"));
+    QCOMPARE(m_files->entries(QStringLiteral("trip")), before);
+}
+
+void TestFPVClipboard::aFolderWithoutPhotosArrivesEmpty()
+{
+    m_files->make(QStringLiteral("trip/day/c.jpg"), "1");
+    m_files->make(QStringLiteral("trip/notes.txt"), "1");
+    QCOMPARE(paste("trip", false), PasteResult::Done);
+    QCOMPARE(m_files->entries(QStringLiteral("to")), list("trip/"));
+}
+
+void TestFPVClipboard::aFolderPastedTwiceGetsANumber()
+{
+    m_files->make(QStringLiteral("a.b/a.jpg"), "1");
+    for (int i = 0; i < 3; ++i) {
+        QCOMPARE(paste("a.b", false), PasteResult::Done);
+    }
+    QCOMPARE(m_files->entries(QStringLiteral("to")),
+             list("a.b/ a.b/a.jpg a.b001/ a.b001/a.jpg a.b002/ a.b002/a.jpg"));
+}
+
+void TestFPVClipboard::aFolderIntoItself()
+{
+    m_files->make(QStringLiteral("to/a.jpg"), "1");
+    QCOMPARE(paste("to", false), PasteResult::Done);
+    QCOMPARE(m_files->entries(QStringLiteral("to")), list("a.jpg to/ to/a.jpg"));
+    QCOMPARE(paste("to", false), PasteResult::Done);
+    QCOMPARE(m_files->entries(QStringLiteral("to")), list("a.jpg to/ to/a.jpg to001/ to001/a.jpg"));
+}
+
+/// Only photos can be marked, but a cut takes whatever is.
+void TestFPVClipboard::aCutFolderStays()
+{
+    m_files->make(QStringLiteral("trip/a.jpg"), "1");
+    m_files->make(QStringLiteral("b.jpg"), "2");
+    QCOMPARE(paste("trip b.jpg", true), PasteResult::Done);
+    QCOMPARE(m_files->entries(), list("to/ to/b.jpg to/trip/ to/trip/a.jpg trip/ trip/a.jpg"));
+    QVERIFY(m_clipboard.paths().isEmpty());
+}
+
+void TestFPVClipboard::dotsAreNoFolders()
+{
+    m_files->make(QStringLiteral("trip/a.jpg"), "1");
+    m_files->make(QStringLiteral("b.jpg"), "2");
+    QCOMPARE(paste("trip/. trip/.. b.jpg", false), PasteResult::Done);
+    QCOMPARE(m_files->entries(QStringLiteral("to")), list("b.jpg"));
+}
+
+void TestFPVClipboard::patternsStayForLaterWalks()
+{
+    m_files->make(QStringLiteral("a.jpg"), "1");
+    QCOMPARE(paste("a.jpg", false), PasteResult::Done);
+    QCOMPARE(FPVFileTree::patterns(), list("*"));
+    m_files->make(QStringLiteral("trip/a.jpg"), "1");
+    m_files->make(QStringLiteral("trip/notes.txt"), "1");
+    QCOMPARE(paste("trip", false), PasteResult::Done);
+    QCOMPARE(FPVFileTree::patterns(), list("*.jpg *.jpeg"));
+    FPVFileTree later;
+    later.walk(m_files->path(QStringLiteral("trip")), false, nullptr);
+    QCOMPARE(later.allFiles(), list("/a.jpg"));
+}
+
+void TestFPVClipboard::anImportsFilterStaysForPastes()
+{
+    constexpr int kImportFilter = 0x313;
+    m_files->make(QStringLiteral("trip/a.jpg"), "1");
+    m_files->make(QStringLiteral("trip/.hidden.jpg"), "1");
+    m_files->makeLink(QStringLiteral("trip/link.jpg"), QStringLiteral("a.jpg"));
+    m_files->makePipe(QStringLiteral("trip/pipe.jpg"));
+    FPVFileTree::setDirFilter(kImportFilter);
+    QCOMPARE(paste("trip", false), PasteResult::Done);
+    QCOMPARE(m_files->entries(QStringLiteral("to")),
+             list("trip/ trip/.hidden.jpg trip/a.jpg trip/link.jpg"));
+    QVERIFY(!QFileInfo(m_files->path(QStringLiteral("to/trip/link.jpg"))).isSymLink());
+}
+
+void TestFPVClipboard::theListGetsItems()
+{
+    m_files->make(QStringLiteral("to/x.jpg"), "0");
+    m_files->make(QStringLiteral("a.jpg"), "1");
+    m_files->make(QStringLiteral("b.jpg"), "2");
+    FPVItemList items(m_files->path(QStringLiteral("to")), m_files->path());
+    QCOMPARE(items.count(), 1);
+    m_clipboard.take(
+        {m_files->path(QStringLiteral("b.jpg")), m_files->path(QStringLiteral("a.jpg"))}, true);
+    QCOMPARE(m_clipboard.paste(items.currentPath(), &items), PasteResult::Done);
+    QCOMPARE(items.count(), 3);
+    QCOMPARE(items.at(1)->path(), m_files->path(QStringLiteral("to/b.jpg")));
+    QCOMPARE(items.at(2)->path(), m_files->path(QStringLiteral("to/a.jpg")));
+    QVERIFY(items.at(1)->isPicture());
+    QCOMPARE(items.at(1)->ownerList(), &items);
+    QVERIFY(!items.at(1)->isChecked());
+}
+
+void TestFPVClipboard::theListGetsOneItemForAFolder()
+{
+    m_files->make(QStringLiteral("trip/a.jpg"), "1");
+    m_files->make(QStringLiteral("trip/b.jpg"), "2");
+    FPVItemList items(m_files->path(QStringLiteral("to")), m_files->path());
+    m_clipboard.take({m_files->path(QStringLiteral("trip"))}, false);
+    QCOMPARE(m_clipboard.paste(items.currentPath(), &items), PasteResult::Done);
+    QCOMPARE(m_clipboard.paste(items.currentPath(), &items), PasteResult::Done);
+    QCOMPARE(items.count(), 2);
+    QVERIFY(items.at(0)->isFolder());
+    QCOMPARE(items.at(0)->path(), m_files->path(QStringLiteral("to/trip")));
+    QCOMPARE(items.at(1)->path(), m_files->path(QStringLiteral("to/trip001")));
+    QCOMPARE(items.at(1)->ownerList(), &items);
+}
+
+void TestFPVClipboard::pathsGoInTheirOrder()
+{
+    for (const char *name : {"one/a.jpg", "two/a.jpg", "three/a.jpg"}) {
+        m_files->make(QLatin1String(name), name);
+    }
+    QCOMPARE(paste("two/a.jpg three/a.jpg one/a.jpg", true), PasteResult::Done);
+    QCOMPARE(m_files->content(QStringLiteral("to/a.jpg")), QByteArray("two/a.jpg"));
+    QCOMPARE(m_files->content(QStringLiteral("to/a-1.jpg")), QByteArray("three/a.jpg"));
+    QCOMPARE(m_files->content(QStringLiteral("to/a-2.jpg")), QByteArray("one/a.jpg"));
+}
+
+void TestFPVClipboard::onlyFoldersLetEventsIn()
+{
+    m_files->make(QStringLiteral("trip/a.jpg"), "1");
+    m_files->make(QStringLiteral("b.jpg"), FileFixture::noise(100000));
+    bool ran = false;
+    QTimer::singleShot(0, this, [&ran] {
+        ran = true;
+    });
+    QCOMPARE(paste("b.jpg", false), PasteResult::Done);
+    QVERIFY(!ran);
+    QCOMPARE(paste("trip", false), PasteResult::Done);
+    QVERIFY(ran);
+}
+
+void TestFPVClipboard::anEmptyClipboardPastesNothing()
+{
+    for (const bool cut : {false, true}) {
+        QCOMPARE(paste("", cut), PasteResult::Done);
+        QVERIFY(m_files->entries(QStringLiteral("to")).isEmpty());
+    }
+}
+
+LUMI_TEST(TestFPVClipboard)
+#include "TestFPVClipboard.moc"

@@ -1,0 +1,422 @@
+// SPDX-License-Identifier: MIT
+// Every step of a paste failing once. Whatever happens: no photo is overwritten, nothing is
+// left of a copy that isn't whole, and a source goes only when its copy is.
+#include "files/engine/FPVClipboard.h"
+#include "items/FPVItemList.h"
+#include "tests/files/engine/FileFixture.h"
+#include "tests/files/engine/IoFaults.h"
+#include "tests/support/FakeMachine.h"
+#include "tests/support/TestMain.h"
+#include "tests/swap/FullDisk.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QLoggingCategory>
+#include <QTest>
+
+#include <cerrno>
+#include <memory>
+
+using lumi::PasteResult;
+using lumi::test::FileFixture;
+using lumi::test::IoFaults;
+using lumi::test::OrdinaryUser;
+
+namespace {
+
+constexpr int kBlock = 8192;
+constexpr int kBlocks = 4;
+
+QStringList list(const char *names)
+{
+    return QString::fromUtf8(names).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+}
+
+} // namespace
+
+class TestPasteFaults : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void resultsHaveTheirNumbers();
+    void oneFaultFailsThePaste_data();
+    void oneFaultFailsThePaste();
+    void anInterruptedCallIsRepeated_data();
+    void anInterruptedCallIsRepeated();
+    void aShortWriteIsAFailure();
+    void aShortReadIsNoFailureButKeepsWhatWasCut();
+    void aSourceThatChangesIsKept_data();
+    void aSourceThatChangesIsKept();
+    void onlyACutWaitsForTheDisk();
+    void aDiskThatCantSyncIsNoFailure();
+    void aSourceThatCantBeRemovedIsCopied();
+    void aMissingSource();
+    void aSourceThatBecameAPipe();
+    void anUnreadableSource();
+    void aFolderThatCantBeWritten();
+    void aTargetThatComesInBetweenIsKept();
+    void withoutABufferNothingIsPasted();
+    void aFullDiskLeavesNothingHalf();
+    void whatWentWellBeforeStays();
+    void aFolderStopsAtItsFirstFailure();
+    void aFolderThatCantBeMade();
+    void failedOpensAreTraced();
+
+private:
+    /// A cut or copy of a.jpg into "to".
+    [[nodiscard]] PasteResult paste(bool cut);
+    void isUntouched() const;
+
+    std::unique_ptr<FileFixture> m_files;
+    QByteArray m_photo;
+    FPVClipboard m_clipboard;
+    std::unique_ptr<FPVItemList> m_items;
+};
+
+void TestPasteFaults::init()
+{
+    m_files = std::make_unique<FileFixture>();
+    m_photo = FileFixture::noise(kBlocks * kBlock - 100);
+    m_files->make(QStringLiteral("a.jpg"), m_photo);
+    QVERIFY(QFile::setPermissions(m_files->makeFolder(QStringLiteral("to")),
+                                  QFile::Permissions(0x7777)));
+    m_items = std::make_unique<FPVItemList>(m_files->path(QStringLiteral("to")), m_files->path());
+    lumi::test::FakeMachine::install();
+}
+
+void TestPasteFaults::cleanup()
+{
+    Machine::install(nullptr);
+    m_files.reset();
+}
+
+PasteResult TestPasteFaults::paste(bool cut)
+{
+    m_clipboard.take({m_files->path(QStringLiteral("a.jpg"))}, cut);
+    const PasteResult result
+        = m_clipboard.paste(m_files->path(QStringLiteral("to")), m_items.get());
+    // A cut is off the clipboard however it ended.
+    if (m_clipboard.paths().isEmpty() != cut) {
+        qFatal("the clipboard is wrong");
+    }
+    return result;
+}
+
+void TestPasteFaults::isUntouched() const
+{
+    QCOMPARE(m_files->entries(), list("a.jpg to/"));
+    QCOMPARE(m_files->content(QStringLiteral("a.jpg")), m_photo);
+    QCOMPARE(m_items->count(), 0);
+}
+
+void TestPasteFaults::resultsHaveTheirNumbers()
+{
+    QCOMPARE(int(PasteResult::Missing), -1);
+    QCOMPARE(int(PasteResult::Done), 0);
+    QCOMPARE(int(PasteResult::SourceNotOpened), 1);
+    QCOMPARE(int(PasteResult::TargetNotMade), 2);
+    QCOMPARE(int(PasteResult::NoRoom), 3);
+    QCOMPARE(int(PasteResult::NoBuffer), 4);
+    QCOMPARE(int(PasteResult::SourceNotRemoved), 5);
+    QCOMPARE(int(PasteResult::NotWritten), 6);
+}
+
+void TestPasteFaults::oneFaultFailsThePaste_data()
+{
+    QTest::addColumn<int>("call");
+    QTest::addColumn<int>("nth");
+    QTest::addColumn<int>("error");
+    QTest::addColumn<bool>("cutOnly");
+    QTest::addColumn<PasteResult>("result");
+    QTest::newRow("the source can't be opened")
+        << int(IoFaults::OpenToRead) << 1 << EIO << false << PasteResult::SourceNotOpened;
+    QTest::newRow("the target can't be opened")
+        << int(IoFaults::OpenToWrite) << 1 << ENOSPC << false << PasteResult::TargetNotMade;
+    for (int nth = 1; nth <= kBlocks + 1; ++nth) {
+        QTest::newRow(qPrintable(QStringLiteral("the card fails at read %1").arg(nth)))
+            << int(IoFaults::Read) << nth << EIO << false << PasteResult::NotWritten;
+    }
+    for (int nth = 1; nth <= kBlocks; ++nth) {
+        QTest::newRow(qPrintable(QStringLiteral("the disk is full at write %1").arg(nth)))
+            << int(IoFaults::Write) << nth << ENOSPC << false << PasteResult::NotWritten;
+    }
+    QTest::newRow("the copy doesn't reach the disk")
+        << int(IoFaults::Sync) << 1 << EIO << true << PasteResult::NotWritten;
+    QTest::newRow("the target fails when it is closed")
+        << int(IoFaults::Close) << 1 << EIO << false << PasteResult::NotWritten;
+}
+
+void TestPasteFaults::oneFaultFailsThePaste()
+{
+    QFETCH(int, call);
+    QFETCH(int, nth);
+    QFETCH(int, error);
+    QFETCH(bool, cutOnly);
+    QFETCH(PasteResult, result);
+    for (const bool cut : {true, false}) {
+        if (cut || !cutOnly) {
+            IoFaults faults(m_files->path());
+            faults.fail(IoFaults::Call(call), nth, error);
+            QCOMPARE(paste(cut), result);
+            QVERIFY(faults.count(IoFaults::Call(call)) >= nth);
+            isUntouched();
+        }
+    }
+    // The fault gone, it works.
+    QCOMPARE(paste(true), PasteResult::Done);
+    QCOMPARE(m_files->content(QStringLiteral("to/a.jpg")), m_photo);
+}
+
+void TestPasteFaults::anInterruptedCallIsRepeated_data()
+{
+    QTest::addColumn<int>("call");
+    QTest::addColumn<int>("nth");
+    QTest::newRow("the first read") << int(IoFaults::Read) << 1;
+    QTest::newRow("the last read") << int(IoFaults::Read) << kBlocks + 1;
+    QTest::newRow("the first write") << int(IoFaults::Write) << 1;
+    QTest::newRow("the last write") << int(IoFaults::Write) << kBlocks;
+    QTest::newRow("the sync") << int(IoFaults::Sync) << 1;
+    QTest::newRow("the close") << int(IoFaults::Close) << 1;
+}
+
+void TestPasteFaults::anInterruptedCallIsRepeated()
+{
+    QFETCH(int, call);
+    QFETCH(int, nth);
+    IoFaults faults(m_files->path());
+    faults.fail(IoFaults::Call(call), nth, EINTR);
+    QCOMPARE(paste(true), PasteResult::Done);
+    QCOMPARE(m_files->content(QStringLiteral("to/a.jpg")), m_photo);
+    QCOMPARE(m_files->entries(), list("to/ to/a.jpg"));
+}
+
+void TestPasteFaults::aShortWriteIsAFailure()
+{
+    for (const bool cut : {true, false}) {
+        for (int nth = 1; nth <= kBlocks; ++nth) {
+            IoFaults faults(m_files->path());
+            faults.shortenWrite(nth, kBlock / 2);
+            QCOMPARE(paste(cut), PasteResult::NotWritten);
+            QCOMPARE(faults.count(IoFaults::Write), nth);
+            isUntouched();
+        }
+    }
+}
+
+void TestPasteFaults::aShortReadIsNoFailureButKeepsWhatWasCut()
+{
+    for (int nth = 1; nth <= kBlocks; ++nth) {
+        IoFaults faults(m_files->path());
+        faults.endReads(nth);
+        QCOMPARE(paste(true), PasteResult::NotWritten);
+        isUntouched();
+    }
+    IoFaults faults(m_files->path());
+    faults.endReads(2);
+    QCOMPARE(paste(false), PasteResult::Done);
+    QCOMPARE(m_files->content(QStringLiteral("to/a.jpg")), m_photo.left(kBlock));
+    QCOMPARE(m_files->content(QStringLiteral("a.jpg")), m_photo);
+}
+
+void TestPasteFaults::aSourceThatChangesIsKept_data()
+{
+    QTest::addColumn<int>("call");
+    QTest::addColumn<int>("nth");
+    QTest::addColumn<int>("size");
+    QTest::newRow("it grows behind the last read") << int(IoFaults::Sync) << 1 << kBlocks * kBlock;
+    QTest::newRow("it is cut off meanwhile") << int(IoFaults::Write) << 2 << 10;
+    QTest::newRow("it is emptied at the end") << int(IoFaults::Sync) << 1 << 0;
+}
+
+void TestPasteFaults::aSourceThatChangesIsKept()
+{
+    QFETCH(int, call);
+    QFETCH(int, nth);
+    QFETCH(int, size);
+    IoFaults faults(m_files->path());
+    faults.doBefore(IoFaults::Call(call), nth, [this, size] {
+        QVERIFY(QFile::resize(m_files->path(QStringLiteral("a.jpg")), size));
+    });
+    QCOMPARE(paste(true), PasteResult::NotWritten);
+    QCOMPARE(m_files->entries(), list("a.jpg to/"));
+    QCOMPARE(QFileInfo(m_files->path(QStringLiteral("a.jpg"))).size(), size);
+}
+
+void TestPasteFaults::onlyACutWaitsForTheDisk()
+{
+    IoFaults faults(m_files->path());
+    QCOMPARE(paste(false), PasteResult::Done);
+    QCOMPARE(faults.count(IoFaults::Sync), 0);
+    QCOMPARE(paste(true), PasteResult::Done);
+    QCOMPARE(faults.count(IoFaults::Sync), 1);
+}
+
+void TestPasteFaults::aDiskThatCantSyncIsNoFailure()
+{
+    IoFaults faults(m_files->path());
+    faults.fail(IoFaults::Sync, 1, EINVAL);
+    QCOMPARE(paste(true), PasteResult::Done);
+    QCOMPARE(m_files->entries(), list("to/ to/a.jpg"));
+}
+
+void TestPasteFaults::aSourceThatCantBeRemovedIsCopied()
+{
+    {
+        IoFaults faults(m_files->path());
+        faults.fail(IoFaults::Remove, 1, EROFS);
+        QCOMPARE(paste(true), PasteResult::SourceNotRemoved);
+    }
+    QCOMPARE(m_files->content(QStringLiteral("a.jpg")), m_photo);
+    QCOMPARE(m_files->content(QStringLiteral("to/a.jpg")), m_photo);
+    QCOMPARE(m_items->count(), 1);
+}
+
+void TestPasteFaults::aMissingSource()
+{
+    QVERIFY(QFile::remove(m_files->path(QStringLiteral("a.jpg"))));
+    QCOMPARE(paste(false), PasteResult::Missing);
+    // A link to nothing is as good as nothing.
+    m_files->makeLink(QStringLiteral("a.jpg"), QStringLiteral("gone"));
+    QCOMPARE(paste(true), PasteResult::Missing);
+    QVERIFY(QFileInfo(m_files->path(QStringLiteral("a.jpg"))).isSymLink());
+    QVERIFY(m_files->entries(QStringLiteral("to")).isEmpty());
+}
+
+void TestPasteFaults::aSourceThatBecameAPipe()
+{
+    QVERIFY(QFile::remove(m_files->path(QStringLiteral("a.jpg"))));
+    m_files->makePipe(QStringLiteral("a.jpg"));
+    QCOMPARE(paste(true), PasteResult::SourceNotOpened);
+    QCOMPARE(m_files->entries(), list("a.jpg to/"));
+}
+
+void TestPasteFaults::anUnreadableSource()
+{
+    QVERIFY(QFile::setPermissions(m_files->path(QStringLiteral("a.jpg")), {}));
+    for (const bool cut : {true, false}) {
+        const OrdinaryUser user;
+        QCOMPARE(paste(cut), PasteResult::SourceNotOpened);
+    }
+    QVERIFY(QFile::setPermissions(m_files->path(QStringLiteral("a.jpg")), QFile::ReadOwner));
+    isUntouched();
+}
+
+void TestPasteFaults::aFolderThatCantBeWritten()
+{
+    QVERIFY(QFile::setPermissions(m_files->path(QStringLiteral("to")),
+                                  QFile::ReadOwner | QFile::ReadOther | QFile::ExeOther));
+    {
+        const OrdinaryUser user;
+        QCOMPARE(paste(true), PasteResult::TargetNotMade);
+    }
+    isUntouched();
+    QVERIFY(m_files->entries(QStringLiteral("to")).isEmpty());
+    // It may also have gone.
+    m_clipboard.take({m_files->path(QStringLiteral("a.jpg"))}, true);
+    QCOMPARE(m_clipboard.paste(m_files->path(QStringLiteral("none")), nullptr),
+             PasteResult::TargetNotMade);
+    isUntouched();
+}
+
+void TestPasteFaults::aTargetThatComesInBetweenIsKept()
+{
+    IoFaults faults(m_files->path());
+    faults.doBefore(IoFaults::OpenToRead, 1, [this] {
+        m_files->make(QStringLiteral("to/a.jpg"), "mine");
+    });
+    QCOMPARE(paste(true), PasteResult::TargetNotMade);
+    QCOMPARE(m_files->content(QStringLiteral("to/a.jpg")), QByteArray("mine"));
+    QCOMPARE(m_files->content(QStringLiteral("a.jpg")), m_photo);
+}
+
+void TestPasteFaults::withoutABufferNothingIsPasted()
+{
+    for (const bool cut : {true, false}) {
+        IoFaults::refuseArray(8132);
+        QCOMPARE(paste(cut), PasteResult::NoBuffer);
+        isUntouched();
+    }
+    QCOMPARE(paste(false), PasteResult::Done);
+}
+
+void TestPasteFaults::aFullDiskLeavesNothingHalf()
+{
+    const QByteArray big = FileFixture::noise(400000);
+    m_files->make(QStringLiteral("a.jpg"), big);
+    const lumi::test::SmallDisk disk(m_files->path(QStringLiteral("to")), 128);
+    const std::unique_ptr<lumi::test::FileSizeLimit> limit(
+        disk.isMounted() ? nullptr : new lumi::test::FileSizeLimit(128 * 1024));
+    for (const bool cut : {true, false}) {
+        QCOMPARE(paste(cut), PasteResult::NotWritten);
+        QVERIFY(m_files->entries(QStringLiteral("to")).isEmpty());
+        QCOMPARE(m_files->content(QStringLiteral("a.jpg")), big);
+    }
+}
+
+void TestPasteFaults::whatWentWellBeforeStays()
+{
+    QStringList paths{m_files->path(QStringLiteral("a.jpg"))};
+    for (const char *name : {"b.jpg", "c.jpg"}) {
+        paths.append(m_files->make(QLatin1String(name), m_photo));
+    }
+    IoFaults faults(m_files->path());
+    faults.fail(IoFaults::Write, kBlocks + 2, ENOSPC);
+    m_clipboard.take(paths, true);
+    QCOMPARE(m_clipboard.paste(m_files->path(QStringLiteral("to")), m_items.get()),
+             PasteResult::NotWritten);
+    QCOMPARE(m_files->entries(), list("b.jpg c.jpg to/ to/a.jpg"));
+    QCOMPARE(m_files->content(QStringLiteral("to/a.jpg")), m_photo);
+    QCOMPARE(m_files->content(QStringLiteral("b.jpg")), m_photo);
+    QCOMPARE(m_items->count(), 1);
+    QVERIFY(m_clipboard.paths().isEmpty());
+}
+
+void TestPasteFaults::aFolderStopsAtItsFirstFailure()
+{
+    for (const char *name : {"trip/a.jpg", "trip/b.jpg", "trip/c.jpg"}) {
+        m_files->make(QLatin1String(name), m_photo);
+    }
+    IoFaults faults(m_files->path());
+    faults.fail(IoFaults::Write, kBlocks + 2, ENOSPC);
+    m_clipboard.take(
+        {m_files->path(QStringLiteral("trip")), m_files->path(QStringLiteral("a.jpg"))}, false);
+    QCOMPARE(m_clipboard.paste(m_files->path(QStringLiteral("to")), m_items.get()),
+             PasteResult::NotWritten);
+    QCOMPARE(m_files->entries(QStringLiteral("to")), list("trip/ trip/a.jpg"));
+    // The folder is there, and shown.
+    QCOMPARE(m_items->count(), 1);
+}
+
+void TestPasteFaults::aFolderThatCantBeMade()
+{
+    m_files->make(QStringLiteral("trip/a.jpg"), m_photo);
+    m_clipboard.take({m_files->path(QStringLiteral("trip"))}, false);
+    // A dangling link has its name, which is no free one then.
+    m_files->makeLink(QStringLiteral("to/trip"), QStringLiteral("gone"));
+    QCOMPARE(m_clipboard.paste(m_files->path(QStringLiteral("to")), m_items.get()),
+             PasteResult::TargetNotMade);
+    QCOMPARE(m_items->count(), 0);
+    QCOMPARE(m_files->entries(QStringLiteral("to")), list("trip"));
+}
+
+void TestPasteFaults::failedOpensAreTraced()
+{
+    QLoggingCategory::setFilterRules(QStringLiteral("lumivault.trace.debug=true"));
+    {
+        IoFaults faults(m_files->path());
+        faults.fail(IoFaults::OpenToRead, 1, ENXIO);
+        QTest::ignoreMessage(QtDebugMsg, "errno = 6");
+        QCOMPARE(paste(false), PasteResult::SourceNotOpened);
+    }
+    IoFaults faults(m_files->path());
+    faults.fail(IoFaults::OpenToWrite, 1, ENOSPC);
+    QTest::ignoreMessage(QtDebugMsg, "errno = 28");
+    QCOMPARE(paste(false), PasteResult::TargetNotMade);
+    QLoggingCategory::setFilterRules(QString());
+}
+
+LUMI_TEST(TestPasteFaults)
+#include "TestPasteFaults.moc"
