@@ -76,6 +76,29 @@ public:
 
     [[nodiscard]] const QStringList &clipboardPaths() const { return m_clipboard.paths(); }
 
+    /// Whether there is a folder on show, which the following work on. They reload nothing.
+    [[nodiscard]] bool hasFolder() const;
+    /// Whether something in it has this name.
+    [[nodiscard]] bool hasEntry(const QString &name) const;
+    [[nodiscard]] bool makeFolder(const QString &name);
+    [[nodiscard]] bool renameItem(const QString &oldName, const QString &newName);
+    /// Photos only.
+    [[nodiscard]] bool deleteCurrent();
+    /// True if at least one photo went, however many stayed.
+    [[nodiscard]] bool deleteChecked();
+    /// Tries all subfolders; false only without a folder on show.
+    [[nodiscard]] bool deleteEmptyFolders();
+    /// Put the item at the cursor, or all checked items, on the clipboard; without any it
+    /// stays as it was. Nothing is seen of a cut before the paste.
+    void copyCurrent();
+    void cutCurrent(); ///< photos only
+    void copyChecked();
+    void cutChecked();
+    /// Pastes into the folder on show and shows the page of the first new item.
+    [[nodiscard]] lumi::PasteResult paste();
+    void checkAll(); ///< photos; folders lose their marks
+    void uncheckAll();
+
     /// The first item of the page.
     [[nodiscard]] int topIndex() const { return m_topIndex; }
 
@@ -131,6 +154,8 @@ private:
     void reloadFolder();
     void moveOrTurnPage(lumi::ViewAction action);
     void toggleCheck();
+    void takeChecked(bool cut);
+    void setChecks(bool on);
     FPVItemObject *stepToPicture(int from, int step);
 
     BackgroundWidget *m_container = nullptr;

@@ -1,0 +1,515 @@
+// SPDX-License-Identifier: MIT
+// File work on the folder on show, and what the page makes of it.
+#include "files/engine/FPVFileTree.h"
+#include "tests/support/TestMain.h"
+#include "tests/views/ViewFixture.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTest>
+
+using lumi::PasteResult;
+using lumi::test::ViewFixture;
+
+namespace {
+
+QStringList list(const char *names)
+{
+    return QString::fromUtf8(names).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+}
+
+/// Nobody may write it, so it can't be deleted.
+void protect(const QString &path)
+{
+    QVERIFY(QFile::setPermissions(path, QFile::ReadOwner));
+}
+
+} // namespace
+
+class TestThumbnailFiles : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+
+    void init() { m_view.reset(new ViewFixture); }
+
+    void cleanup()
+    {
+        m_view.reset();
+        FPVFileTree::resetState();
+    }
+
+    void withoutAFolderNothingIsDone();
+    void foldersAreMadeInTheFolderOnShow();
+    void itemsAreRenamedWithoutAReload();
+    void theCurrentPhotoIsDeleted();
+    void onlyPhotosAreDeleted();
+    void aPhotoThatStaysKeepsItsItem();
+    void theLastPhotoLeavesAnEmptyPage();
+    void thePageMovesBackWhenItRunsEmpty_data();
+    void thePageMovesBackWhenItRunsEmpty();
+    void checkedPhotosAreDeleted_data();
+    void checkedPhotosAreDeleted();
+    void aMarkedFolderOnlyLosesItsMark();
+    void deletingMarkedPhotosShowsTheFirstPage();
+    void deletingNothingLeavesThePage();
+    void emptySubfoldersGo();
+    void copyTakesPhotosAndFolders();
+    void cutTakesPhotosOnly();
+    void markedItemsAreTakenInTheirOrder();
+    void nothingMarkedLeavesTheClipboard();
+    void aCutChangesNothingOnShow();
+    void checkAllMarksPhotosOnly();
+    void uncheckAllLeavesNoMark();
+    void marksKeepThePageAndTheCursor();
+    void marksAreSeen();
+    void aPasteShowsItsFirstItem();
+    void aPasteWithoutNewItemsLeavesThePage();
+    void aFailedPasteShowsWhatItMade();
+
+private:
+    [[nodiscard]] QStringList names() const;
+    [[nodiscard]] bool exists(const char *name) const;
+    void check(const char *fileNames);
+
+    std::unique_ptr<ViewFixture> m_view;
+};
+
+/// Of all items of the list.
+QStringList TestThumbnailFiles::names() const
+{
+    QStringList result;
+    for (const FPVItemObject *item : m_view->items) {
+        result.append(item->fileName());
+    }
+    return result;
+}
+
+bool TestThumbnailFiles::exists(const char *name) const
+{
+    return QFile::exists(m_view->world.path(QString::fromUtf8(name)));
+}
+
+void TestThumbnailFiles::check(const char *fileNames)
+{
+    const QStringList wanted = list(fileNames);
+    for (FPVItemObject *item : m_view->items) {
+        item->setChecked(wanted.contains(item->fileName()));
+    }
+}
+
+void TestThumbnailFiles::withoutAFolderNothingIsDone()
+{
+    FPVThumbnailView view(nullptr, nullptr);
+    for (int round = 0; round < 2; ++round) {
+        QVERIFY(!view.hasFolder());
+        QVERIFY(!view.hasEntry(QStringLiteral(".")));
+        QVERIFY(!view.makeFolder(QStringLiteral("trip")));
+        QVERIFY(!view.renameItem(QStringLiteral("a"), QStringLiteral("b")));
+        QVERIFY(!view.deleteCurrent());
+        QVERIFY(!view.deleteChecked());
+        QVERIFY(!view.deleteEmptyFolders());
+        view.copyCurrent();
+        view.cutCurrent();
+        view.copyChecked();
+        view.cutChecked();
+        view.checkAll();
+        view.uncheckAll();
+        QVERIFY(view.clipboardPaths().isEmpty());
+        view.clipboard().take({m_view->world.makePhoto(QStringLiteral("a.jpg"))}, true);
+        QCOMPARE(view.paste(), PasteResult::Missing);
+        QCOMPARE(view.clipboardPaths().size(), 1);
+        view.clipboard().take({}, false);
+        // A list that has listed nothing is no folder either.
+        static FPVItemList none;
+        view.setList(&none);
+    }
+}
+
+void TestThumbnailFiles::foldersAreMadeInTheFolderOnShow()
+{
+    m_view->world.makePhoto(QStringLiteral("dir/a.jpg"));
+    m_view->list(QStringLiteral("dir"));
+    QVERIFY(m_view->view.hasFolder());
+    QVERIFY(m_view->view.hasEntry(QStringLiteral("a.jpg")));
+    QVERIFY(!m_view->view.hasEntry(QStringLiteral("dir")));
+    QVERIFY(m_view->view.makeFolder(QStringLiteral("day one")));
+    QVERIFY(exists("dir/day one"));
+    QVERIFY(!m_view->view.makeFolder(QStringLiteral("day one")));
+    QVERIFY(!m_view->view.makeFolder(QStringLiteral("day/two")));
+    QCOMPARE(names(), list("a.jpg"));
+}
+
+void TestThumbnailFiles::itemsAreRenamedWithoutAReload()
+{
+    m_view->world.makePhoto(QStringLiteral("a.jpg"));
+    m_view->world.makePhoto(QStringLiteral("b.jpg"));
+    m_view->list();
+    QVERIFY(m_view->view.renameItem(QStringLiteral("a.jpg"), QStringLiteral("c.jpg")));
+    QVERIFY(exists("c.jpg") && !exists("a.jpg"));
+    QVERIFY(!m_view->view.renameItem(QStringLiteral("b.jpg"), QStringLiteral("c.jpg")));
+    QVERIFY(!m_view->view.renameItem(QStringLiteral("gone"), QStringLiteral("d")));
+    QCOMPARE(names(), list("a.jpg b.jpg"));
+}
+
+void TestThumbnailFiles::theCurrentPhotoIsDeleted()
+{
+    m_view->world.makePhotos(3);
+    m_view->list();
+    m_view->view.showPage(0, 1, true);
+    QVERIFY(m_view->waitForThumbnails());
+    QVERIFY(m_view->view.deleteCurrent());
+    QVERIFY(!exists("a01.jpg"));
+    QCOMPARE(names(), list("a00.jpg a02.jpg"));
+    QVERIFY(m_view->waitForThumbnails());
+    QCOMPARE(m_view->indexes(), (QList<int>{0, 1}));
+    // The cursor stays at its place.
+    QCOMPARE(m_view->view.currentObject()->fileName(), QStringLiteral("a02.jpg"));
+}
+
+void TestThumbnailFiles::onlyPhotosAreDeleted()
+{
+    m_view->world.makeFolder(QStringLiteral("empty"));
+    m_view->world.makePhotos(1);
+    m_view->list();
+    QVERIFY(!m_view->view.deleteCurrent());
+    m_view->view.showPage(0, 0, true);
+    QVERIFY(!m_view->view.deleteCurrent());
+    QVERIFY(exists("empty"));
+    QCOMPARE(m_view->items.count(), 2);
+}
+
+void TestThumbnailFiles::aPhotoThatStaysKeepsItsItem()
+{
+    m_view->world.makePhotos(2);
+    protect(m_view->world.path(QStringLiteral("a00.jpg")));
+    m_view->list();
+    m_view->view.showPage(0, 0, true);
+    QVERIFY(!m_view->view.deleteCurrent());
+    QVERIFY(exists("a00.jpg"));
+    QCOMPARE(m_view->items.count(), 2);
+}
+
+void TestThumbnailFiles::theLastPhotoLeavesAnEmptyPage()
+{
+    m_view->world.makePhotos(1);
+    m_view->list();
+    m_view->view.showPage(0, 0, true);
+    QVERIFY(m_view->waitForThumbnails());
+    QVERIFY(m_view->view.deleteCurrent());
+    QCOMPARE(m_view->items.count(), 0);
+    QVERIFY(m_view->cells().isEmpty());
+    QVERIFY(m_view->view.currentObject() == nullptr);
+    QVERIFY(!m_view->view.deleteCurrent());
+}
+
+void TestThumbnailFiles::thePageMovesBackWhenItRunsEmpty_data()
+{
+    QTest::addColumn<int>("count");
+    QTest::addColumn<int>("top");
+    QTest::newRow("fewer than a page are left") << 5 << 0;
+    QTest::newRow("a page and more are left") << 8 << 0;
+    QTest::newRow("two pages are left") << 15 << 7;
+}
+
+void TestThumbnailFiles::thePageMovesBackWhenItRunsEmpty()
+{
+    QFETCH(int, count);
+    m_view->world.makePhotos(count);
+    m_view->list();
+    // Sideways a page may begin with the last photo.
+    m_view->showInfo();
+    m_view->view.showPage(0, 0, true);
+    m_view->view.setCurrentObjectQuiet(m_view->items.at(count - 1));
+    QCOMPARE(m_view->view.topIndex(), count - 1);
+    QVERIFY(m_view->view.deleteCurrent());
+    QCOMPARE(m_view->items.count(), count - 1);
+    QTEST(m_view->view.topIndex(), "top");
+}
+
+void TestThumbnailFiles::checkedPhotosAreDeleted_data()
+{
+    QTest::addColumn<QString>("checked");
+    QTest::addColumn<QString>("protectedOnes");
+    QTest::addColumn<QStringList>("left");
+    QTest::addColumn<bool>("result");
+    QTest::newRow("nothing is marked") << ""
+                                       << "" << list("a00.jpg a01.jpg a02.jpg") << false;
+    QTest::newRow("the first") << "a00.jpg"
+                               << "" << list("a01.jpg a02.jpg") << true;
+    QTest::newRow("the last") << "a02.jpg"
+                              << "" << list("a00.jpg a01.jpg") << true;
+    QTest::newRow("neighbours") << "a00.jpg a01.jpg"
+                                << "" << list("a02.jpg") << true;
+    QTest::newRow("all") << "a00.jpg a01.jpg a02.jpg"
+                         << "" << QStringList() << true;
+    QTest::newRow("two of three stay") << "a00.jpg a01.jpg a02.jpg"
+                                       << "a00.jpg a02.jpg" << list("a00.jpg a02.jpg") << true;
+    QTest::newRow("the last goes, the one before it stays")
+        << "a01.jpg a02.jpg"
+        << "a01.jpg" << list("a00.jpg a01.jpg") << true;
+    QTest::newRow("none can go") << "a00.jpg a02.jpg"
+                                 << "a00.jpg a02.jpg" << list("a00.jpg a01.jpg a02.jpg") << false;
+}
+
+void TestThumbnailFiles::checkedPhotosAreDeleted()
+{
+    QFETCH(QString, checked);
+    QFETCH(QString, protectedOnes);
+    QFETCH(QStringList, left);
+    m_view->world.makePhotos(3);
+    m_view->list();
+    for (const QString &name : list(qPrintable(protectedOnes))) {
+        protect(m_view->world.path(name));
+    }
+    check(qPrintable(checked));
+    QVERIFY(m_view->waitForThumbnails());
+    QTEST(m_view->view.deleteChecked(), "result");
+    QCOMPARE(names(), left);
+    QCOMPARE(QDir(m_view->world.store).entryList(QDir::Files), left);
+    // What stays keeps its mark.
+    for (const FPVItemObject *item : m_view->items) {
+        QCOMPARE(item->isChecked(), list(qPrintable(checked)).contains(item->fileName()));
+    }
+}
+
+void TestThumbnailFiles::aMarkedFolderOnlyLosesItsMark()
+{
+    m_view->world.makeFolder(QStringLiteral("dir"));
+    m_view->world.makePhotos(2);
+    m_view->list();
+    check("dir a00.jpg");
+    QVERIFY(m_view->view.deleteChecked());
+    QVERIFY(exists("dir"));
+    QCOMPARE(names(), list("dir a01.jpg"));
+    QVERIFY(!m_view->view.anyChecked());
+}
+
+void TestThumbnailFiles::deletingMarkedPhotosShowsTheFirstPage()
+{
+    m_view->world.makePhotos(14);
+    m_view->list();
+    m_view->view.showPage(6, 7, true);
+    QVERIFY(m_view->waitForPage());
+    check("a13.jpg");
+    QVERIFY(m_view->view.deleteChecked());
+    QCOMPARE(m_view->view.topIndex(), 0);
+    QVERIFY(m_view->waitForPage());
+    QCOMPARE(m_view->indexes().first(), 0);
+    QCOMPARE(m_view->view.currentIndex(), 7);
+}
+
+void TestThumbnailFiles::deletingNothingLeavesThePage()
+{
+    m_view->world.makePhotos(14);
+    m_view->list();
+    m_view->view.showPage(6, 7, true);
+    QVERIFY(m_view->waitForPage());
+    const QWidget *container = m_view->container();
+    QVERIFY(!m_view->view.deleteChecked());
+    QCOMPARE(m_view->view.topIndex(), 6);
+    QCOMPARE(m_view->container(), container);
+}
+
+void TestThumbnailFiles::emptySubfoldersGo()
+{
+    m_view->world.makeFolder(QStringLiteral("dir/empty"));
+    m_view->world.makeFolder(QStringLiteral("dir/full/empty"));
+    m_view->world.makeFolder(QStringLiteral("beside"));
+    m_view->list(QStringLiteral("dir"));
+    // It is not about the item at the cursor.
+    m_view->view.showPage(0, 1, true);
+    QVERIFY(m_view->view.deleteEmptyFolders());
+    QVERIFY(!exists("dir/empty"));
+    QVERIFY(exists("dir/full/empty") && exists("beside"));
+    QVERIFY(m_view->view.deleteEmptyFolders());
+}
+
+void TestThumbnailFiles::copyTakesPhotosAndFolders()
+{
+    m_view->world.makeFolder(QStringLiteral("dir"));
+    m_view->world.makePhotos(1);
+    m_view->list();
+    m_view->view.copyCurrent();
+    QVERIFY(m_view->view.clipboardPaths().isEmpty());
+    for (const int index : {0, 1}) {
+        m_view->view.clipboard().take({QStringLiteral("/old")}, true);
+        m_view->view.showPage(0, index, true);
+        m_view->view.copyCurrent();
+        QCOMPARE(m_view->view.clipboardPaths(), QStringList{m_view->items.at(index)->path()});
+        QVERIFY(!m_view->view.clipboard().isCut());
+    }
+}
+
+void TestThumbnailFiles::cutTakesPhotosOnly()
+{
+    m_view->world.makeFolder(QStringLiteral("dir"));
+    m_view->world.makePhotos(1);
+    m_view->list();
+    m_view->view.clipboard().take({QStringLiteral("/old")}, false);
+    m_view->view.showPage(0, 0, true);
+    m_view->view.cutCurrent();
+    QCOMPARE(m_view->view.clipboardPaths(), list("/old"));
+    QVERIFY(!m_view->view.clipboard().isCut());
+    m_view->view.showPage(0, 1, true);
+    m_view->view.cutCurrent();
+    QCOMPARE(m_view->view.clipboardPaths(), QStringList{m_view->items.at(1)->path()});
+    QVERIFY(m_view->view.clipboard().isCut());
+}
+
+void TestThumbnailFiles::markedItemsAreTakenInTheirOrder()
+{
+    m_view->world.makeFolder(QStringLiteral("dir"));
+    m_view->world.makePhotos(4);
+    m_view->list();
+    // A folder gets no mark from the user, but one that has it is taken.
+    check("a03.jpg dir a01.jpg");
+    const QStringList paths{m_view->items.at(0)->path(), m_view->items.at(2)->path(),
+                            m_view->items.at(4)->path()};
+    m_view->view.clipboard().take({QStringLiteral("/old")}, false);
+    m_view->view.cutChecked();
+    QCOMPARE(m_view->view.clipboardPaths(), paths);
+    QVERIFY(m_view->view.clipboard().isCut());
+    m_view->view.copyChecked();
+    QCOMPARE(m_view->view.clipboardPaths(), paths);
+    QVERIFY(!m_view->view.clipboard().isCut());
+    QVERIFY(m_view->items.at(2)->isChecked());
+}
+
+void TestThumbnailFiles::nothingMarkedLeavesTheClipboard()
+{
+    m_view->world.makePhotos(2);
+    m_view->list();
+    m_view->view.clipboard().take({QStringLiteral("/old")}, false);
+    m_view->view.cutChecked();
+    QVERIFY(!m_view->view.clipboard().isCut());
+    m_view->view.clipboard().take({QStringLiteral("/old")}, true);
+    m_view->view.copyChecked();
+    QVERIFY(m_view->view.clipboard().isCut());
+    QCOMPARE(m_view->view.clipboardPaths(), list("/old"));
+}
+
+void TestThumbnailFiles::aCutChangesNothingOnShow()
+{
+    m_view->world.makePhotos(2);
+    m_view->list();
+    m_view->view.showPage(0, 0, true);
+    QVERIFY(m_view->waitForThumbnails());
+    const QWidget *container = m_view->container();
+    const QImage before = m_view->view.grab().toImage();
+    m_view->view.cutCurrent();
+    check("a00.jpg a01.jpg");
+    m_view->view.cutChecked();
+    QCOMPARE(m_view->container(), container);
+    QCOMPARE(m_view->view.grab().toImage(), before);
+    QVERIFY(exists("a00.jpg"));
+}
+
+void TestThumbnailFiles::checkAllMarksPhotosOnly()
+{
+    m_view->world.makeFolder(QStringLiteral("dir"));
+    m_view->world.makePhotos(40);
+    m_view->list();
+    check("dir");
+    m_view->view.checkAll();
+    for (const FPVItemObject *item : m_view->items) {
+        QCOMPARE(item->isChecked(), item->isPicture());
+    }
+}
+
+void TestThumbnailFiles::uncheckAllLeavesNoMark()
+{
+    m_view->world.makeFolder(QStringLiteral("dir"));
+    m_view->world.makePhotos(10);
+    m_view->list();
+    check("dir a00.jpg a09.jpg");
+    m_view->view.uncheckAll();
+    QVERIFY(!m_view->view.anyChecked());
+}
+
+void TestThumbnailFiles::marksKeepThePageAndTheCursor()
+{
+    m_view->world.makePhotos(14);
+    m_view->list();
+    m_view->view.showPage(6, 8, true);
+    QVERIFY(m_view->waitForPage());
+    for (const bool on : {true, false}) {
+        on ? m_view->view.checkAll() : m_view->view.uncheckAll();
+        QCOMPARE(m_view->view.topIndex(), 6);
+        QVERIFY(m_view->waitForPage());
+        QCOMPARE(m_view->indexes().first(), 6);
+        QCOMPARE(m_view->view.currentIndex(), 8);
+    }
+}
+
+void TestThumbnailFiles::marksAreSeen()
+{
+    m_view->world.makePhotos(1);
+    m_view->list();
+    QVERIFY(m_view->waitForThumbnails());
+    const QColor marked = Qt::red; // of this world's pixmap
+    const auto hasMark = [this, marked] {
+        const QImage page = m_view->view.grab().toImage();
+        for (int y = 0; y < page.height(); ++y) {
+            for (int x = 0; x < page.width(); ++x) {
+                if (page.pixelColor(x, y) == marked) {
+                    return true;
+                }
+            }
+        }
+        return false;
+    };
+    QVERIFY(!hasMark());
+    m_view->view.checkAll();
+    QTRY_VERIFY(hasMark());
+    m_view->view.uncheckAll();
+    QVERIFY(m_view->waitForThumbnails());
+    QTRY_VERIFY(!hasMark());
+}
+
+void TestThumbnailFiles::aPasteShowsItsFirstItem()
+{
+    m_view->world.makePhotos(9, QStringLiteral("dir"));
+    m_view->world.makePhotos(2, QStringLiteral("other"));
+    m_view->list(QStringLiteral("dir"));
+    m_view->view.showPage(0, 0, true);
+    const QString other = m_view->world.path(QStringLiteral("other"));
+    m_view->view.clipboard().take({other, QString(other + QStringLiteral("/a01.jpg"))}, false);
+    QCOMPARE(m_view->view.paste(), PasteResult::Done);
+    QCOMPARE(names().mid(9), list("other a01-1.jpg"));
+    QVERIFY(m_view->waitForThumbnails());
+    QVERIFY(m_view->indexes().contains(9));
+    QCOMPARE(m_view->view.currentObject()->fileName(), QStringLiteral("other"));
+    QVERIFY(exists("dir/other/a00.jpg") && exists("dir/a01-1.jpg"));
+}
+
+void TestThumbnailFiles::aPasteWithoutNewItemsLeavesThePage()
+{
+    m_view->world.makePhotos(2);
+    m_view->list();
+    m_view->view.showPage(0, 1, true);
+    QVERIFY(m_view->waitForThumbnails());
+    const QWidget *container = m_view->container();
+    m_view->view.cutCurrent();
+    QCOMPARE(m_view->view.paste(), PasteResult::Done);
+    m_view->view.clipboard().take({QStringLiteral("/none.jpg")}, false);
+    QCOMPARE(m_view->view.paste(), PasteResult::Missing);
+    QCOMPARE(m_view->container(), container);
+    QVERIFY(exists("a01.jpg"));
+}
+
+void TestThumbnailFiles::aFailedPasteShowsWhatItMade()
+{
+    m_view->world.makePhotos(1);
+    m_view->list();
+    m_view->view.showPage(0, 0, true);
+    m_view->view.clipboard().take({m_view->items.at(0)->path(), QStringLiteral("/none.jpg")},
+                                  false);
+    QCOMPARE(m_view->view.paste(), PasteResult::Missing);
+    QCOMPARE(names(), list("a00.jpg a00-1.jpg"));
+    QCOMPARE(m_view->view.currentIndex(), 1);
+}
+
+LUMI_TEST(TestThumbnailFiles)
+#include "TestThumbnailFiles.moc"
