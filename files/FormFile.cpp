@@ -260,30 +260,6 @@ FPVItemObject *FormFile::currentItem() const
     return m_view->currentObject();
 }
 
-void FormFile::menu_file_NewFolder() { }
-
-void FormFile::menu_file_Rename() { }
-
-void FormFile::menu_file_Delete() { }
-
-void FormFile::menu_file_DeleteCheckItem() { }
-
-void FormFile::menu_file_DeleteEmptyFolder() { }
-
-void FormFile::menu_edit_Cut() { }
-
-void FormFile::menu_edit_Copy() { }
-
-void FormFile::menu_edit_CutCheckItem() { }
-
-void FormFile::menu_edit_CopyCheckItem() { }
-
-void FormFile::menu_edit_Paste() { }
-
-void FormFile::menu_edit_CheckAll() { }
-
-void FormFile::menu_edit_ReleaseCheck() { }
-
 void FormFile::menu_disp_Slideshow_Execution() { }
 
 void FormFile::menu_disp_Slideshow_Setting() { }

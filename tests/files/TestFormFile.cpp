@@ -3,6 +3,7 @@
 #include "app/common/FormEvent.h"
 #include "platform/deviceKey.h"
 #include "platform/toolkit/QAccel.h"
+#include "tests/files/DialogScript.h"
 #include "tests/files/FormFixture.h"
 #include "tests/support/TestMain.h"
 #include "widgets/MyImageButton.h"
@@ -415,6 +416,7 @@ void TestFormFile::keysOfTheViewReachTheForm()
 
     m_form->form->installEventFilter(&listener);
     m_form->window.installEventFilter(&listener);
+    const lumi::test::DialogScript script({}); // says no to the question about deleting
     QTest::keyClick(m_form->view, Qt::Key_C, Qt::ControlModifier);
     QTest::keyClick(m_form->view, Qt::Key_Delete);
     QTest::keyClick(m_form->view, Qt::Key_Right);

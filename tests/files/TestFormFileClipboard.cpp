@@ -1,0 +1,403 @@
+// SPDX-License-Identifier: MIT
+// Copy, cut and paste, and the marks, by menu and by key.
+#include "files/engine/FPVFileTree.h"
+#include "platform/QCopChannel.h"
+#include "tests/files/DialogScript.h"
+#include "tests/files/FormFixture.h"
+#include "tests/support/TestMain.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QTest>
+
+using namespace lumi::test;
+
+namespace {
+
+const QString kWorking = QStringLiteral("wait Working...");
+const QString kFailed = QStringLiteral("critical Error: It failed in sticking. OK*");
+const QString kFull = QStringLiteral("critical Error: Free some memory and try again OK*");
+
+constexpr int kCopy = 5;
+constexpr int kCut = 6;
+constexpr int kCopyChecked = 7;
+constexpr int kCutChecked = 8;
+constexpr int kPaste = 9;
+constexpr int kCheckAll = 10;
+constexpr int kReleaseCheck = 11;
+
+QStringList list(const char *names)
+{
+    return QString::fromUtf8(names).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+}
+
+} // namespace
+
+class TestFormFileClipboard : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+
+    void init() { m_form.reset(new FormFixture); }
+
+    void cleanup()
+    {
+        m_form.reset();
+        FPVFileTree::resetState();
+    }
+
+    void aCopyGoesIntoAnotherFolder();
+    void aCutGoesOnce();
+    void aCopyIntoItsOwnFolderStandsBeside();
+    void aCutIntoItsOwnFolderStays();
+    void aCopiedFolderLosesWhatIsNoPhoto();
+    void markedPhotosGoTogether_data();
+    void markedPhotosGoTogether();
+    void marksOutliveTheClipboard();
+    void nothingOnTheClipboardIsSilent();
+    void failuresAreTold_data();
+    void failuresAreTold();
+    void roomIsTold_data();
+    void roomIsTold();
+    void allAreMarkedAndUnmarked();
+    void theClipboardGoesWithTheForm();
+    void keysWork();
+    void keysLeaveFoldersAlone();
+    void cardsWaitForThePaste();
+
+private:
+    void start(int cells);
+    void select(const char *name);
+    void enter(const char *folder, int cells);
+    QStringList play(int entry, const QList<DialogAnswer> &answers = {});
+    QStringList playKey(Qt::Key key, Qt::KeyboardModifiers modifiers,
+                        const QList<DialogAnswer> &answers = {});
+    /// Of all files and folders of the store.
+    [[nodiscard]] QStringList store() const;
+
+    std::unique_ptr<FormFixture> m_form;
+};
+
+void TestFormFileClipboard::start(int cells)
+{
+    m_form->start();
+    QVERIFY(m_form->waitForCells(cells));
+}
+
+void TestFormFileClipboard::select(const char *name)
+{
+    QTest::mousePress(m_form->cell(QString::fromUtf8(name)), Qt::LeftButton, {}, QPoint(1, 1));
+    QCOMPARE(m_form->view->currentObject()->fileName(), QString::fromUtf8(name));
+}
+
+void TestFormFileClipboard::enter(const char *folder, int cells)
+{
+    m_form->form->filelist_decided(m_form->cell(QString::fromUtf8(folder))->item());
+    QVERIFY(m_form->waitForCells(cells));
+}
+
+QStringList TestFormFileClipboard::play(int entry, const QList<DialogAnswer> &answers)
+{
+    DialogScript script(answers);
+    script.isBusy = [this] {
+        return m_form->form->isBusy();
+    };
+    m_form->grayOut();
+    m_form->entry(entry)->trigger();
+    if (script.wasIdle || m_form->form->isBusy()) {
+        script.seen.append(QStringLiteral("not busy in time"));
+    }
+    return script.seen;
+}
+
+QStringList TestFormFileClipboard::playKey(Qt::Key key, Qt::KeyboardModifiers modifiers,
+                                           const QList<DialogAnswer> &answers)
+{
+    const DialogScript script(answers);
+    QTest::keyClick(m_form->view, key, modifiers);
+    return script.seen;
+}
+
+QStringList TestFormFileClipboard::store() const
+{
+    QStringList found;
+    const QString top = m_form->world.store;
+    QDirIterator walk(top, QDir::AllEntries | QDir::NoDotAndDotDot, QDirIterator::Subdirectories);
+    while (walk.hasNext()) {
+        found.append(walk.next().mid(top.size() + 1));
+    }
+    found.sort();
+    return found;
+}
+
+void TestFormFileClipboard::aCopyGoesIntoAnotherFolder()
+{
+    m_form->world.makePhotos(2);
+    m_form->world.makePhoto(QStringLiteral("dir/b.jpg"));
+    start(3);
+    select("a01.jpg");
+    QVERIFY(play(kCopy).isEmpty());
+    enter("dir", 1);
+    QCOMPARE(play(kPaste), QStringList{kWorking});
+    QVERIFY(m_form->waitForCells(2));
+    QCOMPARE(m_form->names(), list("b.jpg a01.jpg"));
+    // The cursor is on what is new.
+    QCOMPARE(m_form->view->currentObject()->fileName(), QStringLiteral("a01.jpg"));
+    QCOMPARE(m_form->status->text(), QStringLiteral("a01"));
+    QCOMPARE(play(kPaste), QStringList{kWorking});
+    QCOMPARE(store(), list("a00.jpg a01.jpg dir dir/a01-1.jpg dir/a01.jpg dir/b.jpg"));
+}
+
+void TestFormFileClipboard::aCutGoesOnce()
+{
+    m_form->world.makePhotos(2);
+    m_form->world.makeFolder(QStringLiteral("dir"));
+    start(3);
+    select("a01.jpg");
+    QVERIFY(play(kCut).isEmpty());
+    QCOMPARE(store(), list("a00.jpg a01.jpg dir"));
+    enter("dir", 0);
+    QCOMPARE(play(kPaste), QStringList{kWorking});
+    QVERIFY(m_form->waitForCells(1));
+    QCOMPARE(store(), list("a00.jpg dir dir/a01.jpg"));
+    // The entry is gray now.
+    m_form->grayOut();
+    QVERIFY(!m_form->entry(kPaste)->isEnabled());
+    m_form->form->filelist_decided(nullptr);
+    QVERIFY(m_form->waitForCells(2));
+    QCOMPARE(m_form->names(), list("dir a00.jpg"));
+}
+
+void TestFormFileClipboard::aCopyIntoItsOwnFolderStandsBeside()
+{
+    m_form->world.makePhotos(1);
+    start(1);
+    select("a00.jpg");
+    play(kCopy);
+    QCOMPARE(play(kPaste), QStringList{kWorking});
+    QVERIFY(m_form->waitForCells(2));
+    QCOMPARE(m_form->names(), list("a00.jpg a00-1.jpg"));
+}
+
+void TestFormFileClipboard::aCutIntoItsOwnFolderStays()
+{
+    m_form->world.makePhotos(1);
+    start(1);
+    select("a00.jpg");
+    play(kCut);
+    QCOMPARE(play(kPaste), QStringList{kWorking});
+    QCOMPARE(store(), list("a00.jpg"));
+    QVERIFY(m_form->view->clipboardPaths().isEmpty());
+}
+
+void TestFormFileClipboard::aCopiedFolderLosesWhatIsNoPhoto()
+{
+    m_form->world.makePhotos(2, QStringLiteral("trip"));
+    m_form->world.makePhotos(1, QStringLiteral("trip/day"));
+    m_form->world.makeFile(QStringLiteral("trip/notes.txt"), "1");
+    m_form->world.makeFolder(QStringLiteral("to"));
+    start(2);
+    select("trip");
+    play(kCopy);
+    enter("to", 0);
+    QCOMPARE(play(kPaste), QStringList{kWorking});
+    QCOMPARE(play(kPaste), QStringList{kWorking});
+    QVERIFY(m_form->waitForCells(2));
+    QCOMPARE(m_form->names(), list("trip trip001"));
+    QCOMPARE(store(),
+             list("to to/trip to/trip/a00.jpg to/trip/a01.jpg to/trip001 to/trip001/a00.jpg "
+                  "to/trip001/a01.jpg trip trip/a00.jpg trip/a01.jpg trip/day trip/day/a00.jpg "
+                  "trip/notes.txt"));
+}
+
+void TestFormFileClipboard::markedPhotosGoTogether_data()
+{
+    QTest::addColumn<int>("entry");
+    QTest::addColumn<QStringList>("left");
+    QTest::newRow("copied") << kCopyChecked << list("a00.jpg a01.jpg a02.jpg");
+    QTest::newRow("cut") << kCutChecked << list("a01.jpg");
+}
+
+void TestFormFileClipboard::markedPhotosGoTogether()
+{
+    QFETCH(int, entry);
+    QFETCH(QStringList, left);
+    m_form->world.makePhotos(3);
+    m_form->world.makeFolder(QStringLiteral("to"));
+    start(4);
+    // In the order of the listing, not of marking.
+    for (const char *name : {"a02.jpg", "a00.jpg"}) {
+        m_form->cell(QString::fromUtf8(name))->toggleItemCheck(true);
+    }
+    QVERIFY(play(entry).isEmpty());
+    enter("to", 0);
+    QCOMPARE(play(kPaste), QStringList{kWorking});
+    QVERIFY(m_form->waitForCells(2));
+    QCOMPARE(m_form->names(), list("a00.jpg a02.jpg"));
+    QCOMPARE(store(), QStringList(left + list("to to/a00.jpg to/a02.jpg")));
+}
+
+void TestFormFileClipboard::marksOutliveTheClipboard()
+{
+    m_form->world.makePhotos(2);
+    start(2);
+    m_form->cell(QStringLiteral("a00.jpg"))->toggleItemCheck(true);
+    for (const int entry : {kCopyChecked, kCutChecked, kCopy, kCut}) {
+        play(entry);
+        QVERIFY(m_form->view->anyChecked());
+    }
+    m_form->view->clipboard().take({m_form->world.path(QStringLiteral("a01.jpg"))}, false);
+    play(kPaste);
+    QVERIFY(m_form->view->anyChecked());
+    QVERIFY(m_form->waitForCells(3));
+}
+
+void TestFormFileClipboard::nothingOnTheClipboardIsSilent()
+{
+    m_form->world.makePhotos(1);
+    start(1);
+    const DialogScript script({});
+    m_form->form->menu_edit_Paste();
+    QVERIFY(script.seen.isEmpty());
+    QCOMPARE(store(), list("a00.jpg"));
+}
+
+void TestFormFileClipboard::failuresAreTold_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::newRow("a photo that has gone") << "gone.jpg";
+    QTest::newRow("a link to nothing") << "link.jpg";
+    QTest::newRow("no name is free") << "dir/plain";
+}
+
+void TestFormFileClipboard::failuresAreTold()
+{
+    QFETCH(QString, path);
+    m_form->world.makePhotos(1);
+    m_form->world.makeFile(QStringLiteral("plain"), "mine");
+    m_form->world.makeFile(QStringLiteral("dir/plain"), "new");
+    QVERIFY(QFile::link(QStringLiteral("none"), m_form->world.path(QStringLiteral("link.jpg"))));
+    start(2);
+    const QStringList before = store();
+    // What went well before stays, and comes on show.
+    m_form->view->clipboard().take(
+        {m_form->world.path(QStringLiteral("a00.jpg")), m_form->world.path(path)}, true);
+    QCOMPARE(play(kPaste, {clicking(QMessageBox::Ok)}), (QStringList{kWorking, kFailed}));
+    QCOMPARE(store(), before);
+    QVERIFY(m_form->view->clipboardPaths().isEmpty());
+    m_form->view->clipboard().take(
+        {m_form->world.path(QStringLiteral("a00.jpg")), m_form->world.path(path)}, false);
+    QCOMPARE(play(kPaste, {closing()}), (QStringList{kWorking, kFailed}));
+    QVERIFY(m_form->waitForCells(3));
+    QCOMPARE(m_form->names().last(), QStringLiteral("a00-1.jpg"));
+    QCOMPARE(m_form->view->clipboardPaths().size(), 2);
+}
+
+void TestFormFileClipboard::roomIsTold_data()
+{
+    QTest::addColumn<int>("freeKB");
+    QTest::addColumn<QStringList>("dialogs");
+    QTest::newRow("10240 KB are too little") << 10240 << QStringList{kWorking, kFull};
+    QTest::newRow("10241 KB are enough") << 10241 << QStringList{kWorking};
+}
+
+void TestFormFileClipboard::roomIsTold()
+{
+    QFETCH(int, freeKB);
+    m_form->world.makePhotos(1);
+    start(1);
+    select("a00.jpg");
+    play(kCopy);
+    m_form->world.machine->diskAt = [freeKB](const QByteArray &) {
+        // Of blocks this size, each counts as one KB.
+        return DiskFigures{1536, freeKB, freeKB, true};
+    };
+    QTEST(play(kPaste, {clicking(QMessageBox::Ok)}), "dialogs");
+    QCOMPARE(m_form->view->clipboardPaths().size(), 1);
+}
+
+void TestFormFileClipboard::allAreMarkedAndUnmarked()
+{
+    m_form->world.makeFolder(QStringLiteral("dir"));
+    m_form->world.makePhotos(2);
+    start(3);
+    select("a01.jpg");
+    QVERIFY(play(kCheckAll).isEmpty());
+    QVERIFY(m_form->waitForCells(3));
+    QVERIFY(!m_form->cell(QStringLiteral("dir"))->item()->isChecked());
+    QVERIFY(m_form->cell(QStringLiteral("a00.jpg"))->item()->isChecked());
+    QVERIFY(m_form->cell(QStringLiteral("a01.jpg"))->item()->isChecked());
+    QCOMPARE(m_form->view->currentIndex(), 2);
+    QVERIFY(play(kReleaseCheck).isEmpty());
+    QVERIFY(!m_form->view->anyChecked());
+    QVERIFY(m_form->waitForCells(3));
+}
+
+void TestFormFileClipboard::theClipboardGoesWithTheForm()
+{
+    m_form->world.makePhotos(1);
+    start(1);
+    select("a00.jpg");
+    play(kCopy);
+    m_form->window.takeCentralWidget();
+    m_form->form.reset();
+    start(1);
+    m_form->grayOut();
+    QVERIFY(!m_form->entry(kPaste)->isEnabled());
+}
+
+void TestFormFileClipboard::keysWork()
+{
+    m_form->world.makePhotos(2);
+    m_form->world.makeFolder(QStringLiteral("to"));
+    start(3);
+    select("a00.jpg");
+    QVERIFY(playKey(Qt::Key_C, Qt::ControlModifier).isEmpty());
+    QVERIFY(!m_form->view->clipboard().isCut());
+    QCOMPARE(playKey(Qt::Key_V, Qt::ControlModifier), QStringList{kWorking});
+    QVERIFY(m_form->waitForCells(4));
+    select("a01.jpg");
+    QVERIFY(playKey(Qt::Key_X, Qt::ControlModifier).isEmpty());
+    QVERIFY(m_form->view->clipboard().isCut());
+    enter("to", 0);
+    QCOMPARE(playKey(Qt::Key_V, Qt::ControlModifier), QStringList{kWorking});
+    QVERIFY(m_form->waitForCells(1));
+    QCOMPARE(store(), list("a00-1.jpg a00.jpg to to/a01.jpg"));
+    QCOMPARE(playKey(Qt::Key_Delete, {}, {clicking(QMessageBox::Yes)}).size(), 2);
+    QCOMPARE(store(), list("a00-1.jpg a00.jpg to"));
+}
+
+void TestFormFileClipboard::keysLeaveFoldersAlone()
+{
+    m_form->world.makeFolder(QStringLiteral("dir"));
+    start(1);
+    select("dir");
+    QVERIFY(playKey(Qt::Key_X, Qt::ControlModifier).isEmpty());
+    QVERIFY(playKey(Qt::Key_Delete, {}).isEmpty());
+    QVERIFY(m_form->view->clipboardPaths().isEmpty());
+    QVERIFY(playKey(Qt::Key_C, Qt::ControlModifier).isEmpty());
+    QCOMPARE(m_form->view->clipboardPaths(),
+             QStringList{m_form->world.path(QStringLiteral("dir"))});
+}
+
+/// A folder is pasted with events running in between.
+void TestFormFileClipboard::cardsWaitForThePaste()
+{
+    m_form->world.makePhotos(3, QStringLiteral("trip"));
+    start(1);
+    m_form->world.machine->insertCard(Slot::SD);
+    m_form->view->clipboard().take({m_form->world.path(QStringLiteral("trip"))}, false);
+    int countInside = 0;
+    QCopChannel::send("QPE/Card", "mtabChanged()");
+    connect(m_form->form.get(), &FormBase::busyReleased, this, [this, &countInside] {
+        countInside = m_form->combo->count();
+    });
+    QCOMPARE(play(kPaste), QStringList{kWorking});
+    QCOMPARE(countInside, 1);
+    QTRY_COMPARE(m_form->combo->count(), 2);
+}
+
+LUMI_TEST(TestFormFileClipboard)
+#include "TestFormFileClipboard.moc"
