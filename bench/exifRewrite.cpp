@@ -48,7 +48,7 @@ void bareRewrite(const QByteArray &path)
     const QByteArray target = path + ".new";
     const int from = ::open(path.constData(), O_RDONLY | O_CLOEXEC);
     const int to = ::open(target.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kForAll);
-    std::array<char, kBlockSize> block;
+    std::array<char, kBlockSize> block{};
     for (ssize_t got = 1; got > 0;) {
         got = ::read(from, block.data(), block.size());
         if (got < 0 || ::write(to, block.data(), static_cast<std::size_t>(got)) != got) {

@@ -26,7 +26,7 @@ constexpr int kShiftToKB = 10;
 QString mediumOf(const QString &path)
 {
     for (const Slot slot : {Slot::CF, Slot::SD}) {
-        const QString card = Machine::instance().mountPoint(slot);
+        QString card = Machine::instance().mountPoint(slot);
         if (path.startsWith(card) && !QFile::exists(card + QLatin1String("/NotAvailable"))) {
             return card;
         }
@@ -149,7 +149,7 @@ PhotoReplacement::Outcome PhotoReplacement::fill(const QByteArray &start, ByteRa
 /// neighbours otherwise, which costs a tenth of the time.
 PhotoReplacement::Outcome PhotoReplacement::copy(ByteRange range)
 {
-    std::array<char, kBlockSize> block;
+    std::array<char, kBlockSize> block{};
     if (range.length > 0 && !m_photo.seek(range.place)) {
         return Outcome::ReadFailed;
     }
@@ -227,7 +227,7 @@ QString freeTemporaryPath(const QString &path)
         = photo.absolutePath() + QLatin1Char('/') + photo.baseName() + QLatin1String("_tmp_");
     const QString after = QLatin1Char('.') + photo.suffix();
     for (int number = 0; number < kTemporaryNames; ++number) {
-        const QString candidate = before + QString::number(number) + after;
+        QString candidate = before + QString::number(number) + after;
         const QFileInfo taken(candidate);
         if (!taken.exists() && !taken.isSymLink()) {
             return candidate;

@@ -14,6 +14,16 @@ namespace {
 
 constexpr int kPlaces[] = {0x8769, 0x8825, 0xA005, 0x0201};
 
+ListCopy withoutPlaces(ListCopy list)
+{
+    for (TagCopy &tag : list) {
+        if (std::find(std::begin(kPlaces), std::end(kPlaces), tag.tag) != std::end(kPlaces)) {
+            tag.bytes.fill('\0');
+        }
+    }
+    return list;
+}
+
 } // namespace
 
 ListCopy copyOf(const ExifTagList &list)
@@ -29,13 +39,7 @@ QList<ListCopy> valuesOf(const FPVExifDocument &document)
 {
     QList<ListCopy> lists;
     for (const ExifListKind kind : kAllLists) {
-        ListCopy list = copyOf(document.list(kind));
-        for (TagCopy &tag : list) {
-            if (std::find(std::begin(kPlaces), std::end(kPlaces), tag.tag) != std::end(kPlaces)) {
-                tag.bytes.fill('\0');
-            }
-        }
-        lists.append(list);
+        lists.append(withoutPlaces(copyOf(document.list(kind))));
     }
     return lists;
 }

@@ -70,7 +70,7 @@ std::map<QString, ExiftoolTags> exiftoolTags(const QStringList &paths)
            QStringLiteral("-D"), QStringLiteral("-exif:all")};
     const QByteArray text = PhotoFolder::output(QStringLiteral("exiftool"), options + paths);
     const QJsonArray array = QJsonDocument::fromJson(text).array();
-    for (const QJsonValue &photo : array) {
+    for (const auto &photo : array) {
         const QJsonObject object = photo.toObject();
         photos[object.value(QStringLiteral("SourceFile")).toString()] = exiftoolTagsOf(object);
     }
@@ -100,7 +100,7 @@ QString exiftoolPhoto(PhotoFolder &folder, const QString &order)
     QByteArray jpeg = ExifBuilder::jpeg(32, 24, 0x607080);
     const int app0 = (quint8(jpeg[4]) << 8 | quint8(jpeg[5])) + 2;
     jpeg.remove(2, app0);
-    const QString path = folder.put(jpeg, order + QStringLiteral(".jpg"));
+    QString path = folder.put(jpeg, order + QStringLiteral(".jpg"));
     const QString thumbnail
         = folder.put(ExifBuilder::jpeg(20, 15, 0x804020), QStringLiteral("thumbnail.jpg"));
     const QStringList tags = {

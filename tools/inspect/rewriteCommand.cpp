@@ -78,7 +78,7 @@ std::optional<std::vector<Operation>> operationsOf(const QString &path)
     }
     std::vector<Operation> operations;
     const QJsonArray array = document.array();
-    for (const QJsonValue &value : array) {
+    for (const auto &value : array) {
         if (!takeOperation(value.toObject(), operations.emplace_back())) {
             return std::nullopt;
         }
