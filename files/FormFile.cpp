@@ -54,8 +54,10 @@ FormFile::FormFile(QWidget *parent, QPEToolBar *toolBar)
 {
     parent->setWindowTitle(msg(lumi::MsgLumiVault));
     buildMenus();
-    auto *accel = new QAccel(kKeyMail, this);
-    connect(accel, &QAccel::activated, this, &FormFile::accel_appendToMail);
+    for (const int key : {kKeyMail, static_cast<int>(Qt::Key_LaunchMail)}) {
+        auto *accel = new QAccel(key, this);
+        connect(accel, &QAccel::activated, this, &FormFile::accel_appendToMail);
+    }
     auto *leftSide = new lumi::LeftSide(this);
     m_leftWidget = leftSide->column();
     connect(m_leftWidget, &MyLeftWidget::btn_clicked, this, &FormFile::btn_leftWidget_clicked);

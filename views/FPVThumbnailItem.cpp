@@ -176,8 +176,10 @@ void FPVThumbnailItem::leavePage()
 void FPVThumbnailItem::mousePressEvent(QMouseEvent *event)
 {
     QFrame::mousePressEvent(event);
-    Q_EMIT clicked(this);
     event->accept();
+    if (m_item) {
+        Q_EMIT clicked(this);
+    }
 }
 
 // NOLINTNEXTLINE(readability-identifier-naming): part of the interface

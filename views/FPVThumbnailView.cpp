@@ -137,6 +137,7 @@ void FPVThumbnailView::reload(const QString &path)
     if (m_list == nullptr || path.isEmpty()) {
         return;
     }
+    m_reloadedForLoss = false;
     m_list->load(path, QString());
     showPage(0, -1, true);
 }
@@ -168,6 +169,7 @@ void FPVThumbnailView::showPage(int top, int index, bool setBar)
 void FPVThumbnailView::showEmptyList()
 {
     m_loadTimer.stop();
+    m_reloadedForLoss = false;
     if (m_list == nullptr) {
         return;
     }

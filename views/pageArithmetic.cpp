@@ -68,6 +68,9 @@ int lumi::rowsInAll(int count, int columns)
 
 int lumi::pageTop(const PageGrid &grid, int count, int present, int top, int index)
 {
+    if (grid.visibleCount() >= count) {
+        return 0;
+    }
     int result = present;
     if (top != -1) {
         result = top - top % grid.columns;

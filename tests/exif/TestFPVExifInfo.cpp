@@ -23,7 +23,6 @@ private Q_SLOTS:
     void firstTagOfANumberIsFound();
     void thumbnailIsACopyForTheCaller();
     void thumbnailIsReadAnew();
-    void thumbnailPlaceIsFixed();
     void thumbnailIsNull_data();
     void thumbnailIsNull();
 
@@ -119,18 +118,6 @@ void TestFPVExifInfo::thumbnailIsReadAnew()
     QVERIFY(kept);
     QVERIFY(!info.readThumbnail());
     QVERIFY(!info.m_thumbnail);
-}
-
-void TestFPVExifInfo::thumbnailPlaceIsFixed()
-{
-    // Twelve bytes behind the start of the file, whatever the tags were read from.
-    FPVExifInfo info(m_folder.put(lumi::test::fullPhoto(ExifBuilder::Order::Little)));
-    info.m_loaded = false;
-    QCOMPARE(info.load(false), 26);
-    const int offset = info.findTag(0x0201)->intValue();
-    QFile file(info.m_path);
-    QVERIFY(file.open(QIODevice::ReadOnly) && file.seek(offset + 12));
-    QCOMPARE(file.read(2), QByteArray("\xFF\xD8"));
 }
 
 void TestFPVExifInfo::thumbnailIsNull_data()

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Layout, navigation and display modes of the browser form.
 #include "app/common/FormEvent.h"
+#include "items/FPVItemFolder.h"
+#include "items/FPVItemList.h"
 #include "platform/deviceKey.h"
 #include "platform/toolkit/QAccel.h"
 #include "tests/files/DialogScript.h"
@@ -39,6 +41,22 @@ protected:
     }
 };
 
+/// Counts the widgets that are put into another one.
+class ChildCounter : public QObject
+{
+public:
+    explicit ChildCounter(QObject *parent) { parent->installEventFilter(this); }
+
+    int added = 0;
+
+protected:
+    bool eventFilter(QObject * /*watched*/, QEvent *event) override
+    {
+        added += event->type() == QEvent::ChildAdded ? 1 : 0;
+        return false;
+    }
+};
+
 } // namespace
 
 class TestFormFile : public QObject
@@ -71,7 +89,9 @@ private Q_SLOTS:
     void modesKeepTheCursorOnThePage();
     void largeModeBuildsOnePageOnly();
     void theColumnLeadsToModesAndTop();
+    void theMailKeyIsHeard_data();
     void theMailKeyIsHeard();
+    void theWayUpIsNoItem();
     void keysOfTheViewReachTheForm();
     void nothingIsKeptForTheNextForm();
     void goesInPeaceWhenTheToolBarGoesFirst();
@@ -344,13 +364,13 @@ void TestFormFile::largeModeBuildsOnePageOnly()
     QVERIFY(m_form->waitForCells(2));
     m_form->view->setCurrentObject(m_form->cell(QStringLiteral("a01.jpg"))->item());
     m_form->form->menu_disp_ThumbnailSmall();
-    int told = 0;
-    connect(m_form->view, &FPVThumbnailView::selected, this, [&told] {
-        ++told;
-    });
+    ChildCounter pages(m_form->view->viewport());
     m_form->form->menu_disp_ThumbnailLarge();
-    QTest::qWait(120);
-    QCOMPARE(told, 1);
+    const int inLarge = pages.added;
+    m_form->form->menu_disp_ThumbnailSmall();
+    QVERIFY(inLarge > 0);
+    // The other modes go on to the cursor's page.
+    QCOMPARE(pages.added, 2 * inLarge + 1);
 }
 
 void TestFormFile::theColumnLeadsToModesAndTop()
@@ -375,20 +395,47 @@ void TestFormFile::theColumnLeadsToModesAndTop()
     QVERIFY(log.nullText);
 }
 
+void TestFormFile::theMailKeyIsHeard_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::newRow("the device's") << kKeyMail;
+    QTest::newRow("a keyboard's") << static_cast<int>(Qt::Key_LaunchMail);
+}
+
+/// The list of a folder has no such entry; a way up that stands in it is no item to work on.
+void TestFormFile::theWayUpIsNoItem()
+{
+    m_form->world.makePhotos(1, QStringLiteral("dir"));
+    m_form->start();
+    FPVItemList list(m_form->world.path(QStringLiteral("dir")), m_form->world.store);
+    QVERIFY(list.insert(
+        0, new FPVItemFolder(m_form->world.path(QStringLiteral("dir/..")), QString(), false)));
+    m_form->view->setList(&list);
+    m_form->view->showPage(0, 0, true);
+    QVERIFY(m_form->waitForCells(2));
+    QVERIFY(m_form->view->currentIsParentEntry());
+    QCOMPARE(m_form->status->text(), QStringLiteral("(:1)"));
+    m_form->grayOut();
+    QVERIFY(!m_form->entry(1)->isEnabled());
+    QVERIFY(!m_form->entry(5)->isEnabled());
+    m_form->form.reset();
+}
+
 void TestFormFile::theMailKeyIsHeard()
 {
+    QFETCH(int, key);
     m_form->start();
-    const auto *accel = m_form->form->findChild<QAccel *>();
-    QVERIFY(accel != nullptr);
-    QCOMPARE(accel->key(), QKeySequence(kKeyMail));
     int heard = 0;
-    connect(accel, &QAccel::activated, this, [&heard] {
-        ++heard;
-    });
+    const QList<QAccel *> accels = m_form->form->findChildren<QAccel *>();
+    for (const QAccel *accel : accels) {
+        connect(accel, &QAccel::activated, this, [&heard] {
+            ++heard;
+        });
+    }
     // A key click of the test library knows only named keys and letters.
     QWindow *window = m_form->window.windowHandle();
-    qt_handleKeyEvent(window, QEvent::KeyPress, kKeyMail, Qt::NoModifier);
-    qt_handleKeyEvent(window, QEvent::KeyRelease, kKeyMail, Qt::NoModifier);
+    qt_handleKeyEvent(window, QEvent::KeyPress, key, Qt::NoModifier);
+    qt_handleKeyEvent(window, QEvent::KeyRelease, key, Qt::NoModifier);
     QCoreApplication::processEvents();
     QCOMPARE(heard, 1);
 }
@@ -434,8 +481,11 @@ void TestFormFile::nothingIsKeptForTheNextForm()
     m_form->tap(QStringLiteral("dir"));
     m_form->form->menu_disp_ThumbnailSmall();
     QVERIFY(m_form->waitForCells(2));
+    m_form->form->menu_edit_Copy();
+    QVERIFY(!m_form->view->clipboardPaths().isEmpty());
     m_form->start();
     QVERIFY(m_form->waitForCells(4));
+    QVERIFY(m_form->view->clipboardPaths().isEmpty());
     QVERIFY(columnButton(0)->isOn());
     QCOMPARE(m_form->view->currentIndex(), -1);
 }

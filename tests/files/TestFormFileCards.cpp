@@ -41,6 +41,8 @@ private Q_SLOTS:
     void aPulledCardLeadsToTheStoresFolder();
     void aPulledCardThatIsNotShownChangesTheListOnly();
     void aCardPutInAgainOpensAtItsCameraFolder();
+    void aPulledCfCardLeadsToTheStoreToo();
+    void aCardPulledWhileTheStoreIsShownForgetsItsFolder();
     void aCardThatComesChangesTheListOnly();
     void thePulledCardTakesItsPlaceInTheListAlong();
     void everyMessageIsDealtWithOnce();
@@ -149,29 +151,39 @@ void TestFormFileCards::everyMediumRemembersItsFolder()
 
 void TestFormFileCards::readingAgainRemembersNothing()
 {
-    insertBoth();
+    // A card whose mount point is a file: the store comes up in its place and is read again.
+    m_form->world.machine->sd = m_form->world.machine->folder.filePath(QStringLiteral("odd"));
+    m_form->world.makeFile(m_form->world.machine->sd, "x");
     m_form->start();
     QVERIFY(m_form->waitForCells(4));
     m_form->choose(kSd);
-    QVERIFY(m_form->waitForCells(1));
-    // The store was left at its root, though its listing was never entered by hand.
+    QTRY_COMPARE(m_form->combo->currentText(), kStore);
+    QVERIFY(m_form->waitForCells(4));
+    // Nobody walked anywhere, so the card's own folder is still the one to open.
+    QVERIFY(QFile::remove(m_form->world.machine->sd));
+    m_form->world.makePhoto(m_form->world.machine->sd + QStringLiteral("/s.jpg"));
     m_form->choose(kStore);
     QVERIFY(m_form->waitForCells(4));
-    QVERIFY(m_form->names().contains(QStringLiteral("dir")));
+    m_form->choose(kSd);
+    QTRY_COMPARE(m_form->names(), QStringList{QStringLiteral("s.jpg")});
 }
 
 void TestFormFileCards::theParentIsRememberedAsItWasAskedFor()
 {
     insertBoth();
+    m_form->world.makePhotos(1, QStringLiteral("dir/sub"));
     m_form->start();
     QVERIFY(m_form->waitForCells(4));
     m_form->tap(QStringLiteral("dir"));
-    QTRY_VERIFY(m_form->names().contains(QStringLiteral("a03.jpg")));
+    QTRY_VERIFY(m_form->names().contains(QStringLiteral("sub")));
+    m_form->tap(QStringLiteral("sub"));
+    QTRY_COMPARE(m_form->names().size(), 1);
     m_form->form->btn_root_cliced();
-    QTRY_VERIFY(m_form->names().contains(QStringLiteral("dir")));
-    // The way back leads through "dir": without it the path can't be found.
+    QTRY_VERIFY(m_form->names().contains(QStringLiteral("sub")));
+    // The way back leads through "sub": without it the path can't be found.
     m_form->choose(kSd);
     QVERIFY(m_form->waitForCells(1));
+    QVERIFY(QDir(m_form->world.path(QStringLiteral("dir/sub"))).removeRecursively());
     m_form->choose(kStore);
     QTRY_VERIFY(m_form->names().contains(QStringLiteral("dir")));
     QVERIFY(!m_form->up->isEnabled());
@@ -263,6 +275,38 @@ void TestFormFileCards::aCardPutInAgainOpensAtItsCameraFolder()
     m_form->choose(kSd);
     QVERIFY(m_form->waitForCells(1));
     QCOMPARE(m_form->names(), QStringList{QStringLiteral("s.jpg")});
+}
+
+void TestFormFileCards::aPulledCfCardLeadsToTheStoreToo()
+{
+    insertBoth();
+    m_form->start();
+    QVERIFY(m_form->waitForCells(4));
+    m_form->choose(kCf);
+    QVERIFY(m_form->waitForCells(2));
+    m_form->world.machine->removeCard(Slot::CF);
+    m_form->tellCardChange();
+    QCOMPARE(m_form->combo->currentText(), kStore);
+    QTRY_VERIFY(m_form->names().contains(QStringLiteral("dir")));
+}
+
+void TestFormFileCards::aCardPulledWhileTheStoreIsShownForgetsItsFolder()
+{
+    insertBoth();
+    m_form->start();
+    m_form->choose(kCf);
+    QTRY_COMPARE(m_form->names().size(), 2);
+    m_form->form->btn_root_cliced();
+    QTRY_COMPARE(m_form->names(), QStringList{QStringLiteral("dcim")});
+    m_form->choose(kStore);
+    QVERIFY(m_form->waitForCells(4));
+    m_form->world.machine->removeCard(Slot::CF);
+    m_form->tellCardChange();
+    m_form->world.machine->insertCard(Slot::CF);
+    m_form->tellCardChange();
+    m_form->choose(kCf);
+    QTRY_COMPARE(m_form->names(),
+                 (QStringList{QStringLiteral("a00.jpg"), QStringLiteral("a01.jpg")}));
 }
 
 void TestFormFileCards::aCardThatComesChangesTheListOnly()

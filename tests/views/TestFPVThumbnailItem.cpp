@@ -386,12 +386,14 @@ void TestFPVThumbnailItem::aDeadItemIsNoItem()
     FPVThumbnailItem *cell = m_cells->makeFullCell(item.get());
     item.reset();
     QVERIFY(cell->item() == nullptr);
+    const QSignalSpy clicks(cell, &FPVThumbnailItem::clicked);
     cell->viewthumbnail();
     QTest::mouseClick(nameLabel(cell), Qt::LeftButton);
     QTest::mouseClick(cell, Qt::LeftButton, {}, QPoint(1, 1));
     cell->checkBoxChanged(true);
     cell->toggleItemCheck(true);
     QVERIFY(cell->loadThumbnail(10, 10) == nullptr);
+    QVERIFY(clicks.isEmpty());
 }
 
 void TestFPVThumbnailItem::theItemForgetsItsCell()

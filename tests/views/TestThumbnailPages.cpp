@@ -48,6 +48,8 @@ private Q_SLOTS:
     void aStaleCursorTakesTheSameIndexAfterAReload();
     void aFileThatVanishedBeforeThePageReloadsTheFolder();
     void aFolderThatVanishedEndsInOneReload();
+    void everyFolderIsReadAgainForItsOwnLoss();
+    void aListThatFitsIsShownFromItsStart();
     void aBadPhotoStaysBlackAndTheNextGoesOn();
     void droppingTheCursorStopsThePage();
     void droppingWithoutACursorStopsThePage();
@@ -126,7 +128,11 @@ void TestThumbnailPages::anEmptyFolderShowsItsBackground()
     m_view->view.showPage(15, -1, true);
     QVERIFY(m_view->waitForPage());
     m_view->items.clear();
+    QPixmap background(4, 4);
+    background.fill(Qt::magenta);
+    m_view->view.setBackground(background);
     m_view->view.showPage(0, 0, true);
+    QCOMPARE(m_view->container()->grab().toImage().pixelColor(100, 100), QColor(Qt::magenta));
     QCOMPARE(m_view->vBar->minimum(), 0);
     QCOMPARE(m_view->vBar->maximum(), 0);
     QCOMPARE(m_view->vBar->value(), 0);
@@ -373,9 +379,36 @@ void TestThumbnailPages::aFolderThatVanishedEndsInOneReload()
     QTest::qWait(150);
     QCOMPARE(m_view->container(), page);
     QCOMPARE(m_view->cells().size(), 4);
-    // And the way up is open.
-    m_view->key(Qt::Key_Backspace);
-    QCOMPARE(m_view->news, QStringList{QStringLiteral("up")});
+}
+
+/// A folder that lost its only photo must not keep the next one from being looked at.
+void TestThumbnailPages::everyFolderIsReadAgainForItsOwnLoss()
+{
+    m_view->world.makePhotos(1, QStringLiteral("one"));
+    m_view->world.makePhotos(3, QStringLiteral("two"));
+    m_view->list(QStringLiteral("one"));
+    QVERIFY(m_view->waitForPage());
+    QVERIFY(QFile::remove(m_view->world.path(QStringLiteral("one/a00.jpg"))));
+    m_view->view.showPage(0, -1, true);
+    QTRY_COMPARE(m_view->items.count(), 0);
+    m_view->view.reload(m_view->world.path(QStringLiteral("two")));
+    QVERIFY(QFile::remove(m_view->world.path(QStringLiteral("two/a01.jpg"))));
+    QTRY_COMPARE(m_view->items.count(), 2);
+    QVERIFY(m_view->waitForPage());
+    QCOMPARE(m_view->cells().size(), 2);
+}
+
+/// From a page of few columns to one that holds the whole list.
+void TestThumbnailPages::aListThatFitsIsShownFromItsStart()
+{
+    m_view->fill(7);
+    QVERIFY(m_view->waitForPage());
+    m_view->view.showPage(3, -1, true);
+    QCOMPARE(m_view->view.topIndex(), 3);
+    m_view->showInfo();
+    m_view->view.showPage(-1, -1, true);
+    QVERIFY(m_view->waitForPage());
+    QCOMPARE(m_view->indexes(), (QList<int>{0, 1, 2, 3, 4, 5, 6}));
 }
 
 void TestThumbnailPages::aBadPhotoStaysBlackAndTheNextGoesOn()

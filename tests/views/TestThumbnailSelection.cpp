@@ -22,6 +22,7 @@ private Q_SLOTS:
     void cleanup() { m_view.reset(); }
 
     void aTapSelectsAndASecondOneOpens();
+    void inSmallModeThePictureTakesEveryTap();
     void aTapOnANameNeverOpens();
     void aTapOnTheCheckBoxDoesNotMoveTheCursor();
     void aFolderIsSelectedAtThePressAndOpenedAtTheRelease();
@@ -29,6 +30,7 @@ private Q_SLOTS:
     void aTapOnAFoldersNameSelects();
     void aVanishedFileIsNeitherSelectedNorOpened_data();
     void aVanishedFileIsNeitherSelectedNorOpened();
+    void aFolderThatGoesUnderTheFingerIsNotOpened();
     void openingMayThrowThePageAway();
     void aDeadItemsCellIsMute();
 
@@ -64,6 +66,24 @@ void TestThumbnailSelection::aTapSelectsAndASecondOneOpens()
     QTest::mouseClick(m_view->cellOf(3)->findChildren<FPVThumbnailLabel *>().first(),
                       Qt::LeftButton);
     QCOMPARE(m_view->news, QStringList{QStringLiteral("decided a02")});
+}
+
+void TestThumbnailSelection::inSmallModeThePictureTakesEveryTap()
+{
+    makeStore();
+    m_view->showSmall();
+    m_view->view.showPage(0, -1, true);
+    QVERIFY(m_view->waitForThumbnails());
+    const FPVThumbnailItem *cell = m_view->cellOf(2);
+    for (const QPoint place : {QPoint(3, 3), QPoint(cell->width() / 2, cell->height() - 5)}) {
+        m_view->tap(3);
+        m_view->news.clear();
+        QTest::mouseClick(m_view->view.childAt(m_view->cellOf(2)->mapTo(&m_view->view, place)),
+                          Qt::LeftButton);
+        QTest::mouseClick(m_view->cellOf(2), Qt::LeftButton, {}, place);
+        QCOMPARE(m_view->news,
+                 (QStringList{QStringLiteral("selected a01"), QStringLiteral("decided a01")}));
+    }
 }
 
 void TestThumbnailSelection::aTapOnANameNeverOpens()
@@ -143,6 +163,18 @@ void TestThumbnailSelection::aVanishedFileIsNeitherSelectedNorOpened()
     QCOMPARE(m_view->items.count(), 4);
     // The cell of the stale cursor comes up as the cursor again; the tap itself did nothing.
     QCOMPARE(m_view->news, QStringList{QStringLiteral("selected a03")});
+}
+
+/// Gone between press and release.
+void TestThumbnailSelection::aFolderThatGoesUnderTheFingerIsNotOpened()
+{
+    makeStore();
+    QTest::mousePress(m_view->cellOf(0), Qt::LeftButton, {}, QPoint(60, 60));
+    QVERIFY(QDir(m_view->world.path(QStringLiteral("dir"))).removeRecursively());
+    QTest::mouseRelease(m_view->cellOf(0), Qt::LeftButton, {}, QPoint(60, 60));
+    QVERIFY(m_view->waitForThumbnails());
+    QVERIFY(!m_view->news.contains(QStringLiteral("decided dir")));
+    QCOMPARE(m_view->items.count(), 4);
 }
 
 void TestThumbnailSelection::openingMayThrowThePageAway()
