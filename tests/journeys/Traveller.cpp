@@ -4,16 +4,19 @@
 #include "app/FormTop.h"
 #include "files/FormFile.h"
 #include "items/FPVItemList.h"
+#include "platform/QPEMenuBar.h"
 #include "swap/swapStore.h"
 #include "views/FPVThumbnailItem.h"
 #include "views/FPVThumbnailLabel.h"
 #include "views/FPVThumbnailView.h"
 #include "widgets/MyImageButton.h"
+#include "widgets/MyImageCheckBox.h"
 #include "widgets/MyLeftWidget.h"
 
 #include <QAbstractItemView>
 #include <QComboBox>
 #include <QLabel>
+#include <QMenu>
 #include <QTest>
 #include <QToolButton>
 #include <QWindow>
@@ -28,6 +31,16 @@ void mustWork(bool ok, const char *what)
     if (!ok) {
         qFatal("%s", what);
     }
+}
+
+QAction *actionOf(const QWidget *menu, const QString &text)
+{
+    const auto actions = menu->actions();
+    const auto found = std::find_if(actions.begin(), actions.end(), [&text](const QAction *action) {
+        return action->text() == text;
+    });
+    mustWork(found != actions.end(), qPrintable(text));
+    return *found;
 }
 
 } // namespace
@@ -98,6 +111,35 @@ void lumi::test::Traveller::tapItem(const QString &fileName)
 void lumi::test::Traveller::tapColumn(int button)
 {
     tapMiddle(browser()->findChild<MyLeftWidget *>()->button(button));
+}
+
+void lumi::test::Traveller::chooseEntry(const QString &menu, const QString &entry)
+{
+    auto *bar = window->findChild<QPEMenuBar *>();
+    QAction *title = actionOf(bar, menu);
+    tap(bar, bar->actionGeometry(title).center());
+    QMenu *popup = title->menu();
+    mustWork(QTest::qWaitFor(
+                 [popup] {
+                     return popup->isVisible();
+                 },
+                 kPatienceMs),
+             "no menu");
+    QAction *action = actionOf(popup, entry);
+    mustWork(action->isEnabled(), qPrintable(entry));
+    tap(popup, popup->actionGeometry(action).center());
+}
+
+void lumi::test::Traveller::tapCheckBox(const QString &fileName)
+{
+    auto *box = cell(fileName)->findChild<MyImageCheckBox *>();
+    mustWork(QTest::qWaitFor(
+                 [box] {
+                     return box->isVisible();
+                 },
+                 kPatienceMs),
+             "no check box");
+    tapMiddle(box);
 }
 
 void lumi::test::Traveller::choose(const QString &medium)

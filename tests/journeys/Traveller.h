@@ -37,6 +37,10 @@ public:
     void tapItem(const QString &fileName);
     /// A button of the column at the left.
     void tapColumn(int button);
+    /// Opens a menu of the browser and taps one of its entries.
+    void chooseEntry(const QString &menu, const QString &entry);
+    /// A tap on the check box of a photo.
+    void tapCheckBox(const QString &fileName);
     /// Opens the combo and takes a medium of its list.
     void choose(const QString &medium);
 
