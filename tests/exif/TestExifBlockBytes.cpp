@@ -66,7 +66,7 @@ int lengthField(const QByteArray &photo)
 /// The link behind the entries of the directory at place.
 quint32 linkAt(const QByteArray &bytes, qsizetype place)
 {
-    return u32(bytes, place + 2 + 12 * u16(bytes, place));
+    return u32(bytes, place + 2 + 12L * u16(bytes, place));
 }
 
 QByteArray hex(const char *text)

@@ -229,7 +229,7 @@ void TestRewriteFaults::allCallsOnTheNewPhotoFail_data()
     QTest::addColumn<int>("step");
     QTest::addColumn<int>("result");
     for (int step = 0; step < stepOf("close photo_tmp_0.jpg"); ++step) {
-        const QString call = kSteps.at(step);
+        const QString &call = kSteps.at(step);
         if (call.endsWith(QLatin1String("tmp_0.jpg"))) {
             const bool isWritten = call.startsWith(QLatin1String("write"))
                 || call.startsWith(QLatin1String("chmod"));

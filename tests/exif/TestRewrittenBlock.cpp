@@ -25,6 +25,7 @@ using enum ExifListKind;
 namespace {
 
 constexpr int kDone = 0;
+constexpr int kFailed = 2;
 
 int rewritten(const QString &path)
 {
@@ -79,6 +80,7 @@ private Q_SLOTS:
     void emptiedGpsSavedTwice_data();
     void emptiedGpsSavedTwice();
     void emptiedExifKeepsItsStalePointer();
+    void photoCutAnywhereKeepsWhatItHas();
     void tooLongBlockWraps();
 
 private:
@@ -289,7 +291,7 @@ void TestRewrittenBlock::whatTheListsDoNotHoldIsDropped()
     for (const int pointer : {0x8769, 0x8825}) {
         const int place = document.find(pointer, Ifd0)->intValue();
         const int entries = qFromLittleEndian<quint16>(block.constData() + place);
-        QCOMPARE(qFromLittleEndian<quint32>(block.constData() + place + 2 + 12 * entries), 0U);
+        QCOMPARE(qFromLittleEndian<quint32>(block.constData() + place + 2 + 12L * entries), 0U);
     }
     const int place = document.find(0xA005, Exif)->intValue();
     QCOMPARE(qFromLittleEndian<quint32>(block.constData() + place + 2 + 24), 0U);
@@ -390,6 +392,21 @@ void TestRewrittenBlock::emptiedExifKeepsItsStalePointer()
     QCOMPARE(numbersOf(FPVExifDocument(bare.fileName()).ifd0List()), QList<int>({0x0112}));
 }
 
+void TestRewrittenBlock::photoCutAnywhereKeepsWhatItHas()
+{
+    const QByteArray whole = plainPhoto(ExifBuilder::Order::Big).file();
+    const qsizetype rest = whole.size() - restOf(whole).size();
+    for (qsizetype length = 0; length < whole.size(); ++length) {
+        const QString path = m_folder->put(whole.left(length));
+        const int result = rewritten(path);
+        const QByteArray after = contentOf(path);
+        // Without any image data there is nothing that a new photo could be made of.
+        QCOMPARE(result, length > rest ? kDone : kFailed);
+        QVERIFY(length > rest ? restOf(after) == whole.mid(rest, length - rest)
+                              : after == whole.left(length));
+    }
+}
+
 void TestRewrittenBlock::tooLongBlockWraps()
 {
     const QString path = put(plainPhoto(ExifBuilder::Order::Little));
@@ -400,10 +417,10 @@ void TestRewrittenBlock::tooLongBlockWraps()
     writer.setTag(0x7002, 7, quint32(value.size()), value.constData(), Ifd0);
     QCOMPARE(writer.rewrite(), kDone);
     const QByteArray after = contentOf(path);
-    QCOMPARE(after.size(), before.size() + 2 * (12 + 65000));
+    QCOMPARE(after.size(), before.size() + 2L * (12 + 65000));
     const auto length = qFromBigEndian<quint16>(after.constData() + 4);
     QCOMPARE(int(length),
-             int((before.size() - restOf(before).size() - 4 + 2 * (12 + 65000)) % 65536));
+             int((before.size() - restOf(before).size() - 4 + 2L * (12 + 65000)) % 65536));
     QVERIFY(after.endsWith(restOf(before)));
 }
 
