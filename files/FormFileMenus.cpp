@@ -39,7 +39,7 @@ enum EntryId : int {
 
 struct EntryRow
 {
-    int id;
+    int id = AnyId;
     lumi::MessageId text = lumi::MsgLumiVault;
     void (FormFile::*slot)() = nullptr; ///< null for separators and the submenu
 };
@@ -84,7 +84,7 @@ enum Need { Item, Photo, Checked, Checks, Clip, NeedCount };
 
 struct NeedRow
 {
-    int id;
+    int id = AnyId;
     Need need;
 };
 

@@ -42,7 +42,7 @@ public:
     int visibleCount = 0;
     QSize pitch{-1, -1}; ///< one cell; (-1, -1) before the layout
     char kind = 'l';
-    std::array<QImage, 2 * FrameKinds> frames;
+    std::array<QImage, std::size_t{2} * FrameKinds> frames;
     QPixmap checkOff;
     QPixmap checkOn;
     QPalette normalPalette{QColor(0xAC, 0xAC, 0xAC)};
