@@ -106,7 +106,7 @@ ExifRewriteResult PhotoReplacement::run(const QByteArray &start, ByteRange thumb
         return giveUp(outcome);
     }
     if (!bringToDisk()) {
-        m_temporary.remove();
+        dropWhole();
         return hasRoom() ? ExifRewriteResult::Failed : ExifRewriteResult::NoRoom;
     }
     return exchange();
@@ -203,8 +203,9 @@ ExifRewriteResult PhotoReplacement::giveUp(Outcome outcome)
 ExifRewriteResult PhotoReplacement::exchange()
 {
     m_photo.close();
-    if (!isUnchanged() || !QFile::remove(m_path)) {
-        m_temporary.remove();
+    // A removal can be reported as failed and have happened all the same.
+    if (!isUnchanged() || (!QFile::remove(m_path) && QFile::exists(m_path))) {
+        dropWhole();
         return ExifRewriteResult::Failed;
     }
     if (!renameFile(m_temporary.fileName(), m_path)) {
@@ -213,6 +214,15 @@ ExifRewriteResult PhotoReplacement::exchange()
     // Whatever this says, the photo is whole and has its name.
     static_cast<void>(syncFolderOf(m_path));
     return ExifRewriteResult::Done;
+}
+
+/// Somebody else may have removed the old photo meanwhile. The new one, whole as it is, could
+/// be the only one left then and is kept.
+void PhotoReplacement::dropWhole()
+{
+    if (QFile::exists(m_path)) {
+        m_temporary.remove();
+    }
 }
 
 bool PhotoReplacement::hasRoom() const

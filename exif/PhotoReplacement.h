@@ -47,6 +47,7 @@ private:
     [[nodiscard]] bool bringToDisk();
     [[nodiscard]] ExifRewriteResult giveUp(Outcome outcome);
     [[nodiscard]] ExifRewriteResult exchange();
+    void dropWhole();
     [[nodiscard]] bool hasRoom() const;
 
     QFile &m_photo;

@@ -112,6 +112,9 @@ private Q_SLOTS:
     void photoThatIsGoneCostsNothing();
     void photoChangedMeanwhileIsKept_data();
     void photoChangedMeanwhileIsKept();
+    void photoRemovedMeanwhileLeavesTheNewOne_data();
+    void photoRemovedMeanwhileLeavesTheNewOne();
+    void removalThatOnlySeemedToFail();
     void fileThatTookTheNameMeanwhileIsKept_data();
     void fileThatTookTheNameMeanwhileIsKept();
     void fileThatTookTheTemporaryNameMeanwhileIsKept();
@@ -513,6 +516,45 @@ void TestRewriteFaults::photoChangedMeanwhileIsKept()
             QCOMPARE(save(&writer), kFailed);
         }
         QVERIFY(contentOf(m_path) == other);
+        QVERIFY(!hasTemporary());
+    }
+}
+
+void TestRewriteFaults::photoRemovedMeanwhileLeavesTheNewOne_data()
+{
+    QTest::addColumn<int>("step");
+    QTest::addColumn<int>("error");
+    QTest::newRow("just before it would be removed") << stepOf("close photo.jpg") << 0;
+    QTest::newRow("while the new one could not be synced") << stepOf("sync photo_tmp_0.jpg") << EIO;
+}
+
+void TestRewriteFaults::photoRemovedMeanwhileLeavesTheNewOne()
+{
+    QFETCH(int, step);
+    QFETCH(int, error);
+    FPVExifWriter writer(m_path);
+    const FolderCalls calls(m_place);
+    const auto removePhoto = [this] {
+        QVERIFY(QFile::remove(m_path));
+    };
+    FolderCalls::before(step, removePhoto, error);
+    QCOMPARE(save(&writer), kFailed);
+    QVERIFY(!QFile::exists(m_path));
+    QVERIFY(contentOf(m_temporary) == m_new);
+}
+
+void TestRewriteFaults::removalThatOnlySeemedToFail()
+{
+    for (const int error : {EIO, ENOENT}) {
+        m_folder->put(m_old);
+        FPVExifWriter writer(m_path);
+        const FolderCalls calls(m_place);
+        const auto removePhoto = [this] {
+            QVERIFY(QFile::remove(m_path));
+        };
+        FolderCalls::before(stepOf("remove photo.jpg"), removePhoto, error);
+        QCOMPARE(save(&writer), kDone);
+        QVERIFY(isNew());
         QVERIFY(!hasTemporary());
     }
 }
