@@ -1,0 +1,312 @@
+// SPDX-License-Identifier: MIT
+// A photo is rewritten while its disk fills up and while other programs change its folder.
+#include "tests/exif/RewriteWorld.h"
+#include "tests/support/TestMain.h"
+#include "tests/swap/FullDisk.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTest>
+
+#include <cerrno>
+
+using lumi::test::contentOf;
+using lumi::test::FakeMachine;
+using lumi::test::FolderCalls;
+using lumi::test::RewriteWorld;
+
+namespace {
+
+constexpr int kDone = 0;
+constexpr int kNoRoom = 1;
+constexpr int kFailed = 2;
+
+} // namespace
+
+class TestRewriteMeanwhile : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void diskIsReallyFull();
+    void fileSizeIsReallyLimited_data();
+    void fileSizeIsReallyLimited();
+    void failedWriteAsksForRoom_data();
+    void failedWriteAsksForRoom();
+    void roomIsAskedOfTheMedium_data();
+    void roomIsAskedOfTheMedium();
+    void failedCreationAsksForRoom();
+    void photoThatIsGoneCostsNothing();
+    void photoChangedMeanwhileIsKept_data();
+    void photoChangedMeanwhileIsKept();
+    void photoRemovedMeanwhileLeavesTheNewOne_data();
+    void photoRemovedMeanwhileLeavesTheNewOne();
+    void removalThatOnlySeemedToFail();
+    void fileThatTookTheNameMeanwhileIsKept_data();
+    void fileThatTookTheNameMeanwhileIsKept();
+    void fileThatTookTheTemporaryNameMeanwhileIsKept();
+    void plainRenamingWhereNoOtherIsKnown();
+
+private:
+    std::unique_ptr<RewriteWorld> m_world;
+};
+
+void TestRewriteMeanwhile::init()
+{
+    m_world = std::make_unique<RewriteWorld>();
+}
+
+void TestRewriteMeanwhile::cleanup()
+{
+    m_world.reset();
+}
+
+void TestRewriteMeanwhile::diskIsReallyFull()
+{
+    QTemporaryDir place;
+    constexpr int kDiskKB = 48; // the photo takes 32 of them
+    const lumi::test::SmallDisk disk(place.path(), kDiskKB);
+    if (!disk.isMounted()) {
+        // Only a privileged user may mount one; fileSizeIsReallyLimited() needs no privilege.
+        return;
+    }
+    QFile photo(place.filePath(QStringLiteral("photo.jpg")));
+    QVERIFY(photo.open(QIODevice::WriteOnly)
+            && photo.write(RewriteWorld::oldPhoto()) == RewriteWorld::oldPhoto().size());
+    photo.close();
+    FPVExifWriter writer(photo.fileName());
+    QCOMPARE(RewriteWorld::save(&writer), kNoRoom);
+    QVERIFY(contentOf(photo.fileName()) == RewriteWorld::oldPhoto());
+    QCOMPARE(QDir(place.path()).entryList(QDir::Files).size(), 1);
+}
+
+void TestRewriteMeanwhile::fileSizeIsReallyLimited_data()
+{
+    QTest::addColumn<int>("limit");
+    QTest::addColumn<int>("freeKB");
+    QTest::addColumn<int>("result");
+    for (const int limit : {0, 1, 100, 700, 5000, 20000, RewriteWorld::kPhotoSize}) {
+        QTest::addRow("%d bytes and room", limit) << limit << 1000000 << kDone;
+        QTest::addRow("%d bytes and no room", limit) << limit << 5 << kNoRoom;
+    }
+}
+
+void TestRewriteMeanwhile::fileSizeIsReallyLimited()
+{
+    QFETCH(int, limit);
+    QFETCH(int, freeKB);
+    QFETCH(int, result);
+    FakeMachine::install()->setFreeDiskKB(freeKB);
+    FPVExifWriter writer(m_world->path);
+    int saved = -1;
+    {
+        const lumi::test::FileSizeLimit limited{rlim_t(limit)};
+        saved = RewriteWorld::save(&writer);
+    }
+    QCOMPARE(saved, result);
+    QVERIFY(m_world->isOld());
+    QVERIFY(!m_world->hasTemporary());
+}
+
+void TestRewriteMeanwhile::failedWriteAsksForRoom_data()
+{
+    QTest::addColumn<int>("freeKB");
+    QTest::addColumn<int>("result");
+    QTest::newRow("as much as the photo takes") << RewriteWorld::kPhotoSize / 1024 << kDone;
+    QTest::newRow("less than the photo takes") << RewriteWorld::kPhotoSize / 1024 - 1 << kNoRoom;
+    QTest::newRow("nothing") << 0 << kNoRoom;
+}
+
+void TestRewriteMeanwhile::failedWriteAsksForRoom()
+{
+    QFETCH(int, freeKB);
+    QFETCH(int, result);
+    FakeMachine::install()->setFreeDiskKB(freeKB);
+    FPVExifWriter writer(m_world->path);
+    const FolderCalls calls(m_world->place);
+    FolderCalls::fail(RewriteWorld::stepOf("write photo_tmp_0.jpg"), EIO);
+    QCOMPARE(RewriteWorld::save(&writer), result);
+    QVERIFY(m_world->isOld());
+    QVERIFY(!m_world->hasTemporary());
+}
+
+void TestRewriteMeanwhile::roomIsAskedOfTheMedium_data()
+{
+    QTest::addColumn<QString>("slot");
+    QTest::addColumn<bool>("inserted");
+    QTest::newRow("a photo on the CF card") << QStringLiteral("cf") << true;
+    QTest::newRow("a photo on the SD card") << QStringLiteral("sd") << true;
+    QTest::newRow("a photo in an empty CF slot") << QStringLiteral("cf") << false;
+    QTest::newRow("a photo in an empty SD slot") << QStringLiteral("sd") << false;
+    QTest::newRow("a photo anywhere else") << QString() << true;
+}
+
+void TestRewriteMeanwhile::roomIsAskedOfTheMedium()
+{
+    QFETCH(QString, slot);
+    QFETCH(bool, inserted);
+    FakeMachine *machine = FakeMachine::install();
+    if (inserted) {
+        machine->insertCard(Slot::CF);
+        machine->insertCard(Slot::SD);
+    }
+    QByteArrayList asked;
+    machine->diskAt = [&asked](const QByteArray &path) {
+        asked.append(path);
+        return DiskFigures{1024, 1000000, 1000000, true};
+    };
+    const QString card = slot.isEmpty() ? QString()
+        : slot == QLatin1String("cf")   ? machine->cf
+                                        : machine->sd;
+    const QString folder = card.isEmpty() ? m_world->place : card + QStringLiteral("/dcim");
+    const QString path = folder + QStringLiteral("/photo.jpg");
+    QVERIFY(QDir().mkpath(folder));
+    QVERIFY(card.isEmpty() || QFile::copy(m_world->path, path));
+    FPVExifWriter writer(path);
+    const FolderCalls calls(folder);
+    FolderCalls::fail(RewriteWorld::stepOf("write photo_tmp_0.jpg"), EIO);
+    QCOMPARE(RewriteWorld::save(&writer), kDone);
+    const QString expected
+        = inserted && !card.isEmpty() ? card : QDir::homePath() + QStringLiteral("/Documents");
+    QCOMPARE(asked, QByteArrayList{QFile::encodeName(expected)});
+}
+
+void TestRewriteMeanwhile::failedCreationAsksForRoom()
+{
+    FakeMachine::install()->setFreeDiskKB(5);
+    FPVExifWriter writer(m_world->path);
+    const FolderCalls calls(m_world->place);
+    FolderCalls::fail(RewriteWorld::stepOf("open photo_tmp_0.jpg"), ENOSPC);
+    QCOMPARE(RewriteWorld::save(&writer), kNoRoom);
+    QVERIFY(m_world->isOld());
+}
+
+void TestRewriteMeanwhile::photoThatIsGoneCostsNothing()
+{
+    FPVExifWriter writer(m_world->path);
+    QVERIFY(QFile::remove(m_world->path));
+    const FolderCalls calls(m_world->place);
+    QCOMPARE(RewriteWorld::save(&writer), kFailed);
+    QCOMPARE(FolderCalls::steps(), QStringList());
+}
+
+void TestRewriteMeanwhile::photoChangedMeanwhileIsKept_data()
+{
+    QTest::addColumn<int>("step");
+    QTest::newRow("while it was copied") << RewriteWorld::stepOf("write photo_tmp_0.jpg");
+    QTest::newRow("just before it would be removed") << RewriteWorld::stepOf("close photo.jpg");
+}
+
+void TestRewriteMeanwhile::photoChangedMeanwhileIsKept()
+{
+    QFETCH(int, step);
+    for (const bool inPlace : {true, false}) {
+        const QByteArray other = RewriteWorld::oldPhoto() + "saved by another program";
+        m_world->reset();
+        FPVExifWriter writer(m_world->path);
+        {
+            const FolderCalls calls(m_world->place);
+            FolderCalls::before(step, [&] {
+                QVERIFY(inPlace || QFile::remove(m_world->path));
+                m_world->folder.put(other);
+            });
+            QCOMPARE(RewriteWorld::save(&writer), kFailed);
+        }
+        QVERIFY(contentOf(m_world->path) == other);
+        QVERIFY(!m_world->hasTemporary());
+    }
+}
+
+void TestRewriteMeanwhile::photoRemovedMeanwhileLeavesTheNewOne_data()
+{
+    QTest::addColumn<int>("step");
+    QTest::addColumn<int>("error");
+    QTest::newRow("just before it would be removed")
+        << RewriteWorld::stepOf("close photo.jpg") << 0;
+    QTest::newRow("while the new one could not be synced")
+        << RewriteWorld::stepOf("sync photo_tmp_0.jpg") << EIO;
+}
+
+void TestRewriteMeanwhile::photoRemovedMeanwhileLeavesTheNewOne()
+{
+    QFETCH(int, step);
+    QFETCH(int, error);
+    FPVExifWriter writer(m_world->path);
+    const FolderCalls calls(m_world->place);
+    const auto removePhoto = [this] {
+        QVERIFY(QFile::remove(m_world->path));
+    };
+    FolderCalls::before(step, removePhoto, error);
+    QCOMPARE(RewriteWorld::save(&writer), kFailed);
+    QVERIFY(!QFile::exists(m_world->path));
+    QVERIFY(contentOf(m_world->temporary) == RewriteWorld::newPhoto());
+}
+
+void TestRewriteMeanwhile::removalThatOnlySeemedToFail()
+{
+    for (const int error : {EIO, ENOENT}) {
+        m_world->reset();
+        FPVExifWriter writer(m_world->path);
+        const FolderCalls calls(m_world->place);
+        const auto removePhoto = [this] {
+            QVERIFY(QFile::remove(m_world->path));
+        };
+        FolderCalls::before(RewriteWorld::stepOf("remove photo.jpg"), removePhoto, error);
+        QCOMPARE(RewriteWorld::save(&writer), kDone);
+        QVERIFY(m_world->isNew());
+        QVERIFY(!m_world->hasTemporary());
+    }
+}
+
+void TestRewriteMeanwhile::fileThatTookTheNameMeanwhileIsKept_data()
+{
+    QTest::addColumn<bool>("plainly");
+    QTest::newRow("where renaming can refuse") << false;
+    QTest::newRow("where it cannot") << true;
+}
+
+void TestRewriteMeanwhile::fileThatTookTheNameMeanwhileIsKept()
+{
+    QFETCH(bool, plainly);
+    FPVExifWriter writer(m_world->path);
+    const FolderCalls calls(m_world->place);
+    const auto takeName = [this] {
+        m_world->folder.put("another photo");
+    };
+    FolderCalls::before(RewriteWorld::stepOf("rename photo_tmp_0.jpg"), takeName,
+                        plainly ? EINVAL : 0);
+    QCOMPARE(RewriteWorld::save(&writer), kFailed);
+    QCOMPARE(contentOf(m_world->path), QByteArray("another photo"));
+    QVERIFY(contentOf(m_world->temporary) == RewriteWorld::newPhoto());
+}
+
+void TestRewriteMeanwhile::fileThatTookTheTemporaryNameMeanwhileIsKept()
+{
+    FPVExifWriter writer(m_world->path);
+    const FolderCalls calls(m_world->place);
+    FolderCalls::before(RewriteWorld::stepOf("open photo_tmp_0.jpg"), [this] {
+        m_world->folder.put("of another program", QStringLiteral("photo_tmp_0.jpg"));
+    });
+    QCOMPARE(RewriteWorld::save(&writer), kFailed);
+    QVERIFY(m_world->isOld());
+    QCOMPARE(contentOf(m_world->temporary), QByteArray("of another program"));
+}
+
+void TestRewriteMeanwhile::plainRenamingWhereNoOtherIsKnown()
+{
+    for (const int error : {EINVAL, ENOSYS}) {
+        m_world->reset();
+        FPVExifWriter writer(m_world->path);
+        const FolderCalls calls(m_world->place);
+        FolderCalls::fail(RewriteWorld::stepOf("rename photo_tmp_0.jpg"), error);
+        QCOMPARE(RewriteWorld::save(&writer), kDone);
+        QVERIFY(FolderCalls::steps().contains(QStringLiteral("rename plainly photo_tmp_0.jpg")));
+        QVERIFY(m_world->isNew());
+        QVERIFY(!m_world->hasTemporary());
+    }
+}
+
+LUMI_TEST(TestRewriteMeanwhile)
+#include "TestRewriteMeanwhile.moc"
