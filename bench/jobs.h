@@ -17,6 +17,7 @@ std::vector<Row> pageRows(const QString &folder);
 std::vector<Row> screenDecodeRows(const QString &folder);
 std::vector<Row> exifTextRows(const QString &folder);
 std::vector<Row> exifRewriteRows(const QString &folder);
+std::vector<Row> importRows(const QString &folder);
 /// Start-up and resident memory, each in processes of their own.
 std::vector<Row> processRows(const QString &folder);
 

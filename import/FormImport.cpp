@@ -72,7 +72,11 @@ FormImport::FormImport(QWidget *parent, QPEToolBar *toolBar)
 {
     parent->setWindowTitle(msg(lumi::MsgLumiVault));
     buildMenu();
-    QWidget *leftSide = buildLeftSide();
+    auto *leftSide = new lumi::LeftSide(this);
+    m_leftWidget = leftSide->column();
+    m_leftWidget->hideButton(MyLeftWidget::AllButtons);
+    m_leftWidget->showButton(MyLeftWidget::Top);
+    connect(m_leftWidget, &MyLeftWidget::btn_clicked, this, &FormImport::btn_leftWidget_clicked);
     QWidget *rightSide = buildRightSide();
     writeLabels();
     auto *row = new QHBoxLayout(this);
@@ -103,16 +107,6 @@ void FormImport::buildMenu()
     menu->insertItem(msg(lumi::MsgHelp), this, &FormImport::menu_option_help);
     menu->insertItem(msg(lumi::MsgVersion), this, &FormImport::menu_option_version);
     m_menuBar->addMenu(menu);
-}
-
-QWidget *FormImport::buildLeftSide()
-{
-    auto *leftSide = new lumi::LeftSide(this);
-    m_leftWidget = leftSide->column();
-    m_leftWidget->hideButton(MyLeftWidget::AllButtons);
-    m_leftWidget->showButton(MyLeftWidget::Top);
-    connect(m_leftWidget, &MyLeftWidget::btn_clicked, this, &FormImport::btn_leftWidget_clicked);
-    return leftSide;
 }
 
 QWidget *FormImport::buildRightSide()

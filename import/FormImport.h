@@ -60,7 +60,6 @@ private:
     enum SearchResult : int { Found = 0, SearchCancelled = 1, NoFile = 2, NoRoom = 3, Failed = 4 };
 
     void buildMenu();
-    [[nodiscard]] QWidget *buildLeftSide();
     [[nodiscard]] QWidget *buildRightSide();
     [[nodiscard]] QLabel *addLabel(QWidget *rightSide, QPoint position);
     void showCards();

@@ -89,6 +89,15 @@ QColor lumi::test::BrowserWorld::frameColour(const QString &name)
     return {};
 }
 
+QColor lumi::test::BrowserWorld::cardButtonColour(const QString &name)
+{
+    const int blue = name.contains(QLatin1String("_cf")) ? 60 : 120;
+    if (name.endsWith(QLatin1String("_gray"))) {
+        return {90, 90, blue};
+    }
+    return name.endsWith(QLatin1String("_push")) ? QColor(0, 90, blue) : QColor(0, 180, blue);
+}
+
 void lumi::test::BrowserWorld::makePixmaps()
 {
     const QString folder = m_resources.path() + QStringLiteral("/pixmaps/lumivault/");
@@ -108,6 +117,11 @@ void lumi::test::BrowserWorld::makePixmaps()
     save(QStringLiteral("bg_left"), QSize(72, 400), Qt::gray);
     save(QStringLiteral("bg_right"), QSize(16, 16), QColor(0xCC, 0xCC, 0xCC));
     save(QStringLiteral("to_top"), QSize(28, 28), Qt::yellow);
+    for (const char *name :
+         {"copy_cf", "copy_cf_push", "copy_cf_gray", "copy_sd", "copy_sd_push", "copy_sd_gray"}) {
+        save(QLatin1String(name), QSize(244, 112), cardButtonColour(QLatin1String(name)));
+    }
+    save(QStringLiteral("bg_right_copy"), QSize(16, 16), QColor(0xCC, 0xCC, 0xCC));
     for (const char *name : {"top_copy", "top_copy_push", "top_look", "top_look_push"}) {
         save(QLatin1String(name), QSize(236, 236), Qt::darkBlue);
     }

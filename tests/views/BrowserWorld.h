@@ -29,6 +29,8 @@ public:
 
     /// The colour of a pixmap such as "frame_pic_l_on".
     [[nodiscard]] static QColor frameColour(const QString &name);
+    /// The colour of a pixmap such as "copy_cf_push".
+    [[nodiscard]] static QColor cardButtonColour(const QString &name);
 
     FakeMachine *machine; ///< lent
     QString store;

@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: MIT
+// The import form in a window of its own, before a photo store and two slots, with a stand-in
+// for the user.
+#pragma once
+
+#include "import/FormImport.h"
+#include "platform/QPEToolBar.h"
+#include "tests/import/cardTree.h"
+#include "tests/support/DialogDriver.h"
+#include "tests/views/BrowserWorld.h"
+
+#include <QLabel>
+#include <QMainWindow>
+#include <QTimer>
+
+#include <functional>
+#include <memory>
+
+namespace lumi::test {
+
+class ImportFixture
+{
+public:
+    /// Both slots are empty; nothing is shown yet.
+    ImportFixture();
+    ~ImportFixture();
+
+    void start();
+    /// Puts a card in with these files, each of some bytes.
+    void insertCard(Slot slot, const QStringList &files, qsizetype size = 700);
+
+    [[nodiscard]] QString card(Slot slot) const { return world.machine->mountPoint(slot); }
+
+    /// Does something once, as soon as it is time, from within whatever event loop runs then.
+    void when(std::function<bool()> isTime, std::function<void()> doIt);
+    /// While a file of that name is being written in the store.
+    void whenInFile(const QString &name, std::function<void()> doIt);
+    /// Free space, in steps of 2 KB.
+    void setFreeKB(qint64 kb) const;
+    void tellCardChange() const;
+
+    [[nodiscard]] QString target(const QString &name) const;
+    /// Names of the folders in the store.
+    [[nodiscard]] QStringList folders() const;
+    /// Presses a button of the dialog that is up.
+    static bool pressNow(const QString &button);
+
+    BrowserWorld world;
+    QMainWindow window;
+    QPEToolBar toolBar;
+    std::unique_ptr<FormImport> form;
+    MyImageButton *cf = nullptr;
+    MyImageButton *sd = nullptr;
+    QLabel *memory = nullptr;
+    QLabel *capacity = nullptr;
+    DialogDriver driver;
+
+private:
+    struct Deed
+    {
+        std::function<bool()> isTime;
+        std::function<void()> doIt;
+    };
+
+    void look();
+
+    QTimer m_timer;
+    QList<Deed> m_deeds;
+};
+
+/// Today's name for a folder.
+[[nodiscard]] QString todaysFolder();
+
+} // namespace lumi::test

@@ -1,0 +1,929 @@
+// SPDX-License-Identifier: MIT
+// A whole import as its user meets it: the dialogs in their order, their words, and what is on
+// the disk afterwards.
+#include "app/common/FormEvent.h"
+#include "files/engine/FPVFileTree.h"
+#include "files/engine/copyFile.h"
+#include "import/importTexts.h"
+#include "platform/QCopChannel.h"
+#include "tests/import/FileFaults.h"
+#include "tests/import/ImportFixture.h"
+#include "tests/support/TestMain.h"
+#include "tests/swap/FullDisk.h"
+#include "widgets/MyImageButton.h"
+#include "widgets/MyLeftWidget.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QBoxLayout>
+#include <QDir>
+#include <QFile>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QProgressBar>
+#include <QTest>
+#include <QTextBrowser>
+
+#include <cerrno>
+#include <stdexcept>
+
+#include <unistd.h>
+
+using lumi::test::FileFaults;
+using lumi::test::importableTree;
+using lumi::test::ImportFixture;
+using lumi::test::SeenDialog;
+using lumi::test::stateOf;
+using lumi::test::todaysFolder;
+using lumi::test::Tree;
+using lumi::test::treeOf;
+
+namespace {
+
+const QString kError = QStringLiteral("Error");
+const QString kStop = QStringLiteral("Stop");
+const QString kDone = QStringLiteral("Done");
+const QString kResult = QStringLiteral("Search Result");
+const QString kFolder = QStringLiteral("New Folder");
+const QString kDetails = QStringLiteral("Error Details");
+const QString kStopped = QStringLiteral("Processing stopped");
+const QString kThereWasAnError = QStringLiteral("There was an error. Processing is stopped.");
+const QString kAccess = QStringLiteral("Due to access errors, processing is cancelled. Please do "
+                                       "not remove the card while processing.");
+
+const QStringList kThreePhotos{QStringLiteral("dcim/a.jpg"), QStringLiteral("dcim/b.jpg"),
+                               QStringLiteral("dcim/c.jpg")};
+
+lumi::test::DialogDriver::Answer enter(const QString &name)
+{
+    return [name](QDialog *dialog) {
+        dialog->findChild<QLineEdit *>()->setText(name);
+        QTest::keyClick(dialog->findChild<QLineEdit *>(), Qt::Key_Return);
+    };
+}
+
+} // namespace
+
+class TestImportFlow : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void aWholeImport_data();
+    void aWholeImport();
+    void dialogsLookAsTheyShould();
+    void theBatteryDecides_data();
+    void theBatteryDecides();
+    void theScreenSaverIsHeldInBothLongParts();
+    void photosAreCountedAndEverythingIsSummed();
+    void hiddenFoldersAreSearched();
+    void tooLittleRoomIsAWarning_data();
+    void tooLittleRoomIsAWarning();
+    void aSumBeyondTwoGigabytesWrapsRound();
+    void anEmptyCardHasItsMessage_data();
+    void anEmptyCardHasItsMessage();
+    void patternsOfTheBrowserCarryOver();
+    void theQuestionCanBeDenied_data();
+    void theQuestionCanBeDenied();
+    void theSearchCanBeCancelled();
+    void aCancelBeforeTheWalkIsLost();
+    void aCardPulledInTheSearch_data();
+    void aCardPulledInTheSearch();
+    void anotherPlaceHasTheStoresName();
+    void theNameIsAskedFor();
+    void noNameIsAStop_data();
+    void noNameIsAStop();
+    void anEmptyNameIsAName();
+    void theSameNameAgainIsNumbered();
+    void twoCardsUnderOneName();
+    void aCardPulledWhileTheNameIsAsked();
+    void theStoreCantBeUsed_data();
+    void theStoreCantBeUsed();
+    void aCancelBeforeTheFirstFileIsThrough_data();
+    void aCancelBeforeTheFirstFileIsThrough();
+    void aCancelLaterHasAReport_data();
+    void aCancelLaterHasAReport();
+    void aFullStoreIsAWarning();
+    void aMismatchInTheLastFileOnly();
+    void aCardPulledDuringAFile();
+    void aCardPulledBetweenFiles();
+    void theReportComesAgainUntilExit();
+    void theBarIsNeverFull();
+    void whateverIsThrownEndsInAMessage();
+    void aSecondPressWhileItRuns_data();
+    void aSecondPressWhileItRuns();
+    void nothingGetsThroughBehindACancelledDialog();
+    void aCardPulledUnderADialogGraysItsButtonAfterwards();
+    void theLabelsRestUntilTheEnd();
+    void theFormWorksAfterEveryWayOut();
+
+private:
+    void press(Slot slot);
+    void compareFailedRun(const QStringList &captions, const QStringList &texts);
+    QString reportText(int failures);
+
+    std::unique_ptr<ImportFixture> m_form;
+};
+
+void TestImportFlow::init()
+{
+    m_form.reset(new ImportFixture);
+}
+
+void TestImportFlow::cleanup()
+{
+    if (m_form->form) {
+        QVERIFY(!m_form->form->isBusy());
+        QVERIFY(m_form->form->canClose());
+        QVERIFY(QApplication::activeModalWidget() == nullptr);
+        QCOMPARE(m_form->driver.unused(), 0);
+    }
+    m_form.reset();
+}
+
+void TestImportFlow::press(Slot slot)
+{
+    if (!m_form->form) {
+        m_form->start();
+    }
+    QTest::mouseClick(slot == Slot::CF ? m_form->cf : m_form->sd, Qt::LeftButton);
+}
+
+/// The dialogs so far, and nothing changed on the SD card.
+void TestImportFlow::compareFailedRun(const QStringList &captions, const QStringList &texts)
+{
+    QCOMPARE(m_form->driver.captions(), captions);
+    QCOMPARE(m_form->driver.texts().mid(captions.size() - texts.size()), texts);
+}
+
+/// The report's plain text, and how many failures it tells of.
+QString TestImportFlow::reportText(int failures)
+{
+    QString text;
+    m_form->driver.expect(kDetails, [&text](QDialog *dialog) {
+        text = dialog->findChild<QTextBrowser *>()->toPlainText();
+        dialog->reject();
+    });
+    m_form->driver.press(kDone, kDetails);
+    m_form->driver.press(kDone, QStringLiteral("Exit"));
+    press(Slot::SD);
+    if (text.count(QStringLiteral("CopyError")) != failures) {
+        return QStringLiteral("not %1 failures: ").arg(failures) + text;
+    }
+    return text.replace(QChar(QChar::Nbsp), QLatin1Char(' '));
+}
+
+void TestImportFlow::aWholeImport_data()
+{
+    QTest::addColumn<Slot>("slot");
+    QTest::addColumn<QString>("name");
+    QTest::newRow("SD card") << Slot::SD << QStringLiteral("SD Card");
+    QTest::newRow("CF card") << Slot::CF << QStringLiteral("CF Card");
+}
+
+void TestImportFlow::aWholeImport()
+{
+    QFETCH(Slot, slot);
+    QFETCH(QString, name);
+    m_form->world.machine->insertCard(slot);
+    const int files = lumi::test::fillCard(m_form->card(slot), 60);
+    const Tree before = stateOf(m_form->card(slot));
+    press(slot);
+    QCOMPARE(m_form->driver.captions(), (QStringList{kResult, kFolder, kDone}));
+    const QStringList texts = m_form->driver.texts();
+    QVERIFY(texts.at(0).endsWith(
+        QString(QStringLiteral(" was detected in ") + name
+                + QStringLiteral("\nCopy file to the \"Photo_Files\" folder?"))));
+    QCOMPARE(texts.at(2), lumi::copiedText(todaysFolder(), files));
+    QCOMPARE(treeOf(m_form->target(todaysFolder())), importableTree(m_form->card(slot)));
+    QCOMPARE(stateOf(m_form->card(slot)), before);
+    QCOMPARE(m_form->folders(), QStringList{todaysFolder()});
+}
+
+void TestImportFlow::dialogsLookAsTheyShould()
+{
+    m_form->insertCard(Slot::SD, kThreePhotos);
+    press(Slot::SD);
+    const QList<SeenDialog> &seen = m_form->driver.seen;
+    QCOMPARE(seen.size(), qsizetype(5));
+    for (const SeenDialog &dialog : seen) {
+        QCOMPARE(dialog.parent.data(), m_form->form.get());
+    }
+    QCOMPARE(seen.at(0).className, QStringLiteral("MyDialogWait"));
+    QCOMPARE(seen.at(0).text,
+             QStringLiteral("Searching...please wait. Do not remove the card while processing."));
+    QCOMPARE(seen.at(0).buttons, QStringList{QStringLiteral("Cancel")});
+    QCOMPARE(seen.at(1).buttons, (QStringList{QStringLiteral("Yes"), QStringLiteral("No")}));
+    QCOMPARE(seen.at(1).icon, int(QMessageBox::NoIcon));
+    QCOMPARE(seen.at(3).className, QStringLiteral("MyDialogProgressBar"));
+    QCOMPARE(seen.at(3).text, QStringLiteral("Copying..."));
+    QCOMPARE(seen.at(3).buttons, QStringList{QStringLiteral("Cancel")});
+    QCOMPARE(seen.at(4).buttons, QStringList{QStringLiteral("OK")});
+}
+
+void TestImportFlow::theBatteryDecides_data()
+{
+    QTest::addColumn<int>("ac");
+    QTest::addColumn<int>("percent");
+    QTest::addColumn<bool>("runs");
+    QTest::newRow("31 percent are enough") << int(PowerStatus::Offline) << 31 << true;
+    QTest::newRow("30 are not") << int(PowerStatus::Offline) << 30 << false;
+    QTest::newRow("nor is an empty battery") << int(PowerStatus::Offline) << 0 << false;
+    QTest::newRow("external power is") << int(PowerStatus::Online) << 1 << true;
+    QTest::newRow("a backup battery is no external power")
+        << int(PowerStatus::Backup) << 30 << false;
+}
+
+void TestImportFlow::theBatteryDecides()
+{
+    QFETCH(int, ac);
+    QFETCH(int, percent);
+    QFETCH(bool, runs);
+    m_form->world.machine->powerStatus
+        = PowerStatus(static_cast<PowerStatus::ACStatus>(ac), percent);
+    m_form->insertCard(Slot::SD, kThreePhotos);
+    press(Slot::SD);
+    if (runs) {
+        QCOMPARE(m_form->driver.captions().constLast(), kDone);
+        return;
+    }
+    QCOMPARE(m_form->driver.seen.size(), qsizetype(1)); // no search
+    compareFailedRun({kError}, {QStringLiteral("Job stopped because the battery is low.")});
+    QCOMPARE(m_form->driver.seen.constFirst().icon, int(QMessageBox::Critical));
+    QVERIFY(m_form->folders().isEmpty());
+}
+
+void TestImportFlow::theScreenSaverIsHeldInBothLongParts()
+{
+    m_form->insertCard(Slot::SD, kThreePhotos);
+    QCopChannel channel("QPE/System");
+    QList<int> modes;
+    QList<int> modesAtTheName;
+    connect(&channel, &QCopChannel::received, this,
+            [&modes](const QCString &message, const QByteArray &data) {
+                int mode = -1;
+                QDataStream(data) >> mode;
+                modes.append(message == "setScreenSaverMode(int)" ? mode : -2);
+            });
+    m_form->driver.expect(kFolder, [&modes, &modesAtTheName](QDialog *dialog) {
+        QCoreApplication::processEvents();
+        modesAtTheName = modes;
+        dialog->accept();
+    });
+    press(Slot::SD);
+    QCoreApplication::processEvents();
+    QCOMPARE(modesAtTheName, (QList<int>{0, 300, 200}));
+    QCOMPARE(modes, (QList<int>{0, 300, 200, 0, 300, 200}));
+}
+
+void TestImportFlow::photosAreCountedAndEverythingIsSummed()
+{
+    m_form->insertCard(Slot::SD,
+                       {QStringLiteral("dcim/a.jpg"), QStringLiteral("b.JPEG"),
+                        QStringLiteral("dcim/x/c.Jpg"), QStringLiteral("d.mov"),
+                        QStringLiteral("e")},
+                       1000);
+    press(Slot::SD);
+    QCOMPARE(m_form->driver.texts().constFirst(),
+             QStringLiteral("4KB of data in 3 was detected in SD Card\nCopy file to the "
+                            "\"Photo_Files\" folder?"));
+    QCOMPARE(m_form->driver.texts().constLast(), lumi::copiedText(todaysFolder(), 5));
+}
+
+void TestImportFlow::hiddenFoldersAreSearched()
+{
+    m_form->insertCard(Slot::SD, {QStringLiteral(".hidden/deep/.a.jpg")});
+    press(Slot::SD);
+    QVERIFY(m_form->driver.texts().constFirst().contains(QStringLiteral("in 1 was")));
+    QVERIFY(QFile::exists(m_form->target(todaysFolder() + QStringLiteral("/.hidden/deep/.a.jpg"))));
+}
+
+void TestImportFlow::tooLittleRoomIsAWarning_data()
+{
+    QTest::addColumn<int>("freeKB");
+    QTest::addColumn<bool>("fits");
+    QTest::newRow("just enough") << 10240 + 20 << true;
+    QTest::newRow("just below") << 10240 + 18 << false;
+    QTest::newRow("nothing at all") << 0 << false;
+}
+
+void TestImportFlow::tooLittleRoomIsAWarning()
+{
+    QFETCH(int, freeKB);
+    QFETCH(bool, fits);
+    m_form->insertCard(Slot::SD, {QStringLiteral("a.jpg"), QStringLiteral("b.jpg")}, 10240);
+    m_form->setFreeKB(freeKB);
+    press(Slot::SD);
+    QCOMPARE(m_form->driver.texts().constFirst(),
+             QString(QStringLiteral("20KB of data in 2 was detected in SD Card\n")
+                     + (fits ? QStringLiteral("Copy file to the \"Photo_Files\" folder?")
+                             : QStringLiteral("There may not be enough room to copy all files "
+                                              "from the card. Continue?"))));
+    // Yes goes on in any case.
+    QCOMPARE(m_form->driver.captions(), (QStringList{kResult, kFolder, kDone}));
+    QCOMPARE(treeOf(m_form->target(todaysFolder())), importableTree(m_form->card(Slot::SD)));
+}
+
+void TestImportFlow::aSumBeyondTwoGigabytesWrapsRound()
+{
+    m_form->insertCard(Slot::SD, {QStringLiteral("a.mov")});
+    // 3 GB, all of it a hole.
+    QVERIFY(QFile::resize(m_form->card(Slot::SD) + QStringLiteral("/a.mov"), 3LL << 30));
+    m_form->driver.press(kResult, QStringLiteral("No"));
+    press(Slot::SD);
+    QCOMPARE(m_form->driver.texts().constFirst(),
+             QStringLiteral("-1048576KB of data in 0 was detected in SD Card\nCopy file to the "
+                            "\"Photo_Files\" folder?"));
+}
+
+void TestImportFlow::anEmptyCardHasItsMessage_data()
+{
+    QTest::addColumn<bool>("folders");
+    QTest::addColumn<Slot>("slot");
+    QTest::newRow("nothing at all") << false << Slot::SD;
+    QTest::newRow("empty folders") << true << Slot::SD;
+    QTest::newRow("the other card") << true << Slot::CF;
+}
+
+void TestImportFlow::anEmptyCardHasItsMessage()
+{
+    QFETCH(bool, folders);
+    QFETCH(Slot, slot);
+    m_form->insertCard(slot, {});
+    if (folders) {
+        m_form->world.makeFolder(m_form->card(slot) + QStringLiteral("/dcim/100"));
+    }
+    press(slot);
+    compareFailedRun({kResult},
+                     {slot == Slot::CF
+                          ? QStringLiteral("Data inspection was not performed on CF Card")
+                          : QStringLiteral("Data inspection was not performed on SD Card")});
+    QCOMPARE(m_form->driver.seen.constLast().icon, int(QMessageBox::Information));
+    QCOMPARE(m_form->driver.seen.constLast().buttons, QStringList{QStringLiteral("OK")});
+    QVERIFY(m_form->folders().isEmpty());
+}
+
+void TestImportFlow::patternsOfTheBrowserCarryOver()
+{
+    m_form->insertCard(Slot::SD, {QStringLiteral("a.jpg"), QStringLiteral("b.MOV")});
+    FPVFileTree::setPatterns(QStringLiteral("*.jpg; *.jpeg"));
+    press(Slot::SD);
+    QCOMPARE(m_form->driver.texts().constLast(), lumi::copiedText(todaysFolder(), 1));
+    QCOMPARE(treeOf(m_form->target(todaysFolder())).keys(), QStringList{QStringLiteral("a.jpg")});
+    // And its own filter stays for others.
+    QCOMPARE(FPVFileTree::dirFilter(), 0x313);
+}
+
+void TestImportFlow::theQuestionCanBeDenied_data()
+{
+    QTest::addColumn<QString>("way");
+    QTest::newRow("No") << QStringLiteral("No");
+    QTest::newRow("Escape") << QStringLiteral("escape");
+    QTest::newRow("the window is closed") << QStringLiteral("close");
+}
+
+void TestImportFlow::theQuestionCanBeDenied()
+{
+    QFETCH(QString, way);
+    m_form->insertCard(Slot::SD, kThreePhotos);
+    m_form->driver.expect(kResult, [way](QDialog *dialog) {
+        if (way == QLatin1String("close")) {
+            dialog->close();
+        } else if (way == QLatin1String("escape")) {
+            QTest::keyClick(dialog, Qt::Key_Escape);
+        } else {
+            QVERIFY(lumi::test::DialogDriver::pressButton(dialog, way));
+        }
+    });
+    press(Slot::SD);
+    compareFailedRun({kResult, kStop}, {kStopped});
+    QCOMPARE(m_form->driver.seen.constLast().icon, int(QMessageBox::Information));
+    QVERIFY(m_form->folders().isEmpty());
+}
+
+void TestImportFlow::theSearchCanBeCancelled()
+{
+    m_form->insertCard(Slot::SD, kThreePhotos);
+    m_form->when(
+        [] {
+            return FPVFileTree::fileCount() == 2;
+        },
+        [] {
+            QVERIFY(ImportFixture::pressNow(QStringLiteral("Cancel")));
+        });
+    press(Slot::SD);
+    compareFailedRun({kStop}, {kStopped});
+    QCOMPARE(FPVFileTree::fileCount(), 2);
+}
+
+void TestImportFlow::aCancelBeforeTheWalkIsLost()
+{
+    m_form->insertCard(Slot::SD, kThreePhotos);
+    int pressed = 0;
+    m_form->driver.expect(QStringLiteral("MyDialogWait"), [&pressed](QDialog *dialog) {
+        QCOMPARE(FPVFileTree::fileCount(), 0);
+        pressed += lumi::test::DialogDriver::pressButton(dialog, QStringLiteral("Cancel")) ? 1 : 0;
+    });
+    press(Slot::SD);
+    QCOMPARE(pressed, 1);
+    QCOMPARE(m_form->driver.captions(), (QStringList{kResult, kFolder, kDone}));
+}
+
+void TestImportFlow::aCardPulledInTheSearch_data()
+{
+    QTest::addColumn<bool>("cancelled");
+    QTest::addColumn<bool>("empty");
+    QTest::newRow("the files go with it") << false << false;
+    QTest::newRow("the user cancels too") << true << false;
+    QTest::newRow("nothing is left of it") << false << true;
+}
+
+void TestImportFlow::aCardPulledInTheSearch()
+{
+    QFETCH(bool, cancelled);
+    QFETCH(bool, empty);
+    m_form->insertCard(Slot::SD, kThreePhotos + QStringList{QStringLiteral("zz/d.jpg")});
+    m_form->when(
+        [] {
+            return FPVFileTree::fileCount() == 1;
+        },
+        [this, cancelled, empty] {
+            if (empty) {
+                QDir(m_form->card(Slot::SD)).removeRecursively();
+            }
+            m_form->world.machine->removeCard(Slot::SD);
+            if (cancelled) {
+                QVERIFY(ImportFixture::pressNow(QStringLiteral("Cancel")));
+            }
+        });
+    press(Slot::SD);
+    compareFailedRun({kError}, {kAccess});
+    QCOMPARE(m_form->driver.seen.constLast().icon, int(QMessageBox::Critical));
+    QVERIFY(m_form->folders().isEmpty());
+}
+
+void TestImportFlow::anotherPlaceHasTheStoresName()
+{
+    m_form->start();
+    const QString place = m_form->world.machine->folder.filePath(QStringLiteral("place"));
+    lumi::test::writeBytes(place + QStringLiteral("/a.jpg"), 2048);
+    m_form->form->startImport(place);
+    QVERIFY(m_form->driver.texts().constFirst().startsWith(
+        QStringLiteral("2KB of data in 1 was detected in Photo_Files\n")));
+    QCOMPARE(treeOf(m_form->target(todaysFolder())), importableTree(place));
+}
+
+void TestImportFlow::theNameIsAskedFor()
+{
+    m_form->insertCard(Slot::SD, kThreePhotos);
+    m_form->driver.expect(kFolder, [](QDialog *dialog) {
+        auto *line = dialog->findChild<QLineEdit *>();
+        QCOMPARE(dialog->findChild<QLabel *>()->text(),
+                 QStringLiteral("Please input the folder name before copying."));
+        QCOMPARE(line->text(), todaysFolder());
+        QCOMPARE(line->selectedText(), todaysFolder());
+        QCOMPARE(line->maxLength(), 30);
+        QTest::keyClicks(line, QString(40, QLatin1Char('n')));
+        QTest::keyClick(line, Qt::Key_Return);
+    });
+    press(Slot::SD);
+    QCOMPARE(m_form->folders(), QStringList{QString(30, QLatin1Char('n'))});
+    QCOMPARE(m_form->driver.texts().constLast(),
+             lumi::copiedText(QString(30, QLatin1Char('n')), 3));
+}
+
+void TestImportFlow::noNameIsAStop_data()
+{
+    QTest::addColumn<bool>("closed");
+    QTest::newRow("Escape") << false;
+    QTest::newRow("the window is closed") << true;
+}
+
+void TestImportFlow::noNameIsAStop()
+{
+    QFETCH(bool, closed);
+    m_form->insertCard(Slot::SD, kThreePhotos);
+    m_form->driver.expect(kFolder, [closed](QDialog *dialog) {
+        if (closed) {
+            dialog->close();
+        } else {
+            QTest::keyClick(dialog, Qt::Key_Escape);
+        }
+    });
+    press(Slot::SD);
+    compareFailedRun({kResult, kFolder, kStop}, {kStopped});
+    QVERIFY(m_form->folders().isEmpty());
+}
+
+void TestImportFlow::anEmptyNameIsAName()
+{
+    m_form->insertCard(Slot::SD, kThreePhotos);
+    m_form->driver.expect(kFolder, enter(QStringLiteral("")));
+    press(Slot::SD);
+    QCOMPARE(m_form->folders(), QStringList{QStringLiteral("001")});
+    QCOMPARE(m_form->driver.texts().constLast(), lumi::copiedText(QStringLiteral("001"), 3));
+    QCOMPARE(treeOf(m_form->target(QStringLiteral("001"))), importableTree(m_form->card(Slot::SD)));
+}
+
+void TestImportFlow::theSameNameAgainIsNumbered()
+{
+    m_form->insertCard(Slot::SD, kThreePhotos);
+    press(Slot::SD);
+    press(Slot::SD);
+    press(Slot::SD);
+    QCOMPARE(m_form->folders(),
+             (QStringList{todaysFolder(), todaysFolder() + QStringLiteral("001"),
+                          todaysFolder() + QStringLiteral("002")}));
+    // The boxes name the folder that was really made.
+    QCOMPARE(m_form->driver.texts().constLast(),
+             lumi::copiedText(todaysFolder() + QStringLiteral("002"), 3));
+}
+
+void TestImportFlow::twoCardsUnderOneName()
+{
+    m_form->insertCard(Slot::SD, kThreePhotos, 100);
+    m_form->insertCard(Slot::CF, kThreePhotos, 200);
+    m_form->driver.expect(kFolder, enter(QStringLiteral("<i>trip</i>").remove(QLatin1Char('/'))));
+    m_form->driver.expect(kFolder, enter(QStringLiteral("<i>trip</i>").remove(QLatin1Char('/'))));
+    press(Slot::SD);
+    press(Slot::CF);
+    QCOMPARE(m_form->folders(),
+             (QStringList{QStringLiteral("<i>trip<i>"), QStringLiteral("<i>trip<i>001")}));
+    QCOMPARE(treeOf(m_form->target(QStringLiteral("<i>trip<i>"))),
+             importableTree(m_form->card(Slot::SD)));
+    QCOMPARE(treeOf(m_form->target(QStringLiteral("<i>trip<i>001"))),
+             importableTree(m_form->card(Slot::CF)));
+    // Shown as it is, not as rich text.
+    QVERIFY(m_form->driver.texts().constLast().contains(QStringLiteral("<i>trip<i>001")));
+}
+
+void TestImportFlow::aCardPulledWhileTheNameIsAsked()
+{
+    m_form->insertCard(Slot::SD, kThreePhotos);
+    m_form->driver.expect(kFolder, [this](QDialog *dialog) {
+        m_form->world.machine->removeCard(Slot::SD);
+        m_form->tellCardChange();
+        dialog->accept();
+    });
+    press(Slot::SD);
+    compareFailedRun({kResult, kFolder, kError}, {kAccess});
+    QVERIFY(m_form->folders().isEmpty());
+    QCoreApplication::processEvents();
+    QVERIFY(!m_form->sd->isEnabled());
+}
+
+void TestImportFlow::theStoreCantBeUsed_data()
+{
+    QTest::addColumn<QString>("cause");
+    QTest::addColumn<QString>("caption");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("it is gone") << QStringLiteral("gone") << kError << kThereWasAnError;
+    QTest::newRow("the name is none") << QStringLiteral("slash") << kError << kThereWasAnError;
+    QTest::newRow("the disk is full to the last KB")
+        << QStringLiteral("full") << kError << QStringLiteral("Out of space. Processing stopped.");
+}
+
+void TestImportFlow::theStoreCantBeUsed()
+{
+    QFETCH(QString, cause);
+    QFETCH(QString, caption);
+    QFETCH(QString, text);
+    m_form->insertCard(Slot::SD, kThreePhotos);
+    m_form->start();
+    if (cause == QLatin1String("gone")) {
+        QVERIFY(QDir(m_form->world.store).removeRecursively());
+    } else {
+        m_form->driver.expect(kFolder, enter(QStringLiteral("a/b")));
+    }
+    if (cause == QLatin1String("full")) {
+        m_form->setFreeKB(0);
+    }
+    press(Slot::SD);
+    // Nothing was copied: no report.
+    compareFailedRun({kResult, kFolder, caption}, {text});
+    QVERIFY(m_form->folders().isEmpty());
+}
+
+void TestImportFlow::aCancelBeforeTheFirstFileIsThrough_data()
+{
+    QTest::addColumn<bool>("atOnce");
+    QTest::newRow("as soon as the dialog is there") << true;
+    QTest::newRow("in the middle of the file") << false;
+}
+
+void TestImportFlow::aCancelBeforeTheFirstFileIsThrough()
+{
+    QFETCH(bool, atOnce);
+    m_form->insertCard(Slot::SD, kThreePhotos, 60000);
+    m_form->world.makeFolder(m_form->card(Slot::SD) + QStringLiteral("/dcim/empty"));
+    if (atOnce) {
+        m_form->driver.press(QStringLiteral("MyDialogProgressBar"), QStringLiteral("Cancel"));
+    } else {
+        m_form->whenInFile(QStringLiteral("a.jpg"), [] {
+            QVERIFY(ImportFixture::pressNow(QStringLiteral("Cancel")));
+        });
+    }
+    press(Slot::SD);
+    compareFailedRun({kResult, kFolder, kStop}, {QStringLiteral("Processing cancelled")});
+    QCOMPARE(m_form->driver.seen.constLast().icon, int(QMessageBox::Information));
+    // The folders stay.
+    QCOMPARE(treeOf(m_form->target(todaysFolder())),
+             (Tree{{QStringLiteral("dcim"), "folder"}, {QStringLiteral("dcim/empty"), "folder"}}));
+}
+
+void TestImportFlow::aCancelLaterHasAReport_data()
+{
+    QTest::addColumn<QString>("way");
+    QTest::newRow("the button") << QStringLiteral("button");
+    QTest::newRow("Escape") << QStringLiteral("escape");
+    QTest::newRow("the window is closed") << QStringLiteral("close");
+}
+
+void TestImportFlow::aCancelLaterHasAReport()
+{
+    QFETCH(QString, way);
+    m_form->insertCard(Slot::SD, kThreePhotos, 60000);
+    const Tree before = stateOf(m_form->card(Slot::SD));
+    m_form->whenInFile(QStringLiteral("c.jpg"), [way] {
+        QWidget *dialog = QApplication::activeModalWidget();
+        QVERIFY(dialog != nullptr);
+        if (way == QLatin1String("button")) {
+            QVERIFY(ImportFixture::pressNow(QStringLiteral("Cancel")));
+        } else if (way == QLatin1String("escape")) {
+            QTest::keyClick(dialog, Qt::Key_Escape);
+        } else {
+            dialog->close();
+        }
+        QVERIFY(!dialog->isVisible());
+    });
+    const QString report = reportText(1);
+    compareFailedRun({kResult, kFolder, kStop, kDone, kDetails, kDone}, {});
+    QCOMPARE(m_form->driver.texts().at(2), QStringLiteral("Processing cancelled"));
+    QCOMPARE(m_form->driver.texts().at(3), lumi::partlyCopiedText(todaysFolder(), 2));
+    QCOMPARE(report, QStringLiteral("c.jpg\n  CopyError : User cancellation\n"));
+    Tree expected = importableTree(m_form->card(Slot::SD));
+    expected.remove(QStringLiteral("dcim/c.jpg"));
+    QCOMPARE(treeOf(m_form->target(todaysFolder())), expected);
+    QCOMPARE(stateOf(m_form->card(Slot::SD)), before);
+}
+
+void TestImportFlow::aFullStoreIsAWarning()
+{
+    m_form->insertCard(Slot::SD, {QStringLiteral("a.jpg")}, 1000);
+    m_form->insertCard(Slot::SD, {QStringLiteral("b.jpg")}, 60000);
+    m_form->setFreeKB(20);
+    const lumi::test::FileSizeLimit limit(30000);
+    const QString report = reportText(1);
+    compareFailedRun({kResult, kFolder, kError, kDone, kDetails, kDone}, {});
+    QCOMPARE(m_form->driver.texts().at(2), QStringLiteral("Out of space. Processing stopped."));
+    QCOMPARE(m_form->driver.seen.at(4).icon, int(QMessageBox::Warning));
+    QCOMPARE(report, QStringLiteral("b.jpg\n  CopyError : Memory Full\n"));
+    QCOMPARE(treeOf(m_form->target(todaysFolder())).keys(), QStringList{QStringLiteral("a.jpg")});
+}
+
+void TestImportFlow::aMismatchInTheLastFileOnly()
+{
+    m_form->insertCard(Slot::SD, kThreePhotos, 60000);
+    std::unique_ptr<FileFaults> faults;
+    // A block that can't be read looks like the end of the file.
+    m_form->whenInFile(QStringLiteral("c.jpg"), [this, &faults] {
+        faults = std::make_unique<FileFaults>(m_form->card(Slot::SD), FileFaults::Reads, 0, EIO);
+    });
+    const QString report = reportText(1);
+    // No box before that of the report.
+    compareFailedRun({kResult, kFolder, kDone, kDetails, kDone}, {});
+    QCOMPARE(m_form->driver.texts().at(2), lumi::partlyCopiedText(todaysFolder(), 3));
+    QCOMPARE(report, QStringLiteral("c.jpg\n  CopyError : File Mismatch\n"));
+    QVERIFY(!QFile::exists(m_form->target(todaysFolder() + QStringLiteral("/dcim/c.jpg"))));
+}
+
+void TestImportFlow::aCardPulledDuringAFile()
+{
+    m_form->insertCard(Slot::SD, kThreePhotos, 60000);
+    std::unique_ptr<FileFaults> faults;
+    m_form->whenInFile(QStringLiteral("b.jpg"), [this, &faults] {
+        m_form->world.machine->removeCard(Slot::SD);
+        m_form->tellCardChange();
+        faults = std::make_unique<FileFaults>(m_form->card(Slot::SD),
+                                              FileFaults::Reads | FileFaults::Opens, 0, EIO,
+                                              FileFaults::Span::FromThenOn);
+    });
+    const QString report = reportText(2);
+    compareFailedRun({kResult, kFolder, kDone, kDetails, kDone}, {});
+    // The damaged one counts; the one that could not be opened doesn't.
+    QCOMPARE(m_form->driver.texts().at(2), lumi::partlyCopiedText(todaysFolder(), 2));
+    QVERIFY(report.startsWith(QStringLiteral("b.jpg\n  CopyError : File Mismatch\n")));
+    QVERIFY(report.endsWith(QStringLiteral("c.jpg\n  CopyError : Access Error\n")));
+    QCOMPARE(treeOf(m_form->target(todaysFolder())).keys(),
+             (QStringList{QStringLiteral("dcim"), QStringLiteral("dcim/a.jpg")}));
+    QCoreApplication::processEvents();
+    QVERIFY(!m_form->sd->isEnabled());
+}
+
+void TestImportFlow::aCardPulledBetweenFiles()
+{
+    m_form->insertCard(Slot::SD, kThreePhotos, 10);
+    m_form->when(
+        [this] {
+            return QFile::exists(m_form->target(todaysFolder() + QStringLiteral("/dcim/a.jpg")));
+        },
+        [this] {
+            QDir(m_form->card(Slot::SD) + QStringLiteral("/dcim")).removeRecursively();
+            m_form->world.machine->removeCard(Slot::SD);
+        });
+    m_form->driver.press(kDone, QStringLiteral("Exit"));
+    press(Slot::SD);
+    QCOMPARE(m_form->driver.captions().mid(0, 2), (QStringList{kResult, kFolder}));
+    QCOMPARE(m_form->driver.captions().constLast(), kDone);
+    const Tree made = treeOf(m_form->target(todaysFolder()));
+    for (auto it = made.begin(); it != made.end(); ++it) {
+        QVERIFY(it.value() == "folder" || it.value().size() == 4 + 10);
+    }
+    QVERIFY(!QFile::exists(m_form->target(todaysFolder() + QStringLiteral("/dcim/c.jpg"))));
+}
+
+void TestImportFlow::theReportComesAgainUntilExit()
+{
+    m_form->insertCard(Slot::SD, kThreePhotos, 60000);
+    m_form->whenInFile(QStringLiteral("b.jpg"), [] {
+        QVERIFY(ImportFixture::pressNow(QStringLiteral("Cancel")));
+    });
+    const QList<QByteArray> waysToClose{"reject", "close", "button"};
+    for (const QByteArray &way : waysToClose) {
+        m_form->driver.press(kDone, kDetails);
+        m_form->driver.expect(kDetails, [this, way](QDialog *dialog) {
+            QVERIFY(dialog->isModal());
+            QCOMPARE(dialog->parentWidget(), m_form->form.get());
+            QCOMPARE(dialog->layout()->contentsMargins(), QMargins(4, 4, 4, 4));
+            QCOMPARE(dialog->layout()->spacing(), 4);
+            const auto *browser = dialog->findChild<QTextBrowser *>();
+            QVERIFY(browser->width() >= 380);
+            QVERIFY(browser->height() >= 240);
+            if (way == "reject") {
+                QTest::keyClick(dialog, Qt::Key_Escape);
+            } else if (way == "close") {
+                dialog->close();
+            } else {
+                QVERIFY(lumi::test::DialogDriver::pressButton(dialog, QStringLiteral("Close")));
+            }
+        });
+    }
+    m_form->driver.expect(kDone, [](QDialog *dialog) {
+        dialog->close(); // counts as Exit
+    });
+    press(Slot::SD);
+    QCOMPARE(m_form->driver.captions(),
+             (QStringList{kResult, kFolder, kStop, kDone, kDetails, kDone, kDetails, kDone,
+                          kDetails, kDone}));
+    QCOMPARE(m_form->driver.seen.constLast().buttons,
+             (QStringList{kDetails, QStringLiteral("Exit")}));
+}
+
+void TestImportFlow::theBarIsNeverFull()
+{
+    m_form->insertCard(Slot::SD, kThreePhotos, 60000);
+    QList<int> values;
+    int total = 0;
+    m_form->driver.expect(QStringLiteral("MyDialogProgressBar"), [&](QDialog *dialog) {
+        auto *bar = dialog->findChild<QProgressBar *>();
+        total = bar->maximum();
+        connect(bar, &QProgressBar::valueChanged, this, [&values](int value) {
+            values.append(value);
+        });
+    });
+    press(Slot::SD);
+    QCOMPARE(total, 5);
+    QCOMPARE(values, (QList<int>{0, 1, 2, 3, 4}));
+}
+
+void TestImportFlow::whateverIsThrownEndsInAMessage()
+{
+    m_form->insertCard(Slot::SD, kThreePhotos);
+    m_form->start();
+    int calls = 0;
+    m_form->world.machine->diskAt = [&calls](const QByteArray &) -> DiskFigures {
+        if (++calls == 1) {
+            throw std::runtime_error("no answer");
+        }
+        return {1024, 1 << 20, 1 << 20, true};
+    };
+    press(Slot::SD);
+    compareFailedRun({kError}, {kThereWasAnError});
+    QCOMPARE(m_form->driver.seen.constLast().icon, int(QMessageBox::Critical));
+    QVERIFY(calls >= 2); // the labels are written again
+    press(Slot::SD);
+    QCOMPARE(m_form->driver.captions().constLast(), kDone);
+}
+
+void TestImportFlow::aSecondPressWhileItRuns_data()
+{
+    QTest::addColumn<QString>("dialog");
+    QTest::newRow("in the search") << QStringLiteral("MyDialogWait");
+    QTest::newRow("at the question") << kResult;
+    QTest::newRow("at the name") << kFolder;
+    QTest::newRow("in the copy") << QStringLiteral("MyDialogProgressBar");
+    QTest::newRow("at the end") << kDone;
+}
+
+void TestImportFlow::aSecondPressWhileItRuns()
+{
+    QFETCH(QString, dialog);
+    m_form->insertCard(Slot::SD, kThreePhotos);
+    m_form->insertCard(Slot::CF, kThreePhotos);
+    m_form->driver.expect(dialog, [this](QDialog *shown) {
+        const qsizetype before = m_form->driver.seen.size();
+        m_form->form->btn_cf_clicked();
+        m_form->form->menu_import_sd();
+        m_form->form->menu_option_help();
+        m_form->form->menu_option_version();
+        QVERIFY(!m_form->form->canClose());
+        QCOMPARE(m_form->driver.seen.size(), before);
+        if (!shown->inherits("MyDialogWait") && !shown->inherits("MyDialogProgressBar")) {
+            auto *box = qobject_cast<QMessageBox *>(shown);
+            if (box != nullptr) {
+                box->buttons().constFirst()->click();
+            } else {
+                shown->accept();
+            }
+        }
+    });
+    press(Slot::SD);
+    QCOMPARE(m_form->driver.captions(), (QStringList{kResult, kFolder, kDone}));
+    QCOMPARE(m_form->folders(), QStringList{todaysFolder()});
+}
+
+void TestImportFlow::nothingGetsThroughBehindACancelledDialog()
+{
+    m_form->insertCard(Slot::SD, kThreePhotos, 60000);
+    m_form->insertCard(Slot::CF, kThreePhotos, 60000);
+    m_form->whenInFile(QStringLiteral("b.jpg"), [this] {
+        QVERIFY(ImportFixture::pressNow(QStringLiteral("Cancel")));
+        // The dialog is gone and the buttons are free, but the work hasn't stopped yet.
+        QVERIFY(QApplication::activeModalWidget() == nullptr);
+        QTest::mouseClick(m_form->cf, Qt::LeftButton);
+        QTest::keyClick(m_form->sd, Qt::Key_Return);
+        QVERIFY(!m_form->form->canClose());
+        QVERIFY(m_form->form->isBusy());
+    });
+    m_form->driver.press(kDone, QStringLiteral("Exit"));
+    press(Slot::SD);
+    QCOMPARE(m_form->driver.captions(), (QStringList{kResult, kFolder, kStop, kDone}));
+    QCOMPARE(m_form->folders(), QStringList{todaysFolder()});
+}
+
+void TestImportFlow::aCardPulledUnderADialogGraysItsButtonAfterwards()
+{
+    m_form->insertCard(Slot::SD, kThreePhotos);
+    m_form->driver.expect(kDone, [this](QDialog *dialog) {
+        m_form->world.machine->removeCard(Slot::SD);
+        m_form->tellCardChange();
+        QVERIFY(m_form->sd->isEnabled());
+        dialog->accept();
+    });
+    press(Slot::SD);
+    QCoreApplication::processEvents();
+    QVERIFY(!m_form->sd->isEnabled());
+    QVERIFY(m_form->driver.texts().constLast().contains(todaysFolder()));
+}
+
+void TestImportFlow::theLabelsRestUntilTheEnd()
+{
+    m_form->insertCard(Slot::SD, kThreePhotos);
+    m_form->setFreeKB(40000);
+    m_form->start();
+    m_form->driver.expect(kDone, [this](QDialog *dialog) {
+        m_form->setFreeKB(30000);
+        QTest::qWait(5300); // longer than a tick of the form's clock
+        QCOMPARE(m_form->memory->text(), lumi::memoryText(40000));
+        dialog->accept();
+    });
+    press(Slot::SD);
+    QCOMPARE(m_form->memory->text(), lumi::memoryText(30000));
+}
+
+void TestImportFlow::theFormWorksAfterEveryWayOut()
+{
+    m_form->insertCard(Slot::SD, kThreePhotos, 60000);
+    m_form->driver.press(kResult, QStringLiteral("No"));
+    press(Slot::SD);
+    m_form->driver.expect(kFolder, [](QDialog *dialog) {
+        dialog->reject();
+    });
+    press(Slot::SD);
+    m_form->driver.press(QStringLiteral("MyDialogProgressBar"), QStringLiteral("Cancel"));
+    press(Slot::SD);
+    m_form->world.machine->powerStatus = PowerStatus(PowerStatus::Offline, 5);
+    press(Slot::SD);
+    m_form->world.machine->powerStatus = PowerStatus(PowerStatus::Online, 5);
+    m_form->driver.seen.clear();
+    press(Slot::SD);
+    QCOMPARE(m_form->driver.captions(), (QStringList{kResult, kFolder, kDone}));
+    // The folder of the cancelled run holds the first name.
+    const QString made = todaysFolder() + QStringLiteral("001");
+    QCOMPARE(treeOf(m_form->target(made)), importableTree(m_form->card(Slot::SD)));
+}
+
+LUMI_TEST(TestImportFlow)
+#include "TestImportFlow.moc"

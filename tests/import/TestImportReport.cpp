@@ -1,0 +1,101 @@
+// SPDX-License-Identifier: MIT
+#include "import/importReport.h"
+#include "tests/support/TestMain.h"
+
+#include <QTest>
+#include <QTextDocument>
+
+using lumi::ImportKind;
+
+Q_DECLARE_METATYPE(lumi::ImportKind)
+
+class TestImportReport : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void everyKindHasItsWord_data();
+    void everyKindHasItsWord();
+    void kindsHaveTheirNumbers();
+    void blocksAreRuledOff();
+    void namesAreShownAsTheyAre_data();
+    void namesAreShownAsTheyAre();
+    void theReportIsNeverCut();
+};
+
+void TestImportReport::everyKindHasItsWord_data()
+{
+    QTest::addColumn<ImportKind>("kind");
+    QTest::addColumn<QString>("word");
+    QTest::newRow("done") << ImportKind::Done << QString();
+    QTest::newRow("cancelled") << ImportKind::Cancelled << QStringLiteral("User cancellation");
+    QTest::newRow("full") << ImportKind::MemoryFull << QStringLiteral("Memory Full");
+    QTest::newRow("card") << ImportKind::CardAccess << QStringLiteral("Access Error");
+    QTest::newRow("access") << ImportKind::AccessFailure << QStringLiteral("Access Error");
+    QTest::newRow("mismatch") << ImportKind::Mismatch << QStringLiteral("File Mismatch");
+}
+
+void TestImportReport::everyKindHasItsWord()
+{
+    QFETCH(ImportKind, kind);
+    QFETCH(QString, word);
+    QCOMPARE(lumi::failureWord(kind), word);
+    // "Copy" and "Error" stand together.
+    QCOMPARE(lumi::withErrorBlock(QString(), QStringLiteral("/card/dcim/a.jpg"), kind),
+             QString(QStringLiteral("a.jpg<br>&nbsp;&nbsp;CopyError&nbsp;:&nbsp;") + word
+                     + QStringLiteral("<br>")));
+}
+
+void TestImportReport::kindsHaveTheirNumbers()
+{
+    QCOMPARE(static_cast<int>(ImportKind::Done), 0);
+    QCOMPARE(static_cast<int>(ImportKind::Cancelled), 1);
+    QCOMPARE(static_cast<int>(ImportKind::MemoryFull), 2);
+    QCOMPARE(static_cast<int>(ImportKind::CardAccess), 3);
+    QCOMPARE(static_cast<int>(ImportKind::AccessFailure), 4);
+    QCOMPARE(static_cast<int>(ImportKind::Mismatch), 5);
+}
+
+void TestImportReport::blocksAreRuledOff()
+{
+    const QString one
+        = lumi::withErrorBlock(QString(), QStringLiteral("/c/a.jpg"), ImportKind::Mismatch);
+    const QString two
+        = lumi::withErrorBlock(one, QStringLiteral("/c/b.jpg"), ImportKind::AccessFailure);
+    QCOMPARE(two,
+             QString(one
+                     + QStringLiteral("<hr>b.jpg<br>&nbsp;&nbsp;CopyError&nbsp;:&nbsp;"
+                                      "Access Error<br>")));
+}
+
+void TestImportReport::namesAreShownAsTheyAre_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::newRow("tags") << QStringLiteral("<b>bold<br>.jpg");
+    QTest::newRow("an image") << QStringLiteral("<img src=x>.jpg");
+    QTest::newRow("entities") << QStringLiteral("a&amp;b & \"c\".jpg");
+    QTest::newRow("other scripts") << QString::fromUtf8("写真 Ä.jpg");
+}
+
+void TestImportReport::namesAreShownAsTheyAre()
+{
+    QFETCH(QString, name);
+    QTextDocument document;
+    document.setHtml(
+        lumi::withErrorBlock(QString(), QStringLiteral("/card/") + name, ImportKind::Mismatch));
+    QCOMPARE(document.toPlainText().section(QLatin1Char('\n'), 0, 0), name);
+}
+
+void TestImportReport::theReportIsNeverCut()
+{
+    QString report;
+    for (int i = 0; i < 3000; ++i) {
+        report = lumi::withErrorBlock(report, QString::asprintf("/c/IMG_%04d.jpg", i),
+                                      ImportKind::Mismatch);
+    }
+    QCOMPARE(report.count(QStringLiteral("File Mismatch")), qsizetype(3000));
+    QCOMPARE(report.count(QStringLiteral("<hr>")), qsizetype(2999));
+}
+
+LUMI_TEST(TestImportReport)
+#include "TestImportReport.moc"

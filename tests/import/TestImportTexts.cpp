@@ -1,0 +1,198 @@
+// SPDX-License-Identifier: MIT
+#include "import/importTexts.h"
+#include "tests/support/TestMain.h"
+
+#include <QDate>
+#include <QTest>
+
+#include <climits>
+
+class TestImportTexts : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void digitsAreGrouped_data();
+    void digitsAreGrouped();
+    void theMemoryStandsInAField_data();
+    void theMemoryStandsInAField();
+    void memoryIsLowBelowTenMegabytes_data();
+    void memoryIsLowBelowTenMegabytes();
+    void cardsThatFit_data();
+    void cardsThatFit();
+    void roomHasAMargin_data();
+    void roomHasAMargin();
+    void photosAreCountedByName();
+    void theFoundLineNamesPlaceCountAndSize_data();
+    void theFoundLineNamesPlaceCountAndSize();
+    void theFolderHasTheDaysName_data();
+    void theFolderHasTheDaysName();
+    void namesAreNoPlaceholders();
+};
+
+void TestImportTexts::digitsAreGrouped_data()
+{
+    QTest::addColumn<int>("number");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("none") << 0 << QStringLiteral("0");
+    QTest::newRow("three digits") << 999 << QStringLiteral("999");
+    QTest::newRow("four digits") << 1000 << QStringLiteral("1,000");
+    QTest::newRow("six digits") << 123456 << QStringLiteral("123,456");
+    QTest::newRow("seven digits") << 1234567 << QStringLiteral("1,234,567");
+    QTest::newRow("the most there is") << INT_MAX << QStringLiteral("2,147,483,647");
+    QTest::newRow("a failed query") << -1 << QStringLiteral("-1");
+    QTest::newRow("no comma behind the sign") << -123 << QStringLiteral("-123");
+}
+
+void TestImportTexts::digitsAreGrouped()
+{
+    QFETCH(int, number);
+    QFETCH(QString, text);
+    QCOMPARE(lumi::groupedNumber(number), text);
+}
+
+void TestImportTexts::theMemoryStandsInAField_data()
+{
+    QTest::addColumn<int>("freeKB");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("short") << 0 << QStringLiteral("Available Memory                  0KB");
+    QTest::newRow("usual") << 61440 << QStringLiteral("Available Memory             61,440KB");
+    QTest::newRow("as wide as the field")
+        << 123456789 << QStringLiteral("Available Memory        123,456,789KB");
+    QTest::newRow("wider") << INT_MAX << QStringLiteral("Available Memory        2,147,483,647KB");
+    QTest::newRow("a failed query")
+        << -1 << QStringLiteral("Available Memory                 -1KB");
+}
+
+void TestImportTexts::theMemoryStandsInAField()
+{
+    QFETCH(int, freeKB);
+    QFETCH(QString, text);
+    QCOMPARE(lumi::memoryText(freeKB), text);
+}
+
+void TestImportTexts::memoryIsLowBelowTenMegabytes_data()
+{
+    QTest::addColumn<int>("freeKB");
+    QTest::addColumn<bool>("low");
+    QTest::newRow("exactly") << 10240 << false;
+    QTest::newRow("below") << 10239 << true;
+    QTest::newRow("a failed query") << -1 << true;
+}
+
+void TestImportTexts::memoryIsLowBelowTenMegabytes()
+{
+    QFETCH(int, freeKB);
+    QFETCH(bool, low);
+    QCOMPARE(lumi::isMemoryLow(freeKB), low);
+}
+
+void TestImportTexts::cardsThatFit_data()
+{
+    QTest::addColumn<int>("freeKB");
+    QTest::addColumn<QStringList>("counts");
+    const auto row = [](const char *a, const char *b, const char *c, const char *d) {
+        return QStringList{QLatin1String(a), QLatin1String(b), QLatin1String(c), QLatin1String(d)};
+    };
+    QTest::newRow("no room") << 0 << row("   0", "   0", "   0", "   0");
+    QTest::newRow("a failed query") << -1 << row("   0", "   0", "   0", "   0");
+    QTest::newRow("one short of the smallest") << 65535 << row("   0", "   0", "   0", "   0");
+    QTest::newRow("the smallest") << 65536 << row("   1", "   0", "   0", "   0");
+    QTest::newRow("one of the largest") << 524288 << row("   8", "   4", "   2", "   1");
+    QTest::newRow("wider than the field") << INT_MAX << row("32767", "16383", "8191", "4095");
+}
+
+void TestImportTexts::cardsThatFit()
+{
+    QFETCH(int, freeKB);
+    QFETCH(QStringList, counts);
+    QCOMPARE(lumi::capacityText(freeKB),
+             QString(QStringLiteral("The quantity on the card that can be imported:  \n"
+                                    "    64MB Card          ")
+                     + counts.at(0) + QStringLiteral("      128MB Card          ") + counts.at(1)
+                     + QStringLiteral("   \n   256MB Card          ") + counts.at(2)
+                     + QStringLiteral("      512MB Card          ") + counts.at(3)
+                     + QStringLiteral("   ")));
+}
+
+void TestImportTexts::roomHasAMargin_data()
+{
+    QTest::addColumn<int>("bytes");
+    QTest::addColumn<int>("freeKB");
+    QTest::addColumn<bool>("mayNotFit");
+    QTest::newRow("just enough") << 100 * 1024 << 10340 << false;
+    QTest::newRow("one short") << 100 * 1024 << 10339 << true;
+    QTest::newRow("a part of a KB counts for nothing") << 101 * 1024 - 1 << 10340 << false;
+    QTest::newRow("a failed query") << 1 << -1 << true;
+    QTest::newRow("a sum that has wrapped round") << -2048 << 10238 << false;
+    QTest::newRow("and is one short") << -2048 << 10237 << true;
+    QTest::newRow("negative parts are rounded toward zero") << -2047 << 10239 << false;
+    QTest::newRow("the most there is") << INT_MAX << INT_MAX << false;
+}
+
+void TestImportTexts::roomHasAMargin()
+{
+    QFETCH(int, bytes);
+    QFETCH(int, freeKB);
+    QFETCH(bool, mayNotFit);
+    QCOMPARE(lumi::mayNotFit(bytes, freeKB), mayNotFit);
+}
+
+void TestImportTexts::photosAreCountedByName()
+{
+    QCOMPARE(lumi::photoCount({}), 0);
+    QCOMPARE(lumi::photoCount({QStringLiteral("/a/x.jpg"), QStringLiteral("/a/x.JPEG"),
+                               QStringLiteral("/a/x.b.JpG"), QStringLiteral("/a.jpg/x.mov"),
+                               QStringLiteral("/a.jpg/noextension"), QStringLiteral("/a/x.jpg.tmp"),
+                               QStringLiteral("/a/.jpg"), QStringLiteral("/a/xjpg"),
+                               QStringLiteral("/a/x.jpe")}),
+             4);
+}
+
+void TestImportTexts::theFoundLineNamesPlaceCountAndSize_data()
+{
+    QTest::addColumn<int>("bytes");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("whole KB") << 5 * 1024
+                              << QStringLiteral("5KB of data in 3 was detected in SD Card");
+    QTest::newRow("rounded toward zero")
+        << 6 * 1024 - 1 << QStringLiteral("5KB of data in 3 was detected in SD Card");
+    QTest::newRow("negative, rounded toward zero")
+        << -(6 * 1024 - 1) << QStringLiteral("-5KB of data in 3 was detected in SD Card");
+}
+
+void TestImportTexts::theFoundLineNamesPlaceCountAndSize()
+{
+    QFETCH(int, bytes);
+    QFETCH(QString, text);
+    QCOMPARE(lumi::foundText(QStringLiteral("SD Card"), 3, bytes), text);
+}
+
+void TestImportTexts::theFolderHasTheDaysName_data()
+{
+    QTest::addColumn<QDate>("date");
+    QTest::addColumn<QString>("name");
+    QTest::newRow("padded") << QDate(2026, 3, 4) << QStringLiteral("20260304_");
+    QTest::newRow("long") << QDate(2026, 12, 31) << QStringLiteral("20261231_");
+}
+
+void TestImportTexts::theFolderHasTheDaysName()
+{
+    QFETCH(QDate, date);
+    QFETCH(QString, name);
+    QCOMPARE(lumi::defaultFolderName(date), name);
+}
+
+void TestImportTexts::namesAreNoPlaceholders()
+{
+    QCOMPARE(lumi::copiedText(QStringLiteral("50%2"), 7),
+             QStringLiteral("All data on the card which has 7 was copied to the 50%2 subfolder of "
+                            "\"Photo_Files\"."));
+    QCOMPARE(lumi::partlyCopiedText(QStringLiteral("%1"), 7),
+             QStringLiteral("All data on the card which has 7 was copied to the %1 subfolder of "
+                            "\"Photo_Files\".\n\nAn error occurred while copying. [please verify "
+                            "with error details]"));
+}
+
+LUMI_TEST(TestImportTexts)
+#include "TestImportTexts.moc"
