@@ -61,9 +61,9 @@ void MyMultiLineEdit::keyPressEvent(QKeyEvent *event)
                            filterText(event->text()), event->isAutoRepeat(),
                            static_cast<quint16>(event->count()));
         QMultiLineEdit::keyPressEvent(&filtered);
-        return;
+    } else {
+        QMultiLineEdit::keyPressEvent(event);
     }
-    QMultiLineEdit::keyPressEvent(event);
     if (isControl(event, Qt::Key_C) || isControl(event, Qt::Key_X)) {
         tellPasteAvailable();
     }

@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: MIT
+// Answers every message box as soon as it is up and notes what it said.
+#pragma once
+
+#include <QList>
+#include <QMessageBox>
+#include <QObject>
+
+namespace lumi::test {
+
+class BoxKeeper : public QObject
+{
+    Q_OBJECT
+
+public:
+    struct Box
+    {
+        QMessageBox::Icon icon;
+        QString title;
+        QString text;
+        QMessageBox::StandardButtons buttons;
+        QMessageBox::StandardButton defaultButton;
+        const QWidget *parent;
+        bool duringWait; ///< a wait dialog was up as well
+    };
+
+    BoxKeeper();
+
+    QList<Box> boxes;
+    /// Is clicked. NoButton closes the box; a key in place of it presses that key.
+    QMessageBox::StandardButton answer = QMessageBox::Ok;
+    int key = 0;
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void note(const QMessageBox *box);
+    void dismiss(QMessageBox *box) const;
+};
+
+} // namespace lumi::test

@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: MIT
+#include "tests/exif/ui/CallCounter.h"
+
+#include <QByteArray>
+#include <QFile>
+
+#include <cstdarg>
+#include <new>
+#include <set>
+
+#include <dlfcn.h>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace {
+
+QByteArray countedPath;
+int openCalls = 0;
+int readCalls = 0;
+bool arraysFail = false;
+
+std::set<int> &countedFiles()
+{
+    static std::set<int> files;
+    return files;
+}
+
+template <class Function> Function *original(const char *name)
+{
+    return reinterpret_cast<Function *>(::dlsym(RTLD_NEXT, name));
+}
+
+} // namespace
+
+extern "C" {
+
+int open64(const char *path, int flags, ...) // NOLINT(cert-dcl50-cpp): as the C library has it
+{
+    static auto *kReal = original<int(const char *, int, ...)>("open64");
+    std::va_list arguments;
+    va_start(arguments, flags);
+    const mode_t mode = (flags & O_CREAT) != 0 ? va_arg(arguments, mode_t) : 0;
+    va_end(arguments);
+    const int file = kReal(path, flags, mode);
+    if (!countedPath.isEmpty()) {
+        countedFiles().erase(file);
+        if (countedPath == path) {
+            ++openCalls;
+            countedFiles().insert(file);
+        }
+    }
+    return file;
+}
+
+ssize_t read(int file, void *bytes, size_t size)
+{
+    static auto *kReal = original<ssize_t(int, void *, size_t)>("read");
+    if (!countedPath.isEmpty() && countedFiles().count(file) > 0) {
+        ++readCalls;
+    }
+    return kReal(file, bytes, size);
+}
+}
+
+void *operator new[](std::size_t size, const std::nothrow_t & /*tag*/) noexcept
+{
+    return arraysFail ? nullptr : ::operator new[](size);
+}
+
+namespace lumi::test {
+
+CallCounter::CallCounter(const QString &path)
+{
+    countedPath = QFile::encodeName(path);
+    openCalls = 0;
+    readCalls = 0;
+    countedFiles().clear();
+}
+
+CallCounter::~CallCounter()
+{
+    countedPath.clear();
+}
+
+int CallCounter::opens() const
+{
+    return openCalls;
+}
+
+int CallCounter::reads() const
+{
+    return readCalls;
+}
+
+NoMemory::NoMemory()
+{
+    arraysFail = true;
+}
+
+NoMemory::~NoMemory()
+{
+    arraysFail = false;
+}
+
+} // namespace lumi::test

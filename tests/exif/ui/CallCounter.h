@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+// How often a file is opened and read by the toolkit, and memory that cannot be had: this
+// program's own versions of these calls stand before those of the libraries.
+#pragma once
+
+#include <QString>
+
+namespace lumi::test {
+
+/// Counts from its making to its end. One at a time.
+class CallCounter
+{
+public:
+    explicit CallCounter(const QString &path);
+    ~CallCounter();
+    CallCounter(const CallCounter &) = delete;
+    CallCounter &operator=(const CallCounter &) = delete;
+
+    [[nodiscard]] int opens() const;
+    /// Of what was opened since the counter was made.
+    [[nodiscard]] int reads() const;
+};
+
+/// While it lives, arrays that are asked for without exceptions cannot be had.
+class NoMemory
+{
+public:
+    NoMemory();
+    ~NoMemory();
+    NoMemory(const NoMemory &) = delete;
+    NoMemory &operator=(const NoMemory &) = delete;
+};
+
+} // namespace lumi::test

@@ -1,0 +1,283 @@
+// SPDX-License-Identifier: MIT
+// The info panel in the browser form, and the editor that opens from it.
+#include "exif/ui/FormExif.h"
+#include "exif/ui/MyImageWidget.h"
+#include "exif/ui/MyMultiLineEdit.h"
+#include "tests/files/FormFixture.h"
+#include "tests/support/ExifBuilder.h"
+#include "tests/support/TestMain.h"
+#include "views/FPVPictureView.h"
+#include "widgets/MyDialogWait.h"
+
+#include <QApplication>
+#include <QPushButton>
+#include <QTest>
+#include <QTextBrowser>
+#include <QTimer>
+
+#include <functional>
+
+using lumi::test::ExifBuilder;
+using lumi::test::FormFixture;
+
+namespace {
+
+/// Does something as soon as a window of that class is up, each time.
+template <class Window> class Visitor : public QObject
+{
+public:
+    explicit Visitor(std::function<void(Window *)> visit)
+        : m_visit(std::move(visit))
+    {
+        qApp->installEventFilter(this);
+    }
+
+    int visits = 0;
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        auto *window = qobject_cast<Window *>(watched);
+        if (event->type() == QEvent::Show && window != nullptr) {
+            ++visits;
+            m_visit(window);
+        }
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    std::function<void(Window *)> m_visit;
+};
+
+} // namespace
+
+class TestFormFilePanel : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+
+    void cleanup() { m_form.reset(); }
+
+    void isHiddenInTheOtherModes();
+    void itShowsTheItemAtTheCursor();
+    void itFollowsTheCursor();
+    void aFolderIsNoItem();
+    void withoutACursorThereIsNoItem();
+    void theOtherModesForgetTheItem();
+    void theFormIsBusyWhileAPhotoIsRead();
+    void aTapOnThePictureOpensIt();
+    void theButtonOpensTheEditor();
+    void afterASaveThePanelReadsThePhotoAnew();
+    void theEditorMayOutliveTheItem();
+    void withoutACursorNoEditorOpens();
+
+private:
+    void startInInfoMode(int cells);
+    [[nodiscard]] QString shown() const;
+
+    [[nodiscard]] QString panelText() const
+    {
+        return m_panel->findChild<QTextBrowser *>()->toPlainText();
+    }
+
+    std::unique_ptr<FormFixture> m_form;
+    MyImageWidget *m_panel = nullptr;
+};
+
+void TestFormFilePanel::init()
+{
+    m_form.reset(new FormFixture);
+    m_form->world.makeFolder(QStringLiteral("dir"));
+    for (const char *name : {"a.jpg", "b.jpg"}) {
+        ExifBuilder photo;
+        photo.ascii(ExifListKind::Ifd0, 0x010F, QByteArray("Maker of ") + name)
+            .photo(ExifBuilder::jpeg(80, 60, 0x4080C0));
+        QVERIFY(photo.write(m_form->world.path(QLatin1String(name))));
+    }
+}
+
+void TestFormFilePanel::startInInfoMode(int cells)
+{
+    m_form->start();
+    m_panel = m_form->form->findChild<MyImageWidget *>();
+    QVERIFY(m_form->waitForCells(cells));
+    m_form->form->menu_disp_DispDetail();
+    QVERIFY(m_form->waitForCells(cells));
+}
+
+/// The name of the photo in the panel.
+QString TestFormFilePanel::shown() const
+{
+    const FPVItemImage *item = m_panel->picture()->item();
+    return item != nullptr ? item->fileName() : QString();
+}
+
+void TestFormFilePanel::isHiddenInTheOtherModes()
+{
+    m_form->start();
+    m_panel = m_form->form->findChild<MyImageWidget *>();
+    QVERIFY(!m_panel->isVisible());
+    m_form->form->menu_disp_DispDetail();
+    QVERIFY(m_panel->isVisible());
+    m_form->form->menu_disp_ThumbnailSmall();
+    QVERIFY(!m_panel->isVisible());
+}
+
+void TestFormFilePanel::itShowsTheItemAtTheCursor()
+{
+    m_form->start();
+    QVERIFY(m_form->waitForCells(3));
+    m_form->tap(QStringLiteral("b.jpg"));
+    m_form->form->menu_disp_DispDetail();
+    m_panel = m_form->form->findChild<MyImageWidget *>();
+    QCOMPARE(shown(), QStringLiteral("b.jpg"));
+    QVERIFY(m_panel->findChild<QPushButton *>()->isEnabled());
+}
+
+void TestFormFilePanel::itFollowsTheCursor()
+{
+    startInInfoMode(3);
+    m_form->tap(QStringLiteral("a.jpg"));
+    QCOMPARE(shown(), QStringLiteral("a.jpg"));
+    QVERIFY(panelText().contains(QStringLiteral("Maker\u00A0of\u00A0a.jpg"))
+            || panelText().contains(QStringLiteral("Maker of a.jpg")));
+    m_form->view->setFocus();
+    QTest::keyClick(m_form->view, Qt::Key_Right);
+    QCOMPARE(shown(), QStringLiteral("b.jpg"));
+    QCOMPARE(m_form->status->text(), QStringLiteral("b"));
+}
+
+void TestFormFilePanel::aFolderIsNoItem()
+{
+    startInInfoMode(3);
+    m_form->tap(QStringLiteral("a.jpg"));
+    m_form->view->setFocus();
+    QTest::keyClick(m_form->view, Qt::Key_Left);
+    QCOMPARE(m_form->status->text(), QStringLiteral("dir"));
+    QCOMPARE(shown(), QString());
+    QVERIFY(panelText().isEmpty());
+}
+
+void TestFormFilePanel::withoutACursorThereIsNoItem()
+{
+    startInInfoMode(3);
+    QCOMPARE(m_form->view->currentIndex(), -1);
+    QCOMPARE(shown(), QString());
+    QVERIFY(!m_panel->findChild<QPushButton *>()->isEnabled());
+    QVERIFY(!m_panel->findChild<QComboBox *>()->isEnabled());
+}
+
+void TestFormFilePanel::theOtherModesForgetTheItem()
+{
+    startInInfoMode(3);
+    m_form->tap(QStringLiteral("a.jpg"));
+    m_form->form->menu_disp_ThumbnailLarge();
+    QCOMPARE(shown(), QString());
+    QVERIFY(m_form->waitForCells(3));
+    m_form->tap(QStringLiteral("b.jpg"));
+    QCOMPARE(shown(), QString());
+}
+
+void TestFormFilePanel::theFormIsBusyWhileAPhotoIsRead()
+{
+    startInInfoMode(3);
+    bool wasBusy = false;
+    const Visitor<MyDialogWait> waits([this, &wasBusy](MyDialogWait *dialog) {
+        wasBusy = m_form->form->isBusy();
+        QCOMPARE(dialog->parentWidget(), &m_form->window);
+    });
+    m_form->tap(QStringLiteral("a.jpg"));
+    QCOMPARE(waits.visits, 1);
+    QVERIFY(wasBusy);
+    QVERIFY(!m_form->form->isBusy());
+}
+
+void TestFormFilePanel::aTapOnThePictureOpensIt()
+{
+    startInInfoMode(3);
+    m_form->tap(QStringLiteral("a.jpg"));
+    int opened = 0;
+    QTimer closer;
+    connect(&closer, &QTimer::timeout, this, [&opened] {
+        if (QWidget *window = QApplication::activeModalWidget()) {
+            opened += window->isVisible() ? 1 : 0;
+            window->close();
+        }
+    });
+    closer.start(50);
+    QTest::mouseClick(m_panel->picture(), Qt::LeftButton);
+    QVERIFY(opened > 0);
+}
+
+void TestFormFilePanel::theButtonOpensTheEditor()
+{
+    startInInfoMode(3);
+    m_form->tap(QStringLiteral("b.jpg"));
+    const QPointer<FPVThumbnailItem> cell = m_form->cell(QStringLiteral("b.jpg"));
+    const Visitor<FormExif> editors([&](FormExif *editor) {
+        QCOMPARE(editor->parentWidget(), m_form->form.get());
+        QCOMPARE(editor->windowTitle(), QStringLiteral("b"));
+        QVERIFY(m_form->form->isBusy());
+        QTimer::singleShot(0, editor, [&, editor] {
+            // Nothing of the photo stays in use meanwhile.
+            QCOMPARE(shown(), QString());
+            QVERIFY(!cell || !cell->isVisible());
+            editor->close();
+        });
+    });
+    QTest::mouseClick(m_panel->findChild<QPushButton *>(), Qt::LeftButton);
+    QCOMPARE(editors.visits, 1);
+    QVERIFY(!m_form->form->isBusy());
+    QCOMPARE(shown(), QStringLiteral("b.jpg"));
+    QVERIFY(m_form->waitForCells(3));
+    QVERIFY(m_form->cell(QStringLiteral("b.jpg"))->isVisible());
+    QCOMPARE(m_form->view->currentIndex(), 2);
+}
+
+void TestFormFilePanel::afterASaveThePanelReadsThePhotoAnew()
+{
+    startInInfoMode(3);
+    m_form->tap(QStringLiteral("a.jpg"));
+    QVERIFY(!panelText().contains(QStringLiteral("Jo")));
+    const Visitor<FormExif> editors([](FormExif *editor) {
+        QTimer::singleShot(0, editor, [editor] {
+            editor->findChild<MyMultiLineEdit *>()->setText(QStringLiteral("Jo"));
+            editor->menu_edit_save();
+        });
+    });
+    m_form->form->btn_edit_clicked();
+    QCOMPARE(editors.visits, 1);
+    QVERIFY(panelText().contains(QStringLiteral("Jo")));
+    QCOMPARE(shown(), QStringLiteral("a.jpg"));
+}
+
+void TestFormFilePanel::theEditorMayOutliveTheItem()
+{
+    startInInfoMode(3);
+    m_form->tap(QStringLiteral("a.jpg"));
+    const Visitor<FormExif> editors([this](FormExif *editor) {
+        QTimer::singleShot(0, editor, [this, editor] {
+            m_form->view->reload(m_form->world.path(QStringLiteral("dir")));
+            editor->close();
+        });
+    });
+    m_form->form->btn_edit_clicked();
+    QCOMPARE(editors.visits, 1);
+    QCOMPARE(shown(), QString());
+    QVERIFY(m_form->waitForCells(0));
+}
+
+void TestFormFilePanel::withoutACursorNoEditorOpens()
+{
+    startInInfoMode(3);
+    const Visitor<FormExif> editors([](FormExif *editor) {
+        editor->close();
+    });
+    m_form->form->btn_edit_clicked();
+    QCOMPARE(editors.visits, 0);
+}
+
+LUMI_TEST(TestFormFilePanel)
+#include "TestFormFilePanel.moc"
