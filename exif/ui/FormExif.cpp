@@ -336,6 +336,8 @@ void FormExif::tellFailure(SaveResult result)
     QMessageBox::critical(this, msg(lumi::MsgError), isKnown ? msg(row->text) : QString());
     if (isKnown && row->field >= 0) {
         m_tabs->setCurrentIndex(lumi::kPositionPage);
+        // Without a window manager nobody gives the window its focus back.
+        activateWindow();
         m_edits.at(static_cast<std::size_t>(row->field))->setFocus();
     }
 }

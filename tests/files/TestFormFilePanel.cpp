@@ -11,8 +11,10 @@
 
 #include <QApplication>
 #include <QPushButton>
+#include <QTabWidget>
 #include <QTest>
 #include <QTextBrowser>
+#include <QThread>
 #include <QTimer>
 
 #include <functional>
@@ -48,6 +50,18 @@ protected:
 private:
     std::function<void(Window *)> m_visit;
 };
+
+/// Takes the steps once the editor's own loop runs, not while its window is still made.
+void whenRunning(FormExif *editor, const std::function<void()> &steps)
+{
+    QTimer::singleShot(10, editor, [editor, steps] {
+        if (QThread::currentThread()->loopLevel() > 0) {
+            steps();
+        } else {
+            whenRunning(editor, steps);
+        }
+    });
+}
 
 } // namespace
 
@@ -220,7 +234,7 @@ void TestFormFilePanel::theButtonOpensTheEditor()
         QCOMPARE(editor->parentWidget(), m_form->form.get());
         QCOMPARE(editor->windowTitle(), QStringLiteral("b"));
         QVERIFY(m_form->form->isBusy());
-        QTimer::singleShot(0, editor, [&, editor] {
+        whenRunning(editor, [&, editor] {
             // Nothing of the photo stays in use meanwhile.
             QCOMPARE(shown(), QString());
             QVERIFY(!cell || !cell->isVisible());
@@ -242,8 +256,9 @@ void TestFormFilePanel::afterASaveThePanelReadsThePhotoAnew()
     m_form->tap(QStringLiteral("a.jpg"));
     QVERIFY(!panelText().contains(QStringLiteral("Jo")));
     const Visitor<FormExif> editors([](FormExif *editor) {
-        QTimer::singleShot(0, editor, [editor] {
-            editor->findChild<MyMultiLineEdit *>()->setText(QStringLiteral("Jo"));
+        whenRunning(editor, [editor] {
+            const QWidget *page = editor->findChild<QTabWidget *>()->widget(0);
+            page->findChild<MyMultiLineEdit *>()->setText(QStringLiteral("Jo"));
             editor->menu_edit_save();
         });
     });
@@ -258,7 +273,7 @@ void TestFormFilePanel::theEditorMayOutliveTheItem()
     startInInfoMode(3);
     m_form->tap(QStringLiteral("a.jpg"));
     const Visitor<FormExif> editors([this](FormExif *editor) {
-        QTimer::singleShot(0, editor, [this, editor] {
+        whenRunning(editor, [this, editor] {
             m_form->view->reload(m_form->world.path(QStringLiteral("dir")));
             editor->close();
         });
