@@ -37,7 +37,7 @@ public:
 
 public Q_SLOTS:
     // NOLINTBEGIN(readability-identifier-naming): given names
-    /// What the device's Yes key does: Save.
+    /// The same as menu_edit_save(), by the name that every window has for it.
     void accept();
     /// These four act on the field with the focus, or the one that had it before the menu bar.
     void menu_edit_undo();

@@ -64,8 +64,9 @@ QHBoxLayout *MyImageWidget::buildTopRow()
 {
     m_infoCombo = new QComboBox(this);
     m_infoCombo->setMinimumHeight(kTargetHeight);
-    for (QString title; !(title = FPVExifFields::groupTitle(m_infoCombo->count())).isNull();) {
-        m_infoCombo->addItem(title);
+    const int groups = static_cast<int>(lumi::exifFieldGroups().size());
+    for (int group = 0; group < groups; ++group) {
+        m_infoCombo->addItem(FPVExifFields::groupTitle(group));
     }
     connect(m_infoCombo, &QComboBox::activated, this, &MyImageWidget::combo_exifinfo_activated);
     m_editButton = new QPushButton(msg(lumi::MsgEdit), this);
@@ -123,6 +124,7 @@ void MyImageWidget::load()
         showNothing();
         return;
     }
+    connect(m_wanted, &QObject::destroyed, this, &MyImageWidget::forgetDead, Qt::UniqueConnection);
     m_fields = std::make_unique<FPVExifFields>(m_wanted->path());
     m_infoCombo->setEnabled(true);
     m_editButton->setEnabled(m_fields->isValid());
@@ -131,6 +133,13 @@ void MyImageWidget::load()
     const bool hasSize = m_photoSize.width() >= 0 && m_photoSize.height() >= 0;
     m_picture->setItem(hasSize ? m_wanted : nullptr, true);
     showGroup(m_infoCombo->currentIndex());
+}
+
+void MyImageWidget::forgetDead()
+{
+    if (!m_wanted && !m_loading) {
+        showNothing();
+    }
 }
 
 void MyImageWidget::combo_exifinfo_activated(int group)
@@ -187,15 +196,18 @@ void MyImageWidget::keyPressEvent(QKeyEvent *event)
 {
     if (isVisible()) {
         const DeviceKey key = deviceKey(event);
-        const int step = key == DeviceKey::ZoomIn ? 1 : key == DeviceKey::ZoomOut ? -1 : 0;
-        setFontIndex(m_fontIndex + step);
+        if (key == DeviceKey::ZoomIn) {
+            setFontIndex(m_fontIndex + 1);
+        } else if (key == DeviceKey::ZoomOut) {
+            setFontIndex(m_fontIndex - 1);
+        }
     }
     QWidget::keyPressEvent(event);
 }
 
 void MyImageWidget::setFontIndex(int index)
 {
-    if (index == m_fontIndex || index < 0 || index >= static_cast<int>(kFontPoints.size())) {
+    if (index < 0 || index >= static_cast<int>(kFontPoints.size())) {
         return;
     }
     m_fontIndex = index;

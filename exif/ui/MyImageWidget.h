@@ -4,7 +4,8 @@
 // A photo's block is read once, when it becomes the current item; another group only formats
 // what was read. While the wait dialog of a new item comes up, other items may become current:
 // the last one counts.
-// Owns: the block of the photo on show. The item is the list's and may die at any time.
+// Owns: the block of the photo on show. The item is the list's and may die at any time: then
+// there is none.
 #pragma once
 
 #include <QPointer>
@@ -56,6 +57,7 @@ private:
     [[nodiscard]] QHBoxLayout *buildTopRow();
     void load();
     void showNothing();
+    void forgetDead();
     void showGroup(int group);
     [[nodiscard]] QString photoRows() const;
     [[nodiscard]] QString fieldRows() const;
@@ -69,7 +71,7 @@ private:
     FPVPictureView *m_picture = nullptr;
     std::unique_ptr<FPVExifFields> m_fields;
     int m_fontIndex = 2;
-    QPointer<FPVItemImage> m_wanted;
+    QPointer<FPVItemImage> m_wanted; // on show, once it is loaded
     bool m_loading = false;
     QSize m_photoSize;
     qint64 m_fileBytes = 0;

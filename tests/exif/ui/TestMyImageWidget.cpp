@@ -23,6 +23,7 @@
 #include <QTextBrowser>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <functional>
 #include <memory>
 
@@ -62,6 +63,16 @@ ExifBuilder photo()
         .value(Gps, 0x0005, 1, 1, QByteArray(1, '\0'))
         .rationals(Gps, 0x0006, {{1050, 100}});
     return builder;
+}
+
+/// Whether this process holds the file open.
+bool isOpen(const QString &path)
+{
+    const QDir files(QStringLiteral("/proc/self/fd"));
+    const auto names = files.entryList(QDir::NoDotAndDotDot | QDir::AllEntries | QDir::System);
+    return std::any_of(names.begin(), names.end(), [&files, &path](const QString &name) {
+        return QFile::symLinkTarget(files.filePath(name)) == path;
+    });
 }
 
 } // namespace
@@ -412,17 +423,10 @@ void TestMyImageWidget::afterNoItemTheFileIsReadAnew()
 
 void TestMyImageWidget::aClosedPhotoIsNotHeldOpen()
 {
-    const auto isOpen = [this] {
-        const QDir files(QStringLiteral("/proc/self/fd"));
-        const auto names = files.entryList(QDir::NoDotAndDotDot | QDir::AllEntries | QDir::System);
-        return std::any_of(names.begin(), names.end(), [&files, this](const QString &name) {
-            return QFile::symLinkTarget(files.filePath(name)) == m_item->path();
-        });
-    };
     m_panel->setItem(m_item.get());
-    QVERIFY(isOpen());
+    QVERIFY(isOpen(m_item->path()));
     m_panel->setItem(nullptr);
-    QVERIFY(!isOpen());
+    QVERIFY(!isOpen(m_item->path()));
 }
 
 void TestMyImageWidget::hiddenItTakesNothing()
@@ -494,12 +498,22 @@ void TestMyImageWidget::aDeadItemIsNone()
     m_panel->setItem(m_item.get());
     const QString path = m_item->path();
     m_item.reset();
+    QVERIFY(m_browser->toPlainText().isEmpty());
+    QVERIFY(!m_combo->isEnabled() && !m_button->isEnabled());
+    QVERIFY(m_panel->picture()->pixmap(Qt::ReturnByValue).isNull());
+    QVERIFY(!isOpen(path));
     // Another item may well get the address of the old one.
     m_item = std::make_unique<FPVItemJpeg>(path, QString(), false);
     const CallCounter calls(path);
     m_panel->setItem(m_item.get());
     QCOMPARE(calls.opens(), 1);
     QCOMPARE(m_panel->picture()->item(), m_item.get());
+    // One that was shown before may die unnoticed.
+    const auto other = put(photo(), QStringLiteral("b.jpg"));
+    m_panel->setItem(other.get());
+    m_item.reset();
+    QCOMPARE(m_panel->picture()->item(), other.get());
+    QVERIFY(m_button->isEnabled());
 }
 
 void TestMyImageWidget::theButtonTells()
