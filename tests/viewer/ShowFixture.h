@@ -1,0 +1,149 @@
+// SPDX-License-Identifier: MIT
+// A slideshow of pictures whose decodes take as long as a test wants, and somebody who watches
+// it and answers its menu and its boxes.
+#pragma once
+
+#include "items/FPVItemImage.h"
+#include "items/FPVItemList.h"
+#include "tests/support/FakeMachine.h"
+#include "viewer/SlideShow.h"
+
+#include <QColor>
+#include <QElapsedTimer>
+#include <QList>
+#include <QMessageBox>
+#include <QTemporaryDir>
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+namespace lumi {
+class SlideMenu;
+}
+
+namespace lumi::test {
+
+/// Has a file, but its pixels are of one colour.
+class SlowPicture : public FPVItemImage
+{
+public:
+    SlowPicture(const QString &path, const QColor &colour);
+
+    void setIncremental(bool incremental) override { m_incremental = incremental; }
+
+    bool startDecode(int depth, QSize *outSize, QSize *request) override;
+    uchar *decodedRaster(int depth, QSize *outSize, QSize *request) override;
+
+    uchar *rasterBits() override { return m_raster.get(); }
+
+    void releaseDecode() override;
+
+    DecodeError errorCode() const override { return m_error; }
+
+    bool inDecodeComplete() const override { return m_inDecodeComplete; }
+
+    void setInDecodeComplete(bool on) override { m_inDecodeComplete = on; }
+
+    std::unique_ptr<uchar[]> takeRaster() override { return std::move(m_raster); }
+
+    /// Brings a running decode to its end, good or bad.
+    void finish();
+
+    [[nodiscard]] bool isDecoding() const { return m_run != 0; }
+
+    int decodeMs = 0;                     ///< negative: until finish()
+    std::optional<DecodeError> refuses;   ///< the start fails
+    std::optional<DecodeError> breaksOff; ///< the decode fails in its middle
+    std::function<void()> onStart;
+    int starts = 0;
+    int startsInOnePiece = 0;
+    int completes = 0;
+    QSize lastRequest;
+
+private:
+    QColor m_colour;
+    bool m_incremental = true;
+    int m_depth = 0;
+    int m_run = 0; ///< number of the running decode, 0 for none
+    std::unique_ptr<uchar[]> m_raster;
+    DecodeError m_error = DecodeError::None;
+    bool m_inDecodeComplete = false;
+};
+
+struct ShowOptions
+{
+    bool autoMode = true;
+    bool inOrder = true;
+    int delay = 150;
+    int loops = 0;
+    int start = 0;
+};
+
+class ShowFixture
+{
+public:
+    ShowFixture();
+    ~ShowFixture();
+
+    SlowPicture *add(const QString &name, const QColor &colour = Qt::green);
+    /// Pictures "a", "b" and so on, each of another colour.
+    void addPictures(int count);
+    void addFolder(const QString &name);
+    [[nodiscard]] SlowPicture *picture(const char *name) const;
+    [[nodiscard]] QString path(const char *name) const;
+    bool removeFile(const char *name) const;
+
+    SlideShow *make(const ShowOptions &options);
+    /// Runs the show. The story is told once the first picture is on the screen; a show that
+    /// goes on behind its end is closed.
+    int run(const std::function<void()> &story = {});
+    /// Name of the picture on the screen, empty for none.
+    [[nodiscard]] QString shown() const;
+    [[nodiscard]] bool sees(const char *name, int ms = 5000);
+    /// Names in the order in which they came on the screen; repeated ones are not noticed.
+    [[nodiscard]] QStringList seen() const;
+    /// Waits until so many have been seen.
+    [[nodiscard]] bool seesCount(int count) const;
+    /// Milliseconds between what was seen.
+    [[nodiscard]] QList<int> intervals() const;
+    [[nodiscard]] QImage screen() const;
+
+    [[nodiscard]] SlideMenu *menu() const;
+    /// Opens the menu and does something there, which closes it.
+    void inMenu(const std::function<void()> &act) const;
+    /// Opens the menu and chooses.
+    void choose(int entry) const;
+    [[nodiscard]] static QMessageBox *box();
+    /// Something is done that opens a box before it returns, and something else in the box.
+    static void inBox(const std::function<void()> &open, const std::function<void()> &act);
+    /// The same for anything that runs a loop of its own.
+    static void inLoop(const std::function<bool()> &isOpen, const std::function<void()> &act,
+                       const std::function<void()> &open);
+    void key(int key) const;
+    /// Any code, also those that the test library has no name for.
+    static void press(QWidget *target, int key);
+    static void release(QWidget *target, int key);
+    /// A message on the system's channel, delivered.
+    static void tell(const char *message);
+
+    FakeMachine *machine; ///< lent
+    FPVItemList source;
+    QWidget parent;
+    std::unique_ptr<SlideShow> show;
+
+private:
+    struct Sight
+    {
+        QString name;
+        qint64 at;
+    };
+
+    void watch();
+
+    QTemporaryDir m_folder;
+    QList<Sight> m_sights;
+    QElapsedTimer m_clock;
+};
+
+} // namespace lumi::test

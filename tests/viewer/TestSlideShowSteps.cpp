@@ -1,0 +1,627 @@
+// SPDX-License-Identifier: MIT
+// The steps of the user: keys, what they show and when, and how they go with the automatic play.
+#include "platform/deviceKey.h"
+#include "tests/support/TestMain.h"
+#include "tests/viewer/ShowFixture.h"
+
+#include <QKeyEvent>
+#include <QTest>
+
+using lumi::test::ShowFixture;
+using lumi::test::SlowPicture;
+
+namespace {
+
+/// Longer than any test looks.
+constexpr int kLong = 60000;
+constexpr QRgb kGround = 0xFFCEDFFF;
+
+/// On the screen: the ground of the sign just inside its frame, at the bottom left of it.
+bool hasSign(const ShowFixture &show, int left)
+{
+    return show.screen().pixel(left + 4, 479 - 4) == kGround;
+}
+
+bool hasNextSign(const ShowFixture &show)
+{
+    return hasSign(show, 580);
+}
+
+bool hasPreviousSign(const ShowFixture &show)
+{
+    return hasSign(show, 0);
+}
+
+bool isAccepted(QWidget *target, QEvent::Type type, int key)
+{
+    QKeyEvent event(type, key, Qt::NoModifier);
+    QCoreApplication::sendEvent(target, &event);
+    return event.isAccepted();
+}
+
+} // namespace
+
+class TestSlideShowSteps : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+
+    void init() { m_show.reset(new ShowFixture); }
+
+    void cleanup() { m_show.reset(); }
+
+    void byHandNothingGoesByItself();
+    void byHandPicturesGoRoundForEver();
+    void byHandBackIsShownWithoutADecode();
+    void byHandBackOverTheStart();
+    void byHandTheLastKeyWins();
+    void byHandOnlyPicturesAskedForAreDecoded();
+    void aStepShowsThePictureAheadAtOnce();
+    void aStepToAPictureInDecodeShowsItWhenItIsDone();
+    void afterAStepThePlayGoesOn_data();
+    void afterAStepThePlayGoesOn();
+    void stepsAddUp();
+    void aSupersededDecodeDrawsNothing();
+    void backShowsTheLastPictureAgain();
+    void backOverTheStart();
+    void backToAVanishedFile();
+    void aStepToAVanishedFile_data();
+    void aStepToAVanishedFile();
+    void stepsInTheLastRoundEndIt_data();
+    void stepsInTheLastRoundEndIt();
+    void aStepTakesNoRoundAway();
+    void aRoundBackCountsAsNone();
+    void theSignStandsUntilThePictureComes_data();
+    void theSignStandsUntilThePictureComes();
+    void theSignsTakeTurns();
+    void theSignIsGoneAfterTheLastPictureCame();
+    void keys_data();
+    void keys();
+    void upAndDown_data();
+    void upAndDown();
+    void otherKeysAreNotTaken_data();
+    void otherKeysAreNotTaken();
+    void endingKeys_data();
+    void endingKeys();
+    void keysDuringADrawAreNotHeard();
+    void aFailureIsToldAtTheKey();
+
+private:
+    std::unique_ptr<ShowFixture> m_show;
+};
+
+void TestSlideShowSteps::byHandNothingGoesByItself()
+{
+    m_show->addPictures(3);
+    m_show->make({false, true, 20, 1, 0});
+    m_show->run([this] {
+        QTest::qWait(300);
+        QCOMPARE(m_show->shown(), QStringLiteral("a"));
+        m_show->key(Qt::Key_Right);
+        QVERIFY(m_show->sees("b"));
+        QTest::qWait(200);
+        QCOMPARE(m_show->shown(), QStringLiteral("b"));
+        QVERIFY(m_show->show->isVisible());
+    });
+}
+
+void TestSlideShowSteps::byHandPicturesGoRoundForEver()
+{
+    m_show->addPictures(2);
+    m_show->make({false, true, 20, 1, 0});
+    bool isRunning = false;
+    m_show->run([&] {
+        for (int i = 0; i < 5; ++i) {
+            m_show->key(Qt::Key_Right);
+            QVERIFY(m_show->sees("b"));
+            m_show->key(Qt::Key_Right);
+            QVERIFY(m_show->sees("a"));
+        }
+        isRunning = m_show->show->isVisible();
+    });
+    QVERIFY(isRunning);
+}
+
+void TestSlideShowSteps::byHandBackIsShownWithoutADecode()
+{
+    m_show->addPictures(3);
+    m_show->make({false, true, kLong, 0, 0});
+    m_show->run([this] {
+        m_show->key(Qt::Key_Right);
+        QVERIFY(m_show->sees("b"));
+        QCOMPARE(m_show->picture("a")->starts, 1);
+        m_show->key(Qt::Key_Left);
+        QVERIFY(m_show->sees("a"));
+        QCOMPARE(m_show->picture("a")->starts, 1);
+        QCOMPARE(m_show->screen().pixelColor(320, 240), QColor(40, 250, 100));
+        // Only the last one is kept.
+        m_show->key(Qt::Key_Right);
+        QVERIFY(m_show->sees("b"));
+        QCOMPARE(m_show->picture("b")->starts, 2);
+    });
+}
+
+void TestSlideShowSteps::byHandBackOverTheStart()
+{
+    m_show->addPictures(3);
+    m_show->make({false, true, kLong, 0, 0});
+    m_show->run([this] {
+        for (const char *name : {"c", "b", "a", "c"}) {
+            m_show->key(Qt::Key_Left);
+            QVERIFY(m_show->sees(name));
+        }
+    });
+}
+
+void TestSlideShowSteps::byHandTheLastKeyWins()
+{
+    m_show->addPictures(4);
+    m_show->make({false, true, kLong, 0, 0});
+    m_show->run([this] {
+        for (const char *name : {"b", "c"}) {
+            m_show->picture(name)->decodeMs = -1;
+        }
+        m_show->key(Qt::Key_Right);
+        m_show->key(Qt::Key_Right);
+        m_show->key(Qt::Key_Right);
+        QVERIFY(m_show->sees("d"));
+        QVERIFY(!m_show->picture("b")->isDecoding());
+        QVERIFY(!m_show->picture("c")->isDecoding());
+    });
+    QCOMPARE(m_show->seen(), (QStringList{QStringLiteral("a"), QStringLiteral("d")}));
+}
+
+void TestSlideShowSteps::byHandOnlyPicturesAskedForAreDecoded()
+{
+    m_show->addPictures(2);
+    m_show->make({false, true, 20, 0, 0});
+    m_show->run([this] {
+        QTest::qWait(100);
+        QCOMPARE(m_show->picture("b")->starts, 0);
+    });
+}
+
+void TestSlideShowSteps::aStepShowsThePictureAheadAtOnce()
+{
+    m_show->addPictures(3);
+    m_show->make({true, true, kLong, 0, 0});
+    m_show->run([this] {
+        QTRY_COMPARE(m_show->picture("b")->completes, 1);
+        m_show->key(Qt::Key_Right);
+        QCOMPARE(m_show->shown(), QStringLiteral("b"));
+        QCOMPARE(m_show->picture("b")->starts, 1);
+    });
+}
+
+void TestSlideShowSteps::aStepToAPictureInDecodeShowsItWhenItIsDone()
+{
+    m_show->addPictures(3);
+    m_show->picture("b")->decodeMs = -1;
+    m_show->make({true, true, kLong, 0, 0});
+    m_show->run([this] {
+        QTRY_VERIFY(m_show->picture("b")->isDecoding());
+        m_show->key(Qt::Key_Right);
+        QTest::qWait(50);
+        QCOMPARE(m_show->shown(), QStringLiteral("a"));
+        m_show->picture("b")->finish();
+        QCOMPARE(m_show->shown(), QStringLiteral("b"));
+    });
+}
+
+void TestSlideShowSteps::afterAStepThePlayGoesOn_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::addColumn<QString>("seen");
+    QTest::newRow("on") << int(Qt::Key_Right) << "abcda";
+    QTest::newRow("back") << int(Qt::Key_Left) << "adabc";
+}
+
+void TestSlideShowSteps::afterAStepThePlayGoesOn()
+{
+    QFETCH(int, key);
+    constexpr int kDelay = 200;
+    m_show->addPictures(4);
+    m_show->make({true, true, kDelay, 0, 0});
+    m_show->run([this, key] {
+        m_show->key(key);
+        QVERIFY(m_show->seesCount(5));
+    });
+    QTEST(m_show->seen().mid(0, 5).join(QString()), "seen");
+    // The picture asked for has its whole time.
+    QVERIFY(m_show->intervals().at(1) >= kDelay - 5);
+}
+
+void TestSlideShowSteps::stepsAddUp()
+{
+    m_show->addPictures(6);
+    for (const char *name : {"b", "c", "d", "e", "f"}) {
+        m_show->picture(name)->decodeMs = 80;
+    }
+    m_show->make({true, true, kLong, 0, 0});
+    m_show->run([this] {
+        for (const int key : {Qt::Key_Right, Qt::Key_Right, Qt::Key_Right, Qt::Key_Left,
+                              Qt::Key_Right, Qt::Key_Right}) {
+            m_show->key(key);
+        }
+        QVERIFY(m_show->sees("e"));
+    });
+    QCOMPARE(m_show->seen(), (QStringList{QStringLiteral("a"), QStringLiteral("e")}));
+}
+
+void TestSlideShowSteps::aSupersededDecodeDrawsNothing()
+{
+    m_show->addPictures(4);
+    for (const char *name : {"b", "c"}) {
+        m_show->picture(name)->decodeMs = -1;
+    }
+    m_show->make({true, true, 60, 0, 0});
+    m_show->run([this] {
+        m_show->key(Qt::Key_Right); // b, which is being decoded
+        m_show->key(Qt::Key_Right); // c instead
+        QVERIFY(!m_show->picture("b")->isDecoding());
+        m_show->picture("b")->finish();
+        QTest::qWait(150);
+        QCOMPARE(m_show->shown(), QStringLiteral("a"));
+        m_show->picture("c")->finish();
+        QCOMPARE(m_show->shown(), QStringLiteral("c"));
+        QVERIFY(m_show->sees("d"));
+    });
+    QVERIFY(!m_show->seen().contains(QStringLiteral("b")));
+}
+
+void TestSlideShowSteps::backShowsTheLastPictureAgain()
+{
+    m_show->addPictures(3);
+    m_show->make({true, true, 400, 0, 0});
+    m_show->run([this] {
+        QVERIFY(m_show->sees("b"));
+        const int starts = m_show->picture("a")->starts;
+        m_show->key(Qt::Key_Left);
+        QVERIFY(m_show->sees("a", 300));
+        QCOMPARE(m_show->picture("a")->starts, starts);
+        QCOMPARE(m_show->screen().pixelColor(320, 240), QColor(40, 250, 100));
+        // No remains of the other picture or of the sign.
+        QCOMPARE(m_show->screen().pixelColor(2, 2), QColor(40, 250, 100));
+        QVERIFY(!hasPreviousSign(*m_show));
+        QVERIFY(m_show->seesCount(5));
+    });
+    QCOMPARE(m_show->seen().mid(0, 5).join(QString()), QStringLiteral("ababc"));
+}
+
+void TestSlideShowSteps::backOverTheStart()
+{
+    m_show->addPictures(3);
+    m_show->make({true, true, kLong, 0, 0});
+    m_show->run([this] {
+        m_show->key(Qt::Key_Left);
+        QVERIFY(m_show->sees("c"));
+        // The one before is a, but what lies before c is b.
+        m_show->key(Qt::Key_Left);
+        QVERIFY(m_show->sees("b"));
+    });
+}
+
+void TestSlideShowSteps::backToAVanishedFile()
+{
+    m_show->addPictures(3);
+    m_show->make({false, true, kLong, 0, 0});
+    m_show->run([this] {
+        m_show->key(Qt::Key_Right);
+        QVERIFY(m_show->sees("b"));
+        QVERIFY(m_show->removeFile("a"));
+        m_show->key(Qt::Key_Left);
+        QTRY_VERIFY(m_show->picture("a") == nullptr);
+        QTRY_COMPARE(m_show->picture("b")->starts, 2);
+        QCOMPARE(m_show->shown(), QStringLiteral("b"));
+    });
+}
+
+void TestSlideShowSteps::aStepToAVanishedFile_data()
+{
+    QTest::addColumn<bool>("autoMode");
+    QTest::newRow("by itself") << true;
+    QTest::newRow("by hand") << false;
+}
+
+void TestSlideShowSteps::aStepToAVanishedFile()
+{
+    QFETCH(bool, autoMode);
+    m_show->addPictures(4);
+    m_show->make({autoMode, true, kLong, 0, 0});
+    m_show->run([this] {
+        QVERIFY(m_show->removeFile("c"));
+        m_show->key(Qt::Key_Right);
+        QVERIFY(m_show->sees("b"));
+        m_show->key(Qt::Key_Right);
+        // Its follower comes at once, not after the delay.
+        QVERIFY(m_show->sees("d"));
+        QVERIFY(m_show->picture("c") == nullptr);
+    });
+}
+
+void TestSlideShowSteps::stepsInTheLastRoundEndIt_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::newRow("on") << int(Qt::Key_Right);
+    QTest::newRow("back") << int(Qt::Key_Left);
+}
+
+void TestSlideShowSteps::stepsInTheLastRoundEndIt()
+{
+    QFETCH(int, key);
+    m_show->addPictures(2);
+    m_show->make({true, true, kLong, 1, 0});
+    bool ended = false;
+    QCOMPARE(m_show->run([&] {
+        m_show->key(Qt::Key_Right);
+        QVERIFY(m_show->sees("b"));
+        m_show->key(key);
+        ended = !m_show->show->isVisible();
+    }),
+             0);
+    QVERIFY(ended);
+    QCOMPARE(m_show->shown(), QStringLiteral("b"));
+}
+
+void TestSlideShowSteps::aStepTakesNoRoundAway()
+{
+    m_show->addPictures(2);
+    m_show->make({true, true, 250, 2, 0});
+    m_show->run([this] {
+        QVERIFY(m_show->sees("b"));
+        m_show->key(Qt::Key_Right);
+        QTest::qWait(3000);
+    });
+    QCOMPARE(m_show->seen().join(QString()), QStringLiteral("abab"));
+}
+
+void TestSlideShowSteps::aRoundBackCountsAsNone()
+{
+    m_show->addPictures(3);
+    m_show->make({true, true, 200, 1, 0});
+    m_show->run([this] {
+        m_show->key(Qt::Key_Left);
+        QTest::qWait(3000);
+    });
+    // From the last picture of the round before the show would have four to go.
+    QCOMPARE(m_show->seen().join(QString()), QStringLiteral("ac"));
+}
+
+void TestSlideShowSteps::theSignStandsUntilThePictureComes_data()
+{
+    QTest::addColumn<bool>("autoMode");
+    QTest::addColumn<int>("key");
+    QTest::addColumn<int>("depth");
+    for (const int depth : {16, 32}) {
+        QTest::addRow("by itself, on, %d bits", depth) << true << int(Qt::Key_Right) << depth;
+        QTest::addRow("by itself, back, %d bits", depth) << true << int(Qt::Key_Left) << depth;
+        QTest::addRow("by hand, on, %d bits", depth) << false << int(Qt::Key_Right) << depth;
+        QTest::addRow("by hand, back, %d bits", depth) << false << int(Qt::Key_Left) << depth;
+    }
+}
+
+void TestSlideShowSteps::theSignStandsUntilThePictureComes()
+{
+    QFETCH(bool, autoMode);
+    QFETCH(int, key);
+    QFETCH(int, depth);
+    m_show->machine->depth = depth;
+    m_show->addPictures(2);
+    m_show->picture("b")->decodeMs = -1;
+    m_show->make({autoMode, true, kLong, 0, 0});
+    m_show->run([this, key] {
+        QVERIFY(!hasNextSign(*m_show) && !hasPreviousSign(*m_show));
+        m_show->key(key);
+        QCOMPARE(hasNextSign(*m_show), key == Qt::Key_Right);
+        QCOMPARE(hasPreviousSign(*m_show), key == Qt::Key_Left);
+        m_show->picture("b")->finish();
+        QCOMPARE(m_show->shown(), QStringLiteral("b"));
+        QVERIFY(!hasNextSign(*m_show) && !hasPreviousSign(*m_show));
+    });
+}
+
+void TestSlideShowSteps::theSignsTakeTurns()
+{
+    m_show->addPictures(3);
+    for (const char *name : {"a", "b", "c"}) {
+        m_show->picture(name)->decodeMs = -1;
+    }
+    m_show->make({true, true, kLong, 0, 0});
+    m_show->run([this] {
+        const QImage plain = m_show->screen();
+        m_show->key(Qt::Key_Right);
+        QVERIFY(hasNextSign(*m_show));
+        m_show->key(Qt::Key_Left);
+        QVERIFY(!hasNextSign(*m_show));
+        QVERIFY(hasPreviousSign(*m_show));
+        // The triangle points to the left.
+        QImage screen = m_show->screen();
+        QVERIFY(screen.pixel(10, 450) != kGround);
+        QCOMPARE(screen.pixel(10, 430), kGround);
+        QVERIFY(screen.pixel(26, 438) != kGround);
+        m_show->key(Qt::Key_Right);
+        screen = m_show->screen();
+        QVERIFY(screen.pixel(639 - 10, 450) != kGround);
+        QCOMPARE(screen.pixel(639 - 10, 430), kGround);
+        QCOMPARE(screen.copy(0, 0, 640, 420), plain.copy(0, 0, 640, 420));
+    });
+}
+
+void TestSlideShowSteps::theSignIsGoneAfterTheLastPictureCame()
+{
+    m_show->addPictures(3);
+    m_show->make({false, true, kLong, 0, 0});
+    m_show->run([this] {
+        m_show->key(Qt::Key_Right);
+        QVERIFY(m_show->sees("b"));
+        m_show->key(Qt::Key_Left);
+        QVERIFY(m_show->sees("a"));
+        QVERIFY(!hasPreviousSign(*m_show));
+        QCOMPARE(m_show->screen().pixelColor(4, 4), QColor(40, 250, 100));
+    });
+}
+
+void TestSlideShowSteps::keys_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::addColumn<QString>("shown");
+    QTest::newRow("Right") << int(Qt::Key_Right) << "b";
+    QTest::newRow("Return") << int(Qt::Key_Return) << "b";
+    QTest::newRow("Left") << int(Qt::Key_Left) << "c";
+    QTest::newRow("Enter") << int(Qt::Key_Enter) << "a";
+    QTest::newRow("Space") << int(Qt::Key_Space) << "a";
+    QTest::newRow("Home") << int(Qt::Key_Home) << "a";
+    QTest::newRow("End") << int(Qt::Key_End) << "a";
+    QTest::newRow("a letter") << int(Qt::Key_N) << "a";
+}
+
+void TestSlideShowSteps::keys()
+{
+    QFETCH(int, key);
+    QFETCH(QString, shown);
+    m_show->addPictures(3);
+    m_show->make({false, true, kLong, 0, 0});
+    m_show->run([&] {
+        m_show->key(key);
+        QVERIFY(shown == QLatin1String("a") || m_show->sees(qPrintable(shown)));
+        QTest::qWait(50);
+        QCOMPARE(m_show->shown(), shown);
+        QVERIFY(m_show->show->isVisible());
+    });
+}
+
+void TestSlideShowSteps::upAndDown_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::addColumn<int>("keyboard");
+    QTest::addColumn<int>("hinge");
+    QTest::addColumn<QString>("shown");
+    const int up = Qt::Key_Up;
+    const int down = Qt::Key_Down;
+    QTest::newRow("Up on an ordinary keyboard") << up << 0 << 0 << "a";
+    QTest::newRow("Down on an ordinary keyboard") << down << 0 << 0 << "a";
+    QTest::newRow("Up there, hinge turned") << up << 0 << 1 << "a";
+    QTest::newRow("Down there, hinge turned") << down << 0 << 1 << "a";
+    QTest::newRow("Up on the own keyboard") << up << 1 << 0 << "b";
+    QTest::newRow("Down on the own keyboard") << down << 1 << 0 << "c";
+    QTest::newRow("Up, hinge turned") << up << 1 << 256 << "c";
+    QTest::newRow("Down, hinge turned") << down << 1 << 256 << "b";
+    QTest::newRow("Up, no hinge program") << up << 1 << 32512 << "c";
+    QTest::newRow("another keyboard") << up << 2 << 0 << "a";
+}
+
+void TestSlideShowSteps::upAndDown()
+{
+    QFETCH(int, key);
+    QFETCH(int, keyboard);
+    QFETCH(int, hinge);
+    QFETCH(QString, shown);
+    m_show->machine->keyboard = keyboard;
+    m_show->machine->hingeResult = hinge;
+    m_show->addPictures(3);
+    m_show->make({false, true, kLong, 0, 0});
+    m_show->run([&] {
+        m_show->key(key);
+        QVERIFY(shown == QLatin1String("a") || m_show->sees(qPrintable(shown)));
+        QTest::qWait(30);
+        QCOMPARE(m_show->shown(), shown);
+    });
+}
+
+void TestSlideShowSteps::otherKeysAreNotTaken_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::addColumn<bool>("taken");
+    QTest::newRow("Tab") << int(Qt::Key_Tab) << false;
+    QTest::newRow("a letter") << int(Qt::Key_X) << false;
+    QTest::newRow("the menu key, which acts when it is released") << kKeyMenu << false;
+    QTest::newRow("zoom") << kKeyZoomIn << false;
+    QTest::newRow("Right") << int(Qt::Key_Right) << true;
+    QTest::newRow("Up, though it does nothing") << int(Qt::Key_Up) << true;
+}
+
+void TestSlideShowSteps::otherKeysAreNotTaken()
+{
+    QFETCH(int, key);
+    m_show->addPictures(2);
+    m_show->make({false, true, kLong, 0, 0});
+    m_show->run([&] {
+        QTEST(isAccepted(m_show->show.get(), QEvent::KeyPress, key), "taken");
+        QVERIFY(m_show->menu() == nullptr);
+    });
+}
+
+void TestSlideShowSteps::endingKeys_data()
+{
+    QTest::addColumn<int>("type");
+    QTest::addColumn<int>("key");
+    QTest::newRow("Escape") << int(QEvent::KeyPress) << int(Qt::Key_Escape);
+    QTest::newRow("the device's key") << int(QEvent::KeyPress) << kKeyStop;
+    QTest::newRow("the device's key, released") << int(QEvent::KeyRelease) << kKeyStop;
+    QTest::newRow("Cancel") << int(QEvent::KeyPress) << int(Qt::Key_Cancel);
+    QTest::newRow("Cancel, released") << int(QEvent::KeyRelease) << int(Qt::Key_Cancel);
+    QTest::newRow("Back") << int(QEvent::KeyPress) << int(Qt::Key_Back);
+}
+
+void TestSlideShowSteps::endingKeys()
+{
+    QFETCH(int, type);
+    QFETCH(int, key);
+    m_show->addPictures(2);
+    m_show->make({});
+    bool ended = false;
+    bool accepted = false;
+    QCOMPARE(m_show->run([&] {
+        accepted = isAccepted(m_show->show.get(), QEvent::Type(type), key);
+        ended = !m_show->show->isVisible();
+    }),
+             0);
+    QVERIFY(ended);
+    QVERIFY(accepted);
+}
+
+void TestSlideShowSteps::keysDuringADrawAreNotHeard()
+{
+    m_show->addPictures(3);
+    SlideShow *show = m_show->make({true, true, 50, 0, 0});
+    bool sent = false;
+    bool stays = false;
+    // The decode of the next picture is begun within the draw of this one.
+    m_show->picture("c")->onStart = [&] {
+        if (!sent) {
+            sent = true;
+            m_show->key(Qt::Key_Escape);
+            stays = show->isVisible();
+        }
+    };
+    m_show->run([this] {
+        QVERIFY(m_show->seesCount(3));
+    });
+    QVERIFY(sent);
+    QVERIFY(stays);
+}
+
+void TestSlideShowSteps::aFailureIsToldAtTheKey()
+{
+    m_show->addPictures(3);
+    m_show->picture("b")->refuses = lumi::DecodeError::Undecodable;
+    m_show->make({true, true, kLong, 0, 0});
+    m_show->run([this] {
+        // b has failed already, but nobody would say so before the delay is over.
+        bool told = false;
+        ShowFixture::inBox(
+            [this] {
+                m_show->key(Qt::Key_Right);
+            },
+            [&told] {
+                told = true;
+                QTest::keyClick(ShowFixture::box(), Qt::Key_Return);
+            });
+        QVERIFY(told);
+        QVERIFY(!m_show->show->isVisible());
+    });
+}
+
+LUMI_TEST(TestSlideShowSteps)
+#include "TestSlideShowSteps.moc"

@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+// The menu of the running slideshow. The device key that opens it closes it too, and the one
+// that ends the slideshow does so from inside it.
+#pragma once
+
+#include "platform/toolkit/QPopupMenu.h"
+
+namespace lumi {
+
+class SlideMenu : public QPopupMenu
+{
+    Q_OBJECT
+
+public:
+    enum Entry : int { Continue = 0, Details = 1, FullView = 2, Delete = 3, Options = 4, End = 5 };
+
+    explicit SlideMenu(QWidget *parent);
+
+Q_SIGNALS:
+    void stopped();
+
+protected:
+    void keyReleaseEvent(QKeyEvent *event) override;
+};
+
+} // namespace lumi

@@ -1,0 +1,183 @@
+// SPDX-License-Identifier: MIT
+// The frame of a show: how it starts, what can end it.
+#include "viewer/SlideShow.h"
+
+#include "app/common/power.h"
+#include "platform/Global.h"
+#include "platform/QCopChannel.h"
+#include "platform/QDirectPainter.h"
+#include "platform/QPEApplication.h"
+#include "viewer/SlideMenu.h"
+#include "viewer/slideOrder.h"
+
+#include <QCloseEvent>
+#include <QEventLoop>
+#include <QMessageBox>
+
+#include <algorithm>
+#include <cstdlib>
+#include <vector>
+
+namespace {
+
+constexpr int kFirstDrawMs = 100;
+/// With no more left in the battery a show ends.
+constexpr int kBatteryPercent = 10;
+constexpr int kScreenSaverOff = 0;
+constexpr int kScreenSaverBack = 1;
+
+} // namespace
+
+SlideShow::SlideShow(QWidget *parent, FPVItemList *source, bool autoMode, bool inOrder, int delay,
+                     int loopCount, int startIndex)
+    : QWidget(parent, Qt::Window)
+    , m_sourceList(source)
+    , m_delay(std::max(0, delay))
+    , m_loopCount(loopCount)
+    , m_autoMode(autoMode)
+    , m_inOrder(inOrder)
+    , m_screenSize(QPEApplication::desktopSize())
+    , m_depth(QDirectPainter(this).depth())
+    , m_systemChannel(new QCopChannel("QPE/System", this))
+{
+    // Pictures are drawn for this size, whatever becomes of the screen meanwhile.
+    QPEApplication::holdDesktopSize();
+    Global::hideInputMethod();
+    setWindowModality(Qt::ApplicationModal);
+    resize(m_screenSize);
+    QPalette black = palette();
+    black.setColor(QPalette::Window, Qt::black);
+    setPalette(black);
+    connect(m_systemChannel, &QCopChannel::received, this, &SlideShow::systemChannel);
+    buildPlayList(startIndex);
+    connectTimers();
+    setScreenSaver(kScreenSaverOff);
+    m_paused = true;
+    decodeFirst();
+}
+
+SlideShow::~SlideShow()
+{
+    leaveDecoding();
+    setScreenSaver(kScreenSaverBack);
+    QPEApplication::releaseDesktopSize();
+}
+
+void SlideShow::buildPlayList(int startIndex)
+{
+    std::vector<FPVItemObject *> items(m_sourceList->begin(), m_sourceList->end());
+    std::vector<bool> isPicture;
+    isPicture.reserve(items.size());
+    for (const FPVItemObject *item : items) {
+        isPicture.push_back(item->isPicture());
+    }
+    const bool shuffles = m_autoMode && !m_inOrder;
+    const lumi::SlideDice dice = shuffles ? lumi::SlideDice(std::rand) : lumi::SlideDice();
+    m_playList.setAutoDelete(false);
+    for (const int place : lumi::slideOrder(isPicture, startIndex, dice)) {
+        m_playList.append(items[static_cast<std::size_t>(place)]);
+    }
+    m_pictureCount = m_playList.count();
+    m_playList.first();
+}
+
+void SlideShow::connectTimers()
+{
+    for (QTimer *timer : {&m_slideTimer, &m_screenOutTimer, &m_redrawTimer, &m_playBackTimer}) {
+        timer->setSingleShot(true);
+        timer->setTimerType(Qt::PreciseTimer);
+    }
+    connect(&m_slideTimer, &QTimer::timeout, this, &SlideShow::slot_timeout);
+    connect(&m_screenOutTimer, &QTimer::timeout, this, &SlideShow::ScreenOut);
+    connect(&m_redrawTimer, &QTimer::timeout, this, &SlideShow::ScreenOutRedraw);
+    connect(&m_playBackTimer, &QTimer::timeout, this, &SlideShow::ScreenOutPlayBack);
+}
+
+/// In one piece, while the caller's wait dialog stands.
+void SlideShow::decodeFirst()
+{
+    const QPointer<FPVItemImage> first(currentPicture());
+    if (!first) {
+        return;
+    }
+    first->setIncremental(false);
+    startPicture(first);
+    if (first) {
+        first->setIncremental(true);
+    }
+}
+
+int SlideShow::exec()
+{
+    if (m_pictureCount == 0) {
+        end(ToBrowser);
+    }
+    if (m_ended || m_inLoop) {
+        return m_exitCode;
+    }
+    QPEApplication::showFullScreenNow(this);
+    if (m_ended) {
+        return m_exitCode; // events ran meanwhile
+    }
+    raise();
+    activateWindow();
+    update();
+    if (!m_curRaster) {
+        m_paused = false;
+        m_screenOutTimer.start(kFirstDrawMs);
+    }
+    QEventLoop loop;
+    m_loop = &loop;
+    m_inLoop = true;
+    loop.exec(QEventLoop::DialogExec);
+    m_inLoop = false;
+    m_loop = nullptr;
+    return m_exitCode;
+}
+
+void SlideShow::end(int code)
+{
+    if (m_ended) {
+        return;
+    }
+    m_ended = true;
+    m_exitCode = code;
+    stopTimers();
+    if (m_menu) {
+        m_menu->close();
+    }
+    if (m_box) {
+        m_box->done(QMessageBox::No);
+    }
+    hide();
+    if (m_inLoop) {
+        m_inLoop = false;
+        m_loop->quit();
+    }
+}
+
+void SlideShow::stopTimers()
+{
+    for (QTimer *timer : {&m_slideTimer, &m_screenOutTimer, &m_redrawTimer, &m_playBackTimer}) {
+        timer->stop();
+    }
+}
+
+void SlideShow::systemChannel(const QCString &message, const QByteArray & /*data*/)
+{
+    const bool isCovered = message == "appForeground(QString)";
+    if (isCovered || (message == "batteryChanged()" && !batteryEnough(kBatteryPercent))) {
+        end(ToBrowser);
+    }
+}
+
+void SlideShow::closeEvent(QCloseEvent *event)
+{
+    event->accept();
+    end(ToBrowser);
+}
+
+void SlideShow::paintEvent(QPaintEvent * /*event*/)
+{
+    // The pictures don't come this way.
+}

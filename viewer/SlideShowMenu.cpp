@@ -1,0 +1,290 @@
+// SPDX-License-Identifier: MIT
+// Keys, menu and boxes.
+#include "app/common/labels.h"
+#include "app/common/messageIds.h"
+#include "app/common/messages.h"
+#include "app/common/paths.h"
+#include "platform/Machine.h"
+#include "platform/QPEApplication.h"
+#include "platform/deviceKey.h"
+#include "viewer/SlideMenu.h"
+#include "viewer/SlideShow.h"
+
+#include <QKeyEvent>
+#include <QMessageBox>
+#include <QMouseEvent>
+
+#include <algorithm>
+#include <iterator>
+
+using lumi::DecodeError;
+using lumi::SlideMenu;
+using lumi::SlideSign;
+
+namespace {
+
+/// From the end of the menu to the picture that it covered.
+constexpr int kRedrawMs = 1;
+/// The handheld's own keyboard, on which Up and Down have a meaning here.
+constexpr int kOwnKeyboard = 1;
+/// Longer names don't fit a box.
+constexpr int kNameLength = 40;
+
+bool isOwnKeyboard()
+{
+    const auto *app = qobject_cast<QPEApplication *>(QCoreApplication::instance());
+    return app != nullptr && app->keyDevice() == kOwnKeyboard;
+}
+
+bool isHingeNormal()
+{
+    return Machine::instance().hinge() == 0;
+}
+
+/// For SlideShow::runBox(). Closing it means No.
+QMessageBox *makeBox(QMessageBox::Icon icon, int title, const QString &text,
+                     QMessageBox::StandardButtons buttons, QWidget *parent)
+{
+    auto *box = new QMessageBox(icon, msg(title), QString(), buttons, parent);
+    box->setTextFormat(Qt::PlainText);
+    box->setText(text);
+    box->setDefaultButton(QMessageBox::No);
+    return box;
+}
+
+} // namespace
+
+void SlideShow::keyPressEvent(QKeyEvent *event)
+{
+    struct Row
+    {
+        int key;
+        void (*act)(SlideShow *show);
+    };
+
+    // clang-format off
+    static constexpr Row kRows[] = {
+        {Qt::Key_Escape, [](SlideShow *show) { show->end(ToBrowser); }},
+        {Qt::Key_Left, [](SlideShow *show) { show->userPrevious(true); }},
+        {Qt::Key_Right, [](SlideShow *show) { show->userNext(true); }},
+        {Qt::Key_Return, [](SlideShow *show) { show->userNext(true); }},
+        {Qt::Key_Up, [](SlideShow *show) { show->keyUp(); }},
+        {Qt::Key_Down, [](SlideShow *show) { show->keyDown(); }},
+        {Qt::Key_Delete, [](SlideShow *show) { show->deleteAndGoOn(); }},
+    };
+    // clang-format on
+    if (m_drawing || m_ended) {
+        return;
+    }
+    const int key = deviceKey(event) == DeviceKey::Stop ? int(Qt::Key_Escape) : event->key();
+    const auto *row = std::find_if(std::begin(kRows), std::end(kRows), [key](const Row &r) {
+        return r.key == key;
+    });
+    if (row != std::end(kRows)) {
+        event->accept();
+        row->act(this);
+    } else {
+        QWidget::keyReleaseEvent(event); // not the one for presses
+    }
+    if (m_failed) {
+        ScreenOutRedraw();
+    }
+}
+
+void SlideShow::keyReleaseEvent(QKeyEvent *event)
+{
+    switch (deviceKey(event)) {
+    case DeviceKey::Menu:
+        mousePressEvent(nullptr);
+        break;
+    case DeviceKey::Stop:
+        event->accept();
+        end(ToBrowser);
+        break;
+    default:
+        QWidget::keyReleaseEvent(event);
+        break;
+    }
+}
+
+void SlideShow::keyUp()
+{
+    if (!isOwnKeyboard()) {
+        return;
+    }
+    if (isHingeNormal()) {
+        userNext(true);
+    } else {
+        userPrevious(true);
+    }
+}
+
+void SlideShow::keyDown()
+{
+    if (!isOwnKeyboard()) {
+        return;
+    }
+    if (isHingeNormal()) {
+        userPrevious(true);
+    } else {
+        userNext(true);
+    }
+}
+
+void SlideShow::mousePressEvent(QMouseEvent *event)
+{
+    openMenu(event != nullptr ? event->globalPosition().toPoint() : QPoint());
+}
+
+void SlideShow::openMenu(QPoint position)
+{
+    if (m_ended || m_failed || isInterrupted()) {
+        return;
+    }
+    interrupt();
+    const QPointer<SlideShow> self(this);
+    m_menu = new SlideMenu(this);
+    connect(m_menu, &SlideMenu::stopped, this, [this] {
+        end(ToBrowser);
+    });
+    const int entry = m_menu->exec(position);
+    if (self) {
+        delete m_menu;
+        actOn(entry);
+    }
+}
+
+void SlideShow::actOn(int entry)
+{
+    if (m_ended) {
+        return;
+    }
+    switch (entry) {
+    case SlideMenu::Details:
+        end(ToDetails);
+        break;
+    case SlideMenu::FullView:
+        end(ToFullView);
+        break;
+    case SlideMenu::Options:
+        end(ToOptions);
+        break;
+    case SlideMenu::End:
+        end(ToBrowser);
+        break;
+    case SlideMenu::Delete:
+        deleteAndGoOn();
+        break;
+    default:
+        resume();
+        break;
+    }
+}
+
+/// Nothing is drawn until resume(), whatever is decoded meanwhile.
+void SlideShow::interrupt()
+{
+    if (m_playBackTimer.isActive()) {
+        ScreenOutPlayBack();
+    }
+    m_paused = true;
+    m_slideTimer.stop();
+    m_overlay = SlideSign::None;
+}
+
+void SlideShow::resume()
+{
+    if (m_ended) {
+        return;
+    }
+    showFullScreen();
+    raise();
+    m_decodeTimer.start();
+    m_redrawTimer.start(kRedrawMs);
+    if (m_failed) {
+        return;
+    }
+    // What the user asked for comes at once, the rest after the delay.
+    const bool isAwaited = !m_autoMode || isStepPending() || !m_curRaster;
+    m_paused = !isAwaited && !m_decodeDone;
+    if (!m_decodingItem || (isAwaited && isReady())) {
+        m_slideTimer.start(kRedrawMs);
+    } else if (!isAwaited) {
+        m_slideTimer.start(m_delay);
+    }
+}
+
+/// False when the picture is still there.
+bool SlideShow::deletePicture()
+{
+    const QPointer<FPVItemImage> item(m_shownItem);
+    if (!item) {
+        return false;
+    }
+    const QString name = elideToChars(this, item->fileName(), kNameLength);
+    const int answer = runBox(makeBox(QMessageBox::Warning, lumi::MsgDelete,
+                                      msg(lumi::MsgNameWillBeDeleted).arg(name),
+                                      QMessageBox::Yes | QMessageBox::No, this));
+    if (answer != QMessageBox::Yes || !item) {
+        return false;
+    }
+    if (!removePath(item->path(), false)) {
+        runBox(makeBox(QMessageBox::Critical, lumi::MsgDelete, msg(lumi::MsgDeletionFailed),
+                       QMessageBox::Ok, this));
+        return false;
+    }
+    const bool wasLast = dropPicture(item);
+    if (m_playList.isEmpty()) {
+        end(ToBrowser);
+    } else if (m_decodingItem) {
+        m_playList.findRef(m_decodingItem); // on its way already
+    } else if (wasLast) {
+        startNewRound();
+    }
+    return true;
+}
+
+void SlideShow::deleteAndGoOn()
+{
+    if (m_ended || m_failed || isInterrupted()) {
+        return;
+    }
+    interrupt();
+    const bool isDeleted = deletePicture();
+    if (m_ended) {
+        return;
+    }
+    if (isDeleted) {
+        m_prevStep = m_step; // the follower comes as soon as it is decoded
+        if (!m_decodingItem) {
+            startPicture(currentPicture());
+        }
+    }
+    resume();
+}
+
+void SlideShow::reportFailure()
+{
+    const bool isMemoryFull
+        = m_decodingItem && m_decodingItem->errorCode() == DecodeError::OutOfMemory;
+    if (!isMemoryFull) {
+        m_shownItem = m_decodingItem;
+    }
+    const QString text = msg(isMemoryFull ? lumi::MsgMemoryFullCancelled : lumi::MsgDidNotOpen);
+    const QPointer<SlideShow> self(this);
+    runBox(makeBox(QMessageBox::Critical, lumi::MsgError, text, QMessageBox::Ok, nullptr));
+    if (self) {
+        end(ToBrowser);
+    }
+}
+
+/// Takes the box. Its answer; No if the show ended meanwhile.
+int SlideShow::runBox(QMessageBox *made)
+{
+    const QPointer<SlideShow> self(this);
+    const QPointer<QMessageBox> box(made);
+    m_box = box;
+    const int answer = box->exec();
+    delete box;
+    return self && !m_ended ? answer : int(QMessageBox::No);
+}
