@@ -261,7 +261,3 @@ FPVItemObject *FormFile::currentItem() const
 {
     return m_view->currentObject();
 }
-
-void FormFile::menu_disp_Slideshow_Execution() { }
-
-void FormFile::menu_disp_Slideshow_Setting() { }

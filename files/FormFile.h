@@ -96,6 +96,7 @@ private:
     /// A null path reads the folder on show again.
     void enterFolder(const QString &path);
     void setMode(Mode mode);
+    [[nodiscard]] int runSlideshow();
     void setStatus(const QString &text);
     /// Null means no item.
     void tellPanel(FPVItemObject *item);

@@ -1,0 +1,407 @@
+// SPDX-License-Identifier: MIT
+// From the browser into the slideshow and back.
+#include "app/common/Settings.h"
+#include "files/slideshowOptions.h"
+#include "tests/files/FormFixture.h"
+#include "tests/support/TestMain.h"
+#include "viewer/DialogSlideshow.h"
+#include "viewer/FPVPictureScrollView.h"
+#include "viewer/SlideMenu.h"
+#include "viewer/SlideShow.h"
+#include "widgets/MyDialogWait.h"
+#include "widgets/MyImageButton.h"
+#include "widgets/MyLeftWidget.h"
+
+#include <QAbstractButton>
+#include <QFile>
+#include <QMessageBox>
+#include <QTest>
+#include <QTimer>
+
+#include <functional>
+
+using lumi::Settings;
+using lumi::slideshowOptions;
+using lumi::SlideshowOptions;
+using lumi::SlideshowRows;
+using lumi::test::FormFixture;
+
+Q_DECLARE_METATYPE(lumi::SlideshowRows)
+Q_DECLARE_METATYPE(lumi::SlideshowOptions)
+
+namespace {
+
+template <class Window> Window *openWindow()
+{
+    auto *window = qobject_cast<Window *>(QApplication::activeModalWidget());
+    return window != nullptr && window->isVisible() ? window : nullptr;
+}
+
+/// What a user does in windows that open over the form: each deed is done as soon as it can.
+class Deeds
+{
+public:
+    using Deed = std::function<bool()>; ///< false: not yet
+
+    explicit Deeds(QList<Deed> deeds)
+        : m_deeds(std::move(deeds))
+    {
+        QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] {
+            if (!m_deeds.isEmpty() && !m_isBusy) {
+                m_isBusy = true;
+                const bool isDone = m_deeds.first()();
+                m_isBusy = false;
+                if (isDone) {
+                    m_deeds.removeFirst();
+                }
+            }
+        });
+        m_timer.start(10);
+    }
+
+    [[nodiscard]] bool allDone() const { return m_deeds.isEmpty(); }
+
+private:
+    QTimer m_timer;
+    QList<Deed> m_deeds;
+    bool m_isBusy = false;
+};
+
+Deeds::Deed seesPhoto(const QString &name)
+{
+    return [name] {
+        const auto *show = openWindow<SlideShow>();
+        return show != nullptr && show->lastItem() != nullptr
+            && show->lastItem()->fileName() == name;
+    };
+}
+
+Deeds::Deed presses(Qt::Key key)
+{
+    return [key] {
+        // Boxes and menus run loops of their own, and the deeds must go on.
+        QTimer::singleShot(0, qApp, [key] {
+            QTest::keyClick(QApplication::activeModalWidget(), key);
+        });
+        return true;
+    };
+}
+
+Deeds::Deed chooses(int entry)
+{
+    return [entry] {
+        auto *menu = qobject_cast<lumi::SlideMenu *>(QApplication::activePopupWidget());
+        if (menu == nullptr) {
+            return false;
+        }
+        menu->setActiveAction(menu->findItem(entry));
+        QTest::keyClick(menu, Qt::Key_Return);
+        return true;
+    };
+}
+
+Deeds::Deed opensMenu()
+{
+    return presses(Qt::Key_Menu);
+}
+
+template <class Window> Deeds::Deed closes()
+{
+    return [] {
+        auto *window = openWindow<Window>();
+        return window != nullptr && window->close();
+    };
+}
+
+Deeds::Deed answers(QMessageBox::StandardButton button)
+{
+    return [button] {
+        auto *box = openWindow<QMessageBox>();
+        if (box == nullptr || box->button(button) == nullptr) {
+            return false;
+        }
+        box->button(button)->click();
+        return true;
+    };
+}
+
+/// Notes which windows come up, and whether the wait dialog was there then.
+class WindowLog : public QObject
+{
+public:
+    WindowLog() { qApp->installEventFilter(this); }
+
+    QStringList shown;
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        const auto *widget = qobject_cast<QWidget *>(watched);
+        if (event->type() == QEvent::Show && widget != nullptr && widget->isWindow()) {
+            shown.append(QLatin1String(widget->metaObject()->className()));
+        } else if (event->type() == QEvent::Hide && watched->inherits("MyDialogWait")) {
+            shown.append(QStringLiteral("wait is gone"));
+        }
+        return false;
+    }
+};
+
+} // namespace
+
+class TestFormFileSlideshow : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+
+    void init()
+    {
+        m_form.reset(new FormFixture);
+        Settings::setOperation(1);
+        Settings::setDispOrder(0);
+        Settings::setDispTime(0);
+        Settings::setDispCount(0);
+    }
+
+    void cleanup() { m_form.reset(); }
+
+    void rowsBecomeArguments_data();
+    void rowsBecomeArguments();
+    void startsAtTheCursorAndLeavesItThere();
+    void theWaitDialogStandsForTheFirstPictureOnly();
+    void theColumnStartsItToo();
+    void playsByItselfToItsEnd();
+    void beforeTheFormIsStartedNothingHappens();
+    void anEmptyFolderHasNoShow();
+    void detailsShowThatPicture();
+    void fullViewShowsThatPicture();
+    void optionsComeUpAndNoOtherShow();
+    void aDeletedPictureLeavesTheBrowser();
+    void theLastPictureDeletedLeavesAnEmptyPage();
+    void theFormIsBusyMeanwhile();
+    void theOptionsOpen();
+
+private:
+    void startWith(int photos, int cursor);
+    [[nodiscard]] QString cursorName() const;
+
+    std::unique_ptr<FormFixture> m_form;
+};
+
+void TestFormFileSlideshow::startWith(int photos, int cursor)
+{
+    m_form->world.makePhotos(photos);
+    m_form->start();
+    QVERIFY(m_form->waitForCells(std::min(photos, 6)));
+    if (photos > 0) {
+        m_form->tap(QString::asprintf("a%02d.jpg", cursor));
+        QCOMPARE(m_form->view->currentIndex(), cursor);
+    }
+}
+
+QString TestFormFileSlideshow::cursorName() const
+{
+    const FPVItemObject *item = m_form->view->currentObject();
+    return item != nullptr ? item->fileName() : QString();
+}
+
+void TestFormFileSlideshow::rowsBecomeArguments_data()
+{
+    QTest::addColumn<SlideshowRows>("rows");
+    QTest::addColumn<SlideshowOptions>("options");
+    QTest::newRow("nothing was ever stored")
+        << SlideshowRows{0, 0, 1, 1} << SlideshowOptions{true, true, 3000, 2};
+    QTest::newRow("the first rows")
+        << SlideshowRows{0, 0, 0, 0} << SlideshowOptions{true, true, 2000, 1};
+    QTest::newRow("by hand, at random, the longest")
+        << SlideshowRows{1, 1, 8, 9} << SlideshowOptions{false, false, 10000, 10};
+    QTest::newRow("for ever") << SlideshowRows{0, 1, 3, 10}
+                              << SlideshowOptions{true, false, 5000, 0};
+    QTest::newRow("numbers from elsewhere, too large")
+        << SlideshowRows{7, 7, 99, 99} << SlideshowOptions{false, false, 10000, 0};
+    QTest::newRow("numbers from elsewhere, negative")
+        << SlideshowRows{-1, -1, -5, -5} << SlideshowOptions{false, false, 2000, 1};
+}
+
+void TestFormFileSlideshow::rowsBecomeArguments()
+{
+    QFETCH(SlideshowRows, rows);
+    QFETCH(SlideshowOptions, options);
+    QVERIFY(slideshowOptions(rows) == options);
+}
+
+void TestFormFileSlideshow::startsAtTheCursorAndLeavesItThere()
+{
+    startWith(4, 1);
+    const Deeds deeds({seesPhoto(QStringLiteral("a01.jpg")), presses(Qt::Key_Right),
+                       seesPhoto(QStringLiteral("a02.jpg")), presses(Qt::Key_Escape)});
+    m_form->entry(17)->trigger();
+    QVERIFY(deeds.allDone());
+    QCOMPARE(cursorName(), QStringLiteral("a02.jpg"));
+    QVERIFY(m_form->waitForCells(4));
+    QTRY_COMPARE(m_form->status->text(), QStringLiteral("a02"));
+}
+
+void TestFormFileSlideshow::theWaitDialogStandsForTheFirstPictureOnly()
+{
+    startWith(2, 0);
+    const WindowLog log;
+    const Deeds deeds({seesPhoto(QStringLiteral("a00.jpg")), presses(Qt::Key_Escape)});
+    m_form->form->menu_disp_Slideshow_Execution();
+    QCOMPARE(log.shown.mid(0, 3),
+             (QStringList{QStringLiteral("MyDialogWait"), QStringLiteral("wait is gone"),
+                          QStringLiteral("SlideShow")}));
+}
+
+void TestFormFileSlideshow::theColumnStartsItToo()
+{
+    startWith(2, 0);
+    const Deeds deeds({seesPhoto(QStringLiteral("a00.jpg")), presses(Qt::Key_Escape)});
+    m_form->form->btn_leftWidget_clicked(MyLeftWidget::Slideshow);
+    QVERIFY(deeds.allDone());
+}
+
+void TestFormFileSlideshow::playsByItselfToItsEnd()
+{
+    Settings::setOperation(0);
+    startWith(2, 1);
+    QElapsedTimer timer;
+    timer.start();
+    const Deeds deeds({seesPhoto(QStringLiteral("a01.jpg")), seesPhoto(QStringLiteral("a00.jpg"))});
+    m_form->form->menu_disp_Slideshow_Execution();
+    QVERIFY(deeds.allDone());
+    QVERIFY(timer.elapsed() >= 2 * 2000);
+    QCOMPARE(cursorName(), QStringLiteral("a00.jpg"));
+}
+
+void TestFormFileSlideshow::beforeTheFormIsStartedNothingHappens()
+{
+    FormFile form(&m_form->window, &m_form->toolBar);
+    form.menu_disp_Slideshow_Execution();
+    QVERIFY(QApplication::activeModalWidget() == nullptr);
+}
+
+void TestFormFileSlideshow::anEmptyFolderHasNoShow()
+{
+    m_form->world.makeFolder(QStringLiteral("only"));
+    m_form->start();
+    QVERIFY(m_form->waitForCells(1));
+    const WindowLog log;
+    m_form->form->menu_disp_Slideshow_Execution();
+    QVERIFY(!log.shown.contains(QStringLiteral("SlideShow")));
+    QVERIFY(m_form->waitForCells(1));
+}
+
+void TestFormFileSlideshow::detailsShowThatPicture()
+{
+    startWith(3, 0);
+    const Deeds deeds({seesPhoto(QStringLiteral("a00.jpg")), presses(Qt::Key_Right),
+                       seesPhoto(QStringLiteral("a01.jpg")), opensMenu(), chooses(1)});
+    m_form->form->menu_disp_Slideshow_Execution();
+    QVERIFY(deeds.allDone());
+    QVERIFY(m_form->form->findChild<MyLeftWidget *>()->button(2)->isOn());
+    QCOMPARE(cursorName(), QStringLiteral("a01.jpg"));
+    QVERIFY(m_form->waitForCells(3));
+}
+
+void TestFormFileSlideshow::fullViewShowsThatPicture()
+{
+    startWith(3, 0);
+    QString caption;
+    QElapsedTimer open;
+    const Deeds deeds({seesPhoto(QStringLiteral("a00.jpg")), presses(Qt::Key_Right),
+                       seesPhoto(QStringLiteral("a01.jpg")), opensMenu(), chooses(2),
+                       [&caption, &open] {
+                           auto *viewer = openWindow<FPVPictureScrollView>();
+                           if (viewer == nullptr) {
+                               return false;
+                           }
+                           if (!open.isValid()) {
+                               open.start();
+                           }
+                           caption = viewer->windowTitle();
+                           // Events run also while it is still being made.
+                           return open.elapsed() > 700 && viewer->close();
+                       }});
+    m_form->form->menu_disp_Slideshow_Execution();
+    QVERIFY(deeds.allDone());
+    QCOMPARE(caption, QStringLiteral("a01.jpg"));
+    QVERIFY(m_form->waitForCells(3));
+}
+
+void TestFormFileSlideshow::optionsComeUpAndNoOtherShow()
+{
+    startWith(2, 0);
+    const WindowLog log;
+    const Deeds deeds(
+        {seesPhoto(QStringLiteral("a00.jpg")), opensMenu(), chooses(4), closes<DialogSlideshow>()});
+    m_form->form->menu_disp_Slideshow_Execution();
+    QVERIFY(deeds.allDone());
+    QCOMPARE(log.shown.count(QStringLiteral("SlideShow")), 1);
+    QVERIFY(m_form->waitForCells(2));
+}
+
+void TestFormFileSlideshow::aDeletedPictureLeavesTheBrowser()
+{
+    startWith(3, 1);
+    const Deeds deeds({seesPhoto(QStringLiteral("a01.jpg")), presses(Qt::Key_Delete),
+                       answers(QMessageBox::Yes), seesPhoto(QStringLiteral("a02.jpg")),
+                       presses(Qt::Key_Escape)});
+    m_form->form->menu_disp_Slideshow_Execution();
+    QVERIFY(deeds.allDone());
+    QVERIFY(!QFile::exists(m_form->world.path(QStringLiteral("a01.jpg"))));
+    QVERIFY(QFile::exists(m_form->world.path(QStringLiteral("a00.jpg"))));
+    QVERIFY(QFile::exists(m_form->world.path(QStringLiteral("a02.jpg"))));
+    QVERIFY(m_form->waitForCells(2));
+    QCOMPARE(m_form->names(), (QStringList{QStringLiteral("a00.jpg"), QStringLiteral("a02.jpg")}));
+    QCOMPARE(cursorName(), QStringLiteral("a02.jpg"));
+}
+
+void TestFormFileSlideshow::theLastPictureDeletedLeavesAnEmptyPage()
+{
+    startWith(1, 0);
+    const Deeds deeds(
+        {seesPhoto(QStringLiteral("a00.jpg")), presses(Qt::Key_Delete), answers(QMessageBox::Yes)});
+    m_form->form->menu_disp_Slideshow_Execution();
+    QVERIFY(deeds.allDone());
+    QVERIFY(m_form->waitForCells(0));
+    QVERIFY(m_form->view->currentObject() == nullptr);
+}
+
+void TestFormFileSlideshow::theFormIsBusyMeanwhile()
+{
+    startWith(2, 0);
+    bool wasBusy = false;
+    const Deeds deeds({seesPhoto(QStringLiteral("a00.jpg")),
+                       [this, &wasBusy] {
+                           wasBusy = m_form->form->isBusy();
+                           m_form->tellCardChange();
+                           return true;
+                       },
+                       presses(Qt::Key_Escape)});
+    m_form->form->menu_disp_Slideshow_Execution();
+    QVERIFY(deeds.allDone());
+    QVERIFY(wasBusy);
+    QVERIFY(!m_form->form->isBusy());
+}
+
+void TestFormFileSlideshow::theOptionsOpen()
+{
+    startWith(1, 0);
+    const QWidget *parent = nullptr;
+    const Deeds deeds({[&parent] {
+        auto *dialog = openWindow<DialogSlideshow>();
+        if (dialog == nullptr) {
+            return false;
+        }
+        parent = dialog->parentWidget();
+        dialog->accept();
+        return true;
+    }});
+    m_form->entry(18)->trigger();
+    QVERIFY(deeds.allDone());
+    QCOMPARE(parent, m_form->form.get());
+}
+
+LUMI_TEST(TestFormFileSlideshow)
+#include "TestFormFileSlideshow.moc"
