@@ -45,7 +45,7 @@ void mustWork(bool ok)
 }
 
 /// Search and copy, as the form does them, without its dialogs.
-void import(const QString &card)
+void importCard(const QString &card)
 {
     FPVFileTree tree;
     tree.walk(card, false, nullptr);
@@ -85,7 +85,7 @@ std::vector<lumi::bench::Row> lumi::bench::importRows(const QString &folder)
     const Row row = compare(
         "import 250 files, 140 MB", "cp -r", 1.25, kRounds,
         [&card] {
-            import(card);
+            importCard(card);
         },
         bare, clean);
     qputenv("HOME", oldHome);

@@ -37,6 +37,7 @@ void FormFile::accel_appendToMail()
         return;
     }
     MyDialogWait wait(mainWindow(), msg(lumi::MsgWorking));
+    wait.setWindowTitle(msg(lumi::MsgLumiVault));
     wait.start(0);
     const QImage image = photo ? lumi::mailImage(photo) : QImage();
     if (image.isNull() || !lumi::saveMailImage(image, path)) {

@@ -55,6 +55,7 @@ ImportKind FormImport::copyFiles()
     setCopyCancelled(false);
     MyDialogProgressBar dialog(this, msg(lumi::MsgCopying), msg(lumi::MsgDoNotRemoveCard));
     connect(&dialog, &MyDialogProgressBar::btn_cancel_clicked, this, &FormImport::copyCancel);
+    dialog.setWindowTitle(msg(lumi::MsgLumiVault));
     dialog.start(FPVFileTree::fileCount() + kExtraSteps);
     dialog.progress(0);
     lumi::ImportCallbacks callbacks;

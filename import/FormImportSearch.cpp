@@ -17,6 +17,7 @@ FormImport::SearchResult FormImport::runSearch()
 {
     MyDialogWait wait(this, msg(lumi::MsgSearchingPleaseWait), msg(lumi::MsgCancel));
     connect(&wait, &MyDialogWait::btn_clicked, this, &FormImport::searchCancel);
+    wait.setWindowTitle(msg(lumi::MsgLumiVault));
     wait.start(0);
     if (!m_fileTree.walk(m_sourcePath, false, nullptr)) {
         return Failed;

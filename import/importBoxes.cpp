@@ -4,6 +4,7 @@
 #include "platform/dialogButtons.h"
 
 #include <QDialogButtonBox>
+#include <QLabel>
 #include <QPointer>
 #include <QTextBrowser>
 #include <QVBoxLayout>
@@ -11,7 +12,20 @@
 namespace {
 
 constexpr int kMargin = 4;
+/// Of a text in a box, in pixels: with icon and frame it still fits the screen.
+constexpr int kLongestLine = 460;
 constexpr QSize kReportSize(380, 240);
+
+/// A message box breaks lines at half the screen's width; ours are made to stand in one piece.
+void widenForLines(QMessageBox *box)
+{
+    auto *label = box->findChild<QLabel *>(QStringLiteral("qt_msgbox_label"));
+    if (label == nullptr) {
+        return;
+    }
+    const QSize needed = label->fontMetrics().size(0, box->text());
+    label->setMinimumWidth(qMin(needed.width() + 1, kLongestLine));
+}
 
 /// Made on the heap: the parent may go while it is up. Gives the button, or NoButton.
 QMessageBox::StandardButton show(QMessageBox *newBox, const QString &caption, const QString &text)
@@ -20,6 +34,7 @@ QMessageBox::StandardButton show(QMessageBox *newBox, const QString &caption, co
     box->setWindowTitle(caption);
     box->setTextFormat(Qt::PlainText);
     box->setText(text);
+    widenForLines(box);
     box->exec();
     const auto button = box ? box->standardButton(box->clickedButton()) : QMessageBox::NoButton;
     delete box;

@@ -80,7 +80,7 @@ private:
         ImportKind kind;
     };
 
-    ImportKind import(const QString &name = QStringLiteral("new"));
+    ImportKind importCard(const QString &name = QStringLiteral("new"));
 
     QString target(const QString &name = QStringLiteral("new")) const
     {
@@ -117,7 +117,7 @@ void TestImportRun::cleanup()
     m_world.reset();
 }
 
-ImportKind TestImportRun::import(const QString &name)
+ImportKind TestImportRun::importCard(const QString &name)
 {
     m_steps.clear();
     m_failures.clear();
@@ -145,7 +145,7 @@ void TestImportRun::aWholeCardArrives()
 {
     const int count = fillCard(m_card, 200);
     const Tree before = stateOf(m_card);
-    QCOMPARE(import(), ImportKind::Done);
+    QCOMPARE(importCard(), ImportKind::Done);
     QCOMPARE(m_copied, count);
     const Tree expected = importableTree(m_card);
     QCOMPARE(expected.values().count(QByteArray("folder")), qsizetype(14));
@@ -160,7 +160,7 @@ void TestImportRun::twoThousandSmallFilesArrive()
         writeBytes(m_card + QString::asprintf("/DCIM/%03d/IMG_%04d.JPG", 100 + i / 500, i), i % 97);
     }
     const Tree before = stateOf(m_card);
-    QCOMPARE(import(), ImportKind::Done);
+    QCOMPARE(importCard(), ImportKind::Done);
     QCOMPARE(m_copied, 2000);
     QVERIFY(treeOf(target()) == importableTree(m_card));
     QVERIFY(stateOf(m_card) == before);
@@ -169,7 +169,7 @@ void TestImportRun::twoThousandSmallFilesArrive()
 void TestImportRun::anotherProgramFindsNoDifference()
 {
     fillCard(m_card, 60);
-    QCOMPARE(import(), ImportKind::Done);
+    QCOMPARE(importCard(), ImportKind::Done);
     // What is no file or folder of the card's own is not imported.
     for (const char *name : {"/pipe.jpg", "/DCIM/dangling.jpg", "/DCIM/linked folder"}) {
         QVERIFY(::unlink(QFile::encodeName(m_card + QLatin1String(name)).constData()) == 0);
@@ -191,7 +191,7 @@ void TestImportRun::theStepsAreCounted()
             QVERIFY(QFileInfo(target()).isDir());
         }
     };
-    QCOMPARE(import(), ImportKind::Done);
+    QCOMPARE(importCard(), ImportKind::Done);
     // One for the folders, one for each file: of 3 + 2 the last is never reached.
     QCOMPARE(m_steps, (QList<int>{1, 2, 3, 4}));
 }
@@ -216,7 +216,7 @@ void TestImportRun::theFolderIsNew()
     QFETCH(QString, name);
     QFETCH(QString, made);
     writeBytes(m_card + QStringLiteral("/a.jpg"), 10);
-    QCOMPARE(import(name), ImportKind::Done);
+    QCOMPARE(importCard(name), ImportKind::Done);
     QCOMPARE(m_folderName, made);
     QCOMPARE(treeOf(target(made)), importableTree(m_card));
     QCOMPARE(QDir(m_world->store).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
@@ -228,7 +228,7 @@ void TestImportRun::takenNamesAreNumbered()
     writeBytes(m_card + QStringLiteral("/dcim/a.jpg"), 10);
     m_world->makeFile(QStringLiteral("trip002"), "a file holds a name too");
     for (const char *made : {"trip", "trip001", "trip003"}) {
-        QCOMPARE(import(QStringLiteral("trip")), ImportKind::Done);
+        QCOMPARE(importCard(QStringLiteral("trip")), ImportKind::Done);
         QCOMPARE(m_folderName, QLatin1String(made));
         // Two cards with the same names stay apart.
         QCOMPARE(treeOf(target(QLatin1String(made))), importableTree(m_card));
@@ -239,7 +239,7 @@ void TestImportRun::takenNamesAreNumbered()
 void TestImportRun::theCardsPathIsNoPartOfTheNewOne()
 {
     writeBytes(m_card + QStringLiteral("/dcim/a.jpg"), 10);
-    QCOMPARE(import(), ImportKind::Done);
+    QCOMPARE(importCard(), ImportKind::Done);
     QCOMPARE(treeOf(target()).keys(),
              (QStringList{QStringLiteral("dcim"), QStringLiteral("dcim/a.jpg")}));
 }
@@ -247,7 +247,7 @@ void TestImportRun::theCardsPathIsNoPartOfTheNewOne()
 void TestImportRun::emptyFilesAreWhole()
 {
     writeBytes(m_card + QStringLiteral("/a.jpg"), 0);
-    QCOMPARE(import(), ImportKind::Done);
+    QCOMPARE(importCard(), ImportKind::Done);
     QCOMPARE(m_copied, 1);
     QCOMPARE(treeOf(target()), (Tree{{QStringLiteral("a.jpg"), "file"}}));
 }
@@ -263,7 +263,7 @@ void TestImportRun::filesAreNeverOverwritten()
             m_world->makeFile(target() + QStringLiteral("/b-1.jpg"), "somebody's");
         }
     };
-    QCOMPARE(import(), ImportKind::Done);
+    QCOMPARE(importCard(), ImportKind::Done);
     Tree expected = importableTree(m_card);
     expected.insert(QStringLiteral("b-2.jpg"), expected.take(QStringLiteral("b.jpg")));
     expected.insert(QStringLiteral("b.jpg"), "filesomebody's");
@@ -279,7 +279,7 @@ void TestImportRun::aNumberGoesBeforeTheExtension()
             m_world->makeFile(target() + QStringLiteral("/a.b.jpg"), "x");
         }
     };
-    QCOMPARE(import(), ImportKind::Done);
+    QCOMPARE(importCard(), ImportKind::Done);
     QVERIFY(QFile::exists(target() + QStringLiteral("/a.b-1.jpg")));
 }
 
@@ -299,7 +299,7 @@ void TestImportRun::namesWithASlashAreRefused()
     writeBytes(m_card + QStringLiteral("/a.jpg"), 10);
     m_world->makeFolder(QStringLiteral("there"));
     const Tree before = stateOf(QFileInfo(m_world->store).path());
-    QCOMPARE(import(name), ImportKind::AccessFailure);
+    QCOMPARE(importCard(name), ImportKind::AccessFailure);
     QCOMPARE(stateOf(QFileInfo(m_world->store).path()), before);
     QCOMPARE(m_copied, 0);
     QVERIFY(m_steps.isEmpty());
@@ -328,7 +328,7 @@ void TestImportRun::theStoreMustBeWritable()
     }
     {
         const lumi::test::OrdinaryUser user;
-        QCOMPARE(import(), ImportKind::AccessFailure);
+        QCOMPARE(importCard(), ImportKind::AccessFailure);
     }
     QCOMPARE(m_copied, 0);
     QVERIFY(m_failures.isEmpty());
@@ -355,7 +355,7 @@ void TestImportRun::foldersThatCantBeMade()
                                            : DiskFigures();
     };
     // A name that no file system takes.
-    QCOMPARE(import(QString(300, QLatin1Char('x'))), kind);
+    QCOMPARE(importCard(QString(300, QLatin1Char('x'))), kind);
     QVERIFY(m_steps.isEmpty());
     QVERIFY(m_failures.isEmpty());
     // One of the card's folders: this path has become too long.
@@ -417,7 +417,7 @@ void TestImportRun::theFirstFailureEndsTheRun()
             QVERIFY(QFile::remove(m_card + QStringLiteral("/b.jpg")));
         }
     };
-    QCOMPARE(import(), ImportKind::AccessFailure);
+    QCOMPARE(importCard(), ImportKind::AccessFailure);
     QCOMPARE(m_copied, 1);
     QCOMPARE(m_failures.size(), qsizetype(1));
     QCOMPARE(m_failures.constFirst().path, QString(m_card + QStringLiteral("/b.jpg")));
@@ -433,7 +433,7 @@ void TestImportRun::aCancelStopsTheFileInWork()
     m_atStep = [](int step) {
         setCopyCancelled(step == 2);
     };
-    QCOMPARE(import(), ImportKind::Cancelled);
+    QCOMPARE(importCard(), ImportKind::Cancelled);
     QCOMPARE(m_copied, 1);
     QCOMPARE(m_failures.constFirst().kind, ImportKind::Cancelled);
     QCOMPARE(treeOf(target()).keys(),
@@ -447,7 +447,7 @@ void TestImportRun::aCancelOfEmptyFilesWaits()
     }
     writeBytes(m_card + QStringLiteral("/c.jpg"), 1);
     setCopyCancelled(true);
-    QCOMPARE(import(), ImportKind::Cancelled);
+    QCOMPARE(importCard(), ImportKind::Cancelled);
     QCOMPARE(m_copied, 2);
     QVERIFY(m_failures.constFirst().path.endsWith(QStringLiteral("/c.jpg")));
 }
@@ -464,7 +464,7 @@ void TestImportRun::aWrongSizeDoesNotEndTheRun()
             faults = std::make_unique<FileFaults>(m_card, FileFaults::Reads, 1, EIO);
         }
     };
-    QCOMPARE(import(), ImportKind::Mismatch);
+    QCOMPARE(importCard(), ImportKind::Mismatch);
     QCOMPARE(m_copied, 3);
     QCOMPARE(m_failures.size(), qsizetype(1));
     QCOMPARE(m_failures.constFirst().path, QString(m_card + QStringLiteral("/b.jpg")));
@@ -486,7 +486,7 @@ void TestImportRun::aVanishedSourceIsNoMatch()
         }
     });
     timer.start(0);
-    const ImportKind kind = import();
+    const ImportKind kind = importCard();
     QCOMPARE(kind, ImportKind::Mismatch);
     QVERIFY(treeOf(target()).isEmpty());
 }
@@ -505,7 +505,7 @@ void TestImportRun::aFullDisk()
         limit = std::make_unique<lumi::test::FileSizeLimit>(20000);
         m_world->machine->setFreeDiskKB(2);
     }
-    QCOMPARE(import(), ImportKind::MemoryFull);
+    QCOMPARE(importCard(), ImportKind::MemoryFull);
     QCOMPARE(m_failures.size(), qsizetype(1));
     const Tree tree = treeOf(target());
     QCOMPARE(tree.size(), qsizetype(m_copied));
@@ -533,7 +533,7 @@ void TestImportRun::aLimitInTheMiddleOfAFile()
         return DiskFigures{2048, freeKB, freeKB / 2, true};
     };
     const lumi::test::FileSizeLimit limit(20000);
-    QCOMPARE(import(), kind);
+    QCOMPARE(importCard(), kind);
     QCOMPARE(m_copied, 1);
     QCOMPARE(treeOf(target()).keys(), QStringList{QStringLiteral("a.jpg")});
     QVERIFY(m_failures.constFirst().path.endsWith(QStringLiteral("/b.jpg")));
