@@ -1,0 +1,394 @@
+// SPDX-License-Identifier: MIT
+// Visits to the full view of photos and back, by taps and keys on the real windows.
+#include "files/FormFile.h"
+#include "items/FPVItemImage.h"
+#include "platform/FrameBuffer.h"
+#include "platform/QCopChannel.h"
+#include "tests/journeys/Traveller.h"
+#include "tests/support/TestMain.h"
+#include "viewer/FPVPictureScrollView.h"
+#include "viewer/PictureScrollView.h"
+#include "views/FPVThumbnailItem.h"
+#include "views/FPVThumbnailView.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QElapsedTimer>
+#include <QLabel>
+#include <QPointer>
+#include <QProgressBar>
+#include <QTest>
+#include <QTimer>
+#include <QToolButton>
+#include <QWindow>
+
+#include <algorithm>
+#include <deque>
+#include <functional>
+
+using lumi::test::Traveller;
+
+namespace {
+
+constexpr int kPatienceMs = 10000;
+constexpr QSize kPhoto(1600, 1200);
+
+/// The viewer once it stands and has its picture, or null.
+FPVPictureScrollView *viewer()
+{
+    auto *window = qobject_cast<FPVPictureScrollView *>(QApplication::activeModalWidget());
+    return window != nullptr && !window->windowTitle().isEmpty() ? window : nullptr;
+}
+
+/// Whether the viewer is up with a picture on show.
+bool isViewing()
+{
+    const auto *window = viewer();
+    return window != nullptr && !window->findChild<QProgressBar *>()->isVisibleTo(window);
+}
+
+bool isViewing(const QString &name)
+{
+    return isViewing() && viewer()->windowTitle() == name;
+}
+
+/// Whether a label of the viewer has this text.
+bool says(const QString &text)
+{
+    const auto labels = viewer()->findChildren<QLabel *>();
+    return std::any_of(labels.begin(), labels.end(), [&text](const QLabel *label) {
+        return label->isVisible() && label->text() == text;
+    });
+}
+
+QColor middle()
+{
+    const QWidget *place = viewer()->findChild<PictureScrollView *>()->viewport();
+    const QImage shot = viewer()->grab().toImage();
+    return shot.pixelColor(place->mapTo(viewer(), place->rect().center()));
+}
+
+bool isNear(const QColor &one, const QColor &other)
+{
+    return qAbs(one.red() - other.red()) < 12 && qAbs(one.green() - other.green()) < 12
+        && qAbs(one.blue() - other.blue()) < 12;
+}
+
+/// What the user does while the program waits in a window of its own: one step after another,
+/// each tried until it answers true. If one never does, or a window stays behind, all are closed.
+class Visit : public QObject
+{
+public:
+    Visit()
+    {
+        connect(&m_timer, &QTimer::timeout, this, &Visit::go);
+        m_clock.start();
+        m_timer.start(10);
+    }
+
+    Visit &when(std::function<bool()> step)
+    {
+        m_steps.push_back(std::move(step));
+        return *this;
+    }
+
+    Visit &then(const std::function<void()> &step)
+    {
+        return when([step] {
+            step();
+            return true;
+        });
+    }
+
+    [[nodiscard]] bool isOver() const { return m_steps.empty() && !m_isLate; }
+
+private:
+    void go()
+    {
+        if (m_clock.elapsed() > kPatienceMs) {
+            giveUp();
+        } else if (!m_isRunning && !m_steps.empty()) {
+            m_isRunning = true;
+            if (m_steps.front()()) {
+                m_steps.pop_front();
+                m_clock.restart();
+            }
+            m_isRunning = false;
+        }
+    }
+
+    void giveUp()
+    {
+        m_isLate = m_isLate || !m_steps.empty() || QApplication::activeModalWidget() != nullptr;
+        while (QWidget *window = QApplication::activeModalWidget()) {
+            window->hide();
+        }
+    }
+
+    std::deque<std::function<bool()>> m_steps;
+    QTimer m_timer;
+    QElapsedTimer m_clock;
+    bool m_isRunning = false;
+    bool m_isLate = false;
+};
+
+} // namespace
+
+class TestFullView : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void throughTheFolderAndBack();
+    void openedByTheMenuClosedByItsButton();
+    void aBrokenPhotoEndsTheVisit();
+    void anotherProgramComesToTheFront();
+    void manyVisitsLeaveNothing();
+
+private:
+    [[nodiscard]] QToolButton *button(int index) const;
+    void open(const QString &name);
+    void key(int key);
+    void drag(QPoint from, QPoint to);
+
+    std::unique_ptr<Traveller> m_user;
+};
+
+void TestFullView::init()
+{
+    m_user = std::make_unique<Traveller>();
+    m_user->world.makePhoto(QStringLiteral("a.jpg"), kPhoto, Qt::red);
+    m_user->world.makePhoto(QStringLiteral("b.jpg"), QSize(320, 240), Qt::blue);
+    m_user->world.makePhoto(QStringLiteral("c.jpg"), kPhoto, Qt::green);
+}
+
+void TestFullView::cleanup()
+{
+    m_user.reset();
+    QVERIFY(!FrameBuffer::instance().isAllocated());
+}
+
+QToolButton *TestFullView::button(int index) const
+{
+    auto buttons = viewer()->findChildren<QToolButton *>();
+    std::sort(buttons.begin(), buttons.end(), [](const auto *one, const auto *other) {
+        return one->x() < other->x();
+    });
+    return buttons.at(index);
+}
+
+/// Comes back when the viewer has closed.
+void TestFullView::open(const QString &name)
+{
+    m_user->tapItem(name);
+    QCOMPARE(m_user->status(), name.section(QLatin1Char('.'), 0, 0));
+    m_user->tapItem(name);
+}
+
+void TestFullView::key(int key)
+{
+    QTest::keyClick(QApplication::focusWidget(), static_cast<Qt::Key>(key));
+}
+
+void TestFullView::drag(QPoint from, QPoint to)
+{
+    QWindow *window = viewer()->windowHandle();
+    QTest::mousePress(window, Qt::LeftButton, {}, from);
+    QTest::mouseMove(window, (from + to) / 2);
+    QTest::mouseMove(window, to);
+    QTest::mouseRelease(window, Qt::LeftButton, {}, to);
+}
+
+void TestFullView::throughTheFolderAndBack()
+{
+    m_user->startProgram();
+    m_user->openBrowser();
+    QVERIFY(m_user->seesThumbnails());
+    Visit visit;
+    visit
+        .when([] {
+            return isViewing(QStringLiteral("a.jpg"));
+        })
+        .then([] {
+            QVERIFY(isNear(middle(), Qt::red));
+        })
+        .when([this] {
+            return button(0)->isEnabled();
+        })
+        .then([this] {
+            m_user->tapMiddle(button(0));
+        })
+        .then([] {
+            QVERIFY(!isViewing());
+        })
+        .when([] {
+            return isViewing();
+        })
+        .when([this] {
+            return button(0)->isEnabled();
+        })
+        .then([this] {
+            m_user->tapMiddle(button(0));
+        })
+        .then([this] {
+            QVERIFY(isViewing());
+            QVERIFY(says(QStringLiteral("100%")));
+            drag({300, 300}, {100, 200});
+            QVERIFY(isNear(middle(), Qt::red));
+        })
+        // A card that comes meanwhile is dealt with later.
+        .then([this] {
+            m_user->world.machine->insertCard(Slot::SD);
+            QCopChannel::send("QPE/Card", "mtabChanged()");
+            key(Qt::Key_End);
+        })
+        .when([] {
+            return isViewing(QStringLiteral("b.jpg"));
+        })
+        .then([this] {
+            QVERIFY(isNear(middle(), Qt::blue));
+            QCOMPARE(m_user->combo()->count(), 1);
+            m_user->tapMiddle(button(4));
+        })
+        .when([] {
+            return isViewing(QStringLiteral("c.jpg"));
+        })
+        .then([this] {
+            key(Qt::Key_End);
+        })
+        .when([] {
+            return isViewing(QStringLiteral("a.jpg"));
+        })
+        .then([this] {
+            key(Qt::Key_Home);
+        })
+        .when([] {
+            return isViewing(QStringLiteral("c.jpg"));
+        })
+        .then([this] {
+            QVERIFY(isNear(middle(), Qt::green));
+            key(Qt::Key_Escape);
+        });
+    open(QStringLiteral("a.jpg"));
+    QVERIFY(visit.isOver());
+    QVERIFY(viewer() == nullptr);
+    // The browser stands on the photo that was seen last, and goes on.
+    QVERIFY(m_user->seesThumbnails());
+    QCOMPARE(m_user->view()->currentObject()->fileName(), QStringLiteral("c.jpg"));
+    QTRY_COMPARE(m_user->status(), QStringLiteral("c"));
+    QTRY_COMPARE(m_user->combo()->count(), 2);
+    m_user->window->activateWindow(); // there is no window manager that would
+    QVERIFY(QTest::qWaitForWindowActive(m_user->window.get()));
+    key(Qt::Key_Left);
+    QCOMPARE(m_user->status(), QStringLiteral("b"));
+}
+
+void TestFullView::openedByTheMenuClosedByItsButton()
+{
+    m_user->startProgram();
+    m_user->openBrowser();
+    QVERIFY(m_user->seesThumbnails());
+    m_user->tapItem(QStringLiteral("b.jpg"));
+    Visit visit;
+    visit
+        .when([] {
+            return isViewing(QStringLiteral("b.jpg"));
+        })
+        .then([] {
+            viewer()->close();
+        });
+    m_user->browser()->menu_disp_DispAll();
+    QVERIFY(visit.isOver());
+    QVERIFY(!m_user->browser()->isBusy());
+    QVERIFY(m_user->seesThumbnails());
+    QCOMPARE(m_user->status(), QStringLiteral("b"));
+}
+
+void TestFullView::aBrokenPhotoEndsTheVisit()
+{
+    m_user->world.makeFile(QStringLiteral("d.jpg"), "no photo at all");
+    m_user->startProgram();
+    m_user->openBrowser();
+    QTRY_VERIFY(m_user->thumbnailColour(QStringLiteral("c.jpg")).isValid());
+    QString text;
+    Visit visit;
+    visit
+        .when([] {
+            return isViewing(QStringLiteral("a.jpg"));
+        })
+        .then([this] {
+            // The box keeps its caller waiting.
+            QTimer::singleShot(0, this, [this] {
+                key(Qt::Key_Home);
+            });
+        })
+        .when([&text] {
+            auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+            if (box == nullptr || viewer() != nullptr) {
+                return false;
+            }
+            text = box->text();
+            box->accept();
+            return true;
+        });
+    open(QStringLiteral("a.jpg"));
+    QVERIFY(visit.isOver());
+    QCOMPARE(text, QStringLiteral("You did not open this file"));
+    QTRY_COMPARE(m_user->status(), QStringLiteral("d"));
+    QVERIFY(m_user->cell(QStringLiteral("d.jpg")) != nullptr);
+}
+
+void TestFullView::anotherProgramComesToTheFront()
+{
+    m_user->startProgram();
+    m_user->openBrowser();
+    QVERIFY(m_user->seesThumbnails());
+    Visit visit;
+    visit
+        .when([] {
+            return viewer() != nullptr;
+        })
+        .then([] {
+            QCopChannel::send("QPE/System", "appForeground(QString)");
+        });
+    open(QStringLiteral("a.jpg"));
+    QVERIFY(visit.isOver());
+    QVERIFY(QApplication::activeModalWidget() == nullptr);
+    QVERIFY(m_user->window->isVisible());
+    QVERIFY(m_user->seesThumbnails());
+    QCOMPARE(m_user->status(), QStringLiteral("a"));
+}
+
+void TestFullView::manyVisitsLeaveNothing()
+{
+    m_user->startProgram();
+    m_user->openBrowser();
+    QVERIFY(m_user->seesThumbnails());
+    m_user->tapItem(QStringLiteral("b.jpg"));
+    auto *item = qobject_cast<FPVItemImage *>(m_user->view()->currentObject());
+    const auto windows = QApplication::topLevelWidgets().size();
+    const auto children = m_user->browser()->children().size();
+    for (int i = 0; i < 50; ++i) {
+        Visit visit;
+        visit
+            .when([] {
+                return viewer() != nullptr;
+            })
+            .then([] {
+                viewer()->hide();
+            });
+        m_user->browser()->menu_disp_DispAll();
+        QVERIFY(visit.isOver());
+        QVERIFY(item->rasterBits() == nullptr);
+        QVERIFY(!FrameBuffer::instance().isAllocated());
+    }
+    QCOMPARE(QApplication::topLevelWidgets().size(), windows);
+    QCOMPARE(m_user->browser()->children().size(), children);
+    QVERIFY(m_user->seesThumbnails());
+}
+
+LUMI_TEST(TestFullView)
+#include "TestFullView.moc"
