@@ -4,8 +4,8 @@
 #include "viewer/zoomPlacement.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
-#include <cstring>
 #include <memory>
 #include <new>
 
@@ -14,6 +14,9 @@ namespace {
 using lumi::ZoomPlacement;
 using lumi::ZoomSource;
 using lumi::ZoomTarget;
+
+/// Every pixel once, so that those of a row lie side by side.
+constexpr int kFullSize = 100;
 
 struct Placement
 {
@@ -34,6 +37,23 @@ bool isDrawable(const ZoomSource &source, const QRect &area)
         && !area.isEmpty();
 }
 
+/// Line pixel i becomes row pixel places[i]. Loading several before storing any keeps more loads
+/// under way: nothing says here that row and line don't overlap.
+template <typename Pixel> void gather(const Pixel *row, const int *places, int count, Pixel *line)
+{
+    constexpr int kAtOnce = 8;
+    int i = 0;
+    for (; i + kAtOnce <= count; i += kAtOnce) {
+        const std::array<Pixel, kAtOnce> taken
+            = {row[places[i]],     row[places[i + 1]], row[places[i + 2]], row[places[i + 3]],
+               row[places[i + 4]], row[places[i + 5]], row[places[i + 6]], row[places[i + 7]]};
+        std::copy(taken.begin(), taken.end(), line + i);
+    }
+    for (; i < count; ++i) {
+        line[i] = row[places[i]];
+    }
+}
+
 /// What is drawn into one line of the memory after another.
 template <typename Pixel> class Painter
 {
@@ -46,13 +66,15 @@ public:
 
 private:
     void findPlaces();
-    void takeRow(int row);
-    void write(const Pixel *line, int index);
+    [[nodiscard]] Pixel *lineAt(int index) const;
+    void takeRow(int row, Pixel *line) const;
+    void write(const Pixel *line, int index) const;
 
     const ZoomSource &m_source;
     const ZoomTarget &m_target;
     Placement m_placement;
-    int m_room; ///< pixels of a line
+    int m_room;    ///< pixels of a line
+    bool m_isOpen; ///< every pixel of the place may be written
     std::unique_ptr<Pixel[]> m_line;
     std::unique_ptr<Pixel[]> m_gray;
     std::unique_ptr<int[]> m_places; ///< in a raster row, of each pixel of the picture
@@ -64,12 +86,12 @@ Painter<Pixel>::Painter(const ZoomSource &source, const ZoomTarget &target, Pixe
     , m_target(target)
     , m_placement(placement(source, target.area))
     , m_room(target.area.width())
+    , m_isOpen(target.region.rectCount() == 1 && target.region.boundingRect().contains(target.area))
     , m_line(new (std::nothrow) Pixel[static_cast<std::size_t>(m_room)])
     , m_gray(new (std::nothrow) Pixel[static_cast<std::size_t>(m_room)])
     , m_places(new (std::nothrow) int[static_cast<std::size_t>(m_placement.down.shown)])
 {
     if (hasMemory()) {
-        std::fill_n(m_line.get(), m_room, margin);
         std::fill_n(m_gray.get(), m_room, margin);
         findPlaces();
     }
@@ -84,28 +106,36 @@ template <typename Pixel> void Painter<Pixel>::findPlaces()
     }
 }
 
-template <typename Pixel> void Painter<Pixel>::takeRow(int row)
+template <typename Pixel> Pixel *Painter<Pixel>::lineAt(int index) const
+{
+    const QPoint start = m_target.area.topLeft() + QPoint(0, index);
+    uchar *bits = m_target.bits + std::ptrdiff_t(start.y()) * m_target.lineStep;
+    return reinterpret_cast<Pixel *>(bits) + start.x();
+}
+
+/// Makes a whole line of a row, with the margins on both sides.
+template <typename Pixel> void Painter<Pixel>::takeRow(int row, Pixel *line) const
 {
     const ZoomPlacement &down = m_placement.down;
     const auto *pixels = reinterpret_cast<const Pixel *>(m_source.raster)
         + std::ptrdiff_t(row) * m_source.size.height();
-    const int *places = m_places.get();
-    Pixel *line = m_line.get() + (m_room - down.margin - down.shown);
-    for (int i = 0; i < down.shown; ++i) {
-        line[i] = pixels[places[i]];
+    Pixel *picture = std::copy_n(m_gray.get(), m_room - down.margin - down.shown, line);
+    std::copy_n(m_gray.get(), down.margin, picture + down.shown);
+    if (m_source.percent == kFullSize) {
+        std::copy_n(pixels + m_places[0], down.shown, picture);
+    } else {
+        gather(pixels, m_places.get(), down.shown, picture);
     }
 }
 
-template <typename Pixel> void Painter<Pixel>::write(const Pixel *line, int index)
+template <typename Pixel> void Painter<Pixel>::write(const Pixel *line, int index) const
 {
     const QRect whole(m_target.area.x(), m_target.area.y() + index, m_room, 1);
-    uchar *bits = m_target.bits + std::ptrdiff_t(whole.y()) * m_target.lineStep;
     for (const QRect &rect : m_target.region) {
         const QRect part = rect & whole;
         if (!part.isEmpty()) {
-            std::memcpy(bits + std::ptrdiff_t(part.x()) * std::ptrdiff_t(sizeof(Pixel)),
-                        line + (part.x() - whole.x()),
-                        static_cast<std::size_t>(part.width()) * sizeof(Pixel));
+            const int start = part.x() - whole.x();
+            std::copy_n(line + start, part.width(), lineAt(index) + start);
         }
     }
 }
@@ -113,7 +143,8 @@ template <typename Pixel> void Painter<Pixel>::write(const Pixel *line, int inde
 template <typename Pixel> void Painter<Pixel>::paint()
 {
     const ZoomPlacement &across = m_placement.across;
-    int taken = -1;
+    const Pixel *taken = nullptr;
+    int takenRow = -1;
     for (int i = 0; i < m_target.area.height(); ++i) {
         const int index = i - across.margin;
         if (index < 0 || index >= across.shown) {
@@ -121,11 +152,18 @@ template <typename Pixel> void Painter<Pixel>::paint()
             continue;
         }
         const int row = lumi::zoomedPixel(across.origin, index, m_source.percent);
-        if (row != taken) {
-            takeRow(row);
-            taken = row;
+        if (row == takenRow) {
+            write(taken, i);
+            continue;
         }
-        write(m_line.get(), i);
+        // Where nothing is in the way a row goes to its place at once.
+        Pixel *line = m_isOpen ? lineAt(i) : m_line.get();
+        takeRow(row, line);
+        taken = line;
+        takenRow = row;
+        if (!m_isOpen) {
+            write(line, i);
+        }
     }
 }
 
