@@ -385,9 +385,10 @@ void TestFullView::manyVisitsLeaveNothing()
         QVERIFY(item->rasterBits() == nullptr);
         QVERIFY(!FrameBuffer::instance().isAllocated());
     }
+    QVERIFY(m_user->seesThumbnails());
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QCOMPARE(QApplication::topLevelWidgets().size(), windows);
     QCOMPARE(m_user->browser()->children().size(), children);
-    QVERIFY(m_user->seesThumbnails());
 }
 
 LUMI_TEST(TestFullView)
