@@ -15,6 +15,8 @@ std::vector<Row> listingRows(const QString &folder);
 std::vector<Row> thumbnailRows(const QString &folder);
 std::vector<Row> pageRows(const QString &folder);
 std::vector<Row> screenDecodeRows(const QString &folder);
+/// Needs no file.
+std::vector<Row> viewerRedrawRows(const QString &folder);
 std::vector<Row> exifTextRows(const QString &folder);
 std::vector<Row> exifRewriteRows(const QString &folder);
 std::vector<Row> importRows(const QString &folder);

@@ -18,8 +18,8 @@ int main(int argc, char **argv)
     std::vector<lumi::bench::Row> rows;
     for (const auto job :
          {lumi::bench::listingRows, lumi::bench::thumbnailRows, lumi::bench::pageRows,
-          lumi::bench::screenDecodeRows, lumi::bench::exifTextRows, lumi::bench::exifRewriteRows,
-          lumi::bench::importRows, lumi::bench::processRows}) {
+          lumi::bench::screenDecodeRows, lumi::bench::viewerRedrawRows, lumi::bench::exifTextRows,
+          lumi::bench::exifRewriteRows, lumi::bench::importRows, lumi::bench::processRows}) {
         const std::vector<lumi::bench::Row> more = job(folder.path());
         if (more.empty()) {
             std::fprintf(stderr, "a job could not make its photos\n");

@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: MIT
+#include "bench/jobs.h"
+#include "items/rasterMemory.h"
+#include "viewer/zoomPainting.h"
+
+#include <QSize>
+
+#include <cstring>
+#include <memory>
+#include <vector>
+
+namespace {
+
+constexpr QSize kScreen(640, 480);
+/// Eight megapixels: the largest raster there is, far larger than any cache.
+constexpr QSize kPhoto(3264, 2448);
+constexpr int kRounds = 51;
+/// One alone would be too short for the clock.
+constexpr int kRedraws = 4;
+
+volatile uchar lookedAt = 0;
+
+std::size_t pixels(QSize size)
+{
+    return static_cast<std::size_t>(size.width()) * static_cast<std::size_t>(size.height());
+}
+
+/// At this percent of a photo in the turned memory of a screen, from the middle of the photo.
+void redraw(const uchar *raster, std::vector<uchar> *screen, int percent, int depth)
+{
+    const QRect area(0, 0, kScreen.height(), kScreen.width());
+    const QPoint middle(kPhoto.width() / 2, kPhoto.height() / 2);
+    for (int i = 0; i < kRedraws; ++i) {
+        lumi::paintZoomed({raster, kPhoto, middle, percent, depth},
+                          {screen->data(), kScreen.height() * (depth / 8), area, area});
+    }
+}
+
+} // namespace
+
+std::vector<lumi::bench::Row> lumi::bench::viewerRedrawRows(const QString & /*folder*/)
+{
+    std::vector<Row> rows;
+    for (const int depth : {16, 32}) {
+        const auto bytes = static_cast<std::size_t>(depth / 8);
+        const std::size_t size = pixels(kPhoto) * bytes;
+        const std::unique_ptr<uchar[]> raster = newRaster(size);
+        if (!raster) {
+            return {};
+        }
+        std::memset(raster.get(), 1, size);
+        const std::vector<uchar> frame(pixels(kScreen) * bytes, 2);
+        std::vector<uchar> screen(frame.size());
+        for (const int percent : {20, 50, 100, 150, 400}) {
+            const std::string job = "one redraw of the viewer at " + std::to_string(percent)
+                + " percent, " + std::to_string(depth) + " bits";
+            rows.push_back(compare(
+                job, "memcpy of the frame", 8, kRounds,
+                [&raster, &screen, percent, depth] {
+                    redraw(raster.get(), &screen, percent, depth);
+                },
+                [&frame, &screen] {
+                    for (int i = 0; i < kRedraws; ++i) {
+                        std::memcpy(screen.data(), frame.data(), frame.size());
+                        // Otherwise all copies but the last could be left out.
+                        lookedAt = screen[static_cast<std::size_t>(i)];
+                    }
+                }));
+        }
+    }
+    return rows;
+}
