@@ -196,6 +196,12 @@ click() {
     xdotool mousemove $1 click 1
 }
 
+# drag "<x> <y>" "<x> <y>": from one place to the other with the button down
+drag() {
+    # shellcheck disable=SC2086 # two numbers each
+    xdotool mousemove $1 mousedown 1 mousemove $2 mouseup 1
+}
+
 # key <name>...
 key() {
     local name
