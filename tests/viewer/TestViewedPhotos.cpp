@@ -371,17 +371,22 @@ void TestViewedPhotos::aFileThatGoesMeanwhile()
 void TestViewedPhotos::anErrorInAnyLine_data()
 {
     QTest::addColumn<int>("line");
-    QTest::newRow("the first line") << 0;
-    QTest::newRow("the first line of a slice") << 64;
-    QTest::newRow("the middle of a slice") << 100;
-    QTest::newRow("the last line") << 599;
+    QTest::addColumn<bool>("pauses");
+    QTest::newRow("the first line") << 0 << true;
+    QTest::newRow("the first line of a slice") << 64 << true;
+    QTest::newRow("the middle of a slice") << 100 << true;
+    QTest::newRow("the last line") << 599 << true;
+    // The failure is known before the window runs.
+    QTest::newRow("a line of a decode without pauses") << 100 << false;
 }
 
 void TestViewedPhotos::anErrorInAnyLine()
 {
     QFETCH(int, line);
+    QFETCH(bool, pauses);
     const Silence silence;
     FPVItemJpeg *item = addFile(lumi::test::makeJpeg({.size = QSize(800, 600)}));
+    item->setIncremental(pauses);
     lumi::test::LibraryFaults faults;
     faults.failJpegFromLine(line);
     QVERIFY(seeIt(item, false));
