@@ -39,6 +39,7 @@ protected:
     void focusOutEvent(QFocusEvent *event) override;
 
     /// Tab leaves the field.
+    // NOLINTNEXTLINE(bugprone-parent-virtual-call): a text field's own way is not wanted here
     bool focusNextPrevChild(bool next) override { return QWidget::focusNextPrevChild(next); }
 
 private:
