@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "app/common/getText.h"
 
+#include "platform/PanelStyle.h"
+
 #include <QDialog>
 #include <QLabel>
 #include <QLineEdit>
@@ -21,7 +23,7 @@ QLineEdit *addLine(QDialog *dialog, const QString &label)
     text->setTextFormat(Qt::PlainText);
     text->setText(label);
     auto *line = new QLineEdit(dialog);
-    line->setMinimumWidth(kLineWidth);
+    line->setMinimumSize(kLineWidth, lumi::PanelStyle::kTargetHeight);
     layout->addWidget(text);
     layout->addWidget(line);
     QObject::connect(line, &QLineEdit::returnPressed, dialog, &QDialog::accept);

@@ -50,10 +50,10 @@ bool leadsDown(const QFileInfo &folder)
 
 } // namespace
 
-void FPVFileTree::setPatterns(const QString &spec)
+void FPVFileTree::setPatterns(const QString &wildcards)
 {
     static const QRegularExpression kSeparators(QStringLiteral("[; ]+"));
-    state().patterns = spec.split(kSeparators, Qt::SkipEmptyParts);
+    state().patterns = wildcards.split(kSeparators, Qt::SkipEmptyParts);
 }
 
 QStringList FPVFileTree::patterns()

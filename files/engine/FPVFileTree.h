@@ -20,7 +20,7 @@ class FPVFileTree
 {
 public:
     /// Wildcards without regard to case, separated by blanks and semicolons.
-    static void setPatterns(const QString &spec);
+    static void setPatterns(const QString &wildcards);
     [[nodiscard]] static QStringList patterns();
     /// QDir::Filters bits of the entries that are looked at.
     static void setDirFilter(int filter);

@@ -211,6 +211,8 @@ void TestThumbnailFiles::thePageMovesBackWhenItRunsEmpty_data()
     QTest::newRow("fewer than a page are left") << 5 << 0;
     QTest::newRow("a page and more are left") << 8 << 0;
     QTest::newRow("two pages are left") << 15 << 7;
+    // One page back from the end is in the middle of the first one.
+    QTest::newRow("a page and a half are left") << 11 << 0;
 }
 
 void TestThumbnailFiles::thePageMovesBackWhenItRunsEmpty()

@@ -75,7 +75,7 @@ void TestFPVFileTree::cleanup()
 
 void TestFPVFileTree::patternsChooseFiles_data()
 {
-    QTest::addColumn<QString>("spec");
+    QTest::addColumn<QString>("wildcards");
     QTest::addColumn<QString>("name");
     QTest::addColumn<bool>("taken");
     QTest::newRow("the star takes all") << "*"
@@ -113,11 +113,11 @@ void TestFPVFileTree::patternsChooseFiles_data()
 
 void TestFPVFileTree::patternsChooseFiles()
 {
-    QFETCH(QString, spec);
+    QFETCH(QString, wildcards);
     QFETCH(QString, name);
     QFETCH(bool, taken);
     m_files->make(name, "1234");
-    FPVFileTree::setPatterns(spec);
+    FPVFileTree::setPatterns(wildcards);
     FPVFileTree tree;
     QVERIFY(tree.walk(m_files->path(), false, nullptr));
     QCOMPARE(tree.files(), taken ? QStringList{name} : QStringList());

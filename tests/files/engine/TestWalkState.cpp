@@ -77,7 +77,7 @@ void TestWalkState::stateStartsAsGiven()
 
 void TestWalkState::patternsAreSplit_data()
 {
-    QTest::addColumn<QString>("spec");
+    QTest::addColumn<QString>("wildcards");
     QTest::addColumn<QStringList>("patterns");
     QTest::newRow("semicolon and blank") << "*.jpg; *.jpeg" << list("*.jpg *.jpeg");
     QTest::newRow("only a blank") << "a b" << list("a b");
@@ -90,8 +90,8 @@ void TestWalkState::patternsAreSplit_data()
 
 void TestWalkState::patternsAreSplit()
 {
-    QFETCH(QString, spec);
-    FPVFileTree::setPatterns(spec);
+    QFETCH(QString, wildcards);
+    FPVFileTree::setPatterns(wildcards);
     QTEST(FPVFileTree::patterns(), "patterns");
 }
 
