@@ -177,8 +177,8 @@ void TestFPVPictureScrollView::endsInTheViewingLook()
     clock.start();
     image->finish();
     QCOMPARE(m_it->bar()->value(), m_it->bar()->maximum());
-    QCOMPARE(m_it->middle(), ScriptedImage::kScreenColour);
     QVERIFY(m_it->isDecoding());
+    QCOMPARE(m_it->middle(), ScriptedImage::kScreenColour);
     QVERIFY(m_it->waitForLook());
     QVERIFY(clock.elapsed() >= 45);
     QVERIFY(m_it->percent()->isVisible());
@@ -420,8 +420,6 @@ void TestFPVPictureScrollView::aDecodeWithoutPauses()
     ScriptedImage *image = m_it->add(QStringLiteral("a.jpg"), kPhoto, 2);
     image->completesAtOnce = true;
     m_it->open(image);
-    QElapsedTimer clock;
-    clock.start();
     QCOMPARE(m_it->bar()->value(), m_it->bar()->maximum());
     QCOMPARE(m_it->middle(), ScriptedImage::kScreenColour);
     QVERIFY(m_it->waitForLook());
@@ -434,8 +432,8 @@ void TestFPVPictureScrollView::aFullDecodeWithoutPauses()
     ScriptedImage *image = showOne();
     image->completesAtOnce = true;
     m_it->viewer->zoomIn();
-    QCOMPARE(m_it->middle(), ScriptedImage::kFullColour);
     QVERIFY(m_it->isDecoding());
+    QCOMPARE(m_it->middle(), ScriptedImage::kFullColour);
     QVERIFY(m_it->waitForLook());
     QCOMPARE(image->calls.filter(kStartFull).size(), 1);
 }
@@ -449,7 +447,7 @@ void TestFPVPictureScrollView::repaintsEverySecond()
         QElapsedTimer clock;
         clock.start();
         QTRY_COMPARE(m_it->middle(), ScriptedImage::kScreenColour);
-        QVERIFY(clock.elapsed() < 1500);
+        QVERIFY(clock.elapsed() < 3000);
     }
 }
 
