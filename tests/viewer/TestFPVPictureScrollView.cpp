@@ -9,6 +9,7 @@
 #include "tests/viewer/ViewerFixture.h"
 #include "viewer/zoomSteps.h"
 
+#include <QApplication>
 #include <QLabel>
 #include <QMetaMethod>
 #include <QProgressBar>
