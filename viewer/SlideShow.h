@@ -37,7 +37,6 @@ public:
     /// Decodes the first picture, which takes its time.
     /// source: lent; pictures that are gone are removed from it. inOrder counts in an automatic
     /// show only. delay: milliseconds. loopCount: 0 for ever. startIndex: in source.
-    // NOLINTNEXTLINE(readability-function-size): given
     SlideShow(QWidget *parent, FPVItemList *source, bool autoMode, bool inOrder, int delay,
               int loopCount, int startIndex);
     ~SlideShow() override;

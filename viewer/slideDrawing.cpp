@@ -62,7 +62,8 @@ template <class Pixel> void drawSign(const SlideTarget &target, SlideSign sign)
         }
         Pixel *line = rowOf<Pixel>(target, row);
         for (int column = 0; column < columns; ++column) {
-            const auto index = static_cast<std::size_t>(i * lumi::kSlideSignSide + column);
+            const int place = i * lumi::kSlideSignSide + column;
+            const auto index = static_cast<std::size_t>(place);
             line[column] = Format<Pixel>::fromRgb565(isNext ? pixels[pixels.size() - 1 - index]
                                                             : pixels[index]);
         }

@@ -14,16 +14,16 @@ enum class SlideSign : int { None = 0, Next = 1, Previous = 2 };
 /// Screen memory, lent.
 struct SlideTarget
 {
-    uchar *bits;
-    int lineStep; ///< bytes from row to row
-    int depth;    ///< 16 (RGB565) or 32
-    QSize screen; ///< upright
+    uchar *bits = nullptr;
+    int lineStep = 0; ///< bytes from row to row
+    int depth = 0;    ///< 16 (RGB565) or 32
+    QSize screen;     ///< upright
 };
 
 /// A decoded picture of the target's depth, lent: width rows of height pixels.
 struct SlideSource
 {
-    const uchar *bits;
+    const uchar *bits = nullptr;
     QSize size;
 };
 

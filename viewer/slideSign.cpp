@@ -53,7 +53,8 @@ constexpr lumi::SlideSignPixels makeSign()
     for (int x = 0; x <= kLast; ++x) {
         for (int y = 0; y <= kLast; ++y) {
             const bool isInk = isFrame(x, y) || isArrow(x, y) || isBar(x, y);
-            pixels[static_cast<std::size_t>(x * lumi::kSlideSignSide + y)]
+            const int place = x * lumi::kSlideSignSide + y;
+            pixels[static_cast<std::size_t>(place)]
                 = isInk ? lumi::kSlideSignInk : lumi::kSlideSignGround;
         }
     }
