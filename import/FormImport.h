@@ -11,7 +11,6 @@
 #include "app/common/FormBase.h"
 #include "files/engine/FPVFileTree.h"
 #include "import/ImportKind.h"
-#include "platform/Machine.h"
 
 #include <QPointer>
 #include <QTimer>

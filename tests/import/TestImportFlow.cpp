@@ -809,10 +809,17 @@ void TestImportFlow::whateverIsThrownEndsInAMessage()
         }
         return {1024, 1 << 20, 1 << 20, true};
     };
+    QCopChannel channel("QPE/System");
+    int savers = 0;
+    connect(&channel, &QCopChannel::received, this, [&savers] {
+        ++savers;
+    });
     press(Slot::SD);
     compareFailedRun({kError}, {kThereWasAnError});
     QCOMPARE(m_form->driver.seen.constLast().icon, int(QMessageBox::Critical));
     QVERIFY(calls >= 2); // the labels are written again
+    QCoreApplication::processEvents();
+    QCOMPARE(savers, 3); // off, held, and given back
     press(Slot::SD);
     QCOMPARE(m_form->driver.captions().constLast(), kDone);
 }
