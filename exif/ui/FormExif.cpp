@@ -63,6 +63,12 @@ QAction *makeAction(QObject *parent, lumi::MessageId text, const char *icon)
     return new QAction(pixmap, msg(text), parent);
 }
 
+/// A single ampersand would be taken for the mark of a shortcut.
+QString shownAsItIs(QString text)
+{
+    return text.replace(QLatin1Char('&'), QLatin1String("&&"));
+}
+
 bool clipboardHasText()
 {
     return !QGuiApplication::clipboard()->text().isEmpty();
@@ -122,7 +128,7 @@ void FormExif::buildBars()
     edit->setTitle(msg(lumi::MsgEdit));
     edit->addActions(actions);
     edit->insertSeparator();
-    edit->insertItem(msg(lumi::MsgSaveAndExit), this, &FormExif::menu_edit_save);
+    edit->insertItem(shownAsItIs(msg(lumi::MsgSaveAndExit)), this, &FormExif::menu_edit_save);
     edit->insertSeparator();
     edit->insertItem(msg(lumi::MsgExit), this, &FormExif::menu_edit_editCancel);
     menuBar->addMenu(edit);
@@ -318,10 +324,10 @@ void FormExif::menu_edit_save()
     }
 }
 
-SaveResult FormExif::save() const
+SaveResult FormExif::save()
 {
     FPVExifWriter writer(m_path);
-    MyDialogWait wait(m_tabs->window(), msg(lumi::MsgWorking));
+    MyDialogWait wait(this, msg(lumi::MsgWorking));
     wait.start(0);
     return lumi::saveTexts(texts(), &writer);
 }

@@ -13,7 +13,6 @@
 
 #include <array>
 
-class FPVExifFields;
 class MyMultiLineEdit;
 class QAction;
 class QEventLoop;
@@ -67,7 +66,7 @@ private:
     void sendControlKey(int key);
     [[nodiscard]] bool isEdited() const;
     [[nodiscard]] lumi::EditTexts texts() const;
-    [[nodiscard]] lumi::SaveResult save() const;
+    [[nodiscard]] lumi::SaveResult save();
     void tellFailure(lumi::SaveResult result);
     void end(int result);
 

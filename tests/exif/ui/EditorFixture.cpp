@@ -17,6 +17,15 @@ constexpr int kPatienceMs = 20000;
 
 } // namespace
 
+QString lumi::test::shownText(const QAction *action)
+{
+    const QString twice = QStringLiteral("&&");
+    return action->text()
+        .split(twice)
+        .replaceInStrings(QStringLiteral("&"), QString())
+        .join(QLatin1Char('&'));
+}
+
 lumi::test::ExifBuilder lumi::test::editablePhoto()
 {
     using enum ExifListKind;
@@ -119,7 +128,7 @@ QAction *lumi::test::EditorFixture::entry(const QString &text) const
     for (const QAction *menu : menus) {
         const auto entries = menu->menu()->actions();
         for (QAction *candidate : entries) {
-            if (candidate->text() == text) {
+            if (shownText(candidate) == text) {
                 return candidate;
             }
         }

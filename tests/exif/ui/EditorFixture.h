@@ -20,6 +20,9 @@ namespace lumi::test {
 /// A photo with a text in every field of the editor, and tags that it has no field for.
 [[nodiscard]] ExifBuilder editablePhoto();
 
+/// What a menu shows of an entry: one ampersand for two, none for one.
+[[nodiscard]] QString shownText(const QAction *action);
+
 class EditorFixture
 {
 public:
