@@ -77,6 +77,12 @@ bool ExifSegment::readIfd(quint32 offset, ExifTagList &list, quint32 &link)
     return true;
 }
 
+bool ExifSegment::mayHoldIfd(quint32 offset) const
+{
+    const bool isCut = m_file.size() - m_tiffBase < m_bytes.size();
+    return isCut || m_bytes.size() - qint64(offset) >= 2 + qint64(kEntrySize) * u16(offset);
+}
+
 bool ExifSegment::readEntry(qint64 entry, ExifTagList &list)
 {
     const quint16 tag = u16(entry);

@@ -31,6 +31,10 @@ public:
     /// unknown types and too large values are passed over. False on a read error only.
     [[nodiscard]] bool readIfd(quint32 offset, ExifTagList &list, quint32 &link);
 
+    /// Whether all entries of the directory at offset lie in the segment. Of a segment that the
+    /// file does not have to its end nobody can tell: true.
+    [[nodiscard]] bool mayHoldIfd(quint32 offset) const;
+
     [[nodiscard]] bool isLittleEndian() const { return m_littleEndian; }
 
     /// Where offsets count from, in bytes from the start of the file; 0 before load().

@@ -116,9 +116,11 @@ bool FPVExifDocument::readAll()
 
 bool FPVExifDocument::readSubIfds(lumi::ExifSegment &segment)
 {
+    const FPVExifTag *gps = m_ifd0.findNumber(lumi::kGpsPointer);
     return readPointed(segment, m_ifd0, lumi::kExifPointer, m_exif)
         && readPointed(segment, m_exif, lumi::kInteroperabilityPointer, m_interoperability)
-        && readPointed(segment, m_ifd0, lumi::kGpsPointer, m_gps);
+        && (!segment.mayHoldIfd(valueOf(gps))
+            || readPointed(segment, m_ifd0, lumi::kGpsPointer, m_gps));
 }
 
 bool FPVExifDocument::readPointed(lumi::ExifSegment &segment, const lumi::ExifTagList &from,

@@ -3,11 +3,12 @@
 // tag, so that it can be shown, edited and written again. Only an APP1 segment that follows
 // the start of the image directly counts.
 // Owns: the tags; the file, which stays open while the document lives because thumbnail and
-// writer read from it again. It is closed when the block could not be read.
-// Format: the segment is read once and taken apart in memory; values outside it are read one
-// by one. Directories end where the segment ends: what lies behind reads as zero. A value may
-// lie anywhere in the file, and the bytes that the file does not have are zero. Values of
-// more than 65535 bytes, or beyond 1 MB in all, are passed over.
+// writer read from it again.
+// Format: the segment is read once and taken apart in memory; values outside it one by one.
+// What lies behind the segment reads as zero in a directory, what lies behind the file in a
+// value. A GPS directory with more entries than the segment has room for counts as empty: a
+// pointer stays when its last tag goes, and later leads into other data. Values of more than
+// 65535 bytes, or beyond 1 MB in all, are passed over.
 #pragma once
 
 #include "exif/ExifListKind.h"
@@ -24,7 +25,7 @@ class ExifSegment;
 class FPVExifDocument : public QFile
 {
 public:
-    /// Reads the block; isValid() tells how it went.
+    /// Reads the block; when it cannot be read the file is closed again and isValid() false.
     explicit FPVExifDocument(const QString &path);
     ~FPVExifDocument() override;
 

@@ -32,6 +32,10 @@ private Q_SLOTS:
     void hugeCountsArePassedOver_data();
     void hugeCountsArePassedOver();
     void loopsOfDirectoriesEnd();
+    void gpsMustFitTheSegment_data();
+    void gpsMustFitTheSegment();
+    void gpsOfACutFileKeepsWhatIsThere();
+    void otherDirectoriesKeepWhatIsInTheSegment();
 
 private:
     lumi::test::PhotoFolder m_folder;
@@ -229,6 +233,62 @@ void TestFPVExifDocumentBounds::loopsOfDirectoriesEnd()
         QCOMPARE(document.list(kind).count(), 3);
     }
     QCOMPARE(document.nextIfdOffset(), 8U);
+}
+
+void TestFPVExifDocumentBounds::gpsMustFitTheSegment_data()
+{
+    QTest::addColumn<int>("spare"); // bytes of the segment behind the last entry
+    QTest::addColumn<int>("tags");
+    QTest::newRow("more than is needed") << 5 << 2;
+    QTest::newRow("no room for a link") << 0 << 2;
+    QTest::newRow("a byte too few") << -1 << 0;
+    QTest::newRow("no whole entry") << -13 << 0;
+    QTest::newRow("nothing behind the count") << -24 << 0;
+    QTest::newRow("half the count") << -25 << 0;
+    QTest::newRow("not there at all") << -26 << 0;
+}
+
+void TestFPVExifDocumentBounds::gpsMustFitTheSegment()
+{
+    QFETCH(int, spare);
+    QFETCH(int, tags);
+    for (const auto order : {ExifBuilder::Order::Little, ExifBuilder::Order::Big}) {
+        ExifBuilder photo(order);
+        photo.shorts(Ifd0, 0x0112, {6}).ascii(Gps, 0x0001, "N").ascii(Gps, 0x0003, "E");
+        const int entriesEnd = int(photo.offsetOf(Gps)) + 2 + 24;
+        photo.app1Length(quint16(8 + entriesEnd + spare));
+        const FPVExifDocument document(m_folder.put(photo));
+        QVERIFY(document.isValid());
+        QCOMPARE(document.gpsList().count(), tags);
+        QCOMPARE(numbersOf(document.ifd0List()), (QList<int>{0x0112, 0x8825}));
+    }
+}
+
+void TestFPVExifDocumentBounds::gpsOfACutFileKeepsWhatIsThere()
+{
+    ExifBuilder photo;
+    photo.shorts(Ifd0, 0x0112, {6}).ascii(Gps, 0x0001, "N").ascii(Gps, 0x0003, "E");
+    photo.entryCount(Gps, 9);
+    const QByteArray whole = photo.file();
+    const qsizetype entriesEnd = 12 + photo.offsetOf(Gps) + 2 + 24;
+    QVERIFY(FPVExifDocument(m_folder.put(whole)).gpsList().isEmpty());
+    const FPVExifDocument document(m_folder.put(whole.left(entriesEnd)));
+    QVERIFY(document.isValid());
+    QCOMPARE(numbersOf(document.gpsList()), (QList<int>{0x0001, 0x0003}));
+}
+
+void TestFPVExifDocumentBounds::otherDirectoriesKeepWhatIsInTheSegment()
+{
+    // These are written anew with their pointers, which so never grow stale.
+    for (const ExifListKind kind : {Ifd0, Exif, Interoperability, Ifd1}) {
+        ExifBuilder photo;
+        photo.shorts(Ifd0, 0x0112, {6}).shorts(Exif, 0x9208, {1});
+        photo.shorts(Interoperability, 0x1001, {5}).shorts(Ifd1, 0x0103, {6});
+        photo.entryCount(kind, 60000);
+        const FPVExifDocument document(m_folder.put(photo));
+        QVERIFY(document.isValid());
+        QVERIFY(!document.list(kind).isEmpty());
+    }
 }
 
 LUMI_TEST(TestFPVExifDocumentBounds)

@@ -80,6 +80,9 @@ private Q_SLOTS:
     void emptiedGpsSavedTwice_data();
     void emptiedGpsSavedTwice();
     void emptiedExifKeepsItsStalePointer();
+    void stalePointerBringsNothingIn_data();
+    void stalePointerBringsNothingIn();
+    void photoCutAnywhereKeepsWhatItHas_data();
     void photoCutAnywhereKeepsWhatItHas();
     void tooLongBlockWraps();
 
@@ -392,10 +395,53 @@ void TestRewrittenBlock::emptiedExifKeepsItsStalePointer()
     QCOMPARE(numbersOf(FPVExifDocument(bare.fileName()).ifd0List()), QList<int>({0x0112}));
 }
 
+void TestRewrittenBlock::stalePointerBringsNothingIn_data()
+{
+    addOrders();
+}
+
+void TestRewrittenBlock::stalePointerBringsNothingIn()
+{
+    // Where the GPS directory was, a maker note now has bytes that look like a long one with
+    // large values. Written out, they would be more than a segment can hold.
+    QFETCH(ExifBuilder::Order, order);
+    const bool isBig = order == ExifBuilder::Order::Big;
+    QByteArray note = QByteArray::fromHex("ffff");
+    for (int i = 0; i < 16; ++i) {
+        note += QByteArray::fromHex(isBig ? "70000007 0000fff0 00000008"
+                                          : "00700700 f0ff0000 08000000");
+        note[2 + 12 * i + (isBig ? 1 : 0)] = char(i);
+    }
+    // The note stands right behind the Exif directory, before and after.
+    constexpr quint32 kExif = 8 + 2 + 2 * 12 + 4;
+    constexpr quint32 kNote = kExif + 2 + 12 + 4;
+    ExifBuilder photo(order);
+    photo.longs(Ifd0, 0x8769, {kExif}).longs(Ifd0, 0x8825, {kNote}).makerNote(note);
+    const QString path = put(photo.withoutPointers());
+    const QByteArray before = contentOf(path);
+    for (int save = 0; save < 2; ++save) {
+        FPVExifWriter writer(path);
+        QVERIFY(writer.isValid());
+        QCOMPARE(writer.find(0x927C, Exif)->count(), quint32(note.size()));
+        QVERIFY(!writer.hasGpsIfd());
+        QCOMPARE(writer.rewrite(), kDone);
+        QVERIFY(restOf(contentOf(path)) == restOf(before));
+        QVERIFY(!QImage::fromData(contentOf(path)).isNull());
+    }
+}
+
+void TestRewrittenBlock::photoCutAnywhereKeepsWhatItHas_data()
+{
+    addOrders();
+}
+
 void TestRewrittenBlock::photoCutAnywhereKeepsWhatItHas()
 {
-    const QByteArray whole = plainPhoto(ExifBuilder::Order::Big).file();
+    QFETCH(ExifBuilder::Order, order);
+    constexpr qsizetype kImageData = 40; // more of it would make no difference
+    QByteArray whole = fullPhoto(order).file();
     const qsizetype rest = whole.size() - restOf(whole).size();
+    whole.truncate(rest + kImageData);
     for (qsizetype length = 0; length < whole.size(); ++length) {
         const QString path = m_folder->put(whole.left(length));
         const int result = rewritten(path);
