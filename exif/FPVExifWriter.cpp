@@ -14,6 +14,7 @@ constexpr int kLengthPlace = 4; // the segment's length counts from here
 
 FPVExifWriter::FPVExifWriter(const QString &path)
     : FPVExifDocument(path)
+    , m_state(lumi::stateOf(*this))
 { }
 
 FPVExifWriter::~FPVExifWriter() = default;
@@ -53,7 +54,7 @@ int FPVExifWriter::rewrite()
                             editableList(ExifListKind::Interoperability),
                             editableList(ExifListKind::Gps), editableList(ExifListKind::Ifd1)},
                            static_cast<quint32>(thumbnail.length));
-    return static_cast<int>(lumi::PhotoReplacement(*this).run(start, thumbnail, rest));
+    return static_cast<int>(lumi::PhotoReplacement(*this, m_state).run(start, thumbnail, rest));
 }
 
 /// Where the old file has the thumbnail; an empty range when none can be copied.

@@ -22,10 +22,13 @@ public:
     /// Removes the tag of that number, if there is one.
     void removeTag(quint16 tag, ExifListKind kind);
 
-    /// Replaces the photo: an ExifRewriteResult as a number. It works once, since the old
-    /// photo is gone then; after a failure that left the photo open it may be tried again.
+    /// Replaces the photo: an ExifRewriteResult as a number. It fails when the file was changed
+    /// since the block was read. It works once, since the old photo is gone then; after a
+    /// failure that left the photo open it may be tried again.
     [[nodiscard]] int rewrite();
 
 private:
     [[nodiscard]] lumi::ByteRange thumbnailRange() const;
+
+    struct stat m_state; // of the photo when its block was read
 };

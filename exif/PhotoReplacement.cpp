@@ -34,28 +34,51 @@ QString mediumOf(const QString &path)
     return QDir::homePath() + QLatin1String("/Documents");
 }
 
-/// Some file systems have nothing to bring to the disk and say so by EINVAL.
-bool isSynced(int handle)
+/// The errno of a failure, else 0. Some file systems have nothing to bring to the disk and say
+/// so by EINVAL.
+int syncError(int handle)
 {
-    return ::fsync(handle) == 0 || errno == EINVAL;
+    return ::fsync(handle) == 0 || errno == EINVAL ? 0 : errno;
 }
 
-/// Brings the names in the folder of path to the disk. A folder that may be written but not
-/// read cannot be opened for it, and has to do without.
-bool syncFolderOf(const QString &path)
+/// The errno that closing the file would give, else 0: the toolkit's closing does not tell it.
+/// File systems that write at the end do so for every handle that is closed.
+int closingError(int handle)
+{
+    const int second = ::fcntl(handle, F_DUPFD_CLOEXEC, 0);
+    return second < 0 || ::close(second) == 0 ? 0 : errno;
+}
+
+bool isDiskFull(int error)
+{
+    return error == ENOSPC || error == EDQUOT;
+}
+
+/// Brings the names in the folder of path to the disk: the errno of a failure, else 0. A folder
+/// that may be written but not read cannot be opened for it, and has to do without.
+int syncFolderOf(const QString &path)
 {
     const QByteArray folder = QFile::encodeName(QFileInfo(path).absolutePath());
     const int handle = ::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (handle < 0) {
-        return errno == EACCES;
+        return errno == EACCES ? 0 : errno;
     }
-    const bool synced = isSynced(handle);
+    const int error = syncError(handle);
     ::close(handle);
-    return synced;
+    return error;
+}
+
+/// A link that leads nowhere takes its name as well.
+bool isTaken(const QString &path)
+{
+    const QFileInfo file(path);
+    return file.exists() || file.isSymLink();
 }
 
 /// Unlike the toolkit's renaming this one never falls back to copying, which would leave half
-/// a photo behind if it were cut short, and never replaces a file.
+/// a photo behind if it were cut short, and never replaces a file. File systems that cannot
+/// rename with that condition refuse it for reasons of their own; the photo has no name at
+/// this point, so anything but a file in its place is worth another try.
 bool renameFile(const QString &from, const QString &to)
 {
     const QByteArray oldName = QFile::encodeName(from);
@@ -64,8 +87,7 @@ bool renameFile(const QString &from, const QString &to)
         == 0) {
         return true;
     }
-    const bool canTell = errno != EINVAL && errno != ENOSYS;
-    return !canTell && !QFile::exists(to)
+    return errno != EEXIST && !isTaken(to)
         && std::rename(oldName.constData(), newName.constData()) == 0;
 }
 
@@ -80,18 +102,15 @@ bool isSameState(const struct stat &one, const struct stat &other)
 
 namespace lumi {
 
-PhotoReplacement::PhotoReplacement(QFile &photo)
+PhotoReplacement::PhotoReplacement(QFile &photo, const struct stat &state)
     : m_photo(photo)
     , m_path(QFileInfo(photo.fileName()).absoluteFilePath())
-{
-    if (::fstat(photo.handle(), &m_state) != 0) {
-        m_state = {};
-    }
-}
+    , m_state(state)
+{ }
 
 ExifRewriteResult PhotoReplacement::run(const QByteArray &start, ByteRange thumbnail, qint64 rest)
 {
-    if (!isUnchanged()) {
+    if (!m_photo.isOpen() || !isUnchanged()) {
         return ExifRewriteResult::Failed;
     }
     m_temporary.setFileName(freeTemporaryPath(m_path));
@@ -105,15 +124,17 @@ ExifRewriteResult PhotoReplacement::run(const QByteArray &start, ByteRange thumb
     if (outcome != Outcome::Whole) {
         return giveUp(outcome);
     }
-    if (!bringToDisk()) {
+    if (const int error = bringToDisk(); error != 0) {
         dropWhole();
-        return hasRoom() ? ExifRewriteResult::Failed : ExifRewriteResult::NoRoom;
+        return isDiskFull(error) || !hasRoom() ? ExifRewriteResult::NoRoom
+                                               : ExifRewriteResult::Failed;
     }
     return exchange();
 }
 
-/// The name may stand for another file by now: a card was changed, or another program saved
-/// the photo. That file is not ours to replace.
+/// The name may stand for another file by now, or the file for another photo: a card was
+/// changed, or another program saved the photo. That one is not ours to replace, and the block
+/// that was read is not its own.
 bool PhotoReplacement::isUnchanged() const
 {
     struct stat now = {};
@@ -145,8 +166,9 @@ PhotoReplacement::Outcome PhotoReplacement::fill(const QByteArray &start, ByteRa
     return outcome == Outcome::Whole ? copy({rest, m_state.st_size - rest}) : outcome;
 }
 
-/// The blocks end at multiples of their size in the new file: each would touch pages of its
-/// neighbours otherwise, which costs a tenth of the time.
+/// The blocks end at multiples of their size in the new file. A block is two and a half pages
+/// long, so only every second boundary lies within a page then; elsewhere both ends of every
+/// block would share a page with a neighbour, which costs a tenth of the time.
 PhotoReplacement::Outcome PhotoReplacement::copy(ByteRange range)
 {
     std::array<char, kBlockSize> block{};
@@ -181,13 +203,19 @@ bool PhotoReplacement::write(const char *bytes, qint64 size)
     return true;
 }
 
-/// After this no write can fail any more, and the folder knows the new file.
-bool PhotoReplacement::bringToDisk()
+/// After this no write can fail any more, and the folder knows the new file. The errno of what
+/// went wrong, else 0.
+int PhotoReplacement::bringToDisk()
 {
-    const bool synced = isSynced(m_temporary.handle());
+    int error = syncError(m_temporary.handle());
+    if (error == 0) {
+        error = closingError(m_temporary.handle());
+    }
     m_temporary.close();
-    return synced && m_temporary.error() == QFileDevice::NoError
-        && syncFolderOf(m_temporary.fileName());
+    if (error == 0 && m_temporary.error() != QFileDevice::NoError) {
+        error = EIO;
+    }
+    return error != 0 ? error : syncFolderOf(m_temporary.fileName());
 }
 
 ExifRewriteResult PhotoReplacement::giveUp(Outcome outcome)
@@ -230,6 +258,15 @@ bool PhotoReplacement::hasRoom() const
     return freeDiskKB(QFile::encodeName(mediumOf(m_path))) >= m_state.st_size >> kShiftToKB;
 }
 
+struct stat stateOf(const QFile &file)
+{
+    struct stat state = {};
+    if (::fstat(file.handle(), &state) != 0) {
+        state = {};
+    }
+    return state;
+}
+
 QString freeTemporaryPath(const QString &path)
 {
     const QFileInfo photo(path);
@@ -238,8 +275,7 @@ QString freeTemporaryPath(const QString &path)
     const QString after = QLatin1Char('.') + photo.suffix();
     for (int number = 0; number < kTemporaryNames; ++number) {
         QString candidate = before + QString::number(number) + after;
-        const QFileInfo taken(candidate);
-        if (!taken.exists() && !taken.isSymLink()) {
+        if (!isTaken(candidate)) {
             return candidate;
         }
     }

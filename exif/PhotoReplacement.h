@@ -2,8 +2,9 @@
 // Puts a photo with a new start in the place of the old one. The new photo is written whole
 // under a temporary name in the same folder and brought to the disk; only then is the old one
 // removed and the new one given its name. Until the removal the old photo is untouched, after
-// it the new one is whole, under the temporary name if the renaming failed. No copy of the old
-// one is kept: there is seldom room for two, let alone three.
+// it the new one is whole, under the temporary name if the renaming failed. A photo that is
+// no longer as it was when its block was read is not replaced. No copy of the old one is kept:
+// there is seldom room for two, let alone three.
 // Owns: the temporary file until it is whole.
 #pragma once
 
@@ -29,8 +30,9 @@ struct ByteRange
 class PhotoReplacement
 {
 public:
-    /// The photo is lent, open for reading. It is closed once the new one is complete.
-    explicit PhotoReplacement(QFile &photo);
+    /// The photo is lent, open for reading. It is closed once the new one is complete. state is
+    /// its stateOf() at the time of which the new start is made; one of zeros fits no photo.
+    PhotoReplacement(QFile &photo, const struct stat &state);
 
     /// Makes the new photo of start, the bytes of the old one in thumbnail, a zero byte when
     /// that leaves an odd sum, and all bytes of the old one from rest on.
@@ -44,7 +46,7 @@ private:
     [[nodiscard]] Outcome fill(const QByteArray &start, ByteRange thumbnail, qint64 rest);
     [[nodiscard]] Outcome copy(ByteRange range);
     [[nodiscard]] bool write(const char *bytes, qint64 size);
-    [[nodiscard]] bool bringToDisk();
+    [[nodiscard]] int bringToDisk();
     [[nodiscard]] ExifRewriteResult giveUp(Outcome outcome);
     [[nodiscard]] ExifRewriteResult exchange();
     void dropWhole();
@@ -52,9 +54,13 @@ private:
 
     QFile &m_photo;
     QString m_path;
-    struct stat m_state = {}; // of the photo as it was opened
+    struct stat m_state; // of the photo when its block was read
     QFile m_temporary;
 };
+
+/// What tells an open file from any other and from itself after a change: device, inode, size
+/// and time of the last write among the rest. Zeros for a file that is not open.
+[[nodiscard]] struct stat stateOf(const QFile &file);
 
 /// The first of "photo_tmp_0.jpg", "photo_tmp_1.jpg" and so on that no file in the folder of
 /// photo.jpg has; empty when 65535 are taken.

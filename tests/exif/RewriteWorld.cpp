@@ -57,6 +57,7 @@ const QStringList &RewriteWorld::steps()
         QStringLiteral("read photo.jpg"),
         QStringLiteral("write photo_tmp_0.jpg"),
         QStringLiteral("sync photo_tmp_0.jpg"),
+        QStringLiteral("close photo_tmp_0.jpg"), // of a second handle, for its error
         QStringLiteral("close photo_tmp_0.jpg"),
         QStringLiteral("open ."),
         QStringLiteral("sync ."),

@@ -7,6 +7,7 @@
 #include "tests/support/FakeMachine.h"
 #include "tests/support/TestMain.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QTest>
@@ -66,6 +67,8 @@ private Q_SLOTS:
     void missingPhotoIsAFailure();
     void anotherFileUnderTheNameIsNotTouched_data();
     void anotherFileUnderTheNameIsNotTouched();
+    void photoChangedSinceItWasReadIsNotTouched_data();
+    void photoChangedSinceItWasReadIsNotTouched();
     void rewriteWorksOnce();
     void relativePathIsFound();
 
@@ -372,7 +375,7 @@ void TestFPVExifWriter::anotherFileUnderTheNameIsNotTouched()
     const QString path = put(fullPhoto(ExifBuilder::Order::Big));
     QFile photo(path);
     QVERIFY(photo.open(QIODevice::ReadOnly));
-    lumi::PhotoReplacement replacement(photo);
+    lumi::PhotoReplacement replacement(photo, lumi::stateOf(photo));
     if (!inPlace) {
         const QString other = m_folder->put("another photo", QStringLiteral("other.jpg"));
         QCOMPARE(
@@ -385,6 +388,39 @@ void TestFPVExifWriter::anotherFileUnderTheNameIsNotTouched()
     QVERIFY(replacement.run("start", {}, 10) == ExifRewriteResult::Failed);
     QVERIFY(contentOf(path) == before);
     QVERIFY(!QFile::exists(m_folder->path(QStringLiteral("photo_tmp_0.jpg"))));
+}
+
+void TestFPVExifWriter::photoChangedSinceItWasReadIsNotTouched_data()
+{
+    QTest::addColumn<QByteArray>("other");
+    const QByteArray photo = fullPhoto(ExifBuilder::Order::Big).file();
+    QByteArray differing = photo;
+    differing[photo.size() - 3] = 'x';
+    QTest::newRow("another program changed a byte of it") << differing;
+    QTest::newRow("another program made it longer") << photo + "more";
+    QTest::newRow("another program made it shorter") << photo.chopped(3);
+    QTest::newRow("another photo was written into it")
+        << fullPhoto(ExifBuilder::Order::Little).photo(ExifBuilder::jpeg(9, 9, 0)).file();
+}
+
+void TestFPVExifWriter::photoChangedSinceItWasReadIsNotTouched()
+{
+    QFETCH(QByteArray, other);
+    const QString path = put(fullPhoto(ExifBuilder::Order::Big));
+    // Two changes within a tick of the clock could not be told apart.
+    QFile photo(path);
+    QVERIFY(photo.open(QIODevice::ReadWrite)
+            && photo.setFileTime(QDateTime::currentDateTime().addSecs(-60),
+                                 QFileDevice::FileModificationTime));
+    photo.close();
+    FPVExifWriter writer(path);
+    QVERIFY(writer.isValid());
+    m_folder->put(other);
+    QCOMPARE(writer.rewrite(), kFailed);
+    QVERIFY(contentOf(path) == other);
+    QVERIFY(!QFile::exists(m_folder->path(QStringLiteral("photo_tmp_0.jpg"))));
+    // Read again, it is one like any other.
+    QCOMPARE(rewritten(path), kDone);
 }
 
 void TestFPVExifWriter::rewriteWorksOnce()

@@ -9,6 +9,7 @@
 #include <QTest>
 
 #include <cerrno>
+#include <optional>
 
 using lumi::test::contentOf;
 using lumi::test::FakeMachine;
@@ -47,7 +48,10 @@ private Q_SLOTS:
     void fileThatTookTheNameMeanwhileIsKept_data();
     void fileThatTookTheNameMeanwhileIsKept();
     void fileThatTookTheTemporaryNameMeanwhileIsKept();
+    void linkThatTookTheNameMeanwhileIsKept();
+    void plainRenamingWhereNoOtherIsKnown_data();
     void plainRenamingWhereNoOtherIsKnown();
+    void renamingThatNeverWorksKeepsTheNewOne();
 
 private:
     std::unique_ptr<RewriteWorld> m_world;
@@ -66,18 +70,25 @@ void TestRewriteMeanwhile::cleanup()
 void TestRewriteMeanwhile::diskIsReallyFull()
 {
     QTemporaryDir place;
-    constexpr int kDiskKB = 48; // the photo takes 32 of them
+    constexpr int kDiskKB = 48;
+    constexpr int kLeftKB = 16; // beside the old photo
     const lumi::test::SmallDisk disk(place.path(), kDiskKB);
-    if (!disk.isMounted()) {
-        // Only a privileged user may mount one; fileSizeIsReallyLimited() needs no privilege.
-        return;
-    }
     QFile photo(place.filePath(QStringLiteral("photo.jpg")));
     QVERIFY(photo.open(QIODevice::WriteOnly)
             && photo.write(RewriteWorld::oldPhoto()) == RewriteWorld::oldPhoto().size());
     photo.close();
     FPVExifWriter writer(photo.fileName());
-    QCOMPARE(RewriteWorld::save(&writer), kNoRoom);
+    int saved = -1;
+    {
+        // Only a privileged user may mount a disk; for others files end where it would be full.
+        std::optional<lumi::test::FileSizeLimit> limit;
+        if (!disk.isMounted()) {
+            FakeMachine::install()->setFreeDiskKB(kLeftKB);
+            limit.emplace(rlim_t(kLeftKB) * 1024);
+        }
+        saved = RewriteWorld::save(&writer);
+    }
+    QCOMPARE(saved, kNoRoom);
     QVERIFY(contentOf(photo.fileName()) == RewriteWorld::oldPhoto());
     QCOMPARE(QDir(place.path()).entryList(QDir::Files).size(), 1);
 }
@@ -294,18 +305,52 @@ void TestRewriteMeanwhile::fileThatTookTheTemporaryNameMeanwhileIsKept()
     QCOMPARE(contentOf(m_world->temporary), QByteArray("of another program"));
 }
 
+void TestRewriteMeanwhile::linkThatTookTheNameMeanwhileIsKept()
+{
+    FPVExifWriter writer(m_world->path);
+    const FolderCalls calls(m_world->place);
+    const auto takeName = [this] {
+        QVERIFY(QFile::link(QStringLiteral("nowhere.jpg"), m_world->path));
+    };
+    FolderCalls::before(RewriteWorld::stepOf("rename photo_tmp_0.jpg"), takeName, EINVAL);
+    QCOMPARE(RewriteWorld::save(&writer), kFailed);
+    QVERIFY(QFileInfo(m_world->path).isSymLink());
+    QVERIFY(contentOf(m_world->temporary) == RewriteWorld::newPhoto());
+}
+
+void TestRewriteMeanwhile::plainRenamingWhereNoOtherIsKnown_data()
+{
+    QTest::addColumn<int>("error");
+    QTest::newRow("the file system knows no conditions") << EINVAL;
+    QTest::newRow("the system knows no conditions") << ENOSYS;
+    QTest::newRow("the file system does not support them") << ENOTSUP;
+    QTest::newRow("they are not allowed") << EPERM;
+    QTest::newRow("the first try met an error of the disk") << EIO;
+}
+
 void TestRewriteMeanwhile::plainRenamingWhereNoOtherIsKnown()
 {
-    for (const int error : {EINVAL, ENOSYS}) {
-        m_world->reset();
-        FPVExifWriter writer(m_world->path);
+    QFETCH(int, error);
+    FPVExifWriter writer(m_world->path);
+    const FolderCalls calls(m_world->place);
+    FolderCalls::fail(RewriteWorld::stepOf("rename photo_tmp_0.jpg"), error);
+    QCOMPARE(RewriteWorld::save(&writer), kDone);
+    QVERIFY(FolderCalls::steps().contains(QStringLiteral("rename plainly photo_tmp_0.jpg")));
+    QVERIFY(m_world->isNew());
+    QVERIFY(!m_world->hasTemporary());
+}
+
+void TestRewriteMeanwhile::renamingThatNeverWorksKeepsTheNewOne()
+{
+    FPVExifWriter writer(m_world->path);
+    {
         const FolderCalls calls(m_world->place);
-        FolderCalls::fail(RewriteWorld::stepOf("rename photo_tmp_0.jpg"), error);
-        QCOMPARE(RewriteWorld::save(&writer), kDone);
-        QVERIFY(FolderCalls::steps().contains(QStringLiteral("rename plainly photo_tmp_0.jpg")));
-        QVERIFY(m_world->isNew());
-        QVERIFY(!m_world->hasTemporary());
+        FolderCalls::failFrom(RewriteWorld::stepOf("rename photo_tmp_0.jpg"), EIO);
+        QCOMPARE(RewriteWorld::save(&writer), kFailed);
+        QCOMPARE(FolderCalls::steps().last(), QStringLiteral("rename plainly photo_tmp_0.jpg"));
     }
+    QVERIFY(!QFile::exists(m_world->path));
+    QVERIFY(contentOf(m_world->temporary) == RewriteWorld::newPhoto());
 }
 
 LUMI_TEST(TestRewriteMeanwhile)
