@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "exif/flashText.h"
 
-#include "app/common/messageIds.h"
 #include "app/common/messages.h"
 
 #include <QStringList>
@@ -39,13 +38,22 @@ lumi::MessageId firstLine(int bits)
 
 } // namespace
 
-QString lumi::flashText(int bits)
+std::vector<lumi::MessageId> lumi::flashMessages(int bits)
 {
-    QStringList lines = {msg(firstLine(bits))};
+    std::vector<MessageId> messages = {firstLine(bits)};
     for (const Line &line : kFurtherLines) {
         if ((bits & line.mask) == line.bits) {
-            lines.append(msg(line.message));
+            messages.push_back(line.message);
         }
+    }
+    return messages;
+}
+
+QString lumi::flashText(int bits)
+{
+    QStringList lines;
+    for (const MessageId message : flashMessages(bits)) {
+        lines.append(msg(message));
     }
     return lines.join(QLatin1Char('\n'));
 }

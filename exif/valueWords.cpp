@@ -11,12 +11,7 @@
 
 namespace {
 
-/// A row of the catalogue, or a text that is the same in every language.
-struct Word
-{
-    int message = -1;
-    const char *text = nullptr;
-};
+using Word = lumi::ValueWord;
 
 constexpr Word fixed(const char *text)
 {
@@ -155,26 +150,32 @@ constexpr Choice kChoices[] = {
     {lumi::kTagSubjectDistanceRange, 0, kDistanceRanges, false},
 };
 
-QString wordOf(const Choice &choice, int value)
+Word wordOf(const Choice &choice, int value)
 {
     if (choice.hasOther && value == kOther) {
-        return msg(lumi::MsgMeteringOther);
+        return {lumi::MsgMeteringOther};
     }
     const qint64 index = qint64(value) - choice.first;
-    if (index < 0 || index >= static_cast<qint64>(choice.words.size())) {
-        return {};
-    }
-    const Word &word = choice.words[static_cast<std::size_t>(index)];
-    return word.message >= 0 ? msg(word.message) : QString::fromLatin1(word.text);
+    const bool isListed = index >= 0 && index < static_cast<qint64>(choice.words.size());
+    return isListed ? choice.words[static_cast<std::size_t>(index)] : kNoWord;
 }
 
 } // namespace
 
-std::optional<QString> lumi::valueWord(int tag, int value)
+std::optional<lumi::ValueWord> lumi::wordForValue(int tag, int value)
 {
     const auto *const found
         = std::find_if(std::begin(kChoices), std::end(kChoices), [tag](const Choice &choice) {
               return choice.tag == tag;
           });
     return found == std::end(kChoices) ? std::nullopt : std::optional(wordOf(*found, value));
+}
+
+std::optional<QString> lumi::valueWord(int tag, int value)
+{
+    const std::optional<ValueWord> word = wordForValue(tag, value);
+    if (!word) {
+        return std::nullopt;
+    }
+    return word->message >= 0 ? msg(word->message) : QString::fromLatin1(word->text);
 }

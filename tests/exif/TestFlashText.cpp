@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "app/common/messages.h"
 #include "exif/flashText.h"
 #include "tests/support/TestMain.h"
 
@@ -11,6 +12,8 @@ class TestFlashText : public QObject
 private Q_SLOTS:
     void bits_data();
     void bits();
+    void messages_data();
+    void messages();
     void linesDoNotDependOnEachOther();
     void higherBitsSayNothing();
 };
@@ -53,6 +56,42 @@ void TestFlashText::bits()
 {
     QFETCH(int, bits);
     QTEST(lumi::flashText(bits), "text");
+}
+
+void TestFlashText::messages_data()
+{
+    QTest::addColumn<int>("bits");
+    QTest::addColumn<QList<int>>("expected");
+    const auto row = [](int bits, const QList<int> &messages) {
+        QTest::addRow("0x%02X", static_cast<unsigned>(bits)) << bits << messages;
+    };
+    row(0x00, {231});
+    row(0x01, {232});
+    row(0x04, {231, 233});
+    row(0x05, {232, 233});
+    row(0x07, {232, 234});
+    row(0x08, {231, 235});
+    row(0x10, {231, 236});
+    row(0x19, {232, 237});
+    row(0x20, {238}); // looks like 231
+    row(0x21, {238});
+    row(0x27, {238, 234});
+    row(0x41, {232, 239});
+    row(0x60, {238, 239});
+    row(0x7F, {238, 234, 237, 239});
+}
+
+void TestFlashText::messages()
+{
+    QFETCH(int, bits);
+    QList<int> found;
+    QStringList lines;
+    for (const lumi::MessageId message : lumi::flashMessages(bits)) {
+        found.append(message);
+        lines.append(msg(message));
+    }
+    QTEST(found, "expected");
+    QCOMPARE(lumi::flashText(bits), lines.join(QLatin1Char('\n')));
 }
 
 void TestFlashText::linesDoNotDependOnEachOther()
