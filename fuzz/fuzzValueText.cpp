@@ -1,15 +1,57 @@
 // SPDX-License-Identifier: MIT
 // A value of any type and length under the tag of every row: its text must end, and must not be
-// longer than so many bytes can make it.
+// longer than so many bytes can make it. The photo around it has what makes a position and a
+// height out of fractions.
 // Format: two bytes of type, two of count, then the value.
 #include "exif/FPVExifFields.h"
 #include "exif/valueText.h"
+#include "fuzz/FuzzInput.h"
+#include "tests/support/ExifBuilder.h"
 
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+namespace {
+
+QString referencePhoto()
+{
+    using enum ExifListKind;
+    lumi::test::ExifBuilder photo;
+    photo.ascii(Gps, 0x0001, "N").ascii(Gps, 0x0003, "E");
+    photo.value(Gps, 0x0005, 1, 1, QByteArray(1, '\0'));
+    const QByteArray bytes = photo.file();
+    return lumi::fuzz::inputFile(reinterpret_cast<const std::uint8_t *>(bytes.constData()),
+                                 static_cast<std::size_t>(bytes.size()), "photo.jpg");
+}
+
+/// Whether fractions get as far as their text: else the harness would look at nothing.
+bool showsFractions(const FPVExifFields &photo)
+{
+    constexpr quint32 kFractions[] = {35, 1, 40, 1, 20, 1};
+    int shown = 0;
+    for (const ExifFieldGroup &group : lumi::exifFieldGroups()) {
+        for (int i = 0; i < group.rowCount; ++i) {
+            const bool isGps = group.rows[i].list == ExifListKind::Gps;
+            const FPVExifTagBytes tag(
+                static_cast<quint16>(group.rows[i].tag), 5, 3,
+                {reinterpret_cast<const char *>(kFractions), sizeof kFractions});
+            const bool hasText = !lumi::valueText({tag, group.rows[i], photo, true}).isEmpty();
+            shown += isGps && hasText ? 1 : 0;
+        }
+    }
+    return shown == 3;
+}
+
+} // namespace
+
+int LLVMFuzzerInitialize(int * /*argc*/, char *** /*argv*/)
+{
+    lumi::fuzz::begin();
+    return 0;
+}
+
+int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
     constexpr std::size_t kHead = 4;
     constexpr qsizetype kLongestNumber = 64;
@@ -20,12 +62,16 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     quint16 head[2] = {};
     std::memcpy(head, data, kHead);
     const std::span<const char> value(reinterpret_cast<const char *>(data) + kHead, size - kHead);
-    static const FPVExifFields kNoPhoto((QString()));
+    static const FPVExifFields kPhoto(referencePhoto());
+    static const bool kShowsFractions = showsFractions(kPhoto);
+    if (!kShowsFractions) {
+        std::abort();
+    }
     for (const ExifFieldGroup &group : lumi::exifFieldGroups()) {
         for (int i = 0; i < group.rowCount; ++i) {
             const ExifFieldRow &row = group.rows[i];
             const FPVExifTagBytes tag(static_cast<quint16>(row.tag), head[0], head[1], value);
-            const QString text = lumi::valueText({tag, row, kNoPhoto, true});
+            const QString text = lumi::valueText({tag, row, kPhoto, true});
             if (text.size() > kLongestNumber + kLongestPerByte * tag.size()) {
                 std::abort();
             }
