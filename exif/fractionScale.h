@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The denominator under which the digits behind a dot are stored. It goes by the size of the
-// number and not by the digits as they were written: 05 is five tenths. All photos edited so
-// far are stored this way, and a value reads back as the text it was made of only if reader and
-// writer agree on it.
+// number and not by the digits as they were written: 05 is five tenths. A value reads back as
+// the text it was made of only if reader and writer agree on it.
 #pragma once
 
 #include <QtGlobal>

@@ -28,7 +28,7 @@ private:
     QTemporaryDir m_folder;
 };
 
-/// The lines of a table that was copied for the tests, split at tabs.
+/// The lines of a reference table of the tests, split at tabs.
 [[nodiscard]] QList<QStringList> tableLines(const QString &name);
 
 /// A photo with something in every directory, values of every type among them.

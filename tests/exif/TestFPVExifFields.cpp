@@ -14,7 +14,7 @@ class TestFPVExifFields : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void groupsAreThoseOfTheTable();
+    void groupsHoldTheirRows();
     void labelsAreTextsOfTheCatalogue();
     void labelsKeepTheirTrailingBlank();
     void unusualPairsStay();
@@ -24,13 +24,13 @@ private Q_SLOTS:
     void rowTypeIsThatOfTheTagFound();
     void rowTypeIsLookedUpInTheListOfTheRow();
     void startsAtTheFirstGroup();
-    void infoGroupsAreThoseOfTheTable();
+    void infoGroupsHoldTheirTags();
 
 private:
     lumi::test::PhotoFolder m_folder;
 };
 
-void TestFPVExifFields::groupsAreThoseOfTheTable()
+void TestFPVExifFields::groupsHoldTheirRows()
 {
     FPVExifFields fields((QString()));
     int groups = 0;
@@ -183,7 +183,7 @@ void TestFPVExifFields::startsAtTheFirstGroup()
     QCOMPARE(fields.rowCount(), 10);
 }
 
-void TestFPVExifFields::infoGroupsAreThoseOfTheTable()
+void TestFPVExifFields::infoGroupsHoldTheirTags()
 {
     const auto lines = lumi::test::tableLines(QStringLiteral("infoGroups.txt"));
     QCOMPARE(lines.size(), 3);

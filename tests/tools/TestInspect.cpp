@@ -98,8 +98,8 @@ void TestInspect::helpIsNoError()
 {
     const Run run = inspect({QStringLiteral("--help")});
     QCOMPARE(run.result, 0);
-    for (const char *command : {"exif FILE...", "swap FOLDER", "raster FILE",
-                                "coordinates [TEXT...]", "altitude [TEXT...]"}) {
+    for (const char *command : {"exif FILE...", "rewrite FILE OPS.json", "swap FOLDER",
+                                "raster FILE", "coordinates [TEXT...]", "altitude [TEXT...]"}) {
         QVERIFY(run.out.contains(command));
     }
     QVERIFY(run.err.isEmpty());
