@@ -2,14 +2,13 @@
 #include "exif/FPVExifDocument.h"
 
 #include "exif/ExifSegment.h"
+#include "exif/embeddedPicture.h"
 #include "exif/pointerTags.h"
 
 #include <QFileInfo>
 #include <QImage>
 
-#include <limits>
-#include <memory>
-#include <new>
+#include <utility>
 
 namespace {
 
@@ -43,20 +42,12 @@ bool FPVExifDocument::hasThumbnail() const
 
 QImage *FPVExifDocument::thumbnail()
 {
-    if (!m_valid || !hasThumbnail() || m_thumbnailLength > std::numeric_limits<int>::max()) {
+    if (!m_valid || !hasThumbnail()) {
         return nullptr;
     }
-    const qint64 place = qint64(m_tiffBase) + m_thumbnailOffset;
-    if (m_thumbnailLength > size() - place || !seek(place)) {
-        return nullptr;
-    }
-    const std::unique_ptr<char[]> bytes(new (std::nothrow) char[m_thumbnailLength]);
-    if (!bytes || read(bytes.get(), m_thumbnailLength) != m_thumbnailLength) {
-        return nullptr;
-    }
-    auto image = std::make_unique<QImage>(
-        QImage::fromData(QByteArrayView(bytes.get(), m_thumbnailLength)));
-    return image->isNull() ? nullptr : image.release();
+    QImage image
+        = lumi::embeddedPicture(*this, qint64{m_tiffBase} + m_thumbnailOffset, m_thumbnailLength);
+    return image.isNull() ? nullptr : new QImage(std::move(image));
 }
 
 QImage *FPVExifDocument::thumbnail(const QString &path)

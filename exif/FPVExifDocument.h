@@ -34,7 +34,7 @@ public:
     [[nodiscard]] bool hasThumbnail() const;
 
     /// The embedded thumbnail, a new image for the caller. Null without one, when it does not
-    /// lie wholly in the file, or when its bytes are no picture.
+    /// lie wholly in the file, or when its bytes are no picture of a thumbnail's size.
     [[nodiscard]] QImage *thumbnail();
 
     /// The same for the photo at path.

@@ -2,11 +2,10 @@
 #include "exif/FPVExifInfo.h"
 
 #include "exif/FPVExifFile.h"
+#include "exif/embeddedPicture.h"
 
 #include <QFile>
 #include <QImage>
-
-#include <new>
 
 namespace {
 
@@ -15,19 +14,10 @@ constexpr qint64 kTiffBase = 12;
 constexpr int kThumbnailOffset = 0x0201;
 constexpr int kThumbnailLength = 0x0202;
 
-/// The picture in length bytes of the file from place on; null when they are not all there.
 QImage readImage(const QString &path, qint64 place, int length)
 {
     QFile file(path);
-    if (length <= 0 || place < 0 || !file.open(QIODevice::ReadOnly) || length > file.size() - place
-        || !file.seek(place)) {
-        return QImage();
-    }
-    const std::unique_ptr<char[]> bytes(new (std::nothrow) char[static_cast<std::size_t>(length)]);
-    if (!bytes || file.read(bytes.get(), length) != length) {
-        return QImage();
-    }
-    return QImage::fromData(QByteArrayView(bytes.get(), length));
+    return file.open(QIODevice::ReadOnly) ? lumi::embeddedPicture(file, place, length) : QImage();
 }
 
 } // namespace

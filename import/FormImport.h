@@ -38,7 +38,7 @@ public:
     void startImport(const QString &source);
 
 public Q_SLOTS:
-    // NOLINTBEGIN(readability-identifier-naming): given names
+    // NOLINTBEGIN(readability-identifier-naming): parts of the interface
     void btn_leftWidget_clicked(int id);
     void btn_cf_clicked();
     void btn_sd_clicked();

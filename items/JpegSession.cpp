@@ -16,6 +16,10 @@ namespace {
 /// A photo has about ten scans. A few kilobytes can hold thousands, each of which costs a pass
 /// over the whole picture.
 constexpr int kMaxScans = 500;
+/// As many are allowed whatever the size; a picture of more pixels than a screen raster may
+/// have gets fewer than the rest.
+constexpr int kUsualScans = 20;
+constexpr qint64 kLargePixels = 8388608;
 
 /// Opening a pipe would wait for its writer, hence the flag; on a regular file it has no effect.
 FILE *openRegularFile(const char *path)
@@ -173,7 +177,10 @@ void JpegSession::outputMessage(j_common_ptr cinfo)
 
 void JpegSession::limitScans(j_common_ptr cinfo)
 {
-    if (reinterpret_cast<j_decompress_ptr>(cinfo)->input_scan_number > kMaxScans) {
+    auto *decompressor = reinterpret_cast<j_decompress_ptr>(cinfo);
+    const int scan = decompressor->input_scan_number;
+    const auto pixels = qint64{decompressor->image_width} * decompressor->image_height;
+    if (scan > kMaxScans || (scan > kUsualScans && scan * pixels > kMaxScans * kLargePixels)) {
         leave(cinfo, "JPEG file with too many scans");
     }
 }

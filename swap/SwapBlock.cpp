@@ -91,7 +91,7 @@ SwapBlock::SwapBlock(lumi::IndexReader &index, const QString &folder, const lumi
     m_param = record.param;
     m_kind = record.kind;
     if (QFile::exists(folder + QLatin1Char('/') + m_sourceName)) {
-        m_valid = QFile::exists(m_swapPath);
+        m_valid = QFileInfo(m_swapPath).isFile(); // a pipe would be waited for
     } else {
         place.removeFile(m_swapPath);
     }

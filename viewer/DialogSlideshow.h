@@ -16,7 +16,7 @@ public:
     explicit DialogSlideshow(QWidget *parent = nullptr, const char *name = nullptr);
 
 public Q_SLOTS:
-    // NOLINTBEGIN(readability-identifier-naming): given names
+    // NOLINTBEGIN(readability-identifier-naming): parts of the interface
     /// Order, delay and loops mean nothing to a user who steps by hand.
     void combo_operation_activated(int row);
     void combo_activated(int row);

@@ -28,7 +28,7 @@ constexpr int kScreenSaverBack = 1;
 
 } // namespace
 
-// NOLINTNEXTLINE(readability-function-size): given
+// NOLINTNEXTLINE(readability-function-size): part of the interface
 SlideShow::SlideShow(QWidget *parent, FPVItemList *source, bool autoMode, bool inOrder, int delay,
                      int loopCount, int startIndex)
     : QWidget(parent, Qt::Window)

@@ -51,7 +51,7 @@ public:
     /// was shown or it was deleted.
     [[nodiscard]] FPVItemImage *lastItem() const { return m_shownItem; }
 
-    // NOLINTBEGIN(readability-identifier-naming): given names
+    // NOLINTBEGIN(readability-identifier-naming): parts of the interface
 public Q_SLOTS:
     void slot_timeout();
     void decodeComplete();

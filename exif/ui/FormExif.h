@@ -35,7 +35,7 @@ public:
     [[nodiscard]] int exec();
 
 public Q_SLOTS:
-    // NOLINTBEGIN(readability-identifier-naming): given names
+    // NOLINTBEGIN(readability-identifier-naming): parts of the interface
     /// The same as menu_edit_save(), by the name that every window has for it.
     void accept();
     /// These four act on the field with the focus, or the one that had it before the menu bar.

@@ -42,7 +42,7 @@ public:
     void setVisible(bool visible) override;
 
 Q_SIGNALS:
-    // NOLINTBEGIN(readability-identifier-naming): given names
+    // NOLINTBEGIN(readability-identifier-naming): parts of the interface
     void btn_edit_clicked();
 
 public Q_SLOTS:

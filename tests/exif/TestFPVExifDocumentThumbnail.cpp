@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "exif/FPVExifDocument.h"
 #include "tests/exif/PhotoFolder.h"
+#include "tests/support/FakeMachine.h"
 #include "tests/support/TestMain.h"
 
+#include <QBuffer>
 #include <QImage>
 #include <QTest>
 
@@ -20,6 +22,9 @@ private Q_SLOTS:
     void thumbnailMayLieBehindTheSegment();
     void thumbnailIsNull_data();
     void thumbnailIsNull();
+    void noPreviewIsThatLarge_data();
+    void noPreviewIsThatLarge();
+    void aPreviewNeedsMemory();
     void hasThumbnailAsksTheNumbersOnly_data();
     void hasThumbnailAsksTheNumbersOnly();
 
@@ -93,6 +98,58 @@ void TestFPVExifDocumentThumbnail::thumbnailIsNull()
     QCOMPARE(document.thumbnailOffset(), offset);
     QCOMPARE(document.thumbnailLength(), length);
     QVERIFY(!document.thumbnail());
+}
+
+void TestFPVExifDocumentThumbnail::noPreviewIsThatLarge_data()
+{
+    QTest::addColumn<QByteArray>("picture");
+    QTest::addColumn<bool>("taken");
+    const QByteArray small = ExifBuilder::jpeg(24, 18, 0x204060);
+    QTest::newRow("two megapixels") << ExifBuilder::jpeg(2048, 1024, 0x204060) << true;
+    QTest::newRow("a line more") << ExifBuilder::jpeg(2048, 1025, 0x204060) << false;
+    QTest::newRow("a megabyte") << small + QByteArray(1024 * 1024 - small.size(), '\0') << true;
+    QTest::newRow("a byte more") << small + QByteArray(1024 * 1024 + 1 - small.size(), '\0')
+                                 << false;
+    QByteArray scans;
+    for (int i = 0; i < 100; ++i) {
+        scans += "\xFF\xDA";
+    }
+    QTest::newRow("marks of more scans than a photo has") << small + scans << false;
+    QImage image(24, 18, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    QBuffer png;
+    QVERIFY(image.save(&png, "PNG"));
+    QTest::newRow("another format") << png.data() << false;
+}
+
+void TestFPVExifDocumentThumbnail::noPreviewIsThatLarge()
+{
+    QFETCH(QByteArray, picture);
+    QFETCH(bool, taken);
+    const auto document = [&](quint32 offset) {
+        ExifBuilder photo;
+        photo.shorts(Ifd0, 0x0112, {6})
+            .longs(Ifd1, 0x0201, {offset})
+            .longs(Ifd1, 0x0202, {quint32(picture.size())});
+        return photo.file();
+    };
+    const auto behind = quint32(document(0).size()) - 12;
+    FPVExifDocument photo(m_folder.put(document(behind) + picture));
+    const std::unique_ptr<QImage> image(photo.thumbnail());
+    QCOMPARE(image != nullptr, taken);
+}
+
+void TestFPVExifDocumentThumbnail::aPreviewNeedsMemory()
+{
+    auto *machine = lumi::test::FakeMachine::install();
+    const QString path = m_folder.put(lumi::test::fullPhoto(ExifBuilder::Order::Big));
+    constexpr int kKeptBackKB = 2048;
+    constexpr int kNeedKB = 40 * 30 * 4 / 1024 + 1024;
+    machine->setMemoryKB(kKeptBackKB + kNeedKB);
+    QVERIFY(std::unique_ptr<QImage>(FPVExifDocument::thumbnail(path)));
+    machine->setMemoryKB(kKeptBackKB + kNeedKB - 1);
+    QVERIFY(!std::unique_ptr<QImage>(FPVExifDocument::thumbnail(path)));
+    Machine::install(nullptr);
 }
 
 void TestFPVExifDocumentThumbnail::hasThumbnailAsksTheNumbersOnly_data()

@@ -220,6 +220,9 @@ void addExifThumbnails(Collection *all)
         {"of four samples", makeJpeg({.size = QSize(70, 50), .components = 4})},
         {"a text", "a text and no picture"},
         {"a scan bomb", makeJpeg({.size = QSize(70, 50), .progressiveScans = 600})},
+        {"a large scan bomb",
+         withSize(makeJpeg({.size = QSize(70, 50), .progressiveScans = 600}), 5000, 5000)},
+        {"far too large", makeJpeg({.size = QSize(3000, 2000), .plain = true})},
     };
     for (const auto &[name, bytes] : thumbnails) {
         all->add(QByteArray("thumbnail ") + name, ordinaryExif().thumbnail(bytes).file());

@@ -13,6 +13,7 @@
 #include <QFile>
 #include <QImage>
 #include <QPixmap>
+#include <QScopeGuard>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -41,6 +42,7 @@ private Q_SLOTS:
     void screenDecodes_data();
     void screenDecodes();
     void slices();
+    void scansAreLimitedWithMuchMemoryToo();
 
 private:
     template <class Job> void forEachFile(Job job);
@@ -225,6 +227,34 @@ void TestHostileFiles::slices()
             QCOMPARE(completes.count() == 1, item.errorCode() == DecodeError::None);
         }
     });
+}
+
+/// Memory no longer keeps large pictures of many scans away then.
+void TestHostileFiles::scansAreLimitedWithMuchMemoryToo()
+{
+    constexpr int kMuchKB = 2 * 1024 * 1024;
+    m_fixture->machine->setMemoryKB(kMuchKB);
+    const auto restore = qScopeGuard([this] {
+        m_fixture->machine->setMemoryKB(kMemoryKB);
+    });
+    const lumi::test::MessageLog log;
+    int bombs = 0;
+    for (int i = 0; i < m_paths.size(); ++i) {
+        const QByteArray &name = m_files[static_cast<std::size_t>(i)].name;
+        if (!name.contains("scan")) {
+            continue;
+        }
+        ++bombs;
+        QElapsedTimer clock;
+        clock.start();
+        FPVItemJpeg item(m_paths[i], QString(), false);
+        item.setIncremental(false);
+        QSize screen(640, 480);
+        (void)item.startDecode(32, nullptr, &screen);
+        const std::unique_ptr<QPixmap> thumbnail(item.thumbnail(174, 123));
+        QVERIFY2(clock.elapsed() < kMostMs, name.constData());
+    }
+    QVERIFY(bombs >= 3);
 }
 
 LUMI_TEST(TestHostileFiles)

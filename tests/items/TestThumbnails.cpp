@@ -33,6 +33,9 @@ private Q_SLOTS:
     void cleanup();
     void aStoredThumbnailIsTakenUnopened();
     void anEmbeddedThumbnailIsNotStored();
+    void aSecondVisitDecodesNothing_data();
+    void aSecondVisitDecodesNothing();
+    void aChangeOfViewDecodesOnceMoreAtMost();
     void aFullDecodeIsStoredUnderItsOwnWidth();
     void aFailedDecodeRecordsItsSizeToo();
     void theFittedSizeIsRecorded();
@@ -78,6 +81,14 @@ bool isStored(const QString &path, int width, char kind)
 {
     QImage image;
     return SwapLoad(path, &image, width, kind);
+}
+
+/// From now on the photo can't be decoded, and nothing else of it has changed.
+void spoil(const QString &path)
+{
+    const qint64 time = QFileInfo(path).lastModified().toMSecsSinceEpoch();
+    lumi::test::writeFile(path, QByteArray("damaged"));
+    lumi::test::setFileTime(path, time);
 }
 
 const QString kError2 = QStringLiteral("FPVItemJpeg Error (2)");
@@ -130,6 +141,49 @@ void TestThumbnails::anEmbeddedThumbnailIsNotStored()
     QCOMPARE(lumi::test::blockCount(*m_fixture->store), 0);
 }
 
+void TestThumbnails::aSecondVisitDecodesNothing_data()
+{
+    QTest::addColumn<QSize>("size");
+    QTest::newRow("landscape") << QSize(640, 480);
+    QTest::newRow("portrait") << QSize(480, 640);
+    QTest::newRow("panorama") << QSize(900, 200);
+}
+
+void TestThumbnails::aSecondVisitDecodesNothing()
+{
+    QFETCH(QSize, size);
+    const QString path = photo({.size = size});
+    const std::unique_ptr<QPixmap> first = thumbnailOf(path);
+    QVERIFY(first);
+    spoil(path);
+    for (int visit = 0; visit < 3; ++visit) {
+        const std::unique_ptr<QPixmap> again = thumbnailOf(path);
+        QVERIFY(again);
+        QCOMPARE(again->size(), first->size());
+    }
+}
+
+/// The size recorded for one view is rounded, so that another may ask for a width that is one
+/// off what it stored: once, and never again.
+void TestThumbnails::aChangeOfViewDecodesOnceMoreAtMost()
+{
+    const QString path = photo({.size = QSize(640, 480)});
+    const auto visit = [&path](char kind, int w, int h) {
+        FPVItemJpeg item(path, QString(), false);
+        item.setThumbnailKind(kind);
+        return std::unique_ptr<QPixmap>(item.thumbnail(w, h)) != nullptr;
+    };
+    for (int i = 0; i < 2; ++i) {
+        QVERIFY(visit('l', 160, 119));
+        QVERIFY(visit('s', 69, 53));
+    }
+    spoil(path);
+    for (int i = 0; i < 2; ++i) {
+        QVERIFY(visit('l', 160, 119));
+        QVERIFY(visit('s', 69, 53));
+    }
+}
+
 void TestThumbnails::aFullDecodeIsStoredUnderItsOwnWidth()
 {
     const QString path = photo({.size = QSize(640, 480)});
@@ -140,10 +194,7 @@ void TestThumbnails::aFullDecodeIsStoredUnderItsOwnWidth()
     QVERIFY(!isStored(path, 174, 'l'));
     QVERIFY(!isStored(path, 164, 's'));
 
-    // From now on the photo is not decoded again: it could not be.
-    const qint64 time = QFileInfo(path).lastModified().toMSecsSinceEpoch();
-    lumi::test::writeFile(path, QByteArray("damaged"));
-    lumi::test::setFileTime(path, time);
+    spoil(path);
     const std::unique_ptr<QPixmap> again = thumbnailOf(path);
     QVERIFY(again);
     QCOMPARE(again->size(), QSize(164, 123));
@@ -155,11 +206,9 @@ void TestThumbnails::aFailedDecodeRecordsItsSizeToo()
     const QString path = photo({.size = QSize(640, 480)});
     QImage other = lumi::test::picture(80, 60);
     QVERIFY(SwapAppend(path, &other, 80, 's'));
-    const qint64 time = QFileInfo(path).lastModified().toMSecsSinceEpoch();
     FPVItemJpeg item(path, QString(), false);
     QCOMPARE(item.fitSize(QSize(80, 60)), QSize(80, 60));
-    lumi::test::writeFile(path, QByteArray("damaged"));
-    lumi::test::setFileTime(path, time);
+    spoil(path);
     const MessageLog log;
     QVERIFY(item.thumbnail(174, 123) == nullptr);
     QVERIFY(log.warnings.contains(kError3));

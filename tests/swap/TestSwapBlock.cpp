@@ -12,6 +12,8 @@
 
 #include <array>
 
+#include <sys/stat.h>
+
 using namespace lumi::test;
 
 class TestSwapBlock : public QObject
@@ -41,6 +43,7 @@ private Q_SLOTS:
     void destructionLeavesTheSwapFile();
     void aRecordFromTheIndexIsValidWhileBothFilesExist_data();
     void aRecordFromTheIndexIsValidWhileBothFilesExist();
+    void aPipeIsNoSwapFile();
     void aCutRecordIsInvalidAndRemovesNothing();
     void traceOfAWriteAndARead();
     void traceOfABuffer();
@@ -393,6 +396,27 @@ void TestSwapBlock::aRecordFromTheIndexIsValidWhileBothFilesExist()
     QCOMPARE(block.record().sourceTime, 1);
     QCOMPARE(block.record().param, 7);
     QCOMPARE(block.record().swapTime, 8);
+}
+
+/// An index may name anything; a pipe would be waited for.
+void TestSwapBlock::aPipeIsNoSwapFile()
+{
+    QCOMPARE(::mkfifo(QFile::encodeName(m_swapPath).constData(), 0600), 0);
+    const QByteArray bytes = IndexBytes()
+                                 .text("a.jpg")
+                                 .number(1)
+                                 .number(100)
+                                 .number(75)
+                                 .number(100)
+                                 .number('s')
+                                 .text(m_swapPath.toLatin1())
+                                 .number(8)
+                                 .bytes;
+    lumi::IndexReader index(bytes);
+    const lumi::SwapPlace place(m_fixture->swapFolder(), QStringLiteral(".swp"));
+    const SwapBlock block(index, m_fixture->path(QStringLiteral("photos")), place);
+    QVERIFY(!index.failed());
+    QVERIFY(!block.isValid());
 }
 
 void TestSwapBlock::aCutRecordIsInvalidAndRemovesNothing()
