@@ -9,6 +9,7 @@
 #include "app/common/messages.h"
 #include "files/FormFile.h"
 #include "files/fileBoxes.h"
+#include "files/pasteMessage.h"
 #include "items/FPVItemList.h"
 #include "views/FPVThumbnailView.h"
 #include "widgets/MyDialogWait.h"
@@ -179,8 +180,7 @@ void FormFile::menu_edit_Paste()
         return;
     }
     wait.hide();
-    const bool isFull = result == lumi::PasteResult::NoRoom;
-    lumi::showError(this, msg(isFull ? lumi::MsgFreeSomeMemory : lumi::MsgPasteFailed));
+    lumi::showError(this, msg(lumi::pasteMessage(result)));
 }
 
 void FormFile::menu_edit_CheckAll()

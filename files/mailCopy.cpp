@@ -2,6 +2,7 @@
 #include "files/mailCopy.h"
 
 #include "items/FPVItemImage.h"
+#include "items/photoScale.h"
 #include "views/folderRoots.h"
 
 #include <QBuffer>
@@ -12,10 +13,28 @@
 
 #include <memory>
 
+using lumi::DecodeError;
+
 namespace {
 
 constexpr int kLastNumber = 999;
 constexpr QSize kLargest(640, 480);
+
+bool isSmall(QSize size)
+{
+    return size.width() <= kLargest.width() && size.height() <= kLargest.height();
+}
+
+/// Of whatever format the file is: the image library knows more than photos have.
+QImage loadSmall(const QString &path)
+{
+    QImage image(path);
+    if (isSmall(image.size())) {
+        return image;
+    }
+    return image.scaled(lumi::fittedSize(image.size(), kLargest), Qt::IgnoreAspectRatio,
+                        Qt::SmoothTransformation);
+}
 
 } // namespace
 
@@ -42,10 +61,18 @@ QString lumi::freeMailPath(QDate date)
 
 QImage lumi::mailImage(FPVItemImage *item)
 {
-    // An unknown size goes the first way too: the image library knows more formats.
+    // Reading a pipe would wait for ever.
+    if (!QFileInfo(item->path()).isFile()) {
+        return {};
+    }
     const QSize size = item->imageSize();
-    if (size.width() <= kLargest.width() && size.height() <= kLargest.height()) {
-        return QImage(item->path());
+    // The image library would take the memory that the photo was refused.
+    if (!size.isValid() && item->errorCode() == DecodeError::OutOfMemory) {
+        return {};
+    }
+    // An unknown size goes the first way too.
+    if (isSmall(size)) {
+        return loadSmall(item->path());
     }
     const QSize fitted = item->fitSize(kLargest);
     const std::unique_ptr<QImage> scaled(item->scaledImage(fitted.width(), fitted.height()));

@@ -21,7 +21,8 @@ namespace lumi {
 /// The first path of the day that is free, null if all 999 are taken.
 [[nodiscard]] QString freeMailPath(QDate date);
 
-/// The photo whole if it is small enough, else scaled down; null if it can't be read.
+/// The photo whole if it is small enough, else scaled down; null if it is no regular file, can't
+/// be read, or needs more memory than there is.
 [[nodiscard]] QImage mailImage(FPVItemImage *item);
 
 /// Writes the image as JPEG into a new file, making the folder where it is missing. False

@@ -11,6 +11,8 @@
 #include <algorithm>
 #include <array>
 
+#include <sys/stat.h>
+
 using lumi::CopyDone;
 using lumi::CopyNotRemoved;
 using lumi::CopyRefused;
@@ -29,6 +31,16 @@ qint64 blockSize(unsigned wanted)
 {
     const unsigned bounded = std::clamp(wanted, kUnit, kMostBytes);
     return (bounded + kUnit - 1) / kUnit * kUnit;
+}
+
+/// Links are followed; false if one of them can't be asked.
+bool areOneFile(const QString &path, const QString &other)
+{
+    struct stat one = {};
+    struct stat two = {};
+    return ::stat(QFile::encodeName(path).constData(), &one) == 0
+        && ::stat(QFile::encodeName(other).constData(), &two) == 0 && one.st_dev == two.st_dev
+        && one.st_ino == two.st_ino;
 }
 
 int copyBlocks(QFile *source, QFile *target, lumi::KeepGoing keepGoing, qint64 size)
@@ -52,7 +64,7 @@ int copyBlocks(QFile *source, QFile *target, lumi::KeepGoing keepGoing, qint64 s
 
 } // namespace
 
-// NOLINTNEXTLINE(readability-function-size): the parameters are given
+// NOLINTNEXTLINE(readability-function-size): callers need each of them
 int copyFile(const QString &src, const QString &dst, bool move, bool failIfExists,
              lumi::KeepGoing keepGoing, unsigned bufferSize)
 {
@@ -68,7 +80,8 @@ int copyFile(const QString &src, const QString &dst, bool move, bool failIfExist
         return CopyRefused;
     }
     if (QFile::exists(dst)) {
-        if (failIfExists) {
+        // Under another name the old one may be the source itself.
+        if (failIfExists || areOneFile(src, dst)) {
             return CopyRefused;
         }
         if (!QFile::remove(dst)) {

@@ -24,7 +24,9 @@ using KeepGoing = bool (*)();
 /// @param dst if it is src: CopyDone, and nothing is done
 /// @param move removes the source at the end, even after a failure: it is only safe where the
 ///        copy can't fail, and nobody sets it
-/// @param failIfExists CopyRefused if there is a dst; otherwise an old one is removed first
+/// @param failIfExists CopyRefused if there is a dst; otherwise CopyRefused if dst is src under
+///        another name, and any other old one is gone before the source is opened, so that it
+///        is lost when that fails
 /// @param keepGoing may be null
 /// @param bufferSize bytes of a block, at least 4, at most 64 KB
 [[nodiscard]] int copyFile(const QString &src, const QString &dst, bool move, bool failIfExists,

@@ -4,6 +4,7 @@
 #include "platform/debugLog.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QString>
 
 #include <array>
@@ -100,13 +101,20 @@ bool areOfOneSize(int source, int target)
         && one.st_size == other.st_size;
 }
 
-bool isOnDisk(int target)
+bool isOnDisk(int fd)
 {
-    const auto sync = [target] {
-        return static_cast<ssize_t>(::fsync(target));
+    const auto sync = [fd] {
+        return static_cast<ssize_t>(::fsync(fd));
     };
     // Where nothing can be synced there is nothing to wait for.
     return untilNotInterrupted(sync) == 0 || errno == EINVAL;
+}
+
+/// The name of a new file is written with its folder, not with the file.
+bool isNameOnDisk(const QString &path)
+{
+    const Descriptor folder(QFileInfo(path).path(), O_RDONLY | O_DIRECTORY);
+    return folder.isOpen() && isOnDisk(folder.fd());
 }
 
 } // namespace
@@ -127,7 +135,7 @@ PasteResult lumi::rawCopy(const QString &source, const QString &target, bool sou
         && !(isOnDisk(to.fd()) && areOfOneSize(from.fd(), to.fd()))) {
         result = PasteResult::NotWritten;
     }
-    if (!to.close()) {
+    if (!to.close() || (result == PasteResult::Done && sourceGoes && !isNameOnDisk(target))) {
         result = PasteResult::NotWritten;
     }
     if (result != PasteResult::Done) {

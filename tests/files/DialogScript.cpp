@@ -61,15 +61,15 @@ QString describe(const QDialog *dialog)
         + QLatin1String(" '") + (line == nullptr ? QString() : line->text()) + QLatin1Char('\'');
 }
 
-bool isWaitSeen()
+} // namespace
+
+bool lumi::test::isWaitSeen()
 {
     const auto windows = QApplication::topLevelWidgets();
     return std::any_of(windows.begin(), windows.end(), [](const QWidget *window) {
         return window->isVisible() && qobject_cast<const MyDialogWait *>(window) != nullptr;
     });
 }
-
-} // namespace
 
 lumi::test::DialogAnswer lumi::test::typing(const QString &text)
 {
@@ -133,6 +133,9 @@ void lumi::test::DialogScript::meet(QDialog *dialog)
     const bool isWait = qobject_cast<MyDialogWait *>(dialog) != nullptr;
     seen.append(describe(dialog) + QLatin1String(!isWait && isWaitSeen() ? " over wait" : ""));
     if (isWait) {
+        if (atWait) {
+            QTimer::singleShot(0, dialog, std::exchange(atWait, nullptr));
+        }
         return;
     }
     const DialogAnswer answer = m_answers.isEmpty() ? closing() : m_answers.takeFirst();

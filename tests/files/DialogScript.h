@@ -25,6 +25,9 @@ using DialogAnswer = std::function<void(QDialog *)>;
 /// Does something first.
 [[nodiscard]] DialogAnswer after(std::function<void()> deed, DialogAnswer answer);
 
+/// Whether a wait dialog is on the screen.
+[[nodiscard]] bool isWaitSeen();
+
 class DialogScript : public QObject
 {
 public:
@@ -39,6 +42,8 @@ public:
     /// Asked as each dialog opens.
     std::function<bool()> isBusy;
     bool wasIdle = false;
+    /// Done once, while the next wait dialog is painted.
+    std::function<void()> atWait;
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;

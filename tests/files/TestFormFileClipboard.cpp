@@ -5,11 +5,16 @@
 #include "tests/files/DialogScript.h"
 #include "tests/files/FormFixture.h"
 #include "tests/support/TestMain.h"
+#include "tests/swap/FullDisk.h"
 
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
 #include <QTest>
+
+#include <memory>
+
+#include <sys/stat.h>
 
 using namespace lumi::test;
 
@@ -18,6 +23,9 @@ namespace {
 const QString kWorking = QStringLiteral("wait Working...");
 const QString kFailed = QStringLiteral("critical Error: It failed in sticking. OK*");
 const QString kFull = QStringLiteral("critical Error: Free some memory and try again OK*");
+
+/// Of a disk, in bytes: for a small photo it is enough.
+constexpr int kRoom = 20000;
 
 constexpr int kCopy = 5;
 constexpr int kCut = 6;
@@ -270,6 +278,8 @@ void TestFormFileClipboard::failuresAreTold_data()
     QTest::newRow("a photo that has gone") << "gone.jpg";
     QTest::newRow("a link to nothing") << "link.jpg";
     QTest::newRow("no name is free") << "dir/plain";
+    QTest::newRow("a pipe in a photo's place") << "dir/pipe.jpg";
+    QTest::newRow("the disk is full") << "dir/big.jpg";
 }
 
 void TestFormFileClipboard::failuresAreTold()
@@ -279,8 +289,12 @@ void TestFormFileClipboard::failuresAreTold()
     m_form->world.makeFile(QStringLiteral("plain"), "mine");
     m_form->world.makeFile(QStringLiteral("dir/plain"), "new");
     QVERIFY(QFile::link(QStringLiteral("none"), m_form->world.path(QStringLiteral("link.jpg"))));
+    m_form->world.makeFile(QStringLiteral("dir/big.jpg"), QByteArray(kRoom + 1, 'x'));
+    const QString pipe = m_form->world.path(QStringLiteral("dir/pipe.jpg"));
+    QCOMPARE(::mkfifo(QFile::encodeName(pipe).constData(), S_IRUSR | S_IWUSR), 0);
     start(2);
     const QStringList before = store();
+    auto limit = std::make_unique<FileSizeLimit>(kRoom);
     // What went well before stays, and comes on show.
     m_form->view->clipboard().take(
         {m_form->world.path(QStringLiteral("a00.jpg")), m_form->world.path(path)}, true);
@@ -290,6 +304,7 @@ void TestFormFileClipboard::failuresAreTold()
     m_form->view->clipboard().take(
         {m_form->world.path(QStringLiteral("a00.jpg")), m_form->world.path(path)}, false);
     QCOMPARE(play(kPaste, {closing()}), (QStringList{kWorking, kFailed}));
+    limit.reset();
     QVERIFY(m_form->waitForCells(3));
     QCOMPARE(m_form->names().last(), QStringLiteral("a00-1.jpg"));
     QCOMPARE(m_form->view->clipboardPaths().size(), 2);

@@ -8,6 +8,8 @@
 #include <QFile>
 #include <QTest>
 
+#include <functional>
+
 using namespace lumi::test;
 
 namespace {
@@ -72,6 +74,8 @@ private Q_SLOTS:
     void longNamesAreCutInTheQuestion();
     void namesAreNoMarkup();
     void onlyWhatWasAskedAboutIsDeleted();
+    void theWaitLetsNoOtherPhotoIn_data();
+    void theWaitLetsNoOtherPhotoIn();
     void markedPhotosAreDeleted();
     void partOfTheMarkedPhotosStays_data();
     void partOfTheMarkedPhotosStays();
@@ -85,7 +89,8 @@ private:
     /// The form over the store, with the cursor on this item if any.
     void start(const char *current = nullptr);
     /// Chooses a menu entry and plays the script to its end.
-    QStringList play(int entry, const QList<DialogAnswer> &answers);
+    QStringList play(int entry, const QList<DialogAnswer> &answers,
+                     const std::function<void()> &atWait = {});
     [[nodiscard]] QStringList store() const;
     /// Whether the listing was read again since start(): fresh items have no marks.
     [[nodiscard]] bool wasReadAgain() const;
@@ -108,9 +113,11 @@ void TestFormFileDeletes::start(const char *current)
     QVERIFY(m_form->waitForCells(count));
 }
 
-QStringList TestFormFileDeletes::play(int entry, const QList<DialogAnswer> &answers)
+QStringList TestFormFileDeletes::play(int entry, const QList<DialogAnswer> &answers,
+                                      const std::function<void()> &atWait)
 {
     DialogScript script(answers);
+    script.atWait = atWait;
     script.isBusy = [this] {
         return m_form->form->isBusy();
     };
@@ -249,6 +256,40 @@ void TestFormFileDeletes::onlyWhatWasAskedAboutIsDeleted()
     QCOMPARE(play(kDelete, {after(reload, yes()), ok()}),
              (QStringList{askDelete(QStringLiteral("a01.jpg")), kWorking, kNotDeleted}));
     QCOMPARE(store(), list("a01.jpg a02.jpg"));
+}
+
+void TestFormFileDeletes::theWaitLetsNoOtherPhotoIn_data()
+{
+    QTest::addColumn<bool>("isListChanged");
+    QTest::newRow("the cursor moves on") << false;
+    QTest::newRow("another photo comes to its place") << true;
+}
+
+/// Events run while the wait dialog is painted.
+void TestFormFileDeletes::theWaitLetsNoOtherPhotoIn()
+{
+    QFETCH(bool, isListChanged);
+    m_form->world.makePhotos(3);
+    start("a01.jpg");
+    QString other;
+    const auto change = [this, isListChanged, &other] {
+        if (isListChanged) {
+            QVERIFY(QFile::rename(m_form->world.path(QStringLiteral("a00.jpg")),
+                                  m_form->world.path(QStringLiteral("b00.jpg"))));
+            m_form->view->reload(m_form->world.store);
+            m_form->view->showPage(0, 1, true);
+        } else {
+            QTest::keyClick(m_form->view, Qt::Key_Right);
+        }
+        other = m_form->view->currentObject()->fileName();
+    };
+    QCOMPARE(play(kDelete, {yes(), ok()}, change),
+             (QStringList{askDelete(QStringLiteral("a01.jpg")), kWorking, kNotDeleted}));
+    QCOMPARE(other, QStringLiteral("a02.jpg"));
+    const QLatin1String first(isListChanged ? "b00.jpg" : "a00.jpg");
+    QStringList all = list("a01.jpg a02.jpg") << first;
+    all.sort();
+    QCOMPARE(store(), all);
 }
 
 void TestFormFileDeletes::markedPhotosAreDeleted()

@@ -3,6 +3,7 @@
 #include "files/mailCopy.h"
 #include "platform/deviceKey.h"
 #include "platform/toolkit/QAccel.h"
+#include "tests/files/DialogScript.h"
 #include "tests/files/FormFixture.h"
 #include "tests/support/DialogDriver.h"
 #include "tests/support/TestMain.h"
@@ -36,6 +37,9 @@ private Q_SLOTS:
     void cleanup();
     void theCopyIsMadeAndNamed();
     void theWaitDialogStandsDuringTheWork();
+    void theWaitDialogStandsBehindTheBoxes_data();
+    void theWaitDialogStandsBehindTheBoxes();
+    void aPhotoThatGoesDuringTheWaitIsAFailure();
     void theNextCopyHasTheNextNumber();
     void theViewStaysAsItWas();
     void aCardsPhotoGoesToTheStoreToo();
@@ -90,7 +94,7 @@ void TestFormFileMail::theCopyIsMadeAndNamed()
     QCOMPARE(QImage(m_form->world.path(QStringLiteral("mail/") + todaysName(1))).size(),
              QSize(640, 480));
     QCOMPARE(m_driver->captions(), QStringList{QStringLiteral("Attach to mail")});
-    // The text as it stands in the catalogue, slip included.
+    // Letter by letter.
     QCOMPARE(m_driver->texts().constFirst(),
              QString(QStringLiteral("The photo\n") + todaysName(1)
                      + QStringLiteral("\nwassaved from \"mail\" to \"Photo_Files\"."))); // sic
@@ -110,6 +114,50 @@ void TestFormFileMail::theWaitDialogStandsDuringTheWork()
     QCOMPARE(waits.constFirst().text, QStringLiteral("Working..."));
     QVERIFY(waits.constFirst().buttons.isEmpty());
     QCOMPARE(m_driver->seen.constFirst().className, QStringLiteral("MyDialogWait"));
+}
+
+void TestFormFileMail::theWaitDialogStandsBehindTheBoxes_data()
+{
+    QTest::addColumn<bool>("isPhoto");
+    QTest::addColumn<QString>("caption");
+    QTest::newRow("the copy was saved") << true << QStringLiteral("Attach to mail");
+    QTest::newRow("it failed") << false << QStringLiteral("Error");
+}
+
+void TestFormFileMail::theWaitDialogStandsBehindTheBoxes()
+{
+    QFETCH(bool, isPhoto);
+    QFETCH(QString, caption);
+    chooseItem(QStringLiteral("big.jpg"));
+    if (!isPhoto) {
+        m_form->world.makeFile(QStringLiteral("big.jpg"), "no photo");
+    }
+    bool isSeen = false;
+    m_driver->expect(caption, [&isSeen](QDialog *dialog) {
+        isSeen = lumi::test::isWaitSeen();
+        dialog->accept();
+    });
+    m_form->form->accel_appendToMail();
+    QCOMPARE(m_driver->captions(), QStringList{caption});
+    QVERIFY(isSeen);
+    QVERIFY(!lumi::test::isWaitSeen());
+}
+
+/// Events run while the wait dialog is painted, and the listing may be read anew by them.
+void TestFormFileMail::aPhotoThatGoesDuringTheWaitIsAFailure()
+{
+    chooseItem(QStringLiteral("big.jpg"));
+    const QPointer<FPVItemObject> item = m_form->view->currentObject();
+    bool isGoneInTime = false;
+    m_driver->expect(QStringLiteral("MyDialogWait"), [this, &isGoneInTime, item](QDialog *) {
+        m_form->view->reload(m_form->world.store);
+        isGoneInTime = item.isNull() && mailFiles().isEmpty();
+    });
+    m_form->form->accel_appendToMail();
+    QVERIFY(isGoneInTime);
+    QCOMPARE(m_driver->texts(), QStringList{kFailed});
+    QVERIFY(mailFiles().isEmpty());
+    QVERIFY(!m_form->form->isBusy());
 }
 
 void TestFormFileMail::theNextCopyHasTheNextNumber()

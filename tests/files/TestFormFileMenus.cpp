@@ -347,7 +347,7 @@ void TestFormFileMenus::keysStandForEntries_data()
     QTest::newRow("plain X") << int(Qt::Key_X) << 0 << FileKey::None << false;
     QTest::newRow("plain V") << int(Qt::Key_V) << 0 << FileKey::None << false;
     QTest::newRow("Ctrl+Z") << int(Qt::Key_Z) << control << FileKey::None << false;
-    // The device's old number for Delete is a letter today.
+    // 0x1007 is a letter, no Delete key.
     QTest::newRow("0x1007") << 0x1007 << 0 << FileKey::None << false;
 }
 

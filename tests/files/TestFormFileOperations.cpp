@@ -75,6 +75,7 @@ private Q_SLOTS:
     void renameThatFails();
     void renameWithoutAnItemDoesNothing();
     void renameStaysInItsFolder();
+    void renameStaysWithItsItem();
 
 private:
     /// The form over the store, with the cursor on this item if any.
@@ -379,6 +380,20 @@ void TestFormFileOperations::renameStaysInItsFolder()
              (QStringList{askName("a"), kNotRenamed}));
     QVERIFY(QFile::exists(m_form->world.path(QStringLiteral("a.jpg"))));
     QVERIFY(QFile::exists(m_form->world.path(QStringLiteral("dir/a.jpg"))));
+}
+
+/// So may the cursor, in the folder.
+void TestFormFileOperations::renameStaysWithItsItem()
+{
+    m_form->world.makePhotos(3);
+    start("a01.jpg");
+    const auto move = [this] {
+        QTest::keyClick(m_form->view, Qt::Key_Right);
+        QCOMPARE(m_form->view->currentObject()->fileName(), QStringLiteral("a02.jpg"));
+    };
+    QCOMPARE(play(kRename, {after(move, typing(QStringLiteral("b")))}),
+             QStringList{askName("a01")});
+    QCOMPARE(store(), list("a00.jpg a02.jpg b.jpg"));
 }
 
 LUMI_TEST(TestFormFileOperations)

@@ -2,6 +2,7 @@
 // Mail-sized copies: names, sizes, and what happens where they can't be written.
 #include "files/mailCopy.h"
 #include "items/FPVItemJpeg.h"
+#include "tests/support/ExifBuilder.h"
 #include "tests/support/TestMain.h"
 #include "tests/swap/FullDisk.h"
 #include "tests/views/BrowserWorld.h"
@@ -11,15 +12,19 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QImageWriter>
 #include <QTest>
+#include <QtEndian>
 
 #include <memory>
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
 
 const QDate kDay(2026, 1, 11);
+constexpr qint64 kPlentyKB = 1024 * 1024;
 
 /// A picture that shows whether it was scaled: fine stripes.
 QImage stripes(QSize size)
@@ -31,6 +36,50 @@ QImage stripes(QSize size)
         }
     }
     return image;
+}
+
+/// Red on the left, blue on the right.
+QImage halves(QSize size)
+{
+    QImage image(size, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    for (int y = 0; y < size.height(); ++y) {
+        for (int x = size.width() / 2; x < size.width(); ++x) {
+            image.setPixelColor(x, y, Qt::blue);
+        }
+    }
+    return image;
+}
+
+/// Whether the picture stands as halves() made it, looked at near its corners.
+bool areHalves(const QImage &image)
+{
+    const int right = image.width() * 3 / 4;
+    const int bottom = image.height() - 1;
+    const auto isRed = [](QColor colour) {
+        return colour.red() > 200 && colour.blue() < 50;
+    };
+    const auto isBlue = [](QColor colour) {
+        return colour.blue() > 200 && colour.red() < 50;
+    };
+    const int left = image.width() / 4;
+    return isRed(image.pixelColor(left, 0)) && isRed(image.pixelColor(left, bottom))
+        && isBlue(image.pixelColor(right, 0)) && isBlue(image.pixelColor(right, bottom));
+}
+
+/// Goes through the segments that stand before the picture.
+bool hasExifSegment(const QByteArray &jpeg)
+{
+    constexpr int kMarkerBytes = 2;
+    qsizetype at = kMarkerBytes;
+    while (at + 2 * kMarkerBytes <= jpeg.size() && jpeg.at(at) == '\xFF'
+           && jpeg.at(at + 1) != '\xDA') {
+        if (jpeg.at(at + 1) == '\xE1') {
+            return true;
+        }
+        at += kMarkerBytes + qFromBigEndian<quint16>(jpeg.constData() + at + kMarkerBytes);
+    }
+    return false;
 }
 
 QByteArray asJpeg(const QImage &image)
@@ -69,6 +118,11 @@ private Q_SLOTS:
     void imagesFitTheScreen();
     void smallPhotosAreLoadedWhole();
     void anotherFormatUnderThePhotosNameIsLoaded();
+    void aLargePictureOfAnotherFormatIsMadeSmall_data();
+    void aLargePictureOfAnotherFormatIsMadeSmall();
+    void aPhotoThatWasRefusedForMemoryGivesNone();
+    void exifDataIsNoPartOfTheCopy_data();
+    void exifDataIsNoPartOfTheCopy();
     void whatIsNoPictureGivesNone_data();
     void whatIsNoPictureGivesNone();
     void theCopyIsAPlainJpeg();
@@ -176,18 +230,91 @@ void TestMailCopy::anotherFormatUnderThePhotosNameIsLoaded()
     QCOMPARE(lumi::mailImage(&item).size(), QSize(90, 50));
 }
 
+void TestMailCopy::aLargePictureOfAnotherFormatIsMadeSmall_data()
+{
+    QTest::addColumn<QSize>("picture");
+    QTest::addColumn<QSize>("copy");
+    QTest::newRow("exactly the limit") << QSize(640, 480) << QSize(640, 480);
+    QTest::newRow("one column too wide") << QSize(641, 480) << QSize(640, 479);
+    QTest::newRow("landscape") << QSize(2000, 1500) << QSize(640, 480);
+    QTest::newRow("portrait") << QSize(600, 1200) << QSize(240, 480);
+}
+
+void TestMailCopy::aLargePictureOfAnotherFormatIsMadeSmall()
+{
+    QFETCH(QSize, picture);
+    const QString path = m_world->path(QStringLiteral("a.jpg"));
+    QVERIFY(halves(picture).save(path, "PNG"));
+    FPVItemJpeg item(path, QString(), false);
+    const QImage image = lumi::mailImage(&item);
+    QTEST(image.size(), "copy");
+    QVERIFY(areHalves(image));
+}
+
+void TestMailCopy::aPhotoThatWasRefusedForMemoryGivesNone()
+{
+    const QString path = m_world->path(QStringLiteral("a.jpg"));
+    QImageWriter writer(path, "jpeg");
+    writer.setProgressiveScanWrite(true);
+    QVERIFY(writer.write(halves(QSize(1600, 1200))));
+    FPVItemJpeg item(path, QString(), false);
+    m_world->machine->setMemoryKB(0);
+    QVERIFY(lumi::mailImage(&item).isNull());
+    // The image library alone would take it.
+    QCOMPARE(QImage(path).size(), QSize(1600, 1200));
+    m_world->machine->setMemoryKB(kPlentyKB);
+    QCOMPARE(lumi::mailImage(&item).size(), QSize(640, 480));
+}
+
+void TestMailCopy::exifDataIsNoPartOfTheCopy_data()
+{
+    QTest::addColumn<QSize>("photo");
+    QTest::addColumn<QSize>("copy");
+    QTest::newRow("a small photo, loaded whole") << QSize(200, 100) << QSize(200, 100);
+    QTest::newRow("a large photo, made small") << QSize(1280, 640) << QSize(640, 320);
+}
+
+/// Nor is the photo turned by it: what the browser shows is what is mailed.
+void TestMailCopy::exifDataIsNoPartOfTheCopy()
+{
+    QFETCH(QSize, photo);
+    QFETCH(QSize, copy);
+    const QByteArray file = lumi::test::ExifBuilder()
+                                .ascii(ExifListKind::Ifd0, 0x010F, "A camera")
+                                .shorts(ExifListKind::Ifd0, 0x0112, {6})
+                                .photo(asJpeg(halves(photo)))
+                                .file();
+    QVERIFY(hasExifSegment(file));
+    FPVItemJpeg item(m_world->makeFile(QStringLiteral("a.jpg"), file), QString(), false);
+    const QString path = lumi::freeMailPath(kDay);
+    QVERIFY(lumi::saveMailImage(lumi::mailImage(&item), path));
+    QVERIFY(!hasExifSegment(contentOf(path)));
+    const QImage mailed(path);
+    QCOMPARE(mailed.size(), copy);
+    QVERIFY(areHalves(mailed));
+}
+
 void TestMailCopy::whatIsNoPictureGivesNone_data()
 {
     QTest::addColumn<QByteArray>("content");
-    QTest::newRow("an empty file") << QByteArray();
-    QTest::newRow("a text") << QByteArray("no photo at all");
-    QTest::newRow("a large photo without pixels") << asJpeg(stripes(QSize(800, 600))).left(150);
+    QTest::addColumn<bool>("isPipe");
+    QTest::newRow("an empty file") << QByteArray() << false;
+    QTest::newRow("a text") << QByteArray("no photo at all") << false;
+    QTest::newRow("a large photo without pixels")
+        << asJpeg(stripes(QSize(800, 600))).left(150) << false;
+    QTest::newRow("a pipe in the photo's place") << QByteArray() << true;
 }
 
 void TestMailCopy::whatIsNoPictureGivesNone()
 {
     QFETCH(QByteArray, content);
-    FPVItemJpeg item(m_world->makeFile(QStringLiteral("a.jpg"), content), QString(), false);
+    QFETCH(bool, isPipe);
+    const QString path = m_world->makeFile(QStringLiteral("a.jpg"), content);
+    if (isPipe) {
+        QVERIFY(QFile::remove(path));
+        QCOMPARE(::mkfifo(QFile::encodeName(path).constData(), S_IRUSR | S_IWUSR), 0);
+    }
+    FPVItemJpeg item(path, QString(), false);
     QVERIFY(lumi::mailImage(&item).isNull());
     FPVItemJpeg gone(m_world->path(QStringLiteral("gone.jpg")), QString(), false);
     QVERIFY(lumi::mailImage(&gone).isNull());

@@ -2,6 +2,7 @@
 // A whole import as its user meets it: the dialogs in their order, their words, and what is on
 // the disk afterwards.
 #include "app/common/FormEvent.h"
+#include "files/engine/FPVClipboard.h"
 #include "files/engine/FPVFileTree.h"
 #include "files/engine/copyFile.h"
 #include "import/importTexts.h"
@@ -85,6 +86,7 @@ private Q_SLOTS:
     void anEmptyCardHasItsMessage_data();
     void anEmptyCardHasItsMessage();
     void patternsOfTheBrowserCarryOver();
+    void itsFilterGovernsLaterPastes();
     void theQuestionCanBeDenied_data();
     void theQuestionCanBeDenied();
     void theSearchCanBeCancelled();
@@ -372,7 +374,33 @@ void TestImportFlow::patternsOfTheBrowserCarryOver()
     press(Slot::SD);
     QCOMPARE(m_form->driver.texts().constLast(), lumi::copiedText(todaysFolder(), 1));
     QCOMPARE(treeOf(m_form->target(todaysFolder())).keys(), QStringList{QStringLiteral("a.jpg")});
-    // And its own filter stays for others.
+}
+
+void TestImportFlow::itsFilterGovernsLaterPastes()
+{
+    const auto pasteTrip = [this](const QString &to) {
+        FPVClipboard clipboard;
+        clipboard.take({m_form->world.path(QStringLiteral("trip"))}, false);
+        const bool isDone
+            = clipboard.paste(m_form->world.makeFolder(to), nullptr) == lumi::PasteResult::Done;
+        const QDir folder(m_form->target(to + QStringLiteral("/trip")));
+        return isDone ? folder.entryList(QDir::Files | QDir::Hidden) : QStringList();
+    };
+    const QString photo = m_form->world.makePhoto(QStringLiteral("trip/a.jpg"));
+    m_form->world.makePhoto(QStringLiteral("trip/.hidden.jpg"));
+    QVERIFY(QFile::link(photo, m_form->world.path(QStringLiteral("trip/link.jpg"))));
+    QCOMPARE(FPVFileTree::dirFilter(), 0x1B);
+    QCOMPARE(pasteTrip(QStringLiteral("before")), QStringList{QStringLiteral("a.jpg")});
+    m_form->insertCard(Slot::SD, kThreePhotos);
+    press(Slot::SD);
+    QCOMPARE(m_form->driver.texts().constLast(), lumi::copiedText(todaysFolder(), 3));
+    QCOMPARE(FPVFileTree::dirFilter(), 0x313);
+    // The form gone, it stays for good.
+    m_form->form.reset();
+    QCOMPARE(FPVFileTree::dirFilter(), 0x313);
+    QCOMPARE(pasteTrip(QStringLiteral("after")),
+             (QStringList{QStringLiteral(".hidden.jpg"), QStringLiteral("a.jpg"),
+                          QStringLiteral("link.jpg")}));
     QCOMPARE(FPVFileTree::dirFilter(), 0x313);
 }
 

@@ -198,9 +198,10 @@ void TestThumbnailFiles::thePageMovesBackWhenItRunsEmpty_data()
     QTest::addColumn<int>("top");
     QTest::newRow("fewer than a page are left") << 5 << 0;
     QTest::newRow("a page and more are left") << 8 << 0;
-    QTest::newRow("two pages are left") << 15 << 7;
     // One page back from the end is in the middle of the first one.
     QTest::newRow("a page and a half are left") << 11 << 0;
+    QTest::newRow("two pages are left") << 15 << 7;
+    QTest::newRow("two pages and more are left") << 16 << 7;
 }
 
 void TestThumbnailFiles::thePageMovesBackWhenItRunsEmpty()

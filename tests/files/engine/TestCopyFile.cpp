@@ -14,6 +14,8 @@
 
 #include <memory>
 
+#include <unistd.h>
+
 using lumi::test::FileFixture;
 using lumi::test::IoFaults;
 
@@ -51,6 +53,8 @@ private Q_SLOTS:
     void aLinkIsReadThrough();
     void anExistingTargetIsRefused();
     void anExistingTargetGoesIfItMay();
+    void theSourceUnderAnotherNameIsKept_data();
+    void theSourceUnderAnotherNameIsKept();
     void aDanglingLinkIsNotWrittenThrough();
     void blocksAreOfTheGivenSize_data();
     void blocksAreOfTheGivenSize();
@@ -220,6 +224,42 @@ void TestCopyFile::anExistingTargetGoesIfItMay()
     m_files->make(QStringLiteral("b"), m_photo);
     QCOMPARE(copy(QStringLiteral("a"), QStringLiteral("b"), false), 0);
     QCOMPARE(m_files->content(QStringLiteral("b")), QByteArray("new"));
+}
+
+void TestCopyFile::theSourceUnderAnotherNameIsKept_data()
+{
+    QTest::addColumn<QString>("from");
+    QTest::addColumn<QString>("to");
+    QTest::newRow("another way there") << "a"
+                                       << "folder/../a";
+    QTest::newRow("through a linked folder") << "a"
+                                             << "linked/a";
+    QTest::newRow("from a link to what it leads to") << "link"
+                                                     << "a";
+    QTest::newRow("onto a link that leads to it") << "a"
+                                                  << "link";
+    QTest::newRow("a second name of the file") << "a"
+                                               << "second";
+}
+
+void TestCopyFile::theSourceUnderAnotherNameIsKept()
+{
+    QFETCH(QString, from);
+    QFETCH(QString, to);
+    const QString path = m_files->make(QStringLiteral("a"), m_photo);
+    m_files->makeFolder(QStringLiteral("folder"));
+    m_files->makeLink(QStringLiteral("linked"), QStringLiteral("."));
+    m_files->makeLink(QStringLiteral("link"), QStringLiteral("a"));
+    QCOMPARE(::link(QFile::encodeName(path).constData(),
+                    QFile::encodeName(m_files->path(QStringLiteral("second"))).constData()),
+             0);
+    const QStringList before = m_files->entries();
+    for (const bool move : {false, true}) {
+        QCOMPARE(copyFile(m_files->path(from), m_files->path(to), move, false, nullptr, kBlock), 5);
+        QCOMPARE(m_files->entries(), before);
+        QCOMPARE(m_files->content(QStringLiteral("a")), m_photo);
+        QVERIFY(QFileInfo(m_files->path(QStringLiteral("link"))).isSymLink());
+    }
 }
 
 void TestCopyFile::aDanglingLinkIsNotWrittenThrough()

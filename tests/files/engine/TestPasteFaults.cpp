@@ -53,6 +53,8 @@ private Q_SLOTS:
     void onlyACutWaitsForTheDisk();
     void aDiskThatCantSyncIsNoFailure();
     void aSourceThatCantBeRemovedIsCopied();
+    void aReadOnlySourceIsMovedWhole_data();
+    void aReadOnlySourceIsMovedWhole();
     void aMissingSource();
     void aSourceThatBecameAPipe();
     void anUnreadableSource();
@@ -145,6 +147,8 @@ void TestPasteFaults::oneFaultFailsThePaste_data()
     }
     QTest::newRow("the copy doesn't reach the disk")
         << int(IoFaults::Sync) << 1 << EIO << true << PasteResult::NotWritten;
+    QTest::newRow("the copy's name doesn't reach the disk")
+        << int(IoFaults::Sync) << 2 << EIO << true << PasteResult::NotWritten;
     QTest::newRow("the target fails when it is closed")
         << int(IoFaults::Close) << 1 << EIO << false << PasteResult::NotWritten;
 }
@@ -178,7 +182,8 @@ void TestPasteFaults::anInterruptedCallIsRepeated_data()
     QTest::newRow("the last read") << int(IoFaults::Read) << kBlocks + 1;
     QTest::newRow("the first write") << int(IoFaults::Write) << 1;
     QTest::newRow("the last write") << int(IoFaults::Write) << kBlocks;
-    QTest::newRow("the sync") << int(IoFaults::Sync) << 1;
+    QTest::newRow("the sync of the copy") << int(IoFaults::Sync) << 1;
+    QTest::newRow("the sync of its folder") << int(IoFaults::Sync) << 2;
     QTest::newRow("the close") << int(IoFaults::Close) << 1;
 }
 
@@ -250,14 +255,20 @@ void TestPasteFaults::onlyACutWaitsForTheDisk()
     IoFaults faults(m_files->path());
     QCOMPARE(paste(false), PasteResult::Done);
     QCOMPARE(faults.count(IoFaults::Sync), 0);
+    // For the copy and for the folder with its name, and both before the source goes.
+    bool isBoth = false;
+    faults.doBefore(IoFaults::Remove, 1, [&faults, &isBoth] {
+        isBoth = faults.count(IoFaults::Sync) == 2;
+    });
     QCOMPARE(paste(true), PasteResult::Done);
-    QCOMPARE(faults.count(IoFaults::Sync), 1);
+    QVERIFY(isBoth);
+    QCOMPARE(faults.count(IoFaults::Sync), 2);
 }
 
 void TestPasteFaults::aDiskThatCantSyncIsNoFailure()
 {
     IoFaults faults(m_files->path());
-    faults.fail(IoFaults::Sync, 1, EINVAL);
+    faults.failFrom(IoFaults::Sync, 1, EINVAL);
     QCOMPARE(paste(true), PasteResult::Done);
     QCOMPARE(m_files->entries(), list("to/ to/a.jpg"));
 }
@@ -270,6 +281,28 @@ void TestPasteFaults::aSourceThatCantBeRemovedIsCopied()
         QCOMPARE(paste(true), PasteResult::SourceNotRemoved);
     }
     QCOMPARE(m_files->content(QStringLiteral("a.jpg")), m_photo);
+    QCOMPARE(m_files->content(QStringLiteral("to/a.jpg")), m_photo);
+    QCOMPARE(m_items->count(), 1);
+}
+
+void TestPasteFaults::aReadOnlySourceIsMovedWhole_data()
+{
+    QTest::addColumn<bool>("isOrdinary");
+    QTest::newRow("by root") << false;
+    QTest::newRow("by an ordinary user") << true;
+}
+
+/// Its folder decides whether it may go, as everywhere on this system.
+void TestPasteFaults::aReadOnlySourceIsMovedWhole()
+{
+    QFETCH(bool, isOrdinary);
+    QVERIFY(QFile::setPermissions(m_files->path(QStringLiteral("a.jpg")),
+                                  QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther));
+    {
+        const std::unique_ptr<OrdinaryUser> user(isOrdinary ? new OrdinaryUser : nullptr);
+        QCOMPARE(paste(true), PasteResult::Done);
+    }
+    QCOMPARE(m_files->entries(), list("to/ to/a.jpg"));
     QCOMPARE(m_files->content(QStringLiteral("to/a.jpg")), m_photo);
     QCOMPARE(m_items->count(), 1);
 }

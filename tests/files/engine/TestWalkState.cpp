@@ -32,7 +32,7 @@ class TestWalkState : public QObject
 private Q_SLOTS:
     void init();
     void cleanup();
-    void stateStartsAsGiven();
+    void stateAtTheStartOfTheProcess();
     void patternsAreSplit_data();
     void patternsAreSplit();
     void aCancelBeforeTheFirstEntryLeavesAnEmptyTree();
@@ -61,7 +61,7 @@ void TestWalkState::cleanup()
     FPVFileTree::resetState();
 }
 
-void TestWalkState::stateStartsAsGiven()
+void TestWalkState::stateAtTheStartOfTheProcess()
 {
     QVERIFY(FPVFileTree::rootPrefix().isNull());
     QCOMPARE(FPVFileTree::patterns(), list("*"));
