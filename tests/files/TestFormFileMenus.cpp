@@ -98,7 +98,6 @@ private Q_SLOTS:
     void modesAreReachedByMenu();
     void versionOpensOverABusyForm();
     void helpOpensOverABusyForm();
-    void laterEntriesDoNothing();
     void keysStandForEntries_data();
     void keysStandForEntries();
     void slotsHaveTheirNames();
@@ -312,21 +311,6 @@ void TestFormFileMenus::helpOpensOverABusyForm()
     m_form->menus().last()->actions().first()->trigger();
     QVERIFY(wasBusy);
     QVERIFY(!title.isEmpty());
-}
-
-void TestFormFileMenus::laterEntriesDoNothing()
-{
-    m_form->world.makePhotos(3);
-    m_form->start();
-    QVERIFY(m_form->waitForCells(3));
-    m_form->tap(QStringLiteral("a01.jpg"));
-    for (const int id : {17, 18}) {
-        m_form->entry(id)->trigger();
-    }
-    m_form->form->btn_leftWidget_clicked(3);
-    QTest::qWait(60);
-    QVERIFY(QApplication::activeModalWidget() == nullptr);
-    QCOMPARE(m_form->names().size(), 3);
 }
 
 Q_DECLARE_METATYPE(lumi::FileKey)
