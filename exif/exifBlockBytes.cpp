@@ -9,7 +9,6 @@
 #include <QtEndian>
 
 #include <algorithm>
-#include <cstring>
 
 namespace {
 
@@ -49,7 +48,8 @@ template <class Number> void store(QByteArray &bytes, qsizetype place, Number nu
 void setPointer(lumi::ExifTagList &list, int number, quint16 type, quint32 count, quint32 value)
 {
     std::vector<char> bytes(std::size_t(count) * static_cast<std::size_t>(typeSize(type)));
-    std::memcpy(bytes.data(), &value, std::min(bytes.size(), sizeof value));
+    std::copy_n(reinterpret_cast<const char *>(&value), std::min(bytes.size(), sizeof value),
+                bytes.begin());
     list.put(std::make_unique<FPVExifTagBytes>(static_cast<quint16>(number), type, count, bytes));
 }
 

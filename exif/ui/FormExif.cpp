@@ -109,7 +109,11 @@ FormExif::FormExif(QWidget *parent, const QString &path)
     QPEApplication::showMaximizedNow(this);
 }
 
-FormExif::~FormExif() = default;
+FormExif::~FormExif()
+{
+    // The fields lose the focus as they go, when there is nobody here any more to note it.
+    disconnect(qApp, nullptr, this, nullptr);
+}
 
 void FormExif::buildBars()
 {
