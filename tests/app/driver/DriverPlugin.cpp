@@ -88,7 +88,7 @@ class DriverPlugin : public QGenericPlugin
     Q_PLUGIN_METADATA(IID QGenericPluginFactoryInterface_iid FILE "driver.json")
 
 public:
-    QObject *create(const QString & /*key*/, const QString & /*specification*/) override
+    QObject *create(const QString & /*key*/, const QString & /*arguments*/) override
     {
         return new Driver;
     }
