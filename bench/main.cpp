@@ -1,13 +1,44 @@
 // SPDX-License-Identifier: MIT
 // Measures the budgets and prints them as a table; the exit status tells whether all are kept.
+// Job names as arguments choose among them.
 #include "bench/jobs.h"
 #include "platform/QPEApplication.h"
 
 #include <QTemporaryDir>
 
+#include <algorithm>
+#include <array>
+#include <string>
+
+namespace {
+
+struct Job
+{
+    const char *name;
+    std::vector<lumi::bench::Row> (*run)(const QString &folder);
+};
+
+constexpr std::array kJobs{
+    Job{"listing", lumi::bench::listingRows},     Job{"thumbnails", lumi::bench::thumbnailRows},
+    Job{"pages", lumi::bench::pageRows},          Job{"screen", lumi::bench::screenDecodeRows},
+    Job{"redraw", lumi::bench::viewerRedrawRows}, Job{"texts", lumi::bench::exifTextRows},
+    Job{"rewrite", lumi::bench::exifRewriteRows}, Job{"import", lumi::bench::importRows},
+    Job{"processes", lumi::bench::processRows},
+};
+
+bool isJob(const std::string &name)
+{
+    return std::any_of(kJobs.begin(), kJobs.end(), [&name](const Job &job) {
+        return name == job.name;
+    });
+}
+
+} // namespace
+
 int main(int argc, char **argv)
 {
-    if (argc > 1) {
+    const std::vector<std::string> chosen(argv + 1, argv + argc);
+    if (!std::all_of(chosen.begin(), chosen.end(), isJob)) {
         return lumi::bench::processMain(argc, argv);
     }
     QPEApplication application(argc, argv);
@@ -16,13 +47,13 @@ int main(int argc, char **argv)
         return 2;
     }
     std::vector<lumi::bench::Row> rows;
-    for (const auto job :
-         {lumi::bench::listingRows, lumi::bench::thumbnailRows, lumi::bench::pageRows,
-          lumi::bench::screenDecodeRows, lumi::bench::viewerRedrawRows, lumi::bench::exifTextRows,
-          lumi::bench::exifRewriteRows, lumi::bench::importRows, lumi::bench::processRows}) {
-        const std::vector<lumi::bench::Row> more = job(folder.path());
+    for (const Job &job : kJobs) {
+        if (!chosen.empty() && std::find(chosen.begin(), chosen.end(), job.name) == chosen.end()) {
+            continue;
+        }
+        const std::vector<lumi::bench::Row> more = job.run(folder.path());
         if (more.empty()) {
-            std::fprintf(stderr, "a job could not make its photos\n");
+            std::fprintf(stderr, "%s could not make its photos\n", job.name);
             return 2;
         }
         rows.insert(rows.end(), more.begin(), more.end());

@@ -64,7 +64,7 @@ double pageTime(FPVThumbnailView &view, const FPVItemObject *last)
 std::vector<lumi::bench::Row> lumi::bench::pageRows(const QString &folder)
 {
     const QString path = folder + QStringLiteral("/page");
-    if (!makeFolder(path, kCells)) {
+    if (!makeCameraFolder(path, kCells)) {
         return {};
     }
     SwapSystem store(QFile::encodeName(folder + QStringLiteral("/.page_swp")),

@@ -10,6 +10,8 @@
 namespace {
 
 constexpr int kQuality = 88;
+/// Of the proportions of a camera; small, since nobody decodes it.
+constexpr QSize kCameraPhoto(640, 480);
 
 QByteArray encoded(QSize size)
 {
@@ -83,6 +85,16 @@ bool lumi::bench::makePhotoWithThumbnail(const QString &path, QSize size)
 bool lumi::bench::makeFolder(const QString &path, int count)
 {
     const QByteArray bytes = encoded({8, 8});
+    bool ok = QDir().mkpath(path);
+    for (int i = 1; ok && i <= count; ++i) {
+        ok = write(path + QString::asprintf("/IMG_%05d.JPG", i), bytes);
+    }
+    return ok;
+}
+
+bool lumi::bench::makeCameraFolder(const QString &path, int count)
+{
+    const QByteArray bytes = encoded(kCameraPhoto);
     bool ok = QDir().mkpath(path);
     for (int i = 1; ok && i <= count; ++i) {
         ok = write(path + QString::asprintf("/IMG_%05d.JPG", i), bytes);

@@ -17,4 +17,7 @@ namespace lumi::bench {
 /// Fills a new folder with `count` one-block JPEG files named IMG_00001.JPG and on.
 [[nodiscard]] bool makeFolder(const QString &path, int count);
 
+/// Like makeFolder(), of photos that bring a thumbnail along, as cameras write them.
+[[nodiscard]] bool makeCameraFolder(const QString &path, int count);
+
 } // namespace lumi::bench
