@@ -5,9 +5,9 @@
 
 #include "exif/FPVExifWriter.h"
 #include "tests/exif/BlockCopy.h"
-#include "tests/exif/FolderCalls.h"
 #include "tests/exif/PhotoFolder.h"
 #include "tests/support/FakeMachine.h"
+#include "tests/support/FileFaults.h"
 
 #include <QFileInfo>
 

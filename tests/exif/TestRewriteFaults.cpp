@@ -11,7 +11,7 @@
 #include <cerrno>
 
 using lumi::test::contentOf;
-using lumi::test::FolderCalls;
+using lumi::test::FileFaults;
 using lumi::test::kKilled;
 using lumi::test::RewriteWorld;
 
@@ -63,9 +63,9 @@ void TestRewriteFaults::undisturbedWayToTheNewPhoto()
     QVERIFY(lumi::test::restOf(RewriteWorld::newPhoto())
             == lumi::test::restOf(RewriteWorld::oldPhoto()));
     FPVExifWriter writer(m_world->path);
-    const FolderCalls calls(m_world->place);
+    FileFaults faults(m_world->place);
     QCOMPARE(RewriteWorld::save(&writer), kDone);
-    QCOMPARE(FolderCalls::steps(), RewriteWorld::steps());
+    QCOMPARE(faults.steps(), RewriteWorld::steps());
     QVERIFY(m_world->isNew());
 }
 
@@ -117,10 +117,10 @@ void TestRewriteFaults::callFails()
     QFETCH(bool, renewed);
     FPVExifWriter writer(m_world->path);
     {
-        const FolderCalls calls(m_world->place);
-        FolderCalls::fail(step, error);
+        FileFaults faults(m_world->place);
+        faults.fail(FileFaults::AnyCall, step + 1, error);
         QCOMPARE(RewriteWorld::save(&writer), result);
-        QVERIFY(FolderCalls::steps().size() > step);
+        QVERIFY(faults.steps().size() > step);
     }
     if (step == RewriteWorld::stepOf("rename photo_tmp_0.jpg") && result == kFailed) {
         QVERIFY(!QFile::exists(m_world->path));
@@ -152,8 +152,8 @@ void TestRewriteFaults::allCallsOnTheNewPhotoFail()
     QFETCH(int, result);
     FPVExifWriter writer(m_world->path);
     {
-        const FolderCalls calls(m_world->place);
-        FolderCalls::failFrom(step, EIO);
+        FileFaults faults(m_world->place);
+        faults.failFileFrom(FileFaults::AnyCall, step + 1, EIO);
         QCOMPARE(RewriteWorld::save(&writer), result);
     }
     // The new one cannot even be removed, but nobody takes it for the photo.
@@ -168,8 +168,8 @@ void TestRewriteFaults::processEndsBeforeEachCall()
         QFile::remove(m_world->temporary);
         const int result = lumi::test::inChild([this, step] {
             FPVExifWriter writer(m_world->path);
-            const FolderCalls calls(m_world->place);
-            FolderCalls::killBefore(step);
+            FileFaults faults(m_world->place);
+            faults.killBefore(FileFaults::AnyCall, step + 1);
             return RewriteWorld::save(&writer);
         });
         QCOMPARE(result, kKilled);
@@ -209,8 +209,8 @@ void TestRewriteFaults::processEndsWithinEachWrite()
         QFile::remove(m_world->temporary);
         const int result = lumi::test::inChild([this, step] {
             FPVExifWriter writer(m_world->path);
-            const FolderCalls calls(m_world->place);
-            FolderCalls::killWithin(step);
+            FileFaults faults(m_world->place);
+            faults.killWithin(FileFaults::AnyCall, step + 1);
             return RewriteWorld::save(&writer);
         });
         QCOMPARE(result, kKilled);
@@ -240,12 +240,12 @@ void TestRewriteFaults::writesThatTakeAPartGoOn()
         }
         m_world->reset();
         FPVExifWriter writer(m_world->path);
-        const FolderCalls calls(m_world->place);
-        FolderCalls::shorten(step, 1);
+        FileFaults faults(m_world->place);
+        faults.shorten(FileFaults::AnyCall, step + 1, 1);
         QCOMPARE(RewriteWorld::save(&writer), kDone);
         QStringList expected = steps;
         expected.insert(step, write);
-        QCOMPARE(FolderCalls::steps(), expected);
+        QCOMPARE(faults.steps(), expected);
         QVERIFY(m_world->isNew());
         ++shortened;
     }
@@ -258,11 +258,11 @@ void TestRewriteFaults::readsThatGiveAPartGoOn()
         if (RewriteWorld::steps().at(step).startsWith(QLatin1String("read"))) {
             m_world->reset();
             FPVExifWriter writer(m_world->path);
-            const FolderCalls calls(m_world->place);
-            FolderCalls::shorten(step, 1);
+            FileFaults faults(m_world->place);
+            faults.shorten(FileFaults::AnyCall, step + 1, 1);
             QCOMPARE(RewriteWorld::save(&writer), kDone);
             const QString read = RewriteWorld::steps().at(step);
-            QVERIFY(FolderCalls::steps().count(read) > RewriteWorld::steps().count(read));
+            QVERIFY(faults.steps().count(read) > RewriteWorld::steps().count(read));
             QVERIFY(m_world->isNew());
         }
     }
@@ -274,8 +274,8 @@ void TestRewriteFaults::readsThatEndTooSoonAreAFailure()
     for (int step = 0; step < RewriteWorld::steps().size(); ++step) {
         if (RewriteWorld::steps().at(step).startsWith(QLatin1String("read"))) {
             FPVExifWriter writer(m_world->path);
-            const FolderCalls calls(m_world->place);
-            FolderCalls::shorten(step, 0);
+            FileFaults faults(m_world->place);
+            faults.shorten(FileFaults::AnyCall, step + 1, 0);
             QCOMPARE(RewriteWorld::save(&writer), kFailed);
             QVERIFY(m_world->isOld());
             QVERIFY(!m_world->hasTemporary());

@@ -13,7 +13,7 @@
 
 using lumi::test::contentOf;
 using lumi::test::FakeMachine;
-using lumi::test::FolderCalls;
+using lumi::test::FileFaults;
 using lumi::test::RewriteWorld;
 
 namespace {
@@ -136,8 +136,8 @@ void TestRewriteMeanwhile::failedWriteAsksForRoom()
     QFETCH(int, result);
     FakeMachine::install()->setFreeDiskKB(freeKB);
     FPVExifWriter writer(m_world->path);
-    const FolderCalls calls(m_world->place);
-    FolderCalls::fail(RewriteWorld::stepOf("write photo_tmp_0.jpg"), EIO);
+    FileFaults faults(m_world->place);
+    faults.fail(FileFaults::AnyCall, RewriteWorld::stepOf("write photo_tmp_0.jpg") + 1, EIO);
     QCOMPARE(RewriteWorld::save(&writer), result);
     QVERIFY(m_world->isOld());
     QVERIFY(!m_world->hasTemporary());
@@ -176,8 +176,8 @@ void TestRewriteMeanwhile::roomIsAskedOfTheMedium()
     QVERIFY(QDir().mkpath(folder));
     QVERIFY(card.isEmpty() || QFile::copy(m_world->path, path));
     FPVExifWriter writer(path);
-    const FolderCalls calls(folder);
-    FolderCalls::fail(RewriteWorld::stepOf("write photo_tmp_0.jpg"), EIO);
+    FileFaults faults(folder);
+    faults.fail(FileFaults::AnyCall, RewriteWorld::stepOf("write photo_tmp_0.jpg") + 1, EIO);
     QCOMPARE(RewriteWorld::save(&writer), kDone);
     const QString expected
         = inserted && !card.isEmpty() ? card : QDir::homePath() + QStringLiteral("/Documents");
@@ -188,8 +188,8 @@ void TestRewriteMeanwhile::failedCreationAsksForRoom()
 {
     FakeMachine::install()->setFreeDiskKB(5);
     FPVExifWriter writer(m_world->path);
-    const FolderCalls calls(m_world->place);
-    FolderCalls::fail(RewriteWorld::stepOf("open photo_tmp_0.jpg"), ENOSPC);
+    FileFaults faults(m_world->place);
+    faults.fail(FileFaults::AnyCall, RewriteWorld::stepOf("open photo_tmp_0.jpg") + 1, ENOSPC);
     QCOMPARE(RewriteWorld::save(&writer), kNoRoom);
     QVERIFY(m_world->isOld());
 }
@@ -198,9 +198,9 @@ void TestRewriteMeanwhile::photoThatIsGoneCostsNothing()
 {
     FPVExifWriter writer(m_world->path);
     QVERIFY(QFile::remove(m_world->path));
-    const FolderCalls calls(m_world->place);
+    FileFaults faults(m_world->place);
     QCOMPARE(RewriteWorld::save(&writer), kFailed);
-    QCOMPARE(FolderCalls::steps(), QStringList());
+    QCOMPARE(faults.steps(), QStringList());
 }
 
 void TestRewriteMeanwhile::photoChangedMeanwhileIsKept_data()
@@ -218,8 +218,8 @@ void TestRewriteMeanwhile::photoChangedMeanwhileIsKept()
         m_world->reset();
         FPVExifWriter writer(m_world->path);
         {
-            const FolderCalls calls(m_world->place);
-            FolderCalls::before(step, [&] {
+            FileFaults faults(m_world->place);
+            faults.doBefore(FileFaults::AnyCall, step + 1, [&] {
                 QVERIFY(inPlace || QFile::remove(m_world->path));
                 m_world->folder.put(other);
             });
@@ -245,11 +245,11 @@ void TestRewriteMeanwhile::photoRemovedMeanwhileLeavesTheNewOne()
     QFETCH(int, step);
     QFETCH(int, error);
     FPVExifWriter writer(m_world->path);
-    const FolderCalls calls(m_world->place);
+    FileFaults faults(m_world->place);
     const auto removePhoto = [this] {
         QVERIFY(QFile::remove(m_world->path));
     };
-    FolderCalls::before(step, removePhoto, error);
+    faults.doBefore(FileFaults::AnyCall, step + 1, removePhoto, error);
     QCOMPARE(RewriteWorld::save(&writer), kFailed);
     QVERIFY(!QFile::exists(m_world->path));
     QVERIFY(contentOf(m_world->temporary) == RewriteWorld::newPhoto());
@@ -260,11 +260,12 @@ void TestRewriteMeanwhile::removalThatOnlySeemedToFail()
     for (const int error : {EIO, ENOENT}) {
         m_world->reset();
         FPVExifWriter writer(m_world->path);
-        const FolderCalls calls(m_world->place);
+        FileFaults faults(m_world->place);
         const auto removePhoto = [this] {
             QVERIFY(QFile::remove(m_world->path));
         };
-        FolderCalls::before(RewriteWorld::stepOf("remove photo.jpg"), removePhoto, error);
+        faults.doBefore(FileFaults::AnyCall, RewriteWorld::stepOf("remove photo.jpg") + 1,
+                        removePhoto, error);
         QCOMPARE(RewriteWorld::save(&writer), kDone);
         QVERIFY(m_world->isNew());
         QVERIFY(!m_world->hasTemporary());
@@ -282,12 +283,12 @@ void TestRewriteMeanwhile::fileThatTookTheNameMeanwhileIsKept()
 {
     QFETCH(bool, plainly);
     FPVExifWriter writer(m_world->path);
-    const FolderCalls calls(m_world->place);
+    FileFaults faults(m_world->place);
     const auto takeName = [this] {
         m_world->folder.put("another photo");
     };
-    FolderCalls::before(RewriteWorld::stepOf("rename photo_tmp_0.jpg"), takeName,
-                        plainly ? EINVAL : 0);
+    faults.doBefore(FileFaults::AnyCall, RewriteWorld::stepOf("rename photo_tmp_0.jpg") + 1,
+                    takeName, plainly ? EINVAL : 0);
     QCOMPARE(RewriteWorld::save(&writer), kFailed);
     QCOMPARE(contentOf(m_world->path), QByteArray("another photo"));
     QVERIFY(contentOf(m_world->temporary) == RewriteWorld::newPhoto());
@@ -296,8 +297,8 @@ void TestRewriteMeanwhile::fileThatTookTheNameMeanwhileIsKept()
 void TestRewriteMeanwhile::fileThatTookTheTemporaryNameMeanwhileIsKept()
 {
     FPVExifWriter writer(m_world->path);
-    const FolderCalls calls(m_world->place);
-    FolderCalls::before(RewriteWorld::stepOf("open photo_tmp_0.jpg"), [this] {
+    FileFaults faults(m_world->place);
+    faults.doBefore(FileFaults::AnyCall, RewriteWorld::stepOf("open photo_tmp_0.jpg") + 1, [this] {
         m_world->folder.put("of another program", QStringLiteral("photo_tmp_0.jpg"));
     });
     QCOMPARE(RewriteWorld::save(&writer), kFailed);
@@ -308,11 +309,12 @@ void TestRewriteMeanwhile::fileThatTookTheTemporaryNameMeanwhileIsKept()
 void TestRewriteMeanwhile::linkThatTookTheNameMeanwhileIsKept()
 {
     FPVExifWriter writer(m_world->path);
-    const FolderCalls calls(m_world->place);
+    FileFaults faults(m_world->place);
     const auto takeName = [this] {
         QVERIFY(QFile::link(QStringLiteral("nowhere.jpg"), m_world->path));
     };
-    FolderCalls::before(RewriteWorld::stepOf("rename photo_tmp_0.jpg"), takeName, EINVAL);
+    faults.doBefore(FileFaults::AnyCall, RewriteWorld::stepOf("rename photo_tmp_0.jpg") + 1,
+                    takeName, EINVAL);
     QCOMPARE(RewriteWorld::save(&writer), kFailed);
     QVERIFY(QFileInfo(m_world->path).isSymLink());
     QVERIFY(contentOf(m_world->temporary) == RewriteWorld::newPhoto());
@@ -332,10 +334,10 @@ void TestRewriteMeanwhile::plainRenamingWhereNoOtherIsKnown()
 {
     QFETCH(int, error);
     FPVExifWriter writer(m_world->path);
-    const FolderCalls calls(m_world->place);
-    FolderCalls::fail(RewriteWorld::stepOf("rename photo_tmp_0.jpg"), error);
+    FileFaults faults(m_world->place);
+    faults.fail(FileFaults::AnyCall, RewriteWorld::stepOf("rename photo_tmp_0.jpg") + 1, error);
     QCOMPARE(RewriteWorld::save(&writer), kDone);
-    QVERIFY(FolderCalls::steps().contains(QStringLiteral("rename plainly photo_tmp_0.jpg")));
+    QVERIFY(faults.steps().contains(QStringLiteral("rename plainly photo_tmp_0.jpg")));
     QVERIFY(m_world->isNew());
     QVERIFY(!m_world->hasTemporary());
 }
@@ -344,10 +346,11 @@ void TestRewriteMeanwhile::renamingThatNeverWorksKeepsTheNewOne()
 {
     FPVExifWriter writer(m_world->path);
     {
-        const FolderCalls calls(m_world->place);
-        FolderCalls::failFrom(RewriteWorld::stepOf("rename photo_tmp_0.jpg"), EIO);
+        FileFaults faults(m_world->place);
+        faults.failFileFrom(FileFaults::AnyCall, RewriteWorld::stepOf("rename photo_tmp_0.jpg") + 1,
+                            EIO);
         QCOMPARE(RewriteWorld::save(&writer), kFailed);
-        QCOMPARE(FolderCalls::steps().last(), QStringLiteral("rename plainly photo_tmp_0.jpg"));
+        QCOMPARE(faults.steps().last(), QStringLiteral("rename plainly photo_tmp_0.jpg"));
     }
     QVERIFY(!QFile::exists(m_world->path));
     QVERIFY(contentOf(m_world->temporary) == RewriteWorld::newPhoto());

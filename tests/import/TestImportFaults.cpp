@@ -3,8 +3,8 @@
 #include "files/engine/FPVFileTree.h"
 #include "files/engine/copyFile.h"
 #include "import/ImportRun.h"
-#include "tests/import/FileFaults.h"
 #include "tests/import/cardTree.h"
+#include "tests/support/FileFaults.h"
 #include "tests/support/TestMain.h"
 #include "tests/views/BrowserWorld.h"
 
@@ -22,9 +22,21 @@ using lumi::test::stateOf;
 using lumi::test::Tree;
 using lumi::test::treeOf;
 
-Q_DECLARE_METATYPE(lumi::test::FileFaults::Span)
-
 namespace {
+
+enum class Span { Once, FromThenOn };
+
+/// With no error the call does less than it should.
+void disturb(FileFaults *faults, unsigned calls, int nth, int error, Span span)
+{
+    if (error == 0) {
+        faults->shorten(calls, nth, 1);
+    } else if (span == Span::Once) {
+        faults->fail(calls, nth, error);
+    } else {
+        faults->failFrom(calls, nth, error);
+    }
+}
 
 struct Outcome
 {
@@ -101,32 +113,30 @@ void TestImportFaults::everyCallFails_data()
 {
     QTest::addColumn<unsigned>("calls");
     QTest::addColumn<int>("error");
-    QTest::addColumn<FileFaults::Span>("span");
+    QTest::addColumn<Span>("span");
     QTest::addColumn<int>("atLeast"); // calls there are
-    using Span = FileFaults::Span;
     QTest::newRow("a file can't be opened")
-        << unsigned(FileFaults::Opens) << EACCES << Span::Once << 8;
+        << unsigned(FileFaults::Open) << EACCES << Span::Once << 8;
     QTest::newRow("too many files are open")
-        << unsigned(FileFaults::Opens) << EMFILE << Span::Once << 8;
-    QTest::newRow("a block can't be read")
-        << unsigned(FileFaults::Reads) << EIO << Span::Once << 13;
+        << unsigned(FileFaults::Open) << EMFILE << Span::Once << 8;
+    QTest::newRow("a block can't be read") << unsigned(FileFaults::Read) << EIO << Span::Once << 13;
     QTest::newRow("the card dies")
-        << unsigned(FileFaults::Reads | FileFaults::Opens) << EIO << Span::FromThenOn << 0;
-    QTest::newRow("a read gives less") << unsigned(FileFaults::Reads) << 0 << Span::Once << 13;
+        << unsigned(FileFaults::Read | FileFaults::Open) << EIO << Span::FromThenOn << 0;
+    QTest::newRow("a read gives less") << unsigned(FileFaults::Read) << 0 << Span::Once << 13;
     QTest::newRow("a block can't be written")
-        << unsigned(FileFaults::Writes) << EIO << Span::Once << 9;
+        << unsigned(FileFaults::Write) << EIO << Span::Once << 9;
     QTest::newRow("the disk is full")
-        << unsigned(FileFaults::Writes | FileFaults::Mkdirs) << ENOSPC << Span::FromThenOn << 0;
+        << unsigned(FileFaults::Write | FileFaults::MakeFolder) << ENOSPC << Span::FromThenOn << 0;
     QTest::newRow("the disk is full for a moment")
-        << unsigned(FileFaults::Writes) << ENOSPC << Span::Once << 9;
+        << unsigned(FileFaults::Write) << ENOSPC << Span::Once << 9;
     QTest::newRow("a write takes a part only")
-        << unsigned(FileFaults::Writes) << 0 << Span::Once << 9;
+        << unsigned(FileFaults::Write) << 0 << Span::Once << 9;
     QTest::newRow("a folder can't be made")
-        << unsigned(FileFaults::Mkdirs) << EACCES << Span::Once << 4;
+        << unsigned(FileFaults::MakeFolder) << EACCES << Span::Once << 4;
     QTest::newRow("the store turns read-only")
-        << unsigned(FileFaults::Opens | FileFaults::Mkdirs) << EROFS << Span::FromThenOn << 0;
-    QTest::newRow("anything") << unsigned(FileFaults::Opens | FileFaults::Reads | FileFaults::Writes
-                                          | FileFaults::Mkdirs)
+        << unsigned(FileFaults::Open | FileFaults::MakeFolder) << EROFS << Span::FromThenOn << 0;
+    QTest::newRow("anything") << unsigned(FileFaults::Open | FileFaults::Read | FileFaults::Write
+                                          | FileFaults::MakeFolder)
                               << EIO << Span::Once << 34;
 }
 
@@ -134,7 +144,7 @@ void TestImportFaults::everyCallFails()
 {
     QFETCH(unsigned, calls);
     QFETCH(int, error);
-    QFETCH(FileFaults::Span, span);
+    QFETCH(Span, span);
     QFETCH(int, atLeast);
     const Tree before = stateOf(m_card);
     int number = 0;
@@ -143,9 +153,10 @@ void TestImportFaults::everyCallFails()
         int hits = 0;
         {
             // Below the store and the card: both lie in the temporary folder.
-            const FileFaults faults(QDir::tempPath(), calls, number, error, span);
+            FileFaults faults(QDir::tempPath());
+            disturb(&faults, calls, number + 1, error, span);
             outcome = importCard(m_card);
-            hits = FileFaults::hits();
+            hits = faults.hits();
         }
         QCOMPARE(stateOf(m_card), before);
         compare(outcome);

@@ -7,8 +7,8 @@
 #include "files/engine/copyFile.h"
 #include "import/importTexts.h"
 #include "platform/QCopChannel.h"
-#include "tests/import/FileFaults.h"
 #include "tests/import/ImportFixture.h"
+#include "tests/support/FileFaults.h"
 #include "tests/support/TestMain.h"
 #include "tests/swap/FullDisk.h"
 #include "widgets/MyImageButton.h"
@@ -717,7 +717,8 @@ void TestImportFlow::aMismatchInTheLastFileOnly()
     std::unique_ptr<FileFaults> faults;
     // A block that can't be read looks like the end of the file.
     m_form->whenInFile(QStringLiteral("c.jpg"), [this, &faults] {
-        faults = std::make_unique<FileFaults>(m_form->card(Slot::SD), FileFaults::Reads, 0, EIO);
+        faults = std::make_unique<FileFaults>(m_form->card(Slot::SD));
+        faults->fail(FileFaults::Read, 1, EIO);
     });
     const QString report = reportText(1);
     // No box before that of the report.
@@ -734,9 +735,8 @@ void TestImportFlow::aCardPulledDuringAFile()
     m_form->whenInFile(QStringLiteral("b.jpg"), [this, &faults] {
         m_form->world.machine->removeCard(Slot::SD);
         m_form->tellCardChange();
-        faults = std::make_unique<FileFaults>(m_form->card(Slot::SD),
-                                              FileFaults::Reads | FileFaults::Opens, 0, EIO,
-                                              FileFaults::Span::FromThenOn);
+        faults = std::make_unique<FileFaults>(m_form->card(Slot::SD));
+        faults->failFrom(FileFaults::Read | FileFaults::Open, 1, EIO);
     });
     const QString report = reportText(2);
     compareFailedRun({kResult, kFolder, kDone, kDetails, kDone}, {});

@@ -3,9 +3,9 @@
 #include "files/engine/FPVFileTree.h"
 #include "files/engine/copyFile.h"
 #include "import/ImportRun.h"
-#include "tests/import/FileFaults.h"
 #include "tests/import/cardTree.h"
-#include "tests/items/LibraryFaults.h"
+#include "tests/support/FileFaults.h"
+#include "tests/support/OrdinaryUser.h"
 #include "tests/support/TestMain.h"
 #include "tests/swap/FullDisk.h"
 #include "tests/views/BrowserWorld.h"
@@ -461,7 +461,8 @@ void TestImportRun::aWrongSizeDoesNotEndTheRun()
     std::unique_ptr<FileFaults> faults;
     m_atStep = [this, &faults](int step) {
         if (step == 2) {
-            faults = std::make_unique<FileFaults>(m_card, FileFaults::Reads, 1, EIO);
+            faults = std::make_unique<FileFaults>(m_card);
+            faults->fail(FileFaults::Read, 2, EIO);
         }
     };
     QCOMPARE(importCard(), ImportKind::Mismatch);

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "tests/items/LibraryFaults.h"
 
-#include <QtGlobal>
-
 #include <cerrno>
 #include <cstdio>
 
@@ -10,12 +8,10 @@
 #include <dlfcn.h>
 #include <jerror.h>
 #include <jpeglib.h>
-#include <unistd.h>
 
 namespace {
 
 constexpr int kNever = -1;
-constexpr uid_t kNobody = 65534;
 
 int failingLine = kNever;
 bool closedirFails = false;
@@ -90,21 +86,6 @@ void LibraryFaults::failJpegFromLine(int line)
 void LibraryFaults::failClosedir()
 {
     closedirFails = true;
-}
-
-OrdinaryUser::OrdinaryUser()
-    : m_wasRoot(::geteuid() == 0)
-{
-    if (m_wasRoot && ::setresuid(kNobody, kNobody, 0) != 0) {
-        qFatal("cannot become an ordinary user");
-    }
-}
-
-OrdinaryUser::~OrdinaryUser()
-{
-    if (m_wasRoot && ::setresuid(0, 0, 0) != 0) {
-        qFatal("cannot become root again");
-    }
 }
 
 int liveDecompressors()

@@ -19,19 +19,6 @@ public:
     void failClosedir();
 };
 
-/// While it lives, a process of root is one of an ordinary user, to whom permissions apply.
-class OrdinaryUser
-{
-public:
-    OrdinaryUser();
-    ~OrdinaryUser();
-    OrdinaryUser(const OrdinaryUser &) = delete;
-    OrdinaryUser &operator=(const OrdinaryUser &) = delete;
-
-private:
-    bool m_wasRoot;
-};
-
 /// How many libjpeg decompressors exist now.
 [[nodiscard]] int liveDecompressors();
 

@@ -2,7 +2,7 @@
 #include "items/FPVItemJpeg.h"
 #include "items/FPVItemList.h"
 #include "tests/items/JpegMaker.h"
-#include "tests/items/LibraryFaults.h"
+#include "tests/support/OrdinaryUser.h"
 #include "tests/support/TestMain.h"
 #include "tests/swap/SwapFixture.h"
 

@@ -2,7 +2,7 @@
 // The editor's window, its actions, leaving it and saving.
 #include "platform/QPEMenuBar.h"
 #include "tests/exif/ui/EditorFixture.h"
-#include "tests/items/LibraryFaults.h"
+#include "tests/support/OrdinaryUser.h"
 #include "tests/support/TestMain.h"
 #include "widgets/MyDialogWait.h"
 

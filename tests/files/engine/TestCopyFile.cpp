@@ -3,8 +3,8 @@
 #include "app/common/paths.h"
 #include "files/engine/copyFile.h"
 #include "tests/files/engine/FileFixture.h"
-#include "tests/files/engine/IoFaults.h"
 #include "tests/support/FakeMachine.h"
+#include "tests/support/FileFaults.h"
 #include "tests/support/TestMain.h"
 
 #include <QDir>
@@ -16,8 +16,8 @@
 
 #include <unistd.h>
 
+using lumi::test::FileFaults;
 using lumi::test::FileFixture;
-using lumi::test::IoFaults;
 
 namespace {
 
@@ -289,11 +289,11 @@ void TestCopyFile::blocksAreOfTheGivenSize()
     QFETCH(uint, wanted);
     const QByteArray content = m_photo.left(100);
     m_files->make(QStringLiteral("a"), content);
-    IoFaults faults(m_files->path());
+    FileFaults faults(m_files->path());
     QCOMPARE(copyFile(m_files->path(QStringLiteral("a")), m_files->path(QStringLiteral("b")), false,
                       true, nullptr, wanted),
              0);
-    QTEST(faults.count(IoFaults::Write), "writes");
+    QTEST(faults.count(FileFaults::Write), "writes");
     QCOMPARE(m_files->content(QStringLiteral("b")), content);
 }
 

@@ -2,7 +2,8 @@
 // Every step of a copy failing once, and copies that are stopped.
 #include "files/engine/copyFile.h"
 #include "tests/files/engine/FileFixture.h"
-#include "tests/files/engine/IoFaults.h"
+#include "tests/support/FileFaults.h"
+#include "tests/support/OrdinaryUser.h"
 #include "tests/support/TestMain.h"
 #include "tests/swap/FullDisk.h"
 
@@ -14,8 +15,8 @@
 #include <cerrno>
 #include <memory>
 
+using lumi::test::FileFaults;
 using lumi::test::FileFixture;
-using lumi::test::IoFaults;
 
 namespace {
 
@@ -90,10 +91,10 @@ void TestCopyFileFaults::aTargetThatCantGo()
     m_files->makeFolder(QStringLiteral("b"));
     QCOMPARE(copy(QStringLiteral("a"), QStringLiteral("b"), false), 3);
     m_files->make(QStringLiteral("c"), "old");
-    IoFaults faults(m_files->path());
-    faults.fail(IoFaults::Remove, 1, EACCES);
+    FileFaults faults(m_files->path());
+    faults.fail(FileFaults::Remove, 1, EACCES);
     QCOMPARE(copy(QStringLiteral("a"), QStringLiteral("c"), false), 3);
-    QCOMPARE(faults.count(IoFaults::OpenToWrite), 0);
+    QCOMPARE(faults.count(FileFaults::OpenToWrite), 0);
     QCOMPARE(m_files->content(QStringLiteral("c")), QByteArray("old"));
 }
 
@@ -120,15 +121,15 @@ void TestCopyFileFaults::failedOpensHaveTheFilesStatus()
 {
     m_files->make(QStringLiteral("a"), m_photo);
     {
-        IoFaults faults(m_files->path());
-        faults.fail(IoFaults::OpenToRead, 1, EMFILE);
+        FileFaults faults(m_files->path());
+        faults.fail(FileFaults::OpenToRead, 1, EMFILE);
         QCOMPARE(copy(QStringLiteral("a"), QStringLiteral("b")), int(QFile::ResourceError));
-        QCOMPARE(faults.count(IoFaults::OpenToWrite), 0);
+        QCOMPARE(faults.count(FileFaults::OpenToWrite), 0);
     }
-    IoFaults faults(m_files->path());
-    faults.fail(IoFaults::OpenToWrite, 1, ENOSPC);
+    FileFaults faults(m_files->path());
+    faults.fail(FileFaults::OpenToWrite, 1, ENOSPC);
     QCOMPARE(copy(QStringLiteral("a"), QStringLiteral("b")), 5);
-    QCOMPARE(faults.count(IoFaults::Remove), 0);
+    QCOMPARE(faults.count(FileFaults::Remove), 0);
     QCOMPARE(m_files->entries(), QStringList{QStringLiteral("a")});
 }
 
@@ -147,10 +148,10 @@ void TestCopyFileFaults::aFailingWriteLeavesNoTarget()
     QFETCH(int, error);
     m_files->make(QStringLiteral("a"), m_photo);
     for (int nth = 1; nth <= kBlocks; ++nth) {
-        IoFaults faults(m_files->path());
-        faults.fail(IoFaults::Write, nth, error);
+        FileFaults faults(m_files->path());
+        faults.fail(FileFaults::Write, nth, error);
         QTEST(copy(QStringLiteral("a"), QStringLiteral("b")), "code");
-        QCOMPARE(faults.count(IoFaults::Write), nth);
+        QCOMPARE(faults.count(FileFaults::Write), nth);
         QCOMPARE(m_files->entries(), QStringList{QStringLiteral("a")});
     }
     QCOMPARE(m_files->content(QStringLiteral("a")), m_photo);
@@ -172,9 +173,9 @@ void TestCopyFileFaults::aFullDiskLeavesNoTarget()
 void TestCopyFileFaults::aShortWriteGoesUnnoticed()
 {
     m_files->make(QStringLiteral("a"), m_photo);
-    IoFaults faults(m_files->path());
-    faults.shortenWrite(kBlocks, 100);
-    faults.fail(IoFaults::Write, kBlocks + 1, ENOSPC);
+    FileFaults faults(m_files->path());
+    faults.shorten(FileFaults::Write, kBlocks, 100);
+    faults.fail(FileFaults::Write, kBlocks + 1, ENOSPC);
     QCOMPARE(copy(QStringLiteral("a"), QStringLiteral("b")), 0);
     QCOMPARE(m_files->content(QStringLiteral("b")), m_photo.left((kBlocks - 1) * kBlock + 100));
 }
@@ -183,8 +184,8 @@ void TestCopyFileFaults::aReadErrorLooksLikeTheEnd()
 {
     m_files->make(QStringLiteral("a"), m_photo);
     for (int nth = 1; nth <= kBlocks; ++nth) {
-        IoFaults faults(m_files->path());
-        faults.failFrom(IoFaults::Read, nth, EIO);
+        FileFaults faults(m_files->path());
+        faults.failFrom(FileFaults::Read, nth, EIO);
         QCOMPARE(copy(QStringLiteral("a"), QStringLiteral("b"), false), 0);
         QCOMPARE(QFileInfo(m_files->path(QStringLiteral("b"))).size(), (nth - 1) * kBlock);
     }
@@ -231,17 +232,17 @@ void TestCopyFileFaults::theFlagOfTheUsualCallback()
 void TestCopyFileFaults::aCancelTakesEffectBetweenBlocks()
 {
     m_files->make(QStringLiteral("a"), m_photo);
-    IoFaults faults(m_files->path());
+    FileFaults faults(m_files->path());
     QTimer timer;
     connect(&timer, &QTimer::timeout, this, [&faults] {
-        setCopyCancelled(faults.count(IoFaults::Write) == 2);
+        setCopyCancelled(faults.count(FileFaults::Write) == 2);
     });
     timer.start(0);
     QCOMPARE(copyFile(m_files->path(QStringLiteral("a")), m_files->path(QStringLiteral("b")), false,
                       true, &copyKeepGoing, kBlock),
              6);
     // Events run between read and write, and the answer is asked after it.
-    QCOMPARE(faults.count(IoFaults::Write), 3);
+    QCOMPARE(faults.count(FileFaults::Write), 3);
     QCOMPARE(m_files->entries(), QStringList{QStringLiteral("a")});
 }
 
@@ -258,8 +259,8 @@ void TestCopyFileFaults::aMovedSourceIsGoneEvenAfterAFailure()
 void TestCopyFileFaults::aMovedSourceThatStays()
 {
     m_files->make(QStringLiteral("a"), m_photo);
-    IoFaults faults(m_files->path());
-    faults.fail(IoFaults::Remove, 1, EACCES);
+    FileFaults faults(m_files->path());
+    faults.fail(FileFaults::Remove, 1, EACCES);
     QCOMPARE(copyFile(m_files->path(QStringLiteral("a")), m_files->path(QStringLiteral("b")), true,
                       true, nullptr, kBlock),
              3);

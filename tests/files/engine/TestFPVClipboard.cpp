@@ -4,7 +4,6 @@
 #include "files/engine/FPVFileTree.h"
 #include "items/FPVItemList.h"
 #include "tests/files/engine/FileFixture.h"
-#include "tests/files/engine/IoFaults.h"
 #include "tests/support/FakeMachine.h"
 #include "tests/support/TestMain.h"
 

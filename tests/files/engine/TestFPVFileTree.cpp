@@ -2,7 +2,7 @@
 // What a walk finds.
 #include "files/engine/FPVFileTree.h"
 #include "tests/files/engine/FileFixture.h"
-#include "tests/files/engine/IoFaults.h"
+#include "tests/support/OrdinaryUser.h"
 #include "tests/support/TestMain.h"
 
 #include <QDir>

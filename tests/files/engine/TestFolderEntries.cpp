@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "files/engine/folderEntries.h"
 #include "tests/files/engine/FileFixture.h"
-#include "tests/files/engine/IoFaults.h"
+#include "tests/support/OrdinaryUser.h"
 #include "tests/support/TestMain.h"
 
 #include <QFile>

@@ -4,10 +4,12 @@
 #include "files/engine/FPVClipboard.h"
 #include "items/FPVItemList.h"
 #include "tests/files/engine/FileFixture.h"
-#include "tests/files/engine/IoFaults.h"
 #include "tests/support/FakeMachine.h"
+#include "tests/support/FileFaults.h"
+#include "tests/support/OrdinaryUser.h"
 #include "tests/support/TestMain.h"
 #include "tests/swap/FullDisk.h"
+#include "tests/swap/MemoryFaults.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -18,8 +20,8 @@
 #include <memory>
 
 using lumi::PasteResult;
+using lumi::test::FileFaults;
 using lumi::test::FileFixture;
-using lumi::test::IoFaults;
 using lumi::test::OrdinaryUser;
 
 namespace {
@@ -128,44 +130,44 @@ void TestPasteFaults::resultsHaveTheirNumbers()
 
 void TestPasteFaults::oneFaultFailsThePaste_data()
 {
-    QTest::addColumn<int>("call");
+    QTest::addColumn<unsigned>("call");
     QTest::addColumn<int>("nth");
     QTest::addColumn<int>("error");
     QTest::addColumn<bool>("cutOnly");
     QTest::addColumn<PasteResult>("result");
     QTest::newRow("the source can't be opened")
-        << int(IoFaults::OpenToRead) << 1 << EIO << false << PasteResult::SourceNotOpened;
+        << unsigned(FileFaults::OpenToRead) << 1 << EIO << false << PasteResult::SourceNotOpened;
     QTest::newRow("the target can't be opened")
-        << int(IoFaults::OpenToWrite) << 1 << ENOSPC << false << PasteResult::TargetNotMade;
+        << unsigned(FileFaults::OpenToWrite) << 1 << ENOSPC << false << PasteResult::TargetNotMade;
     for (int nth = 1; nth <= kBlocks + 1; ++nth) {
         QTest::newRow(qPrintable(QStringLiteral("the card fails at read %1").arg(nth)))
-            << int(IoFaults::Read) << nth << EIO << false << PasteResult::NotWritten;
+            << unsigned(FileFaults::Read) << nth << EIO << false << PasteResult::NotWritten;
     }
     for (int nth = 1; nth <= kBlocks; ++nth) {
         QTest::newRow(qPrintable(QStringLiteral("the disk is full at write %1").arg(nth)))
-            << int(IoFaults::Write) << nth << ENOSPC << false << PasteResult::NotWritten;
+            << unsigned(FileFaults::Write) << nth << ENOSPC << false << PasteResult::NotWritten;
     }
     QTest::newRow("the copy doesn't reach the disk")
-        << int(IoFaults::Sync) << 1 << EIO << true << PasteResult::NotWritten;
+        << unsigned(FileFaults::Sync) << 1 << EIO << true << PasteResult::NotWritten;
     QTest::newRow("the copy's name doesn't reach the disk")
-        << int(IoFaults::Sync) << 2 << EIO << true << PasteResult::NotWritten;
+        << unsigned(FileFaults::Sync) << 2 << EIO << true << PasteResult::NotWritten;
     QTest::newRow("the target fails when it is closed")
-        << int(IoFaults::Close) << 1 << EIO << false << PasteResult::NotWritten;
+        << unsigned(FileFaults::Close) << 1 << EIO << false << PasteResult::NotWritten;
 }
 
 void TestPasteFaults::oneFaultFailsThePaste()
 {
-    QFETCH(int, call);
+    QFETCH(unsigned, call);
     QFETCH(int, nth);
     QFETCH(int, error);
     QFETCH(bool, cutOnly);
     QFETCH(PasteResult, result);
     for (const bool cut : {true, false}) {
         if (cut || !cutOnly) {
-            IoFaults faults(m_files->path());
-            faults.fail(IoFaults::Call(call), nth, error);
+            FileFaults faults(m_files->path());
+            faults.fail(call, nth, error);
             QCOMPARE(paste(cut), result);
-            QVERIFY(faults.count(IoFaults::Call(call)) >= nth);
+            QVERIFY(faults.count(call) >= nth);
             isUntouched();
         }
     }
@@ -176,23 +178,23 @@ void TestPasteFaults::oneFaultFailsThePaste()
 
 void TestPasteFaults::anInterruptedCallIsRepeated_data()
 {
-    QTest::addColumn<int>("call");
+    QTest::addColumn<unsigned>("call");
     QTest::addColumn<int>("nth");
-    QTest::newRow("the first read") << int(IoFaults::Read) << 1;
-    QTest::newRow("the last read") << int(IoFaults::Read) << kBlocks + 1;
-    QTest::newRow("the first write") << int(IoFaults::Write) << 1;
-    QTest::newRow("the last write") << int(IoFaults::Write) << kBlocks;
-    QTest::newRow("the sync of the copy") << int(IoFaults::Sync) << 1;
-    QTest::newRow("the sync of its folder") << int(IoFaults::Sync) << 2;
-    QTest::newRow("the close") << int(IoFaults::Close) << 1;
+    QTest::newRow("the first read") << unsigned(FileFaults::Read) << 1;
+    QTest::newRow("the last read") << unsigned(FileFaults::Read) << kBlocks + 1;
+    QTest::newRow("the first write") << unsigned(FileFaults::Write) << 1;
+    QTest::newRow("the last write") << unsigned(FileFaults::Write) << kBlocks;
+    QTest::newRow("the sync of the copy") << unsigned(FileFaults::Sync) << 1;
+    QTest::newRow("the sync of its folder") << unsigned(FileFaults::Sync) << 2;
+    QTest::newRow("the close") << unsigned(FileFaults::Close) << 1;
 }
 
 void TestPasteFaults::anInterruptedCallIsRepeated()
 {
-    QFETCH(int, call);
+    QFETCH(unsigned, call);
     QFETCH(int, nth);
-    IoFaults faults(m_files->path());
-    faults.fail(IoFaults::Call(call), nth, EINTR);
+    FileFaults faults(m_files->path());
+    faults.fail(call, nth, EINTR);
     QCOMPARE(paste(true), PasteResult::Done);
     QCOMPARE(m_files->content(QStringLiteral("to/a.jpg")), m_photo);
     QCOMPARE(m_files->entries(), list("to/ to/a.jpg"));
@@ -202,10 +204,10 @@ void TestPasteFaults::aShortWriteIsAFailure()
 {
     for (const bool cut : {true, false}) {
         for (int nth = 1; nth <= kBlocks; ++nth) {
-            IoFaults faults(m_files->path());
-            faults.shortenWrite(nth, kBlock / 2);
+            FileFaults faults(m_files->path());
+            faults.shorten(FileFaults::Write, nth, kBlock / 2);
             QCOMPARE(paste(cut), PasteResult::NotWritten);
-            QCOMPARE(faults.count(IoFaults::Write), nth);
+            QCOMPARE(faults.count(FileFaults::Write), nth);
             isUntouched();
         }
     }
@@ -214,13 +216,13 @@ void TestPasteFaults::aShortWriteIsAFailure()
 void TestPasteFaults::aShortReadIsNoFailureButKeepsWhatWasCut()
 {
     for (int nth = 1; nth <= kBlocks; ++nth) {
-        IoFaults faults(m_files->path());
-        faults.endReads(nth);
+        FileFaults faults(m_files->path());
+        faults.shorten(FileFaults::Read, nth, 0);
         QCOMPARE(paste(true), PasteResult::NotWritten);
         isUntouched();
     }
-    IoFaults faults(m_files->path());
-    faults.endReads(2);
+    FileFaults faults(m_files->path());
+    faults.shorten(FileFaults::Read, 2, 0);
     QCOMPARE(paste(false), PasteResult::Done);
     QCOMPARE(m_files->content(QStringLiteral("to/a.jpg")), m_photo.left(kBlock));
     QCOMPARE(m_files->content(QStringLiteral("a.jpg")), m_photo);
@@ -228,21 +230,22 @@ void TestPasteFaults::aShortReadIsNoFailureButKeepsWhatWasCut()
 
 void TestPasteFaults::aSourceThatChangesIsKept_data()
 {
-    QTest::addColumn<int>("call");
+    QTest::addColumn<unsigned>("call");
     QTest::addColumn<int>("nth");
     QTest::addColumn<int>("size");
-    QTest::newRow("it grows behind the last read") << int(IoFaults::Sync) << 1 << kBlocks * kBlock;
-    QTest::newRow("it is cut off meanwhile") << int(IoFaults::Write) << 2 << 10;
-    QTest::newRow("it is emptied at the end") << int(IoFaults::Sync) << 1 << 0;
+    QTest::newRow("it grows behind the last read")
+        << unsigned(FileFaults::Sync) << 1 << kBlocks * kBlock;
+    QTest::newRow("it is cut off meanwhile") << unsigned(FileFaults::Write) << 2 << 10;
+    QTest::newRow("it is emptied at the end") << unsigned(FileFaults::Sync) << 1 << 0;
 }
 
 void TestPasteFaults::aSourceThatChangesIsKept()
 {
-    QFETCH(int, call);
+    QFETCH(unsigned, call);
     QFETCH(int, nth);
     QFETCH(int, size);
-    IoFaults faults(m_files->path());
-    faults.doBefore(IoFaults::Call(call), nth, [this, size] {
+    FileFaults faults(m_files->path());
+    faults.doBefore(call, nth, [this, size] {
         QVERIFY(QFile::resize(m_files->path(QStringLiteral("a.jpg")), size));
     });
     QCOMPARE(paste(true), PasteResult::NotWritten);
@@ -252,23 +255,23 @@ void TestPasteFaults::aSourceThatChangesIsKept()
 
 void TestPasteFaults::onlyACutWaitsForTheDisk()
 {
-    IoFaults faults(m_files->path());
+    FileFaults faults(m_files->path());
     QCOMPARE(paste(false), PasteResult::Done);
-    QCOMPARE(faults.count(IoFaults::Sync), 0);
+    QCOMPARE(faults.count(FileFaults::Sync), 0);
     // For the copy and for the folder with its name, and both before the source goes.
     bool isBoth = false;
-    faults.doBefore(IoFaults::Remove, 1, [&faults, &isBoth] {
-        isBoth = faults.count(IoFaults::Sync) == 2;
+    faults.doBefore(FileFaults::Remove, 1, [&faults, &isBoth] {
+        isBoth = faults.count(FileFaults::Sync) == 2;
     });
     QCOMPARE(paste(true), PasteResult::Done);
     QVERIFY(isBoth);
-    QCOMPARE(faults.count(IoFaults::Sync), 2);
+    QCOMPARE(faults.count(FileFaults::Sync), 2);
 }
 
 void TestPasteFaults::aDiskThatCantSyncIsNoFailure()
 {
-    IoFaults faults(m_files->path());
-    faults.failFrom(IoFaults::Sync, 1, EINVAL);
+    FileFaults faults(m_files->path());
+    faults.failFrom(FileFaults::Sync, 1, EINVAL);
     QCOMPARE(paste(true), PasteResult::Done);
     QCOMPARE(m_files->entries(), list("to/ to/a.jpg"));
 }
@@ -276,8 +279,8 @@ void TestPasteFaults::aDiskThatCantSyncIsNoFailure()
 void TestPasteFaults::aSourceThatCantBeRemovedIsCopied()
 {
     {
-        IoFaults faults(m_files->path());
-        faults.fail(IoFaults::Remove, 1, EROFS);
+        FileFaults faults(m_files->path());
+        faults.fail(FileFaults::Remove, 1, EROFS);
         QCOMPARE(paste(true), PasteResult::SourceNotRemoved);
     }
     QCOMPARE(m_files->content(QStringLiteral("a.jpg")), m_photo);
@@ -356,8 +359,8 @@ void TestPasteFaults::aFolderThatCantBeWritten()
 
 void TestPasteFaults::aTargetThatComesInBetweenIsKept()
 {
-    IoFaults faults(m_files->path());
-    faults.doBefore(IoFaults::OpenToRead, 1, [this] {
+    FileFaults faults(m_files->path());
+    faults.doBefore(FileFaults::OpenToRead, 1, [this] {
         m_files->make(QStringLiteral("to/a.jpg"), "mine");
     });
     QCOMPARE(paste(true), PasteResult::TargetNotMade);
@@ -368,7 +371,7 @@ void TestPasteFaults::aTargetThatComesInBetweenIsKept()
 void TestPasteFaults::withoutABufferNothingIsPasted()
 {
     for (const bool cut : {true, false}) {
-        IoFaults::refuseArray(8132);
+        const lumi::test::NoArrays noMemory;
         QCOMPARE(paste(cut), PasteResult::NoBuffer);
         isUntouched();
     }
@@ -395,8 +398,8 @@ void TestPasteFaults::whatWentWellBeforeStays()
     for (const char *name : {"b.jpg", "c.jpg"}) {
         paths.append(m_files->make(QLatin1String(name), m_photo));
     }
-    IoFaults faults(m_files->path());
-    faults.fail(IoFaults::Write, kBlocks + 2, ENOSPC);
+    FileFaults faults(m_files->path());
+    faults.fail(FileFaults::Write, kBlocks + 2, ENOSPC);
     m_clipboard.take(paths, true);
     QCOMPARE(m_clipboard.paste(m_files->path(QStringLiteral("to")), m_items.get()),
              PasteResult::NotWritten);
@@ -412,8 +415,8 @@ void TestPasteFaults::aFolderStopsAtItsFirstFailure()
     for (const char *name : {"trip/a.jpg", "trip/b.jpg", "trip/c.jpg"}) {
         m_files->make(QLatin1String(name), m_photo);
     }
-    IoFaults faults(m_files->path());
-    faults.fail(IoFaults::Write, kBlocks + 2, ENOSPC);
+    FileFaults faults(m_files->path());
+    faults.fail(FileFaults::Write, kBlocks + 2, ENOSPC);
     m_clipboard.take(
         {m_files->path(QStringLiteral("trip")), m_files->path(QStringLiteral("a.jpg"))}, false);
     QCOMPARE(m_clipboard.paste(m_files->path(QStringLiteral("to")), m_items.get()),
@@ -439,13 +442,13 @@ void TestPasteFaults::failedOpensAreTraced()
 {
     QLoggingCategory::setFilterRules(QStringLiteral("lumivault.trace.debug=true"));
     {
-        IoFaults faults(m_files->path());
-        faults.fail(IoFaults::OpenToRead, 1, ENXIO);
+        FileFaults faults(m_files->path());
+        faults.fail(FileFaults::OpenToRead, 1, ENXIO);
         QTest::ignoreMessage(QtDebugMsg, "errno = 6");
         QCOMPARE(paste(false), PasteResult::SourceNotOpened);
     }
-    IoFaults faults(m_files->path());
-    faults.fail(IoFaults::OpenToWrite, 1, ENOSPC);
+    FileFaults faults(m_files->path());
+    faults.fail(FileFaults::OpenToWrite, 1, ENOSPC);
     QTest::ignoreMessage(QtDebugMsg, "errno = 28");
     QCOMPARE(paste(false), PasteResult::TargetNotMade);
     QLoggingCategory::setFilterRules(QString());

@@ -1,0 +1,376 @@
+// SPDX-License-Identifier: MIT
+#include "tests/support/FileFaults.h"
+
+#include <QFile>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstdarg>
+#include <cstdio>
+#include <cstring>
+#include <limits>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+using lumi::test::FileFaults;
+
+namespace {
+
+constexpr int kLastCall = std::numeric_limits<int>::max();
+constexpr std::size_t kPathRoom = 4096;
+
+enum class What { Nothing, Fail, Shorten, Happen, Kill, KillWithin };
+
+struct Plan
+{
+    What what = What::Nothing;
+    unsigned calls = 0;
+    int first = 0;
+    int last = 0;
+    int error = 0;
+    int bytes = 0;
+    bool isOfOneFile = false;
+    std::string file; // of the first call; with isOfOneFile those on others go on
+    std::function<void()> happening;
+};
+
+struct Step
+{
+    unsigned call = 0;
+    std::string text;
+};
+
+/// Made when a watch begins and never before, since these calls come before main as well.
+struct Watch
+{
+    std::string folder;
+    std::vector<Step> steps;
+    std::vector<Plan> plans;
+    int hits = 0;
+    bool paused = false;
+};
+
+Watch *watch = nullptr;
+
+/// What is left to do to the caller of step().
+struct Fault
+{
+    What what = What::Nothing;
+    int bytes = 0;
+};
+
+int countOf(unsigned calls)
+{
+    const auto isMeant = [calls](const Step &step) {
+        return (step.call & calls) != 0;
+    };
+    return static_cast<int>(std::count_if(watch->steps.begin(), watch->steps.end(), isMeant));
+}
+
+/// The name of a file in the watched folder, "." for the folder; empty for all others.
+std::string watchedName(const char *path)
+{
+    if (watch == nullptr || watch->paused || path == nullptr
+        || std::strncmp(path, watch->folder.c_str(), watch->folder.size()) != 0) {
+        return {};
+    }
+    const std::string rest = path + watch->folder.size();
+    if (rest.empty()) {
+        return ".";
+    }
+    return rest.front() == '/' ? rest.substr(1) : std::string();
+}
+
+std::string watchedName(int handle)
+{
+    if (watch == nullptr || watch->paused) {
+        return {};
+    }
+    std::array<char, 64> link{};
+    std::snprintf(link.data(), link.size(), "/proc/self/fd/%d", handle);
+    std::array<char, kPathRoom> path{};
+    const long length
+        = ::syscall(SYS_readlinkat, AT_FDCWD, link.data(), path.data(), path.size() - 1);
+    return length > 0 ? watchedName(path.data()) : std::string();
+}
+
+bool isDue(Plan &plan, unsigned call, const std::string &name)
+{
+    const int number = countOf(plan.calls);
+    if ((plan.calls & call) == 0 || number < plan.first || number > plan.last) {
+        return false;
+    }
+    if (number == plan.first) {
+        plan.file = name;
+    }
+    return !plan.isOfOneFile || plan.file == name;
+}
+
+Fault carryOut(const Plan &plan)
+{
+    if (plan.what == What::Kill) {
+        ::_exit(lumi::test::kKilled);
+    }
+    if (plan.what == What::Happen) {
+        watch->paused = true;
+        plan.happening();
+        watch->paused = false;
+        if (plan.error == 0) {
+            return {};
+        }
+    }
+    ++watch->hits;
+    errno = plan.error;
+    return {plan.what, plan.bytes};
+}
+
+/// Notes the step and does what is planned for it.
+Fault step(unsigned call, const char *word, const std::string &name)
+{
+    if (name.empty()) {
+        return {};
+    }
+    watch->steps.push_back({call, std::string(word) + ' ' + name});
+    for (Plan &plan : watch->plans) {
+        if (isDue(plan, call, name)) {
+            const Plan due = plan; // what happens may plan more
+            return carryOut(due);
+        }
+    }
+    return {};
+}
+
+bool mustFail(const Fault &fault)
+{
+    return fault.what == What::Fail || fault.what == What::Happen;
+}
+
+bool fails(unsigned call, const char *word, const std::string &name)
+{
+    return mustFail(step(call, word, name));
+}
+
+unsigned openCallOf(int flags)
+{
+    if ((flags & O_DIRECTORY) != 0) {
+        return FileFaults::OpenFolder;
+    }
+    return (flags & O_ACCMODE) == O_RDONLY ? FileFaults::OpenToRead : FileFaults::OpenToWrite;
+}
+
+int opened(const char *path, int flags, mode_t mode)
+{
+    if (fails(openCallOf(flags), "open", watchedName(path))) {
+        return -1;
+    }
+    return static_cast<int>(::syscall(SYS_openat, AT_FDCWD, path, flags, mode));
+}
+
+mode_t modeOf(int flags, va_list arguments)
+{
+    return (flags & O_CREAT) != 0 ? va_arg(arguments, mode_t) : 0;
+}
+
+std::size_t shortened(const Fault &fault, std::size_t size)
+{
+    return fault.what == What::Shorten ? std::min(size, static_cast<std::size_t>(fault.bytes))
+                                       : size;
+}
+
+template <class Number> int asInt(Number result)
+{
+    return static_cast<int>(result);
+}
+
+} // namespace
+
+extern "C" {
+
+int open(const char *path, int flags, ...)
+{
+    va_list arguments;
+    va_start(arguments, flags);
+    const mode_t mode = modeOf(flags, arguments);
+    va_end(arguments);
+    return opened(path, flags, mode);
+}
+
+int open64(const char *path, int flags, ...)
+{
+    va_list arguments;
+    va_start(arguments, flags);
+    const mode_t mode = modeOf(flags, arguments);
+    va_end(arguments);
+    return opened(path, flags, mode);
+}
+
+ssize_t read(int handle, void *buffer, size_t size)
+{
+    const Fault fault = step(FileFaults::Read, "read", watchedName(handle));
+    return mustFail(fault) ? -1 : ::syscall(SYS_read, handle, buffer, shortened(fault, size));
+}
+
+ssize_t write(int handle, const void *buffer, size_t size)
+{
+    const Fault fault = step(FileFaults::Write, "write", watchedName(handle));
+    if (fault.what == What::KillWithin) {
+        ::syscall(SYS_write, handle, buffer, size / 2);
+        ::_exit(lumi::test::kKilled);
+    }
+    return mustFail(fault) ? -1 : ::syscall(SYS_write, handle, buffer, shortened(fault, size));
+}
+
+int fsync(int handle)
+{
+    return fails(FileFaults::Sync, "sync", watchedName(handle))
+        ? -1
+        : asInt(::syscall(SYS_fsync, handle));
+}
+
+int fchmod(int handle, mode_t mode) noexcept
+{
+    return fails(FileFaults::Chmod, "chmod", watchedName(handle))
+        ? -1
+        : asInt(::syscall(SYS_fchmod, handle, mode));
+}
+
+int close(int handle)
+{
+    const bool isFailing = fails(FileFaults::Close, "close", watchedName(handle));
+    const int error = errno;
+    const int result = asInt(::syscall(SYS_close, handle));
+    errno = isFailing ? error : errno;
+    return isFailing ? -1 : result;
+}
+
+int unlink(const char *path) noexcept
+{
+    return fails(FileFaults::Remove, "remove", watchedName(path))
+        ? -1
+        : asInt(::syscall(SYS_unlinkat, AT_FDCWD, path, 0));
+}
+
+int rename(const char *from, const char *to) noexcept
+{
+    return fails(FileFaults::RenamePlainly, "rename plainly", watchedName(from))
+        ? -1
+        : asInt(::syscall(SYS_renameat2, AT_FDCWD, from, AT_FDCWD, to, 0));
+}
+
+int renameat2(int fromFolder, const char *from, int toFolder, const char *to,
+              unsigned int flags) noexcept
+{
+    return fails(FileFaults::Rename, "rename", watchedName(from))
+        ? -1
+        : asInt(::syscall(SYS_renameat2, fromFolder, from, toFolder, to, flags));
+}
+
+int mkdir(const char *path, mode_t mode) noexcept
+{
+    return fails(FileFaults::MakeFolder, "make", watchedName(path))
+        ? -1
+        : asInt(::syscall(SYS_mkdirat, AT_FDCWD, path, mode));
+}
+
+DIR *opendir(const char *path)
+{
+    if (fails(FileFaults::ListFolder, "list", watchedName(path))) {
+        return nullptr;
+    }
+    constexpr int kFlags = O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NONBLOCK;
+    const int handle = asInt(::syscall(SYS_openat, AT_FDCWD, path, kFlags));
+    return handle < 0 ? nullptr : ::fdopendir(handle);
+}
+}
+
+namespace lumi::test {
+
+FileFaults::FileFaults(const QString &folder)
+{
+    static Watch only;
+    only = {};
+    only.folder = QFile::encodeName(folder).toStdString();
+    watch = &only;
+}
+
+FileFaults::~FileFaults()
+{
+    watch = nullptr;
+}
+
+void FileFaults::fail(unsigned calls, int nth, int error)
+{
+    watch->plans.push_back({What::Fail, calls, nth, nth, error, 0, false, {}, {}});
+}
+
+void FileFaults::failFrom(unsigned calls, int nth, int error)
+{
+    watch->plans.push_back({What::Fail, calls, nth, kLastCall, error, 0, false, {}, {}});
+}
+
+void FileFaults::failFileFrom(unsigned calls, int nth, int error)
+{
+    watch->plans.push_back({What::Fail, calls, nth, kLastCall, error, 0, true, {}, {}});
+}
+
+void FileFaults::shorten(unsigned calls, int nth, int bytes)
+{
+    watch->plans.push_back({What::Shorten, calls, nth, nth, 0, bytes, false, {}, {}});
+}
+
+void FileFaults::doBefore(unsigned calls, int nth, std::function<void()> happening, int error)
+{
+    watch->plans.push_back(
+        {What::Happen, calls, nth, nth, error, 0, false, {}, std::move(happening)});
+}
+
+void FileFaults::killBefore(unsigned calls, int nth)
+{
+    watch->plans.push_back({What::Kill, calls, nth, nth, 0, 0, false, {}, {}});
+}
+
+void FileFaults::killWithin(unsigned calls, int nth)
+{
+    watch->plans.push_back({What::KillWithin, calls, nth, nth, 0, 0, false, {}, {}});
+}
+
+int FileFaults::count(unsigned calls) const
+{
+    return countOf(calls);
+}
+
+int FileFaults::hits() const
+{
+    return watch->hits;
+}
+
+QStringList FileFaults::steps() const
+{
+    QStringList steps;
+    for (const Step &step : watch->steps) {
+        steps.append(QString::fromStdString(step.text));
+    }
+    return steps;
+}
+
+int inChild(const std::function<int()> &work)
+{
+    const pid_t child = ::fork();
+    if (child == 0) {
+        ::_exit(work());
+    }
+    int status = 0;
+    const bool ended = child > 0 && ::waitpid(child, &status, 0) == child && WIFEXITED(status);
+    return ended ? WEXITSTATUS(status) : -1;
+}
+
+} // namespace lumi::test

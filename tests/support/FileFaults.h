@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: MIT
+// Watches the calls of the C library that concern one folder and what lies in it, in their
+// order, and lets some of them go wrong or end the process. This program's own versions of the
+// calls stand before those of the library and go straight to the system. A test that uses it
+// compiles it in.
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+
+namespace lumi::test {
+
+/// One at a time.
+class FileFaults
+{
+public:
+    enum Call : unsigned {
+        OpenToRead = 1U << 0,
+        OpenToWrite = 1U << 1,
+        OpenFolder = 1U << 2, ///< for a handle; ListFolder is for its entries
+        Open = OpenToRead | OpenToWrite | OpenFolder,
+        Read = 1U << 3,
+        Write = 1U << 4,
+        Sync = 1U << 5,
+        Chmod = 1U << 6,
+        Close = 1U << 7,
+        Remove = 1U << 8,
+        Rename = 1U << 9,
+        RenamePlainly = 1U << 10, ///< without a flag that protects the target
+        MakeFolder = 1U << 11,
+        ListFolder = 1U << 12,
+        AnyCall = (1U << 13) - 1
+    };
+
+    /// Calls are counted from now on.
+    explicit FileFaults(const QString &folder);
+    /// Everything works again.
+    ~FileFaults();
+    FileFaults(const FileFaults &) = delete;
+    FileFaults &operator=(const FileFaults &) = delete;
+
+    /// The nth of these calls (one Call or several, counted from 1) gives -1 and this errno.
+    /// A file to be closed is closed all the same.
+    void fail(unsigned calls, int nth, int error);
+    /// This one and all later ones fail.
+    void failFrom(unsigned calls, int nth, int error);
+    /// This one and all later ones on the same file fail.
+    void failFileFrom(unsigned calls, int nth, int error);
+    /// This one reads or writes no more than these bytes; with 0 a read finds the end.
+    void shorten(unsigned calls, int nth, int bytes);
+    /// Something else happens just before this one; what it calls does not count. With an
+    /// errno the call itself fails then.
+    void doBefore(unsigned calls, int nth, std::function<void()> happening, int error = 0);
+    /// The process ends just before this one.
+    void killBefore(unsigned calls, int nth);
+    /// The process ends in the middle of this one, a write, half of it done.
+    void killWithin(unsigned calls, int nth);
+
+    /// How many of these there have been.
+    [[nodiscard]] int count(unsigned calls) const;
+    /// How many have failed or done less.
+    [[nodiscard]] int hits() const;
+    /// What was called and with which file so far, a "." for the folder itself: "open a.jpg",
+    /// "read", "write", "sync", "chmod", "close", "remove", "rename", "rename plainly",
+    /// "make", "list".
+    [[nodiscard]] QStringList steps() const;
+};
+
+constexpr int kKilled = 99;
+
+/// Runs work in a child of this process. Its result, kKilled when it was ended, or -1.
+[[nodiscard]] int inChild(const std::function<int()> &work);
+
+} // namespace lumi::test

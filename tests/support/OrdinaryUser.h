@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: MIT
+// Tests of what may not be read or written would see nothing as root, who may do everything.
+#pragma once
+
+namespace lumi::test {
+
+/// While it lives, a process of root is one of an ordinary user, to whom permissions apply.
+class OrdinaryUser
+{
+public:
+    OrdinaryUser();
+    ~OrdinaryUser();
+    OrdinaryUser(const OrdinaryUser &) = delete;
+    OrdinaryUser &operator=(const OrdinaryUser &) = delete;
+
+private:
+    bool m_wasRoot;
+};
+
+} // namespace lumi::test
