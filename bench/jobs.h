@@ -14,6 +14,8 @@ namespace lumi::bench {
 std::vector<Row> listingRows(const QString &folder);
 std::vector<Row> thumbnailRows(const QString &folder);
 std::vector<Row> pageRows(const QString &folder);
+/// Through the browsing form, from the tap to the first cell on the screen.
+std::vector<Row> openingRows(const QString &folder);
 std::vector<Row> screenDecodeRows(const QString &folder);
 /// Needs no file.
 std::vector<Row> viewerRedrawRows(const QString &folder);

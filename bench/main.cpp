@@ -20,10 +20,10 @@ struct Job
 
 constexpr std::array kJobs{
     Job{"listing", lumi::bench::listingRows},     Job{"thumbnails", lumi::bench::thumbnailRows},
-    Job{"pages", lumi::bench::pageRows},          Job{"screen", lumi::bench::screenDecodeRows},
-    Job{"redraw", lumi::bench::viewerRedrawRows}, Job{"texts", lumi::bench::exifTextRows},
-    Job{"rewrite", lumi::bench::exifRewriteRows}, Job{"import", lumi::bench::importRows},
-    Job{"processes", lumi::bench::processRows},
+    Job{"pages", lumi::bench::pageRows},          Job{"opening", lumi::bench::openingRows},
+    Job{"screen", lumi::bench::screenDecodeRows}, Job{"redraw", lumi::bench::viewerRedrawRows},
+    Job{"texts", lumi::bench::exifTextRows},      Job{"rewrite", lumi::bench::exifRewriteRows},
+    Job{"import", lumi::bench::importRows},       Job{"processes", lumi::bench::processRows},
 };
 
 bool isJob(const std::string &name)
