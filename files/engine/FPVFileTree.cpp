@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "files/engine/FPVFileTree.h"
 
+#include "files/engine/lostEntries.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
@@ -112,6 +114,7 @@ bool FPVFileTree::walk(const QString &path, bool flat, FPVFileTree *parent)
     const QFileInfoList entries
         = QDir(path, QString(), QDir::Name | QDir::IgnoreCase, QDir::Filters(state().dirFilter))
               .entryInfoList();
+    lumi::warnOfLostEntries(path);
     const QList<QRegularExpression> wildcards = wildcardsOf(state().patterns);
     for (const QFileInfo &entry : entries) {
         QCoreApplication::processEvents();

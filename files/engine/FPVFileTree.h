@@ -40,7 +40,8 @@ public:
     /// Fills this node with the folder and, unless flat, all folders below it. Events run at
     /// each entry. Links to folders are not followed; what is neither folder nor regular file
     /// is passed over. parent: null for the root of a tree. Always true: a folder that can't
-    /// be read counts as empty, a cancelled walk keeps what it has.
+    /// be read counts as empty, a cancelled walk keeps what it has. What a folder holds and
+    /// can't be listed is only warned of.
     bool walk(const QString &path, bool flat, FPVFileTree *parent);
     /// Relative paths of all folders below this one, each before what it holds.
     [[nodiscard]] QStringList folders() const;

@@ -2,6 +2,7 @@
 // What a walk finds.
 #include "files/engine/FPVFileTree.h"
 #include "tests/files/engine/FileFixture.h"
+#include "tests/support/FileFaults.h"
 #include "tests/support/OrdinaryUser.h"
 #include "tests/support/TestMain.h"
 
@@ -9,9 +10,12 @@
 #include <QFile>
 #include <QTest>
 
+#include <cerrno>
 #include <climits>
 #include <memory>
 
+#include <dirent.h>
+#include <dlfcn.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -28,7 +32,44 @@ QStringList list(const char *names)
     return QString::fromUtf8(names).split(QLatin1Char(' '), Qt::SkipEmptyParts);
 }
 
+/// The entries of this folder can't be read, where it isn't empty.
+QString brokenFolder;
+int warnings = 0;
+
+void countWarning(QtMsgType /*type*/, const QMessageLogContext & /*context*/,
+                  const QString & /*text*/)
+{
+    ++warnings;
+}
+
+bool isBroken(DIR *folder)
+{
+    const QString link = QStringLiteral("/proc/self/fd/%1").arg(::dirfd(folder));
+    return !brokenFolder.isEmpty() && QFile::symLinkTarget(link) == brokenFolder;
+}
+
+template <class Entry> Entry *nextOr(const char *function, DIR *folder)
+{
+    if (isBroken(folder)) {
+        errno = EIO;
+        return nullptr;
+    }
+    using Next = Entry *(DIR *);
+    return reinterpret_cast<Next *>(::dlsym(RTLD_NEXT, function))(folder);
+}
+
 } // namespace
+
+// They stand before those of the library, for it and for this program.
+extern "C" dirent *readdir(DIR *folder)
+{
+    return nextOr<dirent>("readdir", folder);
+}
+
+extern "C" dirent64 *readdir64(DIR *folder)
+{
+    return nextOr<dirent64>("readdir64", folder);
+}
 
 class TestFPVFileTree : public QObject
 {
@@ -54,6 +95,10 @@ private Q_SLOTS:
     void theFilterChoosesEntries_data();
     void theFilterChoosesEntries();
     void unreadableFoldersAreSkipped();
+    void namesThatAreNoTextAreWarnedOf();
+    void foldersThatCantBeListedAreWarnedOf_data();
+    void foldersThatCantBeListedAreWarnedOf();
+    void aWholeListingWarnsOfNothing();
     void namesOfAllScripts();
     void aDeepTreeEndsWithThePath();
 
@@ -301,6 +346,69 @@ void TestFPVFileTree::unreadableFoldersAreSkipped()
         QVERIFY(tree.folders().isEmpty());
     }
     QFile::setPermissions(m_files->path(QStringLiteral("closed")), QFile::Permissions(0x7000));
+}
+
+void TestFPVFileTree::namesThatAreNoTextAreWarnedOf()
+{
+    m_files->make(QStringLiteral("dcim/a.jpg"), "12");
+    const QByteArray folder = QFile::encodeName(m_files->path(QStringLiteral("dcim")));
+    // As another encoding has them.
+    for (const char *name : {"/K\xE4se.jpg", "/caf\xE9.jpg"}) {
+        const QByteArray path = folder + name;
+        const int file = ::open(path.constData(), O_CREAT | O_WRONLY, S_IRUSR);
+        QVERIFY(file >= 0);
+        ::close(file);
+    }
+    const QByteArray warning = folder + ": names that can't be read, left out: 2";
+    QTest::ignoreMessage(QtWarningMsg, warning.constData());
+    FPVFileTree tree;
+    QVERIFY(tree.walk(m_files->path(), false, nullptr));
+    QCOMPARE(tree.allFiles(), list("/dcim/a.jpg"));
+    QCOMPARE(FPVFileTree::byteCount(), 2);
+}
+
+void TestFPVFileTree::foldersThatCantBeListedAreWarnedOf_data()
+{
+    QTest::addColumn<bool>("opens");
+    QTest::newRow("it can't be opened") << false;
+    QTest::newRow("it can't be read") << true;
+}
+
+void TestFPVFileTree::foldersThatCantBeListedAreWarnedOf()
+{
+    QFETCH(bool, opens);
+    m_files->make(QStringLiteral("a.jpg"));
+    m_files->make(QStringLiteral("dcim/b.jpg"));
+    const QString folder = m_files->path(QStringLiteral("dcim"));
+    const QString warning = folder
+        + QStringLiteral(" can't be read to its end, what it holds may be left out: "
+                         "Input/output error");
+    QTest::ignoreMessage(QtWarningMsg, qPrintable(warning));
+    lumi::test::FileFaults faults(folder);
+    if (opens) {
+        brokenFolder = folder;
+    } else {
+        faults.failFrom(lumi::test::FileFaults::ListFolder, 1, EIO);
+    }
+    FPVFileTree tree;
+    const bool answer = tree.walk(m_files->path(), false, nullptr);
+    brokenFolder.clear();
+    QVERIFY(answer);
+    QCOMPARE(tree.allFiles(), list("/a.jpg"));
+    QCOMPARE(tree.folders(), list("/dcim"));
+}
+
+void TestFPVFileTree::aWholeListingWarnsOfNothing()
+{
+    m_files->make(QStringLiteral("äöü/写真.jpg"));
+    m_files->make(QStringLiteral("a b/\uFFFD.jpg")); // the sign for what is no text
+    const QtMessageHandler before = qInstallMessageHandler(countWarning);
+    warnings = 0;
+    FPVFileTree tree;
+    tree.walk(m_files->path(), false, nullptr);
+    qInstallMessageHandler(before);
+    QCOMPARE(warnings, 0);
+    QCOMPARE(FPVFileTree::fileCount(), 2);
 }
 
 void TestFPVFileTree::namesOfAllScripts()
