@@ -1,13 +1,28 @@
 // SPDX-License-Identifier: MIT
 #include "app/runProgram.h"
 
+#include "app/EndSignals.h"
 #include "app/MainWindow.h"
+#include "files/engine/FPVFileTree.h"
+#include "files/engine/copyFile.h"
 #include "platform/QPEApplication.h"
 #include "swap/SwapSystem.h"
 #include "swap/swapStore.h"
 
 #include <QDir>
 #include <QFile>
+
+namespace {
+
+/// As a user would who cancels what runs, answers no question and closes the window.
+void endSoon()
+{
+    FPVFileTree::setWalkCancelled(true);
+    setCopyCancelled(true);
+    QCoreApplication::exit(0);
+}
+
+} // namespace
 
 int lumi::runProgram(QPEApplication &application)
 {
@@ -24,5 +39,7 @@ int lumi::runProgram(QPEApplication &application)
     swapSystem(&swap);
     MainWindow window;
     application.showMainWidget(&window, false);
+    const EndSignals signals;
+    QObject::connect(&signals, &EndSignals::came, &window, endSoon);
     return QApplication::exec();
 }
