@@ -78,14 +78,14 @@ ImportKind FormImport::copyFiles()
 
 void FormImport::addErrorLine(const QString &path, ImportKind kind)
 {
-    m_errorReport = lumi::withErrorBlock(m_errorReport, path, kind);
+    lumi::appendErrorBlock(&m_errorReport, path, kind);
 }
 
 bool FormImport::copyAndReport()
 {
     const ImportKind kind = copyFiles();
     if (kind == ImportKind::Done) {
-        lumi::tellBox(this, QMessageBox::Information, msg(lumi::MsgDone),
+        lumi::tellBox(this, QMessageBox::NoIcon, msg(lumi::MsgDone),
                       lumi::copiedText(m_folderName, FPVFileTree::fileCount()));
         return true;
     }

@@ -5,6 +5,21 @@
 
 #include <QFileInfo>
 
+namespace {
+
+/// With all its blanks: rich text shows one for many, and none at the beginning of a line.
+QString asRichText(const QString &name)
+{
+    QString text = name.toHtmlEscaped();
+    text.replace(QLatin1String("  "), QLatin1String(" &nbsp;"));
+    if (text.startsWith(QLatin1Char(' '))) {
+        text.replace(0, 1, QLatin1String("&nbsp;"));
+    }
+    return text;
+}
+
+} // namespace
+
 QString lumi::failureWord(ImportKind kind)
 {
     switch (kind) {
@@ -23,17 +38,15 @@ QString lumi::failureWord(ImportKind kind)
     return {};
 }
 
-QString lumi::withErrorBlock(const QString &report, const QString &path, ImportKind kind)
+void lumi::appendErrorBlock(QString *report, const QString &path, ImportKind kind)
 {
-    QString block = report;
-    if (!block.isEmpty()) {
-        block += QLatin1String("<hr>");
+    if (!report->isEmpty()) {
+        *report += QLatin1String("<hr>");
     }
-    block += QFileInfo(path).fileName().toHtmlEscaped();
-    block += QLatin1String("<br>&nbsp;&nbsp;");
-    block += msg(MsgCopy) + msg(MsgError); // one word
-    block += QLatin1String("&nbsp;:&nbsp;");
-    block += failureWord(kind);
-    block += QLatin1String("<br>");
-    return block;
+    *report += asRichText(QFileInfo(path).fileName());
+    *report += QLatin1String("<br>&nbsp;&nbsp;");
+    *report += msg(MsgCopy) + msg(MsgError); // one word
+    *report += QLatin1String("&nbsp;:&nbsp;");
+    *report += failureWord(kind);
+    *report += QLatin1String("<br>");
 }

@@ -11,7 +11,7 @@ namespace lumi {
 /// What the report calls a failure; empty for ImportKind::Done.
 [[nodiscard]] QString failureWord(ImportKind kind);
 
-/// The report with a block for this file at its end. path: only its last part is shown.
-[[nodiscard]] QString withErrorBlock(const QString &report, const QString &path, ImportKind kind);
+/// Puts a block for this file at the report's end. path: only its last part is shown.
+void appendErrorBlock(QString *report, const QString &path, ImportKind kind);
 
 } // namespace lumi

@@ -9,6 +9,17 @@ using lumi::ImportKind;
 
 Q_DECLARE_METATYPE(lumi::ImportKind)
 
+namespace {
+
+QString oneBlock(const QString &path, ImportKind kind)
+{
+    QString report;
+    lumi::appendErrorBlock(&report, path, kind);
+    return report;
+}
+
+} // namespace
+
 class TestImportReport : public QObject
 {
     Q_OBJECT
@@ -41,7 +52,7 @@ void TestImportReport::everyKindHasItsWord()
     QFETCH(QString, word);
     QCOMPARE(lumi::failureWord(kind), word);
     // "Copy" and "Error" stand together.
-    QCOMPARE(lumi::withErrorBlock(QString(), QStringLiteral("/card/dcim/a.jpg"), kind),
+    QCOMPARE(oneBlock(QStringLiteral("/card/dcim/a.jpg"), kind),
              QString(QStringLiteral("a.jpg<br>&nbsp;&nbsp;CopyError&nbsp;:&nbsp;") + word
                      + QStringLiteral("<br>")));
 }
@@ -58,11 +69,10 @@ void TestImportReport::kindsHaveTheirNumbers()
 
 void TestImportReport::blocksAreRuledOff()
 {
-    const QString one
-        = lumi::withErrorBlock(QString(), QStringLiteral("/c/a.jpg"), ImportKind::Mismatch);
-    const QString two
-        = lumi::withErrorBlock(one, QStringLiteral("/c/b.jpg"), ImportKind::AccessFailure);
-    QCOMPARE(two,
+    const QString one = oneBlock(QStringLiteral("/c/a.jpg"), ImportKind::Mismatch);
+    QString report = one;
+    lumi::appendErrorBlock(&report, QStringLiteral("/c/b.jpg"), ImportKind::AccessFailure);
+    QCOMPARE(report,
              QString(one
                      + QStringLiteral("<hr>b.jpg<br>&nbsp;&nbsp;CopyError&nbsp;:&nbsp;"
                                       "Access Error<br>")));
@@ -74,6 +84,9 @@ void TestImportReport::namesAreShownAsTheyAre_data()
     QTest::newRow("tags") << QStringLiteral("<b>bold<br>.jpg");
     QTest::newRow("an image") << QStringLiteral("<img src=x>.jpg");
     QTest::newRow("entities") << QStringLiteral("a&amp;b & \"c\".jpg");
+    QTest::newRow("blanks in a row") << QStringLiteral("a  b   c.jpg");
+    QTest::newRow("a blank at the beginning") << QStringLiteral(" a.jpg");
+    QTest::newRow("blanks at the beginning") << QStringLiteral("   a.jpg");
     QTest::newRow("other scripts") << QString::fromUtf8("写真 Ä.jpg");
 }
 
@@ -81,17 +94,20 @@ void TestImportReport::namesAreShownAsTheyAre()
 {
     QFETCH(QString, name);
     QTextDocument document;
-    document.setHtml(
-        lumi::withErrorBlock(QString(), QStringLiteral("/card/") + name, ImportKind::Mismatch));
-    QCOMPARE(document.toPlainText().section(QLatin1Char('\n'), 0, 0), name);
+    QString report = oneBlock(QStringLiteral("/card/before.jpg"), ImportKind::Mismatch);
+    lumi::appendErrorBlock(&report, QStringLiteral("/card/") + name, ImportKind::Mismatch);
+    document.setHtml(report);
+    const QStringList lines
+        = document.toPlainText().replace(QChar::Nbsp, QLatin1Char(' ')).split(QLatin1Char('\n'));
+    QVERIFY2(lines.contains(name), qPrintable(document.toPlainText()));
 }
 
 void TestImportReport::theReportIsNeverCut()
 {
     QString report;
     for (int i = 0; i < 3000; ++i) {
-        report = lumi::withErrorBlock(report, QString::asprintf("/c/IMG_%04d.jpg", i),
-                                      ImportKind::Mismatch);
+        lumi::appendErrorBlock(&report, QString::asprintf("/c/IMG_%04d.jpg", i),
+                               ImportKind::Mismatch);
     }
     QCOMPARE(report.count(QStringLiteral("File Mismatch")), qsizetype(3000));
     QCOMPARE(report.count(QStringLiteral("<hr>")), qsizetype(2999));
