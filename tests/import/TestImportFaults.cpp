@@ -10,10 +10,12 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <QTest>
 
 #include <cerrno>
 #include <memory>
+#include <set>
 
 using lumi::ImportKind;
 using lumi::test::FileFaults;
@@ -25,6 +27,8 @@ using lumi::test::treeOf;
 namespace {
 
 enum class Span { Once, FromThenOn };
+
+using Kinds = std::set<ImportKind>;
 
 /// With no error the call does less than it should.
 void disturb(FileFaults *faults, unsigned calls, int nth, int error, Span span)
@@ -81,6 +85,9 @@ private Q_SLOTS:
     void cleanup();
     void everyCallFails_data();
     void everyCallFails();
+    void aFolderThatCantBeListedComesEmpty();
+    void aDiskThatFillsUpTakesAPartFirst_data();
+    void aDiskThatFillsUpTakesAPartFirst();
 
 private:
     void compare(const Outcome &outcome) const;
@@ -114,30 +121,38 @@ void TestImportFaults::everyCallFails_data()
     QTest::addColumn<unsigned>("calls");
     QTest::addColumn<int>("error");
     QTest::addColumn<Span>("span");
-    QTest::addColumn<int>("atLeast"); // calls there are
+    QTest::addColumn<int>("atLeast");              // calls there are
+    QTest::addColumn<Kinds>("kinds");              // of all runs in which one failed
+    constexpr ImportKind kDone = ImportKind::Done; // where the end of a file can't be read
+    constexpr ImportKind kFull = ImportKind::MemoryFull;
+    constexpr ImportKind kAccess = ImportKind::AccessFailure;
+    constexpr ImportKind kMismatch = ImportKind::Mismatch;
     QTest::newRow("a file can't be opened")
-        << unsigned(FileFaults::Open) << EACCES << Span::Once << 8;
+        << unsigned(FileFaults::Open) << EACCES << Span::Once << 8 << Kinds{kAccess};
     QTest::newRow("too many files are open")
-        << unsigned(FileFaults::Open) << EMFILE << Span::Once << 8;
-    QTest::newRow("a block can't be read") << unsigned(FileFaults::Read) << EIO << Span::Once << 13;
-    QTest::newRow("the card dies")
-        << unsigned(FileFaults::Read | FileFaults::Open) << EIO << Span::FromThenOn << 0;
-    QTest::newRow("a read gives less") << unsigned(FileFaults::Read) << 0 << Span::Once << 13;
+        << unsigned(FileFaults::Open) << EMFILE << Span::Once << 8 << Kinds{kFull};
+    QTest::newRow("a block can't be read")
+        << unsigned(FileFaults::Read) << EIO << Span::Once << 13 << Kinds{kDone, kMismatch};
+    QTest::newRow("the card dies") << unsigned(FileFaults::Read | FileFaults::Open) << EIO
+                                   << Span::FromThenOn << 0 << Kinds{kDone, kAccess, kMismatch};
+    QTest::newRow("a read gives less")
+        << unsigned(FileFaults::Read) << 0 << Span::Once << 13 << Kinds{kDone};
     QTest::newRow("a block can't be written")
-        << unsigned(FileFaults::Write) << EIO << Span::Once << 9;
-    QTest::newRow("the disk is full")
-        << unsigned(FileFaults::Write | FileFaults::MakeFolder) << ENOSPC << Span::FromThenOn << 0;
+        << unsigned(FileFaults::Write) << EIO << Span::Once << 9 << Kinds{kAccess};
+    QTest::newRow("the disk is full") << unsigned(FileFaults::Write | FileFaults::MakeFolder)
+                                      << ENOSPC << Span::FromThenOn << 0 << Kinds{kFull, kAccess};
     QTest::newRow("the disk is full for a moment")
-        << unsigned(FileFaults::Write) << ENOSPC << Span::Once << 9;
-    QTest::newRow("a write takes a part only")
-        << unsigned(FileFaults::Write) << 0 << Span::Once << 9;
+        << unsigned(FileFaults::Write) << ENOSPC << Span::Once << 9 << Kinds{kFull};
+    QTest::newRow("a write takes a part and then the rest")
+        << unsigned(FileFaults::Write) << 0 << Span::Once << 9 << Kinds{kDone};
     QTest::newRow("a folder can't be made")
-        << unsigned(FileFaults::MakeFolder) << EACCES << Span::Once << 4;
+        << unsigned(FileFaults::MakeFolder) << EACCES << Span::Once << 4 << Kinds{kAccess};
     QTest::newRow("the store turns read-only")
-        << unsigned(FileFaults::Open | FileFaults::MakeFolder) << EROFS << Span::FromThenOn << 0;
+        << unsigned(FileFaults::Open | FileFaults::MakeFolder) << EROFS << Span::FromThenOn << 0
+        << Kinds{kAccess};
     QTest::newRow("anything") << unsigned(FileFaults::Open | FileFaults::Read | FileFaults::Write
                                           | FileFaults::MakeFolder)
-                              << EIO << Span::Once << 34;
+                              << EIO << Span::Once << 34 << Kinds{kDone, kAccess, kMismatch};
 }
 
 void TestImportFaults::everyCallFails()
@@ -146,17 +161,18 @@ void TestImportFaults::everyCallFails()
     QFETCH(int, error);
     QFETCH(Span, span);
     QFETCH(int, atLeast);
+    QFETCH(Kinds, kinds);
     const Tree before = stateOf(m_card);
+    Kinds met;
     int number = 0;
-    for (;; ++number) {
+    for (bool isOver = false; !isOver;) {
         Outcome outcome;
-        int hits = 0;
         {
             // Below the store and the card: both lie in the temporary folder.
             FileFaults faults(QDir::tempPath());
             disturb(&faults, calls, number + 1, error, span);
             outcome = importCard(m_card);
-            hits = faults.hits();
+            isOver = faults.hits() == 0;
         }
         QCOMPARE(stateOf(m_card), before);
         compare(outcome);
@@ -164,14 +180,67 @@ void TestImportFaults::everyCallFails()
             qWarning("call %d", number);
             return;
         }
+        if (!isOver) {
+            ++number;
+            met.insert(outcome.kind);
+        }
         QVERIFY(QDir(m_world->store).removeRecursively());
         m_world->makeFolder(m_world->store);
-        if (hits == 0) {
-            break;
-        }
     }
     QVERIFY2(number >= atLeast, qPrintable(QString::number(number)));
+    QVERIFY(met == kinds);
     QCOMPARE(importCard(m_card).kind, ImportKind::Done);
+}
+
+void TestImportFaults::aFolderThatCantBeListedComesEmpty()
+{
+    const Tree before = stateOf(m_card);
+    const QString sub = m_card + QStringLiteral("/dcim/sub");
+    const QRegularExpression warning(
+        QStringLiteral("^%1 can't be read to its end").arg(QRegularExpression::escape(sub)));
+    QTest::ignoreMessage(QtWarningMsg, warning);
+    Outcome outcome;
+    {
+        FileFaults faults(sub);
+        faults.failFrom(FileFaults::ListFolder, 1, EIO);
+        outcome = importCard(m_card);
+        QVERIFY(faults.hits() > 0);
+    }
+    QCOMPARE(outcome.kind, ImportKind::Done);
+    QCOMPARE(outcome.files, 3);
+    Tree expected = importableTree(m_card);
+    QCOMPARE(expected.remove(QStringLiteral("dcim/sub/c.mov")), qsizetype(1));
+    QCOMPARE(treeOf(m_world->path(outcome.folder)), expected);
+    QCOMPARE(stateOf(m_card), before);
+}
+
+void TestImportFaults::aDiskThatFillsUpTakesAPartFirst_data()
+{
+    QTest::addColumn<int>("lastWrite");
+    QTest::addColumn<QList<ImportKind>>("kinds");
+    QTest::newRow("in the middle of a file") << 2 << QList{ImportKind::MemoryFull};
+    // Nothing is left to be refused of this file, but its size is wrong.
+    QTest::newRow("in its last block") << 3 << QList{ImportKind::Mismatch, ImportKind::MemoryFull};
+}
+
+void TestImportFaults::aDiskThatFillsUpTakesAPartFirst()
+{
+    QFETCH(int, lastWrite);
+    QFETCH(QList<ImportKind>, kinds);
+    const Tree before = stateOf(m_card);
+    Outcome outcome;
+    {
+        // As a file system does it: what there is room for, and then nothing more.
+        FileFaults faults(m_world->store);
+        faults.shorten(FileFaults::Write, lastWrite, 5000);
+        faults.failFrom(FileFaults::Write, lastWrite + 1, ENOSPC);
+        outcome = importCard(m_card);
+        QVERIFY(faults.hits() >= 2);
+    }
+    compare(outcome);
+    QCOMPARE(outcome.kind, ImportKind::MemoryFull);
+    QCOMPARE(outcome.kinds, kinds);
+    QCOMPARE(stateOf(m_card), before);
 }
 
 /// What must hold however a run has ended.

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A process that is killed in the middle of an import, at any moment.
+// A process that is killed in the middle of an import: in the search, between two folders, in
+// the middle of a file.
 #include "tests/import/cardTree.h"
 #include "tests/support/TestMain.h"
 
@@ -15,7 +16,9 @@ using lumi::test::Tree;
 namespace {
 
 constexpr int kPatienceMs = 20000;
-constexpr int kFiles = 60;
+constexpr int kFiles = 40;
+/// Rounds of events from one death to the next one: no multiple of a file's.
+constexpr int kStride = 5;
 
 } // namespace
 
@@ -24,68 +27,135 @@ class TestImportKilled : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void init();
+    void cleanup();
     void anythingButTheFileInWorkIsWhole();
+    void foldersAreMadeOneByOne();
 
 private:
-    static std::unique_ptr<QProcess> start(const QString &home, const QString &card);
+    struct Death
+    {
+        bool killed = false;
+        bool inTheSearch = false;
+        QString made; ///< name of the new folder
+        Tree tree;    ///< what is in it
+    };
+
+    Death importAndDie(const char *what, int after);
+    [[nodiscard]] QList<QByteArray> partsOf(const Tree &tree) const;
+    void nextOneArrives();
+
+    std::unique_ptr<QTemporaryDir> m_home;
+    QString m_card;
+    QString m_store;
+    Tree m_before;
+    Tree m_whole;
+    int m_runs = 0;
 };
 
-std::unique_ptr<QProcess> TestImportKilled::start(const QString &home, const QString &card)
+void TestImportKilled::init()
 {
-    auto process = std::make_unique<QProcess>();
+    m_home = std::make_unique<QTemporaryDir>();
+    m_card = m_home->filePath(QStringLiteral("card"));
+    m_store = m_home->filePath(QStringLiteral("Documents/Photo_Files"));
+    QVERIFY(QDir().mkpath(m_store));
+    for (int i = 0; i < kFiles; ++i) {
+        lumi::test::writeBytes(m_card + QString::asprintf("/dcim/%d/IMG_%03d.jpg", i % 3, i),
+                               1000 + i * 2000);
+    }
+    m_before = lumi::test::stateOf(m_card);
+    m_whole = lumi::test::importableTree(m_card);
+    m_runs = 0;
+}
+
+void TestImportKilled::cleanup()
+{
+    m_home.reset();
+}
+
+TestImportKilled::Death TestImportKilled::importAndDie(const char *what, int after)
+{
+    Death death;
+    death.made = QString::asprintf("trip %d", m_runs++);
+    QProcess process;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("HOME"), home);
-    process->setProcessEnvironment(environment);
-    process->start(QStringLiteral(LUMI_VICTIM), {card, QStringLiteral("trip")});
-    return process;
+    environment.insert(QStringLiteral("HOME"), m_home->path());
+    process.setProcessEnvironment(environment);
+    process.start(QStringLiteral(LUMI_VICTIM),
+                  {m_card, death.made, QLatin1String(what), QString::number(after)});
+    if (!process.waitForFinished(kPatienceMs)) {
+        qFatal("the import doesn't end");
+    }
+    death.killed = process.exitStatus() == QProcess::CrashExit;
+    if (!death.killed && process.exitCode() != 0) {
+        qFatal("the import ended with %d", process.exitCode());
+    }
+    death.inTheSearch = !process.readAllStandardOutput().contains("found");
+    death.tree = lumi::test::treeOf(m_store + QLatin1Char('/') + death.made);
+    return death;
+}
+
+/// What is not as on the card.
+QList<QByteArray> TestImportKilled::partsOf(const Tree &tree) const
+{
+    QList<QByteArray> parts;
+    for (auto it = tree.begin(); it != tree.end(); ++it) {
+        if (it.value() != m_whole.value(it.key())) {
+            parts.append(it.value());
+        }
+    }
+    return parts;
+}
+
+/// The next import doesn't mind what lies there.
+void TestImportKilled::nextOneArrives()
+{
+    const Death last = importAndDie("events", -1);
+    QVERIFY(!last.killed);
+    QCOMPARE(last.tree, m_whole);
 }
 
 void TestImportKilled::anythingButTheFileInWorkIsWhole()
 {
-    const QTemporaryDir folder;
-    const QString card = folder.filePath(QStringLiteral("card"));
-    const QString store = folder.filePath(QStringLiteral("Documents/Photo_Files"));
-    QVERIFY(QDir().mkpath(store));
-    for (int i = 0; i < kFiles; ++i) {
-        lumi::test::writeBytes(card + QString::asprintf("/dcim/%d/IMG_%03d.jpg", i % 3, i),
-                               1000 + i * 2000);
-    }
-    const Tree before = lumi::test::stateOf(card);
-    const Tree whole = lumi::test::importableTree(card);
-    int runs = 0;
-    int unfinished = 0;
-    for (int stopAt = 0; stopAt <= kFiles; stopAt += 3) {
-        const std::unique_ptr<QProcess> victim = start(folder.path(), card);
-        const QByteArray line = "step " + QByteArray::number(stopAt + 1) + '\n';
-        QByteArray seen;
-        while (!seen.contains(line) && victim->waitForReadyRead(kPatienceMs)) {
-            seen += victim->readAllStandardOutput();
+    int inTheSearch = 0;
+    int inTheMiddle = 0;
+    Death death;
+    for (int after = 0; after == 0 || death.killed; after += kStride) {
+        death = importAndDie("events", after);
+        QCOMPARE(lumi::test::stateOf(m_card), m_before);
+        QCOMPARE(QDir(m_store).exists(death.made), !death.inTheSearch);
+        inTheSearch += death.inTheSearch ? 1 : 0;
+        const QList<QByteArray> parts = partsOf(death.tree);
+        QVERIFY(parts.size() <= 1);
+        for (const QByteArray &part : parts) {
+            const QString path = death.tree.key(part);
+            QVERIFY(m_whole.value(path).startsWith(part));
+            inTheMiddle += part == "file" ? 0 : 1; // begun, and nothing written yet
         }
-        QVERIFY(seen.contains(line));
-        QTest::qSleep(stopAt % 2);
-        victim->kill();
-        QVERIFY(victim->waitForFinished(kPatienceMs));
-        QCOMPARE(lumi::test::stateOf(card), before);
-        const QString made
-            = runs == 0 ? QStringLiteral("trip") : QString::asprintf("trip%03d", runs);
-        const Tree tree = lumi::test::treeOf(store + QLatin1Char('/') + made);
-        int parts = 0;
-        for (auto it = tree.begin(); it != tree.end(); ++it) {
-            if (it.value() != whole.value(it.key())) {
-                QVERIFY(whole.value(it.key()).startsWith(it.value()));
-                ++parts;
-            }
-        }
-        QVERIFY(parts <= 1);
-        unfinished += tree == whole ? 0 : 1;
-        ++runs;
     }
-    QVERIFY(unfinished > runs / 2); // it was killed in time
-    // The next one doesn't mind what lies there.
-    const std::unique_ptr<QProcess> last = start(folder.path(), card);
-    QVERIFY(last->waitForFinished(kPatienceMs));
-    QCOMPARE(last->exitCode(), 0);
-    QCOMPARE(lumi::test::treeOf(store + QString::asprintf("/trip%03d", runs)), whole);
+    QCOMPARE(death.tree, m_whole);
+    QVERIFY(inTheSearch >= 5);
+    QVERIFY(inTheMiddle >= 5);
+    nextOneArrives();
+}
+
+void TestImportKilled::foldersAreMadeOneByOne()
+{
+    const QStringList order{QString(), QStringLiteral("dcim"), QStringLiteral("dcim/0"),
+                            QStringLiteral("dcim/1"), QStringLiteral("dcim/2")};
+    for (int after = 0; after < order.size(); ++after) {
+        const Death death = importAndDie("folders", after);
+        QVERIFY(death.killed);
+        QVERIFY(!death.inTheSearch);
+        QCOMPARE(QDir(m_store).exists(death.made), after > 0);
+        QCOMPARE(death.tree.keys(), order.mid(0, after).mid(1));
+        QCOMPARE(lumi::test::stateOf(m_card), m_before);
+    }
+    // All of them stand before the first file comes.
+    const Death death = importAndDie("folders", static_cast<int>(order.size()));
+    QVERIFY(!death.killed);
+    QCOMPARE(death.tree, m_whole);
+    nextOneArrives();
 }
 
 LUMI_TEST(TestImportKilled)

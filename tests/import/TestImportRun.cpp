@@ -36,6 +36,12 @@ using lumi::test::writeBytes;
 
 Q_DECLARE_METATYPE(lumi::ImportKind)
 
+namespace {
+
+constexpr qsizetype kLongFilm = 24'000'001;
+
+} // namespace
+
 class TestImportRun : public QObject
 {
     Q_OBJECT
@@ -45,7 +51,7 @@ private Q_SLOTS:
     void init();
     void cleanup();
     void aWholeCardArrives();
-    void twoThousandSmallFilesArrive();
+    void twoThousandFilesArrive();
     void anotherProgramFindsNoDifference();
     void theStepsAreCounted();
     void theFolderIsNew_data();
@@ -61,11 +67,14 @@ private Q_SLOTS:
     void theStoreMustBeWritable();
     void foldersThatCantBeMade_data();
     void foldersThatCantBeMade();
+    void aFolderThatIsThereMustBeWritable_data();
+    void aFolderThatIsThereMustBeWritable();
     void resultsOfACopyAreJudged_data();
     void resultsOfACopyAreJudged();
     void theFirstFailureEndsTheRun();
     void aCancelStopsTheFileInWork();
     void aCancelOfEmptyFilesWaits();
+    void aCancelWithoutACardIsNone();
     void aWrongSizeDoesNotEndTheRun();
     void aVanishedSourceIsNoMatch();
     void aFullDisk();
@@ -154,14 +163,13 @@ void TestImportRun::aWholeCardArrives()
     QVERIFY(m_failures.isEmpty());
 }
 
-void TestImportRun::twoThousandSmallFilesArrive()
+void TestImportRun::twoThousandFilesArrive()
 {
-    for (int i = 0; i < 2000; ++i) {
-        writeBytes(m_card + QString::asprintf("/DCIM/%03d/IMG_%04d.JPG", 100 + i / 500, i), i % 97);
-    }
+    const int count = fillCard(m_card, 2000);
+    writeBytes(m_card + QStringLiteral("/PRIVATE/M4ROOT/CLIP/long film.MP4"), kLongFilm);
     const Tree before = stateOf(m_card);
     QCOMPARE(importCard(), ImportKind::Done);
-    QCOMPARE(m_copied, 2000);
+    QCOMPARE(m_copied, count + 1);
     QVERIFY(treeOf(target()) == importableTree(m_card));
     QVERIFY(stateOf(m_card) == before);
 }
@@ -369,6 +377,37 @@ void TestImportRun::foldersThatCantBeMade()
     QVERIFY(QFileInfo(target(QStringLiteral("deep/d"))).isDir());
 }
 
+void TestImportRun::aFolderThatIsThereMustBeWritable_data()
+{
+    QTest::addColumn<int>("mode");
+    QTest::addColumn<ImportKind>("kind");
+    QTest::newRow("it can be written") << 0777 << ImportKind::Done;
+    QTest::newRow("its owner locked it") << 0555 << ImportKind::AccessFailure;
+}
+
+void TestImportRun::aFolderThatIsThereMustBeWritable()
+{
+    QFETCH(int, mode);
+    QFETCH(ImportKind, kind);
+    // Beside the new one, as if somebody else had made it.
+    const QString there = m_world->makeFolder(QStringLiteral("there"));
+    for (QString path = m_world->store; path != QDir::tempPath() && path != QLatin1String("/");
+         path = QFileInfo(path).path()) {
+        QVERIFY(QFile::setPermissions(path, QFile::Permissions(0x7777)));
+    }
+    QCOMPARE(chmod(QFile::encodeName(there).constData(), static_cast<mode_t>(mode)), 0);
+    QList<int> steps;
+    lumi::ImportCallbacks callbacks;
+    callbacks.progress = [&steps](int step) {
+        steps.append(step);
+    };
+    lumi::ImportRun run({m_card, {QStringLiteral("/../there")}, {}}, callbacks);
+    const lumi::test::OrdinaryUser user;
+    QCOMPARE(run.run(QStringLiteral("new")), kind);
+    QCOMPARE(steps, kind == ImportKind::Done ? QList<int>{1} : QList<int>());
+    QVERIFY(QFileInfo(target()).isDir());
+}
+
 void TestImportRun::resultsOfACopyAreJudged_data()
 {
     QTest::addColumn<int>("result");
@@ -452,6 +491,22 @@ void TestImportRun::aCancelOfEmptyFilesWaits()
     QVERIFY(m_failures.constFirst().path.endsWith(QStringLiteral("/c.jpg")));
 }
 
+void TestImportRun::aCancelWithoutACardIsNone()
+{
+    for (const char *name : {"/a.jpg", "/b.jpg", "/c.jpg"}) {
+        writeBytes(m_card + QLatin1String(name), 20000);
+    }
+    m_atStep = [this](int step) {
+        m_isCardPresent = step != 2;
+        setCopyCancelled(step == 2);
+    };
+    QCOMPARE(importCard(), ImportKind::AccessFailure);
+    QCOMPARE(m_copied, 1);
+    QCOMPARE(m_failures.size(), qsizetype(1));
+    QCOMPARE(m_failures.constFirst().kind, ImportKind::AccessFailure);
+    QCOMPARE(treeOf(target()).keys(), QStringList{QStringLiteral("a.jpg")});
+}
+
 void TestImportRun::aWrongSizeDoesNotEndTheRun()
 {
     for (const char *name : {"/a.jpg", "/b.jpg", "/c.jpg"}) {
@@ -518,19 +573,24 @@ void TestImportRun::aFullDisk()
 
 void TestImportRun::aLimitInTheMiddleOfAFile_data()
 {
-    QTest::addColumn<int>("freeKB");
+    QTest::addColumn<int>("withPart");
+    QTest::addColumn<int>("afterwards");
     QTest::addColumn<ImportKind>("kind");
-    QTest::newRow("too little room for the file") << 38 << ImportKind::MemoryFull;
-    QTest::newRow("room enough once the part has gone") << 40 << ImportKind::AccessFailure;
+    QTest::newRow("too little room for the file") << 18 << 38 << ImportKind::MemoryFull;
+    QTest::newRow("room enough once the part has gone") << 20 << 40 << ImportKind::AccessFailure;
+    QTest::newRow("only the room afterwards counts") << 99 << 38 << ImportKind::MemoryFull;
 }
 
 void TestImportRun::aLimitInTheMiddleOfAFile()
 {
-    QFETCH(int, freeKB);
+    QFETCH(int, withPart);
+    QFETCH(int, afterwards);
     QFETCH(ImportKind, kind);
     writeBytes(m_card + QStringLiteral("/a.jpg"), 10000);
     writeBytes(m_card + QStringLiteral("/b.jpg"), 40000); // 39 KB
-    m_world->machine->diskAt = [freeKB](const QByteArray &) {
+    m_world->machine->diskAt = [this, withPart, afterwards](const QByteArray &) {
+        const bool isPartThere = QFile::exists(target() + QStringLiteral("/b.jpg"));
+        const int freeKB = isPartThere ? withPart : afterwards;
         return DiskFigures{2048, freeKB, freeKB / 2, true};
     };
     const lumi::test::FileSizeLimit limit(20000);

@@ -68,7 +68,7 @@ QString cameraName(int i)
     constexpr const char *kPatterns[]
         = {"IMG_%04d.JPG",   "IMG_%04d.jpeg",       "MVI_%04d.MOV",     "MVI_%04d.THM",
            "IMG_%04d.xmp",   "photo %04d 50%%.jpg", ".hidden_%04d.jpg", "no_extension_%04d",
-           "a.b.c_%04d.JPG", "<b>%04d & co.jpg"};
+           "a.b.c_%04d.JPG", "<b>%04d & co.jpg",    "Größe é %04d.jpg", "写真_%04d.JPG"};
     const char *pattern = kPatterns[static_cast<std::size_t>(i) % std::size(kPatterns)];
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wformat-nonliteral"
@@ -144,7 +144,7 @@ int lumi::test::fillCard(const QString &folder, int count)
     };
     mustWork(mkfifo(at("/pipe.jpg").constData(), S_IRUSR | S_IWUSR) == 0, folder);
     mustWork(symlink("nowhere.jpg", at("/DCIM/dangling.jpg").constData()) == 0, folder);
-    mustWork(symlink("IMG_0000.JPG", at("/DCIM/100CAMRA/link.jpg").constData()) == 0, folder);
+    mustWork(symlink(".hidden_0006.jpg", at("/DCIM/100CAMRA/link.jpg").constData()) == 0, folder);
     mustWork(symlink("100CAMRA", at("/DCIM/linked folder").constData()) == 0, folder);
     return count + 1;
 }
