@@ -12,9 +12,11 @@
 #include "widgets/MyImageButton.h"
 #include "widgets/MyLeftWidget.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QDir>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QTest>
 #include <QTimer>
 
@@ -44,6 +46,8 @@ private Q_SLOTS:
     void fromTheCardIntoTheBrowser();
     void twoCardsOneAfterTheOther();
     void theWindowStaysUntilTheCopyHasStopped();
+    void theWindowStaysUnderEveryDialog_data();
+    void theWindowStaysUnderEveryDialog();
 
 private:
     template <typename Form> [[nodiscard]] bool sees() const
@@ -201,6 +205,47 @@ void TestImporting::theWindowStaysUntilTheCopyHasStopped()
     // Now the way to the top menu is free.
     QVERIFY(sees<FormTop>());
     QVERIFY(form.isNull());
+}
+
+void TestImporting::theWindowStaysUnderEveryDialog_data()
+{
+    QTest::addColumn<QString>("dialog");
+    QTest::addColumn<bool>("works"); // and goes by itself
+    QTest::newRow("in the search") << QStringLiteral("MyDialogWait") << true;
+    QTest::newRow("at the question") << QStringLiteral("Search Result") << false;
+    QTest::newRow("at the name") << QStringLiteral("New Folder") << false;
+    QTest::newRow("in the copy") << QStringLiteral("MyDialogProgressBar") << true;
+    QTest::newRow("at the end") << QStringLiteral("Done") << false;
+}
+
+void TestImporting::theWindowStaysUnderEveryDialog()
+{
+    QFETCH(QString, dialog);
+    QFETCH(bool, works);
+    const QString card = m_user->world.machine->sd;
+    m_user->world.machine->insertCard(Slot::SD);
+    m_user->world.makePhotos(5, card + QStringLiteral("/dcim"));
+    m_user->startProgram();
+    QVERIFY(goFromTopToImport());
+    m_driver->expect(dialog, [this, works](QDialog *shown) {
+        m_user->window->close();
+        QVERIFY(m_user->window->isVisible());
+        QVERIFY(shown->isVisible());
+        QVERIFY(!m_user->window->currentForm()->canClose());
+        if (auto *box = qobject_cast<QMessageBox *>(shown)) {
+            box->buttons().constFirst()->click(); // Yes, or the only one
+        } else if (!works) {
+            shown->accept();
+        }
+    });
+    tapForm(kSdButton);
+    QCOMPARE(m_driver->captions(),
+             (QStringList{QStringLiteral("Search Result"), QStringLiteral("New Folder"),
+                          QStringLiteral("Done")}));
+    const QStringList made = QDir(m_user->world.store).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+    QCOMPARE(made.size(), qsizetype(1));
+    QCOMPARE(treeOf(m_user->world.path(made.constFirst())), importableTree(card));
+    QVERIFY(m_user->window->currentForm()->canClose());
 }
 
 LUMI_TEST(TestImporting)
