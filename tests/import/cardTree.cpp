@@ -122,6 +122,14 @@ void lumi::test::writeBytes(const QString &path, qsizetype size)
     mustWork(file.open(QIODevice::WriteOnly) && file.write(bytes) == size, path);
 }
 
+void lumi::test::openToAll(const QString &folder)
+{
+    for (QString path = folder; path != QDir::tempPath() && path != QLatin1String("/");
+         path = QFileInfo(path).path()) {
+        mustWork(QFile::setPermissions(path, QFile::Permissions(0x7777)), path);
+    }
+}
+
 int lumi::test::fillCard(const QString &folder, int count)
 {
     const QString folders[] = {QStringLiteral("DCIM/100CAMRA"),

@@ -26,4 +26,7 @@ int fillCard(const QString &folder, int count);
 /// A file with this many bytes that differ from those of other names.
 void writeBytes(const QString &path, qsizetype size);
 
+/// Lets every user write in a folder of the temporary ones, and get there.
+void openToAll(const QString &folder);
+
 } // namespace lumi::test

@@ -1,0 +1,483 @@
+// SPDX-License-Identifier: MIT
+// The second half of an import as its user meets it: the name of the folder, the copy, the
+// report, and what is on the disk afterwards.
+#include "import/importTexts.h"
+#include "tests/import/FlowTest.h"
+#include "tests/support/FileFaults.h"
+#include "tests/support/OrdinaryUser.h"
+#include "tests/support/TestMain.h"
+#include "tests/swap/FullDisk.h"
+#include "widgets/MyImageButton.h"
+
+#include <QApplication>
+#include <QBoxLayout>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QProgressBar>
+#include <QTest>
+#include <QTextBrowser>
+
+#include <cerrno>
+#include <optional>
+
+using lumi::test::FileFaults;
+using lumi::test::importableTree;
+using lumi::test::ImportFixture;
+using lumi::test::openToAll;
+using lumi::test::stateOf;
+using lumi::test::todaysFolder;
+using lumi::test::Tree;
+using lumi::test::treeOf;
+
+namespace {
+
+lumi::test::DialogDriver::Answer enter(const QString &name)
+{
+    return [name](QDialog *dialog) {
+        dialog->findChild<QLineEdit *>()->setText(name);
+        QTest::keyClick(dialog->findChild<QLineEdit *>(), Qt::Key_Return);
+    };
+}
+
+} // namespace
+
+class TestImportCopying : public FlowTest
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void theNameIsAskedFor();
+    void noNameIsAStop_data();
+    void noNameIsAStop();
+    void anEmptyNameIsAName();
+    void theSameNameAgainIsNumbered();
+    void twoCardsUnderOneName();
+    void aCardPulledWhileTheNameIsAsked();
+    void theStoreCantBeUsed_data();
+    void theStoreCantBeUsed();
+    void whatCantBeReadStaysOnTheCard();
+    void aCancelBeforeTheFirstFileIsThrough_data();
+    void aCancelBeforeTheFirstFileIsThrough();
+    void aCancelLaterHasAReport_data();
+    void aCancelLaterHasAReport();
+    void aFullStoreIsAWarning();
+    void aMismatchInTheLastFileOnly();
+    void aCardPulledDuringAFile();
+    void aCardPulledBetweenFiles();
+    void aPartThatCantBeRemovedIsReported();
+    void contentsAreNotCompared();
+    void theReportComesAgainUntilExit();
+    void theBarIsNeverFull();
+};
+
+void TestImportCopying::theNameIsAskedFor()
+{
+    m_form->insertCard(Slot::SD, kThreePhotos);
+    m_form->driver.expect(kFolder, [](QDialog *dialog) {
+        auto *line = dialog->findChild<QLineEdit *>();
+        QCOMPARE(dialog->findChild<QLabel *>()->text(),
+                 QStringLiteral("Please input the folder name before copying."));
+        QCOMPARE(line->text(), todaysFolder());
+        QCOMPARE(line->selectedText(), todaysFolder());
+        QCOMPARE(line->maxLength(), 30);
+        QTest::keyClicks(line, QString(40, QLatin1Char('n')));
+        QTest::keyClick(line, Qt::Key_Return);
+    });
+    press(Slot::SD);
+    QCOMPARE(m_form->folders(), QStringList{QString(30, QLatin1Char('n'))});
+    QCOMPARE(m_form->driver.texts().constLast(),
+             lumi::copiedText(QString(30, QLatin1Char('n')), 3));
+}
+
+void TestImportCopying::noNameIsAStop_data()
+{
+    QTest::addColumn<bool>("closed");
+    QTest::newRow("Escape") << false;
+    QTest::newRow("the window is closed") << true;
+}
+
+void TestImportCopying::noNameIsAStop()
+{
+    QFETCH(bool, closed);
+    m_form->insertCard(Slot::SD, kThreePhotos);
+    m_form->driver.expect(kFolder, [closed](QDialog *dialog) {
+        if (closed) {
+            dialog->close();
+        } else {
+            QTest::keyClick(dialog, Qt::Key_Escape);
+        }
+    });
+    press(Slot::SD);
+    compareFailedRun({kResult, kFolder, kStop}, {kStopped});
+    QVERIFY(m_form->folders().isEmpty());
+}
+
+void TestImportCopying::anEmptyNameIsAName()
+{
+    m_form->insertCard(Slot::SD, kThreePhotos);
+    m_form->driver.expect(kFolder, enter(QStringLiteral("")));
+    press(Slot::SD);
+    QCOMPARE(m_form->folders(), QStringList{QStringLiteral("001")});
+    QCOMPARE(m_form->driver.texts().constLast(), lumi::copiedText(QStringLiteral("001"), 3));
+    QCOMPARE(treeOf(m_form->target(QStringLiteral("001"))), importableTree(m_form->card(Slot::SD)));
+}
+
+void TestImportCopying::theSameNameAgainIsNumbered()
+{
+    m_form->insertCard(Slot::SD, kThreePhotos);
+    press(Slot::SD);
+    press(Slot::SD);
+    press(Slot::SD);
+    QCOMPARE(m_form->folders(),
+             (QStringList{todaysFolder(), todaysFolder() + QStringLiteral("001"),
+                          todaysFolder() + QStringLiteral("002")}));
+    // The boxes name the folder that was really made.
+    QCOMPARE(m_form->driver.texts().constLast(),
+             lumi::copiedText(todaysFolder() + QStringLiteral("002"), 3));
+}
+
+void TestImportCopying::twoCardsUnderOneName()
+{
+    m_form->insertCard(Slot::SD, kThreePhotos, 100);
+    m_form->insertCard(Slot::CF, kThreePhotos, 200);
+    m_form->driver.expect(kFolder, enter(QStringLiteral("<i>trip</i>").remove(QLatin1Char('/'))));
+    m_form->driver.expect(kFolder, enter(QStringLiteral("<i>trip</i>").remove(QLatin1Char('/'))));
+    press(Slot::SD);
+    press(Slot::CF);
+    QCOMPARE(m_form->folders(),
+             (QStringList{QStringLiteral("<i>trip<i>"), QStringLiteral("<i>trip<i>001")}));
+    QCOMPARE(treeOf(m_form->target(QStringLiteral("<i>trip<i>"))),
+             importableTree(m_form->card(Slot::SD)));
+    QCOMPARE(treeOf(m_form->target(QStringLiteral("<i>trip<i>001"))),
+             importableTree(m_form->card(Slot::CF)));
+    // Shown as it is, not as rich text.
+    QVERIFY(m_form->driver.texts().constLast().contains(QStringLiteral("<i>trip<i>001")));
+}
+
+void TestImportCopying::aCardPulledWhileTheNameIsAsked()
+{
+    m_form->insertCard(Slot::SD, kThreePhotos);
+    m_form->driver.expect(kFolder, [this](QDialog *dialog) {
+        m_form->world.machine->removeCard(Slot::SD);
+        noteCards();
+        m_form->tellCardChange();
+        dialog->accept();
+    });
+    press(Slot::SD);
+    compareFailedRun({kResult, kFolder, kError}, {kAccess});
+    QCOMPARE(m_form->driver.seen.constLast().icon, int(QMessageBox::Critical));
+    QVERIFY(m_form->folders().isEmpty());
+    QCoreApplication::processEvents();
+    QVERIFY(!m_form->sd->isEnabled());
+}
+
+void TestImportCopying::theStoreCantBeUsed_data()
+{
+    QTest::addColumn<QString>("cause");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<int>("icon");
+    QTest::newRow("it is gone") << QStringLiteral("gone") << kThereWasAnError
+                                << int(QMessageBox::Critical);
+    QTest::newRow("its owner locked it")
+        << QStringLiteral("locked") << kThereWasAnError << int(QMessageBox::Critical);
+    QTest::newRow("the name is none")
+        << QStringLiteral("slash") << kThereWasAnError << int(QMessageBox::Critical);
+    QTest::newRow("the disk is full to the last KB")
+        << QStringLiteral("full") << QStringLiteral("Out of space. Processing stopped.")
+        << int(QMessageBox::Warning);
+}
+
+void TestImportCopying::theStoreCantBeUsed()
+{
+    QFETCH(QString, cause);
+    QFETCH(QString, text);
+    QFETCH(int, icon);
+    m_form->insertCard(Slot::SD, kThreePhotos);
+    m_form->start();
+    std::optional<lumi::test::OrdinaryUser> user;
+    if (cause == QLatin1String("gone")) {
+        QVERIFY(QDir(m_form->world.store).removeRecursively());
+    } else if (cause == QLatin1String("locked")) {
+        openToAll(m_form->card(Slot::SD));
+        openToAll(m_form->world.store);
+        QVERIFY(QFile::setPermissions(m_form->world.store, QFile::Permissions(0x5555)));
+        user.emplace();
+    } else {
+        m_form->driver.expect(kFolder, enter(QStringLiteral("a/b")));
+    }
+    if (cause == QLatin1String("full")) {
+        m_form->setFreeKB(0);
+    }
+    press(Slot::SD);
+    // Nothing was copied: no report.
+    compareFailedRun({kResult, kFolder, kError}, {text});
+    QCOMPARE(m_form->driver.seen.constLast().icon, icon);
+    QVERIFY(m_form->folders().isEmpty());
+    user.reset();
+    QFile::setPermissions(m_form->world.store, QFile::Permissions(0x7755));
+}
+
+void TestImportCopying::whatCantBeReadStaysOnTheCard()
+{
+    m_form->insertCard(Slot::SD, kThreePhotos);
+    const QString card = m_form->card(Slot::SD);
+    QVERIFY(QFile::setPermissions(card + QStringLiteral("/dcim/b.jpg"), {}));
+    openToAll(card);
+    openToAll(m_form->world.store);
+    m_form->start();
+    noteCards();
+    {
+        const lumi::test::OrdinaryUser user;
+        QTest::mouseClick(m_form->sd, Qt::LeftButton);
+    }
+    QCOMPARE(m_form->driver.captions(), (QStringList{kResult, kFolder, kDone}));
+    QVERIFY(m_form->driver.texts().constFirst().startsWith(
+        QStringLiteral("1KB of data in 2 was detected in SD Card\n")));
+    QCOMPARE(m_form->driver.texts().constLast(), lumi::copiedText(todaysFolder(), 2));
+    Tree expected = importableTree(card);
+    expected.remove(QStringLiteral("dcim/b.jpg"));
+    QCOMPARE(treeOf(m_form->target(todaysFolder())), expected);
+}
+
+void TestImportCopying::aCancelBeforeTheFirstFileIsThrough_data()
+{
+    QTest::addColumn<bool>("atOnce");
+    QTest::newRow("as soon as the dialog is there") << true;
+    QTest::newRow("in the middle of the file") << false;
+}
+
+void TestImportCopying::aCancelBeforeTheFirstFileIsThrough()
+{
+    QFETCH(bool, atOnce);
+    m_form->insertCard(Slot::SD, kThreePhotos, 60000);
+    m_form->world.makeFolder(m_form->card(Slot::SD) + QStringLiteral("/dcim/empty"));
+    if (atOnce) {
+        m_form->driver.press(QStringLiteral("MyDialogProgressBar"), QStringLiteral("Cancel"));
+    } else {
+        m_form->whenInFile(QStringLiteral("a.jpg"), [] {
+            QVERIFY(ImportFixture::pressNow(QStringLiteral("Cancel")));
+        });
+    }
+    press(Slot::SD);
+    compareFailedRun({kResult, kFolder, kStop}, {QStringLiteral("Processing cancelled")});
+    QCOMPARE(m_form->driver.seen.constLast().icon, int(QMessageBox::Information));
+    // The folders stay.
+    QCOMPARE(treeOf(m_form->target(todaysFolder())),
+             (Tree{{QStringLiteral("dcim"), "folder"}, {QStringLiteral("dcim/empty"), "folder"}}));
+}
+
+void TestImportCopying::aCancelLaterHasAReport_data()
+{
+    QTest::addColumn<QString>("way");
+    QTest::newRow("the button") << QStringLiteral("button");
+    QTest::newRow("Escape") << QStringLiteral("escape");
+    QTest::newRow("the window is closed") << QStringLiteral("close");
+}
+
+void TestImportCopying::aCancelLaterHasAReport()
+{
+    QFETCH(QString, way);
+    m_form->insertCard(Slot::SD, kThreePhotos, 60000);
+    const Tree before = stateOf(m_form->card(Slot::SD));
+    m_form->whenInFile(QStringLiteral("c.jpg"), [way] {
+        QWidget *dialog = QApplication::activeModalWidget();
+        QVERIFY(dialog != nullptr);
+        if (way == QLatin1String("button")) {
+            QVERIFY(ImportFixture::pressNow(QStringLiteral("Cancel")));
+        } else if (way == QLatin1String("escape")) {
+            QTest::keyClick(dialog, Qt::Key_Escape);
+        } else {
+            dialog->close();
+        }
+        QVERIFY(!dialog->isVisible());
+    });
+    const QString report = reportText(1);
+    QCOMPARE(m_form->driver.captions(),
+             (QStringList{kResult, kFolder, kStop, kDone, kDetails, kDone}));
+    QCOMPARE(m_form->driver.texts().at(2), QStringLiteral("Processing cancelled"));
+    QCOMPARE(m_form->driver.texts().at(3), lumi::partlyCopiedText(todaysFolder(), 2));
+    QCOMPARE(report, QStringLiteral("c.jpg\n  CopyError : User cancellation\n"));
+    Tree expected = importableTree(m_form->card(Slot::SD));
+    expected.remove(QStringLiteral("dcim/c.jpg"));
+    QCOMPARE(treeOf(m_form->target(todaysFolder())), expected);
+    QCOMPARE(stateOf(m_form->card(Slot::SD)), before);
+}
+
+void TestImportCopying::aFullStoreIsAWarning()
+{
+    m_form->insertCard(Slot::SD, {QStringLiteral("a.jpg")}, 1000);
+    m_form->insertCard(Slot::SD, {QStringLiteral("b.jpg")}, 60000);
+    m_form->setFreeKB(20);
+    const lumi::test::FileSizeLimit limit(30000);
+    const QString report = reportText(1);
+    QCOMPARE(m_form->driver.captions(),
+             (QStringList{kResult, kFolder, kError, kDone, kDetails, kDone}));
+    QCOMPARE(m_form->driver.texts().at(2), QStringLiteral("Out of space. Processing stopped."));
+    QCOMPARE(m_form->driver.seen.at(4).icon, int(QMessageBox::Warning));
+    QCOMPARE(report, QStringLiteral("b.jpg\n  CopyError : Memory Full\n"));
+    QCOMPARE(treeOf(m_form->target(todaysFolder())).keys(), QStringList{QStringLiteral("a.jpg")});
+}
+
+void TestImportCopying::aMismatchInTheLastFileOnly()
+{
+    m_form->insertCard(Slot::SD, kThreePhotos, 60000);
+    std::unique_ptr<FileFaults> faults;
+    // A block that can't be read looks like the end of the file.
+    m_form->whenInFile(QStringLiteral("c.jpg"), [this, &faults] {
+        faults = std::make_unique<FileFaults>(m_form->card(Slot::SD));
+        faults->fail(FileFaults::Read, 1, EIO);
+    });
+    const QString report = reportText(1);
+    // No box before that of the report.
+    QCOMPARE(m_form->driver.captions(), (QStringList{kResult, kFolder, kDone, kDetails, kDone}));
+    QCOMPARE(m_form->driver.texts().at(2), lumi::partlyCopiedText(todaysFolder(), 3));
+    QCOMPARE(report, QStringLiteral("c.jpg\n  CopyError : File Mismatch\n"));
+    QVERIFY(!QFile::exists(m_form->target(todaysFolder() + QStringLiteral("/dcim/c.jpg"))));
+}
+
+void TestImportCopying::aCardPulledDuringAFile()
+{
+    m_form->insertCard(Slot::SD, kThreePhotos, 60000);
+    std::unique_ptr<FileFaults> faults;
+    m_form->whenInFile(QStringLiteral("b.jpg"), [this, &faults] {
+        m_form->world.machine->removeCard(Slot::SD);
+        noteCards();
+        m_form->tellCardChange();
+        faults = std::make_unique<FileFaults>(m_form->card(Slot::SD));
+        faults->failFrom(FileFaults::Read | FileFaults::Open, 1, EIO);
+    });
+    const QString report = reportText(2);
+    faults.reset();
+    QCOMPARE(m_form->driver.captions(), (QStringList{kResult, kFolder, kDone, kDetails, kDone}));
+    // The damaged one counts; the one that could not be opened doesn't.
+    QCOMPARE(m_form->driver.texts().at(2), lumi::partlyCopiedText(todaysFolder(), 2));
+    QVERIFY(report.startsWith(QStringLiteral("b.jpg\n  CopyError : File Mismatch\n")));
+    QVERIFY(report.endsWith(QStringLiteral("c.jpg\n  CopyError : Access Error\n")));
+    QCOMPARE(treeOf(m_form->target(todaysFolder())).keys(),
+             (QStringList{QStringLiteral("dcim"), QStringLiteral("dcim/a.jpg")}));
+    QCoreApplication::processEvents();
+    QVERIFY(!m_form->sd->isEnabled());
+}
+
+void TestImportCopying::aCardPulledBetweenFiles()
+{
+    m_form->insertCard(Slot::SD, kThreePhotos, 10);
+    Tree expected = importableTree(m_form->card(Slot::SD));
+    expected.remove(QStringLiteral("dcim/b.jpg"));
+    expected.remove(QStringLiteral("dcim/c.jpg"));
+    const QString first = m_form->target(todaysFolder() + QStringLiteral("/dcim/a.jpg"));
+    m_form->when(
+        [first] {
+            return QFileInfo(first).size() == 10;
+        },
+        [this] {
+            QDir(m_form->card(Slot::SD) + QStringLiteral("/dcim")).removeRecursively();
+            m_form->world.machine->removeCard(Slot::SD);
+            noteCards();
+        });
+    const QString report = reportText(1);
+    QCOMPARE(m_form->driver.captions(), (QStringList{kResult, kFolder, kDone, kDetails, kDone}));
+    QCOMPARE(m_form->driver.texts().at(2), lumi::partlyCopiedText(todaysFolder(), 1));
+    QCOMPARE(report, QStringLiteral("b.jpg\n  CopyError : Access Error\n"));
+    QCOMPARE(treeOf(m_form->target(todaysFolder())), expected);
+}
+
+void TestImportCopying::aPartThatCantBeRemovedIsReported()
+{
+    m_form->insertCard(Slot::SD, kThreePhotos, 60000);
+    std::unique_ptr<FileFaults> faults;
+    m_form->whenInFile(QStringLiteral("b.jpg"), [this, &faults] {
+        faults = std::make_unique<FileFaults>(m_form->world.store);
+        faults->failFrom(FileFaults::Remove, 1, EROFS);
+        QVERIFY(ImportFixture::pressNow(QStringLiteral("Cancel")));
+    });
+    const QString report = reportText(1);
+    QVERIFY(faults->hits() > 0);
+    faults.reset();
+    QCOMPARE(m_form->driver.texts().at(3), lumi::partlyCopiedText(todaysFolder(), 1));
+    QCOMPARE(report, QStringLiteral("b.jpg\n  CopyError : User cancellation\n"));
+    // It is there, and the report names it.
+    const Tree made = treeOf(m_form->target(todaysFolder()));
+    const Tree whole = importableTree(m_form->card(Slot::SD));
+    const QString part = QStringLiteral("dcim/b.jpg");
+    QVERIFY(made.value(part).size() < whole.value(part).size());
+    QVERIFY(whole.value(part).startsWith(made.value(part)));
+}
+
+void TestImportCopying::contentsAreNotCompared()
+{
+    m_form->insertCard(Slot::SD, {QStringLiteral("a.jpg")}, 60000);
+    const QString copy = m_form->target(todaysFolder() + QStringLiteral("/a.jpg"));
+    m_form->whenInFile(QStringLiteral("a.jpg"), [copy] {
+        QFile file(copy);
+        QVERIFY(file.open(QIODevice::ReadWrite) && file.putChar('x'));
+    });
+    press(Slot::SD);
+    QCOMPARE(m_form->driver.captions(), (QStringList{kResult, kFolder, kDone}));
+    QCOMPARE(m_form->driver.texts().constLast(), lumi::copiedText(todaysFolder(), 1));
+    Tree expected = importableTree(m_form->card(Slot::SD));
+    QByteArray &bytes = expected[QStringLiteral("a.jpg")];
+    QVERIFY(bytes.at(4) != 'x'); // behind the word "file"
+    bytes[4] = 'x';
+    QCOMPARE(treeOf(m_form->target(todaysFolder())), expected);
+}
+
+void TestImportCopying::theReportComesAgainUntilExit()
+{
+    m_form->insertCard(Slot::SD, kThreePhotos, 60000);
+    m_form->whenInFile(QStringLiteral("b.jpg"), [] {
+        QVERIFY(ImportFixture::pressNow(QStringLiteral("Cancel")));
+    });
+    const QList<QByteArray> waysToClose{"reject", "close", "button"};
+    for (const QByteArray &way : waysToClose) {
+        m_form->driver.press(kDone, kDetails);
+        m_form->driver.expect(kDetails, [this, way](QDialog *dialog) {
+            QVERIFY(dialog->isModal());
+            QCOMPARE(dialog->parentWidget(), m_form->form.get());
+            QCOMPARE(dialog->layout()->contentsMargins(), QMargins(4, 4, 4, 4));
+            QCOMPARE(dialog->layout()->spacing(), 4);
+            const auto *browser = dialog->findChild<QTextBrowser *>();
+            QVERIFY(browser->width() >= 380);
+            QVERIFY(browser->height() >= 240);
+            if (way == "reject") {
+                QTest::keyClick(dialog, Qt::Key_Escape);
+            } else if (way == "close") {
+                dialog->close();
+            } else {
+                QVERIFY(lumi::test::DialogDriver::pressButton(dialog, QStringLiteral("Close")));
+            }
+        });
+    }
+    m_form->driver.expect(kDone, [](QDialog *dialog) {
+        dialog->close(); // counts as Exit
+    });
+    press(Slot::SD);
+    QCOMPARE(m_form->driver.captions(),
+             (QStringList{kResult, kFolder, kStop, kDone, kDetails, kDone, kDetails, kDone,
+                          kDetails, kDone}));
+    QCOMPARE(m_form->driver.seen.constLast().buttons,
+             (QStringList{kDetails, QStringLiteral("Exit")}));
+}
+
+void TestImportCopying::theBarIsNeverFull()
+{
+    m_form->insertCard(Slot::SD, kThreePhotos, 60000);
+    QList<int> values;
+    int total = 0;
+    m_form->driver.expect(QStringLiteral("MyDialogProgressBar"), [&](QDialog *dialog) {
+        auto *bar = dialog->findChild<QProgressBar *>();
+        total = bar->maximum();
+        connect(bar, &QProgressBar::valueChanged, this, [&values](int value) {
+            values.append(value);
+        });
+    });
+    press(Slot::SD);
+    QCOMPARE(total, 5);
+    QCOMPARE(values, (QList<int>{0, 1, 2, 3, 4}));
+}
+
+LUMI_TEST(TestImportCopying)
+#include "TestImportCopying.moc"
