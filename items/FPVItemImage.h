@@ -18,6 +18,9 @@ namespace lumi {
 /// Why a decode failed; the first cause stays until the next attempt.
 enum class DecodeError : int { WrongDepth = 0, OutOfMemory = 2, Undecodable = 3, None = 4 };
 
+/// Photo lines from one decodeUpdate() to the next.
+inline constexpr int kSliceLines = 64;
+
 } // namespace lumi
 
 class FPVItemImage : public FPVItemObject

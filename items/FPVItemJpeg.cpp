@@ -28,11 +28,12 @@ namespace {
 
 /// The low byte says picture, the high one JPEG.
 constexpr int kJpegKind = 0x0101;
-constexpr int kSliceLines = 64;
 constexpr int kSlicePauseMs = 20;
+/// About what a slice takes.
+constexpr int kReadAheadMs = 10;
 constexpr int kDateTimeOriginal = 0x9003;
 
-static_assert(kSliceLines % lumi::kBlockLines == 0, "no block may straddle two slices");
+static_assert(lumi::kSliceLines % lumi::kBlockLines == 0, "no block may straddle two slices");
 
 } // namespace
 
@@ -170,7 +171,9 @@ bool FPVItemJpeg::prepareScreenDecode(const QSize *request)
         return false;
     }
     m_errorCode = DecodeError::None;
-    m_session = lumi::openPhoto(path(), request, &m_errorCode);
+    m_session = lumi::openPhoto(path(), request, &m_errorCode,
+                                m_incremental ? lumi::JpegSession::Reading::InPieces
+                                              : lumi::JpegSession::Reading::AtOnce);
     if (!m_session) {
         fail(DecodeError::Undecodable);
         return false;
@@ -183,12 +186,15 @@ bool FPVItemJpeg::makeRaster(int depth)
     m_raster.reset();
     m_scanLine.reset();
     m_rasterDepth = depth;
-    if (lumi::screenNeedKB(m_session->imageSize().width(), m_rasterSize, depth) > freeMemoryKB()) {
+    const qint64 needKB = m_session->promisedKB()
+        + lumi::screenNeedKB(m_session->imageSize().width(), m_rasterSize, depth);
+    if (needKB > freeMemoryKB()) {
         return false;
     }
     const auto pixels = static_cast<std::size_t>(m_rasterSize.width())
         * static_cast<std::size_t>(m_rasterSize.height());
     m_raster = lumi::newRaster(pixels * static_cast<std::size_t>(depth >> 3));
+    // The spare megabyte of the need holds these lines, too.
     m_scanLine.reset(new (std::nothrow) uchar[m_session->lineBytes() * lumi::kBlockLines]);
     if (!m_raster || !m_scanLine) {
         return false;
@@ -220,9 +226,23 @@ void FPVItemJpeg::decodeScreenImage()
     if (!m_session || !m_raster || !m_scanLine) {
         return;
     }
-    if (m_abortRequested || decodeSlice()) {
+    if (!m_abortRequested && !m_session->isReady()) {
+        readAhead();
+    } else if (m_abortRequested || decodeSlice()) {
         finishScreenDecode();
     }
+}
+
+/// Nobody sees a picture of several scans before its file is read, so nothing is told meanwhile
+/// and there are no pauses; but events are answered after each piece.
+void FPVItemJpeg::readAhead()
+{
+    if (m_session->readAhead(kReadAheadMs)) {
+        startSliceTimer(0);
+        return;
+    }
+    fail(m_session->outOfMemory() ? DecodeError::OutOfMemory : DecodeError::Undecodable);
+    Q_EMIT decodeUpdate();
 }
 
 /// True when the last line is in the raster, false when the next slice goes on, the decode
@@ -255,25 +275,25 @@ bool FPVItemJpeg::sliceGoesOn()
     if (!m_session) {
         return false;
     }
-    if (!m_incremental || m_session->nextLine() % kSliceLines != 0) {
+    if (!m_incremental || m_session->nextLine() % lumi::kSliceLines != 0) {
         return true;
     }
     const QPointer<FPVItemJpeg> self(this);
     Q_EMIT decodeUpdate();
     if (self) {
-        startSliceTimer();
+        startSliceTimer(kSlicePauseMs);
     }
     return false;
 }
 
-void FPVItemJpeg::startSliceTimer()
+void FPVItemJpeg::startSliceTimer(int pauseMs)
 {
     if (m_decodeTimer == nullptr) {
         m_decodeTimer = new QTimer(this);
         m_decodeTimer->setSingleShot(true);
         connect(m_decodeTimer, &QTimer::timeout, this, &FPVItemJpeg::decodeScreenImage);
     }
-    m_decodeTimer->start(kSlicePauseMs);
+    m_decodeTimer->start(pauseMs);
 }
 
 void FPVItemJpeg::finishScreenDecode()

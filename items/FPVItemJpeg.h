@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 // A JPEG photo. Thumbnails come from the cheapest source there is: the swap store, the
 // embedded thumbnail, a decode at reduced scale. For the screen the photo is decoded in slices
-// of 64 lines with 20 ms pauses, so that the event loop stays alive.
+// of 64 lines with 20 ms pauses, so that the event loop stays alive; a photo of several scans
+// is first read in pieces.
 // Idle items are small (a folder makes thousands): timer, decoder and raster exist only from
 // startDecode() on. Free memory is asked before anything large is allocated.
 // Owns: decoder, raster and line buffer of its screen decode.
@@ -57,7 +58,8 @@ private:
     [[nodiscard]] bool makeRaster(int depth);
     [[nodiscard]] bool decodeSlice();
     [[nodiscard]] bool sliceGoesOn();
-    void startSliceTimer();
+    void readAhead();
+    void startSliceTimer(int pauseMs);
     void finishScreenDecode();
     void fail(lumi::DecodeError error);
     void noteError(lumi::DecodeError error);

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "items/JpegSession.h"
 
+#include "items/photoScale.h"
+
+#include <QElapsedTimer>
 #include <QtGlobal>
 
 #include <algorithm>
@@ -19,7 +22,6 @@ constexpr int kMaxScans = 500;
 /// As many are allowed whatever the size; a picture of more pixels than a screen raster may
 /// have gets fewer than the rest.
 constexpr int kUsualScans = 20;
-constexpr qint64 kLargePixels = 8388608;
 
 /// Opening a pipe would wait for its writer, hence the flag; on a regular file it has no effect.
 FILE *openRegularFile(const char *path)
@@ -98,7 +100,7 @@ void JpegSession::limitMemory(int kilobytes)
     m_cinfo.mem->max_memory_to_use = std::max(1L, static_cast<long>(kilobytes) << 10);
 }
 
-bool JpegSession::start(int denominator)
+bool JpegSession::start(int denominator, Reading reading)
 {
     if (setjmp(m_errors.jump) != 0) {
         return false;
@@ -106,7 +108,48 @@ bool JpegSession::start(int denominator)
     m_cinfo.scale_num = 1;
     m_cinfo.scale_denom = static_cast<unsigned>(denominator);
     m_cinfo.dct_method = JDCT_IFAST;
-    return jpeg_start_decompress(&m_cinfo) != 0;
+    if (reading == Reading::InPieces) {
+        m_cinfo.buffered_image = jpeg_has_multiple_scans(&m_cinfo);
+    }
+    const bool isStarted = jpeg_start_decompress(&m_cinfo) != 0;
+    m_isReady = isStarted && m_cinfo.buffered_image == FALSE;
+    return isStarted;
+}
+
+bool JpegSession::readAhead(int milliseconds)
+{
+    QElapsedTimer clock;
+    clock.start();
+    bool isGood = true;
+    while (isGood && !m_isReady && !clock.hasExpired(milliseconds)) {
+        isGood = readOn();
+    }
+    return isGood;
+}
+
+/// One row of blocks of the present scan, or what stands between two scans. Only the last scan
+/// is turned into lines: those before it are coarser views of the same picture.
+bool JpegSession::readOn()
+{
+    if (setjmp(m_errors.jump) != 0) {
+        return false;
+    }
+    limitScans(reinterpret_cast<j_common_ptr>(&m_cinfo));
+    if (jpeg_consume_input(&m_cinfo) != JPEG_REACHED_EOI) {
+        return true;
+    }
+    m_isReady = jpeg_start_output(&m_cinfo, m_cinfo.input_scan_number) != 0;
+    return m_isReady;
+}
+
+qint64 JpegSession::promisedKB() const
+{
+    qint64 blocks = 0;
+    for (int i = 0; i < m_cinfo.num_components && !m_isReady; ++i) {
+        const jpeg_component_info &component = m_cinfo.comp_info[i];
+        blocks += qint64{component.width_in_blocks} * component.height_in_blocks;
+    }
+    return blocks * qint64{sizeof(JBLOCK)} >> 10;
 }
 
 bool JpegSession::readLines(uchar *lines, qsizetype stride, int count)
@@ -180,7 +223,8 @@ void JpegSession::limitScans(j_common_ptr cinfo)
     auto *decompressor = reinterpret_cast<j_decompress_ptr>(cinfo);
     const int scan = decompressor->input_scan_number;
     const auto pixels = qint64{decompressor->image_width} * decompressor->image_height;
-    if (scan > kMaxScans || (scan > kUsualScans && scan * pixels > kMaxScans * kLargePixels)) {
+    if (scan > kMaxScans
+        || (scan > kUsualScans && scan * pixels > kMaxScans * lumi::kScreenPixelLimit)) {
         leave(cinfo, "JPEG file with too many scans");
     }
 }

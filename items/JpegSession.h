@@ -27,10 +27,21 @@ public:
     JpegSession &operator=(const JpegSession &) = delete;
 
     [[nodiscard]] bool readHeader();
+    enum class Reading { AtOnce, InPieces };
+
     /// Bounds what libjpeg may take for a photo of several scans, which it holds whole.
     void limitMemory(int kilobytes);
-    /// Readies the first line at 1 / denominator (1, 2, 4 or 8).
-    [[nodiscard]] bool start(int denominator);
+    /// Readies the first line at 1 / denominator (1, 2, 4 or 8). All of a photo of several scans
+    /// has to be read for that: here or, in pieces, by readAhead().
+    [[nodiscard]] bool start(int denominator, Reading reading = Reading::AtOnce);
+
+    /// Whether readLines() may be called.
+    [[nodiscard]] bool isReady() const { return m_isReady; }
+
+    /// Reads on for this long, or until the first line is ready.
+    [[nodiscard]] bool readAhead(int milliseconds);
+    /// Memory, in KB, that libjpeg has been promised but will use only while it reads ahead.
+    [[nodiscard]] qint64 promisedKB() const;
     /// The next count lines, the first to lines, each further one stride bytes on. count must
     /// not go past the last line.
     [[nodiscard]] bool readLines(uchar *lines, qsizetype stride, int count);
@@ -66,6 +77,7 @@ private:
 
     JpegSession() = default;
     [[nodiscard]] bool create();
+    [[nodiscard]] bool readOn();
     [[noreturn]] static void errorExit(j_common_ptr cinfo);
     [[noreturn]] static void leave(j_common_ptr cinfo, const char *message);
     static void outputMessage(j_common_ptr cinfo);
@@ -76,6 +88,7 @@ private:
     jpeg_decompress_struct m_cinfo{};
     ErrorManager m_errors{};
     jpeg_progress_mgr m_progress{};
+    bool m_isReady = false;
 };
 
 } // namespace lumi

@@ -51,9 +51,9 @@ SessionPtr openHeader(const QString &path, DecodeError *error)
     return limitMemory(*session) ? std::move(session) : refuseForMemory(error);
 }
 
-bool start(JpegSession &session, int denominator, DecodeError *error)
+bool start(JpegSession &session, int denominator, JpegSession::Reading reading, DecodeError *error)
 {
-    if (!session.start(denominator)) {
+    if (!session.start(denominator, reading)) {
         *error = session.outOfMemory() ? DecodeError::OutOfMemory : DecodeError::None;
         return false;
     }
@@ -67,7 +67,8 @@ bool start(JpegSession &session, int denominator, DecodeError *error)
 
 } // namespace
 
-SessionPtr lumi::openPhoto(const QString &path, const QSize *wanted, DecodeError *error)
+SessionPtr lumi::openPhoto(const QString &path, const QSize *wanted, DecodeError *error,
+                           JpegSession::Reading reading)
 {
     SessionPtr session = openHeader(path, error);
     if (!session) {
@@ -79,13 +80,14 @@ SessionPtr lumi::openPhoto(const QString &path, const QSize *wanted, DecodeError
     if (denominator == 0) {
         return refuseForMemory(error);
     }
-    return start(*session, denominator, error) ? std::move(session) : nullptr;
+    return start(*session, denominator, reading, error) ? std::move(session) : nullptr;
 }
 
 QSize lumi::readPhotoSize(const QString &path, DecodeError *error)
 {
     const SessionPtr session = openHeader(path, error);
-    if (!session || (!session->hasSeveralScans() && !start(*session, 1, error))) {
+    constexpr auto kAtOnce = JpegSession::Reading::AtOnce;
+    if (!session || (!session->hasSeveralScans() && !start(*session, 1, kAtOnce, error))) {
         return {-1, -1};
     }
     return session->imageSize();

@@ -17,8 +17,9 @@ namespace lumi {
 /// wanted is null, at the first one with fewer pixels than a screen raster may have.
 /// Null on failure. *error is then OutOfMemory or Undecodable where the cause is known and
 /// None where the file is missing or no JPEG file; it is None on success.
-[[nodiscard]] std::unique_ptr<JpegSession> openPhoto(const QString &path, const QSize *wanted,
-                                                     DecodeError *error);
+[[nodiscard]] std::unique_ptr<JpegSession>
+openPhoto(const QString &path, const QSize *wanted, DecodeError *error,
+          JpegSession::Reading reading = JpegSession::Reading::AtOnce);
 
 /// The photo's size; (-1, -1), with the same errors, if the header cannot be read or decoding
 /// cannot begin. A photo of several scans is judged by its header, since its decoding begins

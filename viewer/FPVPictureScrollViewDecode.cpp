@@ -12,8 +12,6 @@
 
 namespace {
 
-/// Photo lines from one news of the decoder to the next.
-constexpr int kSliceLines = 64;
 /// From the last line to the viewing look: soon where the picture was there at once.
 constexpr int kDecodedMs = 50;
 constexpr int kDecodedAtOnceMs = 5;
@@ -133,7 +131,7 @@ void FPVPictureScrollView::updateProgress()
         failAndClose();
         return;
     }
-    m_progress += kSliceLines;
+    m_progress += lumi::kSliceLines;
     m_progressBar->setValue(qMin(m_progress, m_progressTotal));
     m_progressBar->repaint();
 }

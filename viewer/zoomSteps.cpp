@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "viewer/zoomSteps.h"
 
+#include "items/photoScale.h"
+
 #include <algorithm>
 #include <iterator>
 #include <limits>
@@ -10,8 +12,6 @@ namespace {
 constexpr int kSteps[] = {
     lumi::kLeastZoom, 30, 50, lumi::kFullSize, 150, 200, 300, 400, 600, 800, lumi::kGreatestZoom,
 };
-/// From this many pixels on the decoder gives half a photo at most.
-constexpr qint64 kHalvedPixels = 0x800000;
 constexpr int kWhole = 100;
 
 } // namespace
@@ -40,7 +40,7 @@ std::optional<int> lumi::fitPercent(QSize viewport, QSize photo)
 
 QSize lumi::zoomBase(QSize photo)
 {
-    const bool isHalved = qint64(photo.width()) * photo.height() >= kHalvedPixels;
+    const bool isHalved = qint64(photo.width()) * photo.height() >= kScreenPixelLimit;
     return isHalved ? QSize(photo.width() / 2, photo.height() / 2) : photo;
 }
 

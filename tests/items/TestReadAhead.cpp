@@ -1,0 +1,348 @@
+// SPDX-License-Identifier: MIT
+#include "items/FPVItemJpeg.h"
+#include "items/jpegSource.h"
+#include "tests/items/JpegMaker.h"
+#include "tests/items/LibraryFaults.h"
+#include "tests/support/FakeMachine.h"
+#include "tests/support/TestMain.h"
+#include "tests/swap/SwapFixture.h"
+
+#include <QElapsedTimer>
+#include <QFile>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+
+#include <memory>
+
+using lumi::DecodeError;
+using lumi::test::Decoded;
+using lumi::test::JpegKind;
+using lumi::test::MessageLog;
+using lumi::test::rasterFault;
+
+/// Photos of several scans, which are read in pieces before their first line, and photos that
+/// end too early, both in slices.
+class TestReadAhead : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void pixels_data();
+    void pixels();
+    void signalsComeAsEver();
+    void theEventLoopLivesMeanwhile();
+    void memoryIsAskedForBeforehand();
+    void tooManyScans();
+    void aBrokenScan();
+    void whatEndsTheReading_data();
+    void whatEndsTheReading();
+    void anotherStartMeanwhile();
+    void cutAfterEachKilobyte_data();
+    void cutAfterEachKilobyte();
+
+private:
+    [[nodiscard]] QString file(const QByteArray &bytes) const;
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+    lumi::test::FakeMachine *m_machine = nullptr;
+};
+
+Q_DECLARE_METATYPE(lumi::test::JpegKind)
+
+namespace {
+
+constexpr int kKeptBackKB = 2048; // never counted as free
+constexpr int kMost = 20000;      // slices and pieces of any photo here
+
+/// Takes some thirty pieces.
+const QByteArray &largePhoto()
+{
+    static const QByteArray kBytes
+        = lumi::test::makeJpeg({.size = QSize(3000, 2000), .progressive = true});
+    return kBytes;
+}
+
+/// All slices and pieces without the pauses between them.
+void decodeOn(FPVItemJpeg *item)
+{
+    for (int i = 0; i < kMost && lumi::test::liveDecompressors() > 0; ++i) {
+        item->decodeScreenImage();
+    }
+}
+
+} // namespace
+
+void TestReadAhead::init()
+{
+    m_folder = std::make_unique<QTemporaryDir>();
+    m_machine = lumi::test::FakeMachine::install();
+}
+
+void TestReadAhead::cleanup()
+{
+    QCOMPARE(lumi::test::liveDecompressors(), 0);
+    Machine::install(nullptr);
+}
+
+QString TestReadAhead::file(const QByteArray &bytes) const
+{
+    const QString path = m_folder->filePath(QStringLiteral("a.jpg"));
+    QFile::remove(path); // much faster than overwriting it
+    lumi::test::writeFile(path, bytes);
+    return path;
+}
+
+void TestReadAhead::pixels_data()
+{
+    QTest::addColumn<JpegKind>("kind");
+    QTest::newRow("progressive") << JpegKind{.progressive = true};
+    QTest::newRow("progressive gray") << JpegKind{.components = 1, .progressive = true};
+    QTest::newRow("progressive of four samples") << JpegKind{.components = 4, .progressive = true};
+    QTest::newRow("arithmetic-coded progressive")
+        << JpegKind{.progressive = true, .arithmetic = true};
+    QTest::newRow("with restart markers") << JpegKind{.progressive = true, .restartInterval = 1};
+    QTest::newRow("a scan for each component") << JpegKind{.separateScans = true};
+    QTest::newRow("scans that leave out the finest bits") << JpegKind{.progressiveScans = 150};
+    QTest::newRow("only the coarsest scans") << JpegKind{.progressiveScans = 4};
+}
+
+/// To the last bit what libjpeg makes of the file in one piece.
+void TestReadAhead::pixels()
+{
+    QFETCH(JpegKind, kind);
+    for (const QSize size : {QSize(83, 61), QSize(301, 200), QSize(1, 1)}) {
+        kind.size = size;
+        const QByteArray bytes = lumi::test::makeJpeg(kind);
+        for (const int denominator : {1, 2, 4, 8}) {
+            for (const int depth : {16, 32}) {
+                FPVItemJpeg item(file(bytes), QString(), false);
+                QSize request(qMax(1, size.width() / denominator),
+                              qMax(1, size.height() / denominator));
+                QSize decodedSize;
+                QVERIFY(item.startDecode(depth, &decodedSize, &request));
+                decodeOn(&item);
+                const int chosen = size.width() < denominator ? 1 : denominator;
+                const Decoded decoded = lumi::test::referenceDecode(bytes, chosen);
+                QCOMPARE(decodedSize, decoded.size);
+                QCOMPARE(rasterFault(item.rasterBits(), decoded, depth, decodedSize.height()),
+                         QString());
+            }
+        }
+    }
+}
+
+/// One update at the start and one at each slice, none for what is only read.
+void TestReadAhead::signalsComeAsEver()
+{
+    const JpegKind kind{.size = QSize(1000, 600), .progressive = true};
+    const QByteArray bytes = lumi::test::makeJpeg(kind);
+    const Decoded decoded = lumi::test::referenceDecode(bytes);
+    FPVItemJpeg item(file(bytes), QString(), false);
+    QStringList faults;
+    QStringList names;
+    connect(&item, &FPVItemImage::decodeUpdate, this, [&] {
+        faults.append(rasterFault(item.rasterBits(), decoded, 32, 64 * int(names.size())));
+        names.append(QStringLiteral("update"));
+    });
+    connect(&item, &FPVItemImage::decodeComplete, this, [&] {
+        faults.append(rasterFault(item.rasterBits(), decoded, 32, 600));
+        names.append(QStringLiteral("complete"));
+    });
+    QVERIFY(item.startDecode(32, nullptr, nullptr));
+    QCOMPARE(names.size(), 1);
+    QVERIFY(QTest::qWaitFor([&names] {
+        return names.contains(QStringLiteral("complete"));
+    }));
+    QCOMPARE(names.size(), 11);
+    QCOMPARE(names.last(), QStringLiteral("complete"));
+    QCOMPARE(faults.join(QString()), QString());
+}
+
+void TestReadAhead::theEventLoopLivesMeanwhile()
+{
+    FPVItemJpeg item(file(largePhoto()), QString(), false);
+    QElapsedTimer clock;
+    qint64 lastTurn = 0;
+    qint64 longest = 0;
+    QTimer turns;
+    connect(&turns, &QTimer::timeout, this, [&] {
+        longest = std::max(longest, clock.elapsed() - lastTurn);
+        lastTurn = clock.elapsed();
+    });
+    const QSignalSpy updates(&item, &FPVItemImage::decodeUpdate);
+    turns.start(0);
+    clock.start();
+    QSize request(640, 480);
+    QVERIFY(item.startDecode(32, nullptr, &request));
+    QVERIFY(QTest::qWaitFor([&updates] {
+        return updates.count() > 1;
+    }));
+    const qint64 whole = clock.elapsed();
+    QVERIFY2(longest * 3 < whole,
+             qPrintable(QString::asprintf("%d of %d", int(longest), int(whole))));
+}
+
+/// What is read later counts as taken already when the raster asks for its memory.
+void TestReadAhead::memoryIsAskedForBeforehand()
+{
+    constexpr int kCoefficientsKB = 250 * 125 * 4 * 128 / 1024;
+    constexpr int kNeedKB = kCoefficientsKB + ((2000 * 1000 * 4 + 2000 * 4 + 1048576) >> 10);
+    const QString path = file(lumi::test::makeJpeg(
+        {.size = QSize(2000, 1000), .components = 4, .progressive = true, .plain = true}));
+    FPVItemJpeg item(path, QString(), false);
+    m_machine->setMemoryKB(kNeedKB + kKeptBackKB - 1);
+    {
+        const MessageLog log;
+        QVERIFY(!item.startDecode(32, nullptr, nullptr));
+        QCOMPARE(item.errorCode(), DecodeError::OutOfMemory);
+        QCOMPARE(log.warnings, QStringList(QStringLiteral("FPVItemJpeg Error (2)")));
+        QVERIFY(item.rasterBits() == nullptr);
+    }
+    m_machine->setMemoryKB(kNeedKB + kKeptBackKB);
+    QVERIFY(item.startDecode(32, nullptr, nullptr));
+    decodeOn(&item);
+    QCOMPARE(item.errorCode(), DecodeError::None);
+}
+
+/// The decode begins, since only reading tells; then it fails like any other that has begun.
+void TestReadAhead::tooManyScans()
+{
+    for (const int scans : {500, 501}) {
+        FPVItemJpeg item(
+            file(lumi::test::makeJpeg({.size = QSize(32, 24), .progressiveScans = scans})),
+            QString(), false);
+        const QSignalSpy updates(&item, &FPVItemImage::decodeUpdate);
+        const QSignalSpy completes(&item, &FPVItemImage::decodeComplete);
+        const MessageLog log;
+        QVERIFY(item.startDecode(32, nullptr, nullptr));
+        QVERIFY(QTest::qWaitFor([] {
+            return lumi::test::liveDecompressors() == 0;
+        }));
+        const bool fails = scans > 500;
+        QCOMPARE(item.errorCode(), fails ? DecodeError::Undecodable : DecodeError::None);
+        QCOMPARE(updates.count(), fails ? 2 : 1);
+        QCOMPARE(completes.count(), fails ? 0 : 1);
+        QCOMPARE(item.rasterBits() == nullptr, fails);
+        QCOMPARE(log.warnings.contains(QStringLiteral("JPEG file with too many scans")), fails);
+    }
+}
+
+void TestReadAhead::aBrokenScan()
+{
+    QByteArray bytes = lumi::test::makeJpeg({.size = QSize(64, 64), .progressive = true});
+    // The last scan is of a component that doesn't exist.
+    bytes[bytes.lastIndexOf("\xff\xda") + 5] = 77;
+    FPVItemJpeg item(file(bytes), QString(), false);
+    const QSignalSpy updates(&item, &FPVItemImage::decodeUpdate);
+    const MessageLog log;
+    QVERIFY(item.startDecode(32, nullptr, nullptr));
+    QTRY_COMPARE(updates.count(), 2);
+    QCOMPARE(item.errorCode(), DecodeError::Undecodable);
+    QCOMPARE(log.warnings.last(), QStringLiteral("FPVItemJpeg Error (3)"));
+    QVERIFY(item.rasterBits() == nullptr);
+}
+
+void TestReadAhead::whatEndsTheReading_data()
+{
+    QTest::addColumn<QString>("how");
+    for (const char *how : {"abort", "release", "delete"}) {
+        QTest::newRow(how) << QString::fromLatin1(how);
+    }
+}
+
+void TestReadAhead::whatEndsTheReading()
+{
+    QFETCH(QString, how);
+    auto item = std::make_unique<FPVItemJpeg>(file(largePhoto()), QString(), false);
+    const QSignalSpy updates(item.get(), &FPVItemImage::decodeUpdate);
+    const QSignalSpy completes(item.get(), &FPVItemImage::decodeComplete);
+    QVERIFY(item->startDecode(32, nullptr, nullptr));
+    item->decodeScreenImage(); // a piece
+    QCOMPARE(lumi::test::liveDecompressors(), 1);
+    if (how == QLatin1String("abort")) {
+        item->abortDecode();
+    } else if (how == QLatin1String("release")) {
+        item->releaseDecode();
+    } else {
+        item.reset();
+    }
+    QTest::qWait(60);
+    QCOMPARE(lumi::test::liveDecompressors(), 0);
+    QCOMPARE(updates.count(), 1);
+    QCOMPARE(completes.count(), 0);
+}
+
+void TestReadAhead::anotherStartMeanwhile()
+{
+    FPVItemJpeg item(file(largePhoto()), QString(), false);
+    QVERIFY(item.startDecode(32, nullptr, nullptr));
+    item.decodeScreenImage();
+    const QByteArray small = lumi::test::makeJpeg({.size = QSize(50, 100), .progressive = true});
+    QVERIFY(!file(small).isEmpty());
+    const QSignalSpy completes(&item, &FPVItemImage::decodeComplete);
+    QVERIFY(item.startDecode(32, nullptr, nullptr));
+    QTRY_COMPARE(completes.count(), 1);
+    QCOMPARE(rasterFault(item.rasterBits(), lumi::test::referenceDecode(small), 32, 100),
+             QString());
+    // In one piece there is nothing to wait for.
+    item.setIncremental(false);
+    QVERIFY(item.startDecode(32, nullptr, nullptr));
+    QCOMPARE(completes.count(), 2);
+}
+
+void TestReadAhead::cutAfterEachKilobyte_data()
+{
+    QTest::addColumn<JpegKind>("kind");
+    const QSize size(500, 400);
+    QTest::newRow("baseline") << JpegKind{.size = size};
+    QTest::newRow("progressive") << JpegKind{.size = size, .progressive = true};
+}
+
+/// A photo that ends too early is a picture as soon as its header is there: what libjpeg makes
+/// of the same bytes, which up to the cut is what it makes of the whole file.
+void TestReadAhead::cutAfterEachKilobyte()
+{
+    QFETCH(JpegKind, kind);
+    const QByteArray bytes = lumi::test::makeJpeg(kind);
+    const Decoded whole = lumi::test::referenceDecode(bytes);
+    QVERIFY(bytes.size() > 90000);
+    QVector<qsizetype> cuts;
+    for (qsizetype cut = 1024; cut < bytes.size(); cut += 1024) {
+        cuts.append(cut);
+    }
+    constexpr auto kWindow = static_cast<qsizetype>(kJpegWindowBytes);
+    for (qsizetype cut = kWindow; cut < bytes.size(); cut += kWindow) {
+        cuts << cut - 1 << cut << cut + 1;
+    }
+    const MessageLog log;
+    for (const qsizetype cut : std::as_const(cuts)) {
+        const QByteArray part = bytes.first(cut);
+        FPVItemJpeg item(file(part), QString(), false);
+        const QSignalSpy completes(&item, &FPVItemImage::decodeComplete);
+        QSize size;
+        const QByteArray name = QByteArray::number(cut);
+        QVERIFY2(item.startDecode(32, &size, nullptr), name.constData());
+        QCOMPARE(size, kind.size);
+        decodeOn(&item);
+        QVERIFY2(completes.count() == 1, name.constData());
+        QCOMPARE(item.errorCode(), DecodeError::None);
+        const Decoded reference = lumi::test::referenceDecode(part);
+        QCOMPARE(rasterFault(item.rasterBits(), reference, 32, size.height()), QString());
+        if (!kind.progressive) {
+            // A row of blocks is lost at the cut, and the one before it is blended with it.
+            const qsizetype sound = size.height() * (cut - 1024) / bytes.size() - 40;
+            for (int y = 0; y < sound; ++y) {
+                QVERIFY2(std::equal(whole.at(0, y), whole.at(0, y) + size.width() * 3,
+                                    reference.at(0, y)),
+                         name.constData());
+            }
+        }
+    }
+}
+
+LUMI_TEST(TestReadAhead)
+#include "TestReadAhead.moc"
