@@ -22,7 +22,6 @@
 namespace {
 
 constexpr int kRowSpacing = 5;
-constexpr int kRowMargin = 2;
 /// A target for a finger.
 constexpr int kButtonSide = 40;
 constexpr int kIconSide = 32;
@@ -111,15 +110,16 @@ void FPVPictureScrollView::buildWidgets()
 QLayout *FPVPictureScrollView::buildButtonRow()
 {
     auto *row = new QHBoxLayout;
-    row->setContentsMargins(kRowMargin, kRowMargin, kRowMargin, kRowMargin);
+    row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(kRowSpacing);
     for (QWidget *widget :
          {static_cast<QWidget *>(m_zoomInButton), static_cast<QWidget *>(m_zoomOutButton),
           static_cast<QWidget *>(m_fitButton)}) {
         row->addWidget(widget);
     }
-    // One of these two is on show and takes the room there is.
-    row->addWidget(m_percentLabel, 1);
+    row->addWidget(m_percentLabel);
+    // The bar, while it is on show, takes all the room.
+    row->addStretch();
     row->addWidget(m_progressBar, 1);
     row->addWidget(m_sizeLabel);
     row->addWidget(m_progressSpacer);

@@ -97,7 +97,7 @@ private:
     QLabel *m_percentLabel = nullptr;
     QProgressBar *m_progressBar = nullptr;
     QWidget *m_progressSpacer = nullptr;
-    QTimer m_regionTimer;
+    QTimer m_regionTimer{this};
     QCopChannel *m_systemChannel = nullptr;
     QSize m_rasterSize{-1, -1};
     int m_depth = 0;

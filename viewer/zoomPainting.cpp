@@ -2,6 +2,7 @@
 #include "viewer/zoomPainting.h"
 
 #include "viewer/zoomPlacement.h"
+#include "viewer/zoomSteps.h"
 
 #include <algorithm>
 #include <array>
@@ -14,9 +15,6 @@ namespace {
 using lumi::ZoomPlacement;
 using lumi::ZoomSource;
 using lumi::ZoomTarget;
-
-/// Every pixel once, so that those of a row lie side by side.
-constexpr int kFullSize = 100;
 
 struct Placement
 {
@@ -121,7 +119,8 @@ template <typename Pixel> void Painter<Pixel>::takeRow(int row, Pixel *line) con
         + std::ptrdiff_t(row) * m_source.size.height();
     Pixel *picture = std::copy_n(m_gray.get(), m_room - down.margin - down.shown, line);
     std::copy_n(m_gray.get(), down.margin, picture + down.shown);
-    if (m_source.percent == kFullSize) {
+    if (m_source.percent == lumi::kFullSize) {
+        // Those of a row lie side by side.
         std::copy_n(pixels + m_places[0], down.shown, picture);
     } else {
         gather(pixels, m_places.get(), down.shown, picture);

@@ -13,8 +13,12 @@
 
 #include <QLabel>
 #include <QPainter>
+#include <QSignalSpy>
 #include <QTest>
 
+using lumi::test::Decoded;
+using lumi::test::isNear;
+using lumi::test::Silence;
 using lumi::test::ViewerFixture;
 
 namespace {
@@ -23,7 +27,8 @@ const QString kMemoryBox = QStringLiteral("Error: Memory full.\nProcessing cance
 const QString kOpenBox = QStringLiteral("Error: You did not open this file (OK)");
 
 constexpr QSize kPhoto(1600, 1200);
-constexpr int kMark = 160;
+constexpr int kMark = 48; // whole blocks, also of a decode at half size
+constexpr QRgb kGround = 0xFF3C3C3CU;
 constexpr QRgb kTopLeft = 0xFFE01010U;
 constexpr QRgb kTopRight = 0xFF10C010U;
 constexpr QRgb kBottomLeft = 0xFF1010E0U;
@@ -33,7 +38,7 @@ constexpr QRgb kBottomRight = 0xFFE0E010U;
 QImage markedPhoto()
 {
     QImage image(kPhoto, QImage::Format_RGB32);
-    image.fill(QColor(60, 60, 60));
+    image.fill(QColor::fromRgb(kGround));
     QPainter painter(&image);
     const int right = kPhoto.width() - kMark;
     const int bottom = kPhoto.height() - kMark;
@@ -44,29 +49,11 @@ QImage markedPhoto()
     return image;
 }
 
-/// As near as a JPEG of full quality and 16-bit pixels come.
-bool isNear(QRgb one, QRgb other)
-{
-    constexpr int kNear = 16;
-    return qAbs(qRed(one) - qRed(other)) < kNear && qAbs(qGreen(one) - qGreen(other)) < kNear
-        && qAbs(qBlue(one) - qBlue(other)) < kNear;
-}
-
-/// Swallows what a broken file makes libjpeg say.
-struct Silence
-{
-    Silence()
-        : previous(
-            qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {}))
-    { }
-
-    ~Silence() { qInstallMessageHandler(previous); }
-
-    Silence(const Silence &) = delete;
-    Silence &operator=(const Silence &) = delete;
-
-    QtMessageHandler previous;
-};
+/// Of a photo of one colour, as makeJpeg() makes them.
+constexpr QRgb kPlainColour = 0xFF5D5D5DU;
+constexpr QRgb kMarginColour = 0xFF808080U;
+/// The pauses of a higher photo would take half a minute.
+constexpr int kPatientLines = 2000;
 
 } // namespace
 
@@ -93,24 +80,31 @@ private Q_SLOTS:
     void anErrorInAnyLine_data();
     void anErrorInAnyLine();
     void leavingDuringADecode();
+    void aNewPictureBeginsAtItsStart();
 
 private:
     FPVItemJpeg *addFile(const QByteArray &bytes);
     /// Opens the photo, waits for its picture and for that of full size, and closes. What
-    /// boxes said is in m_it->boxes.
+    /// boxes said is in m_it->boxes, the sizes of the rasters seen in m_sizes.
     [[nodiscard]] bool seeIt(FPVItemImage *item, bool alsoFull);
+    /// The first pixel on the screen that isn't the photo's as text, with the photo decoded at
+    /// full size and shown from its top left; empty if all are right.
+    [[nodiscard]] QString screenFault(const Decoded &decoded) const;
     void zoomTo(int percent);
     /// The pixels in the corners of the picture's place, from left to right, top first.
     [[nodiscard]] QList<QRgb> corners() const;
     void press(int key, int times);
 
     std::unique_ptr<ViewerFixture> m_it;
+    QList<QSize> m_sizes;
+    std::function<void()> m_whileSeen = [] {}; ///< before it closes
     int m_count = 0;
 };
 
 void TestViewedPhotos::init()
 {
     m_it = std::make_unique<ViewerFixture>();
+    m_whileSeen = [] {};
 }
 
 void TestViewedPhotos::cleanup()
@@ -185,7 +179,7 @@ void TestViewedPhotos::cornersAtFit()
         QVERIFY(isNear(shot.pixel(near.bottomLeft()), kBottomLeft));
         QVERIFY(isNear(shot.pixel(near.bottomRight()), kBottomRight));
     }
-    QVERIFY(isNear(shot.pixel(place.center()), 0xFF3C3C3CU));
+    QVERIFY(isNear(shot.pixel(place.center()), kGround));
     m_it->close();
 }
 
@@ -221,10 +215,10 @@ void TestViewedPhotos::cornersWhenLarger()
     // The mark ends where it should.
     const QImage shot = m_it->shot();
     const int end = kMark * percent / 100;
-    if (end + 16 < shot.height()) {
-        QVERIFY(isNear(shot.pixel(end - 8, shot.height() - end + 8), kBottomLeft));
-        QVERIFY(!isNear(shot.pixel(end + 8, shot.height() - end - 8), kBottomLeft));
-    }
+    QVERIFY(end + 16 < shot.height());
+    QVERIFY(isNear(shot.pixel(end - 8, shot.height() - end + 8), kBottomLeft));
+    QVERIFY(isNear(shot.pixel(end + 8, shot.height() - end + 8), kGround));
+    QVERIFY(isNear(shot.pixel(end - 8, shot.height() - end - 8), kGround));
     press(Qt::Key_Up, kEnough);
     QVERIFY(isNear(corners().at(0), kTopLeft));
     m_it->close();
@@ -252,19 +246,23 @@ void TestViewedPhotos::marginsAreGray()
 
 bool TestViewedPhotos::seeIt(FPVItemImage *item, bool alsoFull)
 {
+    m_sizes.clear();
     m_it->open(item);
     bool isDone = false;
     int toSee = alsoFull ? 2 : 1;
     QTimer steps;
-    connect(&steps, &QTimer::timeout, m_it->viewer.get(), [this, &isDone, &toSee] {
+    connect(&steps, &QTimer::timeout, m_it->viewer.get(), [this, item, &isDone, &toSee] {
         if (m_it->isDecoding()) {
             return;
         }
+        QSize size;
+        m_sizes.append(item->decodedRaster(m_it->world.machine->depth, &size) ? size : QSize());
         if (--toSee > 0) {
             m_it->viewer->zoomIn();
             return;
         }
         isDone = true;
+        m_whileSeen();
         m_it->viewer->hide();
     });
     steps.start(5);
@@ -273,32 +271,78 @@ bool TestViewedPhotos::seeIt(FPVItemImage *item, bool alsoFull)
     return closed && (isDone || !m_it->boxes.texts.isEmpty());
 }
 
+QString TestViewedPhotos::screenFault(const Decoded &decoded) const
+{
+    const int percent = m_it->percent()->text().chopped(1).toInt();
+    const QImage shot = m_it->shot();
+    const auto across = lumi::zoomPlacement(decoded.size.width(), percent, 0, shot.width());
+    const auto down = lumi::zoomPlacement(decoded.size.height(), percent, 0, shot.height());
+    const QRect place(across.margin, down.margin, across.shown, down.shown);
+    for (int y = 0; y < shot.height(); ++y) {
+        for (int x = 0; x < shot.width(); ++x) {
+            const int column = lumi::zoomedPixel(0, x - place.x(), percent);
+            const int line = lumi::zoomedPixel(0, y - place.y(), percent);
+            const QRgb wanted = place.contains(x, y)
+                ? lumi::test::expectedPixel(decoded, column, line, 32)
+                : kMarginColour;
+            if (shot.pixel(x, y) != wanted) {
+                return QString::asprintf("column %d line %d: %08x instead of %08x", x, y,
+                                         shot.pixel(x, y), wanted);
+            }
+        }
+    }
+    return {};
+}
+
 void TestViewedPhotos::extremeSizes_data()
 {
     QTest::addColumn<QSize>("size");
     QTest::addColumn<int>("kilobytes");
-    QTest::addColumn<QString>("box");
-    const QString none;
-    QTest::newRow("a line") << QSize(20000, 1) << 100000 << none;
-    QTest::newRow("a column") << QSize(1, 20000) << 100000 << none;
-    QTest::newRow("one pixel") << QSize(1, 1) << 100000 << none;
-    QTest::newRow("the most pixels that are decoded whole") << QSize(4095, 2048) << 100000 << none;
-    QTest::newRow("one column more") << QSize(4096, 2048) << 100000 << none;
-    QTest::newRow("a width that doesn't halve") << QSize(8003, 6000) << 100000 << none;
-    QTest::newRow("no memory for the full size") << QSize(4095, 2048) << 16000 << kMemoryBox;
-    QTest::newRow("no memory at all") << QSize(4095, 2048) << 2100 << kMemoryBox;
+    QTest::addColumn<QSize>("full"); // of the raster, empty where there is a box instead
+    constexpr int kPlenty = 100000;
+    QTest::newRow("a line") << QSize(20000, 1) << kPlenty << QSize(20000, 1);
+    QTest::newRow("a column") << QSize(1, 20000) << kPlenty << QSize(1, 20000);
+    QTest::newRow("one pixel") << QSize(1, 1) << kPlenty << QSize(1, 1);
+    QTest::newRow("the most pixels that are decoded whole")
+        << QSize(4095, 2048) << kPlenty << QSize(4095, 2048);
+    QTest::newRow("one column more") << QSize(4096, 2048) << kPlenty << QSize(2048, 1024);
+    QTest::newRow("a width that doesn't halve")
+        << QSize(8003, 6000) << kPlenty << QSize(2001, 1500);
+    QTest::newRow("108 megapixels") << QSize(12000, 9000) << kPlenty << QSize(3000, 2250);
+    QTest::newRow("no memory for the full size") << QSize(4095, 2048) << 16000 << QSize();
+    QTest::newRow("no memory at all") << QSize(4095, 2048) << 2100 << QSize();
 }
 
 void TestViewedPhotos::extremeSizes()
 {
     QFETCH(QSize, size);
     QFETCH(int, kilobytes);
-    QFETCH(QString, box);
+    QFETCH(QSize, full);
     const Silence silence;
     FPVItemJpeg *item = addFile(lumi::test::makeJpeg({.size = size, .plain = true}));
+    item->setIncremental(size.height() < kPatientLines || size.width() > kPatientLines);
     m_it->world.machine->setMemoryKB(kilobytes);
+    const QSignalSpy completes(item, &FPVItemImage::decodeComplete);
+    int onScreen = 0;
+    int margin = 0;
+    int pixels = 0;
+    m_whileSeen = [this, &onScreen, &margin, &pixels] {
+        pixels = m_it->room().width() * m_it->room().height();
+        onScreen = m_it->count(kPlainColour);
+        margin = m_it->count(kMarginColour);
+    };
     QVERIFY(seeIt(item, true));
-    QCOMPARE(m_it->boxes.texts, box.isEmpty() ? QStringList() : QStringList(box));
+    if (full.isEmpty()) {
+        QCOMPARE(m_it->boxes.texts, QStringList(kMemoryBox));
+        return;
+    }
+    QCOMPARE(m_it->boxes.texts, QStringList());
+    QCOMPARE(m_sizes.size(), 2);
+    QCOMPARE(m_sizes.last(), full);
+    // What is as large as it can be shown isn't decoded again.
+    QCOMPARE(completes.count(), size == QSize(1, 1) ? 1 : 2);
+    QVERIFY(onScreen > 0);
+    QCOMPARE(onScreen + margin, pixels);
 }
 
 void TestViewedPhotos::brokenFiles_data()
@@ -306,6 +350,15 @@ void TestViewedPhotos::brokenFiles_data()
     QTest::addColumn<QByteArray>("bytes");
     QTest::addColumn<bool>("opens");
     const QByteArray whole = lumi::test::makeJpeg({.size = QSize(800, 600)});
+    const QByteArray scans = lumi::test::makeJpeg({.size = QSize(800, 600), .progressive = true});
+    for (qsizetype cut = 8132; cut < whole.size(); cut += qsizetype{10} * 8132) {
+        QTest::addRow("cut after %lld bytes", cut) << whole.first(cut) << true;
+    }
+    for (qsizetype cut = 8132; cut < scans.size(); cut += qsizetype{10} * 8132) {
+        QTest::addRow("progressive, cut after %lld bytes", cut) << scans.first(cut) << true;
+    }
+    QTest::newRow("too many scans")
+        << lumi::test::makeJpeg({.size = QSize(80, 60), .progressiveScans = 501}) << false;
     QByteArray damaged = whole;
     for (qsizetype i = whole.size() / 2; i < whole.size() / 2 + 400; ++i) {
         damaged[i] = static_cast<char>(i * 37);
@@ -323,8 +376,17 @@ void TestViewedPhotos::brokenFiles()
     QFETCH(QByteArray, bytes);
     QFETCH(bool, opens);
     const Silence silence;
+    const Decoded decoded = opens ? lumi::test::referenceDecode(bytes) : Decoded();
+    QString fault = QStringLiteral("nothing was seen");
+    m_whileSeen = [this, &decoded, &fault] {
+        fault = screenFault(decoded);
+    };
     QVERIFY(seeIt(addFile(bytes), true));
     QCOMPARE(m_it->boxes.texts, opens ? QStringList() : QStringList(kOpenBox));
+    if (opens) {
+        QCOMPARE(fault, QString());
+        QCOMPARE(m_sizes.last(), QSize(800, 600));
+    }
 }
 
 void TestViewedPhotos::hostileFiles()
@@ -332,12 +394,10 @@ void TestViewedPhotos::hostileFiles()
     const Silence silence;
     // The decoder's own tests read them all; opening a window on each takes a while.
     constexpr std::size_t kStep = 5;
-    constexpr int kPatientLines = 2000;
     const std::vector<lumi::test::HostileFile> files = lumi::test::hostileFiles();
     for (std::size_t i = 0; i < files.size(); i += kStep) {
         const lumi::test::HostileFile &file = files[i];
         FPVItemJpeg *item = addFile(file.bytes);
-        // The pauses of a photo that claims to be very high would take half a minute.
         item->setIncremental(item->imageSize().height() < kPatientLines);
         m_it->boxes.texts.clear();
         QElapsedTimer clock;
@@ -407,6 +467,38 @@ void TestViewedPhotos::leavingDuringADecode()
     QVERIFY(item->rasterBits() == nullptr);
     QCOMPARE(lumi::test::liveDecompressors(), 0);
     QTest::qWait(60);
+}
+
+/// A picture that was moved doesn't move the next one.
+void TestViewedPhotos::aNewPictureBeginsAtItsStart()
+{
+    constexpr QSize kPanorama(20000, 100);
+    constexpr int kMarked = 400; // columns
+    constexpr int kSteps = 10;   // of 120 columns each
+    QImage image(kPanorama, QImage::Format_RGB32);
+    image.fill(QColor::fromRgb(kBottomRight));
+    QPainter painter(&image);
+    painter.fillRect(0, 0, kMarked, kPanorama.height(), QColor::fromRgb(kTopLeft));
+    painter.end();
+    for (const char *name : {"a.jpg", "b.jpg"}) {
+        const QString path = m_it->world.path(QLatin1String(name));
+        QVERIFY(image.save(path, "JPEG", 100));
+        m_it->items.append(new FPVItemJpeg(path, QString(), false));
+    }
+    const auto leftmost = [this] {
+        const QImage shot = m_it->shot();
+        return shot.pixel(0, shot.height() / 2);
+    };
+    m_it->open(qobject_cast<FPVItemImage *>(m_it->items.first()));
+    QVERIFY(m_it->waitForLook());
+    QCOMPARE(m_it->percent()->text(), QStringLiteral("10%"));
+    QVERIFY(isNear(leftmost(), kTopLeft));
+    press(Qt::Key_Right, kSteps);
+    QVERIFY(isNear(leftmost(), kBottomRight));
+    m_it->key(Qt::Key_End);
+    QVERIFY(m_it->waitForLook());
+    QCOMPARE(m_it->viewer->windowTitle(), QStringLiteral("b.jpg"));
+    QVERIFY(isNear(leftmost(), kTopLeft));
 }
 
 LUMI_TEST(TestViewedPhotos)

@@ -17,6 +17,23 @@ constexpr int kPatienceMs = 10000;
 
 } // namespace
 
+bool lumi::test::isNear(QRgb one, QRgb other)
+{
+    constexpr int kNear = 16;
+    return qAbs(qRed(one) - qRed(other)) < kNear && qAbs(qGreen(one) - qGreen(other)) < kNear
+        && qAbs(qBlue(one) - qBlue(other)) < kNear;
+}
+
+lumi::test::Silence::Silence()
+    : previous(
+        qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {}))
+{ }
+
+lumi::test::Silence::~Silence()
+{
+    qInstallMessageHandler(previous);
+}
+
 lumi::test::BoxReader::BoxReader()
 {
     QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] {
@@ -74,10 +91,13 @@ FPVPictureScrollView *lumi::test::ViewerFixture::open(FPVItemImage *item)
 bool lumi::test::ViewerFixture::run(int ms)
 {
     bool isLate = false;
-    QTimer::singleShot(ms, viewer.get(), [this, &isLate] {
+    QTimer late;
+    late.setSingleShot(true);
+    QObject::connect(&late, &QTimer::timeout, viewer.get(), [this, &isLate] {
         isLate = true;
         viewer->hide();
     });
+    late.start(ms);
     viewer->exec();
     return !isLate;
 }
@@ -132,6 +152,11 @@ QProgressBar *lumi::test::ViewerFixture::bar() const
     return viewer->findChild<QProgressBar *>();
 }
 
+const QTimer *lumi::test::ViewerFixture::timer() const
+{
+    return viewer->findChild<QTimer *>(QString(), Qt::FindDirectChildrenOnly);
+}
+
 PictureScrollView *lumi::test::ViewerFixture::scroll() const
 {
     return viewer->findChild<PictureScrollView *>();
@@ -156,6 +181,18 @@ QRgb lumi::test::ViewerFixture::middle() const
 {
     const QImage image = shot();
     return image.pixel(image.rect().center());
+}
+
+int lumi::test::ViewerFixture::count(QRgb colour) const
+{
+    const QImage image = shot();
+    int found = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            found += isNear(image.pixel(x, y), colour) ? 1 : 0;
+        }
+    }
+    return found;
 }
 
 void lumi::test::ViewerFixture::key(int key) const

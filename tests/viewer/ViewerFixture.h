@@ -23,6 +23,20 @@ class QToolButton;
 
 namespace lumi::test {
 
+/// As near as a JPEG of full quality and 16-bit pixels come.
+[[nodiscard]] bool isNear(QRgb one, QRgb other);
+
+/// Swallows what a broken file makes libjpeg say.
+struct Silence
+{
+    Silence();
+    ~Silence();
+    Silence(const Silence &) = delete;
+    Silence &operator=(const Silence &) = delete;
+
+    QtMessageHandler previous;
+};
+
 /// Closes the message boxes that open over a viewer, and notes what they say.
 class BoxReader
 {
@@ -59,11 +73,14 @@ public:
     [[nodiscard]] QLabel *percent() const;
     [[nodiscard]] QLabel *sizeLabel() const;
     [[nodiscard]] QProgressBar *bar() const;
+    [[nodiscard]] const QTimer *timer() const; ///< of the viewer's steps
     [[nodiscard]] PictureScrollView *scroll() const;
     [[nodiscard]] QSize room() const;      ///< of the picture
     [[nodiscard]] bool isDecoding() const; ///< by its look
     [[nodiscard]] QImage shot() const;     ///< of the picture's place on the screen
     [[nodiscard]] QRgb middle() const;     ///< of that
+    /// How many pixels of it have about this colour.
+    [[nodiscard]] int count(QRgb colour) const;
     void key(int key) const;
 
     BrowserWorld world;

@@ -1,0 +1,258 @@
+// SPDX-License-Identifier: MIT
+// The viewer at work: how soon keys and taps are answered while large photos decode, and what
+// hundreds of openings leave behind.
+#include "items/FPVItemJpeg.h"
+#include "tests/items/JpegMaker.h"
+#include "tests/items/LibraryFaults.h"
+#include "tests/support/TestMain.h"
+#include "tests/viewer/ViewerFixture.h"
+
+#include <QDir>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QTest>
+
+#include <array>
+#include <memory>
+
+#include <malloc.h>
+#include <unistd.h>
+
+using lumi::test::JpegKind;
+using lumi::test::ViewerFixture;
+
+namespace {
+
+qsizetype openFiles()
+{
+    return QDir(QStringLiteral("/proc/self/fd")).entryList(QDir::AllEntries | QDir::System).size();
+}
+
+/// How far this process has read the file; -1 if it isn't open.
+qint64 bytesRead(const QString &path)
+{
+    const QDir handles(QStringLiteral("/proc/self/fd"));
+    const QStringList names = handles.entryList(QDir::AllEntries | QDir::System);
+    for (const QString &name : names) {
+        if (QFile::symLinkTarget(handles.filePath(name)) != path) {
+            continue;
+        }
+        QFile info(QString(QStringLiteral("/proc/self/fdinfo/") + name));
+        // The first line is "pos:" and a number.
+        return info.open(QIODevice::ReadOnly) ? info.readLine().mid(4).trimmed().toLongLong() : -1;
+    }
+    return -1;
+}
+
+long residentKB()
+{
+    QFile pages(QStringLiteral("/proc/self/statm"));
+    const bool isOpen = pages.open(QIODevice::ReadOnly);
+    const QByteArrayList fields = isOpen ? pages.readAll().split(' ') : QByteArrayList();
+    return fields.size() > 1 ? fields[1].toLong() * (::sysconf(_SC_PAGESIZE) >> 10) : -1;
+}
+
+/// Under the address sanitizer freed memory is held back, and its figures say nothing.
+bool countsMemory()
+{
+    return ::mallinfo2().uordblks > 0;
+}
+
+/// A key and a press of the pen, as they come from outside, and when the viewer gets them.
+class Taps : public QObject
+{
+public:
+    explicit Taps(ViewerFixture *fixture)
+        : m_fixture(fixture)
+    {
+        for (QWidget *widget : targets()) {
+            widget->installEventFilter(this);
+        }
+    }
+
+    void post() const
+    {
+        QCoreApplication::postEvent(targets()[0],
+                                    new QKeyEvent(QEvent::KeyPress, Qt::Key_Right, Qt::NoModifier));
+        const QPointF place(100, 100);
+        QCoreApplication::postEvent(targets()[1],
+                                    new QMouseEvent(QEvent::MouseButtonPress, place, place,
+                                                    Qt::LeftButton, Qt::LeftButton,
+                                                    Qt::NoModifier));
+    }
+
+    bool eventFilter(QObject * /*watched*/, QEvent *event) override
+    {
+        keys += event->type() == QEvent::KeyPress ? 1 : 0;
+        presses += event->type() == QEvent::MouseButtonPress ? 1 : 0;
+        if (keys == 1 && presses == 1 && !isAnswered) {
+            isAnswered = true;
+            answered();
+        }
+        return false;
+    }
+
+    int keys = 0;
+    int presses = 0;
+    bool isAnswered = false;
+    std::function<void()> answered = [] {}; ///< both, for the first time
+
+private:
+    [[nodiscard]] std::array<QWidget *, 2> targets() const
+    {
+        return {m_fixture->scroll(), m_fixture->scroll()->viewport()};
+    }
+
+    ViewerFixture *m_fixture;
+};
+
+} // namespace
+
+class TestViewerLoad : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void tapsBetweenSlices();
+    void tapsWhileScansAreRead();
+    void closingWhileScansAreRead();
+    void fiveHundredViewings();
+
+private:
+    FPVItemJpeg *addPhoto(const JpegKind &kind);
+
+    std::unique_ptr<ViewerFixture> m_it;
+};
+
+void TestViewerLoad::init()
+{
+    m_it = std::make_unique<ViewerFixture>();
+}
+
+void TestViewerLoad::cleanup()
+{
+    m_it.reset();
+    QCOMPARE(lumi::test::liveDecompressors(), 0);
+}
+
+FPVItemJpeg *TestViewerLoad::addPhoto(const JpegKind &kind)
+{
+    const QString path = m_it->world.makeFile(QStringLiteral("a.jpg"), lumi::test::makeJpeg(kind));
+    auto *item = new FPVItemJpeg(path, QString(), false);
+    m_it->items.append(item);
+    return item;
+}
+
+/// In the decode for the screen and in that of full size.
+void TestViewerLoad::tapsBetweenSlices()
+{
+    constexpr int kBusy = 3; // slices before the taps
+    FPVItemJpeg *item = addPhoto({.size = QSize(4000, 3000)});
+    m_it->open(item);
+    for (int round = 0; round < 2; ++round) {
+        Taps taps(m_it.get());
+        int updates = 0;
+        int answeredAt = -1;
+        taps.answered = [&updates, &answeredAt] {
+            answeredAt = updates;
+        };
+        const auto news = connect(item, &FPVItemImage::decodeUpdate, this, [&updates, &taps] {
+            if (++updates == kBusy) {
+                taps.post();
+            }
+        });
+        QVERIFY(m_it->waitForLook());
+        disconnect(news);
+        QVERIFY(updates > kBusy + 2);
+        QCOMPARE(taps.keys, 1);
+        QCOMPARE(taps.presses, 1);
+        QVERIFY2(answeredAt >= kBusy && answeredAt < kBusy + 2,
+                 qPrintable(QString::number(answeredAt)));
+        if (round == 0) {
+            m_it->viewer->zoomIn();
+            QVERIFY(m_it->isDecoding());
+        }
+    }
+}
+
+/// Nothing is on the screen before the last byte is read, and that takes long.
+void TestViewerLoad::tapsWhileScansAreRead()
+{
+    FPVItemJpeg *item = addPhoto({.size = QSize(4000, 3000), .progressive = true});
+    const QString path = item->path();
+    const qint64 size = QFileInfo(path).size();
+    m_it->open(item);
+    QVERIFY(bytesRead(path) >= 0);
+    QVERIFY(bytesRead(path) < size / 10);
+    Taps taps(m_it.get());
+    qint64 askedAt = -1;
+    qint64 answeredAt = -1;
+    taps.answered = [&] {
+        answeredAt = bytesRead(path);
+    };
+    QTimer poll;
+    connect(&poll, &QTimer::timeout, this, [&] {
+        if (askedAt < 0 && bytesRead(path) > size / 10) {
+            askedAt = bytesRead(path);
+            taps.post();
+        }
+    });
+    poll.start(1);
+    QVERIFY(m_it->waitForLook());
+    QCOMPARE(taps.keys, 1);
+    QCOMPARE(taps.presses, 1);
+    QVERIFY(askedAt > 0);
+    QVERIFY2(answeredAt >= askedAt && answeredAt - askedAt < size / 4,
+             qPrintable(QString::asprintf("%lld, %lld of %lld", askedAt, answeredAt, size)));
+}
+
+void TestViewerLoad::closingWhileScansAreRead()
+{
+    FPVItemJpeg *item = addPhoto({.size = QSize(4000, 3000), .progressive = true});
+    const QString path = item->path();
+    m_it->open(item);
+    QTimer::singleShot(30, m_it->viewer.get(), [this] {
+        m_it->key(Qt::Key_Escape);
+    });
+    QVERIFY(m_it->run());
+    QVERIFY(bytesRead(path) > 0);
+    QVERIFY(bytesRead(path) < QFileInfo(path).size());
+    m_it->close();
+    QCOMPARE(bytesRead(path), -1);
+    QVERIFY(item->rasterBits() == nullptr);
+}
+
+void TestViewerLoad::fiveHundredViewings()
+{
+    constexpr int kViewings = 500;
+    constexpr int kWarmUp = 100;
+    constexpr long kFlatKB = 4096;
+    FPVItemJpeg *item = addPhoto({.size = QSize(800, 600)});
+    qsizetype files = 0;
+    long resident = 0;
+    for (int i = 0; i < kViewings; ++i) {
+        // Every other one is left in the middle of its decode.
+        item->setIncremental(i % 2 == 0);
+        m_it->open(item);
+        QVERIFY(m_it->viewer->isVisible());
+        QVERIFY(item->rasterBits() != nullptr);
+        m_it->close();
+        QCOMPARE(lumi::test::liveDecompressors(), 0);
+        QVERIFY(item->rasterBits() == nullptr);
+        if (i == kWarmUp) {
+            files = openFiles();
+            resident = residentKB();
+        }
+    }
+    QVERIFY(files > 2);
+    QCOMPARE(openFiles(), files);
+    QVERIFY(resident > 0);
+    const long grown = residentKB() - resident;
+    QVERIFY2(!countsMemory() || grown < kFlatKB, qPrintable(QString::number(grown)));
+}
+
+LUMI_TEST(TestViewerLoad)
+#include "TestViewerLoad.moc"
