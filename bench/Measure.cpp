@@ -53,18 +53,33 @@ Row compare(const std::string &job, const std::string &reference, double limit, 
     return {job, reference, median(oursTimes), median(bareTimes), "ms", limit, false};
 }
 
-long residentKiB()
+namespace {
+
+/// A figure of this process's memory.
+long statusKiB(const char *name)
 {
     std::ifstream status("/proc/self/status");
     for (std::string line; std::getline(status, line);) {
         std::istringstream fields(line);
         std::string label;
         long kib = 0;
-        if (fields >> label >> kib && label == "VmRSS:") {
+        if (fields >> label >> kib && label == name) {
             return kib;
         }
     }
     return 0;
+}
+
+} // namespace
+
+long residentKiB()
+{
+    return statusKiB("VmRSS:");
+}
+
+long peakKiB()
+{
+    return statusKiB("VmHWM:");
 }
 
 bool print(const std::vector<Row> &rows)

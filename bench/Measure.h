@@ -38,8 +38,9 @@ Row compare(
 /// Median of `values`, which must not be empty.
 double median(std::vector<double> values);
 
-/// Resident memory of this process, in KiB.
+/// Resident memory of this process, in KiB: now, and the most it has been.
 long residentKiB();
+long peakKiB();
 
 /// Prints the table. \return false if a row exceeds its limit.
 bool print(const std::vector<Row> &rows);

@@ -7,6 +7,11 @@
 #include <QImage>
 #include <QtEndian>
 
+#include <cstdio>
+#include <vector>
+
+#include <jpeglib.h>
+
 namespace {
 
 constexpr int kQuality = 88;
@@ -73,6 +78,41 @@ bool write(const QString &path, const QByteArray &bytes)
 bool lumi::bench::makePhoto(const QString &path, QSize size)
 {
     return write(path, encoded(size));
+}
+
+bool lumi::bench::makeHugePhoto(const QString &path, QSize size)
+{
+    constexpr int kSamples = 3;
+    const auto lineBytes = static_cast<std::size_t>(size.width()) * kSamples;
+    std::vector<JSAMPLE> band(lineBytes * DCTSIZE);
+    quint32 seed = 1;
+    for (JSAMPLE &sample : band) {
+        seed = seed * 1664525U + 1013904223U;
+        sample = static_cast<JSAMPLE>(100 + (seed >> 28));
+    }
+    std::FILE *file = std::fopen(QFile::encodeName(path).constData(), "wb");
+    if (file == nullptr) {
+        return false;
+    }
+    jpeg_compress_struct info{};
+    jpeg_error_mgr errors{}; // its handlers end the process
+    info.err = jpeg_std_error(&errors);
+    jpeg_create_compress(&info);
+    jpeg_stdio_dest(&info, file);
+    info.image_width = static_cast<JDIMENSION>(size.width());
+    info.image_height = static_cast<JDIMENSION>(size.height());
+    info.input_components = kSamples;
+    info.in_color_space = JCS_RGB;
+    jpeg_set_defaults(&info);
+    jpeg_set_quality(&info, kQuality, TRUE);
+    jpeg_start_compress(&info, TRUE);
+    while (info.next_scanline < info.image_height) {
+        JSAMPROW line = band.data() + lineBytes * (info.next_scanline % DCTSIZE);
+        jpeg_write_scanlines(&info, &line, 1);
+    }
+    jpeg_finish_compress(&info);
+    jpeg_destroy_compress(&info);
+    return std::fclose(file) == 0;
 }
 
 bool lumi::bench::makePhotoWithThumbnail(const QString &path, QSize size)

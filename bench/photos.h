@@ -11,7 +11,10 @@ namespace lumi::bench {
 /// Writes a baseline colour JPEG without an Exif block. \return whether it is on the disk
 [[nodiscard]] bool makePhoto(const QString &path, QSize size);
 
-/// The same with an Exif block that holds a thumbnail of 160 x 120.
+/// Writes one too large to be had as an image first: the same few lines over and over.
+[[nodiscard]] bool makeHugePhoto(const QString &path, QSize size);
+
+/// The same as makePhoto() with an Exif block that holds a thumbnail of 160 x 120.
 [[nodiscard]] bool makePhotoWithThumbnail(const QString &path, QSize size);
 
 /// Fills a new folder with `count` one-block JPEG files named IMG_00001.JPG and on.

@@ -3,9 +3,11 @@
 #include "bench/jobs.h"
 #include "bench/photos.h"
 #include "files/FormFile.h"
+#include "items/FPVItemJpeg.h"
 #include "platform/QPEApplication.h"
 #include "swap/SwapSystem.h"
 #include "swap/swapStore.h"
+#include "viewer/FPVPictureScrollView.h"
 #include "views/FPVThumbnailView.h"
 
 #include <QDir>
@@ -25,6 +27,9 @@ constexpr int kFormFile = 2;
 constexpr double kMiB = 1024;
 constexpr int kFew = 10;
 constexpr int kMany = 10000;
+constexpr QSize kHuge(12000, 9000);             // 108 megapixels
+constexpr const char *kHugePhoto = "/huge.jpg"; // beside the store
+constexpr int kPatienceMs = 20000;
 
 /// Notes the first painting of a widget of this class.
 class FirstPaint : public QObject
@@ -130,6 +135,41 @@ int ourMemory(int argc, char **argv)
     return 0;
 }
 
+/// The most resident memory while a photo is viewed: fitted to the screen, then zoomed so far
+/// that it is decoded as large as it ever is.
+int viewerMemory(int argc, char **argv)
+{
+    QPEApplication application(argc, argv);
+    SwapSystem store(swapFolder(), QStringLiteral(".swp"));
+    swapSystem(&store);
+    MainWindow window;
+    application.showMainWidget(&window, false);
+    window.changeForm(kFormFile, QString());
+    settle(kSettleMs);
+    FPVItemJpeg item(QDir::homePath() + QLatin1String(kHugePhoto), QString(), false);
+    int decodes = 0;
+    QObject::connect(&item, &FPVItemImage::decodeComplete, &window, [&decodes] {
+        ++decodes;
+    });
+    FPVPictureScrollView viewer(&window, window.findChild<FPVThumbnailView *>(), &item);
+    QElapsedTimer clock;
+    clock.start();
+    for (const int wanted : {1, 2}) {
+        while (decodes < wanted && clock.elapsed() < kPatienceMs) {
+            settle(kSettleMs);
+        }
+        if (wanted == 1) {
+            viewer.zoomIn();
+        }
+    }
+    QSize size;
+    if (decodes != 2 || item.decodedRaster(0, &size) == nullptr || size != kHuge / 4) {
+        return 1;
+    }
+    std::printf("%ld\n", lumi::bench::peakKiB());
+    return 0;
+}
+
 struct Mode
 {
     const char *name;
@@ -139,7 +179,8 @@ struct Mode
 constexpr Mode kModes[] = {{"bare-start", bareStart},
                            {"our-start", ourStart},
                            {"bare-memory", bareMemory},
-                           {"our-memory", ourMemory}};
+                           {"our-memory", ourMemory},
+                           {"viewer-memory", viewerMemory}};
 
 QByteArray runMode(const char *mode, const QString &home)
 {
@@ -167,7 +208,8 @@ std::vector<lumi::bench::Row> lumi::bench::processRows(const QString &folder)
     const QString few = folder + QStringLiteral("/few");
     const QString many = folder + QStringLiteral("/lots");
     const QString store = QStringLiteral("/Documents/Photo_Files");
-    if (!makeFolder(few + store, kFew) || !makeFolder(many + store, kMany)) {
+    if (!makeFolder(few + store, kFew) || !makeFolder(many + store, kMany)
+        || !makeHugePhoto(few + QLatin1String(kHugePhoto), kHuge)) {
         return {};
     }
     std::vector<Row> rows{compare(
@@ -181,10 +223,13 @@ std::vector<lumi::bench::Row> lumi::bench::processRows(const QString &folder)
     const double bare = memoryMiB("bare-memory", few);
     const double atRest = memoryMiB("our-memory", few);
     const double inMany = memoryMiB("our-memory", many);
+    const double viewing = memoryMiB("viewer-memory", few);
     rows.push_back(
         {"memory at rest in a folder of 10", "bare main window", atRest, bare, "MiB", 8, true});
     rows.push_back({"memory in a folder of 10,000, any page", "memory at rest", inMany, atRest,
                     "MiB", 22, true});
+    rows.push_back({"peak while viewing 108 megapixels, zoomed in", "memory at rest", viewing,
+                    atRest, "MiB", 44, true});
     return rows;
 }
 
