@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // A photo is rewritten while its disk fills up and while other programs change its folder.
 #include "tests/exif/RewriteWorld.h"
+#include "tests/support/FullDisk.h"
 #include "tests/support/TestMain.h"
-#include "tests/swap/FullDisk.h"
 
 #include <QDir>
 #include <QFile>

@@ -4,8 +4,8 @@
 #include "platform/QCopChannel.h"
 #include "tests/files/DialogScript.h"
 #include "tests/files/FormFixture.h"
+#include "tests/support/FullDisk.h"
 #include "tests/support/TestMain.h"
-#include "tests/swap/FullDisk.h"
 
 #include <QDir>
 #include <QDirIterator>

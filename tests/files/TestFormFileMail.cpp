@@ -6,8 +6,8 @@
 #include "tests/files/DialogScript.h"
 #include "tests/files/FormFixture.h"
 #include "tests/support/DialogDriver.h"
+#include "tests/support/FullDisk.h"
 #include "tests/support/TestMain.h"
-#include "tests/swap/FullDisk.h"
 
 #include <QDate>
 #include <QDir>

@@ -3,8 +3,8 @@
 #include "files/mailCopy.h"
 #include "items/FPVItemJpeg.h"
 #include "tests/support/ExifBuilder.h"
+#include "tests/support/FullDisk.h"
 #include "tests/support/TestMain.h"
-#include "tests/swap/FullDisk.h"
 #include "tests/views/BrowserWorld.h"
 
 #include <QBuffer>

@@ -4,9 +4,9 @@
 #include "import/importTexts.h"
 #include "tests/import/FlowTest.h"
 #include "tests/support/FileFaults.h"
+#include "tests/support/FullDisk.h"
 #include "tests/support/OrdinaryUser.h"
 #include "tests/support/TestMain.h"
-#include "tests/swap/FullDisk.h"
 #include "widgets/MyImageButton.h"
 
 #include <QApplication>

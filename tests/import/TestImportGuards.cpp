@@ -6,8 +6,8 @@
 #include "platform/QCopChannel.h"
 #include "tests/import/FlowTest.h"
 #include "tests/support/FileFaults.h"
+#include "tests/support/FullDisk.h"
 #include "tests/support/TestMain.h"
-#include "tests/swap/FullDisk.h"
 #include "widgets/MyImageButton.h"
 
 #include <QAbstractButton>

@@ -5,9 +5,9 @@
 #include "import/ImportRun.h"
 #include "tests/import/cardTree.h"
 #include "tests/support/FileFaults.h"
+#include "tests/support/FullDisk.h"
 #include "tests/support/OrdinaryUser.h"
 #include "tests/support/TestMain.h"
-#include "tests/swap/FullDisk.h"
 #include "tests/views/BrowserWorld.h"
 
 #include <QDir>

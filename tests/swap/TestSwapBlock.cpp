@@ -3,8 +3,8 @@
 #include "swap/IndexWriter.h"
 #include "swap/SwapBlock.h"
 #include "swap/SwapPlace.h"
+#include "tests/support/FullDisk.h"
 #include "tests/support/TestMain.h"
-#include "tests/swap/FullDisk.h"
 #include "tests/swap/SwapFixture.h"
 
 #include <QFileInfo>

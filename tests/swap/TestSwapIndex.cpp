@@ -2,8 +2,8 @@
 // What of the store survives from run to run, and what a damaged index can't do.
 #include "swap/SwapSystem.h"
 #include "swap/swapStore.h"
+#include "tests/support/FullDisk.h"
 #include "tests/support/TestMain.h"
-#include "tests/swap/FullDisk.h"
 #include "tests/swap/SwapFixture.h"
 
 #include <QFileInfo>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // The store as the rest of the program uses it, by full paths, and what its use costs.
 #include "swap/swapStore.h"
+#include "tests/support/FullDisk.h"
 #include "tests/support/TestMain.h"
-#include "tests/swap/FullDisk.h"
 #include "tests/swap/SwapFixture.h"
 
 #include <QElapsedTimer>

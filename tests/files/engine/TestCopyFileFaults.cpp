@@ -3,9 +3,9 @@
 #include "files/engine/copyFile.h"
 #include "tests/files/engine/FileFixture.h"
 #include "tests/support/FileFaults.h"
+#include "tests/support/FullDisk.h"
 #include "tests/support/OrdinaryUser.h"
 #include "tests/support/TestMain.h"
-#include "tests/swap/FullDisk.h"
 
 #include <QFile>
 #include <QFileInfo>

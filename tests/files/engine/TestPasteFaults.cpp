@@ -6,9 +6,9 @@
 #include "tests/files/engine/FileFixture.h"
 #include "tests/support/FakeMachine.h"
 #include "tests/support/FileFaults.h"
+#include "tests/support/FullDisk.h"
 #include "tests/support/OrdinaryUser.h"
 #include "tests/support/TestMain.h"
-#include "tests/swap/FullDisk.h"
 #include "tests/swap/MemoryFaults.h"
 
 #include <QFile>

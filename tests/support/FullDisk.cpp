@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "tests/swap/FullDisk.h"
+#include "tests/support/FullDisk.h"
 
 #include <QFile>
 
