@@ -3,9 +3,10 @@
 
 #include <QApplication>
 #include <QClipboard>
-#include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QScopedValueRollback>
+
+#include <algorithm>
 
 namespace {
 
@@ -38,6 +39,17 @@ QString MyMultiLineEdit::filterText(const QString &text) const
     return lumi::filterCharacters(text, m_charMask);
 }
 
+QString MyMultiLineEdit::permitted(const QString &text) const
+{
+    QString kept = filterText(text);
+    kept.erase(std::remove_if(kept.begin(), kept.end(),
+                              [](QChar character) {
+                                  return character.category() == QChar::Other_Control;
+                              }),
+               kept.end());
+    return kept;
+}
+
 void MyMultiLineEdit::pasteText(const QString &text)
 {
     QString filtered = filterText(text);
@@ -58,7 +70,7 @@ void MyMultiLineEdit::keyPressEvent(QKeyEvent *event)
     }
     if (!isReturn && !isReadOnly() && isTyping(event)) {
         QKeyEvent filtered(event->type(), event->key(), event->modifiers(),
-                           filterText(event->text()), event->isAutoRepeat(),
+                           permitted(event->text()), event->isAutoRepeat(),
                            static_cast<quint16>(event->count()));
         QMultiLineEdit::keyPressEvent(&filtered);
     } else {
@@ -75,13 +87,6 @@ void MyMultiLineEdit::tellPasteAvailable()
         const QScopedValueRollback<bool> pasting(m_pasting, true);
         Q_EMIT pasteAvailable(!QApplication::clipboard()->text().isEmpty());
     }
-}
-
-void MyMultiLineEdit::inputMethodEvent(QInputMethodEvent *event)
-{
-    event->setCommitString(filterText(event->commitString()), event->replacementStart(),
-                           event->replacementLength());
-    QMultiLineEdit::inputMethodEvent(event);
 }
 
 void MyMultiLineEdit::focusInEvent(QFocusEvent *event)

@@ -33,8 +33,10 @@ protected:
 
     void pasteText(const QString &text) override;
 
+    /// What the mask lets in, but for control characters: those are pasted, not typed.
+    [[nodiscard]] QString permitted(const QString &text) const override;
+
     void keyPressEvent(QKeyEvent *event) override;
-    void inputMethodEvent(QInputMethodEvent *event) override;
     void focusInEvent(QFocusEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;
 

@@ -124,7 +124,9 @@ void QMultiLineEdit::keyPressEvent(QKeyEvent *event)
         event->ignore();
         return;
     }
-    const QString text = fitting(event->text());
+    // A tab is no text here, whatever key it comes by.
+    const bool isTabText = event->text().startsWith(QLatin1Char('\t'));
+    const QString text = isTabText ? QString() : fitting(event->text());
     if (text.size() == event->text().size()) {
         QPlainTextEdit::keyPressEvent(event);
         return;
@@ -136,9 +138,21 @@ void QMultiLineEdit::keyPressEvent(QKeyEvent *event)
 
 void QMultiLineEdit::inputMethodEvent(QInputMethodEvent *event)
 {
-    event->setCommitString(fitting(event->commitString(), event->replacementLength()),
-                           event->replacementStart(), event->replacementLength());
-    QPlainTextEdit::inputMethodEvent(event);
+    const int replaced = event->replacementLength();
+    const QString composed = event->preeditString();
+    const QString committed = fitting(permitted(event->commitString()), replaced);
+    // What is composed takes the place of the marked text at once, and what is committed that
+    // of the text it corrects. Where none of it may come in, nothing goes for it.
+    const bool isHidden = !composed.isEmpty() && fitting(permitted(composed)).isEmpty();
+    const bool isRefused = !event->commitString().isEmpty() && committed.isEmpty();
+    using Attributes = QList<QInputMethodEvent::Attribute>;
+    QInputMethodEvent allowed(isHidden ? QString() : composed,
+                              isHidden ? Attributes() : event->attributes());
+    if (!isRefused) {
+        allowed.setCommitString(committed, event->replacementStart(), replaced);
+    }
+    QPlainTextEdit::inputMethodEvent(&allowed);
+    event->setAccepted(allowed.isAccepted());
 }
 
 void QMultiLineEdit::insertFromMimeData(const QMimeData *source)

@@ -47,6 +47,9 @@ protected:
     /// Text from the clipboard that does not come by a key of a derived class.
     virtual void pasteText(const QString &text);
 
+    /// What of a composed text may come in.
+    [[nodiscard]] virtual QString permitted(const QString &text) const { return text; }
+
     void keyPressEvent(QKeyEvent *event) override;
     void inputMethodEvent(QInputMethodEvent *event) override;
     void insertFromMimeData(const QMimeData *source) override;

@@ -228,6 +228,8 @@ void TestQMultiLineEdit::theLimitNeverCutsWhatIsThere()
     edit.moveCursor(QTextCursor::NextCharacter, QTextCursor::KeepAnchor);
     edit.send(Qt::Key_X, QStringLiteral("x"));
     edit.insert(QStringLiteral("xyz"));
+    edit.compose(QStringLiteral("xy"), QString());
+    edit.compose(QString(), QStringLiteral("xyz"));
     QCOMPARE(edit.text(), QStringLiteral("abcdefgh"));
 }
 
@@ -286,6 +288,9 @@ void TestQMultiLineEdit::tabGoesOn()
     OpenEdit edit;
     QKeyEvent event(QEvent::KeyPress, Qt::Key_Tab, {}, QStringLiteral("\t"));
     QCoreApplication::sendEvent(&edit, &event);
+    QCOMPARE(edit.text(), QString());
+    edit.send(Qt::Key_unknown, QStringLiteral("\t"));
+    edit.send(Qt::Key_I, QStringLiteral("\t"), Qt::ControlModifier | Qt::AltModifier);
     QCOMPARE(edit.text(), QString());
 }
 

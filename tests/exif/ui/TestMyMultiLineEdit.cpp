@@ -29,6 +29,14 @@ public:
         QCoreApplication::sendEvent(this, &event);
         return event.isAccepted();
     }
+
+    /// corrected: how many characters before the cursor the commit replaces.
+    void compose(const QString &preedit, const QString &commit, int corrected = 0)
+    {
+        QInputMethodEvent event(preedit, {});
+        event.setCommitString(commit, -corrected, corrected);
+        QCoreApplication::sendEvent(this, &event);
+    }
 };
 
 void fillClipboard(const QString &text)
@@ -48,8 +56,13 @@ private Q_SLOTS:
     void hasItsSignals();
     void keysAreFiltered_data();
     void keysAreFiltered();
+    void aTabByCtrlAltIDoesNothing();
+    void typedControlsAreLeftOut();
     void everyOtherWayInIsFiltered_data();
     void everyOtherWayInIsFiltered();
+    void refusedCompositionTakesNothingAway_data();
+    void refusedCompositionTakesNothingAway();
+    void aCompositionReplacesTheMarkedText();
     void returnAndEnterDoNothing_data();
     void returnAndEnterDoNothing();
     void ordersAreNoText();
@@ -120,6 +133,10 @@ void TestMyMultiLineEdit::keysAreFiltered_data()
     QTest::newRow("accents do nothing") << 0xE2 << QStringLiteral("é") << QString();
     QTest::newRow("everything comes in")
         << 0xFF << QStringLiteral("aé写") << QStringLiteral("aé写");
+    QTest::newRow("a tab does nothing, whatever key sends it")
+        << 0xFF << QStringLiteral("a\tb") << QStringLiteral("ab");
+    QTest::newRow("nor does it in a field for plain characters")
+        << 0xE2 << QStringLiteral("\ta") << QStringLiteral("a");
 }
 
 void TestMyMultiLineEdit::keysAreFiltered()
@@ -132,6 +149,27 @@ void TestMyMultiLineEdit::keysAreFiltered()
         QVERIFY(m_edit->send(Qt::Key_unknown, QString(character)));
     }
     QTEST(m_edit->text(), "text");
+}
+
+void TestMyMultiLineEdit::aTabByCtrlAltIDoesNothing()
+{
+    m_edit->setCharMask(lumi::kAnyCharacters);
+    m_edit->setText(QStringLiteral("ab"));
+    m_edit->setEdited(false);
+    m_edit->send(Qt::Key_I, QStringLiteral("\t"), Qt::ControlModifier | Qt::AltModifier);
+    QCOMPARE(m_edit->text(), QStringLiteral("ab"));
+    QVERIFY(!m_edit->edited());
+    QVERIFY(m_edit->hasFocus());
+}
+
+/// A line end would make a second line, which nobody sees.
+void TestMyMultiLineEdit::typedControlsAreLeftOut()
+{
+    m_edit->setCharMask(lumi::kAnyCharacters);
+    m_edit->send(Qt::Key_unknown, QStringLiteral("a\tb\n写"));
+    QCOMPARE(m_edit->text(), QStringLiteral("ab写"));
+    m_edit->compose(QString(), QStringLiteral("c\t\u0085d\n"));
+    QCOMPARE(m_edit->text(), QStringLiteral("ab写cd"));
 }
 
 void TestMyMultiLineEdit::everyOtherWayInIsFiltered_data()
@@ -177,6 +215,54 @@ void TestMyMultiLineEdit::everyOtherWayInIsFiltered()
     };
     ways[way]();
     QCOMPARE(m_edit->text(), QStringLiteral("abc"));
+}
+
+void TestMyMultiLineEdit::refusedCompositionTakesNothingAway_data()
+{
+    QTest::addColumn<bool>("composed"); // before it is committed
+    QTest::addColumn<QString>("commit");
+    QTest::addColumn<int>("corrected"); // characters before the cursor
+    QTest::newRow("composed and committed") << true << QStringLiteral("写真") << 0;
+    QTest::newRow("composed and given up") << true << QString() << 0;
+    QTest::newRow("committed at once") << false << QStringLiteral("写真") << 0;
+    QTest::newRow("a correction of what is there") << false << QStringLiteral("写真") << 2;
+}
+
+void TestMyMultiLineEdit::refusedCompositionTakesNothingAway()
+{
+    QFETCH(bool, composed);
+    QFETCH(QString, commit);
+    QFETCH(int, corrected);
+    m_edit->setText(QStringLiteral("abc"));
+    m_edit->setEdited(false);
+    if (corrected > 0) {
+        m_edit->moveCursor(QTextCursor::End);
+    } else {
+        m_edit->selectAll();
+    }
+    if (composed) {
+        m_edit->compose(QStringLiteral("しゃ"), QString());
+        m_edit->compose(QStringLiteral("写真"), QString());
+    }
+    m_edit->compose(QString(), commit, corrected);
+    QCOMPARE(m_edit->text(), QStringLiteral("abc"));
+    QVERIFY(!m_edit->edited());
+    QCOMPARE(m_edit->hasMarkedText(), corrected == 0);
+    // What may come in still does.
+    m_edit->compose(QStringLiteral("x"), QString());
+    m_edit->compose(QString(), QStringLiteral("xyz"), corrected);
+    QCOMPARE(m_edit->text(), corrected == 0 ? QStringLiteral("xyz") : QStringLiteral("axyz"));
+}
+
+void TestMyMultiLineEdit::aCompositionReplacesTheMarkedText()
+{
+    m_edit->setCharMask(lumi::kAnyCharacters);
+    m_edit->setText(QStringLiteral("abc"));
+    m_edit->selectAll();
+    m_edit->compose(QStringLiteral("しゃ"), QString());
+    QCOMPARE(m_edit->text(), QString());
+    m_edit->compose(QString(), QStringLiteral("写真"));
+    QCOMPARE(m_edit->text(), QStringLiteral("写真"));
 }
 
 void TestMyMultiLineEdit::returnAndEnterDoNothing_data()
