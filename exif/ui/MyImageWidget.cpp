@@ -37,8 +37,8 @@ int storedFontIndex()
 
 } // namespace
 
-MyImageWidget::MyImageWidget(QWidget *form)
-    : QWidget(form)
+MyImageWidget::MyImageWidget(QWidget *parent)
+    : QWidget(parent)
     , m_browser(new QTextBrowser(this))
     , m_picture(new FPVPictureView(this))
     , m_fontIndex(storedFontIndex())
@@ -99,7 +99,7 @@ void MyImageWidget::setItem(FPVItemObject *item)
     }
     if (!m_wanted) {
         showNothing();
-    } else if (m_wanted != m_picture->item()) {
+    } else if (m_wanted != m_loaded) {
         load();
     }
 }
@@ -112,6 +112,7 @@ void MyImageWidget::showNothing()
     m_picture->setItem(nullptr, true);
     // The file of a card that is to be taken out must not stay open.
     m_fields.reset();
+    m_loaded.clear();
 }
 
 void MyImageWidget::load()
@@ -125,6 +126,7 @@ void MyImageWidget::load()
         return;
     }
     connect(m_wanted, &QObject::destroyed, this, &MyImageWidget::forgetDead, Qt::UniqueConnection);
+    m_loaded = m_wanted;
     m_fields = std::make_unique<FPVExifFields>(m_wanted->path());
     m_infoCombo->setEnabled(true);
     m_editButton->setEnabled(m_fields->isValid());

@@ -28,8 +28,7 @@ class MyImageWidget : public QWidget
     Q_OBJECT
 
 public:
-    /// @param form whose slot the signals of the panel and of its picture are connected to
-    explicit MyImageWidget(QWidget *form);
+    explicit MyImageWidget(QWidget *parent);
     ~MyImageWidget() override;
 
     /// Shows the item; null, or what is no photo, means none. Nothing happens while the panel
@@ -72,6 +71,7 @@ private:
     std::unique_ptr<FPVExifFields> m_fields;
     int m_fontIndex = 2;
     QPointer<FPVItemImage> m_wanted; // on show, once it is loaded
+    QPointer<FPVItemImage> m_loaded; // whose block m_fields is
     bool m_loading = false;
     QSize m_photoSize;
     qint64 m_fileBytes = 0;

@@ -99,6 +99,7 @@ private Q_SLOTS:
     void aPhotoWithoutExif();
     void aPhotoThatCannotBeDecoded();
     void theBlockIsReadOnce();
+    void theSameItemAgainIsNothing_data();
     void theSameItemAgainIsNothing();
     void afterNoItemTheFileIsReadAnew();
     void aClosedPhotoIsNotHeldOpen();
@@ -400,14 +401,30 @@ void TestMyImageWidget::theBlockIsReadOnce()
     QCOMPARE(calls.reads(), reads);
 }
 
+void TestMyImageWidget::theSameItemAgainIsNothing_data()
+{
+    QTest::addColumn<QByteArray>("picture");
+    QTest::newRow("a photo") << ExifBuilder::jpeg(80, 60, 0x4080C0);
+    QTest::newRow("one without a size") << QByteArray("\xFF\xD8rubbish", 9);
+}
+
 void TestMyImageWidget::theSameItemAgainIsNothing()
 {
-    m_panel->setItem(m_item.get());
+    QFETCH(QByteArray, picture);
+    const auto item = put(photo().photo(picture), QStringLiteral("p.jpg"));
+    m_panel->setItem(item.get());
+    const QStringList before = lines();
+    QVERIFY(!before.isEmpty());
     const WaitVisitor waits;
-    const CallCounter calls(m_item->path());
-    m_panel->setItem(m_item.get());
+    const CallCounter calls(item->path());
+    m_panel->setItem(item.get());
     QVERIFY(waits.texts.isEmpty());
     QCOMPARE(calls.opens(), 0);
+    QCOMPARE(lines(), before);
+    m_panel->setItem(nullptr);
+    m_panel->setItem(item.get());
+    QCOMPARE(calls.opens(), 1);
+    QCOMPARE(lines(), before);
 }
 
 void TestMyImageWidget::afterNoItemTheFileIsReadAnew()
