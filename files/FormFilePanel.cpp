@@ -31,11 +31,19 @@ void FormFile::btn_edit_clicked()
         return;
     }
     const lumi::BusyScope busy(this);
-    FormExif editor(this, item->path());
+    const QPointer<FormFile> self(this);
+    // On the heap: the form may go while the editor is up.
+    const QPointer<FormExif> editor(new FormExif(this, item->path()));
+    if (!editor) {
+        return;
+    }
     // The item may not live as long as the editor, and the photo's file is replaced by it.
     m_view->dropCursorThumbnail();
     tellPanel(nullptr);
-    static_cast<void>(editor.exec());
-    m_view->showPage(-1, m_view->currentIndex(), true);
-    tellPanel(currentItem());
+    static_cast<void>(editor->exec());
+    delete editor;
+    if (self) {
+        m_view->showPage(-1, m_view->currentIndex(), true);
+        tellPanel(currentItem());
+    }
 }

@@ -24,6 +24,8 @@
 #include <QFileInfo>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QMenu>
+#include <QMenuBar>
 #include <QMessageBox>
 #include <QTabWidget>
 #include <QVBoxLayout>
@@ -74,6 +76,12 @@ bool clipboardHasText()
     return !QGuiApplication::clipboard()->text().isEmpty();
 }
 
+bool isMenu(const QWidget *widget)
+{
+    return qobject_cast<const QMenuBar *>(widget) != nullptr
+        || qobject_cast<const QMenu *>(widget) != nullptr;
+}
+
 QLabel *makeHint(QWidget *parent)
 {
     auto *hint = new QLabel(msg(lumi::MsgAlphanumericOnly), parent);
@@ -113,6 +121,9 @@ FormExif::~FormExif()
 {
     // The fields lose the focus as they go, when there is nobody here any more to note it.
     disconnect(qApp, nullptr, this, nullptr);
+    if (m_inLoop) {
+        m_loop->quit();
+    }
 }
 
 void FormExif::buildBars()
@@ -183,10 +194,14 @@ void FormExif::connectEdit(MyMultiLineEdit *edit)
 int FormExif::exec()
 {
     QEventLoop loop;
+    const QPointer<FormExif> self(this); // the parent may go, and this window with it
     m_loop = &loop;
     m_inLoop = true;
     show();
     loop.exec();
+    if (!self) {
+        return 0;
+    }
     m_inLoop = false;
     m_loop = nullptr;
     return m_result;
@@ -222,6 +237,8 @@ void FormExif::noteFocus(QWidget *now)
     auto *edit = qobject_cast<MyMultiLineEdit *>(now);
     if (edit != nullptr && edit->window() == this) {
         m_lastEdit = edit;
+    } else if (now != nullptr && !isMenu(now)) {
+        m_lastEdit = nullptr;
     }
 }
 

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 // The window in which the Exif texts and the position of one photo are edited. It is modal and
 // not a form: the browser opens it and goes on when it ends. Nothing is written before Save;
-// then the block is read again, so that only what is edited here can change.
+// then the block is read again, and all fields are written back, edited or not: see
+// exifWriteBack.h. What has no field here stays as the file has it by then.
 // A save that fails leaves the window open with its texts.
 // Owns: its widgets, its own menu bar and tool bars.
 #pragma once

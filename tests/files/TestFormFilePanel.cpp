@@ -6,6 +6,7 @@
 #include "tests/files/FormFixture.h"
 #include "tests/support/ExifBuilder.h"
 #include "tests/support/TestMain.h"
+#include "viewer/FPVPictureScrollView.h"
 #include "views/FPVPictureView.h"
 #include "widgets/MyDialogWait.h"
 
@@ -23,6 +24,9 @@ using lumi::test::ExifBuilder;
 using lumi::test::FormFixture;
 
 namespace {
+
+/// From a new page to the last of its thumbnails, and more.
+constexpr int kLongestTimerMs = 200;
 
 /// Does something as soon as a window of that class is up, each time.
 template <class Window> class Visitor : public QObject
@@ -81,10 +85,13 @@ private Q_SLOTS:
     void withoutACursorThereIsNoItem();
     void theOtherModesForgetTheItem();
     void theFormIsBusyWhileAPhotoIsRead();
+    void aPhotoIsReadOnce_data();
+    void aPhotoIsReadOnce();
     void aTapOnThePictureOpensIt();
     void theButtonOpensTheEditor();
     void afterASaveThePanelReadsThePhotoAnew();
     void theEditorMayOutliveTheItem();
+    void theFormMayGoWhileTheEditorIsUp();
     void withoutACursorNoEditorOpens();
 
 private:
@@ -208,21 +215,76 @@ void TestFormFilePanel::theFormIsBusyWhileAPhotoIsRead()
     QVERIFY(!m_form->form->isBusy());
 }
 
+void TestFormFilePanel::aPhotoIsReadOnce_data()
+{
+    QTest::addColumn<QByteArray>("picture");
+    QTest::addColumn<bool>("isShown");
+    QTest::newRow("a photo") << ExifBuilder::jpeg(80, 60, 0x4080C0) << true;
+    QTest::newRow("no picture behind its data") << QByteArray("\xFF\xD8rubbish", 9) << false;
+}
+
+/// The view and the form both name the current item to the panel. Each reading has its wait
+/// dialog.
+void TestFormFilePanel::aPhotoIsReadOnce()
+{
+    QFETCH(QByteArray, picture);
+    QFETCH(bool, isShown);
+    for (const char *name : {"a.jpg", "b.jpg"}) {
+        ExifBuilder photo;
+        photo.ascii(ExifListKind::Ifd0, 0x010F, QByteArray("Maker of ") + name).photo(picture);
+        QVERIFY(photo.write(m_form->world.path(QLatin1String(name))));
+    }
+    m_form->start();
+    m_panel = m_form->form->findChild<MyImageWidget *>();
+    QVERIFY(m_form->waitForCells(3));
+    m_form->tap(QStringLiteral("a.jpg"));
+    const auto settle = [this] {
+        QVERIFY(m_form->waitForCells(3));
+        QTest::qWait(kLongestTimerMs);
+    };
+    settle();
+    Visitor<MyDialogWait> waits([](MyDialogWait *) {});
+    m_form->form->menu_disp_DispDetail();
+    settle();
+    QCOMPARE(waits.visits, 1);
+    QVERIFY(panelText().contains(QStringLiteral("a.jpg")));
+    QCOMPARE(shown(), isShown ? QStringLiteral("a.jpg") : QString());
+    m_form->view->setFocus();
+    QTest::keyClick(m_form->view, Qt::Key_Right);
+    settle();
+    QCOMPARE(waits.visits, 2);
+    QVERIFY(panelText().contains(QStringLiteral("b.jpg")));
+    const Visitor<FormExif> editors([](FormExif *editor) {
+        whenRunning(editor, [editor] {
+            editor->close();
+        });
+    });
+    m_form->form->btn_edit_clicked();
+    settle();
+    QCOMPARE(editors.visits, 1);
+    QCOMPARE(waits.visits, 3);
+    QVERIFY(panelText().contains(QStringLiteral("b.jpg")));
+}
+
 void TestFormFilePanel::aTapOnThePictureOpensIt()
 {
     startInInfoMode(3);
     m_form->tap(QStringLiteral("a.jpg"));
-    int opened = 0;
+    QStringList opened;
     QTimer closer;
     connect(&closer, &QTimer::timeout, this, [&opened] {
-        if (QWidget *window = QApplication::activeModalWidget()) {
-            opened += window->isVisible() ? 1 : 0;
+        QWidget *window = QApplication::activeModalWidget();
+        const auto *viewer = qobject_cast<FPVPictureScrollView *>(window);
+        // The title comes with the picture, once the window stands.
+        if (viewer != nullptr && !viewer->windowTitle().isEmpty()) {
+            opened.append(viewer->windowTitle());
             window->close();
         }
     });
     closer.start(50);
     QTest::mouseClick(m_panel->picture(), Qt::LeftButton);
-    QVERIFY(opened > 0);
+    QCOMPARE(opened.size(), 1);
+    QVERIFY2(opened.first().contains(QLatin1String("a")), qPrintable(opened.first()));
 }
 
 void TestFormFilePanel::theButtonOpensTheEditor()
@@ -282,6 +344,22 @@ void TestFormFilePanel::theEditorMayOutliveTheItem()
     QCOMPARE(editors.visits, 1);
     QCOMPARE(shown(), QString());
     QVERIFY(m_form->waitForCells(0));
+}
+
+void TestFormFilePanel::theFormMayGoWhileTheEditorIsUp()
+{
+    startInInfoMode(3);
+    m_form->tap(QStringLiteral("a.jpg"));
+    QPointer<FormExif> opened;
+    const Visitor<FormExif> editors([this, &opened](FormExif *editor) {
+        opened = editor;
+        whenRunning(editor, [this] {
+            m_form->form.reset();
+        });
+    });
+    m_form->form->btn_edit_clicked();
+    QCOMPARE(editors.visits, 1);
+    QVERIFY(!opened);
 }
 
 void TestFormFilePanel::withoutACursorNoEditorOpens()

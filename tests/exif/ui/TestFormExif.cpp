@@ -17,6 +17,7 @@
 #include <QMenu>
 #include <QMetaMethod>
 #include <QTabBar>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 #include <QToolBar>
@@ -35,6 +36,31 @@ constexpr EditField kAllFields[] = {
 /// Of a folder: also for those who share the owner's group.
 constexpr QFile::Permissions kReadOnly = QFile::ReadOwner | QFile::ExeOwner | QFile::ReadGroup
     | QFile::ExeGroup | QFile::ReadOther | QFile::ExeOther;
+
+/// The bytes of the field's tag in the file, where author and compilation share one.
+void addLongTexts()
+{
+    QTest::addColumn<int>("field");
+    QTest::addColumn<QByteArray>("begin");
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<QByteArray>("end");
+    const QByteArray nul(1, '\0');
+    const QByteArray text = "0" + QByteArray(300, 't') + "9";
+    QTest::newRow("author") << int(AuthorField) << QByteArray() << text << nul + "Trip" + nul;
+    QTest::newRow("compilation") << int(CompilationField) << "Ann" + nul << text << nul;
+    QTest::newRow("owner") << int(OwnerField) << QByteArray() << text << nul;
+    QTest::newRow("title") << int(TitleField) << QByteArray() << text << nul;
+    QTest::newRow("comment") << int(CommentField) << "UNICODE" + nul << text << QByteArray();
+}
+
+ExifBuilder photoWith(EditField field, const QByteArray &bytes)
+{
+    const EditRule &rule = kEditRules.at(field);
+    const quint16 type = field == CommentField ? 7 : 2;
+    ExifBuilder photo;
+    photo.value(rule.list, rule.tag, type, static_cast<quint32>(bytes.size()), bytes);
+    return photo;
+}
 
 QByteArray unicode(const QString &text)
 {
@@ -56,22 +82,29 @@ private Q_SLOTS:
     void hasItsNames();
     void isModalAndNamedAfterThePhoto();
     void itsMenusAreInOrder();
+    void theActionsHaveTheirIcons();
     void theHintStandsAboveThePages();
     void thePagesShowTheFields();
     void nothingIsCutOff();
     void fieldsTakeWhatTheirTagsHold();
+    void longTextsOfTheFileAreNotCut_data();
     void longTextsOfTheFileAreNotCut();
+    void aLongTextKeepsItsRestAfterOneDeletion_data();
+    void aLongTextKeepsItsRestAfterOneDeletion();
     void aPositionInHundredthsShowsEmpty();
     void actionsFollowTheMarkedText();
     void pasteFollowsTheClipboard_data();
     void pasteFollowsTheClipboard();
     void actionsReachTheFieldWithTheFocus();
     void actionsReachTheFieldBeforeTheMenu();
+    void theOpenedMenuReachesTheField();
+    void theMenuReachesNoFieldThatWasLeft();
     void actionsElsewhereDoNothing();
     void aPastedPositionFillsBothFields_data();
     void aPastedPositionFillsBothFields();
     void whatIsNoPositionIsPastedAsUsual();
     void otherFieldsTakeAPositionAsText();
+    void theHeightTakesAPositionAsText();
     void leavingUneditedAsksNothing();
     void leavingAsksAfterEveryEdit_data();
     void leavingAsksAfterEveryEdit();
@@ -80,10 +113,13 @@ private Q_SLOTS:
     void onlyYesLeaves();
     void closingTheWindowIsLeaving();
     void theEndOfTheProgramEndsIt();
+    void aMinimisedWindowIsNotAtItsEnd();
+    void itMayGoWhileItRuns();
     void savingEndsWithOne();
     void acceptingSaves();
     void savingUneditedRewritesThePhoto();
     void everyFieldIsSaved();
+    void foreignLettersAreLostOutsideTheComment();
     void aCommentInKanjiComesBack();
     void kanjiCannotComeIntoTheTitle();
     void blanksTakeTheOwnerAway();
@@ -99,8 +135,26 @@ private Q_SLOTS:
     void helpAndVersionOpen();
 
 private:
+    /// Opens the menu Edit by a tap and taps one of its entries.
+    void tapEntry(const QString &text);
+
     std::unique_ptr<EditorFixture> m_user;
 };
+
+void TestFormExif::tapEntry(const QString &text)
+{
+    auto *bar = m_user->form->findChild<QPEMenuBar *>();
+    QAction *title = bar->actions().first();
+    const QPoint at = bar->mapTo(m_user->form.get(), bar->actionGeometry(title).center());
+    QTest::mouseClick(m_user->form->windowHandle(), Qt::LeftButton, {}, at);
+    QMenu *menu = title->menu();
+    QTRY_VERIFY(menu->isVisible());
+    QAction *action = m_user->entry(text);
+    QVERIFY2(action->isEnabled(), qPrintable(text));
+    QTest::mouseClick(menu->windowHandle(), Qt::LeftButton, {},
+                      menu->actionGeometry(action).center());
+    QTRY_VERIFY(!menu->isVisible());
+}
 
 void TestFormExif::hasItsNames()
 {
@@ -152,15 +206,39 @@ void TestFormExif::itsMenusAreInOrder()
     // The second bar has the three actions as buttons.
     const auto bars = m_user->form->findChildren<QToolBar *>();
     QCOMPARE(bars.size(), 2);
+    for (const QToolBar *bar : bars) {
+        QVERIFY(!bar->isMovable());
+    }
     for (const char *name : {"Cut", "Copy", "Paste"}) {
         QAction *action = m_user->entry(QLatin1String(name));
         const QWidget *button = bars.last()->widgetForAction(action);
         QVERIFY(button != nullptr && button->isVisible());
         QVERIFY(button->width() >= 40 && button->height() >= 38);
         QVERIFY(bars.first()->widgetForAction(action) == nullptr);
-        QVERIFY(!bars.last()->isMovable());
     }
     QCOMPARE(m_user->form->contextMenuPolicy(), Qt::NoContextMenu);
+}
+
+void TestFormExif::theActionsHaveTheirIcons()
+{
+    const QTemporaryDir resources;
+    const QDir pixmaps(resources.filePath(QStringLiteral("pixmaps/lumivault")));
+    QVERIFY(QDir().mkpath(pixmaps.path()));
+    const std::pair<const char *, QColor> rows[]
+        = {{"Cut", Qt::red}, {"Copy", Qt::green}, {"Paste", Qt::blue}};
+    for (const auto &[name, colour] : rows) {
+        QImage image(24, 24, QImage::Format_RGB32);
+        image.fill(colour);
+        const QString file = QString::fromLatin1(name).toLower() + QLatin1String(".png");
+        QVERIFY(image.save(pixmaps.filePath(file)));
+    }
+    m_user->machine->resources = resources.path();
+    m_user->open();
+    for (const auto &[name, colour] : rows) {
+        const QImage image = m_user->entry(QLatin1String(name))->icon().pixmap(24).toImage();
+        QVERIFY2(!image.isNull(), name);
+        QCOMPARE(image.pixelColor(12, 12), colour);
+    }
 }
 
 void TestFormExif::theHintStandsAboveThePages()
@@ -263,18 +341,50 @@ void TestFormExif::fieldsTakeWhatTheirTagsHold()
     }
 }
 
+void TestFormExif::longTextsOfTheFileAreNotCut_data()
+{
+    addLongTexts();
+}
+
 void TestFormExif::longTextsOfTheFileAreNotCut()
 {
-    const QByteArray owner(80, 'o');
-    ExifBuilder photo;
-    photo.ascii(ExifListKind::Ifd0, 0x013B, owner);
-    m_user->open(photo);
-    QCOMPARE(m_user->edit(OwnerField)->text().toLatin1(), owner);
+    QFETCH(int, field);
+    QFETCH(QByteArray, begin);
+    QFETCH(QByteArray, end);
+    QFETCH(QByteArray, text);
+    m_user->open(photoWith(EditField(field), begin + text + end));
+    QCOMPARE(m_user->edit(EditField(field))->text().toLatin1(), text);
     QCOMPARE(m_user->run([this] {
         m_user->form->menu_edit_save();
     }),
              1);
-    QCOMPARE(m_user->value(0x013B, ExifListKind::Ifd0), owner + '\0');
+    const EditRule &rule = kEditRules.at(std::size_t(field));
+    QCOMPARE(m_user->value(rule.tag, rule.list), begin + text + end);
+}
+
+void TestFormExif::aLongTextKeepsItsRestAfterOneDeletion_data()
+{
+    addLongTexts();
+}
+
+void TestFormExif::aLongTextKeepsItsRestAfterOneDeletion()
+{
+    QFETCH(int, field);
+    QFETCH(QByteArray, begin);
+    QFETCH(QByteArray, end);
+    QFETCH(QByteArray, text);
+    m_user->open(photoWith(EditField(field), begin + text + end));
+    QCOMPARE(m_user->run([this, field] {
+        m_user->enter(EditField(field));
+        m_user->edit(EditField(field))->moveCursor(QTextCursor::Start);
+        QTest::keyClick(m_user->edit(EditField(field)), Qt::Key_Delete);
+        // There is still no room for more.
+        QTest::keyClick(m_user->edit(EditField(field)), Qt::Key_X);
+        m_user->form->menu_edit_save();
+    }),
+             1);
+    const EditRule &rule = kEditRules.at(std::size_t(field));
+    QCOMPARE(m_user->value(rule.tag, rule.list), begin + text.mid(1) + end);
 }
 
 void TestFormExif::aPositionInHundredthsShowsEmpty()
@@ -359,6 +469,44 @@ void TestFormExif::actionsReachTheFieldBeforeTheMenu()
     QCOMPARE(QApplication::clipboard()->text(), QStringLiteral("Jane Doe"));
 }
 
+void TestFormExif::theOpenedMenuReachesTheField()
+{
+    m_user->open();
+    m_user->enter(OwnerField);
+    m_user->edit(OwnerField)->selectAll();
+    tapEntry(QStringLiteral("Copy"));
+    QCOMPARE(QApplication::clipboard()->text(), QStringLiteral("Jane Doe"));
+    QVERIFY(m_user->edit(OwnerField)->hasMarkedText());
+    m_user->fillClipboard(QString());
+    tapEntry(QStringLiteral("Cut"));
+    QCOMPARE(m_user->edit(OwnerField)->text(), QString());
+    QCOMPARE(QApplication::clipboard()->text(), QStringLiteral("Jane Doe"));
+    m_user->enter(TitleField);
+    m_user->edit(TitleField)->selectAll();
+    tapEntry(QStringLiteral("Paste"));
+    QCOMPARE(m_user->edit(TitleField)->text(), QStringLiteral("Jane Doe"));
+    QVERIFY(m_user->edit(TitleField)->hasFocus());
+}
+
+void TestFormExif::theMenuReachesNoFieldThatWasLeft()
+{
+    m_user->fillClipboard(QStringLiteral("x"));
+    m_user->open();
+    m_user->enter(OwnerField);
+    m_user->tabs->tabBar()->setFocus();
+    m_user->form->findChild<QPEMenuBar *>()->setFocus(Qt::MenuBarFocusReason);
+    m_user->entry(QStringLiteral("Paste"))->trigger();
+    for (const EditField field : kAllFields) {
+        QVERIFY(!m_user->edit(field)->edited());
+    }
+    // The one with the focus before the menu it is again.
+    m_user->enter(TitleField);
+    m_user->form->findChild<QPEMenuBar *>()->setFocus(Qt::MenuBarFocusReason);
+    m_user->entry(QStringLiteral("Paste"))->trigger();
+    QVERIFY(m_user->edit(TitleField)->edited());
+    QVERIFY(!m_user->edit(OwnerField)->edited());
+}
+
 void TestFormExif::actionsElsewhereDoNothing()
 {
     m_user->fillClipboard(QStringLiteral("x"));
@@ -419,6 +567,19 @@ void TestFormExif::otherFieldsTakeAPositionAsText()
     m_user->form->menu_edit_paste();
     QCOMPARE(m_user->edit(OwnerField)->text(), position);
     QVERIFY(!m_user->edit(LatitudeField)->edited());
+}
+
+void TestFormExif::theHeightTakesAPositionAsText()
+{
+    m_user->fillClipboard(QStringLiteral("N35.40.20.000E139.45.30.000"));
+    m_user->open();
+    m_user->enter(AltitudeField);
+    m_user->edit(AltitudeField)->selectAll();
+    m_user->form->menu_edit_paste();
+    // As much of it as there is room for.
+    QCOMPARE(m_user->edit(AltitudeField)->text(), QStringLiteral("N35.40.20"));
+    QVERIFY(!m_user->edit(LatitudeField)->edited());
+    QVERIFY(!m_user->edit(LongitudeField)->edited());
 }
 
 void TestFormExif::leavingUneditedAsksNothing()
@@ -545,6 +706,47 @@ void TestFormExif::theEndOfTheProgramEndsIt()
     QCoreApplication::exec();
 }
 
+void TestFormExif::aMinimisedWindowIsNotAtItsEnd()
+{
+    struct HideWatch : QObject
+    {
+        int hides = 0;
+
+        bool eventFilter(QObject * /*watched*/, QEvent *event) override
+        {
+            hides += event->type() == QEvent::Hide && event->spontaneous() ? 1 : 0;
+            return false;
+        }
+    } watch;
+
+    m_user->open();
+    m_user->form->installEventFilter(&watch);
+    bool wasRunning = false;
+    QCOMPARE(m_user->run([&] {
+        m_user->form->showMinimized();
+        QTimer::singleShot(50, m_user->form.get(), [&] {
+            wasRunning = true;
+            m_user->form->menu_edit_save();
+        });
+    }),
+             1);
+    QCOMPARE(watch.hides, 1);
+    QVERIFY(wasRunning);
+}
+
+void TestFormExif::itMayGoWhileItRuns()
+{
+    m_user->open();
+    const QByteArray before = m_user->fileBytes();
+    QCOMPARE(m_user->run([this] {
+        m_user->type(OwnerField, QStringLiteral("x"));
+        m_user->form.reset();
+    }),
+             0);
+    QVERIFY(m_user->boxes.boxes.isEmpty());
+    QCOMPARE(m_user->fileBytes(), before);
+}
+
 void TestFormExif::savingEndsWithOne()
 {
     m_user->open();
@@ -611,6 +813,27 @@ void TestFormExif::everyFieldIsSaved()
     QCOMPARE(m_user->value(0xA004, ExifListKind::Exif).size(), 13);
     QCOMPARE(m_user->value(0x8298, ExifListKind::Ifd0), QByteArray("Bob\0Tour\0", 9));
     QVERIFY(m_user->document()->hasThumbnail());
+}
+
+/// Other programs write UTF-8 there. It is read as such, but written in Latin-1, which is no
+/// UTF-8 when it is read again.
+void TestFormExif::foreignLettersAreLostOutsideTheComment()
+{
+    const QString texts[] = {QStringLiteral("café 海"), QStringLiteral("caf\uFFFD ?")};
+    const QByteArray bytes[] = {QByteArray("caf\xE9 ?\0", 7), QByteArray("caf? ?\0", 7)};
+    ExifBuilder photo;
+    photo.ascii(ExifListKind::Ifd0, 0x010E, QStringLiteral("café 海").toUtf8());
+    m_user->open(photo);
+    for (std::size_t i = 0; i < std::size(texts); ++i) {
+        QCOMPARE(m_user->edit(TitleField)->text(), texts[i]);
+        QCOMPARE(m_user->run([this] {
+            m_user->form->menu_edit_save();
+        }),
+                 1);
+        QCOMPARE(m_user->value(0x010E, ExifListKind::Ifd0), bytes[i]);
+        m_user->form = std::make_unique<FormExif>(&m_user->browser, m_user->path);
+        m_user->tabs = m_user->form->findChild<QTabWidget *>();
+    }
 }
 
 void TestFormExif::aCommentInKanjiComesBack()
