@@ -5,18 +5,23 @@
 #include "exif/ui/MyImageWidget.h"
 #include "exif/ui/MyMultiLineEdit.h"
 #include "files/FormFile.h"
+#include "tests/files/DialogScript.h"
 #include "tests/journeys/Traveller.h"
 #include "tests/support/ExifBuilder.h"
+#include "tests/support/OrdinaryUser.h"
 #include "tests/support/TestMain.h"
 
 #include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
+#include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QTest>
@@ -27,12 +32,38 @@
 
 #include <functional>
 
+using lumi::test::clicking;
+using lumi::test::DialogAnswer;
+using lumi::test::DialogScript;
 using lumi::test::ExifBuilder;
+using lumi::test::OrdinaryUser;
 using lumi::test::Traveller;
 
 namespace {
 
-constexpr int kPatienceMs = 10000;
+constexpr int kPatienceMs = 30000;
+constexpr int kPollMs = 20;
+/// Of the menu Edit; separators count.
+constexpr int kSaveEntry = 4;
+constexpr int kExitEntry = 6;
+
+/// Of a folder: also for those who share the owner's group.
+constexpr QFile::Permissions kReadOnly = QFile::ReadOwner | QFile::ExeOwner | QFile::ReadGroup
+    | QFile::ExeGroup | QFile::ReadOther | QFile::ExeOther;
+
+/// Ends one window that keeps the editor from ending, or the editor itself.
+void endOneWindow()
+{
+    QWidget *window = QApplication::activePopupWidget();
+    if (window == nullptr) {
+        window = QApplication::activeModalWidget();
+    }
+    if (auto *editor = qobject_cast<FormExif *>(window)) {
+        editor->hide();
+    } else if (window != nullptr) {
+        window->close();
+    }
+}
 
 } // namespace
 
@@ -45,35 +76,45 @@ private Q_SLOTS:
 
     void cleanup() { m_user.reset(); }
 
-    void aNameIsWrittenAndShown();
+    void textsAreWrittenAndShown();
     void aPositionIsPastedAndSaved();
+    void aWrongPositionIsSentBack_data();
     void aWrongPositionIsSentBack();
+    void otherLettersDoNotComeIntoTheTitle();
     void changesAreDiscarded();
+    void leavingWithoutAChangeAsksNothing();
+    void aFolderThatCannotBeWrittenIsTold();
 
 private:
     using Step = std::function<void()>;
 
-    /// Opens the editor by a tap and takes the steps in it; they must end it.
-    void edit(const Step &steps);
+    /// Opens the editor by a tap and takes the steps in it; they must end it. Message boxes
+    /// get the answers in their order, those without an answer are closed; m_boxes tells them.
+    void edit(const Step &steps, const QList<DialogAnswer> &answers = {});
     [[nodiscard]] FormExif *editor() const;
     [[nodiscard]] MyMultiLineEdit *field(int page, int row) const;
     void turnTo(int page);
+    /// Types wherever the focus is.
+    void type(const QString &text);
     /// Taps into the field, and types in place of what is there.
     void write(int page, int row, const QString &text);
+    /// The third button beside the menus.
+    void tapPasteButton();
     /// Opens a menu of the editor and takes an entry.
     void choose(int menu, int entry);
-    /// Taps a button of the next message box, and notes what the box said.
-    void answerNextBox(QMessageBox::StandardButton button);
     [[nodiscard]] QString panelText() const;
+    /// What the photo's file says now, by the group and the label of the field.
+    [[nodiscard]] QString saved(int group, const char *label) const;
+    [[nodiscard]] QByteArray bytes() const;
 
     std::unique_ptr<Traveller> m_user;
-    QString m_boxText;
+    QStringList m_boxes;
 };
 
 void TestExifEditing::init()
 {
     m_user.reset(new Traveller);
-    m_boxText.clear();
+    m_boxes.clear();
     ExifBuilder photo;
     photo.ascii(ExifListKind::Ifd0, 0x010F, "Anvil Works")
         .photo(ExifBuilder::jpeg(80, 60, 0x4080C0));
@@ -97,28 +138,54 @@ FormExif *TestExifEditing::editor() const
     return m_user->browser()->findChild<FormExif *>();
 }
 
-void TestExifEditing::edit(const Step &steps)
+QString TestExifEditing::saved(int group, const char *label) const
 {
+    FPVExifFields fields(m_user->world.path(QStringLiteral("p.jpg")));
+    fields.setGroup(group);
+    for (int row = 0; row < fields.rowCount(); ++row) {
+        if (fields.rowLabel(row).trimmed() == QLatin1String(label)) {
+            return fields.valueText(row, true);
+        }
+    }
+    return QStringLiteral("no such field");
+}
+
+QByteArray TestExifEditing::bytes() const
+{
+    QFile file(m_user->world.path(QStringLiteral("p.jpg")));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+void TestExifEditing::edit(const Step &steps, const QList<DialogAnswer> &answers)
+{
+    const DialogScript script(answers);
     bool done = false;
+    QElapsedTimer clock;
+    clock.start();
     QTimer poll;
     connect(&poll, &QTimer::timeout, this, [&] {
         const bool isRunning = QThread::currentThread()->loopLevel() > 0;
         if (isRunning && editor() != nullptr && editor()->isActiveWindow() && !done) {
             done = true;
             steps();
+            if (editor() != nullptr && editor()->isVisible()) {
+                QTest::qFail("the steps leave the editor open", __FILE__, __LINE__);
+                editor()->hide();
+            }
+        }
+        if (clock.elapsed() > kPatienceMs) {
+            endOneWindow();
         }
     });
-    poll.start(20);
-    QTimer::singleShot(kPatienceMs, &poll, [this] {
-        QTest::qFail("the editor stays open", __FILE__, __LINE__);
-        QTimer::singleShot(0, editor(), &QWidget::hide);
-    });
+    poll.start(kPollMs);
     m_user->tapMiddle(m_user->browser()->findChild<MyImageWidget *>()->findChild<QPushButton *>());
     QVERIFY(QTest::qWaitFor(
         [&] {
             return done && editor() == nullptr;
         },
         kPatienceMs));
+    QVERIFY2(clock.elapsed() < kPatienceMs, "the editor stayed open");
+    m_boxes = script.seen.filter(QRegularExpression(QStringLiteral("^(?!wait )")));
 }
 
 MyMultiLineEdit *TestExifEditing::field(int page, int row) const
@@ -135,6 +202,20 @@ void TestExifEditing::turnTo(int page)
     QVERIFY(field(page, 0)->isVisible());
 }
 
+void TestExifEditing::type(const QString &text)
+{
+    for (const QChar character : text) {
+        QTest::sendKeyEvent(QTest::Click, editor()->windowHandle(), Qt::Key_unknown,
+                            QString(character), {});
+    }
+}
+
+void TestExifEditing::tapPasteButton()
+{
+    auto *bar = editor()->findChildren<QToolBar *>().last();
+    m_user->tapMiddle(bar->widgetForAction(bar->actions().last()));
+}
+
 void TestExifEditing::write(int page, int row, const QString &text)
 {
     turnTo(page);
@@ -142,10 +223,7 @@ void TestExifEditing::write(int page, int row, const QString &text)
     QVERIFY(field(page, row)->hasFocus());
     QTest::keyClick(editor()->windowHandle(), Qt::Key_A, Qt::ControlModifier);
     QTest::keyClick(editor()->windowHandle(), Qt::Key_Delete);
-    for (const QChar character : text) {
-        QTest::sendKeyEvent(QTest::Click, editor()->windowHandle(), Qt::Key_unknown,
-                            QString(character), {});
-    }
+    type(text);
     QCOMPARE(field(page, row)->text(), text);
 }
 
@@ -162,37 +240,34 @@ void TestExifEditing::choose(int menu, int entry)
     QTest::mouseClick(popup->windowHandle(), Qt::LeftButton, {}, at);
 }
 
-void TestExifEditing::answerNextBox(QMessageBox::StandardButton button)
-{
-    QTimer::singleShot(50, this, [this, button] {
-        auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
-        QVERIFY(box != nullptr);
-        m_boxText = box->text();
-        m_user->tapMiddle(box->button(button));
-    });
-}
-
-void TestExifEditing::aNameIsWrittenAndShown()
+void TestExifEditing::textsAreWrittenAndShown()
 {
     edit([this] {
         write(0, 0, QStringLiteral("Ann <3"));
+        write(0, 1, QStringLiteral("Trip"));
         write(1, 0, QStringLiteral("Jane Doe"));
+        write(1, 1, QStringLiteral("Harbour"));
+        write(1, 2, QStringLiteral("S1.WAV"));
         write(1, 3, QStringLiteral("海 at noon"));
-        choose(0, 4);
+        choose(0, kSaveEntry);
     });
-    QVERIFY(m_boxText.isEmpty());
+    QCOMPARE(m_boxes, QStringList());
     QString text = panelText();
     QVERIFY(text.replace(QChar(QChar::Nbsp), QLatin1Char(' ')).contains(QLatin1String("Ann <3")));
+    QVERIFY(text.contains(QLatin1String("Trip")));
     auto *combo = m_user->browser()->findChild<MyImageWidget *>()->findChild<QComboBox *>();
     combo->setFocus();
     QTest::keyClick(combo, Qt::Key_Down);
-    QVERIFY(panelText().contains(QStringLiteral("noon")));
-    FPVExifFields fields(m_user->world.path(QStringLiteral("p.jpg")));
-    fields.setGroup(1);
-    QCOMPARE(fields.valueText(0, false), QStringLiteral("Jane Doe"));
-    QCOMPARE(fields.valueText(5, false), QStringLiteral("海 at noon"));
-    fields.setGroup(0);
-    QCOMPARE(fields.valueText(0, false), QStringLiteral("Anvil Works"));
+    for (const char *shown : {"noon", "Harbour", "S1.WAV"}) {
+        QVERIFY2(panelText().contains(QLatin1String(shown)), shown);
+    }
+    QCOMPARE(saved(0, "Author"), QStringLiteral("Ann <3"));
+    QCOMPARE(saved(0, "Compilation"), QStringLiteral("Trip"));
+    QCOMPARE(saved(1, "Owner"), QStringLiteral("Jane Doe"));
+    QCOMPARE(saved(1, "Title"), QStringLiteral("Harbour"));
+    QCOMPARE(saved(1, "Related Audio"), QStringLiteral("S1.WAV"));
+    QCOMPARE(saved(1, "Comment"), QStringLiteral("海 at noon"));
+    QCOMPARE(saved(0, "Manufacturer"), QStringLiteral("Anvil Works"));
 }
 
 void TestExifEditing::aPositionIsPastedAndSaved()
@@ -201,62 +276,144 @@ void TestExifEditing::aPositionIsPastedAndSaved()
     edit([this] {
         turnTo(2);
         m_user->tapMiddle(field(2, 0)->viewport());
-        // The third button beside the menus.
-        auto *bar = editor()->findChildren<QToolBar *>().last();
-        m_user->tapMiddle(bar->widgetForAction(bar->actions().last()));
+        tapPasteButton();
         QCOMPARE(field(2, 0)->text(), QStringLiteral("N35.40.20.000"));
         QCOMPARE(field(2, 1)->text(), QStringLiteral("E139.45.30.000"));
         write(2, 2, QStringLiteral("12.5"));
-        choose(0, 4);
+        choose(0, kSaveEntry);
     });
-    FPVExifFields fields(m_user->world.path(QStringLiteral("p.jpg")));
-    fields.setGroup(5);
-    QStringList texts;
-    for (int row = 0; row < 4; ++row) {
-        texts.append(fields.valueText(row, true));
-    }
-    QCOMPARE(texts,
-             (QStringList{QStringLiteral("Ver 2.2.0.0"), QStringLiteral("N35.40.20.000"),
-                          QStringLiteral("E139.45.30.000"), QStringLiteral("12.5m")}));
+    QCOMPARE(m_boxes, QStringList());
+    QCOMPARE(saved(5, "GPS"), QStringLiteral("Ver 2.2.0.0"));
+    QCOMPARE(saved(5, "Lat."), QStringLiteral("N35.40.20.000"));
+    QCOMPARE(saved(5, "Long."), QStringLiteral("E139.45.30.000"));
+    QCOMPARE(saved(5, "Alt."), QStringLiteral("12.5m"));
+}
+
+void TestExifEditing::aWrongPositionIsSentBack_data()
+{
+    QTest::addColumn<int>("row");
+    QTest::addColumn<QString>("wrong");
+    QTest::addColumn<QString>("right");
+    QTest::addColumn<QString>("told");
+    QTest::addColumn<QByteArray>("label");
+    QTest::addColumn<QString>("shown");
+    QTest::newRow("latitude") << 0 << QStringLiteral("N91.00.00.000")
+                              << QStringLiteral("N89.00.00.000")
+                              << QStringLiteral("critical Error: The GPS latitude is invalid.")
+                              << QByteArray("Lat.") << QStringLiteral("N89.00.00.000");
+    QTest::newRow("longitude") << 1 << QStringLiteral("E181.00.00.000")
+                               << QStringLiteral("E179.00.00.000")
+                               << QStringLiteral("critical Error: The GPS longitude is invalid.")
+                               << QByteArray("Long.") << QStringLiteral("E179.00.00.000");
+    QTest::newRow("altitude") << 2 << QStringLiteral("12,5") << QStringLiteral("12.5")
+                              << QStringLiteral("critical Error: The GPS altitude is invalid.")
+                              << QByteArray("Alt.") << QStringLiteral("12.5m");
 }
 
 void TestExifEditing::aWrongPositionIsSentBack()
 {
+    QFETCH(int, row);
+    QFETCH(QString, wrong);
+    QFETCH(QString, right);
+    const QByteArray before = bytes();
+    edit(
+        [&] {
+            write(2, row, wrong);
+            turnTo(0);
+            choose(0, kSaveEntry);
+            QCOMPARE(bytes(), before);
+            QVERIFY(field(2, row)->isVisible());
+            QTRY_VERIFY(field(2, row)->hasFocus());
+            QCOMPARE(field(2, row)->text(), wrong);
+            write(2, row, right);
+            choose(0, kSaveEntry);
+        },
+        {clicking(QMessageBox::Ok)});
+    QCOMPARE(m_boxes.size(), 1);
+    QFETCH(QString, told);
+    QVERIFY2(m_boxes.first().startsWith(told), qPrintable(m_boxes.first()));
+    QFETCH(QByteArray, label);
+    QTEST(saved(5, label.constData()), "shown");
+}
+
+void TestExifEditing::otherLettersDoNotComeIntoTheTitle()
+{
+    QApplication::clipboard()->setText(QStringLiteral("海 2"));
     edit([this] {
-        write(2, 1, QStringLiteral("E181.00.00.000"));
-        turnTo(0);
-        answerNextBox(QMessageBox::Ok);
-        choose(0, 4);
-        QVERIFY(m_boxText.startsWith(QLatin1String("The GPS longitude is invalid.")));
-        QVERIFY(field(2, 1)->isVisible());
-        QTRY_VERIFY(field(2, 1)->hasFocus());
-        write(2, 1, QStringLiteral("E179.00.00.000"));
-        choose(0, 4);
+        write(1, 1, QStringLiteral("Sea"));
+        type(QStringLiteral("海é"));
+        QCOMPARE(field(1, 1)->text(), QStringLiteral("Sea"));
+        tapPasteButton();
+        QCOMPARE(field(1, 1)->text(), QStringLiteral("Sea 2"));
+        choose(0, kSaveEntry);
     });
-    FPVExifFields fields(m_user->world.path(QStringLiteral("p.jpg")));
-    fields.setGroup(5);
-    QCOMPARE(fields.valueText(2, true), QStringLiteral("E179.00.00.000"));
+    QCOMPARE(saved(1, "Title"), QStringLiteral("Sea 2"));
 }
 
 void TestExifEditing::changesAreDiscarded()
 {
-    QFile file(m_user->world.path(QStringLiteral("p.jpg")));
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    const QByteArray before = file.readAll();
-    file.close();
+    const QByteArray before = bytes();
+    edit(
+        [this] {
+            write(1, 1, QStringLiteral("Sea"));
+            choose(0, kExitEntry);
+            QVERIFY(editor()->isVisible());
+            QCOMPARE(field(1, 1)->text(), QStringLiteral("Sea"));
+            choose(0, kExitEntry);
+        },
+        {clicking(QMessageBox::No), clicking(QMessageBox::Yes)});
+    const QString question
+        = QStringLiteral("warning Edit cancelled: Exif information has been changed.\n"
+                         "It will be discarded. Continue? Yes/No");
+    QCOMPARE(m_boxes.size(), 2);
+    QVERIFY(m_boxes.first().startsWith(question) && m_boxes.last().startsWith(question));
+    QCOMPARE(bytes(), before);
+}
+
+void TestExifEditing::leavingWithoutAChangeAsksNothing()
+{
+    const QByteArray before = bytes();
     edit([this] {
-        write(1, 1, QStringLiteral("Sea"));
-        answerNextBox(QMessageBox::No);
-        choose(0, 6);
-        QVERIFY(editor()->isVisible());
-        QCOMPARE(field(1, 1)->text(), QStringLiteral("Sea"));
-        m_boxText.clear();
-        answerNextBox(QMessageBox::Yes);
-        choose(0, 6);
+        turnTo(2);
+        turnTo(1);
+        m_user->tapMiddle(field(1, 0)->viewport());
+        choose(0, kExitEntry);
     });
-    QVERIFY(m_boxText.startsWith(QLatin1String("Exif information has been changed.")));
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    QCOMPARE(file.readAll(), before);
+    QCOMPARE(m_boxes, QStringList());
+    QCOMPARE(bytes(), before);
+    QVERIFY(panelText().contains(QStringLiteral("Manufacturer")));
+}
+
+void TestExifEditing::aFolderThatCannotBeWrittenIsTold()
+{
+    const QByteArray before = bytes();
+    edit(
+        [&] {
+            write(0, 0, QStringLiteral("Ann"));
+            QFile home(QDir::homePath());
+            QFile folder(m_user->world.store);
+            const auto homePermissions = home.permissions();
+            const auto folderPermissions = folder.permissions();
+            QVERIFY(home.setPermissions(kReadOnly) && folder.setPermissions(kReadOnly));
+            {
+                const OrdinaryUser user;
+                QCOMPARE(bytes(), before);
+                choose(0, kSaveEntry);
+            }
+            QVERIFY(home.setPermissions(homePermissions));
+            QVERIFY(folder.setPermissions(folderPermissions));
+            QCOMPARE(bytes(), before);
+            QVERIFY(editor()->isVisible());
+            QCOMPARE(field(0, 0)->text(), QStringLiteral("Ann"));
+            // With the folder in order again the next try goes through.
+            choose(0, kSaveEntry);
+        },
+        {clicking(QMessageBox::Ok)});
+    QCOMPARE(m_boxes.size(), 1);
+    QVERIFY(m_boxes.first().startsWith(
+        QLatin1String("critical Error: Compiling Exif information failed. Retry. OK")));
+    QCOMPARE(saved(0, "Author"), QStringLiteral("Ann"));
+    QVERIFY(m_user->seesPage({QStringLiteral("p.jpg")}));
 }
 
 LUMI_TEST(TestExifEditing)
