@@ -196,6 +196,20 @@ click() {
     xdotool mousemove $1 click 1
 }
 
+# middleClick "<x> <y>"
+middleClick() {
+    # shellcheck disable=SC2086 # two numbers
+    xdotool mousemove $1 click 2
+}
+
+# fill "<x> <y>" <text>: types the text in place of what stands in the field there
+fill() {
+    click "$1"
+    sleep 0.2
+    key ctrl+a Delete
+    xdotool type --delay 30 "$2"
+}
+
 # drag "<x> <y>" "<x> <y>": from one place to the other with the button down
 drag() {
     # shellcheck disable=SC2086 # two numbers each
