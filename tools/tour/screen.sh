@@ -227,9 +227,10 @@ key() {
 
 # menu "<x> <y>" <number>: opens the menu there and chooses its entry of that number
 menu() {
-    local entry
+    local entry region=
     click "$1"
-    sleep 0.5
+    wait_for_change
+    rest
     for entry in $(seq "$2"); do
         xdotool key Down
         sleep 0.1
