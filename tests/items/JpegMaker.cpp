@@ -169,6 +169,27 @@ QByteArray withSize(QByteArray jpeg, int width, int height)
     qFatal("no frame header");
 }
 
+bool cutsASegment(const QByteArray &jpeg, qsizetype length)
+{
+    for (qsizetype at = 2; at + 4 <= jpeg.size();) {
+        const qsizetype end
+            = at + 2 + (static_cast<uchar>(jpeg[at + 2]) << 8) + static_cast<uchar>(jpeg[at + 3]);
+        if (length > at && length < end) {
+            return true;
+        }
+        const bool isScan = jpeg[at + 1] == '\xda';
+        at = end;
+        while (isScan && at + 2 < jpeg.size()) {
+            const auto next = static_cast<uchar>(jpeg[at + 1]);
+            if (jpeg[at] == '\xff' && next != 0 && (next & 0xF8) != 0xD0) {
+                break;
+            }
+            ++at;
+        }
+    }
+    return false;
+}
+
 const std::uint8_t *Decoded::at(int x, int y) const
 {
     return samples.data()

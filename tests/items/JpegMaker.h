@@ -37,6 +37,10 @@ QString writeJpeg(const QString &path, const JpegKind &kind);
 /// The same file with another size in its frame header.
 [[nodiscard]] QByteArray withSize(QByteArray jpeg, int width, int height);
 
+/// Whether a file of this length ends within one of its segments, those of scans included: the
+/// end marker that is made up for it is then read as a part of the segment.
+[[nodiscard]] bool cutsASegment(const QByteArray &jpeg, qsizetype length);
+
 /// Lines as libjpeg gives them with the fast transform.
 struct Decoded
 {

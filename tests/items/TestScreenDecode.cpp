@@ -929,32 +929,6 @@ void TestScreenDecode::cutAtEveryLength_data()
     QTest::newRow("arithmetic-coded") << lumi::test::makeJpeg({.size = size, .arithmetic = true});
 }
 
-namespace {
-
-/// Whether a file of this length ends within one of its segments, those of scans included.
-bool cutsASegment(const QByteArray &jpeg, qsizetype length)
-{
-    for (qsizetype at = 2; at + 4 <= jpeg.size();) {
-        const qsizetype end
-            = at + 2 + (static_cast<uchar>(jpeg[at + 2]) << 8) + static_cast<uchar>(jpeg[at + 3]);
-        if (length > at && length < end) {
-            return true;
-        }
-        const bool isScan = jpeg[at + 1] == '\xda';
-        at = end;
-        while (isScan && at + 2 < jpeg.size()) {
-            const auto next = static_cast<uchar>(jpeg[at + 1]);
-            if (jpeg[at] == '\xff' && next != 0 && (next & 0xF8) != 0xD0) {
-                break;
-            }
-            ++at;
-        }
-    }
-    return false;
-}
-
-} // namespace
-
 /// From the first byte of the picture on a cut photo is a short picture and no error.
 void TestScreenDecode::cutAtEveryLength()
 {
@@ -967,7 +941,7 @@ void TestScreenDecode::cutAtEveryLength()
         watched.item->setIncremental(false);
         const bool ok = start(watched.item.get());
         // In a segment, the made-up end marker is read as a part of it, which may or may not do.
-        const bool expected = cutsASegment(bytes, length) ? ok : length > picture;
+        const bool expected = lumi::test::cutsASegment(bytes, length) ? ok : length > picture;
         QVERIFY2(ok == expected, qPrintable(QString::number(length)));
         reached += ok ? 1 : 0;
         QCOMPARE(watched.item->errorCode(), ok ? DecodeError::None : DecodeError::Undecodable);

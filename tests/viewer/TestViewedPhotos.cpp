@@ -355,7 +355,9 @@ void TestViewedPhotos::brokenFiles_data()
         QTest::addRow("cut after %lld bytes", cut) << whole.first(cut) << true;
     }
     for (qsizetype cut = 8132; cut < scans.size(); cut += qsizetype{10} * 8132) {
-        QTest::addRow("progressive, cut after %lld bytes", cut) << scans.first(cut) << true;
+        if (!lumi::test::cutsASegment(scans, cut)) {
+            QTest::addRow("progressive, cut after %lld bytes", cut) << scans.first(cut) << true;
+        }
     }
     QTest::newRow("too many scans")
         << lumi::test::makeJpeg({.size = QSize(80, 60), .progressiveScans = 501}) << false;

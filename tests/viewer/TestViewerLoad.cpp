@@ -5,58 +5,22 @@
 #include "tests/items/JpegMaker.h"
 #include "tests/items/LibraryFaults.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/processFigures.h"
 #include "tests/viewer/ViewerFixture.h"
 
-#include <QDir>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QTest>
 
 #include <array>
+#include <functional>
 #include <memory>
 
-#include <malloc.h>
-#include <unistd.h>
-
+using lumi::test::bytesRead;
 using lumi::test::JpegKind;
 using lumi::test::ViewerFixture;
 
 namespace {
-
-qsizetype openFiles()
-{
-    return QDir(QStringLiteral("/proc/self/fd")).entryList(QDir::AllEntries | QDir::System).size();
-}
-
-/// How far this process has read the file; -1 if it isn't open.
-qint64 bytesRead(const QString &path)
-{
-    const QDir handles(QStringLiteral("/proc/self/fd"));
-    const QStringList names = handles.entryList(QDir::AllEntries | QDir::System);
-    for (const QString &name : names) {
-        if (QFile::symLinkTarget(handles.filePath(name)) != path) {
-            continue;
-        }
-        QFile info(QString(QStringLiteral("/proc/self/fdinfo/") + name));
-        // The first line is "pos:" and a number.
-        return info.open(QIODevice::ReadOnly) ? info.readLine().mid(4).trimmed().toLongLong() : -1;
-    }
-    return -1;
-}
-
-long residentKB()
-{
-    QFile pages(QStringLiteral("/proc/self/statm"));
-    const bool isOpen = pages.open(QIODevice::ReadOnly);
-    const QByteArrayList fields = isOpen ? pages.readAll().split(' ') : QByteArrayList();
-    return fields.size() > 1 ? fields[1].toLong() * (::sysconf(_SC_PAGESIZE) >> 10) : -1;
-}
-
-/// Under the address sanitizer freed memory is held back, and its figures say nothing.
-bool countsMemory()
-{
-    return ::mallinfo2().uordblks > 0;
-}
 
 /// A key and a press of the pen, as they come from outside, and when the viewer gets them.
 class Taps : public QObject
@@ -230,7 +194,7 @@ void TestViewerLoad::fiveHundredViewings()
     constexpr int kViewings = 500;
     constexpr int kWarmUp = 100;
     constexpr long kFlatKB = 4096;
-    FPVItemJpeg *item = addPhoto({.size = QSize(800, 600)});
+    FPVItemJpeg *item = addPhoto({.size = QSize(320, 240)});
     qsizetype files = 0;
     long resident = 0;
     for (int i = 0; i < kViewings; ++i) {
@@ -243,15 +207,15 @@ void TestViewerLoad::fiveHundredViewings()
         QCOMPARE(lumi::test::liveDecompressors(), 0);
         QVERIFY(item->rasterBits() == nullptr);
         if (i == kWarmUp) {
-            files = openFiles();
-            resident = residentKB();
+            files = lumi::test::openFiles();
+            resident = lumi::test::residentKB();
         }
     }
     QVERIFY(files > 2);
-    QCOMPARE(openFiles(), files);
+    QCOMPARE(lumi::test::openFiles(), files);
     QVERIFY(resident > 0);
-    const long grown = residentKB() - resident;
-    QVERIFY2(!countsMemory() || grown < kFlatKB, qPrintable(QString::number(grown)));
+    const long grown = lumi::test::residentKB() - resident;
+    QVERIFY2(!lumi::test::countsMemory() || grown < kFlatKB, qPrintable(QString::number(grown)));
 }
 
 LUMI_TEST(TestViewerLoad)
