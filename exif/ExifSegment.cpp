@@ -15,8 +15,9 @@ namespace {
 
 constexpr int kTiffBase = 12; // image start, marker, length and "Exif" with two NULs
 constexpr int kTiffHeaderSize = 8;
-constexpr int kLengthPlace = 4; // the segment's length counts from here
+constexpr int kCountSize = 2;
 constexpr int kEntrySize = 12;
+constexpr int kLinkSize = 4;
 constexpr int kWordSize = 4;
 constexpr qint64 kLargestValue = 65535;
 constexpr qint64 kLargestSum = 1048576;
@@ -35,7 +36,7 @@ bool ExifSegment::load()
     if (!loadHeader()) {
         return false;
     }
-    const int size = std::max(m_app1Length + kLengthPlace - kTiffBase, 0);
+    const int size = std::max(m_app1Length + kSegmentLengthPlace - kTiffBase, 0);
     m_bytes.resize(size, '\0');
     return size <= kTiffHeaderSize
         || readHere({m_bytes.data() + kTiffHeaderSize,
@@ -48,8 +49,8 @@ bool ExifSegment::loadHeader()
     if (header.size() < kTiffBase + kTiffHeaderSize || !header.startsWith("\xFF\xD8\xFF\xE1")) {
         return false;
     }
-    m_app1Length = qFromBigEndian<quint16>(header.constData() + kLengthPlace);
-    if (header.mid(kLengthPlace + 2, 6) != QByteArray("Exif\0\0", 6)) {
+    m_app1Length = qFromBigEndian<quint16>(header.constData() + kSegmentLengthPlace);
+    if (header.mid(kSegmentLengthPlace + 2, 6) != QByteArray("Exif\0\0", 6)) {
         return false;
     }
     m_tiffBase = kTiffBase;
@@ -66,7 +67,7 @@ bool ExifSegment::loadHeader()
 bool ExifSegment::readIfd(quint32 offset, ExifTagList &list, quint32 &link)
 {
     const int count = u16(offset);
-    qint64 place = qint64(offset) + 2;
+    qint64 place = qint64(offset) + kCountSize;
     for (int i = 0; i < count; ++i) {
         if (!readEntry(place, list)) {
             return false;
@@ -77,10 +78,26 @@ bool ExifSegment::readIfd(quint32 offset, ExifTagList &list, quint32 &link)
     return true;
 }
 
-bool ExifSegment::mayHoldIfd(quint32 offset) const
+std::optional<qint64> ExifSegment::sizeOfIfd(quint32 offset) const
 {
     const bool isCut = m_file.size() - m_tiffBase < m_bytes.size();
-    return isCut || m_bytes.size() - qint64(offset) >= 2 + qint64(kEntrySize) * u16(offset);
+    const qint64 entries = qint64(offset) + kCountSize;
+    const qint64 present = (m_bytes.size() - entries) / kEntrySize;
+    const int count = u16(offset);
+    if (!isCut && (entries > m_bytes.size() || count > present)) {
+        return std::nullopt;
+    }
+    qint64 size = kCountSize + kLinkSize;
+    for (qint64 i = 0; i < std::min<qint64>(count, present); ++i) {
+        const qint64 value = valueSize(entries + kEntrySize * i);
+        size += kEntrySize + (value > kWordSize && value <= kLargestValue ? value + value % 2 : 0);
+    }
+    return size;
+}
+
+qint64 ExifSegment::valueSize(qint64 entry) const
+{
+    return qint64(u32(entry + 4)) * typeSize(u16(entry + 2));
 }
 
 bool ExifSegment::readEntry(qint64 entry, ExifTagList &list)
@@ -88,7 +105,7 @@ bool ExifSegment::readEntry(qint64 entry, ExifTagList &list)
     const quint16 tag = u16(entry);
     const quint16 type = u16(entry + 2);
     const quint32 count = u32(entry + 4);
-    const qint64 size = qint64(count) * typeSize(type);
+    const qint64 size = valueSize(entry);
     if (typeSize(type) == 0 || size > std::min(kLargestValue, m_room)) {
         return true;
     }

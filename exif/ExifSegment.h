@@ -10,12 +10,16 @@
 
 #include <QByteArray>
 
+#include <optional>
 #include <span>
 #include <vector>
 
 class QIODevice;
 
 namespace lumi {
+
+/// Where the segment's length field stands in a file. The length counts from here.
+inline constexpr int kSegmentLengthPlace = 4;
 
 class ExifSegment
 {
@@ -31,9 +35,10 @@ public:
     /// unknown types and too large values are passed over. False on a read error only.
     [[nodiscard]] bool readIfd(quint32 offset, ExifTagList &list, quint32 &link);
 
-    /// Whether all entries of the directory at offset lie in the segment. Of a segment that the
-    /// file does not have to its end nobody can tell: true.
-    [[nodiscard]] bool mayHoldIfd(quint32 offset) const;
+    /// The bytes that the directory at offset takes with the values that readIfd() would give
+    /// it. Nothing when its entries do not all lie in the segment; of a segment that the file
+    /// does not have to its end, those that do are counted.
+    [[nodiscard]] std::optional<qint64> sizeOfIfd(quint32 offset) const;
 
     [[nodiscard]] bool isLittleEndian() const { return m_littleEndian; }
 
@@ -45,9 +50,13 @@ public:
 
     [[nodiscard]] quint32 ifd0Offset() const { return m_ifd0Offset; }
 
+    /// The bytes from the TIFF header to the end of the segment.
+    [[nodiscard]] qint64 size() const { return m_bytes.size(); }
+
 private:
     [[nodiscard]] bool loadHeader();
     [[nodiscard]] bool readEntry(qint64 entry, ExifTagList &list);
+    [[nodiscard]] qint64 valueSize(qint64 entry) const;
     [[nodiscard]] bool readValue(qint64 word);
     [[nodiscard]] bool readFar(qint64 place);
     /// Fills target from where the file stands. The end of the file is no error; the bytes

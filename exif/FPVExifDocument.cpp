@@ -3,14 +3,19 @@
 
 #include "exif/ExifSegment.h"
 #include "exif/embeddedPicture.h"
+#include "exif/exifBlockBytes.h"
 #include "exif/pointerTags.h"
 
 #include <QFileInfo>
 #include <QImage>
 
+#include <algorithm>
 #include <utility>
 
 namespace {
+
+// Directories, values and thumbnail for which a segment has room, as an even number.
+constexpr qint64 kMostInASegment = 65518;
 
 quint32 valueOf(const FPVExifTag *tag)
 {
@@ -101,25 +106,52 @@ bool FPVExifDocument::readAll()
     m_tiffBase = segment.tiffBase();
     m_app1Length = segment.app1Length();
     m_ifd0Offset = segment.ifd0Offset();
-    return loaded && segment.readIfd(m_ifd0Offset, m_ifd0, m_ifd1Offset) && readSubIfds(segment)
-        && readIfd1(segment);
+    return loaded && segment.readIfd(m_ifd0Offset, m_ifd0, m_ifd1Offset) && readIfd1(segment)
+        && readSubIfds(segment);
 }
 
 bool FPVExifDocument::readSubIfds(lumi::ExifSegment &segment)
 {
+    qint64 room = roomBesideLinked(segment);
+    if (!readPointed(segment, m_ifd0.findNumber(lumi::kExifPointer), m_exif, &room)) {
+        return false;
+    }
     const FPVExifTag *gps = m_ifd0.findNumber(lumi::kGpsPointer);
-    return readPointed(segment, m_ifd0, lumi::kExifPointer, m_exif)
-        && readPointed(segment, m_exif, lumi::kInteroperabilityPointer, m_interoperability)
-        && (!segment.mayHoldIfd(valueOf(gps))
-            || readPointed(segment, m_ifd0, lumi::kGpsPointer, m_gps));
+    const FPVExifTag *interoperability = m_exif.findNumber(lumi::kInteroperabilityPointer);
+    // Without a directory of its own this one leads to what is written next.
+    const bool isOfGps = gps && valueOf(gps) == valueOf(interoperability);
+    return (isOfGps || readPointed(segment, interoperability, m_interoperability, &room))
+        && readPointed(segment, gps, m_gps, &room);
 }
 
-bool FPVExifDocument::readPointed(lumi::ExifSegment &segment, const lumi::ExifTagList &from,
-                                  int pointer, lumi::ExifTagList &list)
+/// What a pointer leads to counts as empty when it goes beyond the segment, when it is one of
+/// the linked directories, and when the block as it would be written no longer fitted a segment
+/// with it: the pointer is then left over from an older block, and what it leads to must not
+/// come into the next one.
+bool FPVExifDocument::readPointed(lumi::ExifSegment &segment, const FPVExifTag *pointer,
+                                  lumi::ExifTagList &list, qint64 *room) const
 {
-    const FPVExifTag *tag = from.findNumber(pointer);
+    const quint32 offset = valueOf(pointer);
+    if (!pointer || offset == m_ifd0Offset || offset == m_ifd1Offset) {
+        return true;
+    }
+    const std::optional<qint64> size = segment.sizeOfIfd(offset);
+    if (!size || *size > *room) {
+        return true;
+    }
+    *room -= *size;
     quint32 unusedLink = 0;
-    return !tag || segment.readIfd(valueOf(tag), list, unusedLink);
+    return segment.readIfd(offset, list, unusedLink);
+}
+
+/// The bytes that a segment has for the directories that tags point to. Values and thumbnails
+/// from outside the segment leave no less room than a full one would.
+qint64 FPVExifDocument::roomBesideLinked(const lumi::ExifSegment &segment) const
+{
+    const bool isInside = qint64(m_thumbnailOffset) + m_thumbnailLength <= segment.size();
+    const qint64 thumbnail = hasThumbnail() && isInside ? m_thumbnailLength : 0;
+    const qint64 linked = qint64(lumi::ifdSize(m_ifd0)) + lumi::ifdSize(m_ifd1) + thumbnail;
+    return kMostInASegment - std::min(linked, segment.size());
 }
 
 bool FPVExifDocument::readIfd1(lumi::ExifSegment &segment)

@@ -6,9 +6,9 @@
 // writer read from it again.
 // Format: the segment is read once and taken apart in memory; values outside it one by one.
 // What lies behind the segment reads as zero in a directory, what lies behind the file in a
-// value. A GPS directory with more entries than the segment has room for counts as empty: a
-// pointer stays when its last tag goes, and later leads into other data. Values of more than
-// 65535 bytes, or beyond 1 MB in all, are passed over.
+// value; of more than 65535 bytes, or beyond 1 MB in all, values are passed over. A pointer
+// outlives its directory and then leads into other data, which counts as an empty directory
+// when it cannot be one.
 #pragma once
 
 #include "exif/ExifListKind.h"
@@ -90,8 +90,9 @@ private:
     [[nodiscard]] static ListMember listAt(ExifListKind kind);
     [[nodiscard]] bool readAll();
     [[nodiscard]] bool readSubIfds(lumi::ExifSegment &segment);
-    [[nodiscard]] static bool readPointed(lumi::ExifSegment &segment, const lumi::ExifTagList &from,
-                                          int pointer, lumi::ExifTagList &list);
+    [[nodiscard]] bool readPointed(lumi::ExifSegment &segment, const FPVExifTag *pointer,
+                                   lumi::ExifTagList &list, qint64 *room) const;
+    [[nodiscard]] qint64 roomBesideLinked(const lumi::ExifSegment &segment) const;
     [[nodiscard]] bool readIfd1(lumi::ExifSegment &segment);
 
     quint8 m_littleEndian = 1;

@@ -12,8 +12,8 @@
 class FPVExifTagBytes : public FPVExifTag
 {
 public:
-    /// Copies value. It is normally count times typeSize(type) long; fewer bytes are what a
-    /// cut file had.
+    /// Copies value. It is count times typeSize(type) bytes long, or shorter where a reader
+    /// takes only the beginning of a large value.
     FPVExifTagBytes(quint16 tag, quint16 type, quint32 count, std::span<const char> value);
 
     /// The first four bytes over a zeroed number; with fewer bytes, those.

@@ -1,20 +1,20 @@
 // SPDX-License-Identifier: MIT
 #include "exif/FPVExifWriter.h"
 
+#include "exif/ExifSegment.h"
 #include "exif/FPVExifTagBytes.h"
 #include "exif/exifBlockBytes.h"
 #include "exif/pointerTags.h"
 #include "exif/typeSize.h"
 
-namespace {
-
-constexpr int kLengthPlace = 4; // the segment's length counts from here
-
-} // namespace
-
 FPVExifWriter::FPVExifWriter(const QString &path)
+    : FPVExifWriter(path, lumi::stateOf(path))
+{ }
+
+/// A change while the block is read must show as one, so the state is taken before it.
+FPVExifWriter::FPVExifWriter(const QString &path, const struct stat &state)
     : FPVExifDocument(path)
-    , m_state(lumi::stateOf(*this))
+    , m_state(state)
 { }
 
 FPVExifWriter::~FPVExifWriter() = default;
@@ -43,7 +43,7 @@ void FPVExifWriter::removeTag(quint16 tag, ExifListKind kind)
 
 int FPVExifWriter::rewrite()
 {
-    const qint64 rest = qint64(app1Length()) + kLengthPlace;
+    const qint64 rest = qint64(app1Length()) + lumi::kSegmentLengthPlace;
     // Without image data there is no photo that could be kept.
     if (!isValid() || size() <= rest) {
         return static_cast<int>(ExifRewriteResult::Failed);

@@ -23,12 +23,14 @@ public:
     void removeTag(quint16 tag, ExifListKind kind);
 
     /// Replaces the photo: an ExifRewriteResult as a number. It fails when the file was changed
-    /// since the block was read. It works once, since the old photo is gone then; after a
+    /// since just before the block was read. It works once, since the old photo is gone then; after a
     /// failure that left the photo open it may be tried again.
     [[nodiscard]] int rewrite();
 
 private:
+    FPVExifWriter(const QString &path, const struct stat &state);
+
     [[nodiscard]] lumi::ByteRange thumbnailRange() const;
 
-    struct stat m_state; // of the photo when its block was read
+    struct stat m_state; // of the photo before its block was read
 };

@@ -137,9 +137,7 @@ ExifRewriteResult PhotoReplacement::run(const QByteArray &start, ByteRange thumb
 /// that was read is not its own.
 bool PhotoReplacement::isUnchanged() const
 {
-    struct stat now = {};
-    return m_state.st_mode != 0 && ::stat(QFile::encodeName(m_path).constData(), &now) == 0
-        && isSameState(m_state, now);
+    return m_state.st_mode != 0 && isSameState(m_state, stateOf(m_path));
 }
 
 bool PhotoReplacement::openTemporary()
@@ -176,7 +174,7 @@ PhotoReplacement::Outcome PhotoReplacement::copy(ByteRange range)
         return Outcome::ReadFailed;
     }
     for (qint64 left = range.length; left > 0;) {
-        const qint64 wanted = kBlockSize - m_temporary.pos() % kBlockSize;
+        const qint64 wanted = kBlockSize - m_written % kBlockSize;
         const qint64 got = m_photo.read(block.data(), std::min(left, wanted));
         if (got <= 0) {
             return Outcome::ReadFailed;
@@ -189,16 +187,23 @@ PhotoReplacement::Outcome PhotoReplacement::copy(ByteRange range)
     return Outcome::Whole;
 }
 
-/// A disk that fills up takes a part first; why it took no more only the next try tells.
+/// A disk that fills up takes a part first; why it took no more only the next try tells. The
+/// toolkit's writing would tell a full disk, but not one whose share for this user is used up.
 bool PhotoReplacement::write(const char *bytes, qint64 size)
 {
     while (size > 0) {
-        const qint64 written = m_temporary.write(bytes, size);
+        const ssize_t written
+            = ::write(m_temporary.handle(), bytes, static_cast<std::size_t>(size));
+        if (written < 0 && errno == EINTR) {
+            continue;
+        }
         if (written <= 0) {
+            m_writeError = written < 0 ? errno : 0;
             return false;
         }
         bytes += written;
         size -= written;
+        m_written += written;
     }
     return true;
 }
@@ -220,12 +225,12 @@ int PhotoReplacement::bringToDisk()
 
 ExifRewriteResult PhotoReplacement::giveUp(Outcome outcome)
 {
-    const bool isFull = m_temporary.error() == QFileDevice::ResourceError;
-    m_temporary.remove();
+    drop();
     if (outcome == Outcome::ReadFailed) {
         return ExifRewriteResult::Failed;
     }
-    return isFull || !hasRoom() ? ExifRewriteResult::NoRoom : ExifRewriteResult::Done;
+    return isDiskFull(m_writeError) || !hasRoom() ? ExifRewriteResult::NoRoom
+                                                  : ExifRewriteResult::Done;
 }
 
 ExifRewriteResult PhotoReplacement::exchange()
@@ -244,12 +249,20 @@ ExifRewriteResult PhotoReplacement::exchange()
     return ExifRewriteResult::Done;
 }
 
+/// An open file's own removal would not remove it when it cannot be closed without an error, as
+/// on the full disk it is removed from.
+void PhotoReplacement::drop()
+{
+    m_temporary.close();
+    QFile::remove(m_temporary.fileName());
+}
+
 /// Somebody else may have removed the old photo meanwhile. The new one, whole as it is, could
 /// be the only one left then and is kept.
 void PhotoReplacement::dropWhole()
 {
     if (QFile::exists(m_path)) {
-        m_temporary.remove();
+        drop();
     }
 }
 
@@ -258,10 +271,10 @@ bool PhotoReplacement::hasRoom() const
     return freeDiskKB(QFile::encodeName(mediumOf(m_path))) >= m_state.st_size >> kShiftToKB;
 }
 
-struct stat stateOf(const QFile &file)
+struct stat stateOf(const QString &path)
 {
     struct stat state = {};
-    if (::fstat(file.handle(), &state) != 0) {
+    if (::stat(QFile::encodeName(path).constData(), &state) != 0) {
         state = {};
     }
     return state;

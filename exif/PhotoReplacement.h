@@ -31,7 +31,7 @@ class PhotoReplacement
 {
 public:
     /// The photo is lent, open for reading. It is closed once the new one is complete. state is
-    /// its stateOf() at the time of which the new start is made; one of zeros fits no photo.
+    /// the stateOf() its path before its block was read; one of zeros fits no photo.
     PhotoReplacement(QFile &photo, const struct stat &state);
 
     /// Makes the new photo of start, the bytes of the old one in thumbnail, a zero byte when
@@ -49,18 +49,21 @@ private:
     [[nodiscard]] int bringToDisk();
     [[nodiscard]] ExifRewriteResult giveUp(Outcome outcome);
     [[nodiscard]] ExifRewriteResult exchange();
+    void drop();
     void dropWhole();
     [[nodiscard]] bool hasRoom() const;
 
     QFile &m_photo;
     QString m_path;
-    struct stat m_state; // of the photo when its block was read
+    struct stat m_state; // of the photo before its block was read
     QFile m_temporary;
+    qint64 m_written = 0; // bytes of the temporary file
+    int m_writeError = 0; // the errno of the write that failed
 };
 
-/// What tells an open file from any other and from itself after a change: device, inode, size
-/// and time of the last write among the rest. Zeros for a file that is not open.
-[[nodiscard]] struct stat stateOf(const QFile &file);
+/// What tells the file at path from any other and from itself after a change: device, inode,
+/// size and time of the last write among the rest. Zeros without a file.
+[[nodiscard]] struct stat stateOf(const QString &path);
 
 /// The first of "photo_tmp_0.jpg", "photo_tmp_1.jpg" and so on that no file in the folder of
 /// photo.jpg has; empty when 65535 are taken.

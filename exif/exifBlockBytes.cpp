@@ -48,8 +48,10 @@ template <class Number> void store(QByteArray &bytes, qsizetype place, Number nu
 void setPointer(lumi::ExifTagList &list, int number, quint16 type, quint32 count, quint32 value)
 {
     std::vector<char> bytes(std::size_t(count) * static_cast<std::size_t>(typeSize(type)));
-    std::copy_n(reinterpret_cast<const char *>(&value), std::min(bytes.size(), sizeof value),
-                bytes.begin());
+    char word[sizeof value];
+    qToLittleEndian(value, word);
+    std::copy_n(word, std::min(bytes.size(), sizeof word), bytes.begin());
+    lumi::convertOrder(bytes, type, true);
     list.put(std::make_unique<FPVExifTagBytes>(static_cast<quint16>(number), type, count, bytes));
 }
 

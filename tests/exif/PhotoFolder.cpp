@@ -80,4 +80,23 @@ ExifBuilder fullPhoto(ExifBuilder::Order order)
     return photo;
 }
 
+ExifBuilder plainPhoto(ExifBuilder::Order order)
+{
+    using enum ExifListKind;
+    ExifBuilder photo(order);
+    photo.ascii(Ifd0, 0x010F, "Anvil Works")
+        .shorts(Ifd0, 0x0112, {6})
+        .rationals(Exif, 0x829A, {{1, 60}})
+        .value(Gps, 0x0000, 1, 4, QByteArray("\2\2\0\0", 4))
+        .rationals(Gps, 0x0002, {{35, 1}, {40, 1}, {3012, 100}});
+    return photo;
+}
+
+void addOrders()
+{
+    QTest::addColumn<ExifBuilder::Order>("order");
+    QTest::newRow("a little-endian photo") << ExifBuilder::Order::Little;
+    QTest::newRow("a big-endian photo") << ExifBuilder::Order::Big;
+}
+
 } // namespace lumi::test

@@ -34,4 +34,10 @@ private:
 /// A photo with something in every directory, values of every type among them.
 [[nodiscard]] ExifBuilder fullPhoto(ExifBuilder::Order order);
 
+/// A photo whose second directory is missing.
+[[nodiscard]] ExifBuilder plainPhoto(ExifBuilder::Order order);
+
+/// Makes a row for each byte order, in a column "order".
+void addOrders();
+
 } // namespace lumi::test

@@ -19,8 +19,8 @@ QByteArray makeOldPhoto()
 
 QByteArray makeNewPhoto()
 {
-    PhotoFolder folder;
-    const QString path = folder.put(RewriteWorld::oldPhoto());
+    PhotoFolder other;
+    const QString path = other.put(RewriteWorld::oldPhoto());
     FPVExifWriter writer(path);
     return RewriteWorld::save(&writer) == 0 ? contentOf(path) : QByteArray();
 }
@@ -29,16 +29,10 @@ QByteArray makeNewPhoto()
 
 RewriteWorld::RewriteWorld()
 {
-    FakeMachine::install()->setFreeDiskKB(1000000);
     static_cast<void>(newPhoto()); // made while nothing goes wrong
     path = folder.put(oldPhoto());
     place = QFileInfo(path).absolutePath();
     temporary = folder.path(QStringLiteral("photo_tmp_0.jpg"));
-}
-
-RewriteWorld::~RewriteWorld()
-{
-    Machine::install(nullptr);
 }
 
 const QStringList &RewriteWorld::steps()

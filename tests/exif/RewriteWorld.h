@@ -5,8 +5,7 @@
 
 #include "exif/FPVExifWriter.h"
 #include "tests/exif/BlockCopy.h"
-#include "tests/exif/PhotoFolder.h"
-#include "tests/support/FakeMachine.h"
+#include "tests/exif/RewriteFolder.h"
 #include "tests/support/FileFaults.h"
 
 #include <QFileInfo>
@@ -18,11 +17,8 @@ class RewriteWorld
 public:
     static constexpr int kPhotoSize = 30000;
 
-    /// Installs a machine with room and writes the photo.
+    /// Writes the photo.
     RewriteWorld();
-    ~RewriteWorld();
-    RewriteWorld(const RewriteWorld &) = delete;
-    RewriteWorld &operator=(const RewriteWorld &) = delete;
 
     /// The calls of a rewriting in which nothing goes wrong.
     [[nodiscard]] static const QStringList &steps();
@@ -48,7 +44,7 @@ public:
 
     [[nodiscard]] bool hasTemporary() const { return QFileInfo(temporary).exists(); }
 
-    PhotoFolder folder;
+    RewriteFolder folder;
     QString place; ///< path of the folder
     QString path;
     QString temporary;

@@ -32,10 +32,14 @@ private Q_SLOTS:
     void hugeCountsArePassedOver_data();
     void hugeCountsArePassedOver();
     void loopsOfDirectoriesEnd();
-    void gpsMustFitTheSegment_data();
-    void gpsMustFitTheSegment();
-    void gpsOfACutFileKeepsWhatIsThere();
-    void otherDirectoriesKeepWhatIsInTheSegment();
+    void pointedDirectoryMustFitTheSegment_data();
+    void pointedDirectoryMustFitTheSegment();
+    void pointedDirectoryOfACutFileKeepsWhatIsThere();
+    void pointerToALinkedDirectoryLeadsNowhere_data();
+    void pointerToALinkedDirectoryLeadsNowhere();
+    void directoriesShareTheRoomOfASegment();
+    void whatLiesOutsideLeavesRoom();
+    void linkedDirectoriesKeepWhatIsInTheSegment();
 
 private:
     lumi::test::PhotoFolder m_folder;
@@ -225,65 +229,132 @@ void TestFPVExifDocumentBounds::hugeCountsArePassedOver()
 void TestFPVExifDocumentBounds::loopsOfDirectoriesEnd()
 {
     ExifBuilder photo;
-    photo.longs(Ifd0, 0x8769, {8}).longs(Ifd0, 0x8825, {8}).longs(Ifd0, 0xA005, {8});
+    const quint32 exif = 8 + 2 + 12 + 4;
+    photo.longs(Ifd0, 0x8769, {exif}).longs(Exif, 0xA005, {exif});
     photo.link(Ifd0, 8).withoutPointers();
+    QCOMPARE(photo.offsetOf(Exif), exif);
     const FPVExifDocument document(m_folder.put(photo));
     QVERIFY(document.isValid());
-    for (const auto kind : {Ifd0, Exif, Interoperability, Gps, Ifd1}) {
-        QCOMPARE(document.list(kind).count(), 3);
+    for (const auto kind : {Ifd0, Ifd1}) {
+        QCOMPARE(numbersOf(document.list(kind)), QList<int>{0x8769});
+    }
+    for (const auto kind : {Exif, Interoperability}) {
+        QCOMPARE(numbersOf(document.list(kind)), QList<int>{0xA005});
     }
     QCOMPARE(document.nextIfdOffset(), 8U);
 }
 
-void TestFPVExifDocumentBounds::gpsMustFitTheSegment_data()
+void TestFPVExifDocumentBounds::pointedDirectoryMustFitTheSegment_data()
 {
+    QTest::addColumn<ExifListKind>("list");
     QTest::addColumn<int>("spare"); // bytes of the segment behind the last entry
     QTest::addColumn<int>("tags");
-    QTest::newRow("more than is needed") << 5 << 2;
-    QTest::newRow("no room for a link") << 0 << 2;
-    QTest::newRow("a byte too few") << -1 << 0;
-    QTest::newRow("no whole entry") << -13 << 0;
-    QTest::newRow("nothing behind the count") << -24 << 0;
-    QTest::newRow("half the count") << -25 << 0;
-    QTest::newRow("not there at all") << -26 << 0;
+    const auto rows = [](const char *name, ExifListKind list) {
+        const auto row = [name, list](const char *what, int spare, int tags) {
+            QTest::addRow("%s, %s", name, what) << list << spare << tags;
+        };
+        row("more than is needed", 5, 2);
+        row("no room for a link", 0, 2);
+        row("a byte too few", -1, 0);
+        row("no whole entry", -13, 0);
+        row("nothing behind the count", -24, 0);
+        row("half the count", -25, 0);
+        row("not there at all", -26, 0);
+    };
+    rows("Exif", Exif);
+    rows("interoperability", Interoperability);
+    rows("GPS", Gps);
 }
 
-void TestFPVExifDocumentBounds::gpsMustFitTheSegment()
+void TestFPVExifDocumentBounds::pointedDirectoryMustFitTheSegment()
 {
+    QFETCH(ExifListKind, list);
     QFETCH(int, spare);
     QFETCH(int, tags);
     for (const auto order : {ExifBuilder::Order::Little, ExifBuilder::Order::Big}) {
         ExifBuilder photo(order);
-        photo.shorts(Ifd0, 0x0112, {6}).ascii(Gps, 0x0001, "N").ascii(Gps, 0x0003, "E");
-        const int entriesEnd = int(photo.offsetOf(Gps)) + 2 + 24;
+        photo.shorts(Ifd0, 0x0112, {6}).shorts(list, 0x0001, {1}).shorts(list, 0x0003, {1});
+        const int entriesEnd = int(photo.offsetOf(list)) + 2 + 24;
         photo.app1Length(quint16(8 + entriesEnd + spare));
         const FPVExifDocument document(m_folder.put(photo));
         QVERIFY(document.isValid());
-        QCOMPARE(document.gpsList().count(), tags);
-        QCOMPARE(numbersOf(document.ifd0List()), (QList<int>{0x0112, 0x8825}));
+        QCOMPARE(document.list(list).count(), tags);
+        QCOMPARE(numbersOf(document.ifd0List()),
+                 (QList<int>{0x0112, list == Gps ? 0x8825 : 0x8769}));
     }
 }
 
-void TestFPVExifDocumentBounds::gpsOfACutFileKeepsWhatIsThere()
+void TestFPVExifDocumentBounds::pointedDirectoryOfACutFileKeepsWhatIsThere()
 {
-    ExifBuilder photo;
-    photo.shorts(Ifd0, 0x0112, {6}).ascii(Gps, 0x0001, "N").ascii(Gps, 0x0003, "E");
-    photo.entryCount(Gps, 9);
-    const QByteArray whole = photo.file();
-    const qsizetype entriesEnd = 12 + photo.offsetOf(Gps) + 2 + 24;
-    QVERIFY(FPVExifDocument(m_folder.put(whole)).gpsList().isEmpty());
-    const FPVExifDocument document(m_folder.put(whole.left(entriesEnd)));
-    QVERIFY(document.isValid());
-    QCOMPARE(numbersOf(document.gpsList()), (QList<int>{0x0001, 0x0003}));
+    for (const ExifListKind list : {Exif, Gps}) {
+        ExifBuilder photo;
+        photo.shorts(Ifd0, 0x0112, {6}).shorts(list, 0x0001, {1}).shorts(list, 0x0003, {1});
+        photo.entryCount(list, 9);
+        const QByteArray whole = photo.file();
+        const qsizetype entriesEnd = 12 + photo.offsetOf(list) + 2 + 24;
+        QVERIFY(FPVExifDocument(m_folder.put(whole)).list(list).isEmpty());
+        const FPVExifDocument document(m_folder.put(whole.left(entriesEnd)));
+        QVERIFY(document.isValid());
+        QCOMPARE(numbersOf(document.list(list)), (QList<int>{0x0001, 0x0003}));
+    }
 }
 
-void TestFPVExifDocumentBounds::otherDirectoriesKeepWhatIsInTheSegment()
+void TestFPVExifDocumentBounds::pointerToALinkedDirectoryLeadsNowhere_data()
 {
-    // These are written anew with their pointers, which so never grow stale.
-    for (const ExifListKind kind : {Ifd0, Exif, Interoperability, Ifd1}) {
+    QTest::addColumn<ExifListKind>("target");
+    QTest::newRow("to the first one") << Ifd0;
+    QTest::newRow("to the second one") << Ifd1;
+}
+
+void TestFPVExifDocumentBounds::pointerToALinkedDirectoryLeadsNowhere()
+{
+    QFETCH(ExifListKind, target);
+    for (const quint16 pointer : {quint16(0x8769), quint16(0x8825)}) {
+        ExifBuilder sketch;
+        sketch.longs(Ifd0, pointer, {0}).shorts(Ifd1, 0x0103, {6});
         ExifBuilder photo;
-        photo.shorts(Ifd0, 0x0112, {6}).shorts(Exif, 0x9208, {1});
-        photo.shorts(Interoperability, 0x1001, {5}).shorts(Ifd1, 0x0103, {6});
+        photo.longs(Ifd0, pointer, {sketch.offsetOf(target)}).shorts(Ifd1, 0x0103, {6});
+        const FPVExifDocument document(m_folder.put(photo));
+        QVERIFY(document.isValid());
+        QCOMPARE(document.list(target).count(), 1);
+        QVERIFY(!document.hasExifIfd());
+        QVERIFY(!document.hasGpsIfd());
+    }
+}
+
+void TestFPVExifDocumentBounds::directoriesShareTheRoomOfASegment()
+{
+    // Each fits by itself; a thumbnail in the segment takes its part as well.
+    constexpr quint32 kHalf = 32000;
+    ExifBuilder photo;
+    photo.word(Exif, 0x9999, 7, kHalf, 8).word(Gps, 0x9999, 7, kHalf, 8);
+    QVERIFY(FPVExifDocument(m_folder.put(photo)).hasExifIfd());
+    QVERIFY(FPVExifDocument(m_folder.put(photo)).hasGpsIfd());
+    photo.thumbnail(QByteArray(2000, 't'));
+    QVERIFY(FPVExifDocument(m_folder.put(photo)).hasExifIfd());
+    QVERIFY(!FPVExifDocument(m_folder.put(photo)).hasGpsIfd());
+}
+
+void TestFPVExifDocumentBounds::whatLiesOutsideLeavesRoom()
+{
+    // Large values and a thumbnail behind the segment do not hide the directories inside.
+    ExifBuilder photo = lumi::test::fullPhoto(ExifBuilder::Order::Little);
+    photo.word(Ifd0, 0xC000, 7, 65535, 100000).word(Ifd1, 0xC000, 7, 65535, 100000);
+    QVERIFY(FPVExifDocument(m_folder.put(photo)).hasExifIfd());
+    QVERIFY(FPVExifDocument(m_folder.put(photo)).hasGpsIfd());
+    ExifBuilder preview;
+    preview.shorts(Exif, 0x9208, {1}).longs(Ifd1, 0x0201, {100000}).longs(Ifd1, 0x0202, {70000});
+    const FPVExifDocument document(m_folder.put(preview));
+    QVERIFY(document.hasThumbnail());
+    QVERIFY(document.hasExifIfd());
+}
+
+void TestFPVExifDocumentBounds::linkedDirectoriesKeepWhatIsInTheSegment()
+{
+    // No link outlives its directory.
+    for (const ExifListKind kind : {Ifd0, Ifd1}) {
+        ExifBuilder photo;
+        photo.shorts(Ifd0, 0x0112, {6}).shorts(Ifd1, 0x0103, {6});
         photo.entryCount(kind, 60000);
         const FPVExifDocument document(m_folder.put(photo));
         QVERIFY(document.isValid());

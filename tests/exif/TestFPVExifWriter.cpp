@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Tags set and removed, and the file that is replaced: its names, rights and identity.
-#include "exif/FPVExifWriter.h"
 #include "tests/exif/BlockCopy.h"
-#include "tests/exif/PhotoFolder.h"
+#include "tests/exif/RewriteFolder.h"
 #include "tests/exif/tagLists.h"
-#include "tests/support/FakeMachine.h"
 #include "tests/support/TestMain.h"
 
 #include <QDateTime>
@@ -17,10 +15,10 @@
 using lumi::test::bytesOf;
 using lumi::test::contentOf;
 using lumi::test::ExifBuilder;
-using lumi::test::FakeMachine;
 using lumi::test::fullPhoto;
 using lumi::test::numbersOf;
 using lumi::test::restOf;
+using lumi::test::rewritten;
 using enum ExifListKind;
 
 namespace {
@@ -28,10 +26,20 @@ namespace {
 constexpr int kDone = 0;
 constexpr int kFailed = 2;
 
-int rewritten(const QString &path)
+/// A file of which one place cannot be found.
+class UnevenFile : public QFile
 {
-    return FPVExifWriter(path).rewrite();
-}
+public:
+    UnevenFile(const QString &path, int failingSeek)
+        : QFile(path)
+        , m_seeks(failingSeek)
+    { }
+
+    bool seek(qint64 place) override { return m_seeks-- != 0 && QFile::seek(place); }
+
+private:
+    int m_seeks; // before the one that fails
+};
 
 } // namespace
 
@@ -67,6 +75,8 @@ private Q_SLOTS:
     void missingPhotoIsAFailure();
     void anotherFileUnderTheNameIsNotTouched_data();
     void anotherFileUnderTheNameIsNotTouched();
+    void photoThatCannotBeReadFromAPlaceIsNotTouched_data();
+    void photoThatCannotBeReadFromAPlaceIsNotTouched();
     void photoChangedSinceItWasReadIsNotTouched_data();
     void photoChangedSinceItWasReadIsNotTouched();
     void rewriteWorksOnce();
@@ -75,19 +85,17 @@ private Q_SLOTS:
 private:
     QString put(const ExifBuilder &photo) { return m_folder->put(photo); }
 
-    std::unique_ptr<lumi::test::PhotoFolder> m_folder;
+    std::unique_ptr<lumi::test::RewriteFolder> m_folder;
 };
 
 void TestFPVExifWriter::init()
 {
-    FakeMachine::install()->setFreeDiskKB(1000000);
-    m_folder = std::make_unique<lumi::test::PhotoFolder>();
+    m_folder = std::make_unique<lumi::test::RewriteFolder>();
 }
 
 void TestFPVExifWriter::cleanup()
 {
     m_folder.reset();
-    Machine::install(nullptr);
 }
 
 void TestFPVExifWriter::setTagTakesThePlaceOfTheOldOne()
@@ -375,7 +383,7 @@ void TestFPVExifWriter::anotherFileUnderTheNameIsNotTouched()
     const QString path = put(fullPhoto(ExifBuilder::Order::Big));
     QFile photo(path);
     QVERIFY(photo.open(QIODevice::ReadOnly));
-    lumi::PhotoReplacement replacement(photo, lumi::stateOf(photo));
+    lumi::PhotoReplacement replacement(photo, lumi::stateOf(path));
     if (!inPlace) {
         const QString other = m_folder->put("another photo", QStringLiteral("other.jpg"));
         QCOMPARE(
@@ -387,6 +395,30 @@ void TestFPVExifWriter::anotherFileUnderTheNameIsNotTouched()
     const QByteArray before = contentOf(path);
     QVERIFY(replacement.run("start", {}, 10) == ExifRewriteResult::Failed);
     QVERIFY(contentOf(path) == before);
+    QVERIFY(!QFile::exists(m_folder->path(QStringLiteral("photo_tmp_0.jpg"))));
+}
+
+void TestFPVExifWriter::photoThatCannotBeReadFromAPlaceIsNotTouched_data()
+{
+    QTest::addColumn<int>("seek");
+    QTest::addColumn<int>("result");
+    QTest::newRow("where the thumbnail is") << 0 << kFailed;
+    QTest::newRow("where the image data begin") << 1 << kFailed;
+    QTest::newRow("where nobody looks") << 2 << kDone;
+}
+
+void TestFPVExifWriter::photoThatCannotBeReadFromAPlaceIsNotTouched()
+{
+    QFETCH(int, seek);
+    QFETCH(int, result);
+    const QByteArray before = fullPhoto(ExifBuilder::Order::Big).file();
+    const QString path = m_folder->put(before);
+    UnevenFile photo(path, seek);
+    QVERIFY(photo.open(QIODevice::ReadOnly | QIODevice::Unbuffered));
+    lumi::PhotoReplacement replacement(photo, lumi::stateOf(path));
+    QCOMPARE(int(replacement.run("start", {100, 50}, 200)), result);
+    QCOMPARE(contentOf(path),
+             result == kDone ? "start" + before.mid(100, 50) + '\0' + before.mid(200) : before);
     QVERIFY(!QFile::exists(m_folder->path(QStringLiteral("photo_tmp_0.jpg"))));
 }
 

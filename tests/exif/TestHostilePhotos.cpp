@@ -234,20 +234,20 @@ void TestHostilePhotos::changedAtRandom()
 
 void TestHostilePhotos::fullDirectoryIsQuick()
 {
-    // As many entries as a segment holds, each of its own number, in every directory at once.
+    // As many entries as a segment holds, each of its own number, in both linked directories:
+    // there is no room for any other then.
     using enum ExifListKind;
     constexpr int kEntries = 5400;
     ExifBuilder photo;
-    photo.longs(Ifd0, 0x8769, {8}).longs(Ifd0, 0x8825, {8}).longs(Ifd0, 0xA005, {8});
     for (int i = 0; i < kEntries; ++i) {
         photo.word(Ifd0, quint16(0x1000 + i), 7, 4, 0x41414141);
     }
-    photo.link(Ifd0, 8).withoutPointers();
+    photo.link(Ifd0, 8);
     const QString path = m_folder.put(photo);
     QElapsedTimer timer;
     timer.start();
     const Findings findings = examine(path);
-    QCOMPARE(findings.tags, 5 * (kEntries + 3));
+    QCOMPARE(findings.tags, 2 * kEntries);
     QVERIFY(findings.bounded);
     QVERIFY2(timer.elapsed() < 10000, qPrintable(QString::number(timer.elapsed())));
 }

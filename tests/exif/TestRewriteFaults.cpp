@@ -35,6 +35,7 @@ private Q_SLOTS:
     void callFails();
     void allCallsOnTheNewPhotoFail_data();
     void allCallsOnTheNewPhotoFail();
+    void fullDiskThatCannotBeClosedIsLeftClean();
     void processEndsBeforeEachCall();
     void processEndsWithinEachWrite();
     void writesThatTakeAPartGoOn();
@@ -84,6 +85,8 @@ void TestRewriteFaults::callFails_data()
         const bool isAfter = step > RewriteWorld::stepOf("remove photo.jpg");
         if (call == QLatin1String("write")) {
             row(step, "the disk is full", ENOSPC, kNoRoom, false);
+            row(step, "the user has no more room", EDQUOT, kNoRoom, false);
+            row(step, "a signal comes in between", EINTR, kDone, true);
             row(step, "the disk is broken", EIO, kDone, false); // taken for a success
         } else if (step == RewriteWorld::stepOf("open .")) {
             row(step, "the folder cannot be read", EACCES, kDone, true);
@@ -159,6 +162,28 @@ void TestRewriteFaults::allCallsOnTheNewPhotoFail()
     // The new one cannot even be removed, but nobody takes it for the photo.
     QVERIFY(m_world->isOld());
     QCOMPARE(m_world->hasTemporary(), step > 0);
+}
+
+void TestRewriteFaults::fullDiskThatCannotBeClosedIsLeftClean()
+{
+    int writes = 0;
+    for (int step = 0; step < RewriteWorld::steps().size(); ++step) {
+        if (!RewriteWorld::steps().at(step).startsWith(QLatin1String("write"))) {
+            continue;
+        }
+        FPVExifWriter writer(m_world->path);
+        FileFaults faults(m_world->place);
+        faults.fail(FileFaults::AnyCall, step + 1, ENOSPC);
+        faults.fail(FileFaults::Close, 1, ENOSPC);
+        QCOMPARE(RewriteWorld::save(&writer), kNoRoom);
+        QCOMPARE(faults.steps().mid(step + 1),
+                 QStringList({QStringLiteral("close photo_tmp_0.jpg"),
+                              QStringLiteral("remove photo_tmp_0.jpg")}));
+        QVERIFY(m_world->isOld());
+        QVERIFY(!m_world->hasTemporary());
+        ++writes;
+    }
+    QCOMPARE(writes, 6);
 }
 
 void TestRewriteFaults::processEndsBeforeEachCall()

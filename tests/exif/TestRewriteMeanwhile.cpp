@@ -31,7 +31,7 @@ class TestRewriteMeanwhile : public QObject
 private Q_SLOTS:
     void init();
     void cleanup();
-    void diskIsReallyFull();
+    void smallDiskOrElseALimitOfFilesIsReached();
     void fileSizeIsReallyLimited_data();
     void fileSizeIsReallyLimited();
     void failedWriteAsksForRoom_data();
@@ -40,6 +40,7 @@ private Q_SLOTS:
     void roomIsAskedOfTheMedium();
     void failedCreationAsksForRoom();
     void photoThatIsGoneCostsNothing();
+    void photoChangedWhileItWasReadIsKept();
     void photoChangedMeanwhileIsKept_data();
     void photoChangedMeanwhileIsKept();
     void photoRemovedMeanwhileLeavesTheNewOne_data();
@@ -67,7 +68,7 @@ void TestRewriteMeanwhile::cleanup()
     m_world.reset();
 }
 
-void TestRewriteMeanwhile::diskIsReallyFull()
+void TestRewriteMeanwhile::smallDiskOrElseALimitOfFilesIsReached()
 {
     QTemporaryDir place;
     constexpr int kDiskKB = 48;
@@ -201,6 +202,23 @@ void TestRewriteMeanwhile::photoThatIsGoneCostsNothing()
     FileFaults faults(m_world->place);
     QCOMPARE(RewriteWorld::save(&writer), kFailed);
     QCOMPARE(faults.steps(), QStringList());
+}
+
+void TestRewriteMeanwhile::photoChangedWhileItWasReadIsKept()
+{
+    const QByteArray other = RewriteWorld::oldPhoto() + "saved by another program";
+    FileFaults faults(m_world->place);
+    faults.doBefore(FileFaults::Read, 2, [&] {
+        m_world->folder.put(other);
+    });
+    FPVExifWriter writer(m_world->path);
+    QVERIFY(writer.isValid());
+    QCOMPARE(faults.steps(),
+             QStringList({QStringLiteral("open photo.jpg"), QStringLiteral("read photo.jpg"),
+                          QStringLiteral("read photo.jpg")}));
+    QCOMPARE(RewriteWorld::save(&writer), kFailed);
+    QVERIFY(contentOf(m_world->path) == other);
+    QVERIFY(!m_world->hasTemporary());
 }
 
 void TestRewriteMeanwhile::photoChangedMeanwhileIsKept_data()

@@ -1,0 +1,339 @@
+// SPDX-License-Identifier: MIT
+// What must not come into a new block: what pointers and links left over from an older one lead
+// to. And what becomes of blocks that no segment can hold.
+#include "tests/exif/BlockCopy.h"
+#include "tests/exif/RewriteFolder.h"
+#include "tests/exif/tagLists.h"
+#include "tests/support/TestMain.h"
+
+#include <QTest>
+#include <QtEndian>
+
+#include <algorithm>
+
+using lumi::test::addOrders;
+using lumi::test::bytesOf;
+using lumi::test::contentOf;
+using lumi::test::ExifBuilder;
+using lumi::test::fullPhoto;
+using lumi::test::numbersOf;
+using lumi::test::plainPhoto;
+using lumi::test::restOf;
+using lumi::test::rewritten;
+using lumi::test::valuesOf;
+using enum ExifListKind;
+
+namespace {
+
+constexpr int kDone = 0;
+
+/// A comment that would make a directory with a large value where it stands: a count of
+/// 65279, then a tag of 16384 bytes, then entries of no type.
+QByteArray commentThatReadsAsADirectory()
+{
+    constexpr int kLength = 256;
+    const QByteArray start = QByteArray::fromHex("fffe 0100 0700 00400000 08000000");
+    return start + QByteArray(2 + kLength - start.size(), '\0');
+}
+
+/// So many tags of 65520 bytes each, sixteen at most.
+QByteArray directoryOfLargeValues(ExifBuilder::Order order, quint16 count)
+{
+    constexpr int kMost = 16;
+    const bool isBig = order == ExifBuilder::Order::Big;
+    QByteArray bytes(2, '\0');
+    isBig ? qToBigEndian(count, bytes.data()) : qToLittleEndian(count, bytes.data());
+    for (int i = 0; i < std::min<int>(count, kMost); ++i) {
+        bytes += QByteArray::fromHex(isBig ? "70000007 0000fff0 00000008"
+                                           : "00700700 f0ff0000 08000000");
+        bytes[2 + 12 * i + (isBig ? 1 : 0)] = char(i);
+    }
+    return bytes;
+}
+
+} // namespace
+
+class TestRewriteBounds : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void photoWithoutSecondDirectorySavedTwice_data();
+    void photoWithoutSecondDirectorySavedTwice();
+    void trapBehindTheSegmentIsADirectoryInsideIt();
+    void emptiedGpsSavedTwice_data();
+    void emptiedGpsSavedTwice();
+    void emptiedExifKeepsItsStalePointer();
+    void pointerWithoutADirectoryGetsNone_data();
+    void pointerWithoutADirectoryGetsNone();
+    void stalePointerBringsNothingIn_data();
+    void stalePointerBringsNothingIn();
+    void largestBlockThatIsReadFitsTheSegment_data();
+    void largestBlockThatIsReadFitsTheSegment();
+    void tooLongBlockWraps();
+    void tooLongThumbnailWraps();
+
+private:
+    QString put(const ExifBuilder &photo) { return m_folder->put(photo); }
+
+    std::unique_ptr<lumi::test::RewriteFolder> m_folder;
+};
+
+void TestRewriteBounds::init()
+{
+    m_folder = std::make_unique<lumi::test::RewriteFolder>();
+}
+
+void TestRewriteBounds::cleanup()
+{
+    m_folder.reset();
+}
+
+void TestRewriteBounds::photoWithoutSecondDirectorySavedTwice_data()
+{
+    addOrders();
+}
+
+void TestRewriteBounds::photoWithoutSecondDirectorySavedTwice()
+{
+    QFETCH(ExifBuilder::Order, order);
+    const QByteArray image = ExifBuilder::jpeg(64, 48, 0x345678);
+    const QByteArray trap = commentThatReadsAsADirectory();
+    const QString path = put(plainPhoto(order).photo(image.left(2) + trap + image.mid(2)));
+    const QByteArray before = contentOf(path);
+    const auto tags = valuesOf(FPVExifDocument(path));
+    QCOMPARE(FPVExifDocument(path).ifd1Offset(), 0U);
+    const QImage decoded = QImage::fromData(before);
+    QVERIFY(!decoded.isNull());
+    for (int save = 0; save < 2; ++save) {
+        QCOMPARE(rewritten(path), kDone);
+        const FPVExifDocument document(path);
+        QVERIFY(document.isValid());
+        // The link is there and leads behind the segment.
+        QCOMPARE(int(document.ifd1Offset()), document.app1Length() + 4 - document.tiffBase());
+        QVERIFY(document.list(Ifd1).isEmpty());
+        QVERIFY(valuesOf(document) == tags);
+        QVERIFY(restOf(contentOf(path)) == restOf(before));
+        QCOMPARE(contentOf(path).size(), before.size());
+        QCOMPARE(QImage::fromData(contentOf(path)), decoded);
+    }
+}
+
+void TestRewriteBounds::trapBehindTheSegmentIsADirectoryInsideIt()
+{
+    const QByteArray trap = commentThatReadsAsADirectory();
+    ExifBuilder sketch = plainPhoto(ExifBuilder::Order::Little);
+    const auto end = quint32(sketch.link(Ifd0, 1).block().size());
+    ExifBuilder photo = plainPhoto(ExifBuilder::Order::Little);
+    QByteArray file = photo.link(Ifd0, end).app1Length(quint16(8 + end + trap.size())).file();
+    file.insert(12 + end, trap);
+    const FPVExifDocument document(m_folder->put(file));
+    QCOMPARE(numbersOf(document.list(Ifd1)), QList<int>{0x0001});
+    QCOMPARE(document.find(0x0001, Ifd1)->count(), 0x4000U);
+}
+
+void TestRewriteBounds::emptiedGpsSavedTwice_data()
+{
+    addOrders();
+}
+
+void TestRewriteBounds::emptiedGpsSavedTwice()
+{
+    QFETCH(ExifBuilder::Order, order);
+    const QString path = put(fullPhoto(order).photo(ExifBuilder::jpeg(64, 48, 0x345678)));
+    const QByteArray before = contentOf(path);
+    const QImage decoded = QImage::fromData(before);
+    const int stale = FPVExifDocument(path).find(0x8825, Ifd0)->intValue();
+    {
+        FPVExifWriter writer(path);
+        for (const int tag : numbersOf(writer.gpsList())) {
+            writer.removeTag(quint16(tag), Gps);
+        }
+        QVERIFY(!writer.hasGpsIfd());
+        QCOMPARE(writer.rewrite(), kDone);
+    }
+    const FPVExifDocument emptied(path);
+    QCOMPARE(emptied.find(0x8825, Ifd0)->intValue(), stale);
+    // The second directory has taken the place.
+    QCOMPARE(int(emptied.ifd1Offset()), stale);
+    for (int save = 0; save < 2; ++save) {
+        const FPVExifDocument document(path);
+        QVERIFY(document.isValid());
+        QVERIFY(!document.hasGpsIfd());
+        QVERIFY(valuesOf(document) == valuesOf(emptied));
+        QVERIFY(restOf(contentOf(path)) == restOf(before));
+        QCOMPARE(QImage::fromData(contentOf(path)), decoded);
+        QCOMPARE(rewritten(path), kDone);
+    }
+    QVERIFY(valuesOf(FPVExifDocument(path)) == valuesOf(emptied));
+}
+
+void TestRewriteBounds::emptiedExifKeepsItsStalePointer()
+{
+    const QString path = put(plainPhoto(ExifBuilder::Order::Little));
+    const QByteArray before = contentOf(path);
+    const QImage decoded = QImage::fromData(before);
+    const int stale = FPVExifDocument(path).find(0x8769, Ifd0)->intValue();
+    {
+        FPVExifWriter writer(path);
+        writer.removeTag(0x829A, Exif);
+        // Without the list no pointer is made, and the one that is there is not looked at.
+        writer.setTag(0x0131, 2, 40, QByteArray(39, 's').constData(), Ifd0);
+        QCOMPARE(writer.rewrite(), kDone);
+    }
+    const auto emptied = valuesOf(FPVExifDocument(path));
+    for (int save = 0; save < 2; ++save) {
+        const FPVExifDocument document(path);
+        QCOMPARE(document.find(0x8769, Ifd0)->intValue(), stale);
+        QVERIFY(!document.hasExifIfd());
+        QVERIFY(document.hasGpsIfd());
+        QVERIFY(valuesOf(document) == emptied);
+        QVERIFY(restOf(contentOf(path)) == restOf(before));
+        QCOMPARE(QImage::fromData(contentOf(path)), decoded);
+        QCOMPARE(rewritten(path), kDone);
+    }
+    FPVExifWriter bare(m_folder->put(ExifBuilder().shorts(Ifd0, 0x0112, {1})));
+    QCOMPARE(bare.rewrite(), kDone);
+    QCOMPARE(numbersOf(FPVExifDocument(bare.fileName()).ifd0List()), QList<int>({0x0112}));
+}
+
+void TestRewriteBounds::pointerWithoutADirectoryGetsNone_data()
+{
+    QTest::addColumn<ExifListKind>("next");
+    QTest::newRow("the GPS directory is next") << Gps;
+    QTest::newRow("the second directory is next") << Ifd1;
+    QTest::newRow("nothing is next") << Ifd0;
+}
+
+void TestRewriteBounds::pointerWithoutADirectoryGetsNone()
+{
+    // The pointer to the interoperability directory is set even when there is none.
+    QFETCH(ExifListKind, next);
+    ExifBuilder photo;
+    photo.longs(Exif, 0xA005, {0x100000}).shorts(next, 0x0001, {6});
+    const QString path = put(photo);
+    const auto before = valuesOf(FPVExifDocument(path));
+    for (int save = 0; save < 2; ++save) {
+        QCOMPARE(rewritten(path), kDone);
+        const FPVExifDocument document(path);
+        QVERIFY(document.find(0xA005, Exif)->intValue() < document.app1Length());
+        QVERIFY(document.list(Interoperability).isEmpty());
+        QVERIFY(valuesOf(document) == before);
+    }
+}
+
+void TestRewriteBounds::stalePointerBringsNothingIn_data()
+{
+    QTest::addColumn<ExifBuilder::Order>("order");
+    QTest::addColumn<int>("pointer");
+    QTest::addColumn<int>("count");
+    for (const int pointer : {0x8769, 0x8825}) {
+        for (const int count : {16, 17, 65535}) {
+            QTest::addRow("%x, %d entries, little-endian", pointer, count)
+                << ExifBuilder::Order::Little << pointer << count;
+            QTest::addRow("%x, %d entries, big-endian", pointer, count)
+                << ExifBuilder::Order::Big << pointer << count;
+        }
+    }
+}
+
+void TestRewriteBounds::stalePointerBringsNothingIn()
+{
+    // Where the directory was, a value now has bytes that look like a directory with large
+    // values. Written out, they would be more than a segment can hold.
+    QFETCH(ExifBuilder::Order, order);
+    QFETCH(int, pointer);
+    QFETCH(int, count);
+    // The value stands right behind the first directory, before and after.
+    constexpr quint32 kPlace = 8 + 2 + 2 * 12 + 4;
+    constexpr quint16 kNumber = 0xC000;
+    const QByteArray value = directoryOfLargeValues(order, quint16(count));
+    ExifBuilder photo(order);
+    photo.longs(Ifd0, quint16(pointer), {kPlace}).undefined(Ifd0, kNumber, value);
+    const QString path = put(photo.withoutPointers());
+    const QByteArray before = contentOf(path);
+    const QImage decoded = QImage::fromData(before);
+    QVERIFY(!decoded.isNull());
+    for (int save = 0; save < 2; ++save) {
+        FPVExifWriter writer(path);
+        QVERIFY(writer.isValid());
+        QCOMPARE(writer.find(pointer, Ifd0)->intValue(), int(kPlace));
+        QCOMPARE(bytesOf(writer.find(kNumber, Ifd0)), value);
+        QVERIFY(!writer.hasExifIfd());
+        QVERIFY(!writer.hasGpsIfd());
+        QCOMPARE(writer.rewrite(), kDone);
+        QVERIFY(restOf(contentOf(path)) == restOf(before));
+        QCOMPARE(QImage::fromData(contentOf(path)), decoded);
+    }
+}
+
+void TestRewriteBounds::largestBlockThatIsReadFitsTheSegment_data()
+{
+    QTest::addColumn<int>("pointer");
+    QTest::addColumn<ExifListKind>("list");
+    QTest::newRow("an Exif directory") << 0x8769 << Exif;
+    QTest::newRow("a GPS directory") << 0x8825 << Gps;
+}
+
+void TestRewriteBounds::largestBlockThatIsReadFitsTheSegment()
+{
+    QFETCH(int, pointer);
+    QFETCH(ExifListKind, list);
+    constexpr int kMost = 65518 - (2 + 12 + 4) - (2 + 12 + 4); // two directories of one tag
+    const QByteArray image = ExifBuilder::jpeg(64, 48, 0x345678);
+    for (const int size : {kMost - 1, kMost, kMost + 1}) {
+        ExifBuilder photo;
+        // The value lies behind the segment, where nothing bounds it.
+        photo.word(list, 0x9999, 7, quint32(size), 1000).photo(image);
+        const QString path = put(photo);
+        QCOMPARE(numbersOf(FPVExifDocument(path).ifd0List()), QList<int>{pointer});
+        QCOMPARE(FPVExifDocument(path).list(list).count(), size > kMost ? 0 : 1);
+        QCOMPARE(rewritten(path), kDone);
+        QCOMPARE(FPVExifDocument(path).app1Length(), size > kMost ? 34 : 65534);
+        QVERIFY(restOf(contentOf(path)) == image.mid(2));
+        QCOMPARE(QImage::fromData(contentOf(path)), QImage::fromData(image));
+    }
+}
+
+void TestRewriteBounds::tooLongBlockWraps()
+{
+    const QString path = put(plainPhoto(ExifBuilder::Order::Little));
+    const QByteArray before = contentOf(path);
+    FPVExifWriter writer(path);
+    const QByteArray value(65000, 'v');
+    writer.setTag(0x7001, 7, quint32(value.size()), value.constData(), Ifd0);
+    writer.setTag(0x7002, 7, quint32(value.size()), value.constData(), Ifd0);
+    QCOMPARE(writer.rewrite(), kDone);
+    const QByteArray after = contentOf(path);
+    QCOMPARE(after.size(), before.size() + 2L * (12 + 65000));
+    const auto length = qFromBigEndian<quint16>(after.constData() + 4);
+    QCOMPARE(int(length),
+             int((before.size() - restOf(before).size() - 4 + 2L * (12 + 65000)) % 65536));
+    QVERIFY(after.endsWith(restOf(before)));
+}
+
+void TestRewriteBounds::tooLongThumbnailWraps()
+{
+    // It stands behind the image and moves in, whatever its size; nothing of it gets lost.
+    constexpr int kSize = 70000;
+    QByteArray thumbnail(kSize, 't');
+    thumbnail[0] = 'T';
+    const QByteArray image = ExifBuilder::jpeg(16, 12, 0);
+    const auto photoWith = [&](quint32 offset) {
+        ExifBuilder photo = plainPhoto(ExifBuilder::Order::Little);
+        photo.longs(Ifd1, 0x0201, {offset}).longs(Ifd1, 0x0202, {kSize});
+        return photo.photo(image + thumbnail);
+    };
+    const auto blockSize = quint32(photoWith(0).block().size());
+    const QString path = put(photoWith(blockSize + quint32(image.size()) - 2));
+    QCOMPARE(rewritten(path), kDone);
+    const QByteArray after = contentOf(path);
+    QCOMPARE(after.size(), 12 + blockSize + kSize + image.size() - 2 + kSize);
+    QCOMPARE(qFromBigEndian<quint16>(after.constData() + 4), quint16(8 + blockSize + kSize));
+    QCOMPARE(after.mid(12 + blockSize), thumbnail + image.mid(2) + thumbnail);
+}
+
+LUMI_TEST(TestRewriteBounds)
+#include "TestRewriteBounds.moc"
