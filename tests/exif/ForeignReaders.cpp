@@ -65,9 +65,9 @@ std::map<QString, ExiftoolTags> exiftoolTags(const QStringList &paths)
 {
     std::map<QString, ExiftoolTags> photos;
     const QStringList options
-        = {QStringLiteral("-q"), QStringLiteral("-j"),       QStringLiteral("-G1"),
-           QStringLiteral("-n"), QStringLiteral("-a"),       QStringLiteral("-u"),
-           QStringLiteral("-D"), QStringLiteral("-exif:all")};
+        = {QStringLiteral("-q"), QStringLiteral("-j"), QStringLiteral("-G1"),
+           QStringLiteral("-n"), QStringLiteral("-a"), QStringLiteral("-u"),
+           QStringLiteral("-D"), QStringLiteral("-b"), QStringLiteral("-exif:all")};
     const QByteArray text = PhotoFolder::output(QStringLiteral("exiftool"), options + paths);
     const QJsonArray array = QJsonDocument::fromJson(text).array();
     for (const auto &photo : array) {

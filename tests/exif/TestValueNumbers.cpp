@@ -18,6 +18,7 @@ private Q_SLOTS:
     void gpsVersion();
     void figures_data();
     void figures();
+    void figuresWithoutAValue();
     void colorSpace_data();
     void colorSpace();
     void subjectArea_data();
@@ -97,6 +98,19 @@ void TestValueNumbers::figures()
         }
         QTEST(rowText(m_folder, photo, group, row), "text");
     }
+}
+
+void TestValueNumbers::figuresWithoutAValue()
+{
+    // The word of the entry is no value then.
+    ExifBuilder photo;
+    for (const int tag : {0x8827, 0x9209, 0xA001, 0xA405}) {
+        photo.word(Exif, quint16(tag), 3, 0, 1);
+    }
+    QCOMPARE(rowText(m_folder, photo, 2, 3), QStringLiteral("0"));
+    QCOMPARE(rowText(m_folder, photo, 3, 2), QStringLiteral("No flash"));
+    QCOMPARE(rowText(m_folder, photo, 0, 5), QString());
+    QCOMPARE(rowText(m_folder, photo, 4, 2), QStringLiteral("0mm"));
 }
 
 void TestValueNumbers::colorSpace_data()

@@ -63,6 +63,7 @@ void TestValueRationals::fractions_data()
     const QList<int> zoom = {4, 1, 0xA404};
     add("bits a pixel", bits, 4, 1, "4/1 bit/pel");
     add("bits a pixel, not reduced", bits, 4000, 1000, "4000/1000 bit/pel");
+    add("bits a pixel over zero", bits, 4, 0, "4/0 bit/pel");
     add("an exposure time", exposure, 1, 60, "1/60 sec");
     add("an exposure time is not reduced", exposure, 10, 600, "10/600 sec");
     add("an exposure time over zero", exposure, 1, 0, "1/0 sec");
@@ -74,6 +75,7 @@ void TestValueRationals::fractions_data()
     add("an aperture", aperture, 30, 10, "F3");
     add("an aperture over zero", aperture, 30, 0, "Finf");
     add("the largest aperture", largest, 297, 100, "F2.97");
+    add("the largest aperture over zero", largest, 297, 0, "Finf");
     add("a distance", distance, 12, 10, "1.2m");
     add("an infinite distance", distance, 0xFFFFFFFF, 1, "4.29497e+09m");
     add("a distance over zero", distance, 0, 0, "nanm");
@@ -81,8 +83,11 @@ void TestValueRationals::fractions_data()
     add("a third has six digits", length, 1, 3, "0.333333mm");
     add("a focal length over zero", length, 58, 0, "infmm");
     add("flash energy", energy, 25, 2, "12.5");
+    add("flash energy over zero", energy, 25, 0, "inf");
     add("focal plane, across", planeX, 2272000, 224, "10142.9");
     add("focal plane, down", planeY, 1704000, 168, "10142.9");
+    add("focal plane, across, over zero", planeX, 2272000, 0, "inf");
+    add("focal plane, down, zero over zero", planeY, 0, 0, "nan");
     add("a very small quotient", planeX, 1, 4000000000, "2.5e-10");
     add("a zoom ratio", zoom, 100, 100, "100/100");
     add("a zoom ratio over zero", zoom, 0, 0, "0/0");

@@ -132,10 +132,12 @@ void TestValueWords::longs()
     const List &list = kLists[index];
     for (const quint32 value :
          {0U, 1U, 2U, 255U, 256U, 65536U, 0x7FFFFFFFU, 0x80000000U, 0xFFFFFFFFU}) {
-        ExifBuilder photo(ExifBuilder::Order::Big);
-        photo.longs(Exif, list.tag, {value});
-        QCOMPARE(lumi::test::rowText(m_folder, photo, list.group, list.row),
-                 wordOf(list, qint32(value)));
+        for (const auto order : lumi::test::kBothOrders) {
+            ExifBuilder photo(order);
+            photo.longs(Exif, list.tag, {value});
+            QCOMPARE(lumi::test::rowText(m_folder, photo, list.group, list.row),
+                     wordOf(list, qint32(value)));
+        }
     }
 }
 
