@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "exif/LatLong.h"
 
+#include "exif/CoordinateForm.h"
 #include "exif/fractionScale.h"
 
 LatLong::~LatLong() = default;
@@ -57,6 +58,27 @@ void LatLong::fromRationals(const QString &reference, std::span<const lumi::Rati
     m_fraction = seconds.numerator % seconds.denominator;
     // A text that is none of this class leaves text() empty: that is the answer.
     static_cast<void>(setText(format(reference, m_degrees, m_minutes, m_seconds, m_fraction)));
+}
+
+bool LatLong::setValuesOf(const lumi::CoordinateForm &form, Hemisphere hemisphere,
+                          const lumi::Angle &angle)
+{
+    const QString letter = lumi::letterOf(hemisphere, form);
+    if (letter.isNull() || !lumi::isWithin(angle, form.mostDegrees)) {
+        return false;
+    }
+    store(hemisphere, angle);
+    m_text = format(letter, m_degrees, m_minutes, m_seconds, m_fraction);
+    return true;
+}
+
+bool LatLong::isFormatOf(const lumi::CoordinateForm &form)
+{
+    const auto coordinate = lumi::coordinateOf(m_text, form);
+    if (coordinate) {
+        store(coordinate->hemisphere, coordinate->angle);
+    }
+    return coordinate.has_value();
 }
 
 void LatLong::store(Hemisphere hemisphere, const lumi::Angle &angle)

@@ -19,6 +19,10 @@ enum class Hemisphere : quint32 {
     South = 3,
 };
 
+namespace lumi {
+struct CoordinateForm;
+} // namespace lumi
+
 class LatLong
 {
 public:
@@ -68,12 +72,14 @@ public:
     [[nodiscard]] quint32 fraction() const { return m_fraction; }
 
 protected:
-    /// setValues() for a class that has checked hemisphere and angle.
-    void store(Hemisphere hemisphere, const lumi::Angle &angle);
-
-    void storeText(const QString &text) { m_text = text; }
+    /// setValues() and isFormat() of a class whose values have that form.
+    [[nodiscard]] bool setValuesOf(const lumi::CoordinateForm &form, Hemisphere hemisphere,
+                                   const lumi::Angle &angle);
+    [[nodiscard]] bool isFormatOf(const lumi::CoordinateForm &form);
 
 private:
+    void store(Hemisphere hemisphere, const lumi::Angle &angle);
+
     QString m_text;
     Hemisphere m_hemisphere = Hemisphere::North;
     quint32 m_degrees = 0;

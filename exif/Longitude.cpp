@@ -15,23 +15,12 @@ Longitude::~Longitude() = default;
 bool Longitude::setValues(Hemisphere hemisphere, quint32 degrees, quint32 minutes, quint32 seconds,
                           quint32 fraction)
 {
-    const lumi::Angle angle{degrees, minutes, seconds, fraction};
-    const QString letter = lumi::letterOf(hemisphere, kForm);
-    if (letter.isNull() || !lumi::isWithin(angle, kForm.mostDegrees)) {
-        return false;
-    }
-    store(hemisphere, angle);
-    storeText(format(letter, degrees, minutes, seconds, fraction));
-    return true;
+    return setValuesOf(kForm, hemisphere, {degrees, minutes, seconds, fraction});
 }
 
 bool Longitude::isFormat()
 {
-    const auto coordinate = lumi::coordinateOf(text(), kForm);
-    if (coordinate) {
-        store(coordinate->hemisphere, coordinate->angle);
-    }
-    return coordinate.has_value();
+    return isFormatOf(kForm);
 }
 
 QString Longitude::format(const QString &letter, quint32 degrees, quint32 minutes, quint32 seconds,

@@ -1,0 +1,103 @@
+// SPDX-License-Identifier: MIT
+// What the tests of latitude and longitude share. The two differ in their letters, in the
+// digits of their degrees and in how far they go; the rows are made of these.
+#pragma once
+
+#include "exif/LatLong.h"
+
+#include <QTest>
+
+namespace lumi::test {
+
+struct CoordinateKind
+{
+    QString letter;  // of the hemisphere of most rows
+    QString other;   // of the opposite hemisphere
+    QString foreign; // of the other kind of coordinate
+    Hemisphere hemisphere;
+    Hemisphere opposite;
+    Hemisphere alien; // one of the other kind
+    quint32 degrees;  // of an ordinary place
+    quint32 most;
+
+    /// These degrees with the digits that they have here, behind the letter.
+    [[nodiscard]] QString at(quint32 degreesOf) const;
+    [[nodiscard]] QString at(const QString &letterOf, quint32 degreesOf) const;
+};
+
+/// Columns "text" and "isValid" with the rows that both kinds have.
+void addCoordinateTexts(const CoordinateKind &kind);
+/// Columns "hemisphere", "numbers" and "text"; a text of nothing where they are refused.
+void addCoordinateValues(const CoordinateKind &kind);
+/// Columns "reference", "words" and "text": what a file holds and what is shown.
+void addStoredCoordinates(const CoordinateKind &kind);
+/// Column "text" with texts that a file gives back as they were.
+void addLastingCoordinates(const CoordinateKind &kind);
+
+template <class Value> QList<quint32> numbersOf(const Value &value)
+{
+    return {value.degrees(), value.minutes(), value.seconds(), value.fraction()};
+}
+
+template <class Value> void checkCoordinateText(bool (*isValidText)(const QString &))
+{
+    QFETCH(QString, text);
+    QFETCH(bool, isValid);
+    QCOMPARE(isValidText(text), isValid);
+    Value value;
+    QCOMPARE(value.setText(text), isValid);
+    QCOMPARE(value.text(), isValid ? text : QString());
+    QCOMPARE(value.rationals() != nullptr, isValid);
+}
+
+template <class Value> void checkCoordinateValues(bool (*isValidText)(const QString &))
+{
+    QFETCH(quint32, hemisphere);
+    QFETCH(QList<quint32>, numbers);
+    QFETCH(QString, text);
+    Value value;
+    QCOMPARE(
+        value.setValues(Hemisphere(hemisphere), numbers[0], numbers[1], numbers[2], numbers[3]),
+        !text.isEmpty());
+    QCOMPARE(value.text(), text);
+    if (!text.isEmpty()) {
+        QCOMPARE(quint32(value.hemisphere()), hemisphere);
+        QCOMPARE(numbersOf(value), numbers);
+        QVERIFY(isValidText(text));
+    }
+}
+
+template <class Value> void checkRefusedValues(const CoordinateKind &kind)
+{
+    Value value;
+    QVERIFY(value.setValues(kind.opposite, 1, 2, 3, 4));
+    QVERIFY(!value.setValues(kind.hemisphere, kind.most + 1, 0, 0, 0));
+    QCOMPARE(value.text(), kind.at(kind.other, 1) + QStringLiteral(".02.03.004"));
+    QCOMPARE(value.hemisphere(), kind.opposite);
+    QCOMPARE(value.degrees(), 1U);
+}
+
+template <class Value> void checkStoredCoordinate(const CoordinateKind &kind)
+{
+    QFETCH(QString, reference);
+    QFETCH(QList<quint32>, words);
+    const Rational data[] = {{words[0], words[1]}, {words[2], words[3]}, {words[4], words[5]}};
+    Value value;
+    QVERIFY(value.setText(kind.at(1) + QStringLiteral(".02.03.004")));
+    value.fromRationals(reference, data);
+    QTEST(value.text(), "text");
+}
+
+template <class Value> void checkLastingCoordinate()
+{
+    QFETCH(QString, text);
+    Value value;
+    QVERIFY(value.setText(text));
+    const std::span<const Rational, 3> data(value.rationals(), 3);
+    Value other;
+    other.fromRationals(text.left(1), data);
+    QCOMPARE(other.text(), text);
+    QCOMPARE(other.hemisphere(), value.hemisphere());
+}
+
+} // namespace lumi::test
