@@ -2,6 +2,7 @@
 // lumivault-inspect as its users have it: a process with arguments, output and a result.
 #include "tests/support/ExifBuilder.h"
 #include "tests/support/TestMain.h"
+#include "tests/tools/inspectRun.h"
 
 #include <QImage>
 #include <QJsonArray>
@@ -12,26 +13,11 @@
 #include <QTest>
 
 using lumi::test::ExifBuilder;
+using lumi::test::inspect;
+using lumi::test::Run;
 using enum ExifListKind;
 
 namespace {
-
-struct Run
-{
-    int result = -1;
-    QByteArray out;
-    QByteArray err;
-};
-
-Run inspect(const QStringList &arguments)
-{
-    QProcess process;
-    process.start(QStringLiteral(LUMI_INSPECT), arguments);
-    if (!process.waitForFinished(60000) || process.exitStatus() != QProcess::NormalExit) {
-        return {};
-    }
-    return {process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
-}
 
 QJsonObject jsonOf(const QByteArray &line)
 {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The two commands of lumivault-inspect that take texts instead of files.
 #include "tests/support/TestMain.h"
+#include "tests/tools/inspectRun.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -14,16 +15,12 @@ namespace {
 /// prints nothing.
 QList<QJsonObject> inspect(const QStringList &arguments, const QByteArray &input = {})
 {
-    QProcess process;
-    process.start(QStringLiteral(LUMI_INSPECT), arguments);
-    process.write(input);
-    process.closeWriteChannel();
-    if (!process.waitForFinished(60000) || process.exitStatus() != QProcess::NormalExit
-        || process.exitCode() != 0 || !process.readAllStandardError().isEmpty()) {
+    const lumi::test::Run run = lumi::test::inspect(arguments, input);
+    if (run.result != 0 || !run.err.isEmpty()) {
         return {};
     }
     QList<QJsonObject> lines;
-    for (const QByteArray &line : process.readAllStandardOutput().split('\n')) {
+    for (const QByteArray &line : run.out.split('\n')) {
         if (!line.isEmpty()) {
             lines.append(QJsonDocument::fromJson(line).object());
         }

@@ -1,52 +1,24 @@
 // SPDX-License-Identifier: MIT
 // The command of lumivault-inspect that changes a photo.
 #include "exif/FPVExifDocument.h"
+#include "tests/exif/BlockCopy.h"
+#include "tests/exif/tagLists.h"
 #include "tests/support/ExifBuilder.h"
+#include "tests/support/FullDisk.h"
 #include "tests/support/TestMain.h"
+#include "tests/tools/inspectRun.h"
 
+#include <QDir>
 #include <QFile>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 
+using lumi::test::contentOf;
 using lumi::test::ExifBuilder;
+using lumi::test::inspect;
+using lumi::test::numbersOf;
+using lumi::test::Run;
 using enum ExifListKind;
-
-namespace {
-
-struct Run
-{
-    int result = -1;
-    QByteArray out;
-    QByteArray err;
-};
-
-Run inspect(const QStringList &arguments)
-{
-    QProcess process;
-    process.start(QStringLiteral(LUMI_INSPECT), arguments);
-    if (!process.waitForFinished(60000) || process.exitStatus() != QProcess::NormalExit) {
-        return {};
-    }
-    return {process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
-}
-
-QByteArray contentOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-QList<int> numbersOf(const FPVExifDocument &document, ExifListKind kind)
-{
-    QList<int> numbers;
-    for (const FPVExifTag *tag : document.list(kind)) {
-        numbers.append(tag->tag());
-    }
-    return numbers;
-}
-
-} // namespace
 
 class TestInspectRewrite : public QObject
 {
@@ -63,6 +35,7 @@ private Q_SLOTS:
     void badOperationsTouchNothing_data();
     void badOperationsTouchNothing();
     void photoWithoutABlockFails();
+    void fullDiskIsToldFromAFailure();
     void wrongUsage_data();
     void wrongUsage();
 
@@ -109,7 +82,7 @@ void TestInspectRewrite::setsAndRemoves()
     QVERIFY(run.err.isEmpty());
     const FPVExifDocument document(m_photo);
     QVERIFY(document.littleEndian());
-    QCOMPARE(numbersOf(document, Ifd0), QList<int>({0x010F, 0x8769, 0x8825, 0x013B}));
+    QCOMPARE(numbersOf(document.ifd0List()), QList<int>({0x010F, 0x8769, 0x8825, 0x013B}));
     QCOMPARE(document.find(0x013B, Ifd0)->text(), QStringLiteral("Smith"));
     QCOMPARE(document.find(0x8827, Exif)->intValue(), 200 | 400 << 16);
 }
@@ -218,6 +191,30 @@ void TestInspectRewrite::photoWithoutABlockFails()
     QCOMPARE(run.result, 1);
     QCOMPARE(run.out, QByteArray("2\n"));
     QCOMPARE(contentOf(m_photo), plain);
+}
+
+void TestInspectRewrite::fullDiskIsToldFromAFailure()
+{
+    // A home without the folder of documents has no room there.
+    QVERIFY(!QFile::exists(QDir::homePath() + QStringLiteral("/Documents")));
+    const QByteArray more(1500, 'm'); // room is asked for in whole kilobytes
+    const QByteArray before = contentOf(m_photo) + more;
+    QFile photo(m_photo);
+    QVERIFY(photo.open(QIODevice::Append) && photo.write(more) == more.size());
+    photo.close();
+    const QString operations = m_folder->filePath(QStringLiteral("ops.json"));
+    QFile file(operations);
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.write("[]") == 2);
+    file.close();
+    Run run;
+    {
+        const lumi::test::FileSizeLimit limit(1000); // inherited by the process
+        run = inspect({QStringLiteral("rewrite"), m_photo, operations});
+    }
+    QCOMPARE(run.result, 1);
+    QCOMPARE(run.out, QByteArray("1\n"));
+    QCOMPARE(contentOf(m_photo), before);
+    QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files).size(), 2);
 }
 
 void TestInspectRewrite::wrongUsage_data()
