@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "exif/ExifSegment.h"
+#include "exif/exifBlockBytes.h"
 #include "tests/exif/PhotoFolder.h"
 #include "tests/support/TestMain.h"
 
@@ -62,6 +63,8 @@ private Q_SLOTS:
     void readErrorsAreNoEnd();
     void farReadErrorFailsTheDirectory_data();
     void farReadErrorFailsTheDirectory();
+    void sizeIsWhatWouldBeWritten_data();
+    void sizeIsWhatWouldBeWritten();
     void headerFields();
 };
 
@@ -151,6 +154,30 @@ void TestExifSegment::farReadErrorFailsTheDirectory()
     lumi::ExifTagList list;
     quint32 link = 0;
     QVERIFY(!segment.readIfd(segment.ifd0Offset(), list, link));
+}
+
+void TestExifSegment::sizeIsWhatWouldBeWritten_data()
+{
+    readsAPhotoInTwoReads_data();
+}
+
+void TestExifSegment::sizeIsWhatWouldBeWritten()
+{
+    QFETCH(bool, big);
+    const auto order = big ? ExifBuilder::Order::Big : ExifBuilder::Order::Little;
+    const ExifBuilder photo = lumi::test::fullPhoto(order);
+    WatchedDevice device(photo.file());
+    lumi::ExifSegment segment(device);
+    QVERIFY(segment.load());
+    for (const ExifListKind kind : {Ifd0, Exif, Interoperability, Gps, Ifd1}) {
+        lumi::ExifTagList list;
+        quint32 link = 0;
+        QVERIFY(segment.readIfd(photo.offsetOf(kind), list, link));
+        QCOMPARE(segment.sizeOfIfd(photo.offsetOf(kind)), qint64(lumi::ifdSize(list)));
+    }
+    // Behind the segment there is nothing that could be a directory.
+    QVERIFY(!segment.sizeOfIfd(quint32(segment.size())));
+    QVERIFY(!segment.sizeOfIfd(0xFFFFFFFF));
 }
 
 void TestExifSegment::headerFields()
