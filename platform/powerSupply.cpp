@@ -30,9 +30,11 @@ std::optional<Content> contentOf(const QString &supply)
     constexpr const char *kUnits[][2]
         = {{"energy_now", "energy_full"}, {"charge_now", "charge_full"}};
     for (const auto &unit : kUnits) {
-        const Content content{property(supply, unit[0]).toLongLong(),
-                              property(supply, unit[1]).toLongLong()};
-        if (content.full > 0) {
+        bool toldNow = false;
+        bool toldFull = false;
+        const Content content{property(supply, unit[0]).toLongLong(&toldNow),
+                              property(supply, unit[1]).toLongLong(&toldFull)};
+        if (toldNow && toldFull && content.now >= 0 && content.full > 0) {
             return content;
         }
     }

@@ -46,6 +46,27 @@ void TestPowerSupply::reads_data()
         40);
     row("charge in place of energy",
         "B/type=Battery B/charge_now=250 B/charge_full=1000 B/status=Discharging", false, 25);
+    row("a unit without its present content gives way to the capacity",
+        "B/type=Battery B/energy_full=100 B/capacity=64 B/status=Discharging", false, 64);
+    row("a unit whose present content is rubbish gives way to the capacity",
+        "B/type=Battery B/energy_now=? B/energy_full=100 B/capacity=64 B/status=Discharging", false,
+        64);
+    row("a unit whose present content is negative gives way to the capacity",
+        "B/type=Battery B/energy_now=-1 B/energy_full=100 B/capacity=64 B/status=Discharging",
+        false, 64);
+    row("a unit without its full content gives way to the capacity",
+        "B/type=Battery B/energy_now=10 B/capacity=64 B/status=Discharging", false, 64);
+    row("an incomplete unit gives way to the next one",
+        "B/type=Battery B/energy_full=100 B/charge_now=250 B/charge_full=1000 B/capacity=64 "
+        "B/status=Discharging",
+        false, 25);
+    row("an empty battery is empty",
+        "B/type=Battery B/energy_now=0 B/energy_full=100 B/capacity=64 B/status=Discharging", false,
+        0);
+    row("one of two batteries tells its content only in part",
+        "A/type=Battery A/energy_full=100 A/capacity=20 A/status=Discharging "
+        "B/type=Battery B/energy_now=600 B/energy_full=1000",
+        false, 40);
     row("more than full is full",
         "B/type=Battery B/energy_now=110 B/energy_full=100 B/status=Discharging", false, 100);
     row("only the battery of a mouse", "M/type=Battery M/scope=Device M/capacity=3", true, 100);
