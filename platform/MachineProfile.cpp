@@ -3,6 +3,7 @@
 
 #include "platform/deviceKey.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 #include <QKeySequence>
@@ -50,6 +51,22 @@ constexpr DeviceKeyRow kDeviceKeys[] = {
     {kKeyMail, "Mail", "Ctrl+M"},
 };
 
+constexpr const char *kNamedFile = "LUMIVAULT_MACHINE";
+constexpr const char *kFileName = "lumivault/machine.ini";
+
+/// The profile installed with this program under a prefix that the configuration folders don't
+/// know; empty if there is none.
+QString fileOfThePrefix()
+{
+    if (QCoreApplication::instance() == nullptr) {
+        return {};
+    }
+    const QString file
+        = QDir::cleanPath(QCoreApplication::applicationDirPath() + QLatin1String("/../etc/xdg/")
+                          + QLatin1String(kFileName));
+    return QFileInfo(file).isFile() ? file : QString();
+}
+
 const Row &rowOf(Key key)
 {
     return *std::find_if(std::begin(kRows), std::end(kRows), [key](const Row &row) {
@@ -75,10 +92,21 @@ lumi::MachineProfile::MachineProfile()
 
 QString lumi::MachineProfile::findFile()
 {
-    const QString named = qEnvironmentVariable("LUMIVAULT_MACHINE");
-    return !named.isEmpty() ? named
-                            : QStandardPaths::locate(QStandardPaths::GenericConfigLocation,
-                                                     QStringLiteral("lumivault/machine.ini"));
+    const QString named = qEnvironmentVariable(kNamedFile);
+    if (!named.isEmpty()) {
+        return named;
+    }
+    const QString found
+        = QStandardPaths::locate(QStandardPaths::GenericConfigLocation, QLatin1String(kFileName));
+    return !found.isEmpty() ? found : fileOfThePrefix();
+}
+
+void lumi::MachineProfile::fixNamedFile()
+{
+    const QString named = qEnvironmentVariable(kNamedFile);
+    if (!named.isEmpty()) {
+        qputenv(kNamedFile, QDir::current().absoluteFilePath(named).toLocal8Bit());
+    }
 }
 
 QString lumi::MachineProfile::text(Key key) const

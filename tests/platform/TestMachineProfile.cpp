@@ -4,6 +4,7 @@
 #include "tests/platform/testFiles.h"
 #include "tests/support/TestMain.h"
 
+#include <QDir>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -31,6 +32,7 @@ private Q_SLOTS:
     void withoutAProfileTheHandheldsValuesHold();
     void theNamedFileComesFirst();
     void theUsersFileHidesTheSystemsAsAWhole();
+    void aRelativeNameIsMeantFromTheFolderOfTheStart();
     void aNamedFileThatIsMissingHidesTheOthersToo();
     void paths_data();
     void paths();
@@ -99,6 +101,23 @@ void TestMachineProfile::theUsersFileHidesTheSystemsAsAWhole()
     QVERIFY(writeFile(m_system + kProfile, withCard("/system")));
     QVERIFY(writeFile(m_user + kProfile, "[Mounts]\nCF=/user\n"));
     QCOMPARE(card(), QStringLiteral("/mnt/card"));
+}
+
+void TestMachineProfile::aRelativeNameIsMeantFromTheFolderOfTheStart()
+{
+    const QString before = QDir::currentPath();
+    QVERIFY(writeFile(m_folder->filePath(QStringLiteral("named.ini")), withCard("cards/sd")));
+    QVERIFY(QDir::setCurrent(m_folder->path()));
+    qputenv("LUMIVAULT_MACHINE", "named.ini");
+    lumi::MachineProfile::fixNamedFile();
+    QVERIFY(QDir::setCurrent(QDir::rootPath()));
+    QCOMPARE(card(), m_folder->filePath(QStringLiteral("cards/sd")));
+    lumi::MachineProfile::fixNamedFile(); // an absolute one stays
+    QCOMPARE(card(), m_folder->filePath(QStringLiteral("cards/sd")));
+    qputenv("LUMIVAULT_MACHINE", "");
+    lumi::MachineProfile::fixNamedFile(); // and none stays none
+    QVERIFY(lumi::MachineProfile::findFile().isEmpty());
+    QVERIFY(QDir::setCurrent(before));
 }
 
 void TestMachineProfile::aNamedFileThatIsMissingHidesTheOthersToo()
@@ -200,8 +219,14 @@ void TestMachineProfile::theInstalledProfileHasEveryKey()
     QCOMPARE(profile.number(Key::PanelDepth), builtIn.number(Key::PanelDepth));
     QCOMPARE(profile.number(Key::KeyboardDevice), builtIn.number(Key::KeyboardDevice));
     const lumi::IniText ini(*text);
-    for (const char *name : {"ZoomIn", "ZoomOut", "Fit", "Menu", "Mail"}) {
-        QVERIFY(ini.value(QStringLiteral("Keys"), QString::fromLatin1(name)).has_value());
+    constexpr const char *kNames[][2]
+        = {{"Mounts", "CF"},   {"Mounts", "SD"},     {"Mounts", "Table"},  {"Memory", "File"},
+           {"Power", "Dir"},   {"Hinge", "Program"}, {"Disk", "Figures"},  {"Panel", "Depth"},
+           {"Keys", "Device"}, {"Keys", "ZoomIn"},   {"Keys", "ZoomOut"},  {"Keys", "Fit"},
+           {"Keys", "Menu"},   {"Keys", "Mail"},     {"Resources", "Path"}};
+    for (const auto &name : kNames) {
+        QVERIFY2(ini.value(QString::fromLatin1(name[0]), QString::fromLatin1(name[1])).has_value(),
+                 name[1]);
     }
     QCOMPARE(profile.deviceKey(Qt::Key_Plus, Qt::NoModifier), kKeyZoomIn);
     QCOMPARE(profile.deviceKey(Qt::Key_Minus, Qt::NoModifier), kKeyZoomOut);
