@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: MIT
-# Runs at installation: writes the machine profile and the unit of the markers for the prefix
-# that was chosen in the end.
+# Runs at installation: writes the machine profile and what starts the helper programs for the
+# prefix that was chosen in the end.
 set(LUMI_LIBEXEC_DIR ${CMAKE_INSTALL_PREFIX}/${LUMI_LIBEXECDIR}/lumivault)
 set(LUMI_HINGE_PROGRAM ${LUMI_LIBEXEC_DIR}/chkhinge)
 set(LUMI_RESOURCE_DIR ${CMAKE_INSTALL_PREFIX}/${LUMI_DATADIR}/lumivault)
@@ -11,7 +11,12 @@ else()
   set(configuration ${CMAKE_INSTALL_PREFIX}/etc/xdg/lumivault)
 endif()
 configure_file(${LUMI_PROFILE} ${LUMI_SCRATCH}/machine.ini @ONLY)
-configure_file(${LUMI_MARKERS} ${LUMI_SCRATCH}/lumivault-markers.service @ONLY)
+configure_file(${LUMI_CARDS}/lumivault-markers.service
+  ${LUMI_SCRATCH}/lumivault-markers.service @ONLY)
+configure_file(${LUMI_CARDS}/70-lumivault-cards.rules
+  ${LUMI_SCRATCH}/70-lumivault-cards.rules @ONLY)
 file(INSTALL ${LUMI_SCRATCH}/machine.ini DESTINATION ${configuration})
 file(INSTALL ${LUMI_SCRATCH}/lumivault-markers.service
   DESTINATION ${CMAKE_INSTALL_PREFIX}/lib/systemd/system)
+file(INSTALL ${LUMI_SCRATCH}/70-lumivault-cards.rules
+  DESTINATION ${CMAKE_INSTALL_PREFIX}/lib/udev/rules.d)
