@@ -9,6 +9,8 @@ runPackages=(cmake g++ ninja-build qt6-base-dev libjpeg-dev librsvg2-bin fonts-d
 tourPackages=(xvfb openbox xdotool imagemagick)
 # Building and running the tests.
 testPackages=("${runPackages[@]}" "${tourPackages[@]}" git dbus libimage-exiftool-perl exiv2)
+# A Wayland compositor that needs no screen.
+waylandPackages=(weston qt6-wayland imagemagick)
 # Building and running the measurements.
 benchPackages=("${runPackages[@]}" libexif-dev)
 # The checks of form.

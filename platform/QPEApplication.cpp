@@ -3,6 +3,7 @@
 
 #include "platform/ForegroundWatcher.h"
 #include "platform/Machine.h"
+#include "platform/MachineProfile.h"
 #include "platform/MountWatcher.h"
 #include "platform/PanelStyle.h"
 #include "platform/PowerWatcher.h"
@@ -56,12 +57,25 @@ void waitForEvent(const QElapsedTimer &timer, int ms)
     QEventLoop().processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::WaitForMoreEvents);
 }
 
+/// Before a window is shown maximized or on the whole screen.
+void fitInto(QWidget *widget, const QRect &room)
+{
+    if (!isWayland()) {
+        // Without a window manager nobody else gives the window its size.
+        widget->setGeometry(room);
+        return;
+    }
+    // A compositor ends a client whose window stays larger than it says, for instance because
+    // of a panel of its own. Better that the lower edge of a form is cut off.
+    if (widget->layout() != nullptr) {
+        widget->layout()->setSizeConstraint(QLayout::SetNoConstraint);
+    }
+    widget->setMinimumSize(0, 0);
+}
+
 void maximize(QWidget *widget)
 {
-    // Without a window manager nobody else gives the window its size.
-    if (!isWayland()) {
-        widget->setGeometry(widget->screen()->availableGeometry());
-    }
+    fitInto(widget, widget->screen()->availableGeometry());
     widget->showMaximized();
 }
 
@@ -103,6 +117,7 @@ QPEApplication::QPEApplication(int &argc, char **argv, Type /*type*/)
     setAttribute(Qt::AA_DontUseNativeDialogs);
     setAttribute(Qt::AA_DontUseNativeMenuBar);
     setStyle(new lumi::PanelStyle);
+    lumi::MachineProfile::fixNamedFile();
     // Not before the first window is under way: nobody misses them until then.
     QMetaObject::invokeMethod(this, &QPEApplication::startAgents, Qt::QueuedConnection);
 }
@@ -122,11 +137,7 @@ void QPEApplication::showMainWidget(QWidget *widget, bool noMaximize)
 {
     m_mainWidget = widget;
     widget->resize(kPanelSize);
-    const QSize room = widget->screen()->availableSize();
-    // A compositor may kill a client whose maximized window cannot shrink to the screen.
-    const bool fits = !isWayland()
-        || room == room.expandedTo(widget->minimumSizeHint().expandedTo(widget->minimumSize()));
-    if (noMaximize || room.width() > kWidestPanel || !fits) {
+    if (noMaximize || widget->screen()->availableSize().width() > kWidestPanel) {
         widget->show();
     } else {
         maximize(widget);
@@ -204,9 +215,7 @@ void QPEApplication::showMaximizedNow(QWidget *widget)
 
 void QPEApplication::showFullScreenNow(QWidget *widget)
 {
-    if (!isWayland()) {
-        widget->setGeometry(widget->screen()->geometry());
-    }
+    fitInto(widget, widget->screen()->geometry());
     widget->showFullScreen();
     settle(widget);
 }

@@ -3,9 +3,13 @@
 // manager are at hand. It writes a line for each window that appears to standard output,
 // answers message boxes with their default button, and ends the program in the way that
 // $LUMI_DRIVER_END names: "close" closes the main window as a window manager would, "exit:N"
-// leaves the event loop with N, anything else lets the program run on.
+// leaves the event loop with N, "visit" first opens the slideshow and the full view of the
+// browser's first photo and closes them after a second, anything else lets the program run
+// on. With $LUMI_DRIVER_PICTURES it also tells the sizes of the pictures in the main window.
 #include <QApplication>
+#include <QEventLoop>
 #include <QGenericPlugin>
+#include <QLabel>
 #include <QMainWindow>
 #include <QMessageBox>
 #include <QPushButton>
@@ -18,6 +22,8 @@
 namespace {
 
 constexpr int kLookMs = 50;
+constexpr int kVisitMs = 1000;
+constexpr int kBrowser = 2;
 
 class Driver : public QObject
 {
@@ -43,7 +49,8 @@ private:
 
     void appeared(QWidget *window)
     {
-        if (auto *box = qobject_cast<QMessageBox *>(window)) {
+        auto *box = qobject_cast<QMessageBox *>(window);
+        if (box != nullptr && !box->buttons().isEmpty()) { // the full view is one without
             QString text = box->text();
             text.replace(QLatin1Char('\n'), QLatin1Char('|'));
             report(QStringLiteral("box: %1: %2").arg(box->windowTitle(), text));
@@ -65,11 +72,56 @@ private:
         });
     }
 
+    static void reportPictures(const QMainWindow *main)
+    {
+        const auto labels = main->findChildren<QLabel *>();
+        for (const QLabel *label : labels) {
+            const QSize size = label->pixmap(Qt::ReturnByValue).size();
+            if (!size.isEmpty()) {
+                report(QStringLiteral("picture: %1x%2").arg(size.width()).arg(size.height()));
+            }
+        }
+    }
+
+    static void visit(QMainWindow *main)
+    {
+        QMetaObject::invokeMethod(main, "changeForm", Q_ARG(int, kBrowser),
+                                  Q_ARG(QString, QString()));
+        QEventLoop loop;
+        QTimer::singleShot(kVisitMs, &loop, &QEventLoop::quit);
+        loop.exec();
+        // The slideshow leaves the cursor on the photo, which the full view needs.
+        for (const char *slot : {"menu_disp_Slideshow_Execution", "menu_disp_DispAll"}) {
+            QTimer::singleShot(kVisitMs, main, &Driver::leaveModalWindow);
+            QMetaObject::invokeMethod(main->centralWidget(), slot); // returns when it is closed
+        }
+        main->close();
+    }
+
+    static void leaveModalWindow()
+    {
+        QWidget *window = QApplication::activeModalWidget();
+        if (window != nullptr) {
+            report(QStringLiteral("visited: %1 %2x%3")
+                       .arg(QLatin1String(window->metaObject()->className()))
+                       .arg(window->width())
+                       .arg(window->height()));
+            window->close();
+        }
+    }
+
     static void end(QMainWindow *main)
     {
         const QString way = wayOut();
         if (QThread::currentThread()->loopLevel() == 0) {
             endLater(main); // not in its event loop yet
+            return;
+        }
+        if (qEnvironmentVariableIsSet("LUMI_DRIVER_PICTURES")) {
+            reportPictures(main);
+        }
+        if (way == QLatin1String("visit")) {
+            visit(main);
         } else if (way == QLatin1String("close")) {
             main->close();
         } else if (way.startsWith(QLatin1String("exit:"))) {
