@@ -15,12 +15,10 @@
 
 namespace {
 
-using FormMaker = FormBase *(*)(QWidget *window, QPEToolBar *toolBar);
-
 struct FormRow
 {
     int id;
-    FormMaker make;
+    FormBase *(*make)(QWidget *window, QPEToolBar *toolBar);
 };
 
 template <typename Form> FormBase *makeA(QWidget *window, QPEToolBar *toolBar)
@@ -36,7 +34,7 @@ constexpr FormRow kForms[] = {
 
 constexpr QSize kPanelSize(640, 480);
 
-FormMaker makerOf(int id)
+auto makerOf(int id) -> decltype(FormRow::make)
 {
     for (const FormRow &row : kForms) {
         if (row.id == id) {
@@ -81,6 +79,11 @@ void MainWindow::changeForm(int id, const QString & /*text*/)
         qWarning("MainWindow::changeForm: no form has the id %d", id);
         return;
     }
+    replaceForm(make);
+}
+
+void MainWindow::replaceForm(FormMaker make)
+{
     // The window lives in the entry point's frame.
     setAttribute(Qt::WA_DeleteOnClose, false);
     FormBase *old = m_form;

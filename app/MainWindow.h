@@ -34,6 +34,11 @@ public Q_SLOTS:
     void changeForm(int id, const QString &text);
 
 protected:
+    using FormMaker = FormBase *(*)(QWidget *window, QPEToolBar *toolBar);
+
+    /// Puts the form that `make` makes in the place of the current one.
+    void replaceForm(FormMaker make);
+
     bool event(QEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;

@@ -35,6 +35,27 @@ class OpenMainWindow : public MainWindow
 {
 public:
     using MainWindow::eventFilter;
+    using MainWindow::replaceForm;
+};
+
+/// Counts how often it is asked to accept.
+class RecordingForm : public FormBase
+{
+public:
+    static constexpr int kFormId = 2;
+
+    RecordingForm(QWidget *parent, QPEToolBar *toolBar)
+        : FormBase(parent, toolBar, kFormId)
+    { }
+
+    static FormBase *make(QWidget *window, QPEToolBar *toolBar)
+    {
+        return new RecordingForm(window, toolBar);
+    }
+
+    void acceptForm() override { ++accepts; }
+
+    int accepts = 0;
 };
 
 QList<QByteArray> methodsOf(const QMetaObject &meta, QMetaMethod::MethodType type)
@@ -394,6 +415,12 @@ void TestMainWindow::closeNeverDeletesTheWindow()
 
 void TestMainWindow::acceptCanBeCalledByName()
 {
+    m_window->replaceForm(RecordingForm::make);
+    const auto *form = dynamic_cast<RecordingForm *>(m_window->currentForm());
+    QVERIFY(form != nullptr);
+    QVERIFY(QMetaObject::invokeMethod(m_window.get(), "accept"));
+    QCOMPARE(form->accepts, 1);
+    m_window->changeForm(0, QString());
     QVERIFY(QMetaObject::invokeMethod(m_window.get(), "accept"));
     QCOMPARE(m_window->currentForm()->formId(), 0);
 }

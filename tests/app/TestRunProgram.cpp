@@ -4,6 +4,7 @@
 #include "app/runProgram.h"
 #include "platform/QPEApplication.h"
 #include "swap/swapStore.h"
+#include "tests/support/OrdinaryUser.h"
 #include "tests/support/TestMain.h"
 
 #include <QDir>
@@ -28,6 +29,7 @@ private Q_SLOTS:
     void boxComesBeforeAnyWindow();
     void markerOfADamagedRunStays();
     void storeThatCannotBeMadeIsLogged();
+    void storeOfSomebodyElseStopsNothing();
     void windowStandsOnThePanel();
 
 private:
@@ -189,6 +191,30 @@ void TestRunProgram::storeThatCannotBeMadeIsLogged()
              }),
              3);
     QVERIFY(shown);
+}
+
+/// The photo store can be read, but nothing can be made in it.
+void TestRunProgram::storeOfSomebodyElseStopsNothing()
+{
+    const QString store = m_home->filePath(QStringLiteral("Documents/Photo_Files"));
+    QVERIFY(QDir().mkpath(store));
+    constexpr auto kReadOnly = QFile::ReadOwner | QFile::ExeOwner | QFile::ReadGroup
+        | QFile::ExeGroup | QFile::ReadOther | QFile::ExeOther;
+    QVERIFY(QFile::setPermissions(store, kReadOnly));
+    QVERIFY(QFile::setPermissions(m_home->path(), kReadOnly | QFile::WriteOwner));
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("^Error SwapSystem\\(")));
+    QTest::ignoreMessage(QtWarningMsg, "SwapSystem::InitRead Not Initialze File");
+    QTest::ignoreMessage(QtWarningMsg, "SwapSystem::InitWrite Not Initialze File");
+    bool shown = false;
+    {
+        const lumi::test::OrdinaryUser user;
+        QCOMPARE(run([&shown](MainWindow *found) {
+                     shown = found->currentForm()->isVisible();
+                 }),
+                 3);
+    }
+    QVERIFY(shown);
+    QVERIFY(QDir(store).isEmpty(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot));
 }
 
 void TestRunProgram::windowStandsOnThePanel()
