@@ -110,11 +110,9 @@ void TestFPVExifDocumentThumbnail::noPreviewIsThatLarge_data()
     QTest::newRow("a megabyte") << small + QByteArray(1024 * 1024 - small.size(), '\0') << true;
     QTest::newRow("a byte more") << small + QByteArray(1024 * 1024 + 1 - small.size(), '\0')
                                  << false;
-    QByteArray scans;
-    for (int i = 0; i < 100; ++i) {
-        scans += "\xFF\xDA";
-    }
-    QTest::newRow("marks of more scans than a photo has") << small + scans << false;
+    const QByteArray scans = QByteArray("\xFF\xDA").repeated(99); // beside its own one
+    QTest::newRow("marks of as many scans as a photo may have") << small + scans << true;
+    QTest::newRow("marks of one scan more") << small + scans + "\xFF\xDA" << false;
     QImage image(24, 18, QImage::Format_RGB32);
     image.fill(Qt::red);
     QBuffer png;

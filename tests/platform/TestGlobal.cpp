@@ -3,16 +3,37 @@
 #include "tests/support/TestMain.h"
 
 #include <QApplication>
+#include <QInputMethod>
 #include <QLineEdit>
 #include <QTest>
+
+namespace {
+
+int hides = 0;
+
+} // namespace
+
+/// In the place of the toolkit's own: there is no keyboard on a screen here that could go.
+void QInputMethod::hide()
+{
+    ++hides;
+}
 
 class TestGlobal : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
+    void theKeyboardOnTheScreenGoes();
     void aFieldBeingEditedKeepsItsTextAndFocus();
 };
+
+void TestGlobal::theKeyboardOnTheScreenGoes()
+{
+    hides = 0;
+    Global::hideInputMethod();
+    QCOMPARE(hides, 1);
+}
 
 void TestGlobal::aFieldBeingEditedKeepsItsTextAndFocus()
 {

@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: MIT
+// Runs in mounts of its own, with the right to change them.
+#include "platform/MountWatcher.h"
+#include "platform/QCopChannel.h"
+#include "tests/support/FakeMachine.h"
+#include "tests/support/TestMain.h"
+
+#include <QFile>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <sys/mount.h>
+
+using lumi::MountWatcher;
+using lumi::test::FakeMachine;
+
+namespace {
+
+/// Time in which a wrong second message would have come.
+constexpr int kQuietMs = 200;
+
+} // namespace
+
+class TestMountedCards : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void cleanupTestCase();
+    void aMountAndItsEndAreOneMessageEach();
+    void aMountElsewhereIsNoNews();
+
+private:
+    FakeMachine *m_machine = nullptr;
+};
+
+void TestMountedCards::initTestCase()
+{
+    // The application's own watcher starts with the event loop; let it look at other folders.
+    QCoreApplication::processEvents();
+    m_machine = FakeMachine::install();
+    m_machine->table = QStringLiteral("/proc/self/mountinfo");
+}
+
+void TestMountedCards::cleanupTestCase()
+{
+    Machine::install(nullptr);
+}
+
+/// A file system over a slot's folder, and gone again, as a card's is.
+void TestMountedCards::aMountAndItsEndAreOneMessageEach()
+{
+    const QByteArray folder = QFile::encodeName(m_machine->cf);
+    const QCopChannel channel("QPE/Card");
+    const QSignalSpy spy(&channel, &QCopChannel::received);
+    const MountWatcher watcher;
+    QCOMPARE(::mount("tmpfs", folder.constData(), "tmpfs", 0, "size=64k"), 0);
+    QTRY_COMPARE(spy.count(), 1);
+    // Nothing but the table tells of its end: the marker is on it as well.
+    QFile marker(QFile::decodeName(folder) + QStringLiteral("/NotAvailable"));
+    QVERIFY(marker.open(QIODevice::WriteOnly));
+    marker.close();
+    QTRY_COMPARE(spy.count(), 2);
+    QCOMPARE(::umount2(folder.constData(), MNT_DETACH), 0);
+    QTRY_COMPARE(spy.count(), 3);
+    QTest::qWait(kQuietMs);
+    QCOMPARE(spy.count(), 3);
+}
+
+void TestMountedCards::aMountElsewhereIsNoNews()
+{
+    const QString folder = m_machine->folder.filePath(QStringLiteral("elsewhere"));
+    QVERIFY(QDir().mkpath(folder));
+    const QByteArray name = QFile::encodeName(folder);
+    const QCopChannel channel("QPE/Card");
+    const QSignalSpy spy(&channel, &QCopChannel::received);
+    const MountWatcher watcher;
+    QCOMPARE(::mount("tmpfs", name.constData(), "tmpfs", 0, "size=64k"), 0);
+    QTest::qWait(kQuietMs);
+    QCOMPARE(::umount2(name.constData(), MNT_DETACH), 0);
+    QTest::qWait(kQuietMs);
+    QCOMPARE(spy.count(), 0);
+}
+
+LUMI_TEST(TestMountedCards)
+#include "TestMountedCards.moc"
