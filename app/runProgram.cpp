@@ -8,6 +8,7 @@
 #include "platform/QPEApplication.h"
 #include "swap/SwapSystem.h"
 #include "swap/swapStore.h"
+#include "views/folderRoots.h"
 
 #include <QDir>
 #include <QFile>
@@ -28,7 +29,7 @@ int lumi::runProgram(QPEApplication &application)
 {
     // The order of these objects is the order of the end, read backwards: the window and its
     // form go first, then the swap store writes its index.
-    const QString storePath = QDir::homePath() + QStringLiteral("/Documents/Photo_Files");
+    const QString storePath = lumi::photoStorePath();
     const QDir store(storePath);
     if (!store.exists() && !store.mkpath(storePath)) {
         qDebug("Photo_Files mkdir err");

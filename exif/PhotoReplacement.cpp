@@ -2,9 +2,9 @@
 #include "exif/PhotoReplacement.h"
 
 #include "app/common/diskSpace.h"
+#include "app/common/paths.h"
 #include "platform/Machine.h"
 
-#include <QDir>
 #include <QFileInfo>
 
 #include <algorithm>
@@ -31,7 +31,7 @@ QString mediumOf(const QString &path)
             return card;
         }
     }
-    return QDir::homePath() + QLatin1String("/Documents");
+    return lumi::documentsPath();
 }
 
 /// The errno of a failure, else 0. Some file systems have nothing to bring to the disk and say

@@ -3,22 +3,12 @@
 #include "app/common/BusyScope.h"
 #include "app/common/messages.h"
 #include "files/FormFile.h"
+#include "files/fileBoxes.h"
 #include "files/mailCopy.h"
 #include "items/FPVItemImage.h"
-#include "widgets/MyDialogWait.h"
 
 #include <QDate>
 #include <QFileInfo>
-#include <QMessageBox>
-
-namespace {
-
-void showFailure(QWidget *parent)
-{
-    QMessageBox::critical(parent, msg(lumi::MsgError), msg(lumi::MsgMailAttachmentFailed));
-}
-
-} // namespace
 
 void FormFile::accel_appendToMail()
 {
@@ -33,17 +23,19 @@ void FormFile::accel_appendToMail()
     const lumi::BusyScope busy(this);
     const QString path = lumi::freeMailPath(QDate::currentDate());
     if (path.isEmpty()) {
-        showFailure(this);
+        lumi::showError(this, msg(lumi::MsgMailAttachmentFailed));
         return;
     }
-    MyDialogWait wait(mainWindow(), msg(lumi::MsgWorking));
-    wait.setWindowTitle(msg(lumi::MsgLumiVault));
-    wait.start(0);
+    const QPointer<FormFile> alive(this);
+    const lumi::WaitBox wait(this);
+    if (!alive) {
+        return;
+    }
     const QImage image = photo ? lumi::mailImage(photo) : QImage();
     if (image.isNull() || !lumi::saveMailImage(image, path)) {
-        showFailure(this);
+        lumi::showError(this, msg(lumi::MsgMailAttachmentFailed));
         return;
     }
-    QMessageBox::information(this, msg(lumi::MsgAttachToMail),
-                             msg(lumi::MsgMailPhotoSaved).arg(QFileInfo(path).fileName()));
+    lumi::showInformation(this, msg(lumi::MsgAttachToMail),
+                          msg(lumi::MsgMailPhotoSaved).arg(QFileInfo(path).fileName()));
 }

@@ -2,7 +2,7 @@
 // What the File and Edit menus do with photos and folders: each asks its question, lets the
 // view do the work and shows its failure. Dialogs let events in, so that the list may have been
 // read anew when they are answered: what was asked about is kept by name, and the form is busy
-// meanwhile.
+// meanwhile. Should it be gone all the same, it is not touched again.
 #include "app/common/BusyScope.h"
 #include "app/common/getText.h"
 #include "app/common/labels.h"
@@ -12,7 +12,6 @@
 #include "files/pasteMessage.h"
 #include "items/FPVItemList.h"
 #include "views/FPVThumbnailView.h"
-#include "widgets/MyDialogWait.h"
 
 #include <QFileInfo>
 
@@ -41,7 +40,8 @@ struct EditedName
 void FormFile::menu_file_NewFolder()
 {
     const lumi::BusyScope busy(this);
-    for (;;) {
+    const QPointer<FormFile> alive(this);
+    while (alive) {
         const QString name
             = getText(this, msg(lumi::MsgNewFolder), msg(lumi::MsgEnterFolderName), QString(), 0);
         if (name.isNull()) {
@@ -55,7 +55,9 @@ void FormFile::menu_file_NewFolder()
             if (!m_view->makeFolder(name)) {
                 lumi::showError(this, msg(lumi::MsgFolderNotCreated));
             }
-            enterFolder(QString());
+            if (alive) {
+                enterFolder(QString());
+            }
             return;
         }
     }
@@ -70,7 +72,8 @@ void FormFile::menu_file_Rename()
     const lumi::BusyScope busy(this);
     const EditedName name{QFileInfo(item->path())};
     const QString folder = m_rootItem->currentPath();
-    for (;;) {
+    const QPointer<FormFile> alive(this);
+    while (alive) {
         const QString text = getText(this, msg(lumi::MsgChangeName),
                                      msg(lumi::MsgEnterNewFolderName), name.offered, 0);
         const QString wanted = text + name.tail;
@@ -81,7 +84,7 @@ void FormFile::menu_file_Rename()
             lumi::showError(this, msg(lumi::MsgEnterNewFolderName));
         } else if (wanted == name.old) {
             return;
-        } else if (m_view->hasEntry(wanted)) {
+        } else if (m_rootItem->currentPath() == folder && m_view->hasEntry(wanted)) {
             lumi::showError(this, msg(lumi::MsgFileNameExists));
         } else {
             const bool isThere = m_rootItem->currentPath() == folder;
@@ -107,15 +110,20 @@ void FormFile::menu_file_Delete()
     if (!lumi::confirms(this, msg(lumi::MsgDelete), msg(lumi::MsgNameWillBeDeleted).arg(name))) {
         return;
     }
-    MyDialogWait wait(this, msg(lumi::MsgWorking));
-    wait.start(0);
+    const QPointer<FormFile> alive(this);
+    lumi::WaitBox wait(this);
+    if (!alive) {
+        return;
+    }
     const FPVItemObject *present = currentItem();
     const bool isSame = present != nullptr && present->path() == path;
     if (!isSame || !m_view->deleteCurrent()) {
         wait.hide();
         lumi::showError(this, msg(lumi::MsgDeletionFailed));
     }
-    enterFolder(QString());
+    if (alive) {
+        enterFolder(QString());
+    }
 }
 
 void FormFile::menu_file_DeleteCheckItem()
@@ -124,8 +132,11 @@ void FormFile::menu_file_DeleteCheckItem()
     if (!lumi::confirms(this, msg(lumi::MsgDeleteSelected), msg(lumi::MsgDeleteThesePhotos))) {
         return;
     }
-    MyDialogWait wait(this, msg(lumi::MsgWorking));
-    wait.start(0);
+    const QPointer<FormFile> alive(this);
+    lumi::WaitBox wait(this);
+    if (!alive) {
+        return;
+    }
     if (!m_view->deleteChecked()) {
         wait.hide();
         lumi::showError(this, msg(lumi::MsgPartNotDeleted));
@@ -138,13 +149,18 @@ void FormFile::menu_file_DeleteEmptyFolder()
     if (!lumi::confirms(this, msg(lumi::MsgDeleteEmptyFolder), msg(lumi::MsgDeleteThisFolder))) {
         return;
     }
-    MyDialogWait wait(this, msg(lumi::MsgWorking));
-    wait.start(0);
+    const QPointer<FormFile> alive(this);
+    lumi::WaitBox wait(this);
+    if (!alive) {
+        return;
+    }
     if (!m_view->deleteEmptyFolders()) {
         wait.hide();
         lumi::showError(this, msg(lumi::MsgFolderDeletionFailed));
     }
-    enterFolder(QString());
+    if (alive) {
+        enterFolder(QString());
+    }
 }
 
 void FormFile::menu_edit_Cut()
@@ -173,8 +189,11 @@ void FormFile::menu_edit_Paste()
         return;
     }
     const lumi::BusyScope busy(this);
-    MyDialogWait wait(this, msg(lumi::MsgWorking));
-    wait.start(0);
+    const QPointer<FormFile> alive(this);
+    lumi::WaitBox wait(this);
+    if (!alive) {
+        return;
+    }
     const lumi::PasteResult result = m_view->paste();
     if (result == lumi::PasteResult::Done) {
         return;

@@ -2,9 +2,9 @@
 #include "files/fileBoxes.h"
 
 #include "app/common/messages.h"
+#include "widgets/MyDialogWait.h"
 
 #include <QMessageBox>
-#include <QPointer>
 
 namespace {
 
@@ -38,8 +38,32 @@ void lumi::showError(QWidget *parent, const QString &text)
     runBox(kind, parent, msg(MsgError), text);
 }
 
+void lumi::showInformation(QWidget *parent, const QString &caption, const QString &text)
+{
+    const BoxKind kind{QMessageBox::Information, QMessageBox::Ok, QMessageBox::Ok};
+    runBox(kind, parent, caption, text);
+}
+
 bool lumi::confirms(QWidget *parent, const QString &caption, const QString &question)
 {
     const BoxKind kind{QMessageBox::Warning, QMessageBox::Yes | QMessageBox::No, QMessageBox::No};
     return runBox(kind, parent, caption, question) == QMessageBox::Yes;
+}
+
+lumi::WaitBox::WaitBox(QWidget *parent)
+    : m_dialog(new MyDialogWait(parent, msg(MsgWorking)))
+{
+    m_dialog->start(0);
+}
+
+lumi::WaitBox::~WaitBox()
+{
+    delete m_dialog;
+}
+
+void lumi::WaitBox::hide()
+{
+    if (m_dialog) {
+        m_dialog->hide();
+    }
 }

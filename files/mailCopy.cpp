@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "files/mailCopy.h"
 
+#include "files/engine/folderEntries.h"
 #include "items/FPVItemImage.h"
 #include "items/photoScale.h"
 #include "views/folderRoots.h"
@@ -52,7 +53,7 @@ QString lumi::freeMailPath(QDate date)
 {
     for (int number = 1; number <= kLastNumber; ++number) {
         QString path = mailFolderPath() + QLatin1Char('/') + mailFileName(date, number);
-        if (!QFile::exists(path)) {
+        if (!isTaken(path)) {
             return path;
         }
     }
@@ -93,10 +94,12 @@ bool lumi::saveMailImage(const QImage &image, const QString &path)
     if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered)) {
         return false;
     }
-    const bool saved = file.write(bytes) == bytes.size();
+    const bool isWritten = file.write(bytes) == bytes.size();
+    // Some file systems tell only here that a write has failed.
     file.close();
-    if (!saved) {
-        file.remove();
+    if (isWritten && file.error() == QFileDevice::NoError) {
+        return true;
     }
-    return saved;
+    QFile::remove(path);
+    return false;
 }

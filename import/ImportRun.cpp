@@ -43,7 +43,7 @@ bool isSameSize(const QString &source, const QString &target)
 
 int lumi::storeRoomKB()
 {
-    return freeDiskKB(QFile::encodeName(QDir::homePath() + QLatin1String("/Documents")));
+    return freeDocumentsKB();
 }
 
 ImportKind lumi::kindOfFailure(int copyResult, int roomKB, qint64 sourceSize, bool isCardPresent)

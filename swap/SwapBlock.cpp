@@ -8,7 +8,6 @@
 #include "swap/swapTime.h"
 
 #include <QBuffer>
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QImage>
@@ -37,12 +36,6 @@ void reportNullBuffer(int number)
 const char *boolText(bool value)
 {
     return value ? "true" : "false";
-}
-
-/// Always the file system of the user's documents, whichever the swap folder is on.
-int freeDocumentsKB()
-{
-    return freeDiskKB(QFile::encodeName(QDir::homePath() + QStringLiteral("/Documents")));
 }
 
 QDateTime fileTime(const QString &path)
@@ -101,7 +94,8 @@ bool SwapBlock::bWrite(stSwap &swap, QDateTime sourceTime)
 {
     debugLog("[Write]%s -> %s", qUtf8Printable(m_sourceName), qUtf8Printable(m_swapPath));
     m_sourceTime = std::move(sourceTime);
-    const long freeKB = freeDocumentsKB();
+    // Of the user's documents, whichever file system the swap folder is on.
+    const long freeKB = lumi::freeDocumentsKB();
     if (freeKB <= kReservedKB) {
         qWarning("SwapBlock::bWrite() No Disc Space (%ld KB)", freeKB);
         return false;

@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "views/folderRoots.h"
 
+#include "app/common/paths.h"
 #include "platform/Machine.h"
-
-#include <QDir>
 
 QString lumi::photoStorePath()
 {
-    return QDir::homePath() + QLatin1String("/Documents/Photo_Files");
+    return documentsPath() + QLatin1String("/Photo_Files");
 }
 
 bool lumi::isFolderRoot(const QString &path)

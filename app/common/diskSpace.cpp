@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "app/common/diskSpace.h"
 
+#include "app/common/paths.h"
 #include "platform/Machine.h"
+
+#include <QFile>
 
 #include <algorithm>
 #include <climits>
@@ -32,6 +35,11 @@ int lumi::blocksToFreeKB(qint64 blockSize, qint64 blocks)
         return clampedProduct(blockSize, blocks, kShiftToKB);
     }
     return clampedProduct(blockSize, blocks >> kShiftToKB, 0);
+}
+
+int lumi::freeDocumentsKB()
+{
+    return freeDiskKB(QFile::encodeName(documentsPath()));
 }
 
 int freeDiskKB(const QByteArray &path)

@@ -12,6 +12,9 @@
 
 namespace lumi {
 
+/// Free KB where the photo store is, whatever the path at hand; -1 if it can't be asked.
+[[nodiscard]] int freeDocumentsKB();
+
 /// Free KB out of a block size in bytes and a count of blocks, at most INT_MAX. The rounding
 /// depends on the order of the steps: 3 blocks of 512 bytes are 1 KB.
 [[nodiscard]] int blocksToFreeKB(qint64 blockSize, qint64 blocks);

@@ -39,6 +39,11 @@ QString numbered(const char *format, int number)
 
 } // namespace
 
+QString lumi::documentsPath()
+{
+    return QDir::homePath() + QLatin1String("/Documents");
+}
+
 bool removePath(const QString &path, bool recursive)
 {
     const QFileInfo info(path);

@@ -1,8 +1,15 @@
 // SPDX-License-Identifier: MIT
-// Removing a file or a tree, and finding a name that is free.
+// Where the user's documents are, removing a file or a tree, and finding a name that is free.
 #pragma once
 
 #include <QString>
+
+namespace lumi {
+
+/// Absolute path of the folder above the photo store, existing or not.
+[[nodiscard]] QString documentsPath();
+
+} // namespace lumi
 
 /// Removes a file, or with `recursive` a folder with all it holds; links are removed, never
 /// followed. Failures inside a folder don't stop the walk: the result is that of removing

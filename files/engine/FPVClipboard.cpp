@@ -13,6 +13,9 @@
 #include <QFileInfo>
 
 #include <new>
+#include <optional>
+
+#include <sys/stat.h>
 
 using lumi::PasteResult;
 
@@ -43,10 +46,35 @@ QString freeName(const QString &path)
     return {};
 }
 
-int freeKBBeside(const QString &path)
+QString folderOf(const QString &path)
 {
-    return freeDiskKB(QFile::encodeName(path.left(path.lastIndexOf(QLatin1Char('/')))));
+    return path.left(path.lastIndexOf(QLatin1Char('/')));
 }
+
+/// The file system that a folder is on. When a card is unmounted its folder stays: an empty
+/// one of the device's own disk, which must not get what was meant for the card.
+class Medium
+{
+public:
+    explicit Medium(const QString &folder)
+        : m_folder(folder)
+        , m_device(device())
+    { }
+
+    /// A folder that was never there fails by itself.
+    [[nodiscard]] bool isThere() const { return !m_device || device() == m_device; }
+
+private:
+    [[nodiscard]] std::optional<dev_t> device() const
+    {
+        struct stat figures = {};
+        const bool isKnown = ::stat(QFile::encodeName(m_folder).constData(), &figures) == 0;
+        return isKnown ? std::make_optional(figures.st_dev) : std::nullopt;
+    }
+
+    QString m_folder;
+    std::optional<dev_t> m_device;
+};
 
 void addItem(FPVItemList *list, const QString &path)
 {
@@ -62,7 +90,11 @@ PasteResult pasteFolder(const QString &path, const QString &wanted, FPVItemList 
 {
     FPVFileTree tree;
     FPVFileTree::setPatterns(QStringLiteral("*.jpg; *.jpeg"));
+    const Medium medium(folderOf(wanted));
     tree.walk(path, true, nullptr);
+    if (!medium.isThere()) {
+        return PasteResult::Missing;
+    }
     const QString target = uniquePath(wanted, "%03d", QChar());
     if (!QDir().mkdir(target)) {
         return PasteResult::TargetNotMade;
@@ -89,9 +121,10 @@ PasteResult FPVClipboard::paste(const QString &folder, FPVItemList *list)
 {
     m_buffer.reset(new (std::nothrow) char[static_cast<std::size_t>(m_bufferSize)]);
     const QStringList paths = m_paths;
+    const Medium medium(folder);
     PasteResult result = PasteResult::Done;
     for (const QString &path : paths) {
-        result = pastePath(path, folder, list);
+        result = medium.isThere() ? pastePath(path, folder, list) : PasteResult::Missing;
         if (result != PasteResult::Done) {
             break;
         }
@@ -127,10 +160,11 @@ PasteResult FPVClipboard::pasteFile(const QString &source, const QString &wanted
     if (!QFile::exists(source)) {
         return PasteResult::Missing;
     }
-    if (source == wanted && m_cut) {
+    // Cards don't tell "dcim" from "DCIM", so that a folder may have more than one spelling.
+    if (m_cut && (source == wanted || lumi::areOneFile(folderOf(source), folderOf(wanted)))) {
         return PasteResult::Done;
     }
-    if (freeKBBeside(wanted) <= kReserveKB) {
+    if (freeDiskKB(QFile::encodeName(folderOf(wanted))) <= kReserveKB) {
         return PasteResult::NoRoom;
     }
     const QString target = freeName(wanted);

@@ -2,16 +2,14 @@
 #include "files/engine/copyFile.h"
 
 #include "app/common/diskSpace.h"
+#include "files/engine/folderEntries.h"
 
 #include <QCoreApplication>
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
 #include <algorithm>
 #include <array>
-
-#include <sys/stat.h>
 
 using lumi::CopyDone;
 using lumi::CopyNotRemoved;
@@ -31,16 +29,6 @@ qint64 blockSize(unsigned wanted)
 {
     const unsigned bounded = std::clamp(wanted, kUnit, kMostBytes);
     return (bounded + kUnit - 1) / kUnit * kUnit;
-}
-
-/// Links are followed; false if one of them can't be asked.
-bool areOneFile(const QString &path, const QString &other)
-{
-    struct stat one = {};
-    struct stat two = {};
-    return ::stat(QFile::encodeName(path).constData(), &one) == 0
-        && ::stat(QFile::encodeName(other).constData(), &two) == 0 && one.st_dev == two.st_dev
-        && one.st_ino == two.st_ino;
 }
 
 int copyBlocks(QFile *source, QFile *target, lumi::KeepGoing keepGoing, qint64 size)
@@ -81,7 +69,7 @@ int copyFile(const QString &src, const QString &dst, bool move, bool failIfExist
     }
     if (QFile::exists(dst)) {
         // Under another name the old one may be the source itself.
-        if (failIfExists || areOneFile(src, dst)) {
+        if (failIfExists || lumi::areOneFile(src, dst)) {
             return CopyRefused;
         }
         if (!QFile::remove(dst)) {
@@ -99,7 +87,9 @@ int copyFile(const QString &src, const QString &dst, bool move, bool failIfExist
     }
     const int code = copyBlocks(&source, &target, keepGoing, blockSize(bufferSize));
     if (code != CopyDone) {
-        target.remove();
+        // By its name: an open one would stay if closing it fails as well.
+        target.close();
+        QFile::remove(dst);
     }
     // Whatever the code is: see the header.
     if (move && !source.remove()) {
@@ -120,5 +110,5 @@ void setCopyCancelled(bool cancelled)
 
 bool isSpaceShort(int kb)
 {
-    return freeDiskKB(QFile::encodeName(QDir::homePath() + QLatin1String("/Documents"))) < kb;
+    return lumi::freeDocumentsKB() < kb;
 }

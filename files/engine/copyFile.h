@@ -17,7 +17,7 @@ using KeepGoing = bool (*)();
 } // namespace lumi
 
 /// Copies contents only: no dates, owners or modes, and nothing is synced. A target that this
-/// call has begun doesn't stay when it fails. But a read error looks like the end of the file,
+/// call has begun doesn't stay when it fails, unless it can't be removed either. But a read error looks like the end of the file,
 /// and a write that took a part of a block like a whole one: CopyDone means a whole copy only
 /// if the sizes agree. Events run before the first and after each block read.
 /// @param src only a regular file is read; else CopyRefused
@@ -37,5 +37,6 @@ using KeepGoing = bool (*)();
 /// Holds until it is set back.
 void setCopyCancelled(bool cancelled);
 
-/// Whether less than this many KB are free where the photo store is.
+/// Whether less than this many KB are free where the photo store is. Part of the interface,
+/// though none of today's forms asks.
 [[nodiscard]] bool isSpaceShort(int kb);

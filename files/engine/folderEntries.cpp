@@ -5,6 +5,12 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <cerrno>
+#include <cstdio>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
 namespace {
 
 bool leadsOut(const QString &name)
@@ -17,12 +23,36 @@ QString inside(const QString &folder, const QString &name)
     return folder + QLatin1Char('/') + name;
 }
 
+/// The toolkit's renaming would copy and delete where the system refuses to rename: a photo cut
+/// short, or gone, for a name.
+bool renameFile(const QString &from, const QString &to)
+{
+    const QByteArray oldName = QFile::encodeName(from);
+    const QByteArray newName = QFile::encodeName(to);
+    if (::renameat2(AT_FDCWD, oldName.constData(), AT_FDCWD, newName.constData(), RENAME_NOREPLACE)
+        == 0) {
+        return true;
+    }
+    // Not every file system can refuse to replace a file.
+    return (errno == EINVAL || errno == ENOSYS) && !lumi::isTaken(to)
+        && std::rename(oldName.constData(), newName.constData()) == 0;
+}
+
 } // namespace
 
 bool lumi::isTaken(const QString &path)
 {
     const QFileInfo info(path);
     return info.exists() || info.isSymLink();
+}
+
+bool lumi::areOneFile(const QString &path, const QString &other)
+{
+    struct stat one = {};
+    struct stat two = {};
+    return ::stat(QFile::encodeName(path).constData(), &one) == 0
+        && ::stat(QFile::encodeName(other).constData(), &two) == 0 && one.st_dev == two.st_dev
+        && one.st_ino == two.st_ino;
 }
 
 bool lumi::hasEntry(const QString &folder, const QString &name)
@@ -38,7 +68,7 @@ bool lumi::makeFolder(const QString &folder, const QString &name)
 bool lumi::renameEntry(const QString &folder, const QString &oldName, const QString &newName)
 {
     return !leadsOut(newName) && !hasEntry(folder, newName)
-        && QDir().rename(inside(folder, oldName), inside(folder, newName));
+        && renameFile(inside(folder, oldName), inside(folder, newName));
 }
 
 bool lumi::removePhoto(const QString &path)

@@ -9,10 +9,13 @@ namespace lumi {
 
 /// A dangling link counts too: it takes up its name.
 [[nodiscard]] bool isTaken(const QString &path);
+/// Whether both paths lead to one file or folder, as two spellings of a name do on a card, or
+/// a link and what it points to. False if one of them can't be asked.
+[[nodiscard]] bool areOneFile(const QString &path, const QString &other);
 /// The folder itself and its parent count under the names "." and "..".
 [[nodiscard]] bool hasEntry(const QString &folder, const QString &name);
 [[nodiscard]] bool makeFolder(const QString &folder, const QString &name);
-/// False, with both as they were, when the new name is taken.
+/// False, with both as they were, when the new name is taken or the system refuses.
 [[nodiscard]] bool renameEntry(const QString &folder, const QString &oldName,
                                const QString &newName);
 /// Removes a file. One that nobody may write stays: so cameras mark photos to be kept.
