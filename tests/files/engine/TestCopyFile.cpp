@@ -11,6 +11,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QTest>
+#include <QTimer>
 
 #include <memory>
 
@@ -47,6 +48,7 @@ private Q_SLOTS:
     void anEmptyFileMakesAnEmptyFile();
     void onlyContentsAreCopied();
     void theSamePathIsLeftAlone();
+    void eventsRunBeforeTheFirstStep();
     void noSourceIsRefused();
     void onlyRegularFilesAreRead_data();
     void onlyRegularFilesAreRead();
@@ -163,6 +165,16 @@ void TestCopyFile::theSamePathIsLeftAlone()
             QCOMPARE(m_files->content(QStringLiteral("a")), m_photo);
         }
     }
+}
+
+/// What they bring counts from the start.
+void TestCopyFile::eventsRunBeforeTheFirstStep()
+{
+    QTimer::singleShot(0, this, [this] {
+        m_files->make(QStringLiteral("late"), "1");
+    });
+    QCOMPARE(copy(QStringLiteral("late"), QStringLiteral("b")), 0);
+    QCOMPARE(m_files->content(QStringLiteral("b")), QByteArray("1"));
 }
 
 void TestCopyFile::noSourceIsRefused()

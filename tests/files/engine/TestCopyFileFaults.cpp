@@ -47,6 +47,8 @@ private Q_SLOTS:
     void failedOpensHaveTheFilesStatus();
     void aFailingWriteLeavesNoTarget_data();
     void aFailingWriteLeavesNoTarget();
+    void aFailingCloseLeavesNoTargetEither();
+    void aTargetThatCantBeRemovedStays();
     void aFullDiskLeavesNoTarget();
     void aShortWriteGoesUnnoticed();
     void aReadErrorLooksLikeTheEnd();
@@ -154,6 +156,31 @@ void TestCopyFileFaults::aFailingWriteLeavesNoTarget()
         QCOMPARE(faults.count(FileFaults::Write), nth);
         QCOMPARE(m_files->entries(), QStringList{QStringLiteral("a")});
     }
+    QCOMPARE(m_files->content(QStringLiteral("a")), m_photo);
+}
+
+/// A full disk may tell twice.
+void TestCopyFileFaults::aFailingCloseLeavesNoTargetEither()
+{
+    m_files->make(QStringLiteral("a"), m_photo);
+    FileFaults faults(m_files->path());
+    faults.fail(FileFaults::Write, 2, ENOSPC);
+    faults.fail(FileFaults::Close, 1, ENOSPC);
+    QCOMPARE(copy(QStringLiteral("a"), QStringLiteral("b"), true), int(QFileDevice::ResourceError));
+    QCOMPARE(faults.hits(), 2);
+    QVERIFY(faults.steps().contains(QStringLiteral("close b")));
+    QCOMPARE(m_files->entries(), QStringList{QStringLiteral("a")});
+    QCOMPARE(m_files->content(QStringLiteral("a")), m_photo);
+}
+
+void TestCopyFileFaults::aTargetThatCantBeRemovedStays()
+{
+    m_files->make(QStringLiteral("a"), m_photo);
+    FileFaults faults(m_files->path());
+    faults.fail(FileFaults::Write, 2, EIO);
+    faults.fail(FileFaults::Remove, 1, EIO);
+    QVERIFY(copy(QStringLiteral("a"), QStringLiteral("b"), true) != 0);
+    QVERIFY(m_photo.startsWith(m_files->content(QStringLiteral("b"))));
     QCOMPARE(m_files->content(QStringLiteral("a")), m_photo);
 }
 

@@ -5,6 +5,7 @@
 #include "items/FPVItemList.h"
 #include "tests/files/engine/FileFixture.h"
 #include "tests/support/FakeMachine.h"
+#include "tests/support/OrdinaryUser.h"
 #include "tests/support/TestMain.h"
 
 #include <QDateTime>
@@ -15,6 +16,8 @@
 #include <QTimer>
 
 #include <memory>
+
+#include <unistd.h>
 
 using lumi::PasteResult;
 using lumi::test::FakeMachine;
@@ -44,6 +47,8 @@ private Q_SLOTS:
     void aCutCanBePastedOnce();
     void aCopyIntoItsOwnFolderGetsANumber();
     void aCutIntoItsOwnFolderStays();
+    void aCutIntoItsOwnFolderStaysUnderAnySpelling();
+    void aHardLinkElsewhereIsAnotherPhoto();
     void freeNames_data();
     void freeNames();
     void withoutADotThereIsNoFreeName();
@@ -52,9 +57,11 @@ private Q_SLOTS:
     void aClosingSlashOfTheFolder();
     void roomIsNeeded_data();
     void roomIsNeeded();
+    void aFolderWithoutRoomArrivesEmpty();
     void roomIsAskedWhereTheCopyGoes();
     void aFolderBringsItsPhotosOnly();
     void aFolderWithoutPhotosArrivesEmpty();
+    void anUnreadableFolderArrivesEmpty();
     void aFolderPastedTwiceGetsANumber();
     void aFolderIntoItself();
     void aCutFolderStays();
@@ -198,6 +205,34 @@ void TestFPVClipboard::aCutIntoItsOwnFolderStays()
     QVERIFY(m_clipboard.paths().isEmpty());
 }
 
+/// On a card "to" and "TO" may be one folder, as these are.
+void TestFPVClipboard::aCutIntoItsOwnFolderStaysUnderAnySpelling()
+{
+    const QString photo = m_files->make(QStringLiteral("to/a.jpg"), "1");
+    const QString other = m_files->makeLink(QStringLiteral("TO"), QStringLiteral("to"));
+    FPVItemList items(other, m_files->path());
+    m_clipboard.take({photo}, true);
+    QCOMPARE(m_clipboard.paste(other, &items), PasteResult::Done);
+    QCOMPARE(m_files->entries(QStringLiteral("to")), list("a.jpg"));
+    QCOMPARE(m_files->content(QStringLiteral("to/a.jpg")), QByteArray("1"));
+    QCOMPARE(items.count(), 1);
+    QVERIFY(m_clipboard.paths().isEmpty());
+    // A copy gets its number all the same.
+    QCOMPARE(paste("TO/a.jpg", false), PasteResult::Done);
+    QCOMPARE(m_files->entries(QStringLiteral("to")), list("a-1.jpg a.jpg"));
+}
+
+void TestFPVClipboard::aHardLinkElsewhereIsAnotherPhoto()
+{
+    const QString photo = m_files->make(QStringLiteral("a.jpg"), "1");
+    const QString linked = m_files->path(QStringLiteral("to/a.jpg"));
+    QCOMPARE(::link(QFile::encodeName(photo).constData(), QFile::encodeName(linked).constData()),
+             0);
+    QCOMPARE(paste("a.jpg", true), PasteResult::Done);
+    QCOMPARE(m_files->entries(), list("to/ to/a-1.jpg to/a.jpg"));
+    QCOMPARE(m_files->content(QStringLiteral("to/a-1.jpg")), QByteArray("1"));
+}
+
 void TestFPVClipboard::freeNames_data()
 {
     QTest::addColumn<QString>("name");
@@ -316,6 +351,19 @@ void TestFPVClipboard::roomIsNeeded()
     QCOMPARE(m_files->entries(), isDone ? list("to/ to/a.jpg") : list("a.jpg to/"));
 }
 
+/// A folder takes no room worth asking for: its photos are refused.
+void TestFPVClipboard::aFolderWithoutRoomArrivesEmpty()
+{
+    m_files->make(QStringLiteral("trip/a.jpg"), "1");
+    m_machine->setFreeDiskKB(10240);
+    FPVItemList items(m_files->path(QStringLiteral("to")), m_files->path());
+    m_clipboard.take({m_files->path(QStringLiteral("trip"))}, false);
+    QCOMPARE(m_clipboard.paste(items.currentPath(), &items), PasteResult::NoRoom);
+    QCOMPARE(m_files->entries(), list("to/ to/trip/ trip/ trip/a.jpg"));
+    QCOMPARE(items.count(), 1);
+    QCOMPARE(items.at(0)->path(), m_files->path(QStringLiteral("to/trip")));
+}
+
 void TestFPVClipboard::roomIsAskedWhereTheCopyGoes()
 {
     QByteArrayList asked;
@@ -356,6 +404,20 @@ void TestFPVClipboard::aFolderWithoutPhotosArrivesEmpty()
     m_files->make(QStringLiteral("trip/notes.txt"), "1");
     QCOMPARE(paste("trip", false), PasteResult::Done);
     QCOMPARE(m_files->entries(QStringLiteral("to")), list("trip/"));
+}
+
+void TestFPVClipboard::anUnreadableFolderArrivesEmpty()
+{
+    m_files->make(QStringLiteral("trip/a.jpg"), "1");
+    const QString folder = m_files->path(QStringLiteral("trip"));
+    QVERIFY(QFile::setPermissions(folder, {}));
+    QVERIFY(QFile::setPermissions(m_files->path(QStringLiteral("to")), QFile::Permissions(0x7777)));
+    {
+        const lumi::test::OrdinaryUser user;
+        QCOMPARE(paste("trip", false), PasteResult::Done);
+    }
+    QVERIFY(QFile::setPermissions(folder, QFile::Permissions(0x7777)));
+    QCOMPARE(m_files->entries(), list("to/ to/trip/ trip/ trip/a.jpg"));
 }
 
 void TestFPVClipboard::aFolderPastedTwiceGetsANumber()

@@ -1,14 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "files/engine/folderEntries.h"
 #include "tests/files/engine/FileFixture.h"
+#include "tests/support/FileFaults.h"
 #include "tests/support/OrdinaryUser.h"
 #include "tests/support/TestMain.h"
 
 #include <QFile>
 #include <QTest>
 
+#include <cerrno>
 #include <memory>
 
+using lumi::test::FileFaults;
 using lumi::test::FileFixture;
 
 class TestFolderEntries : public QObject
@@ -29,6 +32,14 @@ private Q_SLOTS:
     void entriesAreRenamed();
     void nothingIsOverwrittenByARename_data();
     void nothingIsOverwrittenByARename();
+    void aRefusedRenameLeavesBoth_data();
+    void aRefusedRenameLeavesBoth();
+    void nothingIsRenamedWhereNobodyMay();
+    void whatTakesTheNewNameMeanwhileIsKept_data();
+    void whatTakesTheNewNameMeanwhileIsKept();
+    void renamingWhereNothingCanBeRefused_data();
+    void renamingWhereNothingCanBeRefused();
+    void oneFileUnderTwoPaths();
     void photosAreRemoved();
     void protectedPhotosStay();
     void emptyFoldersGo();
@@ -141,6 +152,113 @@ void TestFolderEntries::nothingIsOverwrittenByARename()
     QCOMPARE(m_files->entries(), before);
     QCOMPARE(m_files->content(QStringLiteral("a.jpg")), QByteArray("1"));
     QCOMPARE(m_files->content(QStringLiteral("b.jpg")), QByteArray("2"));
+}
+
+void TestFolderEntries::aRefusedRenameLeavesBoth_data()
+{
+    QTest::addColumn<int>("error");
+    QTest::newRow("the disk is broken") << EIO;
+    QTest::newRow("nobody may") << EACCES;
+    QTest::newRow("the card is read-only") << EROFS;
+    QTest::newRow("it would go to another disk") << EXDEV;
+    QTest::newRow("the folder is full") << ENOSPC;
+}
+
+/// And nothing is copied instead.
+void TestFolderEntries::aRefusedRenameLeavesBoth()
+{
+    QFETCH(int, error);
+    m_files->make(QStringLiteral("a.jpg"), "1");
+    FileFaults faults(m_files->path());
+    faults.fail(FileFaults::Rename, 1, error);
+    QVERIFY(!lumi::renameEntry(m_files->path(), QStringLiteral("a.jpg"), QStringLiteral("b.jpg")));
+    QCOMPARE(faults.steps(), QStringList{QStringLiteral("rename a.jpg")});
+    QCOMPARE(m_files->entries(), QStringList{QStringLiteral("a.jpg")});
+    QVERIFY(lumi::renameEntry(m_files->path(), QStringLiteral("a.jpg"), QStringLiteral("b.jpg")));
+    QCOMPARE(m_files->content(QStringLiteral("b.jpg")), QByteArray("1"));
+}
+
+void TestFolderEntries::nothingIsRenamedWhereNobodyMay()
+{
+    m_files->make(QStringLiteral("here/a.jpg"), "1");
+    const QString folder = m_files->path(QStringLiteral("here"));
+    QVERIFY(QFile::setPermissions(folder, QFile::ReadOther | QFile::ExeOther | QFile::ReadOwner));
+    {
+        const lumi::test::OrdinaryUser user;
+        QVERIFY(!lumi::renameEntry(folder, QStringLiteral("a.jpg"), QStringLiteral("b.jpg")));
+    }
+    QVERIFY(QFile::setPermissions(folder, QFile::Permissions(0x7777)));
+    QCOMPARE(m_files->entries(QStringLiteral("here")), QStringList{QStringLiteral("a.jpg")});
+    QCOMPARE(m_files->content(QStringLiteral("here/a.jpg")), QByteArray("1"));
+}
+
+void TestFolderEntries::whatTakesTheNewNameMeanwhileIsKept_data()
+{
+    QTest::addColumn<int>("error");
+    QTest::addColumn<bool>("isLink");
+    QTest::newRow("a photo, where renaming can refuse") << 0 << false;
+    QTest::newRow("a dangling link, where renaming can refuse") << 0 << true;
+    QTest::newRow("a photo, where it cannot") << EINVAL << false;
+    QTest::newRow("a dangling link, where it cannot") << EINVAL << true;
+}
+
+void TestFolderEntries::whatTakesTheNewNameMeanwhileIsKept()
+{
+    QFETCH(int, error);
+    QFETCH(bool, isLink);
+    m_files->make(QStringLiteral("a.jpg"), "1");
+    const auto takeName = [this, isLink] {
+        if (isLink) {
+            m_files->makeLink(QStringLiteral("b.jpg"), QStringLiteral("gone"));
+        } else {
+            m_files->make(QStringLiteral("b.jpg"), "2");
+        }
+    };
+    {
+        FileFaults faults(m_files->path());
+        faults.doBefore(FileFaults::Rename, 1, takeName, error);
+        QVERIFY(
+            !lumi::renameEntry(m_files->path(), QStringLiteral("a.jpg"), QStringLiteral("b.jpg")));
+    }
+    QCOMPARE(m_files->entries(), (QStringList{QStringLiteral("a.jpg"), QStringLiteral("b.jpg")}));
+    QCOMPARE(m_files->content(QStringLiteral("a.jpg")), QByteArray("1"));
+    QCOMPARE(m_files->content(QStringLiteral("b.jpg")), isLink ? QByteArray() : QByteArray("2"));
+}
+
+void TestFolderEntries::renamingWhereNothingCanBeRefused_data()
+{
+    QTest::addColumn<int>("error");
+    QTest::newRow("the file system knows no conditions") << EINVAL;
+    QTest::newRow("the system knows no conditions") << ENOSYS;
+}
+
+void TestFolderEntries::renamingWhereNothingCanBeRefused()
+{
+    QFETCH(int, error);
+    m_files->make(QStringLiteral("a.jpg"), "1");
+    FileFaults faults(m_files->path());
+    faults.failFrom(FileFaults::Rename, 1, error);
+    faults.fail(FileFaults::RenamePlainly, 1, EIO);
+    QVERIFY(!lumi::renameEntry(m_files->path(), QStringLiteral("a.jpg"), QStringLiteral("b.jpg")));
+    QCOMPARE(m_files->entries(), QStringList{QStringLiteral("a.jpg")});
+    QVERIFY(lumi::renameEntry(m_files->path(), QStringLiteral("a.jpg"), QStringLiteral("b.jpg")));
+    QCOMPARE(m_files->entries(), QStringList{QStringLiteral("b.jpg")});
+    QCOMPARE(m_files->content(QStringLiteral("b.jpg")), QByteArray("1"));
+}
+
+void TestFolderEntries::oneFileUnderTwoPaths()
+{
+    const QString photo = m_files->make(QStringLiteral("dir/a.jpg"), "1");
+    const QString same = m_files->make(QStringLiteral("dir/b.jpg"), "1");
+    const QString folder = m_files->path(QStringLiteral("dir"));
+    const QString link = m_files->makeLink(QStringLiteral("link"), QStringLiteral("dir"));
+    QVERIFY(lumi::areOneFile(photo, photo));
+    QVERIFY(lumi::areOneFile(folder, link));
+    QVERIFY(lumi::areOneFile(photo, link + QStringLiteral("/a.jpg")));
+    QVERIFY(!lumi::areOneFile(photo, same));
+    QVERIFY(!lumi::areOneFile(photo, folder));
+    const QString gone = m_files->path(QStringLiteral("gone"));
+    QVERIFY(!lumi::areOneFile(gone, gone));
 }
 
 void TestFolderEntries::photosAreRemoved()

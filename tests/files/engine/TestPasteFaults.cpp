@@ -15,6 +15,7 @@
 #include <QFileInfo>
 #include <QLoggingCategory>
 #include <QTest>
+#include <QTimer>
 
 #include <cerrno>
 #include <memory>
@@ -22,6 +23,7 @@
 using lumi::PasteResult;
 using lumi::test::FileFaults;
 using lumi::test::FileFixture;
+using lumi::test::kKilled;
 using lumi::test::OrdinaryUser;
 
 namespace {
@@ -55,12 +57,20 @@ private Q_SLOTS:
     void onlyACutWaitsForTheDisk();
     void aDiskThatCantSyncIsNoFailure();
     void aSourceThatCantBeRemovedIsCopied();
+    void aSourceThatCantBeRemovedEndsThePaste();
+    void aPartThatCantBeRemovedIsNoCopy();
+    void theProcessEndsBeforeAnyCall();
+    void theProcessEndsWithinAnyWrite();
     void aReadOnlySourceIsMovedWhole_data();
     void aReadOnlySourceIsMovedWhole();
     void aMissingSource();
     void aSourceThatBecameAPipe();
     void anUnreadableSource();
     void aFolderThatCantBeWritten();
+    void aFolderThatIsGoneHasNoRoom();
+    void aMediumThatGoesBetweenTwoPhotos_data();
+    void aMediumThatGoesBetweenTwoPhotos();
+    void aMediumThatGoesWhileAFolderIsRead();
     void aTargetThatComesInBetweenIsKept();
     void withoutABufferNothingIsPasted();
     void aFullDiskLeavesNothingHalf();
@@ -288,6 +298,72 @@ void TestPasteFaults::aSourceThatCantBeRemovedIsCopied()
     QCOMPARE(m_items->count(), 1);
 }
 
+void TestPasteFaults::aSourceThatCantBeRemovedEndsThePaste()
+{
+    const QString second = m_files->make(QStringLiteral("b.jpg"), m_photo);
+    FileFaults faults(m_files->path());
+    faults.fail(FileFaults::Remove, 1, EROFS);
+    m_clipboard.take({m_files->path(QStringLiteral("a.jpg")), second}, true);
+    QCOMPARE(m_clipboard.paste(m_files->path(QStringLiteral("to")), m_items.get()),
+             PasteResult::SourceNotRemoved);
+    QCOMPARE(m_files->entries(), list("a.jpg b.jpg to/ to/a.jpg"));
+    QCOMPARE(m_items->count(), 1);
+    QVERIFY(m_clipboard.paths().isEmpty());
+}
+
+void TestPasteFaults::aPartThatCantBeRemovedIsNoCopy()
+{
+    for (const bool cut : {true, false}) {
+        {
+            FileFaults faults(m_files->path());
+            faults.fail(FileFaults::Write, 2, ENOSPC);
+            faults.fail(FileFaults::Remove, 1, EIO);
+            QCOMPARE(paste(cut), PasteResult::NotWritten);
+        }
+        QCOMPARE(m_files->content(QStringLiteral("a.jpg")), m_photo);
+        QCOMPARE(m_files->content(QStringLiteral("to/a.jpg")), m_photo.left(kBlock));
+        QCOMPARE(m_items->count(), 0);
+        QVERIFY(QFile::remove(m_files->path(QStringLiteral("to/a.jpg"))));
+    }
+}
+
+/// A photo that is moved is whole in one of its two places, whenever the power fails.
+void TestPasteFaults::theProcessEndsBeforeAnyCall()
+{
+    int nth = 1;
+    for (int result = kKilled; result == kKilled; ++nth) {
+        m_files->make(QStringLiteral("a.jpg"), m_photo);
+        QFile::remove(m_files->path(QStringLiteral("to/a.jpg")));
+        result = lumi::test::inChild([this, nth] {
+            FileFaults faults(m_files->path());
+            faults.killBefore(FileFaults::AnyCall, nth);
+            return int(paste(true));
+        });
+        QVERIFY(result == kKilled || result == int(PasteResult::Done));
+        const bool isMoved = !QFile::exists(m_files->path(QStringLiteral("a.jpg")));
+        QCOMPARE(m_files->content(isMoved ? QStringLiteral("to/a.jpg") : QStringLiteral("a.jpg")),
+                 m_photo);
+        QVERIFY(isMoved || result == kKilled);
+    }
+    QVERIFY(nth > 2 * kBlocks);
+}
+
+void TestPasteFaults::theProcessEndsWithinAnyWrite()
+{
+    for (int nth = 1; nth <= kBlocks; ++nth) {
+        const int result = lumi::test::inChild([this, nth] {
+            FileFaults faults(m_files->path());
+            faults.killWithin(FileFaults::Write, nth);
+            return int(paste(true));
+        });
+        QCOMPARE(result, kKilled);
+        QCOMPARE(m_files->content(QStringLiteral("a.jpg")), m_photo);
+        QVERIFY(m_files->content(QStringLiteral("to/a.jpg")).size() < m_photo.size());
+        QVERIFY(QFile::remove(m_files->path(QStringLiteral("to/a.jpg"))));
+    }
+    QCOMPARE(paste(true), PasteResult::Done);
+}
+
 void TestPasteFaults::aReadOnlySourceIsMovedWhole_data()
 {
     QTest::addColumn<bool>("isOrdinary");
@@ -350,11 +426,68 @@ void TestPasteFaults::aFolderThatCantBeWritten()
     }
     isUntouched();
     QVERIFY(m_files->entries(QStringLiteral("to")).isEmpty());
-    // It may also have gone.
-    m_clipboard.take({m_files->path(QStringLiteral("a.jpg"))}, true);
-    QCOMPARE(m_clipboard.paste(m_files->path(QStringLiteral("none")), nullptr),
-             PasteResult::TargetNotMade);
-    isUntouched();
+}
+
+/// There is no file system to ask.
+void TestPasteFaults::aFolderThatIsGoneHasNoRoom()
+{
+    lumi::test::FakeMachine *machine = lumi::test::FakeMachine::install();
+    const auto plenty = machine->diskAt;
+    machine->diskAt = [plenty](const QByteArray &path) {
+        return QFileInfo::exists(QFile::decodeName(path)) ? plenty(path) : DiskFigures{};
+    };
+    for (const bool cut : {true, false}) {
+        m_clipboard.take({m_files->path(QStringLiteral("a.jpg"))}, cut);
+        QCOMPARE(m_clipboard.paste(m_files->path(QStringLiteral("none")), nullptr),
+                 PasteResult::NoRoom);
+        isUntouched();
+    }
+    QCOMPARE(paste(false), PasteResult::Done);
+}
+
+void TestPasteFaults::aMediumThatGoesBetweenTwoPhotos_data()
+{
+    QTest::addColumn<QString>("rest");
+    QTest::newRow("its folder is now one of another disk") << "/proc";
+    QTest::newRow("its folder is gone") << "";
+}
+
+/// As when a card is unmounted: what its folder is then must get nothing.
+void TestPasteFaults::aMediumThatGoesBetweenTwoPhotos()
+{
+    QFETCH(QString, rest);
+    const QString card = m_files->makeLink(QStringLiteral("card"), QStringLiteral("to"));
+    const QString second = m_files->make(QStringLiteral("b.jpg"), m_photo);
+    FileFaults faults(m_files->path());
+    faults.doBefore(FileFaults::Remove, 1, [this, card, rest] {
+        QVERIFY(QFile::remove(card));
+        if (!rest.isEmpty()) {
+            m_files->makeLink(QStringLiteral("card"), rest);
+        }
+    });
+    m_clipboard.take({m_files->path(QStringLiteral("a.jpg")), second}, true);
+    QCOMPARE(m_clipboard.paste(card, m_items.get()), PasteResult::Missing);
+    QCOMPARE(faults.count(FileFaults::OpenToRead), 1);
+    QCOMPARE(m_files->entries(QStringLiteral("to")), list("a.jpg"));
+    QCOMPARE(m_files->content(QStringLiteral("to/a.jpg")), m_photo);
+    QCOMPARE(m_files->content(QStringLiteral("b.jpg")), m_photo);
+    QCOMPARE(m_items->count(), 1);
+}
+
+void TestPasteFaults::aMediumThatGoesWhileAFolderIsRead()
+{
+    m_files->make(QStringLiteral("trip/a.jpg"), m_photo);
+    const QString card = m_files->makeLink(QStringLiteral("card"), QStringLiteral("to"));
+    QTimer::singleShot(0, this, [this, card] {
+        QVERIFY(QFile::remove(card));
+        m_files->makeLink(QStringLiteral("card"), QStringLiteral("/proc"));
+    });
+    FileFaults faults(m_files->path());
+    m_clipboard.take({m_files->path(QStringLiteral("trip"))}, false);
+    QCOMPARE(m_clipboard.paste(card, m_items.get()), PasteResult::Missing);
+    QCOMPARE(faults.count(FileFaults::MakeFolder), 0);
+    QVERIFY(m_files->entries(QStringLiteral("to")).isEmpty());
+    QCOMPARE(m_items->count(), 0);
 }
 
 void TestPasteFaults::aTargetThatComesInBetweenIsKept()
