@@ -5,6 +5,7 @@
 #include "platform/QCopChannel.h"
 #include "platform/QPEMenuBar.h"
 
+#include <QDir>
 #include <QTest>
 
 namespace {
@@ -12,6 +13,26 @@ namespace {
 constexpr int kPageTimeout = 5000;
 
 } // namespace
+
+QStringList lumi::test::list(const char *names)
+{
+    return QString::fromUtf8(names).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+}
+
+lumi::test::DialogAnswer lumi::test::yes()
+{
+    return clicking(QMessageBox::Yes);
+}
+
+lumi::test::DialogAnswer lumi::test::ok()
+{
+    return clicking(QMessageBox::Ok);
+}
+
+lumi::test::DialogAnswer lumi::test::cancel()
+{
+    return pressing(Qt::Key_Escape);
+}
 
 lumi::test::FormFixture::FormFixture()
     : toolBar(&window)
@@ -44,6 +65,63 @@ void lumi::test::FormFixture::start()
         }
     }
     form->formStarted();
+}
+
+void lumi::test::FormFixture::startMarked(const char *current)
+{
+    start();
+    const int count = static_cast<int>(qMin(store().size(), qsizetype(6)));
+    QVERIFY(waitForCells(count));
+    if (current != nullptr) {
+        select(current);
+    }
+    view->checkAll();
+    QVERIFY(waitForCells(count));
+}
+
+void lumi::test::FormFixture::select(const char *name) const
+{
+    QTest::mousePress(cell(QString::fromUtf8(name)), Qt::LeftButton, {}, QPoint(1, 1));
+    QCOMPARE(view->currentObject()->fileName(), QString::fromUtf8(name));
+}
+
+QStringList lumi::test::FormFixture::play(int entry, const QList<DialogAnswer> &answers,
+                                          const std::function<void()> &atWait)
+{
+    DialogDriver driver;
+    driver.answerInOrder(answers);
+    if (atWait) {
+        driver.expect(QStringLiteral("MyDialogWait"), [atWait](QDialog *) {
+            atWait();
+        });
+    }
+    bool wasIdle = false;
+    driver.atShow = [this, &wasIdle] {
+        wasIdle = wasIdle || !form->isBusy();
+    };
+    grayOut();
+    QAction *action = this->entry(entry);
+    action->setEnabled(true);
+    action->trigger();
+    QStringList lines = driver.lines();
+    if (wasIdle || form->isBusy()) {
+        lines.append(QStringLiteral("not busy in time"));
+    }
+    for (const SeenDialog &dialog : driver.seen) {
+        if (dialog.parent != form.get()) {
+            lines.append(QStringLiteral("not the form's own: ") + dialog.line);
+        }
+    }
+    if (QApplication::activeModalWidget() != nullptr) {
+        lines.append(QStringLiteral("a dialog stays"));
+    }
+    return lines;
+}
+
+QStringList lumi::test::FormFixture::store() const
+{
+    return QDir(world.store)
+        .entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden, QDir::Name);
 }
 
 bool lumi::test::FormFixture::waitForCells(int count)

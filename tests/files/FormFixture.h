@@ -5,6 +5,7 @@
 #include "files/FormFile.h"
 #include "platform/QPEToolBar.h"
 #include "platform/toolkit/QPopupMenu.h"
+#include "tests/support/DialogDriver.h"
 #include "tests/views/BrowserWorld.h"
 #include "views/FPVThumbnailItem.h"
 #include "views/FPVThumbnailView.h"
@@ -18,6 +19,13 @@
 
 namespace lumi::test {
 
+/// Names without blanks, with a blank between them.
+[[nodiscard]] QStringList list(const char *names);
+
+[[nodiscard]] DialogAnswer yes();
+[[nodiscard]] DialogAnswer ok();
+[[nodiscard]] DialogAnswer cancel();
+
 class FormFixture
 {
 public:
@@ -27,6 +35,20 @@ public:
 
     /// Makes the form and starts it, and waits until the window has the focus.
     void start();
+    /// Starts over the store, with the cursor on this item, if any, and all photos marked.
+    void startMarked(const char *current = nullptr);
+
+    /// Whether the listing was read again since then: fresh items have no marks.
+    [[nodiscard]] bool wasReadAgain() const { return !view->anyChecked(); }
+
+    /// Puts the cursor on an item of the page.
+    void select(const char *name) const;
+    /// Chooses a menu entry, however gray, and answers its dialogs in order. A line for each of
+    /// them comes back, and more if the form isn't busy meanwhile, or a dialog isn't the form's
+    /// own or stays. @param atWait done once, while the first wait dialog is painted
+    QStringList play(int entry, const QList<DialogAnswer> &answers = {},
+                     const std::function<void()> &atWait = {});
+    [[nodiscard]] QStringList store() const; ///< names of all that lies in it, sorted
     /// Until the page holds this many cells. False if it doesn't come to that.
     [[nodiscard]] bool waitForCells(int count);
     [[nodiscard]] QStringList names() const; ///< of the page's items

@@ -5,7 +5,6 @@
 #include "items/FPVItemList.h"
 #include "platform/deviceKey.h"
 #include "platform/toolkit/QAccel.h"
-#include "tests/files/DialogScript.h"
 #include "tests/files/FormFixture.h"
 #include "tests/support/TestMain.h"
 #include "widgets/MyImageButton.h"
@@ -463,7 +462,8 @@ void TestFormFile::keysOfTheViewReachTheForm()
 
     m_form->form->installEventFilter(&listener);
     m_form->window.installEventFilter(&listener);
-    const lumi::test::DialogScript script({}); // says no to the question about deleting
+    lumi::test::DialogDriver driver;
+    driver.answerInOrder({}); // says no to the question about deleting
     QTest::keyClick(m_form->view, Qt::Key_C, Qt::ControlModifier);
     QTest::keyClick(m_form->view, Qt::Key_Delete);
     QTest::keyClick(m_form->view, Qt::Key_Right);

@@ -1,11 +1,8 @@
 // SPDX-License-Identifier: MIT
 // The mail key in the browser: what the user sees, and what it leaves alone.
 #include "files/mailCopy.h"
-#include "platform/deviceKey.h"
-#include "platform/toolkit/QAccel.h"
-#include "tests/files/DialogScript.h"
 #include "tests/files/FormFixture.h"
-#include "tests/support/DialogDriver.h"
+#include "tests/support/FileFaults.h"
 #include "tests/support/FullDisk.h"
 #include "tests/support/TestMain.h"
 
@@ -13,6 +10,10 @@
 #include <QDir>
 #include <QMessageBox>
 #include <QTest>
+#include <QTime>
+
+#include <cerrno>
+#include <memory>
 
 using lumi::test::DialogDriver;
 using lumi::test::FormFixture;
@@ -20,6 +21,8 @@ using lumi::test::FormFixture;
 namespace {
 
 const QString kFailed = QStringLiteral("Mail attachment failed");
+const QTime kLastStart(23, 59, 50);
+constexpr int kMsToMidnight = 11000;
 
 QString todaysName(int number)
 {
@@ -60,6 +63,10 @@ private:
 
 void TestFormFileMail::init()
 {
+    // The copies of a test have the date of one day.
+    if (QTime::currentTime() > kLastStart) {
+        QTest::qSleep(kMsToMidnight);
+    }
     m_form.reset(new FormFixture);
     m_form->world.makePhoto(QStringLiteral("big.jpg"), QSize(1280, 960));
     m_form->world.makePhoto(QStringLiteral("dir/in.jpg"));
@@ -114,6 +121,9 @@ void TestFormFileMail::theWaitDialogStandsDuringTheWork()
     QCOMPARE(waits.constFirst().text, QStringLiteral("Working..."));
     QVERIFY(waits.constFirst().buttons.isEmpty());
     QCOMPARE(m_driver->seen.constFirst().className, QStringLiteral("MyDialogWait"));
+    // As all wait dialogs of the form.
+    QCOMPARE(waits.constFirst().parent.data(), m_form->form.get());
+    QVERIFY(waits.constFirst().caption.isEmpty());
 }
 
 void TestFormFileMail::theWaitDialogStandsBehindTheBoxes_data()
@@ -222,6 +232,7 @@ void TestFormFileMail::failuresHaveOneMessage_data()
     QTest::newRow("all numbers of the day are taken") << QStringLiteral("numbers") << false;
     QTest::newRow("the photo can't be decoded") << QStringLiteral("photo") << true;
     QTest::newRow("the photo is gone") << QStringLiteral("gone") << true;
+    QTest::newRow("the photo can't be read") << QStringLiteral("unreadable") << true;
     QTest::newRow("the folder can't be made") << QStringLiteral("folder") << true;
     QTest::newRow("the disk is full") << QStringLiteral("disk") << true;
 }
@@ -233,6 +244,7 @@ void TestFormFileMail::failuresHaveOneMessage()
     chooseItem(QStringLiteral("big.jpg"));
     lumi::test::BrowserWorld &world = m_form->world;
     std::unique_ptr<lumi::test::FileSizeLimit> limit;
+    std::unique_ptr<lumi::test::FileFaults> faults;
     if (cause == QLatin1String("numbers")) {
         for (int i = 1; i <= 999; ++i) {
             world.makeFile(QStringLiteral("mail/") + todaysName(i), QByteArray());
@@ -241,6 +253,9 @@ void TestFormFileMail::failuresHaveOneMessage()
         world.makeFile(QStringLiteral("big.jpg"), "no photo");
     } else if (cause == QLatin1String("gone")) {
         QVERIFY(QFile::remove(world.path(QStringLiteral("big.jpg"))));
+    } else if (cause == QLatin1String("unreadable")) {
+        faults = std::make_unique<lumi::test::FileFaults>(world.path(QStringLiteral("big.jpg")));
+        faults->failFrom(lumi::test::FileFaults::OpenToRead, 1, EACCES);
     } else if (cause == QLatin1String("folder")) {
         world.makeFile(QStringLiteral("mail"), QByteArray());
     } else {
@@ -249,6 +264,7 @@ void TestFormFileMail::failuresHaveOneMessage()
     const QStringList before = mailFiles();
     m_form->form->accel_appendToMail();
     limit.reset();
+    QVERIFY(!faults || faults->hits() > 0);
     QCOMPARE(m_driver->captions(), QStringList{QStringLiteral("Error")});
     QCOMPARE(m_driver->texts(), QStringList{kFailed});
     QCOMPARE(m_driver->seen.constLast().icon, int(QMessageBox::Critical));
@@ -268,6 +284,15 @@ void TestFormFileMail::theKeyIsDeafWhileItWorks()
     m_form->form->accel_appendToMail();
     QCOMPARE(mailFiles().size(), qsizetype(1));
     QCOMPARE(m_driver->captions().size(), qsizetype(1));
+    // Nor does it begin a second one under the wait dialog of the first.
+    m_driver->expect(QStringLiteral("MyDialogWait"), [this](QDialog *) {
+        m_form->form->accel_appendToMail();
+        m_form->form->accel_appendToMail();
+    });
+    m_form->form->accel_appendToMail();
+    QCOMPARE(m_driver->unused(), 0);
+    QCOMPARE(mailFiles().size(), qsizetype(2));
+    QCOMPARE(m_driver->ofClass(QStringLiteral("MyDialogWait")).size(), qsizetype(2));
 }
 
 void TestFormFileMail::theMailFolderComesIntoView()

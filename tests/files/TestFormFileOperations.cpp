@@ -1,13 +1,15 @@
 // SPDX-License-Identifier: MIT
 // New folder and rename: what is asked, what is told, and what is on show afterwards.
-#include "tests/files/DialogScript.h"
 #include "tests/files/FormFixture.h"
+#include "tests/support/FileFaults.h"
 #include "tests/support/TestMain.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QTest>
+
+#include <cerrno>
 
 using namespace lumi::test;
 
@@ -32,21 +34,6 @@ QString askName(const char *offered)
         + QString::fromUtf8(offered) + QLatin1Char('\'');
 }
 
-DialogAnswer ok()
-{
-    return clicking(QMessageBox::Ok);
-}
-
-DialogAnswer cancel()
-{
-    return pressing(Qt::Key_Escape);
-}
-
-QStringList list(const char *names)
-{
-    return QString::fromUtf8(names).split(QLatin1Char(' '), Qt::SkipEmptyParts);
-}
-
 } // namespace
 
 class TestFormFileOperations : public QObject
@@ -64,6 +51,8 @@ private Q_SLOTS:
     void aNewFolderIsAskedAgain();
     void aFolderThatCantBeMade_data();
     void aFolderThatCantBeMade();
+    void aFolderThatTheSystemRefuses_data();
+    void aFolderThatTheSystemRefuses();
     void aNewFolderClearsTheMarks();
     void renameOffersAndKeeps_data();
     void renameOffersAndKeeps();
@@ -73,70 +62,23 @@ private Q_SLOTS:
     void renameToTheOldNameDoesNothing();
     void renameThatFails_data();
     void renameThatFails();
+    void renameThatTheSystemRefuses_data();
+    void renameThatTheSystemRefuses();
+    void renameOfWhatIsGone();
     void renameWithoutAnItemDoesNothing();
     void renameStaysInItsFolder();
     void renameStaysWithItsItem();
 
 private:
-    /// The form over the store, with the cursor on this item if any.
-    void start(const char *current = nullptr);
-    /// Chooses a menu entry and plays the script to its end.
-    QStringList play(int entry, const QList<DialogAnswer> &answers);
-    [[nodiscard]] QStringList store() const;
-    /// Whether the listing was read again since start(): fresh items have no marks.
-    [[nodiscard]] bool wasReadAgain() const;
-
     std::unique_ptr<FormFixture> m_form;
 };
-
-void TestFormFileOperations::start(const char *current)
-{
-    m_form->start();
-    const int count = static_cast<int>(qMin(store().size(), qsizetype(6)));
-    QVERIFY(m_form->waitForCells(count));
-    if (current != nullptr) {
-        QTest::mousePress(m_form->cell(QString::fromUtf8(current)), Qt::LeftButton, {},
-                          QPoint(1, 1));
-        QCOMPARE(m_form->view->currentObject()->fileName(), QString::fromUtf8(current));
-    }
-    m_form->view->checkAll();
-    QVERIFY(m_form->waitForCells(count));
-}
-
-QStringList TestFormFileOperations::play(int entry, const QList<DialogAnswer> &answers)
-{
-    DialogScript script(answers);
-    script.isBusy = [this] {
-        return m_form->form->isBusy();
-    };
-    m_form->grayOut();
-    m_form->entry(entry)->setEnabled(true);
-    m_form->entry(entry)->trigger();
-    if (script.wasIdle || m_form->form->isBusy()) {
-        script.seen.append(QStringLiteral("not busy in time"));
-    }
-    if (QApplication::activeModalWidget() != nullptr) {
-        script.seen.append(QStringLiteral("a dialog stays"));
-    }
-    return script.seen;
-}
-
-QStringList TestFormFileOperations::store() const
-{
-    return QDir(m_form->world.store)
-        .entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden, QDir::Name);
-}
-
-bool TestFormFileOperations::wasReadAgain() const
-{
-    return !m_form->view->anyChecked();
-}
 
 void TestFormFileOperations::aNewFolderIsShown()
 {
     m_form->world.makePhotos(2);
-    start("a01.jpg");
-    QCOMPARE(play(kNewFolder, {typing(QStringLiteral("day %1 夏"))}), QStringList{kAskFolder});
+    m_form->startMarked("a01.jpg");
+    QCOMPARE(m_form->play(kNewFolder, {typing(QStringLiteral("day %1 夏"))}),
+             QStringList{kAskFolder});
     QVERIFY(QFileInfo(m_form->world.path(QStringLiteral("day %1 夏"))).isDir());
     QVERIFY(m_form->waitForCells(3));
     QCOMPARE(m_form->names().first(), QStringLiteral("day %1 夏"));
@@ -162,15 +104,15 @@ void TestFormFileOperations::aNewFolderIsAskedAgain()
     QFETCH(QString, message);
     m_form->world.makeFolder(QStringLiteral("dir"));
     m_form->world.makePhoto(QStringLiteral("a.jpg"));
-    start();
+    m_form->startMarked();
     m_form->world.makeFile(QStringLiteral(".h"), "1");
-    QCOMPARE(play(kNewFolder, {typing(name), ok(), typing(name), cancel(), cancel()}),
+    QCOMPARE(m_form->play(kNewFolder, {typing(name), ok(), typing(name), cancel(), cancel()}),
              (QStringList{kAskFolder, message, kAskFolder, message, kAskFolder}));
-    QCOMPARE(store(), list(".h a.jpg dir"));
-    QVERIFY(!wasReadAgain());
-    QCOMPARE(play(kNewFolder, {typing(name), closing(), typing(QStringLiteral("new"))}),
+    QCOMPARE(m_form->store(), list(".h a.jpg dir"));
+    QVERIFY(!m_form->wasReadAgain());
+    QCOMPARE(m_form->play(kNewFolder, {typing(name), closing(), typing(QStringLiteral("new"))}),
              (QStringList{kAskFolder, message, kAskFolder}));
-    QCOMPARE(store(), list(".h a.jpg dir new"));
+    QCOMPARE(m_form->store(), list(".h a.jpg dir new"));
 }
 
 void TestFormFileOperations::aFolderThatCantBeMade_data()
@@ -187,20 +129,47 @@ void TestFormFileOperations::aFolderThatCantBeMade()
     QFETCH(QString, name);
     m_form->world.makeFolder(QStringLiteral("dir"));
     m_form->world.makePhotos(1);
-    start();
-    QCOMPARE(play(kNewFolder, {typing(name), ok()}), (QStringList{kAskFolder, kNotCreated}));
-    QCOMPARE(store(), list("a00.jpg dir"));
-    QVERIFY(wasReadAgain());
+    m_form->startMarked();
+    QCOMPARE(m_form->play(kNewFolder, {typing(name), ok()}),
+             (QStringList{kAskFolder, kNotCreated}));
+    QCOMPARE(m_form->store(), list("a00.jpg dir"));
+    QVERIFY(m_form->wasReadAgain());
+}
+
+void TestFormFileOperations::aFolderThatTheSystemRefuses_data()
+{
+    QTest::addColumn<int>("error");
+    QTest::newRow("nobody may") << EACCES;
+    QTest::newRow("the disk is full") << ENOSPC;
+    QTest::newRow("the card is read-only") << EROFS;
+}
+
+void TestFormFileOperations::aFolderThatTheSystemRefuses()
+{
+    QFETCH(int, error);
+    m_form->world.makePhotos(1);
+    m_form->startMarked();
+    {
+        FileFaults faults(m_form->world.store);
+        faults.fail(FileFaults::MakeFolder, 1, error);
+        QCOMPARE(m_form->play(kNewFolder, {typing(QStringLiteral("new")), ok()}),
+                 (QStringList{kAskFolder, kNotCreated}));
+        QCOMPARE(faults.hits(), 1);
+    }
+    QCOMPARE(m_form->store(), list("a00.jpg"));
+    QVERIFY(m_form->wasReadAgain());
+    QCOMPARE(m_form->play(kNewFolder, {typing(QStringLiteral("new"))}), QStringList{kAskFolder});
+    QCOMPARE(m_form->store(), list("a00.jpg new"));
 }
 
 void TestFormFileOperations::aNewFolderClearsTheMarks()
 {
     m_form->world.makePhotos(2);
-    start();
+    m_form->startMarked();
     QVERIFY(m_form->view->anyChecked());
-    play(kNewFolder, {cancel()});
+    m_form->play(kNewFolder, {cancel()});
     QVERIFY(m_form->view->anyChecked());
-    play(kNewFolder, {typing(QStringLiteral("new"))});
+    m_form->play(kNewFolder, {typing(QStringLiteral("new"))});
     QVERIFY(!m_form->view->anyChecked());
 }
 
@@ -269,23 +238,23 @@ void TestFormFileOperations::renameOffersAndKeeps()
     } else {
         m_form->world.makePhoto(old);
     }
-    start(qPrintable(old));
-    QCOMPARE(play(kRename, {typing(typed)}), QStringList{askName(qPrintable(offered))});
-    QCOMPARE(store(), QStringList{renamed});
+    m_form->startMarked(qPrintable(old));
+    QCOMPARE(m_form->play(kRename, {typing(typed)}), QStringList{askName(qPrintable(offered))});
+    QCOMPARE(m_form->store(), QStringList{renamed});
     QVERIFY(m_form->waitForCells(1));
     QTRY_COMPARE(m_form->names(), QStringList{renamed});
-    QVERIFY(wasReadAgain());
+    QVERIFY(m_form->wasReadAgain());
 }
 
 void TestFormFileOperations::renameOfAFileWithoutADot()
 {
     m_form->world.makeFolder(QStringLiteral("dir"));
-    start("dir");
+    m_form->startMarked("dir");
     // Only what was listed as a folder and became a file has such a name.
     QVERIFY(QDir().rmdir(m_form->world.path(QStringLiteral("dir"))));
     m_form->world.makeFile(QStringLiteral("dir"), "1");
-    QCOMPARE(play(kRename, {typing(QStringLiteral("x"))}), QStringList{askName("dir")});
-    QCOMPARE(store(), list("x."));
+    QCOMPARE(m_form->play(kRename, {typing(QStringLiteral("x"))}), QStringList{askName("dir")});
+    QCOMPARE(m_form->store(), list("x."));
 }
 
 void TestFormFileOperations::renameIsAskedAgain_data()
@@ -319,25 +288,25 @@ void TestFormFileOperations::renameIsAskedAgain()
     }
     m_form->world.makeFolder(QStringLiteral("dir"));
     m_form->world.makeFolder(QStringLiteral("c.jpg"));
-    start(qPrintable(item));
+    m_form->startMarked(qPrintable(item));
     const QString ask = askName(qPrintable(item.section(QLatin1Char('.'), 0, 0)));
-    QCOMPARE(play(kRename, {typing(typed), ok(), typing(typed), ok(), cancel()}),
+    QCOMPARE(m_form->play(kRename, {typing(typed), ok(), typing(typed), ok(), cancel()}),
              (QStringList{ask, message, ask, message, ask}));
-    QCOMPARE(store(), list("a.jpg b.jpg c.jpg dir"));
-    QVERIFY(!wasReadAgain());
+    QCOMPARE(m_form->store(), list("a.jpg b.jpg c.jpg dir"));
+    QVERIFY(!m_form->wasReadAgain());
 }
 
 void TestFormFileOperations::renameToTheOldNameDoesNothing()
 {
     m_form->world.makePhoto(QStringLiteral("a.jpg"));
     m_form->world.makeFolder(QStringLiteral("dir"));
-    start("a.jpg");
-    QCOMPARE(play(kRename, {pressing(Qt::Key_Return)}), QStringList{askName("a")});
-    QVERIFY(!wasReadAgain());
+    m_form->startMarked("a.jpg");
+    QCOMPARE(m_form->play(kRename, {pressing(Qt::Key_Return)}), QStringList{askName("a")});
+    QVERIFY(!m_form->wasReadAgain());
     m_form->view->showPage(0, 0, true);
-    QCOMPARE(play(kRename, {typing(QStringLiteral("dir"))}), QStringList{askName("dir")});
-    QVERIFY(!wasReadAgain());
-    QCOMPARE(store(), list("a.jpg dir"));
+    QCOMPARE(m_form->play(kRename, {typing(QStringLiteral("dir"))}), QStringList{askName("dir")});
+    QVERIFY(!m_form->wasReadAgain());
+    QCOMPARE(m_form->store(), list("a.jpg dir"));
 }
 
 void TestFormFileOperations::renameThatFails_data()
@@ -353,18 +322,56 @@ void TestFormFileOperations::renameThatFails()
     QFETCH(QString, typed);
     m_form->world.makePhoto(QStringLiteral("a.jpg"));
     m_form->world.makeFolder(QStringLiteral("dir"));
-    start("a.jpg");
-    QCOMPARE(play(kRename, {typing(typed), ok()}), (QStringList{askName("a"), kNotRenamed}));
-    QCOMPARE(store(), list("a.jpg dir"));
-    QVERIFY(!wasReadAgain());
+    m_form->startMarked("a.jpg");
+    QCOMPARE(m_form->play(kRename, {typing(typed), ok()}),
+             (QStringList{askName("a"), kNotRenamed}));
+    QCOMPARE(m_form->store(), list("a.jpg dir"));
+    QVERIFY(!m_form->wasReadAgain());
+}
+
+void TestFormFileOperations::renameThatTheSystemRefuses_data()
+{
+    QTest::addColumn<int>("error");
+    QTest::newRow("nobody may") << EACCES;
+    QTest::newRow("the disk is broken") << EIO;
+    QTest::newRow("another photo took the name") << EEXIST;
+}
+
+void TestFormFileOperations::renameThatTheSystemRefuses()
+{
+    QFETCH(int, error);
+    m_form->world.makePhotos(1);
+    m_form->startMarked("a00.jpg");
+    FileFaults faults(m_form->world.store);
+    faults.fail(FileFaults::Rename, 1, error);
+    QCOMPARE(m_form->play(kRename, {typing(QStringLiteral("b")), ok()}),
+             (QStringList{askName("a00"), kNotRenamed}));
+    QCOMPARE(faults.hits(), 1);
+    QCOMPARE(m_form->store(), list("a00.jpg"));
+    QVERIFY(!m_form->wasReadAgain());
+}
+
+void TestFormFileOperations::renameOfWhatIsGone()
+{
+    m_form->world.makePhotos(2);
+    m_form->startMarked("a00.jpg");
+    const auto remove = [this] {
+        QVERIFY(QFile::remove(m_form->world.path(QStringLiteral("a00.jpg"))));
+    };
+    QCOMPARE(m_form->play(kRename, {after(remove, typing(QStringLiteral("b"))), ok()}),
+             (QStringList{askName("a00"), kNotRenamed}));
+    // What isn't there is no file whose extension could be kept.
+    QCOMPARE(m_form->play(kRename, {typing(QStringLiteral("b")), ok()}),
+             (QStringList{askName("a00.jpg"), kNotRenamed}));
+    QCOMPARE(m_form->store(), list("a01.jpg"));
 }
 
 void TestFormFileOperations::renameWithoutAnItemDoesNothing()
 {
     m_form->world.makePhotos(1);
-    start();
-    QVERIFY(play(kRename, {}).isEmpty());
-    QVERIFY(!wasReadAgain());
+    m_form->startMarked();
+    QVERIFY(m_form->play(kRename, {}).isEmpty());
+    QVERIFY(!m_form->wasReadAgain());
 }
 
 /// The folder on show may change under the dialog.
@@ -372,11 +379,11 @@ void TestFormFileOperations::renameStaysInItsFolder()
 {
     m_form->world.makePhoto(QStringLiteral("a.jpg"));
     m_form->world.makePhoto(QStringLiteral("dir/a.jpg"));
-    start("a.jpg");
+    m_form->startMarked("a.jpg");
     const auto enter = [this] {
         m_form->form->filelist_decided(m_form->cell(QStringLiteral("dir"))->item());
     };
-    QCOMPARE(play(kRename, {after(enter, typing(QStringLiteral("b"))), ok()}),
+    QCOMPARE(m_form->play(kRename, {after(enter, typing(QStringLiteral("b"))), ok()}),
              (QStringList{askName("a"), kNotRenamed}));
     QVERIFY(QFile::exists(m_form->world.path(QStringLiteral("a.jpg"))));
     QVERIFY(QFile::exists(m_form->world.path(QStringLiteral("dir/a.jpg"))));
@@ -386,14 +393,14 @@ void TestFormFileOperations::renameStaysInItsFolder()
 void TestFormFileOperations::renameStaysWithItsItem()
 {
     m_form->world.makePhotos(3);
-    start("a01.jpg");
+    m_form->startMarked("a01.jpg");
     const auto move = [this] {
         QTest::keyClick(m_form->view, Qt::Key_Right);
         QCOMPARE(m_form->view->currentObject()->fileName(), QStringLiteral("a02.jpg"));
     };
-    QCOMPARE(play(kRename, {after(move, typing(QStringLiteral("b")))}),
+    QCOMPARE(m_form->play(kRename, {after(move, typing(QStringLiteral("b")))}),
              QStringList{askName("a01")});
-    QCOMPARE(store(), list("a00.jpg a02.jpg b.jpg"));
+    QCOMPARE(m_form->store(), list("a00.jpg a02.jpg b.jpg"));
 }
 
 LUMI_TEST(TestFormFileOperations)

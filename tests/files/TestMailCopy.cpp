@@ -3,6 +3,7 @@
 #include "files/mailCopy.h"
 #include "items/FPVItemJpeg.h"
 #include "tests/support/ExifBuilder.h"
+#include "tests/support/FileFaults.h"
 #include "tests/support/FullDisk.h"
 #include "tests/support/TestMain.h"
 #include "tests/views/BrowserWorld.h"
@@ -16,6 +17,7 @@
 #include <QTest>
 #include <QtEndian>
 
+#include <cerrno>
 #include <memory>
 
 #include <sys/stat.h>
@@ -129,6 +131,7 @@ private Q_SLOTS:
     void theFolderIsMadeOnFirstUse();
     void aFailedSaveLeavesNothing_data();
     void aFailedSaveLeavesNothing();
+    void aFailedCloseIsAFailure();
     void anExistingFileIsNeverTouched();
     void aFullDiskFailsAtEverySize();
 
@@ -175,6 +178,10 @@ void TestMailCopy::theFirstFreeNumberIsTaken()
              QString(folder + QStringLiteral("!2026111_002.jpg")));
     m_world->makeFolder(QStringLiteral("mail/!2026111_002.jpg"));
     QCOMPARE(lumi::freeMailPath(kDay), QString(folder + QStringLiteral("!2026111_004.jpg")));
+    // So does a link that leads nowhere.
+    QVERIFY(QFile::link(QStringLiteral("gone"),
+                        m_world->path(QStringLiteral("mail/!2026111_004.jpg"))));
+    QCOMPARE(lumi::freeMailPath(kDay), QString(folder + QStringLiteral("!2026111_005.jpg")));
 }
 
 void TestMailCopy::aDayHas999Copies()
@@ -369,6 +376,18 @@ void TestMailCopy::aFailedSaveLeavesNothing()
     if (obstacle == QLatin1String("folder")) {
         QCOMPARE(contentOf(m_world->path(QStringLiteral("mail"))), QByteArray("mine"));
     }
+}
+
+/// A disk may notice only then that it is full.
+void TestMailCopy::aFailedCloseIsAFailure()
+{
+    const QString path = m_world->path(QStringLiteral("mail/!1.jpg"));
+    lumi::test::FileFaults faults(m_world->store);
+    faults.fail(lumi::test::FileFaults::Close, 1, ENOSPC);
+    QVERIFY(!lumi::saveMailImage(stripes(QSize(64, 48)), path));
+    QCOMPARE(faults.hits(), 1);
+    QVERIFY(!QFile::exists(path));
+    QVERIFY(lumi::saveMailImage(stripes(QSize(64, 48)), path));
 }
 
 void TestMailCopy::anExistingFileIsNeverTouched()

@@ -3,8 +3,8 @@
 // and its menus.
 #include "files/FormFile.h"
 #include "files/engine/FPVFileTree.h"
-#include "tests/files/DialogScript.h"
 #include "tests/journeys/Traveller.h"
+#include "tests/support/DialogDriver.h"
 #include "tests/support/TestMain.h"
 #include "views/FPVThumbnailItem.h"
 #include "views/FPVThumbnailLabel.h"
@@ -16,7 +16,7 @@
 
 using lumi::test::clicking;
 using lumi::test::DialogAnswer;
-using lumi::test::DialogScript;
+using lumi::test::DialogDriver;
 using lumi::test::pressing;
 using lumi::test::Traveller;
 using lumi::test::typing;
@@ -71,9 +71,10 @@ private:
 QStringList TestTidying::choose(const QString &menu, const char *entry,
                                 const QList<DialogAnswer> &answers)
 {
-    const DialogScript script(answers);
+    DialogDriver driver;
+    driver.answerInOrder(answers);
     m_user->chooseEntry(menu, QString::fromUtf8(entry));
-    return script.seen;
+    return driver.lines();
 }
 
 QStringList TestTidying::files(const QString &folder) const

@@ -10,6 +10,7 @@
 #include <QTimer>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -47,6 +48,12 @@ void lumi::test::DialogDriver::expect(const QString &captionOrClass, Answer answ
     m_answers.append({captionOrClass, std::move(answer)});
 }
 
+void lumi::test::DialogDriver::answerInOrder(QList<Answer> answers)
+{
+    m_inOrder = std::move(answers);
+    m_isInOrder = true;
+}
+
 void lumi::test::DialogDriver::press(const QString &captionOrClass, const QString &button)
 {
     expect(captionOrClass, [button](QDialog *dialog) {
@@ -74,6 +81,15 @@ QStringList lumi::test::DialogDriver::texts() const
         if (!isWorkDialog(dialog.className)) {
             result.append(dialog.text);
         }
+    }
+    return result;
+}
+
+QStringList lumi::test::DialogDriver::lines() const
+{
+    QStringList result;
+    for (const SeenDialog &dialog : seen) {
+        result.append(dialog.line);
     }
     return result;
 }
@@ -114,11 +130,26 @@ bool lumi::test::DialogDriver::eventFilter(QObject *watched, QEvent *event)
 void lumi::test::DialogDriver::appeared(QDialog *dialog)
 {
     m_open.append(dialog);
+    if (atShow) {
+        atShow();
+    }
+    seen.append(recordOf(dialog));
+    const Answer answer = answerTo(seen.constLast());
+    if (answer) {
+        QTimer::singleShot(0, dialog, [dialog, answer] {
+            answer(dialog);
+        });
+    }
+}
+
+lumi::test::SeenDialog lumi::test::DialogDriver::recordOf(const QDialog *dialog)
+{
     SeenDialog record;
     record.className = QString::fromLatin1(dialog->metaObject()->className());
     record.caption = dialog->windowTitle();
+    record.line = describe(dialog);
     record.parent = dialog->parentWidget();
-    if (const auto *box = qobject_cast<QMessageBox *>(dialog)) {
+    if (const auto *box = qobject_cast<const QMessageBox *>(dialog)) {
         record.text = box->text();
         record.icon = box->icon();
     } else if (const auto *label = dialog->findChild<QLabel *>()) {
@@ -128,22 +159,26 @@ void lumi::test::DialogDriver::appeared(QDialog *dialog)
     for (const QAbstractButton *button : buttons) {
         record.buttons.append(plain(button->text()));
     }
-    seen.append(record);
-    const bool isWork = isWorkDialog(record.className);
-    const QString key = isWork ? record.className : record.caption;
+    return record;
+}
+
+lumi::test::DialogAnswer lumi::test::DialogDriver::answerTo(const SeenDialog &dialog)
+{
+    const bool isWork = isWorkDialog(dialog.className);
+    const QString key = isWork ? dialog.className : dialog.caption;
     const auto found = std::find_if(m_answers.begin(), m_answers.end(), [&key](const Row &row) {
         return row.key == key;
     });
-    Answer answer;
     if (found != m_answers.end()) {
-        answer = found->answer;
+        Answer answer = found->answer;
         m_answers.erase(found);
-    } else if (isWork) {
-        return;
-    } else {
-        answer = answerUsually;
+        return answer;
     }
-    QTimer::singleShot(0, dialog, [dialog, answer] {
-        answer(dialog);
-    });
+    if (isWork) {
+        return {};
+    }
+    if (m_isInOrder) {
+        return m_inOrder.isEmpty() ? closing() : m_inOrder.takeFirst();
+    }
+    return answerUsually;
 }

@@ -1,22 +1,22 @@
 // SPDX-License-Identifier: MIT
-#include "tests/files/DialogScript.h"
+#include "tests/support/dialogAnswers.h"
 
-#include "widgets/MyDialogWait.h"
-
+#include <QAbstractButton>
 #include <QApplication>
-#include <QEvent>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPointer>
 #include <QPushButton>
 #include <QTest>
-#include <QTimer>
 
+#include <algorithm>
 #include <utility>
 
 namespace {
 
-constexpr int kReactionMs = 10;
+bool isWait(const QObject *object)
+{
+    return object->inherits("MyDialogWait");
+}
 
 QString buttonsOf(const QMessageBox *box)
 {
@@ -36,7 +36,9 @@ QString describeBox(const QMessageBox *box)
 {
     const QMessageBox::Icon icon = box->icon();
     QString kind = QStringLiteral("other");
-    if (icon == QMessageBox::Critical) {
+    if (icon == QMessageBox::Information) {
+        kind = QStringLiteral("information");
+    } else if (icon == QMessageBox::Critical) {
         kind = QStringLiteral("critical");
     } else if (icon == QMessageBox::Warning) {
         kind = QStringLiteral("warning");
@@ -46,28 +48,13 @@ QString describeBox(const QMessageBox *box)
         + QLatin1Char(' ') + buttonsOf(box) + markup;
 }
 
-QString describe(const QDialog *dialog)
-{
-    if (const auto *box = qobject_cast<const QMessageBox *>(dialog)) {
-        return describeBox(box);
-    }
-    const auto *label = dialog->findChild<QLabel *>();
-    const QString text = label == nullptr ? QString() : label->text();
-    if (qobject_cast<const MyDialogWait *>(dialog) != nullptr) {
-        return QStringLiteral("wait ") + text;
-    }
-    const auto *line = dialog->findChild<QLineEdit *>();
-    return QStringLiteral("input ") + dialog->windowTitle() + QLatin1String(": ") + text
-        + QLatin1String(" '") + (line == nullptr ? QString() : line->text()) + QLatin1Char('\'');
-}
-
 } // namespace
 
 bool lumi::test::isWaitSeen()
 {
     const auto windows = QApplication::topLevelWidgets();
     return std::any_of(windows.begin(), windows.end(), [](const QWidget *window) {
-        return window->isVisible() && qobject_cast<const MyDialogWait *>(window) != nullptr;
+        return window->isVisible() && isWait(window);
     });
 }
 
@@ -111,35 +98,19 @@ lumi::test::DialogAnswer lumi::test::after(std::function<void()> deed, DialogAns
     };
 }
 
-lumi::test::DialogScript::DialogScript(QList<DialogAnswer> answers)
-    : m_answers(std::move(answers))
+QString lumi::test::describe(const QDialog *dialog)
 {
-    qApp->installEventFilter(this);
-}
-
-bool lumi::test::DialogScript::eventFilter(QObject *watched, QEvent *event)
-{
-    if (event->type() == QEvent::Show) {
-        if (auto *dialog = qobject_cast<QDialog *>(watched)) {
-            meet(dialog);
-        }
+    const auto *label = dialog->findChild<QLabel *>();
+    const QString text = label == nullptr ? QString() : label->text();
+    if (isWait(dialog)) {
+        return QStringLiteral("wait ") + text;
     }
-    return false;
-}
-
-void lumi::test::DialogScript::meet(QDialog *dialog)
-{
-    wasIdle = wasIdle || (isBusy && !isBusy());
-    const bool isWait = qobject_cast<MyDialogWait *>(dialog) != nullptr;
-    seen.append(describe(dialog) + QLatin1String(!isWait && isWaitSeen() ? " over wait" : ""));
-    if (isWait) {
-        if (atWait) {
-            QTimer::singleShot(0, dialog, std::exchange(atWait, nullptr));
-        }
-        return;
+    const QLatin1String tail(isWaitSeen() ? " over wait" : "");
+    if (const auto *box = qobject_cast<const QMessageBox *>(dialog)) {
+        return describeBox(box) + tail;
     }
-    const DialogAnswer answer = m_answers.isEmpty() ? closing() : m_answers.takeFirst();
-    QTimer::singleShot(kReactionMs, dialog, [dialog, answer] {
-        answer(dialog);
-    });
+    const auto *line = dialog->findChild<QLineEdit *>();
+    return QStringLiteral("input ") + dialog->windowTitle() + QLatin1String(": ") + text
+        + QLatin1String(" '") + (line == nullptr ? QString() : line->text()) + QLatin1Char('\'')
+        + tail;
 }

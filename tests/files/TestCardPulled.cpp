@@ -1,0 +1,221 @@
+// SPDX-License-Identifier: MIT
+// A card that is pulled in the middle of file work: its files are gone, and the news of it comes
+// in while the form is busy. Each work ends in its own message, and then the store is on show.
+#include "files/engine/FPVFileTree.h"
+#include "platform/QCopChannel.h"
+#include "tests/files/FormFixture.h"
+#include "tests/support/FileFaults.h"
+#include "tests/support/TestMain.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QTest>
+
+using namespace lumi::test;
+
+namespace {
+
+const QString kWorking = QStringLiteral("wait Working...");
+const QString kNotPasted = QStringLiteral("critical Error: It failed in sticking. OK*");
+const QString kFull = QStringLiteral("critical Error: Free some memory and try again OK*");
+
+constexpr int kNewFolder = 0;
+constexpr int kRename = 1;
+constexpr int kDelete = 2;
+constexpr int kDeleteChecked = 3;
+constexpr int kDeleteEmpty = 4;
+constexpr int kCopy = 5;
+constexpr int kPaste = 9;
+
+} // namespace
+
+class TestCardPulled : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void underADialog_data();
+    void underADialog();
+    void withTheSourceOfAPaste();
+    void withTheTargetOfAPaste();
+    void withTheSourceBetweenWalkAndCopy();
+    void withTheTargetBetweenWalkAndCopy();
+
+private:
+    void showCard();
+    void showStore();
+    /// With all that is on it.
+    void pull();
+    /// Whether the form came back to the store, which nothing has happened to.
+    [[nodiscard]] bool isInStore() const;
+
+    std::unique_ptr<FormFixture> m_form;
+    QString m_card;
+};
+
+void TestCardPulled::init()
+{
+    m_form.reset(new FormFixture);
+    FakeMachine *machine = m_form->world.machine;
+    m_card = machine->sd;
+    machine->insertCard(Slot::SD);
+    const auto plenty = machine->diskAt;
+    machine->diskAt = [plenty](const QByteArray &path) {
+        return QFileInfo::exists(QFile::decodeName(path)) ? plenty(path) : DiskFigures{};
+    };
+    m_form->world.makePhotos(2, m_card + QStringLiteral("/dcim"));
+    m_form->world.makePhotos(2, m_card + QStringLiteral("/dcim/trip"));
+    m_form->world.makePhoto(QStringLiteral("mine.jpg"));
+    m_form->world.makePhotos(2, QStringLiteral("day"));
+    m_form->start();
+    QVERIFY(m_form->waitForCells(2));
+}
+
+void TestCardPulled::cleanup()
+{
+    m_form.reset();
+    FPVFileTree::resetState();
+}
+
+void TestCardPulled::showCard()
+{
+    m_form->choose(QStringLiteral("SD Card"));
+    QTRY_COMPARE(m_form->names(), list("trip a00.jpg a01.jpg"));
+}
+
+void TestCardPulled::showStore()
+{
+    m_form->choose(QStringLiteral("Photo_Files"));
+    QTRY_COMPARE(m_form->names(), list("day mine.jpg"));
+}
+
+void TestCardPulled::pull()
+{
+    QVERIFY(QDir(m_card).removeRecursively());
+    m_form->world.machine->removeCard(Slot::SD);
+    QCopChannel::send("QPE/Card", "mtabChanged()");
+}
+
+bool TestCardPulled::isInStore() const
+{
+    const bool isShown = QTest::qWaitFor([this] {
+        return m_form->combo->count() == 1 && m_form->names().contains(QStringLiteral("mine.jpg"));
+    });
+    return isShown && m_form->combo->currentText() == QLatin1String("Photo_Files")
+        && QFile::exists(m_form->world.path(QStringLiteral("mine.jpg")))
+        && QDir(m_form->world.path(QStringLiteral("day"))).entryList(QDir::Files).size() == 2
+        && !m_form->form->isBusy();
+}
+
+void TestCardPulled::underADialog_data()
+{
+    QTest::addColumn<int>("entry");
+    QTest::addColumn<QStringList>("dialogs");
+    QTest::newRow("New Folder")
+        << kNewFolder
+        << QStringList{QStringLiteral("input New Folder: Enter the folder name: ''"),
+                       QStringLiteral("critical Error: Folder cannot be created. OK*")};
+    QTest::newRow("Rename") << kRename
+                            << QStringList{QStringLiteral("input Change Name: Enter the new "
+                                                          "folder name: 'a00'"),
+                                           QStringLiteral("critical Error: Rename OK*")};
+    QTest::newRow("Delete") << kDelete
+                            << QStringList{QStringLiteral("warning Delete: a00.jpg will be "
+                                                          "deleted. Are you sure? Yes/No*"),
+                                           kWorking,
+                                           QStringLiteral("critical Error: Deletion failed. OK*")};
+    QTest::newRow("Delete Selected")
+        << kDeleteChecked
+        << QStringList{
+               QStringLiteral("warning Delete Selected: Are you sure you want to delete "
+                              "these photos? Yes/No*"),
+               kWorking,
+               QStringLiteral("critical Error: Part of the file could not be deleted. OK*")};
+    // No folder is left that could not be removed.
+    QTest::newRow("Delete Empty Folder")
+        << kDeleteEmpty
+        << QStringList{QStringLiteral("warning Delete Empty Folder: Are you sure you want to "
+                                      "delete this folder? Yes/No*"),
+                       kWorking};
+}
+
+void TestCardPulled::underADialog()
+{
+    QFETCH(int, entry);
+    showCard();
+    m_form->select("a00.jpg");
+    m_form->view->checkAll();
+    QTRY_COMPARE(m_form->names().size(), qsizetype(3));
+    const DialogAnswer answer = [](QDialog *dialog) {
+        const bool isQuestion = qobject_cast<QMessageBox *>(dialog) != nullptr;
+        (isQuestion ? yes() : typing(QStringLiteral("new")))(dialog);
+    };
+    const auto takeOut = [this] {
+        pull();
+    };
+    QTEST(m_form->play(entry, {after(takeOut, answer), ok()}), "dialogs");
+    QVERIFY(isInStore());
+    QCOMPARE(QDir(m_card).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), list("NotAvailable"));
+}
+
+void TestCardPulled::withTheSourceOfAPaste()
+{
+    showCard();
+    m_form->select("a00.jpg");
+    m_form->play(kCopy);
+    showStore();
+    const auto takeOut = [this] {
+        pull();
+    };
+    QCOMPARE(m_form->play(kPaste, {ok()}, takeOut), (QStringList{kWorking, kNotPasted}));
+    QVERIFY(isInStore());
+    QCOMPARE(m_form->store(), list("day mine.jpg"));
+}
+
+void TestCardPulled::withTheTargetOfAPaste()
+{
+    m_form->select("mine.jpg");
+    m_form->play(kCopy);
+    showCard();
+    const auto takeOut = [this] {
+        pull();
+    };
+    QCOMPARE(m_form->play(kPaste, {ok()}, takeOut), (QStringList{kWorking, kFull}));
+    QVERIFY(isInStore());
+    QVERIFY(!QFile::exists(m_card + QStringLiteral("/dcim")));
+}
+
+void TestCardPulled::withTheSourceBetweenWalkAndCopy()
+{
+    showCard();
+    m_form->select("trip");
+    m_form->play(kCopy);
+    showStore();
+    FileFaults faults(m_form->world.store);
+    faults.doBefore(FileFaults::MakeFolder, 1, [this] {
+        pull();
+    });
+    QCOMPARE(m_form->play(kPaste, {ok()}), (QStringList{kWorking, kNotPasted}));
+    QVERIFY(isInStore());
+    QCOMPARE(m_form->store(), list("day mine.jpg trip"));
+    QVERIFY(QDir(m_form->world.path(QStringLiteral("trip"))).isEmpty());
+}
+
+void TestCardPulled::withTheTargetBetweenWalkAndCopy()
+{
+    m_form->select("day");
+    m_form->play(kCopy);
+    showCard();
+    FileFaults faults(m_card);
+    faults.doBefore(FileFaults::MakeFolder, 1, [this] {
+        pull();
+    });
+    QCOMPARE(m_form->play(kPaste, {ok()}), (QStringList{kWorking, kNotPasted}));
+    QVERIFY(isInStore());
+    QVERIFY(!QFile::exists(m_card + QStringLiteral("/dcim")));
+}
+
+LUMI_TEST(TestCardPulled)
+#include "TestCardPulled.moc"

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+// What a user may do with a dialog.
+#pragma once
+
+#include <QDialog>
+#include <QMessageBox>
+#include <QString>
+
+#include <functional>
+
+namespace lumi::test {
+
+using DialogAnswer = std::function<void(QDialog *)>;
+
+/// Types over what is offered, and accepts it with Return.
+[[nodiscard]] DialogAnswer typing(const QString &text);
+[[nodiscard]] DialogAnswer pressing(Qt::Key key);
+[[nodiscard]] DialogAnswer clicking(QMessageBox::StandardButton button);
+/// As the window manager does it.
+[[nodiscard]] DialogAnswer closing();
+/// Does something first.
+[[nodiscard]] DialogAnswer after(std::function<void()> deed, DialogAnswer answer);
+
+/// Whether a wait dialog is on the screen.
+[[nodiscard]] bool isWaitSeen();
+
+/// One line: "input New Folder: Enter the folder name: ''",
+/// "warning Delete: a.jpg will be deleted. Are you sure? Yes/No*" (* is default and escape),
+/// "critical Error: Deletion failed. OK*", "wait Working...".
+/// "over wait" is added when a wait dialog is still seen below.
+[[nodiscard]] QString describe(const QDialog *dialog);
+
+} // namespace lumi::test
