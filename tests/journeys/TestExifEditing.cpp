@@ -5,8 +5,8 @@
 #include "exif/ui/MyImageWidget.h"
 #include "exif/ui/MyMultiLineEdit.h"
 #include "files/FormFile.h"
-#include "tests/files/DialogScript.h"
 #include "tests/journeys/Traveller.h"
+#include "tests/support/DialogDriver.h"
 #include "tests/support/ExifBuilder.h"
 #include "tests/support/OrdinaryUser.h"
 #include "tests/support/TestMain.h"
@@ -34,7 +34,7 @@
 
 using lumi::test::clicking;
 using lumi::test::DialogAnswer;
-using lumi::test::DialogScript;
+using lumi::test::DialogDriver;
 using lumi::test::ExifBuilder;
 using lumi::test::OrdinaryUser;
 using lumi::test::Traveller;
@@ -158,7 +158,8 @@ QByteArray TestExifEditing::bytes() const
 
 void TestExifEditing::edit(const Step &steps, const QList<DialogAnswer> &answers)
 {
-    const DialogScript script(answers);
+    DialogDriver driver;
+    driver.answerInOrder(answers);
     bool done = false;
     QElapsedTimer clock;
     clock.start();
@@ -185,7 +186,7 @@ void TestExifEditing::edit(const Step &steps, const QList<DialogAnswer> &answers
         },
         kPatienceMs));
     QVERIFY2(clock.elapsed() < kPatienceMs, "the editor stayed open");
-    m_boxes = script.seen.filter(QRegularExpression(QStringLiteral("^(?!wait )")));
+    m_boxes = driver.lines().filter(QRegularExpression(QStringLiteral("^(?!wait )")));
 }
 
 MyMultiLineEdit *TestExifEditing::field(int page, int row) const
