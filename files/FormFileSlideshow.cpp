@@ -6,6 +6,7 @@
 #include "app/common/messages.h"
 #include "files/FormFile.h"
 #include "files/slideshowOptions.h"
+#include "items/FPVItemImage.h"
 #include "items/FPVItemList.h"
 #include "viewer/DialogSlideshow.h"
 #include "viewer/SlideShow.h"
@@ -32,8 +33,11 @@ void FormFile::menu_disp_Slideshow_Execution()
         menu_disp_DispDetail();
         break;
     case SlideShow::ToFullView:
-        menu_disp_DispAll(); // builds the page anew
-        return;
+        if (qobject_cast<FPVItemImage *>(currentItem()) != nullptr) {
+            menu_disp_DispAll(); // refreshes the page itself
+            return;
+        }
+        break; // its picture was deleted
     case SlideShow::ToOptions:
         menu_disp_Slideshow_Setting();
         break;

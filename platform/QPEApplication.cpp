@@ -88,7 +88,7 @@ void settle(QWidget *widget)
     total.start();
     steady.start();
     QSize size = widget->size();
-    while (alive && total.elapsed() < kSettleMs
+    while (alive && widget->isVisible() && total.elapsed() < kSettleMs
            && (!isExposed(widget) || steady.elapsed() < kSteadyMs)) {
         waitForEvent(steady, isExposed(widget) ? kSteadyMs : kSettleMs);
         if (alive && widget->size() != size) {

@@ -59,6 +59,9 @@ SlideShow::SlideShow(QWidget *parent, FPVItemList *source, bool autoMode, bool i
 
 SlideShow::~SlideShow()
 {
+    if (m_inLoop != nullptr) {
+        m_inLoop->quit();
+    }
     leaveDecoding();
     setScreenSaver(kScreenSaverBack);
     QPEApplication::releaseDesktopSize();
@@ -84,6 +87,10 @@ void SlideShow::buildPlayList(int startIndex)
 
 void SlideShow::connectTimers()
 {
+    m_slideTimer.setObjectName(QStringLiteral("slideTimer"));
+    m_screenOutTimer.setObjectName(QStringLiteral("screenOutTimer"));
+    m_redrawTimer.setObjectName(QStringLiteral("redrawTimer"));
+    m_playBackTimer.setObjectName(QStringLiteral("playBackTimer"));
     for (QTimer *timer : {&m_slideTimer, &m_screenOutTimer, &m_redrawTimer, &m_playBackTimer}) {
         timer->setSingleShot(true);
         timer->setTimerType(Qt::PreciseTimer);
@@ -113,12 +120,13 @@ int SlideShow::exec()
     if (m_pictureCount == 0) {
         end(ToBrowser);
     }
-    if (m_ended || m_inLoop) {
+    if (m_ended || m_inLoop != nullptr) {
         return m_exitCode;
     }
+    const QPointer<SlideShow> self(this);
     QPEApplication::showFullScreenNow(this);
-    if (m_ended) {
-        return m_exitCode; // events ran meanwhile
+    if (!self || m_ended) {
+        return self ? m_exitCode : int(ToBrowser); // events ran meanwhile
     }
     raise();
     activateWindow();
@@ -128,11 +136,12 @@ int SlideShow::exec()
         m_screenOutTimer.start(kFirstDrawMs);
     }
     QEventLoop loop;
-    m_loop = &loop;
-    m_inLoop = true;
+    m_inLoop = &loop;
     loop.exec(QEventLoop::DialogExec);
-    m_inLoop = false;
-    m_loop = nullptr;
+    if (!self) {
+        return ToBrowser;
+    }
+    m_inLoop = nullptr;
     return m_exitCode;
 }
 
@@ -151,9 +160,9 @@ void SlideShow::end(int code)
         m_box->done(QMessageBox::No);
     }
     hide();
-    if (m_inLoop) {
-        m_inLoop = false;
-        m_loop->quit();
+    if (m_inLoop != nullptr) {
+        m_inLoop->quit();
+        m_inLoop = nullptr;
     }
 }
 

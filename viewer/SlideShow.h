@@ -3,8 +3,9 @@
 // straight into the screen memory; while one is shown the next one is being decoded in slices,
 // so that in a show that runs by itself nobody waits for a decode shorter than the delay.
 // A show runs in a nested event loop and ends with a code that says what is to come next.
-// Two events must both have come before the next picture of an automatic show is drawn, the
-// end of the delay and the end of the decode; `paused` says that the first is still missing.
+// The next picture of an automatic show waits for two events, the end of the delay and the end
+// of its decode, and whichever comes second draws it: `paused` tells the decode not to draw,
+// until the delay is over.
 // Owns: the play list (not its items) and up to three rasters.
 #pragma once
 
@@ -41,7 +42,7 @@ public:
               int loopCount, int startIndex);
     ~SlideShow() override;
 
-    /// Runs the show to its end, once; gives exitCode().
+    /// Runs the show to its end, once; gives exitCode(). Ends too when the show is deleted.
     int exec();
 
     /// A SlideShow::ExitCode.
@@ -89,6 +90,7 @@ private:
     void skipMissing(FPVItemImage *item);
     bool dropPicture(FPVItemImage *item);
     void startNewRound();
+    void countStepsFromPresent();
     void playPresent();
 
     void drawNext();
@@ -115,10 +117,10 @@ private:
 
     FPVItemList m_playList;
     FPVItemList *m_sourceList;
-    QTimer m_slideTimer;
-    QTimer m_screenOutTimer;
-    QTimer m_redrawTimer;
-    QTimer m_playBackTimer;
+    QTimer m_slideTimer{this};
+    QTimer m_screenOutTimer{this};
+    QTimer m_redrawTimer{this};
+    QTimer m_playBackTimer{this};
     int m_pictureCount = 0;
     int m_delay;
     int m_loopCount;
@@ -126,7 +128,7 @@ private:
     int m_exitCode = ToBrowser;
     bool m_autoMode;
     bool m_inOrder;
-    bool m_inLoop = false;
+    QEventLoop *m_inLoop = nullptr; ///< that of exec(), null while none runs
     bool m_drawing = false;
     QSize m_screenSize;
     lumi::SlideRasterPtr m_nextRaster;
@@ -148,5 +150,4 @@ private:
     lumi::SlideSign m_overlay = lumi::SlideSign::None;
     bool m_aheadInNewRound = false; ///< the picture decoded ahead was counted as a new round
     QPointer<QMessageBox> m_box;
-    QEventLoop *m_loop = nullptr;
 };

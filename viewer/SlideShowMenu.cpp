@@ -3,7 +3,7 @@
 #include "app/common/labels.h"
 #include "app/common/messageIds.h"
 #include "app/common/messages.h"
-#include "app/common/paths.h"
+#include "files/engine/folderEntries.h"
 #include "platform/Machine.h"
 #include "platform/QPEApplication.h"
 #include "platform/deviceKey.h"
@@ -76,6 +76,7 @@ void SlideShow::keyPressEvent(QKeyEvent *event)
     if (m_drawing || m_ended) {
         return;
     }
+    const QPointer<SlideShow> self(this);
     const int key = deviceKey(event) == DeviceKey::Stop ? int(Qt::Key_Escape) : event->key();
     const auto *row = std::find_if(std::begin(kRows), std::end(kRows), [key](const Row &r) {
         return r.key == key;
@@ -86,7 +87,7 @@ void SlideShow::keyPressEvent(QKeyEvent *event)
     } else {
         QWidget::keyReleaseEvent(event); // not the one for presses
     }
-    if (m_failed) {
+    if (self && m_failed) {
         ScreenOutRedraw();
     }
 }
@@ -228,7 +229,7 @@ bool SlideShow::deletePicture()
     if (answer != QMessageBox::Yes || !item) {
         return false;
     }
-    if (!removePath(item->path(), false)) {
+    if (!lumi::removePhoto(item->path())) {
         runBox(makeBox(QMessageBox::Critical, lumi::MsgDelete, msg(lumi::MsgDeletionFailed),
                        QMessageBox::Ok, this));
         return false;
@@ -246,15 +247,21 @@ bool SlideShow::deletePicture()
 
 void SlideShow::deleteAndGoOn()
 {
-    if (m_ended || m_failed || isInterrupted()) {
+    if (m_ended || isInterrupted()) {
+        return;
+    }
+    if (m_failed) {
+        resume(); // nothing else would tell of a failure that came under the menu
         return;
     }
     interrupt();
+    const QPointer<SlideShow> self(this);
     const bool isDeleted = deletePicture();
-    if (m_ended) {
+    if (!self || m_ended) {
         return;
     }
     if (isDeleted) {
+        countStepsFromPresent();
         m_prevStep = m_step; // the follower comes as soon as it is decoded
         if (!m_decodingItem) {
             startPicture(currentPicture());

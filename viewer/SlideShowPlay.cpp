@@ -110,13 +110,17 @@ void SlideShow::skipMissing(FPVItemImage *item)
     if (wasLast) {
         startNewRound();
     }
+    if (!m_startItem) {
+        countStepsFromPresent();
+    }
     m_slideTimer.start(kSkipMs);
 }
 
-/// Takes a picture out of both lists; the play list then stands on its follower. True if it was
-/// the last one of a round.
+/// Takes a picture out of both lists, and a failure to decode it with it; the play list then
+/// stands on its follower. True if it was the last one of a round.
 bool SlideShow::dropPicture(FPVItemImage *item)
 {
+    m_failed = m_failed && m_decodingItem != item;
     for (QPointer<FPVItemImage> *pointer : {&m_decodingItem, &m_shownItem, &m_startItem}) {
         if (*pointer == item) {
             pointer->clear();
@@ -134,6 +138,14 @@ void SlideShow::startNewRound()
     m_playList.first();
     ++m_loopsDone;
     m_aheadInNewRound = true;
+}
+
+/// What steps are counted from is gone: the play list's present picture takes its place.
+void SlideShow::countStepsFromPresent()
+{
+    m_startItem = currentPicture();
+    m_step = 0;
+    m_aheadInNewRound = false;
 }
 
 void SlideShow::slot_timeout()

@@ -15,7 +15,7 @@ qint64 ratio(int screen, int picture)
 lumi::SlideSpan centred(int picture, int screen, qint64 numerator, qint64 denominator)
 {
     const auto length = static_cast<int>(picture * numerator / denominator);
-    // An odd length is one pixel further on: so it has always been.
+    // With the picture's own side odd it lies one pixel further on: kept as it is, pixel for pixel.
     return {(screen >> 1) - (length >> 1) + (picture & 1), length};
 }
 

@@ -38,6 +38,7 @@ template <class Window> Window *openWindow()
 }
 
 /// What a user does in windows that open over the form: each deed is done as soon as it can.
+/// When one can't be done, all windows are closed, so that the test goes on and fails.
 class Deeds
 {
 public:
@@ -53,18 +54,42 @@ public:
                 m_isBusy = false;
                 if (isDone) {
                     m_deeds.removeFirst();
+                    m_patience.start();
                 }
             }
         });
         m_timer.start(10);
+        m_patience.setSingleShot(true);
+        m_patience.setInterval(kPatienceMs);
+        QObject::connect(&m_patience, &QTimer::timeout, &m_patience, [this] {
+            giveUp();
+        });
+        m_patience.start();
     }
 
-    [[nodiscard]] bool allDone() const { return m_deeds.isEmpty(); }
+    [[nodiscard]] bool allDone() const { return m_deeds.isEmpty() && !m_hasGivenUp; }
 
 private:
+    void giveUp()
+    {
+        m_hasGivenUp = true;
+        m_deeds = {[] {
+            QWidget *window = QApplication::activePopupWidget();
+            window = window != nullptr ? window : QApplication::activeModalWidget();
+            if (window != nullptr) {
+                window->close();
+            }
+            return false;
+        }};
+    }
+
+    static constexpr int kPatienceMs = 20000;
+
     QTimer m_timer;
+    QTimer m_patience;
     QList<Deed> m_deeds;
     bool m_isBusy = false;
+    bool m_hasGivenUp = false;
 };
 
 Deeds::Deed seesPhoto(const QString &name)
@@ -173,10 +198,14 @@ private Q_SLOTS:
     void playsByItselfToItsEnd();
     void beforeTheFormIsStartedNothingHappens();
     void anEmptyFolderHasNoShow();
+    void detailsShowThatPicture_data();
     void detailsShowThatPicture();
+    void continueGoesOnAndEndLeaves();
     void fullViewShowsThatPicture();
     void optionsComeUpAndNoOtherShow();
+    void aDeletedPictureLeavesTheBrowser_data();
     void aDeletedPictureLeavesTheBrowser();
+    void aProtectedPictureStays();
     void theLastPictureDeletedLeavesAnEmptyPage();
     void theFormIsBusyMeanwhile();
     void theOptionsOpen();
@@ -292,9 +321,21 @@ void TestFormFileSlideshow::anEmptyFolderHasNoShow()
     QVERIFY(m_form->waitForCells(1));
 }
 
+void TestFormFileSlideshow::detailsShowThatPicture_data()
+{
+    QTest::addColumn<bool>("wereShown");
+    QTest::newRow("with thumbnails before") << false;
+    QTest::newRow("with details before") << true;
+}
+
 void TestFormFileSlideshow::detailsShowThatPicture()
 {
+    QFETCH(bool, wereShown);
     startWith(3, 0);
+    if (wereShown) {
+        m_form->form->menu_disp_DispDetail();
+        QVERIFY(m_form->waitForCells(3));
+    }
     const Deeds deeds({seesPhoto(QStringLiteral("a00.jpg")), presses(Qt::Key_Right),
                        seesPhoto(QStringLiteral("a01.jpg")), opensMenu(), chooses(1)});
     m_form->form->menu_disp_Slideshow_Execution();
@@ -302,6 +343,21 @@ void TestFormFileSlideshow::detailsShowThatPicture()
     QVERIFY(m_form->form->findChild<MyLeftWidget *>()->button(2)->isOn());
     QCOMPARE(cursorName(), QStringLiteral("a01.jpg"));
     QVERIFY(m_form->waitForCells(3));
+    QVERIFY(m_form->cell(QStringLiteral("a01.jpg")) != nullptr);
+}
+
+void TestFormFileSlideshow::continueGoesOnAndEndLeaves()
+{
+    startWith(2, 0);
+    const Deeds deeds({seesPhoto(QStringLiteral("a00.jpg")), opensMenu(), chooses(0),
+                       presses(Qt::Key_Right), seesPhoto(QStringLiteral("a01.jpg")), opensMenu(),
+                       chooses(5)});
+    m_form->form->menu_disp_Slideshow_Execution();
+    QVERIFY(deeds.allDone());
+    QVERIFY(QApplication::activeModalWidget() == nullptr);
+    QVERIFY(!m_form->form->findChild<MyLeftWidget *>()->button(2)->isOn());
+    QCOMPARE(cursorName(), QStringLiteral("a01.jpg"));
+    QVERIFY(m_form->waitForCells(2));
 }
 
 void TestFormFileSlideshow::fullViewShowsThatPicture()
@@ -341,12 +397,23 @@ void TestFormFileSlideshow::optionsComeUpAndNoOtherShow()
     QVERIFY(m_form->waitForCells(2));
 }
 
+void TestFormFileSlideshow::aDeletedPictureLeavesTheBrowser_data()
+{
+    QTest::addColumn<bool>("byMenu");
+    QTest::newRow("by key") << false;
+    QTest::newRow("by menu") << true;
+}
+
 void TestFormFileSlideshow::aDeletedPictureLeavesTheBrowser()
 {
+    QFETCH(bool, byMenu);
     startWith(3, 1);
-    const Deeds deeds({seesPhoto(QStringLiteral("a01.jpg")), presses(Qt::Key_Delete),
-                       answers(QMessageBox::Yes), seesPhoto(QStringLiteral("a02.jpg")),
-                       presses(Qt::Key_Escape)});
+    QList<Deeds::Deed> steps{seesPhoto(QStringLiteral("a01.jpg"))};
+    steps += byMenu ? QList<Deeds::Deed>{opensMenu(), chooses(3)}
+                    : QList<Deeds::Deed>{presses(Qt::Key_Delete)};
+    steps += {answers(QMessageBox::Yes), seesPhoto(QStringLiteral("a02.jpg")),
+              presses(Qt::Key_Escape)};
+    const Deeds deeds(steps);
     m_form->form->menu_disp_Slideshow_Execution();
     QVERIFY(deeds.allDone());
     QVERIFY(!QFile::exists(m_form->world.path(QStringLiteral("a01.jpg"))));
@@ -355,6 +422,27 @@ void TestFormFileSlideshow::aDeletedPictureLeavesTheBrowser()
     QVERIFY(m_form->waitForCells(2));
     QCOMPARE(m_form->names(), (QStringList{QStringLiteral("a00.jpg"), QStringLiteral("a02.jpg")}));
     QCOMPARE(cursorName(), QStringLiteral("a02.jpg"));
+}
+
+void TestFormFileSlideshow::aProtectedPictureStays()
+{
+    startWith(2, 0);
+    const QString photo = m_form->world.path(QStringLiteral("a00.jpg"));
+    QVERIFY(QFile::setPermissions(photo, QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther));
+    QString told;
+    const Deeds deeds(
+        {seesPhoto(QStringLiteral("a00.jpg")), presses(Qt::Key_Delete), answers(QMessageBox::Yes),
+         [&told] {
+             auto *box = openWindow<QMessageBox>();
+             told = box != nullptr ? box->text() : QString();
+             return box != nullptr;
+         },
+         answers(QMessageBox::Ok), seesPhoto(QStringLiteral("a00.jpg")), presses(Qt::Key_Escape)});
+    m_form->form->menu_disp_Slideshow_Execution();
+    QVERIFY(deeds.allDone());
+    QCOMPARE(told, QStringLiteral("Deletion failed."));
+    QVERIFY(QFile::exists(photo));
+    QVERIFY(m_form->waitForCells(2));
 }
 
 void TestFormFileSlideshow::theLastPictureDeletedLeavesAnEmptyPage()
@@ -371,11 +459,15 @@ void TestFormFileSlideshow::theLastPictureDeletedLeavesAnEmptyPage()
 void TestFormFileSlideshow::theFormIsBusyMeanwhile()
 {
     startWith(2, 0);
+    const int media = int(m_form->media().size());
     bool wasBusy = false;
+    int mediaMeanwhile = 0;
     const Deeds deeds({seesPhoto(QStringLiteral("a00.jpg")),
-                       [this, &wasBusy] {
+                       [&] {
                            wasBusy = m_form->form->isBusy();
+                           m_form->world.machine->insertCard(Slot::CF);
                            m_form->tellCardChange();
+                           mediaMeanwhile = int(m_form->media().size());
                            return true;
                        },
                        presses(Qt::Key_Escape)});
@@ -383,6 +475,8 @@ void TestFormFileSlideshow::theFormIsBusyMeanwhile()
     QVERIFY(deeds.allDone());
     QVERIFY(wasBusy);
     QVERIFY(!m_form->form->isBusy());
+    QCOMPARE(mediaMeanwhile, media);
+    QTRY_COMPARE(int(m_form->media().size()), media + 1);
 }
 
 void TestFormFileSlideshow::theOptionsOpen()

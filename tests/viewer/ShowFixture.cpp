@@ -9,7 +9,6 @@
 #include <QFile>
 #include <QKeyEvent>
 #include <QTest>
-#include <QTimer>
 
 #include <cstring>
 
@@ -18,7 +17,6 @@ using lumi::DecodeError;
 namespace {
 
 constexpr QSize kPictureSize(64, 48);
-constexpr int kPatienceMs = 5000;
 constexpr int kWatchMs = 1;
 
 void mustWork(bool ok, const char *what)
@@ -179,16 +177,19 @@ int lumi::test::ShowFixture::run(const std::function<void()> &story)
     bool isTold = false;
     QTimer watcher;
     watcher.setTimerType(Qt::PreciseTimer);
-    m_clock.start();
+    m_seen.clear();
     QObject::connect(&watcher, &QTimer::timeout, &watcher, [&] {
+        hurryFirst();
         watch();
-        if (story && !isTold && !m_sights.isEmpty()) {
+        if (story && !isTold && !m_seen.isEmpty()) {
             isTold = true;
             // Not from the timer: it must go on watching.
             QTimer::singleShot(0, show.get(), [&] {
                 story();
                 watch();
-                show->close();
+                if (show) {
+                    show->close();
+                }
             });
         }
     });
@@ -196,54 +197,110 @@ int lumi::test::ShowFixture::run(const std::function<void()> &story)
     return show->exec();
 }
 
+void lumi::test::ShowFixture::hurryFirst() const
+{
+    if (hurriesFirst && show && timer("screenOutTimer")->isActive()) {
+        timer("screenOutTimer")->start(0);
+    }
+}
+
 void lumi::test::ShowFixture::watch()
 {
     const QString name = shown();
-    if (!name.isEmpty() && (m_sights.isEmpty() || m_sights.last().name != name)) {
-        m_sights.append({name, m_clock.elapsed()});
+    if (!name.isEmpty() && (m_seen.isEmpty() || m_seen.last() != name)) {
+        m_seen.append(name);
     }
 }
 
 QString lumi::test::ShowFixture::shown() const
 {
-    return show->lastItem() != nullptr ? show->lastItem()->fileName() : QString();
+    return show && show->lastItem() != nullptr ? show->lastItem()->fileName() : QString();
 }
 
-bool lumi::test::ShowFixture::sees(const char *name, int ms)
+bool lumi::test::ShowFixture::sees(const char *name)
 {
     return QTest::qWaitFor(
         [this, name] {
             watch();
             return shown() == QLatin1String(name);
         },
-        ms);
-}
-
-QStringList lumi::test::ShowFixture::seen() const
-{
-    QStringList names;
-    for (const Sight &sight : m_sights) {
-        names.append(sight.name);
-    }
-    return names;
+        kPatienceMs);
 }
 
 bool lumi::test::ShowFixture::seesCount(int count) const
 {
     return QTest::qWaitFor(
         [this, count] {
-            return m_sights.size() >= count;
+            return m_seen.size() >= count;
         },
         kPatienceMs);
 }
 
-QList<int> lumi::test::ShowFixture::intervals() const
+QTimer *lumi::test::ShowFixture::timer(const char *name) const
 {
-    QList<int> result;
-    for (qsizetype i = 1; i < m_sights.size(); ++i) {
-        result.append(int(m_sights.at(i).at - m_sights.at(i - 1).at));
+    auto *timer = show->findChild<QTimer *>(QLatin1String(name));
+    mustWork(timer != nullptr, "no such timer");
+    return timer;
+}
+
+void lumi::test::ShowFixture::endDelay() const
+{
+    QVERIFY2(timer("slideTimer")->isActive(), "no delay runs");
+    timer("slideTimer")->start(0);
+}
+
+/// Delays are ended; the short waits of the show keep their time.
+void lumi::test::ShowFixture::hurry() const
+{
+    QTimer *delay = timer("slideTimer");
+    if (delay->isActive() && delay->interval() == kLong) {
+        delay->start(0);
     }
-    return result;
+}
+
+bool lumi::test::ShowFixture::playsOn(const char *names)
+{
+    for (const char *name = names; *name != 0; ++name) {
+        const QString before = shown();
+        const auto comes = [&] {
+            watch();
+            const bool isThere = shown() != before;
+            if (!isThere) {
+                hurry();
+            }
+            return isThere;
+        };
+        if (!QTest::qWaitFor(comes, kPatienceMs) || shown() != QLatin1Char(*name)) {
+            qWarning("%s came, not %c", qPrintable(shown()), *name);
+            return false;
+        }
+    }
+    return true;
+}
+
+bool lumi::test::ShowFixture::playsToItsEnd()
+{
+    return QTest::qWaitFor(
+        [this] {
+            watch();
+            hurry();
+            return isOver();
+        },
+        kPatienceMs);
+}
+
+bool lumi::test::ShowFixture::isOver() const
+{
+    return !show || !show->isVisible();
+}
+
+bool lumi::test::ShowFixture::ends() const
+{
+    return QTest::qWaitFor(
+        [this] {
+            return isOver();
+        },
+        kPatienceMs);
 }
 
 QImage lumi::test::ShowFixture::screen() const
@@ -281,7 +338,7 @@ void lumi::test::ShowFixture::inLoop(const std::function<bool()> &isOpen,
     });
     timer.start(kWatchMs);
     open();
-    mustWork(!timer.isActive(), "nothing was opened");
+    QVERIFY2(!timer.isActive(), "nothing was opened");
 }
 
 void lumi::test::ShowFixture::choose(int entry) const
@@ -310,7 +367,9 @@ void lumi::test::ShowFixture::inBox(const std::function<void()> &open,
 void lumi::test::ShowFixture::key(int key) const
 {
     press(show.get(), key);
-    release(show.get(), key);
+    if (show) {
+        release(show.get(), key);
+    }
 }
 
 void lumi::test::ShowFixture::press(QWidget *target, int key)
@@ -329,4 +388,14 @@ void lumi::test::ShowFixture::tell(const char *message)
 {
     QCopChannel::send("QPE/System", message);
     QCoreApplication::processEvents();
+}
+
+lumi::test::DelayLog::DelayLog(const ShowFixture &show)
+{
+    // The show has been told before.
+    const QTimer *delay = show.timer("slideTimer");
+    connect(delay, &QTimer::timeout, this, [this, &show, delay] {
+        shown.append(show.shown());
+        lengths.append(delay->interval());
+    });
 }

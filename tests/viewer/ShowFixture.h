@@ -9,10 +9,10 @@
 #include "viewer/SlideShow.h"
 
 #include <QColor>
-#include <QElapsedTimer>
 #include <QList>
 #include <QMessageBox>
 #include <QTemporaryDir>
+#include <QTimer>
 
 #include <functional>
 #include <memory>
@@ -71,11 +71,16 @@ private:
     bool m_inDecodeComplete = false;
 };
 
+/// A delay that no test sees the end of, unless it ends it itself.
+inline constexpr int kLong = 600000;
+/// How long a test waits for what must come.
+inline constexpr int kPatienceMs = 20000;
+
 struct ShowOptions
 {
     bool autoMode = true;
     bool inOrder = true;
-    int delay = 150;
+    int delay = kLong;
     int loops = 0;
     int start = 0;
 };
@@ -96,17 +101,28 @@ public:
 
     SlideShow *make(const ShowOptions &options);
     /// Runs the show. The story is told once the first picture is on the screen; a show that
-    /// goes on behind its end is closed.
+    /// goes on behind its end is closed. The story may delete the show.
     int run(const std::function<void()> &story = {});
     /// Name of the picture on the screen, empty for none.
     [[nodiscard]] QString shown() const;
-    [[nodiscard]] bool sees(const char *name, int ms = 5000);
+    [[nodiscard]] bool sees(const char *name);
+
     /// Names in the order in which they came on the screen; repeated ones are not noticed.
-    [[nodiscard]] QStringList seen() const;
+    [[nodiscard]] QStringList seen() const { return m_seen; }
+
     /// Waits until so many have been seen.
     [[nodiscard]] bool seesCount(int count) const;
-    /// Milliseconds between what was seen.
-    [[nodiscard]] QList<int> intervals() const;
+    /// One of the show's timers, by its name.
+    [[nodiscard]] QTimer *timer(const char *name) const;
+    /// The present delay is over as soon as events run.
+    void endDelay() const;
+    /// Ends delays of kLong until these pictures, a letter each, have come one after the other.
+    [[nodiscard]] bool playsOn(const char *names);
+    /// The same until the show is over.
+    [[nodiscard]] bool playsToItsEnd();
+    [[nodiscard]] bool isOver() const;
+    /// Waits for it.
+    [[nodiscard]] bool ends() const;
     [[nodiscard]] QImage screen() const;
 
     [[nodiscard]] SlideMenu *menu() const;
@@ -131,19 +147,26 @@ public:
     FPVItemList source;
     QWidget parent;
     std::unique_ptr<SlideShow> show;
+    bool hurriesFirst = true; ///< the first picture of run() comes without a wait
 
 private:
-    struct Sight
-    {
-        QString name;
-        qint64 at;
-    };
-
     void watch();
+    void hurryFirst() const;
+    void hurry() const;
 
     QTemporaryDir m_folder;
-    QList<Sight> m_sights;
-    QElapsedTimer m_clock;
+    QStringList m_seen;
+};
+
+/// Notes of each delay of an automatic show what is on the screen as soon as it is over, which
+/// is the next picture unless that is late, and how long the delay after it is.
+class DelayLog : public QObject
+{
+public:
+    explicit DelayLog(const ShowFixture &show);
+
+    QStringList shown;
+    QList<int> lengths;
 };
 
 } // namespace lumi::test

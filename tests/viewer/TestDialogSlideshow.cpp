@@ -3,6 +3,7 @@
 #include "platform/Config.h"
 #include "tests/support/FakeMachine.h"
 #include "tests/support/TestMain.h"
+#include "tests/viewer/Leftovers.h"
 #include "viewer/DialogSlideshow.h"
 
 #include <QAbstractButton>
@@ -123,6 +124,7 @@ private Q_SLOTS:
     void enterTakesTheChoice();
     void isModalAndFillsTheScreen();
     void isMadeForAFinger();
+    void leavesNothingBehind();
     void slotsHaveTheirNames();
 };
 
@@ -410,6 +412,17 @@ void TestDialogSlideshow::isMadeForAFinger()
     for (const QLabel *label : labels) {
         QVERIFY(label->width() >= label->sizeHint().width());
     }
+}
+
+void TestDialogSlideshow::leavesNothingBehind()
+{
+    constexpr int kOpenings = 500;
+    lumi::test::leavesNothing(kOpenings, [](int number) {
+        DialogSlideshow dialog;
+        const auto leave = number % 2 == 0 ? &QDialog::accept : &QDialog::reject;
+        QTimer::singleShot(0, &dialog, leave);
+        QCOMPARE(dialog.exec(), number % 2 == 0 ? int(QDialog::Accepted) : int(QDialog::Rejected));
+    });
 }
 
 void TestDialogSlideshow::slotsHaveTheirNames()

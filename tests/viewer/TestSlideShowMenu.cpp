@@ -11,12 +11,15 @@
 #include <QTest>
 #include <QTimer>
 
+using lumi::DecodeError;
 using lumi::SlideMenu;
+using lumi::test::kLong;
 using lumi::test::ShowFixture;
+using lumi::test::SlowPicture;
 
 namespace {
 
-constexpr int kLong = 60000;
+constexpr QFile::Permissions kReadOnly = QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther;
 
 void answer(QMessageBox::StandardButton button)
 {
@@ -54,7 +57,11 @@ private Q_SLOTS:
     void aVanishedFileUnderItIsPassedOver_data();
     void aVanishedFileUnderItIsPassedOver();
     void anotherApplicationClosesIt();
+    void aFailureWaitsForItsEnd_data();
     void aFailureWaitsForItsEnd();
+    void aFailureWaitsForTheAnswer_data();
+    void aFailureWaitsForTheAnswer();
+    void aFailureGoesWithItsPicture();
     void notInAFailure();
     void deletesThePictureOnTheScreen_data();
     void deletesThePictureOnTheScreen();
@@ -65,11 +72,17 @@ private Q_SLOTS:
     void deletingTheLastOfTheRound();
     void deletingTheOnlyOneEndsIt();
     void deletingAllOneByOne();
+    void stepsAfterItCountFromTheFollower_data();
+    void stepsAfterItCountFromTheFollower();
+    void aRoundBegunBeforeItIsCountedOnce();
     void deletingByHandAfterAStep();
     void deletingUnderAStep();
     void theFollowerComesWhenItIsDecoded();
     void theDeletedOneIsNotTheLastItem();
+    void aFailedDeletionIsTold_data();
     void aFailedDeletionIsTold();
+    void itsDeathIsSurvived_data();
+    void itsDeathIsSurvived();
     void anotherApplicationInTheQuestionMeansNo();
     void theFollowerIsGoneToo();
 
@@ -221,9 +234,12 @@ void TestSlideShowMenu::afterItThePictureIsThere()
 {
     QFETCH(bool, continues);
     m_show->addPictures(2);
-    m_show->make({true, true, kLong, 0, 0});
+    m_show->picture("b")->decodeMs = -1;
+    m_show->make({});
     m_show->run([&] {
-        const QImage before = m_show->screen();
+        const QImage plain = m_show->screen();
+        m_show->key(Qt::Key_Right);
+        QVERIFY(m_show->screen() != plain); // the sign of the step stands
         if (continues) {
             m_show->choose(SlideMenu::Continue);
         } else {
@@ -232,8 +248,9 @@ void TestSlideShowMenu::afterItThePictureIsThere()
             });
         }
         QVERIFY(m_show->show->isFullScreen());
-        QTest::qWait(50);
-        QCOMPARE(m_show->screen(), before);
+        QVERIFY(m_show->timer("redrawTimer")->isActive());
+        QCOMPARE(m_show->timer("redrawTimer")->interval(), 1);
+        QTRY_COMPARE(m_show->screen(), plain);
         QCOMPARE(m_show->shown(), QStringLiteral("a"));
     });
 }
@@ -241,12 +258,17 @@ void TestSlideShowMenu::afterItThePictureIsThere()
 void TestSlideShowMenu::whileItIsOpenNothingMoves()
 {
     m_show->addPictures(3);
-    m_show->picture("b")->decodeMs = 100;
-    m_show->make({true, true, 60, 0, 0});
+    m_show->picture("b")->decodeMs = -1;
+    m_show->make({});
     m_show->run([this] {
+        QVERIFY(m_show->timer("slideTimer")->isActive());
         m_show->inMenu([this] {
-            QTest::qWait(400);
+            QVERIFY(!m_show->timer("slideTimer")->isActive());
+            m_show->picture("b")->finish();
             QCOMPARE(m_show->picture("b")->completes, 1);
+            m_show->show->slot_timeout();
+            m_show->show->ScreenOut();
+            m_show->show->ScreenOutPlayBack();
             QCOMPARE(m_show->shown(), QStringLiteral("a"));
             QCOMPARE(m_show->picture("c")->starts, 0);
             QTest::keyClick(m_show->menu(), Qt::Key_Escape);
@@ -256,32 +278,41 @@ void TestSlideShowMenu::whileItIsOpenNothingMoves()
 
 void TestSlideShowMenu::afterItThePlayGoesOn_data()
 {
-    QTest::addColumn<int>("decodeMs");
-    QTest::addColumn<int>("openMs");
-    QTest::newRow("the next one was ready before") << 0 << 0;
-    QTest::newRow("it became ready meanwhile") << 150 << 300;
-    QTest::newRow("it becomes ready within the delay") << 250 << 100;
-    QTest::newRow("it becomes ready after the delay") << 900 << 100;
+    QTest::addColumn<QString>("readyAt");
+    QTest::newRow("the next one was ready before") << "before";
+    QTest::newRow("it became ready meanwhile") << "meanwhile";
+    QTest::newRow("it becomes ready within the delay") << "within";
+    QTest::newRow("it becomes ready after the delay") << "after";
 }
 
 void TestSlideShowMenu::afterItThePlayGoesOn()
 {
-    QFETCH(int, decodeMs);
-    QFETCH(int, openMs);
-    constexpr int kDelay = 400;
+    QFETCH(QString, readyAt);
     m_show->addPictures(3);
-    m_show->picture("b")->decodeMs = decodeMs;
-    m_show->make({true, true, kDelay, 0, 0});
+    m_show->picture("b")->decodeMs = -1;
+    m_show->make({});
+    const auto readyIf = [&](const char *when) {
+        if (readyAt == QLatin1String(when)) {
+            m_show->picture("b")->finish();
+        }
+    };
     m_show->run([&] {
+        const QTimer *delay = m_show->timer("slideTimer");
+        readyIf("before");
         m_show->inMenu([&] {
-            QTest::qWait(openMs);
+            readyIf("meanwhile");
             QTest::keyClick(m_show->menu(), Qt::Key_Escape);
         });
-        QElapsedTimer timer;
-        timer.start();
-        QVERIFY(m_show->sees("b"));
-        QVERIFY(timer.elapsed() >= kDelay - 10);
-        QVERIFY(m_show->sees("c"));
+        // The picture has its whole time again.
+        QVERIFY(delay->isActive());
+        QCOMPARE(delay->interval(), kLong);
+        readyIf("within");
+        QCOMPARE(m_show->shown(), QStringLiteral("a"));
+        m_show->endDelay();
+        QTRY_VERIFY(!delay->isActive() || m_show->shown() == QLatin1String("b"));
+        readyIf("after");
+        QCOMPARE(m_show->shown(), QStringLiteral("b"));
+        QVERIFY(m_show->playsOn("c"));
     });
 }
 
@@ -332,16 +363,19 @@ void TestSlideShowMenu::aStepUnderItComesAfterIt()
 void TestSlideShowMenu::beforeTheFirstPictureItLosesNothing()
 {
     m_show->addPictures(2);
-    SlideShow *show = m_show->make({true, true, 100, 0, 0});
+    m_show->hurriesFirst = false;
+    SlideShow *show = m_show->make({});
+    QTimer *first = m_show->timer("screenOutTimer");
     bool opened = false;
     QTimer opener;
     QObject::connect(&opener, &QTimer::timeout, show, [&] {
-        if (show->isVisible() && m_show->shown().isEmpty()) {
+        if (first->isActive()) {
             opener.stop();
+            first->stop(); // it is told to draw below
             QTimer::singleShot(0, show, [&] {
                 m_show->inMenu([&] {
+                    show->ScreenOut();
                     opened = m_show->shown().isEmpty();
-                    QTest::qWait(250);
                     QTest::keyClick(m_show->menu(), Qt::Key_Escape);
                 });
             });
@@ -349,9 +383,10 @@ void TestSlideShowMenu::beforeTheFirstPictureItLosesNothing()
     });
     opener.start(1);
     m_show->run([this] {
-        QVERIFY(m_show->seesCount(3));
+        QVERIFY(m_show->playsOn("ba"));
     });
     QVERIFY(opened);
+    QCOMPARE(m_show->seen().join(QString()), QStringLiteral("aba"));
 }
 
 void TestSlideShowMenu::aVanishedFileUnderItIsPassedOver_data()
@@ -365,18 +400,21 @@ void TestSlideShowMenu::aVanishedFileUnderItIsPassedOver()
 {
     QFETCH(bool, autoMode);
     m_show->addPictures(3);
-    m_show->make({autoMode, true, 100, 0, 0});
+    m_show->make({autoMode, true, kLong, 0, 0});
     m_show->run([&] {
         if (autoMode) {
             QVERIFY(m_show->removeFile("c"));
-            QVERIFY(m_show->sees("b"));
+            QTRY_COMPARE(m_show->picture("b")->completes, 1);
+            m_show->show->slot_timeout();
+            QCOMPARE(m_show->shown(), QStringLiteral("b"));
         } else {
             QVERIFY(m_show->removeFile("b"));
             m_show->key(Qt::Key_Right);
         }
-        // Within the 10 ms before the one after it is begun.
+        // Before the one after it is begun.
+        QCOMPARE(m_show->timer("slideTimer")->interval(), 10);
         m_show->choose(SlideMenu::Continue);
-        QVERIFY(m_show->sees(autoMode ? "a" : "c"));
+        QVERIFY(m_show->playsOn(autoMode ? "a" : "c"));
     });
 }
 
@@ -395,32 +433,121 @@ void TestSlideShowMenu::anotherApplicationClosesIt()
     QVERIFY(ended);
 }
 
+void TestSlideShowMenu::aFailureWaitsForItsEnd_data()
+{
+    QTest::addColumn<bool>("autoMode");
+    QTest::addColumn<int>("entry");
+    for (const bool autoMode : {true, false}) {
+        const char *mode = autoMode ? "by itself" : "by hand";
+        QTest::addRow("%s, Cont.", mode) << autoMode << int(SlideMenu::Continue);
+        QTest::addRow("%s, Delete, which has to wait", mode) << autoMode << int(SlideMenu::Delete);
+    }
+}
+
 void TestSlideShowMenu::aFailureWaitsForItsEnd()
 {
+    QFETCH(bool, autoMode);
+    QFETCH(int, entry);
     m_show->addPictures(2);
     m_show->picture("b")->decodeMs = -1;
-    m_show->picture("b")->breaksOff = lumi::DecodeError::Undecodable;
-    m_show->make({true, true, 50, 0, 0});
-    bool told = false;
+    m_show->picture("b")->breaksOff = DecodeError::Undecodable;
+    m_show->make({autoMode, true, kLong, 0, 0});
+    QString text;
     m_show->run([&] {
+        if (!autoMode) {
+            m_show->key(Qt::Key_Right);
+        }
         m_show->inMenu([&] {
+            QTimer *report = m_show->timer("redrawTimer");
             m_show->picture("b")->finish();
-            QTest::qWait(200);
+            QVERIFY(report->isActive());
+            report->start(0);
+            QTRY_VERIFY(!report->isActive());
             QVERIFY(ShowFixture::box() == nullptr);
-            QVERIFY(m_show->menu() != nullptr);
-            QTest::keyClick(m_show->menu(), Qt::Key_Escape);
+            m_show->menu()->setActiveAction(m_show->menu()->findItem(entry));
+            QTest::keyClick(m_show->menu(), Qt::Key_Return);
         });
-        ShowFixture::inBox(
-            [] {
-                QTest::qWait(300);
-            },
-            [&told] {
-                told = true;
-                answer(QMessageBox::Ok);
-            });
-        QVERIFY(!m_show->show->isVisible());
+        const auto waitForIt = [this] {
+            QVERIFY(m_show->ends());
+        };
+        ShowFixture::inBox(waitForIt, [&text] {
+            text = ShowFixture::box()->text();
+            ShowFixture::box()->accept();
+        });
+        QVERIFY(m_show->isOver());
     });
-    QVERIFY(told);
+    QCOMPARE(text, QStringLiteral("You did not open this file"));
+    QVERIFY(exists("a") && exists("b"));
+}
+
+void TestSlideShowMenu::aFailureWaitsForTheAnswer_data()
+{
+    QTest::addColumn<bool>("deletes");
+    QTest::newRow("Yes") << true;
+    QTest::newRow("No") << false;
+}
+
+void TestSlideShowMenu::aFailureWaitsForTheAnswer()
+{
+    QFETCH(bool, deletes);
+    m_show->addPictures(3);
+    m_show->picture("b")->decodeMs = -1;
+    m_show->picture("b")->breaksOff = DecodeError::Undecodable;
+    m_show->make({});
+    QString text;
+    m_show->run([&] {
+        const auto press = [this] {
+            m_show->key(Qt::Key_Delete);
+        };
+        ShowFixture::inBox(press, [&] {
+            QTimer *report = m_show->timer("redrawTimer");
+            m_show->picture("b")->finish();
+            report->start(0);
+            QTRY_VERIFY(!report->isActive());
+            QVERIFY(ShowFixture::box()->standardButtons().testFlag(QMessageBox::Yes));
+            // The next box comes out of the key that has opened this one.
+            QTimer::singleShot(0, m_show->show.get(), [&text] {
+                QTRY_VERIFY(ShowFixture::box() != nullptr);
+                text = ShowFixture::box()->text();
+                ShowFixture::box()->accept();
+            });
+            answer(deletes ? QMessageBox::Yes : QMessageBox::No);
+        });
+        QVERIFY(m_show->isOver());
+    });
+    QCOMPARE(text, QStringLiteral("You did not open this file"));
+    QCOMPARE(exists("a"), !deletes);
+    QVERIFY(exists("b"));
+    QCOMPARE(m_show->shown(), QStringLiteral("b"));
+}
+
+void TestSlideShowMenu::aFailureGoesWithItsPicture()
+{
+    m_show->addPictures(3);
+    m_show->make({false, true, kLong, 0, 0});
+    m_show->picture("a")->decodeMs = -1;
+    m_show->picture("a")->breaksOff = DecodeError::Undecodable;
+    for (const char *name : {"b", "c"}) {
+        m_show->picture(name)->decodeMs = -1;
+    }
+    m_show->run([this] {
+        // Round to a again, which is on the screen all the while.
+        for (int i = 0; i < 3; ++i) {
+            m_show->key(Qt::Key_Right);
+        }
+        QVERIFY(m_show->picture("a")->isDecoding());
+        const auto press = [this] {
+            m_show->key(Qt::Key_Delete);
+        };
+        ShowFixture::inBox(press, [this] {
+            m_show->picture("a")->finish();
+            answer(QMessageBox::Yes);
+        });
+        QVERIFY(!exists("a"));
+        QTRY_VERIFY(m_show->picture("b")->isDecoding());
+        m_show->picture("b")->finish();
+        QVERIFY(m_show->sees("b"));
+    });
 }
 
 void TestSlideShowMenu::notInAFailure()
@@ -476,14 +603,14 @@ void TestSlideShowMenu::noDeletesNothing()
     QFETCH(bool, autoMode);
     QFETCH(bool, byKey);
     m_show->addPictures(3);
-    m_show->make({autoMode, true, 150, 0, 0});
+    m_show->make({autoMode, true, kLong, 0, 0});
     m_show->run([&] {
         deleteShown(byKey, QMessageBox::No);
         QCOMPARE(m_show->shown(), QStringLiteral("a"));
         if (!autoMode) {
             m_show->key(Qt::Key_Right);
         }
-        QVERIFY(m_show->sees("b"));
+        QVERIFY(m_show->playsOn("b"));
     });
     QCOMPARE(m_show->source.count(), 3);
     QVERIFY(exists("a") && exists("b") && exists("c"));
@@ -493,7 +620,7 @@ void TestSlideShowMenu::theQuestionNamesThePicture()
 {
     m_show->add(QStringLiteral("<b>a.jpg"));
     m_show->add(QStringLiteral("b"));
-    m_show->make({true, true, 100, 0, 0});
+    m_show->make({});
     QString title;
     QString text;
     QString shown;
@@ -508,7 +635,9 @@ void TestSlideShowMenu::theQuestionNamesThePicture()
                 QCOMPARE(ShowFixture::box()->textFormat(), Qt::PlainText);
                 QCOMPARE(ShowFixture::box()->parentWidget(), m_show->show.get());
                 // It stays there as long as it is asked about.
-                QTest::qWait(300);
+                QTRY_COMPARE(m_show->picture("b")->completes, 1);
+                QVERIFY(!m_show->timer("slideTimer")->isActive());
+                m_show->show->slot_timeout();
                 shown = m_show->shown();
                 QTest::keyClick(ShowFixture::box(), Qt::Key_Escape);
             });
@@ -574,16 +703,83 @@ void TestSlideShowMenu::deletingTheOnlyOneEndsIt()
 void TestSlideShowMenu::deletingAllOneByOne()
 {
     m_show->addPictures(4);
-    m_show->make({true, true, kLong, 0, 0});
+    m_show->make({});
     QCOMPARE(m_show->run([this] {
         for (const char *name : {"a", "b", "c", "d"}) {
             QVERIFY(m_show->sees(name));
             deleteShown(true, QMessageBox::Yes);
         }
-        QVERIFY(!m_show->show->isVisible());
+        QVERIFY(m_show->isOver());
     }),
              0);
     QVERIFY(m_show->source.isEmpty());
+}
+
+void TestSlideShowMenu::stepsAfterItCountFromTheFollower_data()
+{
+    QTest::addColumn<QString>("keys"); // R and L before and, after a stroke, behind the deletion
+    QTest::addColumn<QString>("shown");
+    QTest::newRow("one step on") << "/R"
+                                 << "c";
+    QTest::newRow("two steps on") << "/RR"
+                                  << "d";
+    QTest::newRow("three steps on") << "/RRR"
+                                    << "e";
+    QTest::newRow("on and back") << "/RL"
+                                 << "b";
+    QTest::newRow("a step back") << "/L"
+                                 << "f";
+    QTest::newRow("two steps back") << "/LL"
+                                    << "e";
+    QTest::newRow("under a step, another one") << "R/R"
+                                               << "c";
+    QTest::newRow("under two steps, another one") << "RR/R"
+                                                  << "d";
+    QTest::newRow("under two steps, one back") << "RR/L"
+                                               << "b";
+}
+
+void TestSlideShowMenu::stepsAfterItCountFromTheFollower()
+{
+    QFETCH(QString, keys);
+    QFETCH(QString, shown);
+    m_show->addPictures(6);
+    for (const char *name : {"b", "c", "d", "e", "f"}) {
+        m_show->picture(name)->decodeMs = -1;
+    }
+    m_show->make({});
+    m_show->run([&] {
+        for (const QChar key : keys) {
+            if (key == QLatin1Char('/')) {
+                deleteShown(true, QMessageBox::Yes);
+            } else {
+                m_show->key(key == QLatin1Char('R') ? Qt::Key_Right : Qt::Key_Left);
+            }
+        }
+        QVERIFY(!exists("a"));
+        SlowPicture *picture = m_show->picture(qPrintable(shown));
+        QVERIFY(picture->isDecoding());
+        picture->finish();
+        QVERIFY(m_show->sees(qPrintable(shown)));
+    });
+}
+
+void TestSlideShowMenu::aRoundBegunBeforeItIsCountedOnce()
+{
+    m_show->addPictures(4);
+    m_show->make({true, true, kLong, 2, 0});
+    m_show->run([this] {
+        SlowPicture *first = m_show->picture("a");
+        first->decodeMs = -1;
+        QVERIFY(m_show->playsOn("bcd"));
+        QVERIFY(first->isDecoding()); // it begins the second round
+        deleteShown(true, QMessageBox::Yes);
+        first->decodeMs = 0;
+        m_show->key(Qt::Key_Right);
+        QVERIFY(m_show->sees("b"));
+        QVERIFY(m_show->playsToItsEnd());
+    });
+    QCOMPARE(m_show->seen().join(QString()), QStringLiteral("abcdbc"));
 }
 
 void TestSlideShowMenu::deletingByHandAfterAStep()
@@ -647,10 +843,18 @@ void TestSlideShowMenu::theDeletedOneIsNotTheLastItem()
     QVERIFY(exists("b"));
 }
 
+void TestSlideShowMenu::aFailedDeletionIsTold_data()
+{
+    QTest::addColumn<bool>("isProtected");
+    QTest::newRow("nobody may write it: cameras mark photos to be kept that way") << true;
+    QTest::newRow("somebody else was faster") << false;
+}
+
 void TestSlideShowMenu::aFailedDeletionIsTold()
 {
+    QFETCH(bool, isProtected);
     m_show->addPictures(3);
-    m_show->make({true, true, kLong, 0, 0});
+    m_show->make({});
     QString title;
     QString text;
     QTimer reader;
@@ -660,7 +864,8 @@ void TestSlideShowMenu::aFailedDeletionIsTold()
             return;
         }
         if (box->standardButtons().testFlag(QMessageBox::Yes)) {
-            QVERIFY(m_show->removeFile("a")); // somebody else was faster
+            QVERIFY(isProtected ? QFile::setPermissions(m_show->path("a"), kReadOnly)
+                                : m_show->removeFile("a"));
             answer(QMessageBox::Yes);
         } else {
             title = box->windowTitle();
@@ -669,14 +874,62 @@ void TestSlideShowMenu::aFailedDeletionIsTold()
         }
     });
     reader.start(5);
-    m_show->run([this] {
+    m_show->run([&] {
         m_show->key(Qt::Key_Delete);
-        QVERIFY(m_show->show->isVisible());
+        QVERIFY(!m_show->isOver());
         QCOMPARE(m_show->shown(), QStringLiteral("a"));
+        QCOMPARE(exists("a"), isProtected);
+        QVERIFY(m_show->playsOn("b"));
     });
     QCOMPARE(title, QStringLiteral("Delete"));
     QCOMPARE(text, QStringLiteral("Deletion failed."));
     QCOMPARE(m_show->source.count(), 3);
+}
+
+void TestSlideShowMenu::itsDeathIsSurvived_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::addColumn<QString>("answers"); // to the boxes before that in which it dies
+    QTest::newRow("under the menu") << int(Qt::Key_Menu) << "";
+    QTest::newRow("in the question") << int(Qt::Key_Delete) << "";
+    QTest::newRow("when a deletion has failed") << int(Qt::Key_Delete) << "Y";
+    QTest::newRow("when a decode has failed") << int(Qt::Key_Right) << "";
+}
+
+void TestSlideShowMenu::itsDeathIsSurvived()
+{
+    QFETCH(int, key);
+    QFETCH(QString, answers);
+    m_show->addPictures(3);
+    m_show->picture("b")->refuses = DecodeError::Undecodable;
+    m_show->make({false, true, kLong, 0, 0});
+    QPointer<SlideShow> show(m_show->show.get());
+    bool died = false;
+    QTimer killer;
+    QObject::connect(&killer, &QTimer::timeout, &killer, [&] {
+        if (ShowFixture::box() != nullptr && !answers.isEmpty()) {
+            answers.clear();
+            QVERIFY(m_show->removeFile("a"));
+            answer(QMessageBox::Yes);
+        } else if (ShowFixture::box() != nullptr || m_show->menu() != nullptr) {
+            killer.stop();
+            m_show->show.reset();
+            died = true;
+            // One that does not stand on the show stays.
+            if (QMessageBox *box = ShowFixture::box()) {
+                box->accept();
+            }
+        }
+    });
+    killer.start(5);
+    QCOMPARE(m_show->run([&] {
+        m_show->key(key);
+        QVERIFY(died);
+    }),
+             0);
+    QVERIFY(show.isNull());
+    QVERIFY(ShowFixture::box() == nullptr);
+    QVERIFY(m_show->menu() == nullptr);
 }
 
 void TestSlideShowMenu::anotherApplicationInTheQuestionMeansNo()

@@ -4,13 +4,16 @@
 #include "platform/FrameBuffer.h"
 #include "tests/items/JpegMaker.h"
 #include "tests/support/TestMain.h"
+#include "tests/viewer/Leftovers.h"
 #include "tests/viewer/ShowFixture.h"
 
 #include <QFile>
 #include <QTest>
 
 using lumi::test::Decoded;
+using lumi::test::DelayLog;
 using lumi::test::JpegKind;
+using lumi::test::kLong;
 using lumi::test::ShowFixture;
 
 namespace {
@@ -43,6 +46,9 @@ private Q_SLOTS:
     void aPhotoCutShortIsShownAsFarAsItGoes();
     void noPhotoAtAllEndsIt();
     void theScreenMemoryGoesWithTheShow();
+    void largePhotosComeInTime();
+    void atRandomToTheLastRound();
+    void leavesNothingBehind();
 
 private:
     QByteArray addPhoto(const QString &name, const JpegKind &kind)
@@ -171,6 +177,75 @@ void TestSlideShowPixels::theScreenMemoryGoesWithTheShow()
     });
     QVERIFY(isThere);
     QVERIFY(!FrameBuffer::instance().isAllocated());
+}
+
+void TestSlideShowPixels::largePhotosComeInTime()
+{
+    constexpr int kShortest = 2000; // of the delays that can be chosen
+    JpegKind kind;
+    kind.size = QSize(4000, 3000);
+    const QByteArray photo = lumi::test::makeJpeg(kind);
+    for (const char *name : {"a", "b", "c", "d", "e"}) {
+        addFile(QLatin1String(name), photo);
+    }
+    m_show->make({true, true, kShortest, 1, 0});
+    const DelayLog log(*m_show);
+    QCOMPARE(m_show->run(), 0);
+    // None was still being decoded when its time came.
+    QCOMPARE(log.shown.join(QString()), QStringLiteral("bcdee"));
+    QCOMPARE(log.lengths.mid(0, 4), QList<int>(4, kShortest));
+    QCOMPARE(m_show->seen().join(QString()), QStringLiteral("abcde"));
+}
+
+void TestSlideShowPixels::atRandomToTheLastRound()
+{
+    for (const char *name : {"a", "b", "c", "d", "e"}) {
+        addPhoto(QLatin1String(name), JpegKind());
+    }
+    m_show->make({true, false, kLong, 2, 0});
+    QCOMPARE(m_show->run([this] {
+        QVERIFY(m_show->playsToItsEnd());
+    }),
+             0);
+    // The second round is played in the order of the first.
+    QStringList round = m_show->seen().mid(0, 5);
+    QCOMPARE(m_show->seen(), round + round);
+    round.sort();
+    QCOMPARE(round.join(QString()), QStringLiteral("abcde"));
+}
+
+void TestSlideShowPixels::leavesNothingBehind()
+{
+    constexpr int kOpenings = 500;
+    // Odd numbers: of shows of both kinds.
+    constexpr int kShown = 5;
+    constexpr int kStories = 25;
+    for (const char *name : {"a", "b", "c"}) {
+        addPhoto(QLatin1String(name), JpegKind());
+    }
+    int told = 0;
+    lumi::test::leavesNothing(kOpenings, [&](int number) {
+        m_show->make({number % 2 == 0, true, kLong, 0, 0});
+        if (number % kStories == 0) {
+            m_show->run([this, &told] {
+                m_show->key(Qt::Key_Right);
+                QVERIFY(m_show->sees("b"));
+                m_show->key(Qt::Key_Left);
+                QVERIFY(m_show->sees("a"));
+                ++told;
+            });
+        } else if (number % kShown == 0) {
+            m_show->run([] {}); // left while the next one is being decoded
+        } else {
+            QTimer::singleShot(0, m_show->show.get(), &QWidget::close);
+            m_show->show->exec();
+        }
+        m_show->show.reset();
+    });
+    QCOMPARE(told, kOpenings / kStories);
+    for (FPVItemObject *item : m_show->source) {
+        QVERIFY(dynamic_cast<FPVItemJpeg *>(item)->rasterBits() == nullptr);
+    }
 }
 
 LUMI_TEST(TestSlideShowPixels)
