@@ -2,6 +2,7 @@
 #include "platform/PanelStyle.h"
 
 #include <QDialogButtonBox>
+#include <QPainter>
 #include <QStyleOptionMenuItem>
 
 namespace {
@@ -21,6 +22,16 @@ bool isBoxButton(const QWidget *widget)
 }
 
 } // namespace
+
+void lumi::PanelStyle::drawControl(ControlElement element, const QStyleOption *option,
+                                   QPainter *painter, const QWidget *widget) const
+{
+    if (element == CE_ToolBar) {
+        painter->fillRect(option->rect, option->palette.window());
+        element = CE_MenuBarEmptyArea;
+    }
+    QProxyStyle::drawControl(element, option, painter, widget);
+}
 
 void lumi::PanelStyle::polish(QPalette &palette)
 {
