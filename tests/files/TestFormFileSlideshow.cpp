@@ -125,6 +125,15 @@ Deeds::Deed chooses(int entry)
     };
 }
 
+/// The photo on the screen has no follower yet: that one is still being decoded.
+Deeds::Deed seesNothing()
+{
+    return [] {
+        const auto *show = openWindow<SlideShow>();
+        return show != nullptr && show->lastItem() == nullptr;
+    };
+}
+
 Deeds::Deed opensMenu()
 {
     return presses(Qt::Key_Menu);
@@ -206,6 +215,7 @@ private Q_SLOTS:
     void aDeletedPictureLeavesTheBrowser_data();
     void aDeletedPictureLeavesTheBrowser();
     void aProtectedPictureStays();
+    void fullViewWithoutAPictureShowsThePageAgain();
     void theLastPictureDeletedLeavesAnEmptyPage();
     void theFormIsBusyMeanwhile();
     void theOptionsOpen();
@@ -443,6 +453,27 @@ void TestFormFileSlideshow::aProtectedPictureStays()
     QCOMPARE(told, QStringLiteral("Deletion failed."));
     QVERIFY(QFile::exists(photo));
     QVERIFY(m_form->waitForCells(2));
+}
+
+void TestFormFileSlideshow::fullViewWithoutAPictureShowsThePageAgain()
+{
+    // The cursor stays on the folder when the picture that it would go to is deleted.
+    m_form->world.makeFolder(QStringLiteral("a"));
+    m_form->world.makePhotos(1);
+    m_form->world.makePhoto(QStringLiteral("b00.jpg"), QSize(2500, 1900)); // takes its time
+    m_form->start();
+    QVERIFY(m_form->waitForCells(3));
+    // A tap would open it.
+    m_form->view->setCurrentObject(m_form->cell(QStringLiteral("a"))->item());
+    QCOMPARE(cursorName(), QStringLiteral("a"));
+    const Deeds deeds({seesPhoto(QStringLiteral("a00.jpg")), presses(Qt::Key_Delete),
+                       answers(QMessageBox::Yes), seesNothing(), opensMenu(), chooses(2)});
+    m_form->form->menu_disp_Slideshow_Execution();
+    QVERIFY(deeds.allDone());
+    QVERIFY(QApplication::activeModalWidget() == nullptr);
+    QVERIFY(m_form->waitForCells(2));
+    QCOMPARE(m_form->names(), (QStringList{QStringLiteral("a"), QStringLiteral("b00.jpg")}));
+    QCOMPARE(cursorName(), QStringLiteral("a"));
 }
 
 void TestFormFileSlideshow::theLastPictureDeletedLeavesAnEmptyPage()

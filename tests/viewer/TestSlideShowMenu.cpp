@@ -6,7 +6,6 @@
 #include "viewer/SlideMenu.h"
 
 #include <QAbstractButton>
-#include <QDir>
 #include <QFile>
 #include <QTest>
 #include <QTimer>
@@ -15,18 +14,6 @@ using lumi::DecodeError;
 using lumi::SlideMenu;
 using lumi::test::kLong;
 using lumi::test::ShowFixture;
-using lumi::test::SlowPicture;
-
-namespace {
-
-constexpr QFile::Permissions kReadOnly = QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther;
-
-void answer(QMessageBox::StandardButton button)
-{
-    ShowFixture::box()->button(button)->click();
-}
-
-} // namespace
 
 class TestSlideShowMenu : public QObject
 {
@@ -59,55 +46,15 @@ private Q_SLOTS:
     void anotherApplicationClosesIt();
     void aFailureWaitsForItsEnd_data();
     void aFailureWaitsForItsEnd();
-    void aFailureWaitsForTheAnswer_data();
-    void aFailureWaitsForTheAnswer();
-    void aFailureGoesWithItsPicture();
     void notInAFailure();
-    void deletesThePictureOnTheScreen_data();
-    void deletesThePictureOnTheScreen();
-    void noDeletesNothing_data();
-    void noDeletesNothing();
-    void theQuestionNamesThePicture();
-    void longNamesAreCut();
-    void deletingTheLastOfTheRound();
-    void deletingTheOnlyOneEndsIt();
-    void deletingAllOneByOne();
-    void stepsAfterItCountFromTheFollower_data();
-    void stepsAfterItCountFromTheFollower();
-    void aRoundBegunBeforeItIsCountedOnce();
-    void deletingByHandAfterAStep();
-    void deletingUnderAStep();
-    void theFollowerComesWhenItIsDecoded();
-    void theDeletedOneIsNotTheLastItem();
-    void aFailedDeletionIsTold_data();
-    void aFailedDeletionIsTold();
     void itsDeathIsSurvived_data();
     void itsDeathIsSurvived();
-    void anotherApplicationInTheQuestionMeansNo();
-    void theFollowerIsGoneToo();
 
 private:
     bool exists(const char *name) const { return QFile::exists(m_show->path(name)); }
 
-    void deleteShown(bool byKey, QMessageBox::StandardButton button);
-
     std::unique_ptr<ShowFixture> m_show;
 };
-
-void TestSlideShowMenu::deleteShown(bool byKey, QMessageBox::StandardButton button)
-{
-    ShowFixture::inBox(
-        [this, byKey] {
-            if (byKey) {
-                m_show->key(Qt::Key_Delete);
-            } else {
-                m_show->choose(SlideMenu::Delete);
-            }
-        },
-        [button] {
-            answer(button);
-        });
-}
 
 void TestSlideShowMenu::hasItsEntries()
 {
@@ -480,410 +427,15 @@ void TestSlideShowMenu::aFailureWaitsForItsEnd()
     QVERIFY(exists("a") && exists("b"));
 }
 
-void TestSlideShowMenu::aFailureWaitsForTheAnswer_data()
-{
-    QTest::addColumn<bool>("deletes");
-    QTest::newRow("Yes") << true;
-    QTest::newRow("No") << false;
-}
-
-void TestSlideShowMenu::aFailureWaitsForTheAnswer()
-{
-    QFETCH(bool, deletes);
-    m_show->addPictures(3);
-    m_show->picture("b")->decodeMs = -1;
-    m_show->picture("b")->breaksOff = DecodeError::Undecodable;
-    m_show->make({});
-    QString text;
-    m_show->run([&] {
-        const auto press = [this] {
-            m_show->key(Qt::Key_Delete);
-        };
-        ShowFixture::inBox(press, [&] {
-            QTimer *report = m_show->timer("redrawTimer");
-            m_show->picture("b")->finish();
-            report->start(0);
-            QTRY_VERIFY(!report->isActive());
-            QVERIFY(ShowFixture::box()->standardButtons().testFlag(QMessageBox::Yes));
-            // The next box comes out of the key that has opened this one.
-            QTimer::singleShot(0, m_show->show.get(), [&text] {
-                QTRY_VERIFY(ShowFixture::box() != nullptr);
-                text = ShowFixture::box()->text();
-                ShowFixture::box()->accept();
-            });
-            answer(deletes ? QMessageBox::Yes : QMessageBox::No);
-        });
-        QVERIFY(m_show->isOver());
-    });
-    QCOMPARE(text, QStringLiteral("You did not open this file"));
-    QCOMPARE(exists("a"), !deletes);
-    QVERIFY(exists("b"));
-    QCOMPARE(m_show->shown(), QStringLiteral("b"));
-}
-
-void TestSlideShowMenu::aFailureGoesWithItsPicture()
-{
-    m_show->addPictures(3);
-    m_show->make({false, true, kLong, 0, 0});
-    m_show->picture("a")->decodeMs = -1;
-    m_show->picture("a")->breaksOff = DecodeError::Undecodable;
-    for (const char *name : {"b", "c"}) {
-        m_show->picture(name)->decodeMs = -1;
-    }
-    m_show->run([this] {
-        // Round to a again, which is on the screen all the while.
-        for (int i = 0; i < 3; ++i) {
-            m_show->key(Qt::Key_Right);
-        }
-        QVERIFY(m_show->picture("a")->isDecoding());
-        const auto press = [this] {
-            m_show->key(Qt::Key_Delete);
-        };
-        ShowFixture::inBox(press, [this] {
-            m_show->picture("a")->finish();
-            answer(QMessageBox::Yes);
-        });
-        QVERIFY(!exists("a"));
-        QTRY_VERIFY(m_show->picture("b")->isDecoding());
-        m_show->picture("b")->finish();
-        QVERIFY(m_show->sees("b"));
-    });
-}
-
 void TestSlideShowMenu::notInAFailure()
 {
     m_show->addPictures(2);
-    m_show->picture("b")->refuses = lumi::DecodeError::Undecodable;
+    m_show->picture("b")->refuses = DecodeError::Undecodable;
     m_show->make({true, true, kLong, 0, 0});
     m_show->run([this] {
         QTest::mousePress(m_show->show.get(), Qt::LeftButton);
         QVERIFY(m_show->menu() == nullptr);
     });
-}
-
-void TestSlideShowMenu::deletesThePictureOnTheScreen_data()
-{
-    QTest::addColumn<bool>("autoMode");
-    QTest::addColumn<bool>("byKey");
-    QTest::newRow("by itself, key") << true << true;
-    QTest::newRow("by itself, menu") << true << false;
-    QTest::newRow("by hand, key") << false << true;
-    QTest::newRow("by hand, menu") << false << false;
-}
-
-void TestSlideShowMenu::deletesThePictureOnTheScreen()
-{
-    QFETCH(bool, autoMode);
-    QFETCH(bool, byKey);
-    m_show->addPictures(5);
-    m_show->make({autoMode, true, kLong, 0, 0});
-    m_show->run([&] {
-        m_show->key(Qt::Key_Right);
-        QVERIFY(m_show->sees("b"));
-        deleteShown(byKey, QMessageBox::Yes);
-        // The one after it comes, none is left out.
-        QVERIFY(m_show->sees("c"));
-        QVERIFY(!exists("b"));
-        for (const char *name : {"a", "c", "d", "e"}) {
-            QVERIFY2(exists(name), name);
-        }
-        QCOMPARE(m_show->source.count(), 4);
-        m_show->key(Qt::Key_Left);
-        QVERIFY(m_show->sees("a"));
-    });
-}
-
-void TestSlideShowMenu::noDeletesNothing_data()
-{
-    deletesThePictureOnTheScreen_data();
-}
-
-void TestSlideShowMenu::noDeletesNothing()
-{
-    QFETCH(bool, autoMode);
-    QFETCH(bool, byKey);
-    m_show->addPictures(3);
-    m_show->make({autoMode, true, kLong, 0, 0});
-    m_show->run([&] {
-        deleteShown(byKey, QMessageBox::No);
-        QCOMPARE(m_show->shown(), QStringLiteral("a"));
-        if (!autoMode) {
-            m_show->key(Qt::Key_Right);
-        }
-        QVERIFY(m_show->playsOn("b"));
-    });
-    QCOMPARE(m_show->source.count(), 3);
-    QVERIFY(exists("a") && exists("b") && exists("c"));
-}
-
-void TestSlideShowMenu::theQuestionNamesThePicture()
-{
-    m_show->add(QStringLiteral("<b>a.jpg"));
-    m_show->add(QStringLiteral("b"));
-    m_show->make({});
-    QString title;
-    QString text;
-    QString shown;
-    m_show->run([&] {
-        ShowFixture::inBox(
-            [this] {
-                m_show->key(Qt::Key_Delete);
-            },
-            [&] {
-                title = ShowFixture::box()->windowTitle();
-                text = ShowFixture::box()->text();
-                QCOMPARE(ShowFixture::box()->textFormat(), Qt::PlainText);
-                QCOMPARE(ShowFixture::box()->parentWidget(), m_show->show.get());
-                // It stays there as long as it is asked about.
-                QTRY_COMPARE(m_show->picture("b")->completes, 1);
-                QVERIFY(!m_show->timer("slideTimer")->isActive());
-                m_show->show->slot_timeout();
-                shown = m_show->shown();
-                QTest::keyClick(ShowFixture::box(), Qt::Key_Escape);
-            });
-    });
-    QCOMPARE(title, QStringLiteral("Delete"));
-    QCOMPARE(text, QStringLiteral("<b>a.jpg will be deleted. Are you sure?"));
-    QCOMPARE(shown, QStringLiteral("<b>a.jpg"));
-    QVERIFY(QFile::exists(m_show->source.first()->path()));
-}
-
-void TestSlideShowMenu::longNamesAreCut()
-{
-    m_show->add(QString(200, QLatin1Char('w')) + QStringLiteral(".jpg"));
-    m_show->make({});
-    int width = 0;
-    QString text;
-    m_show->run([&] {
-        ShowFixture::inBox(
-            [this] {
-                m_show->key(Qt::Key_Delete);
-            },
-            [&] {
-                width = ShowFixture::box()->width();
-                text = ShowFixture::box()->text();
-                QTest::keyClick(ShowFixture::box(), Qt::Key_Escape);
-            });
-    });
-    QVERIFY(text.contains(QStringLiteral("www... will be deleted.")));
-    QVERIFY2(width <= 640, qPrintable(QString::number(width)));
-}
-
-void TestSlideShowMenu::deletingTheLastOfTheRound()
-{
-    m_show->addPictures(3);
-    m_show->make({false, true, kLong, 0, 2});
-    m_show->run([this] {
-        QCOMPARE(m_show->shown(), QStringLiteral("c"));
-        // c was the first to be played, so b is the last.
-        m_show->key(Qt::Key_Left);
-        QVERIFY(m_show->sees("b"));
-        deleteShown(true, QMessageBox::Yes);
-        QVERIFY(m_show->sees("c"));
-    });
-    QVERIFY(!exists("b"));
-}
-
-void TestSlideShowMenu::deletingTheOnlyOneEndsIt()
-{
-    m_show->addPictures(1);
-    m_show->make({});
-    bool ended = false;
-    QCOMPARE(m_show->run([&] {
-        deleteShown(false, QMessageBox::Yes);
-        ended = !m_show->show->isVisible();
-    }),
-             0);
-    QVERIFY(ended);
-    QVERIFY(!exists("a"));
-    QVERIFY(m_show->show->lastItem() == nullptr);
-    QVERIFY(m_show->source.isEmpty());
-}
-
-void TestSlideShowMenu::deletingAllOneByOne()
-{
-    m_show->addPictures(4);
-    m_show->make({});
-    QCOMPARE(m_show->run([this] {
-        for (const char *name : {"a", "b", "c", "d"}) {
-            QVERIFY(m_show->sees(name));
-            deleteShown(true, QMessageBox::Yes);
-        }
-        QVERIFY(m_show->isOver());
-    }),
-             0);
-    QVERIFY(m_show->source.isEmpty());
-}
-
-void TestSlideShowMenu::stepsAfterItCountFromTheFollower_data()
-{
-    QTest::addColumn<QString>("keys"); // R and L before and, after a stroke, behind the deletion
-    QTest::addColumn<QString>("shown");
-    QTest::newRow("one step on") << "/R"
-                                 << "c";
-    QTest::newRow("two steps on") << "/RR"
-                                  << "d";
-    QTest::newRow("three steps on") << "/RRR"
-                                    << "e";
-    QTest::newRow("on and back") << "/RL"
-                                 << "b";
-    QTest::newRow("a step back") << "/L"
-                                 << "f";
-    QTest::newRow("two steps back") << "/LL"
-                                    << "e";
-    QTest::newRow("under a step, another one") << "R/R"
-                                               << "c";
-    QTest::newRow("under two steps, another one") << "RR/R"
-                                                  << "d";
-    QTest::newRow("under two steps, one back") << "RR/L"
-                                               << "b";
-}
-
-void TestSlideShowMenu::stepsAfterItCountFromTheFollower()
-{
-    QFETCH(QString, keys);
-    QFETCH(QString, shown);
-    m_show->addPictures(6);
-    for (const char *name : {"b", "c", "d", "e", "f"}) {
-        m_show->picture(name)->decodeMs = -1;
-    }
-    m_show->make({});
-    m_show->run([&] {
-        for (const QChar key : keys) {
-            if (key == QLatin1Char('/')) {
-                deleteShown(true, QMessageBox::Yes);
-            } else {
-                m_show->key(key == QLatin1Char('R') ? Qt::Key_Right : Qt::Key_Left);
-            }
-        }
-        QVERIFY(!exists("a"));
-        SlowPicture *picture = m_show->picture(qPrintable(shown));
-        QVERIFY(picture->isDecoding());
-        picture->finish();
-        QVERIFY(m_show->sees(qPrintable(shown)));
-    });
-}
-
-void TestSlideShowMenu::aRoundBegunBeforeItIsCountedOnce()
-{
-    m_show->addPictures(4);
-    m_show->make({true, true, kLong, 2, 0});
-    m_show->run([this] {
-        SlowPicture *first = m_show->picture("a");
-        first->decodeMs = -1;
-        QVERIFY(m_show->playsOn("bcd"));
-        QVERIFY(first->isDecoding()); // it begins the second round
-        deleteShown(true, QMessageBox::Yes);
-        first->decodeMs = 0;
-        m_show->key(Qt::Key_Right);
-        QVERIFY(m_show->sees("b"));
-        QVERIFY(m_show->playsToItsEnd());
-    });
-    QCOMPARE(m_show->seen().join(QString()), QStringLiteral("abcdbc"));
-}
-
-void TestSlideShowMenu::deletingByHandAfterAStep()
-{
-    m_show->addPictures(3);
-    m_show->make({false, true, kLong, 0, 0});
-    m_show->run([this] {
-        m_show->key(Qt::Key_Right);
-        QVERIFY(m_show->sees("b"));
-        m_show->key(Qt::Key_Left); // a comes back a moment later
-        deleteShown(true, QMessageBox::Yes);
-        QVERIFY(!exists("a"));
-        QVERIFY(exists("b"));
-        QVERIFY(m_show->sees("b"));
-    });
-}
-
-void TestSlideShowMenu::deletingUnderAStep()
-{
-    m_show->addPictures(3);
-    m_show->picture("b")->decodeMs = -1;
-    m_show->make({false, true, kLong, 0, 0});
-    m_show->run([this] {
-        m_show->key(Qt::Key_Right);
-        // b is being decoded, a is on the screen.
-        deleteShown(true, QMessageBox::Yes);
-        QVERIFY(!exists("a"));
-        QVERIFY(exists("b"));
-        m_show->picture("b")->finish();
-        QVERIFY(m_show->sees("b"));
-        m_show->key(Qt::Key_Right);
-        QVERIFY(m_show->sees("c"));
-    });
-}
-
-void TestSlideShowMenu::theFollowerComesWhenItIsDecoded()
-{
-    m_show->addPictures(3);
-    m_show->picture("b")->decodeMs = -1;
-    m_show->make({true, true, kLong, 0, 0});
-    m_show->run([this] {
-        deleteShown(true, QMessageBox::Yes);
-        QTest::qWait(50);
-        QVERIFY(m_show->show->lastItem() == nullptr);
-        m_show->picture("b")->finish();
-        QVERIFY(m_show->sees("b"));
-    });
-}
-
-void TestSlideShowMenu::theDeletedOneIsNotTheLastItem()
-{
-    m_show->addPictures(2);
-    m_show->picture("b")->decodeMs = -1;
-    m_show->make({true, true, kLong, 0, 0});
-    m_show->run([this] {
-        deleteShown(true, QMessageBox::Yes);
-        QTest::qWait(50);
-        m_show->key(Qt::Key_Escape);
-    });
-    QVERIFY(m_show->show->lastItem() == nullptr);
-    QVERIFY(exists("b"));
-}
-
-void TestSlideShowMenu::aFailedDeletionIsTold_data()
-{
-    QTest::addColumn<bool>("isProtected");
-    QTest::newRow("nobody may write it: cameras mark photos to be kept that way") << true;
-    QTest::newRow("somebody else was faster") << false;
-}
-
-void TestSlideShowMenu::aFailedDeletionIsTold()
-{
-    QFETCH(bool, isProtected);
-    m_show->addPictures(3);
-    m_show->make({});
-    QString title;
-    QString text;
-    QTimer reader;
-    QObject::connect(&reader, &QTimer::timeout, &reader, [&] {
-        QMessageBox *box = ShowFixture::box();
-        if (box == nullptr) {
-            return;
-        }
-        if (box->standardButtons().testFlag(QMessageBox::Yes)) {
-            QVERIFY(isProtected ? QFile::setPermissions(m_show->path("a"), kReadOnly)
-                                : m_show->removeFile("a"));
-            answer(QMessageBox::Yes);
-        } else {
-            title = box->windowTitle();
-            text = box->text();
-            answer(QMessageBox::Ok);
-        }
-    });
-    reader.start(5);
-    m_show->run([&] {
-        m_show->key(Qt::Key_Delete);
-        QVERIFY(!m_show->isOver());
-        QCOMPARE(m_show->shown(), QStringLiteral("a"));
-        QCOMPARE(exists("a"), isProtected);
-        QVERIFY(m_show->playsOn("b"));
-    });
-    QCOMPARE(title, QStringLiteral("Delete"));
-    QCOMPARE(text, QStringLiteral("Deletion failed."));
-    QCOMPARE(m_show->source.count(), 3);
 }
 
 void TestSlideShowMenu::itsDeathIsSurvived_data()
@@ -910,7 +462,7 @@ void TestSlideShowMenu::itsDeathIsSurvived()
         if (ShowFixture::box() != nullptr && !answers.isEmpty()) {
             answers.clear();
             QVERIFY(m_show->removeFile("a"));
-            answer(QMessageBox::Yes);
+            ShowFixture::box()->button(QMessageBox::Yes)->click();
         } else if (ShowFixture::box() != nullptr || m_show->menu() != nullptr) {
             killer.stop();
             m_show->show.reset();
@@ -930,38 +482,6 @@ void TestSlideShowMenu::itsDeathIsSurvived()
     QVERIFY(show.isNull());
     QVERIFY(ShowFixture::box() == nullptr);
     QVERIFY(m_show->menu() == nullptr);
-}
-
-void TestSlideShowMenu::anotherApplicationInTheQuestionMeansNo()
-{
-    m_show->addPictures(2);
-    m_show->make({true, true, kLong, 0, 0});
-    QCOMPARE(m_show->run([this] {
-        ShowFixture::inBox(
-            [this] {
-                m_show->key(Qt::Key_Delete);
-            },
-            [] {
-                ShowFixture::tell("appForeground(QString)");
-            });
-        QVERIFY(ShowFixture::box() == nullptr);
-        QVERIFY(!m_show->show->isVisible());
-    }),
-             0);
-    QVERIFY(exists("a"));
-    QCOMPARE(m_show->source.count(), 2);
-}
-
-void TestSlideShowMenu::theFollowerIsGoneToo()
-{
-    m_show->addPictures(4);
-    m_show->make({false, true, kLong, 0, 0});
-    m_show->run([this] {
-        QVERIFY(m_show->removeFile("b"));
-        deleteShown(true, QMessageBox::Yes);
-        QVERIFY(m_show->sees("c"));
-        QCOMPARE(m_show->source.count(), 2);
-    });
 }
 
 LUMI_TEST(TestSlideShowMenu)
