@@ -1,10 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/runProgram.h"
 
-#include "app/EndSignals.h"
 #include "app/MainWindow.h"
-#include "files/engine/FPVFileTree.h"
-#include "files/engine/copyFile.h"
 #include "platform/QPEApplication.h"
 #include "swap/SwapSystem.h"
 #include "swap/swapStore.h"
@@ -12,18 +9,6 @@
 
 #include <QDir>
 #include <QFile>
-
-namespace {
-
-/// As a user would who cancels what runs, answers no question and closes the window.
-void endSoon()
-{
-    FPVFileTree::setWalkCancelled(true);
-    setCopyCancelled(true);
-    QCoreApplication::exit(0);
-}
-
-} // namespace
 
 int lumi::runProgram(QPEApplication &application)
 {
@@ -40,7 +25,5 @@ int lumi::runProgram(QPEApplication &application)
     swapSystem(&swap);
     MainWindow window;
     application.showMainWidget(&window, false);
-    const EndSignals signals;
-    QObject::connect(&signals, &EndSignals::came, &window, endSoon);
     return QApplication::exec();
 }

@@ -10,7 +10,6 @@
 #include <QTest>
 
 #include <algorithm>
-#include <csignal>
 #include <memory>
 
 namespace {
@@ -50,8 +49,6 @@ private Q_SLOTS:
     void cleanEndKeepsTheIndex();
     void secondStartReadsTheIndex();
     void killedRunIsNoticed();
-    void askedToGoItEndsInOrder_data();
-    void askedToGoItEndsInOrder();
     void exitStatusIsThatOfTheLoop_data();
     void exitStatusIsThatOfTheLoop();
     void storeThatCannotBeMadeStopsNothing_data();
@@ -103,11 +100,6 @@ std::unique_ptr<QProcess> TestStartUp::start(const QString &end, const QStringLi
     QProcessEnvironment environment = m_environment;
     environment.insert(QStringLiteral("LUMI_DRIVER_END"), end);
     process->setProcessEnvironment(environment);
-    // Whoever runs the tests in the background may have taught them to ignore these.
-    process->setChildProcessModifier([] {
-        std::signal(SIGINT, SIG_DFL);
-        std::signal(SIGHUP, SIG_DFL);
-    });
     process->setWorkingDirectory(m_home->path());
     process->start(m_program, arguments);
     return process;
@@ -182,32 +174,6 @@ void TestStartUp::killedRunIsNoticed()
                           QStringLiteral("window: Lumi Vault")}));
     const QDir folder(inSwapFolder(QString()));
     QVERIFY(folder.entryList({QStringLiteral("*.swp")}, QDir::Files).isEmpty());
-    QVERIFY(!QFile::exists(inSwapFolder(QStringLiteral(".SwapMng.chk"))));
-    QVERIFY(QFile::exists(inSwapFolder(QStringLiteral(".SwapMng.bin"))));
-}
-
-void TestStartUp::askedToGoItEndsInOrder_data()
-{
-    QTest::addColumn<int>("signal");
-    QTest::newRow("at a shutdown") << SIGTERM;
-    QTest::newRow("by Ctrl+C") << SIGINT;
-    QTest::newRow("at the end of its session") << SIGHUP;
-}
-
-void TestStartUp::askedToGoItEndsInOrder()
-{
-    QFETCH(int, signal);
-    const std::unique_ptr<QProcess> process = start(QStringLiteral("stay"));
-    QByteArray seen;
-    while (!seen.contains("running") && process->waitForReadyRead(kTimeLimitMs)) {
-        seen += process->readAllStandardOutput();
-    }
-    QVERIFY(seen.contains("running"));
-    QVERIFY(QFile::exists(inSwapFolder(QStringLiteral(".SwapMng.chk"))));
-    QCOMPARE(::kill(static_cast<pid_t>(process->processId()), signal), 0);
-    QVERIFY(process->waitForFinished(kTimeLimitMs));
-    QCOMPARE(process->exitStatus(), QProcess::NormalExit);
-    QCOMPARE(process->exitCode(), 0);
     QVERIFY(!QFile::exists(inSwapFolder(QStringLiteral(".SwapMng.chk"))));
     QVERIFY(QFile::exists(inSwapFolder(QStringLiteral(".SwapMng.bin"))));
 }
