@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "files/engine/folderEntries.h"
 
+#include "app/common/paths.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -74,7 +76,7 @@ bool lumi::renameEntry(const QString &folder, const QString &oldName, const QStr
 bool lumi::removePhoto(const QString &path)
 {
     const auto anyWriter = QFile::WriteOwner | QFile::WriteGroup | QFile::WriteOther;
-    return (QFile::permissions(path) & anyWriter) && QFile::remove(path);
+    return (QFile::permissions(path) & anyWriter) && removePath(path, false);
 }
 
 void lumi::removeEmptyFolders(const QString &folder)
