@@ -2,12 +2,14 @@
 #include "platform/PanelStyle.h"
 #include "tests/support/TestMain.h"
 
+#include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTabBar>
 #include <QTest>
+#include <QToolBar>
 
 using lumi::PanelStyle;
 
@@ -18,6 +20,7 @@ class TestPanelStyle : public QObject
 private Q_SLOTS:
     void isTheApplicationsStyle();
     void whatIsChosenIsOrange();
+    void aToolBarLooksLikeItsMenuBar();
     void entriesOfMenusAreHighEnough();
     void separatorsTakeNoMoreRoomThanUsual();
     void tabsAreHighEnough();
@@ -35,6 +38,24 @@ void TestPanelStyle::whatIsChosenIsOrange()
     const QPalette palette = QApplication::palette();
     QCOMPARE(palette.color(QPalette::Highlight), QColor(0xE8, 0x94, 0x5A));
     QCOMPARE(palette.color(QPalette::HighlightedText), QColor(Qt::black));
+}
+
+void TestPanelStyle::aToolBarLooksLikeItsMenuBar()
+{
+    QMainWindow window;
+    QToolBar bar(&window);
+    bar.setMovable(false);
+    bar.resize(100, PanelStyle::kTargetHeight);
+    QMenuBar menuBar;
+    menuBar.setNativeMenuBar(false);
+    menuBar.resize(bar.size());
+    const QImage image = bar.grab().toImage();
+    const QImage model = menuBar.grab().toImage();
+    QCOMPARE(image.size(), model.size());
+    for (int y = 0; y < model.height(); ++y) {
+        QCOMPARE(image.pixelColor(0, y), model.pixelColor(0, y));
+        QCOMPARE(image.pixelColor(50, y), model.pixelColor(50, y));
+    }
 }
 
 void TestPanelStyle::entriesOfMenusAreHighEnough()
