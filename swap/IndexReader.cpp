@@ -9,7 +9,7 @@
 namespace {
 
 constexpr int kIntBytes = 4;
-constexpr qint64 kMaxBytes = qint64(64) * 1024 * 1024;
+constexpr qint64 kMaxBytes = qint64(4) * 1024 * 1024;
 
 /// 64 bits, so that no length of the file can wrap round.
 constexpr qint64 textFieldBytes(qint64 length)

@@ -16,8 +16,8 @@ namespace lumi {
 class IndexReader
 {
 public:
-    /// The whole file, or its first 64 MB: an index has a few hundred bytes a block, so a
-    /// larger one is none of ours.
+    /// The whole file, or its first 4 MB: an index has a few hundred bytes a block, and the limits
+    /// of the store let about a thousand blocks live on.
     [[nodiscard]] static QByteArray bytesOf(QIODevice &file);
 
     /// The bytes are shared with the caller's array.

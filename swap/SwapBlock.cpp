@@ -11,6 +11,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QImage>
+#include <QImageReader>
 
 #include <algorithm>
 #include <cstring>
@@ -27,6 +28,9 @@ constexpr int kReadAssertion = 267;
 
 constexpr const char *kJpeg = "JPEG";
 constexpr qint64 kNotOpened = -1;
+
+/// More than any thumbnail has, and no burden for a small machine.
+constexpr qint64 kMostPixels = qint64(1024) * 1024;
 
 void reportNullBuffer(int number)
 {
@@ -49,7 +53,8 @@ QDateTime fileTime(const QString &path)
 qint64 writeFile(const QString &path, const QByteArray &bytes)
 {
     QFile file(path);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered)) {
+    if (!lumi::SwapPlace::mayOpen(path)
+        || !file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered)) {
         return kNotOpened;
     }
     const qint64 written = std::max<qint64>(file.write(bytes), 0);
@@ -84,7 +89,7 @@ SwapBlock::SwapBlock(lumi::IndexReader &index, const QString &folder, const lumi
     m_param = record.param;
     m_kind = record.kind;
     if (QFile::exists(folder + QLatin1Char('/') + m_sourceName)) {
-        m_valid = QFileInfo(m_swapPath).isFile(); // a pipe would be waited for
+        m_valid = place.holds(m_swapPath) && QFileInfo(m_swapPath).isFile();
     } else {
         place.removeFile(m_swapPath);
     }
@@ -156,10 +161,17 @@ bool SwapBlock::bRead(stSwap &swap, QDateTime sourceTime)
     if (!m_valid || !lumi::sameSwapTime(fileTime(m_swapPath), m_swapTime)) {
         return false;
     }
-    if (swap.image == nullptr) {
-        return readBuffer(swap);
-    }
-    const bool loaded = swap.image->load(m_swapPath, kJpeg);
+    return swap.image != nullptr ? readImage(*swap.image) : readBuffer(swap);
+}
+
+bool SwapBlock::readImage(QImage &image) const
+{
+    QImageReader reader(m_swapPath, kJpeg);
+    reader.setAutoDetectImageFormat(false);
+    const QSize size = reader.size();
+    image = qint64(size.width()) * size.height() <= kMostPixels ? reader.read() : QImage();
+    image.setDevicePixelRatio(1); // a photo may be called "a@2x.jpg"
+    const bool loaded = !image.isNull();
     debugLog("SwapBlock::bRead() / Image(%s) [%s]", boolText(loaded), qUtf8Printable(m_swapPath));
     return loaded;
 }

@@ -23,9 +23,9 @@ public:
     SwapBlock(const QString &sourceName, const QString &swapPath, int param, signed char kind);
 
     /// Reads a block record. The block is valid if the source file, in the folder of its
-    /// control, and the swap file both exist. The swap file of a vanished source is removed,
-    /// if it is one of the place. After a failed read the index says so and the block is
-    /// invalid.
+    /// control, and the swap file both exist. The swap file of a vanished source is removed.
+    /// Both hold of swap files of the place only: any other is neither read nor removed. After
+    /// a failed read the index says so and the block is invalid.
     SwapBlock(lumi::IndexReader &index, const QString &folder, const lumi::SwapPlace &place);
 
     /// Called once, right after construction. False, with the block invalid, if there is too
@@ -63,6 +63,7 @@ public:
 private:
     bool writeImage(const QImage &image);
     bool writeBuffer(const stSwap &swap);
+    bool readImage(QImage &image) const;
     bool readBuffer(stSwap &swap) const;
 
     QString m_sourceName;

@@ -2,6 +2,7 @@
 #include "swap/SwapPlace.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 QString lumi::SwapPlace::imagePath(int position, char kind, int param, const QString &name) const
 {
@@ -19,6 +20,12 @@ bool lumi::SwapPlace::holds(const QString &path) const
 {
     return path.lastIndexOf(QLatin1Char('/')) == m_folder.size() && path.startsWith(m_folder)
         && path.endsWith(m_extension);
+}
+
+bool lumi::SwapPlace::mayOpen(const QString &path)
+{
+    const QFileInfo info(path);
+    return info.isFile() || !info.exists();
 }
 
 void lumi::SwapPlace::removeFile(const QString &path) const

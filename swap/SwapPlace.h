@@ -25,6 +25,9 @@ public:
     /// True if the path lies directly in the swap folder and ends in the extension.
     [[nodiscard]] bool holds(const QString &path) const;
 
+    /// False for what opening it would wait for, such as a pipe.
+    [[nodiscard]] static bool mayOpen(const QString &path);
+
     /// Deletes the swap file; a path that holds() denies is left alone.
     void removeFile(const QString &path) const;
 

@@ -20,6 +20,9 @@
 
 namespace {
 
+/// More folders than a store has blocks that live on.
+constexpr int kMostControls = 4096;
+
 /// Given to a control when there is no memory for finding a free one.
 constexpr int kIdOfLastResort = 9999;
 
@@ -98,14 +101,15 @@ void SwapSystem::InitRead()
     }
     QFile(markerPath()).open(QIODevice::ReadWrite | QIODevice::Truncate);
     QFile file(indexPath());
-    if (!file.open(QIODevice::ReadOnly)) {
+    if (!lumi::SwapPlace::mayOpen(indexPath()) || !file.open(QIODevice::ReadOnly)) {
         qWarning("SwapSystem::InitRead Not Initialze File"); // sic
         return;
     }
     lumi::IndexReader index(lumi::IndexReader::bytesOf(file));
     lumi::IndexHeader header;
     bool more = index.readHeader(header);
-    for (int i = 0; more && i < header.controlCount; ++i) {
+    const int count = std::min(header.controlCount, kMostControls);
+    for (int i = 0; more && i < count; ++i) {
         more = readControl(index);
     }
 }
@@ -136,7 +140,8 @@ void SwapSystem::InitWrite()
 {
     QFile::remove(markerPath());
     QFile file(indexPath());
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered)) {
+    if (!lumi::SwapPlace::mayOpen(indexPath())
+        || !file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered)) {
         qWarning("SwapSystem::InitWrite Not Initialze File"); // sic
         return;
     }

@@ -16,6 +16,7 @@ constexpr int kNever = -1;
 int failingLine = kNever;
 bool closedirFails = false;
 int decompressors = 0;
+int headers = 0;
 int finishes = 0;
 
 template <class Function> Function *original(const char *name)
@@ -23,9 +24,25 @@ template <class Function> Function *original(const char *name)
     return reinterpret_cast<Function *>(::dlsym(RTLD_NEXT, name));
 }
 
+/// True of the hooks of this program, false of those of the toolkit's image reader.
+bool isOwnCode(void *function)
+{
+    Dl_info theirs{};
+    Dl_info ours{};
+    return ::dladdr(function, &theirs) != 0 && ::dladdr(&headers, &ours) != 0
+        && theirs.dli_fbase == ours.dli_fbase;
+}
+
 } // namespace
 
 extern "C" {
+
+int jpeg_read_header(j_decompress_ptr cinfo, boolean requireImage)
+{
+    headers += isOwnCode(reinterpret_cast<void *>(cinfo->src->fill_input_buffer)) ? 1 : 0;
+    static auto *kReal = original<decltype(jpeg_read_header)>("jpeg_read_header");
+    return kReal(cinfo, requireImage);
+}
 
 JDIMENSION jpeg_read_scanlines(j_decompress_ptr cinfo, JSAMPARRAY lines, JDIMENSION count)
 {
@@ -91,6 +108,11 @@ void LibraryFaults::failClosedir()
 int liveDecompressors()
 {
     return decompressors;
+}
+
+int photosOpened()
+{
+    return headers;
 }
 
 int finishedDecodes()

@@ -22,6 +22,10 @@ public:
 /// How many libjpeg decompressors exist now.
 [[nodiscard]] int liveDecompressors();
 
+/// How many photos were opened for decoding since the start of the program; what the toolkit
+/// decodes, stored and embedded thumbnails, is not counted.
+[[nodiscard]] int photosOpened();
+
 /// How often libjpeg was told that a decode is over, since the start of the program.
 [[nodiscard]] int finishedDecodes();
 

@@ -4,11 +4,14 @@
 #include "swap/SwapBlock.h"
 #include "swap/SwapPlace.h"
 #include "tests/support/FullDisk.h"
+#include "tests/support/PeakMemory.h"
 #include "tests/support/TestMain.h"
 #include "tests/swap/SwapFixture.h"
 
 #include <QFileInfo>
+#include <QImageReader>
 #include <QTest>
+#include <QtEndian>
 
 #include <array>
 
@@ -36,6 +39,11 @@ private Q_SLOTS:
     void aTouchedSwapFileIsAMiss();
     void aVanishedSwapFileIsAMiss();
     void aDamagedSwapFileIsAMiss();
+    void onlyWhatMayBeAThumbnailIsRead_data();
+    void onlyWhatMayBeAThumbnailIsRead();
+    void aGiantThatWasPlantedIsNotDecoded();
+    void aNameThatPromisesDensePixelsChangesNothing();
+    void aPipeIsNotWrittenTo();
     void aNullImageIsNotStored();
     void aNameThatIsTooLongIsNotStored();
     void aFullDiskLeavesNothingBehind_data();
@@ -278,6 +286,78 @@ void TestSwapBlock::aDamagedSwapFileIsAMiss()
     QVERIFY(!block.bRead(swap, sourceTime()));
 }
 
+void TestSwapBlock::onlyWhatMayBeAThumbnailIsRead_data()
+{
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<bool>("read");
+    QTest::newRow("a thumbnail") << QSize(171, 119) << true;
+    QTest::newRow("a million pixels") << QSize(1024, 1024) << true;
+    QTest::newRow("a column more") << QSize(1025, 1024) << false;
+    QTest::newRow("a panorama") << QSize(20000, 52) << true;
+    QTest::newRow("a larger panorama") << QSize(20000, 53) << false;
+}
+
+void TestSwapBlock::onlyWhatMayBeAThumbnailIsRead()
+{
+    QFETCH(QSize, size);
+    QImage image(size, QImage::Format_Grayscale8);
+    image.fill(Qt::gray);
+    SwapBlock block = made();
+    stSwap swap = imageSwap(&image);
+    QVERIFY(block.bWrite(swap, sourceTime()));
+    QImage loaded;
+    swap = imageSwap(&loaded);
+    QTEST(block.bRead(swap, sourceTime()), "read");
+    QTEST(!loaded.isNull(), "read");
+}
+
+void TestSwapBlock::aGiantThatWasPlantedIsNotDecoded()
+{
+    QImage image = picture();
+    SwapBlock block = made();
+    stSwap swap = imageSwap(&image);
+    QVERIFY(block.bWrite(swap, sourceTime()));
+    const qint64 written = QFileInfo(m_swapPath).lastModified().toMSecsSinceEpoch();
+    QByteArray bytes = readFile(m_swapPath);
+    const qsizetype frame = bytes.indexOf("\xff\xc0");
+    QVERIFY(frame > 0);
+    // Less than the image reader's own limit.
+    constexpr quint16 kSide = 7000;
+    qToBigEndian(kSide, bytes.data() + frame + 5);
+    qToBigEndian(kSide, bytes.data() + frame + 7);
+    writeFile(m_swapPath, bytes);
+    setFileTime(m_swapPath, written);
+    QCOMPARE(QImageReader(m_swapPath, "JPEG").size(), QSize(kSide, kSide));
+    const PeakMemory memory;
+    QVERIFY(!block.bRead(swap, sourceTime()));
+    QVERIFY(memory.growthKB() < 8192);
+}
+
+/// A file name's end such as "@2x" has a meaning to the toolkit's image reader.
+void TestSwapBlock::aNameThatPromisesDensePixelsChangesNothing()
+{
+    QImage image = picture();
+    const QString name = QStringLiteral("a@2x.jpg");
+    const lumi::SwapPlace place(m_fixture->swapFolder(), QStringLiteral(".swp"));
+    SwapBlock block(name, place.imagePath(0, 's', 100, name), 100, 's');
+    stSwap swap = imageSwap(&image);
+    QVERIFY(block.bWrite(swap, sourceTime()));
+    QImage loaded;
+    swap = imageSwap(&loaded);
+    QVERIFY(block.bRead(swap, sourceTime()));
+    QCOMPARE(loaded.devicePixelRatio(), 1.0);
+}
+
+void TestSwapBlock::aPipeIsNotWrittenTo()
+{
+    QCOMPARE(::mkfifo(QFile::encodeName(m_swapPath).constData(), 0600), 0);
+    QImage image = picture();
+    SwapBlock block = made();
+    stSwap swap = imageSwap(&image);
+    QVERIFY(!block.bWrite(swap, sourceTime()));
+    QVERIFY(!block.isValid());
+}
+
 void TestSwapBlock::aNullImageIsNotStored()
 {
     QImage image;
@@ -356,6 +436,12 @@ void TestSwapBlock::aRecordFromTheIndexIsValidWhileBothFilesExist_data()
     QTest::newRow("swap file gone: invalid") << true << "a.swp" << false << false << false;
     QTest::newRow("source gone: its swap file goes") << false << "a.swp" << true << false << false;
     QTest::newRow("both gone") << false << "a.swp" << false << false << false;
+    QTest::newRow("no swap file of ours: neither believed nor removed")
+        << true << "../photos/b.jpg" << true << false << true;
+    QTest::newRow("ours by its end only: neither believed nor removed")
+        << true << "../b.swp" << true << false << true;
+    QTest::newRow("ours by its folder only: neither believed nor removed")
+        << true << "b.jpg" << true << false << true;
     QTest::newRow("source gone, no swap file of ours: stays")
         << false << "../photos/b.jpg" << true << false << true;
     QTest::newRow("source gone, ours by its end only: stays")

@@ -3,9 +3,11 @@
 #include "swap/SwapSystem.h"
 #include "swap/swapStore.h"
 #include "tests/support/FullDisk.h"
+#include "tests/support/PeakMemory.h"
 #include "tests/support/TestMain.h"
 #include "tests/swap/SwapFixture.h"
 
+#include <QElapsedTimer>
 #include <QFileInfo>
 #include <QSize>
 #include <QTest>
@@ -37,6 +39,8 @@ private Q_SLOTS:
     void noFieldCanHurtFilesOutside();
     void filesNamedByADamagedIndexStay();
     void trimmingSparesAPhotoThatAnIndexNames();
+    void aFloodIsReadInPart_data();
+    void aFloodIsReadInPart();
     void aGiantIndexIsReadInPart();
     void aFullDiskCutsTheIndex();
 
@@ -393,11 +397,55 @@ void TestSwapIndex::trimmingSparesAPhotoThatAnIndexNames()
     }
     writeFile(m_fixture->indexPath(), index.bytes);
     const SwapSystem &store = m_fixture->start();
-    QCOMPARE(blockCount(store), 2);
+    QCOMPARE(blockCount(store), 1);
     QImage image = picture();
     QVERIFY(SwapAppend(photo("two/b.jpg"), &image, 1, 'x'));
     QVERIFY(!QFile::exists(ours));
     QVERIFY(QFile::exists(file));
+}
+
+void TestSwapIndex::aFloodIsReadInPart_data()
+{
+    QTest::addColumn<bool>("spread");
+    QTest::addColumn<int>("most");
+    QTest::newRow("a folder for each block") << true << 4096;
+    QTest::newRow("all blocks in one folder") << false << 65536;
+}
+
+/// 64 MB of whole records of files that exist.
+void TestSwapIndex::aFloodIsReadInPart()
+{
+    QFETCH(bool, spread);
+    QFETCH(int, most);
+    makeSample();
+    constexpr int kBits = 18;
+    constexpr int kBlocks = 1 << kBits;
+    const QByteArray swapFile
+        = m_fixture->swapFile(QStringLiteral("0000s_100_a.jpg.swp")).toLatin1();
+    {
+        IndexBytes index;
+        index.number(0).number(spread ? kBlocks : 1);
+        for (int i = 0; i < kBlocks; ++i) {
+            QByteArray folder = photo("one").toLatin1();
+            for (int bit = 0; spread && bit < kBits; ++bit) {
+                folder += (i >> bit & 1) != 0 ? "//." : "/.";
+            }
+            if (spread || i == 0) {
+                index.number(i).number(spread ? 1 : kBlocks).text(folder);
+            }
+            index.text("a.jpg").number(0).number(0).number(0).number(0).number('s');
+            index.text(swapFile).number(0);
+        }
+        writeFile(m_fixture->indexPath(), index.bytes);
+    }
+    const PeakMemory memory;
+    QElapsedTimer clock;
+    clock.start();
+    const SwapSystem &store = m_fixture->start();
+    QVERIFY(clock.elapsed() < 5000);
+    QVERIFY(memory.growthKB() < 32768);
+    QVERIFY(blockCount(store) > 1000);
+    QVERIFY(blockCount(store) <= most);
 }
 
 void TestSwapIndex::aGiantIndexIsReadInPart()

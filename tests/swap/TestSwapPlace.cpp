@@ -6,6 +6,8 @@
 
 #include <QTest>
 
+#include <sys/stat.h>
+
 using namespace lumi::test;
 
 class TestSwapPlace : public QObject
@@ -17,6 +19,7 @@ private Q_SLOTS:
     void onlyFilesOfThePlaceAreHeld_data();
     void onlyFilesOfThePlaceAreHeld();
     void removesOnlyWhatItHolds();
+    void onlyFilesMayBeOpened();
     void timesAreWholeSecondsIn32Bits_data();
     void timesAreWholeSecondsIn32Bits();
     void timesSurviveTheIndex();
@@ -85,6 +88,21 @@ void TestSwapPlace::removesOnlyWhatItHolds()
     QVERIFY(QFile::exists(outside));
     here.removeFile(inside);
     QVERIFY(!QFile::exists(inside));
+}
+
+void TestSwapPlace::onlyFilesMayBeOpened()
+{
+    const QTemporaryDir root;
+    const QString file = root.filePath(QStringLiteral("a.swp"));
+    QVERIFY(lumi::SwapPlace::mayOpen(file));
+    writeFile(file, "x");
+    QVERIFY(lumi::SwapPlace::mayOpen(file));
+    const QString pipe = root.filePath(QStringLiteral("pipe.swp"));
+    QCOMPARE(::mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+    QVERIFY(!lumi::SwapPlace::mayOpen(pipe));
+    const QString link = root.filePath(QStringLiteral("link.swp"));
+    QVERIFY(QFile::link(pipe, link));
+    QVERIFY(!lumi::SwapPlace::mayOpen(link));
 }
 
 void TestSwapPlace::timesAreWholeSecondsIn32Bits_data()

@@ -10,6 +10,8 @@
 #include <QMessageBox>
 #include <QTest>
 
+#include <sys/stat.h>
+
 using namespace lumi::test;
 
 class TestSwapStart : public QObject
@@ -32,6 +34,7 @@ private Q_SLOTS:
     void damageLeavesOtherFilesAlone();
     void afterDamageTheRunGoesOnAndEndsCleanly();
     void theMarkerGoesBeforeTheIndexIsWritten();
+    void aPipeInPlaceOfTheIndexIsNotWaitedFor();
     void theWorkAreaIsPartOfTheObject();
     void theHandleIsTakenOutAtTheEnd();
 
@@ -201,6 +204,19 @@ void TestSwapStart::theMarkerGoesBeforeTheIndexIsWritten()
     QVERIFY(QDir().mkpath(m_fixture->indexPath()));
     m_fixture->stop();
     QCOMPARE(log.warnings.last(), QStringLiteral("SwapSystem::InitWrite Not Initialze File"));
+    QVERIFY(!QFile::exists(m_fixture->markerPath()));
+}
+
+void TestSwapStart::aPipeInPlaceOfTheIndexIsNotWaitedFor()
+{
+    QVERIFY(QDir().mkpath(m_fixture->swapFolder()));
+    QCOMPARE(::mkfifo(QFile::encodeName(m_fixture->indexPath()).constData(), 0600), 0);
+    const MessageLog log;
+    m_fixture->start();
+    m_fixture->stop();
+    QCOMPARE(log.warnings,
+             QStringList({QStringLiteral("SwapSystem::InitRead Not Initialze File"),
+                          QStringLiteral("SwapSystem::InitWrite Not Initialze File")}));
     QVERIFY(!QFile::exists(m_fixture->markerPath()));
 }
 
