@@ -37,9 +37,6 @@ QPixmap *FPVItemImage::thumbnail(int w, int h)
             embedded->scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
     }
     const QSize size = fitSize(box);
-    if (size.isEmpty()) {
-        qWarning("FPVItemImage cannot tell the size of %s", qUtf8Printable(path()));
-    }
     QPixmap *pixmap = decodedPixmap(size.width(), size.height());
     SwapSetSize(path(), &size);
     return pixmap;

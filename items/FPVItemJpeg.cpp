@@ -97,12 +97,9 @@ QSize FPVItemJpeg::imageSize()
 
 QImage *FPVItemJpeg::scaledImage(int w, int h)
 {
-    if (w <= 0 || h <= 0) {
-        return nullptr;
-    }
     DecodeError error = DecodeError::None;
     QImage *image = lumi::decodeThumbnail(path(), QSize(w, h), &error);
-    if (image == nullptr) {
+    if (error != DecodeError::None) {
         qWarning("FPVItemJpeg Error (%d)", static_cast<int>(error));
     }
     noteError(error);

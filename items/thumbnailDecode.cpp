@@ -66,6 +66,9 @@ QImage *lumi::decodeThumbnail(const QString &path, QSize size, DecodeError *erro
         *error = *error == DecodeError::None ? DecodeError::Undecodable : *error;
         return nullptr;
     }
+    if (size.isEmpty()) {
+        return nullptr;
+    }
     const bool gray = session->components() == kGray;
     std::unique_ptr<QImage> image = readWhole(*session);
     session.reset();

@@ -411,7 +411,7 @@ void TestScreenDecode::theDecoderIsNotFinished()
     QCOMPARE(lumi::test::finishedDecodes(), before + 1);
 }
 
-/// Memory may be short for it, since the raster is there by then.
+/// The file may have gone by then.
 void TestScreenDecode::aThumbnailThatFailsAtTheEndSpoilsNothing()
 {
     FPVItemJpeg item(photo({.size = QSize(50, 200)}), QString(), false);

@@ -156,11 +156,14 @@ void TestThumbnails::aSecondVisitDecodesNothing()
     const std::unique_ptr<QPixmap> first = thumbnailOf(path);
     QVERIFY(first);
     spoil(path);
+    const int opened = lumi::test::photosOpened();
+    QVERIFY(opened > 0);
     for (int visit = 0; visit < 3; ++visit) {
         const std::unique_ptr<QPixmap> again = thumbnailOf(path);
         QVERIFY(again);
         QCOMPARE(again->size(), first->size());
     }
+    QCOMPARE(lumi::test::photosOpened(), opened);
 }
 
 /// The size recorded for one view is rounded, so that another may ask for a width that is one
@@ -260,7 +263,8 @@ void TestThumbnails::damagedPhotosHaveNoThumbnail()
     lumi::test::writeFile(path, bytes);
     const MessageLog log;
     QVERIFY(!thumbnailOf(path));
-    QVERIFY(log.warnings.contains(QStringLiteral("FPVItemImage cannot tell the size of ") + path));
+    QCOMPARE(log.warnings.count(kError3), 1);
+    QCOMPARE(log.warnings.last(), kError3);
     QCOMPARE(lumi::test::blockCount(*m_fixture->store), 0);
 }
 

@@ -4,6 +4,7 @@
 #include "files/FormFile.h"
 #include "platform/QCopChannel.h"
 #include "platform/toolkit/PagingScrollBar.h"
+#include "tests/items/LibraryFaults.h"
 #include "tests/journeys/Traveller.h"
 #include "tests/support/TestMain.h"
 #include "views/FPVThumbnailItem.h"
@@ -14,7 +15,6 @@
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
-#include <QRegularExpression>
 #include <QTest>
 #include <QToolButton>
 
@@ -194,12 +194,15 @@ void TestBrowsing::theSecondVisitDecodesNothing()
     for (const QString &path : paths) {
         spoil(path, time);
     }
+    const int opened = lumi::test::photosOpened();
+    QVERIFY(opened >= paths.size());
     m_user->startProgram();
     m_user->openBrowser();
     for (const int mode : {0, 1, 2}) {
         QVERIFY(visit(mode));
     }
     m_user->endProgram();
+    QCOMPARE(lumi::test::photosOpened(), opened);
 
     // A photo of another time is another photo: this one has to be read again.
     spoil(paths.first(), time.addSecs(60));
@@ -219,8 +222,7 @@ void TestBrowsing::aBadPhotoStopsNobody()
     m_user->world.makePhoto(QStringLiteral("d.jpg"), QSize(80, 60), Qt::blue);
     m_user->startProgram();
     m_user->openBrowser();
-    QTest::ignoreMessage(QtWarningMsg,
-                         QRegularExpression(QStringLiteral("cannot tell the size of .*/b[.]jpg")));
+    QTest::ignoreMessage(QtWarningMsg, "FPVItemJpeg Error (3)");
     QVERIFY(m_user->seesPage({QStringLiteral("a.jpg"), QStringLiteral("b.jpg"),
                               QStringLiteral("c.jpg"), QStringLiteral("d.jpg")}));
     QTRY_VERIFY(isNear(m_user->thumbnailColour(QStringLiteral("d.jpg")), Qt::blue));
