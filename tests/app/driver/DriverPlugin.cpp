@@ -4,8 +4,9 @@
 // answers message boxes with their default button, and ends the program in the way that
 // $LUMI_DRIVER_END names: "close" closes the main window as a window manager would, "exit:N"
 // leaves the event loop with N, "visit" first opens the slideshow and the full view of the
-// browser's first photo and closes them after a second, anything else lets the program run
-// on. With $LUMI_DRIVER_PICTURES it also tells the sizes of the pictures in the main window.
+// browser's first photo and closes them after a second, "browse" opens the browser and lets
+// the program run on, as anything else does. With $LUMI_DRIVER_PICTURES it also tells the
+// sizes of the pictures in the main window.
 #include <QApplication>
 #include <QEventLoop>
 #include <QGenericPlugin>
@@ -128,6 +129,9 @@ private:
             QCoreApplication::exit(way.mid(5).toInt());
         } else {
             report(QStringLiteral("running"));
+            if (way == QLatin1String("browse")) {
+                QMetaObject::invokeMethod(main->centralWidget(), "btn_look_clicked");
+            }
         }
     }
 };
