@@ -88,9 +88,9 @@ private Q_SLOTS:
     void modesKeepTheCursorOnThePage();
     void largeModeBuildsOnePageOnly();
     void theColumnLeadsToModesAndTop();
+    void theWayUpIsNoItem();
     void theMailKeyIsHeard_data();
     void theMailKeyIsHeard();
-    void theWayUpIsNoItem();
     void keysOfTheViewReachTheForm();
     void nothingIsKeptForTheNextForm();
     void goesInPeaceWhenTheToolBarGoesFirst();
@@ -394,13 +394,6 @@ void TestFormFile::theColumnLeadsToModesAndTop()
     QVERIFY(log.nullText);
 }
 
-void TestFormFile::theMailKeyIsHeard_data()
-{
-    QTest::addColumn<int>("key");
-    QTest::newRow("the device's") << kKeyMail;
-    QTest::newRow("a keyboard's") << static_cast<int>(Qt::Key_LaunchMail);
-}
-
 /// The list of a folder has no such entry; a way up that stands in it is no item to work on.
 void TestFormFile::theWayUpIsNoItem()
 {
@@ -418,6 +411,13 @@ void TestFormFile::theWayUpIsNoItem()
     QVERIFY(!m_form->entry(1)->isEnabled());
     QVERIFY(!m_form->entry(5)->isEnabled());
     m_form->form.reset();
+}
+
+void TestFormFile::theMailKeyIsHeard_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::newRow("the device's") << kKeyMail;
+    QTest::newRow("a keyboard's") << static_cast<int>(Qt::Key_LaunchMail);
 }
 
 void TestFormFile::theMailKeyIsHeard()

@@ -106,8 +106,12 @@ void TestFormFileCards::aCardOpensAtItsCameraFolder()
     QTest::qWait(60);
     QCOMPARE(m_form->names(), (QStringList{QStringLiteral("dcim"), QStringLiteral("top.jpg")}));
     m_form->choose(kCf);
-    QVERIFY(m_form->waitForCells(2));
-    QCOMPARE(m_form->names().first(), QStringLiteral("a00.jpg"));
+    QTRY_COMPARE(m_form->names(),
+                 (QStringList{QStringLiteral("a00.jpg"), QStringLiteral("a01.jpg")}));
+    QVERIFY(m_form->up->isEnabled());
+    QTest::mouseClick(m_form->up, Qt::LeftButton);
+    QTRY_COMPARE(m_form->names(), QStringList{QStringLiteral("dcim")});
+    QVERIFY(!m_form->up->isEnabled());
 }
 
 void TestFormFileCards::aCardWithoutACameraFolderOpensAtItsRoot()
