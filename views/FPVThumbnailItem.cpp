@@ -66,7 +66,9 @@ bool FPVThumbnailItem::setPictureVisible(bool show, bool relayout)
     }
     if (show) {
         makePicture();
-        m_picture->setPixmap(*m_pixmap);
+        if (m_picture->pixmap(Qt::ReturnByValue).cacheKey() != m_pixmap->cacheKey()) {
+            m_picture->setPixmap(*m_pixmap);
+        }
     }
     m_pictureVisible = show;
     if (relayout) {
@@ -235,7 +237,7 @@ void FPVThumbnailItem::viewthumbnail()
     m_hadTurn = true;
     loadThumbnail(m_thumbSize.width(), m_thumbSize.height());
     setPictureVisible(true, false);
-    setCheckVisible(m_wantCheck, true);
+    setCheckVisible(m_wantCheck, false);
     relayout();
     if (m_next) {
         m_next->startChain(kChainMs);

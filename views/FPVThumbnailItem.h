@@ -92,6 +92,7 @@ private:
     [[nodiscard]] int placeDetail(int top);
     void placePicture(int top);
     [[nodiscard]] FPVThumbnailMetrics::Frame frameKind();
+    [[nodiscard]] bool isCoveredBy(const QImage &frame) const;
     void applyFocus();
 
     QPointer<FPVItemObject> m_item;

@@ -151,10 +151,18 @@ FPVThumbnailMetrics::Frame FPVThumbnailItem::frameKind()
     return *m_hasPictures ? FPVThumbnailMetrics::PicturesFolder : FPVThumbnailMetrics::Folder;
 }
 
+bool FPVThumbnailItem::isCoveredBy(const QImage &frame) const
+{
+    const QSizeF size = frame.deviceIndependentSize();
+    return !frame.hasAlphaChannel() && size.width() >= width() && size.height() >= height();
+}
+
 void FPVThumbnailItem::applyFocus()
 {
     m_frame = frameKind();
     m_isFocused = m_focusMark && hasFocus();
+    // What lies behind need not be painted then.
+    setAttribute(Qt::WA_OpaquePaintEvent, isCoveredBy(m_metrics->frame(m_frame, m_isFocused)));
     const QPalette &palette = m_metrics->palette(m_isFocused);
     if (m_nameLabel != nullptr && m_nameVisible) {
         m_nameLabel->setPalette(palette);
