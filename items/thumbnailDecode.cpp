@@ -66,6 +66,7 @@ QImage *lumi::decodeThumbnail(const QString &path, QSize size, DecodeError *erro
         *error = *error == DecodeError::None ? DecodeError::Undecodable : *error;
         return nullptr;
     }
+    // Nothing was asked for but what is wrong with the photo.
     if (size.isEmpty()) {
         return nullptr;
     }
