@@ -2,18 +2,17 @@
 // The slideshow of the folder on show, and its options.
 #include "app/common/BusyScope.h"
 #include "app/common/Settings.h"
-#include "app/common/messageIds.h"
-#include "app/common/messages.h"
 #include "files/FormFile.h"
+#include "files/fileBoxes.h"
 #include "files/slideshowOptions.h"
 #include "items/FPVItemImage.h"
 #include "items/FPVItemList.h"
 #include "viewer/DialogSlideshow.h"
 #include "viewer/SlideShow.h"
 #include "views/FPVThumbnailView.h"
-#include "widgets/MyDialogWait.h"
 
 #include <algorithm>
+#include <optional>
 
 using lumi::Settings;
 
@@ -61,16 +60,15 @@ int FormFile::runSlideshow()
     const int cursor = m_view->currentIndex();
     m_view->dropCursorThumbnail();
     const QPointer<FormFile> self(this);
-    // On the heap: the form may go while they are up.
-    QPointer<MyDialogWait> wait(new MyDialogWait(this, msg(lumi::MsgWorking)));
-    wait->start(0);
+    std::optional<lumi::WaitBox> wait(std::in_place, this);
     if (!self) {
         return SlideShow::ToBrowser;
     }
+    // On the heap: the form may go while it is up.
     const QPointer<SlideShow> show(new SlideShow(mainWindow(), m_rootItem.get(), options.autoMode,
                                                  options.inOrder, options.delay, options.loopCount,
                                                  cursor));
-    delete wait;
+    wait.reset();
     if (show) {
         show->exec();
     }

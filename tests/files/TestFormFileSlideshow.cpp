@@ -2,185 +2,38 @@
 // From the browser into the slideshow and back.
 #include "app/common/Settings.h"
 #include "files/slideshowOptions.h"
+#include "items/FPVItemImage.h"
+#include "tests/files/Deeds.h"
 #include "tests/files/FormFixture.h"
 #include "tests/support/TestMain.h"
 #include "viewer/DialogSlideshow.h"
 #include "viewer/FPVPictureScrollView.h"
-#include "viewer/SlideMenu.h"
-#include "viewer/SlideShow.h"
 #include "widgets/MyDialogWait.h"
 #include "widgets/MyImageButton.h"
 #include "widgets/MyLeftWidget.h"
 
-#include <QAbstractButton>
 #include <QFile>
 #include <QMessageBox>
 #include <QTest>
-#include <QTimer>
-
-#include <functional>
 
 using lumi::Settings;
 using lumi::slideshowOptions;
 using lumi::SlideshowOptions;
 using lumi::SlideshowRows;
+using lumi::test::answers;
+using lumi::test::chooses;
+using lumi::test::closes;
+using lumi::test::Deeds;
 using lumi::test::FormFixture;
+using lumi::test::opensMenu;
+using lumi::test::openWindow;
+using lumi::test::presses;
+using lumi::test::seesNothing;
+using lumi::test::seesPhoto;
+using lumi::test::WindowLog;
 
 Q_DECLARE_METATYPE(lumi::SlideshowRows)
 Q_DECLARE_METATYPE(lumi::SlideshowOptions)
-
-namespace {
-
-template <class Window> Window *openWindow()
-{
-    auto *window = qobject_cast<Window *>(QApplication::activeModalWidget());
-    return window != nullptr && window->isVisible() ? window : nullptr;
-}
-
-/// What a user does in windows that open over the form: each deed is done as soon as it can.
-/// When one can't be done, all windows are closed, so that the test goes on and fails.
-class Deeds
-{
-public:
-    using Deed = std::function<bool()>; ///< false: not yet
-
-    explicit Deeds(QList<Deed> deeds)
-        : m_deeds(std::move(deeds))
-    {
-        QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] {
-            if (!m_deeds.isEmpty() && !m_isBusy) {
-                m_isBusy = true;
-                const bool isDone = m_deeds.first()();
-                m_isBusy = false;
-                if (isDone) {
-                    m_deeds.removeFirst();
-                    m_patience.start();
-                }
-            }
-        });
-        m_timer.start(10);
-        m_patience.setSingleShot(true);
-        m_patience.setInterval(kPatienceMs);
-        QObject::connect(&m_patience, &QTimer::timeout, &m_patience, [this] {
-            giveUp();
-        });
-        m_patience.start();
-    }
-
-    [[nodiscard]] bool allDone() const { return m_deeds.isEmpty() && !m_hasGivenUp; }
-
-private:
-    void giveUp()
-    {
-        m_hasGivenUp = true;
-        m_deeds = {[] {
-            QWidget *window = QApplication::activePopupWidget();
-            window = window != nullptr ? window : QApplication::activeModalWidget();
-            if (window != nullptr) {
-                window->close();
-            }
-            return false;
-        }};
-    }
-
-    static constexpr int kPatienceMs = 20000;
-
-    QTimer m_timer;
-    QTimer m_patience;
-    QList<Deed> m_deeds;
-    bool m_isBusy = false;
-    bool m_hasGivenUp = false;
-};
-
-Deeds::Deed seesPhoto(const QString &name)
-{
-    return [name] {
-        const auto *show = openWindow<SlideShow>();
-        return show != nullptr && show->lastItem() != nullptr
-            && show->lastItem()->fileName() == name;
-    };
-}
-
-Deeds::Deed presses(Qt::Key key)
-{
-    return [key] {
-        // Boxes and menus run loops of their own, and the deeds must go on.
-        QTimer::singleShot(0, qApp, [key] {
-            QTest::keyClick(QApplication::activeModalWidget(), key);
-        });
-        return true;
-    };
-}
-
-Deeds::Deed chooses(int entry)
-{
-    return [entry] {
-        auto *menu = qobject_cast<lumi::SlideMenu *>(QApplication::activePopupWidget());
-        if (menu == nullptr) {
-            return false;
-        }
-        menu->setActiveAction(menu->findItem(entry));
-        QTest::keyClick(menu, Qt::Key_Return);
-        return true;
-    };
-}
-
-/// The photo on the screen has no follower yet: that one is still being decoded.
-Deeds::Deed seesNothing()
-{
-    return [] {
-        const auto *show = openWindow<SlideShow>();
-        return show != nullptr && show->lastItem() == nullptr;
-    };
-}
-
-Deeds::Deed opensMenu()
-{
-    return presses(Qt::Key_Menu);
-}
-
-template <class Window> Deeds::Deed closes()
-{
-    return [] {
-        auto *window = openWindow<Window>();
-        return window != nullptr && window->close();
-    };
-}
-
-Deeds::Deed answers(QMessageBox::StandardButton button)
-{
-    return [button] {
-        auto *box = openWindow<QMessageBox>();
-        if (box == nullptr || box->button(button) == nullptr) {
-            return false;
-        }
-        box->button(button)->click();
-        return true;
-    };
-}
-
-/// Notes which windows come up, and whether the wait dialog was there then.
-class WindowLog : public QObject
-{
-public:
-    WindowLog() { qApp->installEventFilter(this); }
-
-    QStringList shown;
-
-protected:
-    bool eventFilter(QObject *watched, QEvent *event) override
-    {
-        const auto *widget = qobject_cast<QWidget *>(watched);
-        if (event->type() == QEvent::Show && widget != nullptr && widget->isWindow()) {
-            shown.append(QLatin1String(widget->metaObject()->className()));
-        } else if (event->type() == QEvent::Hide && watched->inherits("MyDialogWait")) {
-            shown.append(QStringLiteral("wait is gone"));
-        }
-        return false;
-    }
-};
-
-} // namespace
 
 class TestFormFileSlideshow : public QObject
 {
@@ -285,8 +138,16 @@ void TestFormFileSlideshow::theWaitDialogStandsForTheFirstPictureOnly()
 {
     startWith(2, 0);
     const WindowLog log;
+    QList<bool> waits; // at the end of each decode
+    const auto *first = qobject_cast<FPVItemImage *>(m_form->view->currentObject());
+    connect(first, &FPVItemImage::decodeComplete, this, [this, &waits] {
+        const auto *wait = m_form->form->findChild<MyDialogWait *>();
+        waits.append(wait != nullptr && wait->isVisible());
+    });
     const Deeds deeds({seesPhoto(QStringLiteral("a00.jpg")), presses(Qt::Key_Escape)});
     m_form->form->menu_disp_Slideshow_Execution();
+    QVERIFY(deeds.allDone());
+    QCOMPARE(waits, QList<bool>{true});
     QCOMPARE(log.shown.mid(0, 3),
              (QStringList{QStringLiteral("MyDialogWait"), QStringLiteral("wait is gone"),
                           QStringLiteral("SlideShow")}));
