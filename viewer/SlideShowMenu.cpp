@@ -94,6 +94,9 @@ void SlideShow::keyPressEvent(QKeyEvent *event)
 
 void SlideShow::keyReleaseEvent(QKeyEvent *event)
 {
+    if (m_drawing || m_ended) {
+        return;
+    }
     switch (deviceKey(event)) {
     case DeviceKey::Menu:
         mousePressEvent(nullptr);
@@ -248,10 +251,6 @@ bool SlideShow::deletePicture()
 void SlideShow::deleteAndGoOn()
 {
     if (m_ended || isInterrupted()) {
-        return;
-    }
-    if (m_failed) {
-        resume(); // nothing else would tell of a failure that came under the menu
         return;
     }
     interrupt();

@@ -110,8 +110,8 @@ void SlideShow::skipMissing(FPVItemImage *item)
     if (wasLast) {
         startNewRound();
     }
-    if (!m_startItem) {
-        countStepsFromPresent();
+    if (!m_startItem || isStepPending()) {
+        countStepsFromPresent(); // a step that led to the lost file is done
     }
     m_slideTimer.start(kSkipMs);
 }

@@ -7,23 +7,22 @@
 #include "tests/viewer/ShowFixture.h"
 #include "viewer/slideOrder.h"
 
-#include <QAbstractButton>
 #include <QDataStream>
+#include <QInputMethod>
 #include <QTest>
 #include <QTimer>
 
 #include <cstdlib>
 
-using lumi::DecodeError;
-using lumi::test::DelayLog;
 using lumi::test::kLong;
 using lumi::test::ShowFixture;
-using lumi::test::ShowOptions;
 using lumi::test::SlowPicture;
 
 namespace {
 
 constexpr int kDelay = 60;
+
+int hides = 0; ///< of the keyboard on the screen
 
 QStringList letters(const char *text)
 {
@@ -35,6 +34,12 @@ QStringList letters(const char *text)
 }
 
 } // namespace
+
+/// In the place of the toolkit's own: there is no keyboard on a screen here that could go.
+void QInputMethod::hide()
+{
+    ++hides;
+}
 
 class TestSlideShow : public QObject
 {
@@ -62,28 +67,15 @@ private Q_SLOTS:
     void theNextIsDecodedWhileOneIsShown();
     void aSlowDecodeKeepsThePictureUntilItIsDone();
     void aFastDecodeWaitsForTheDelay();
-    void decodingMakesNoPictureLate();
-    void afterAVerySlowDecodeItGoesOnAtOnce();
-    void aVanishedFileIsPassedOver();
-    void aVanishedFileTakesNoTime();
-    void severalVanishedFiles();
-    void theFirstFileIsGone();
-    void allFilesAreGone();
-    void theLastFilesVanishWhileOneIsShown();
-    void theLastOfARoundIsGone();
-    void aBadPictureEndsIt_data();
-    void aBadPictureEndsIt();
-    void thePictureBeforeABadOneKeepsItsTime();
-    void withNothingToLookAtAFailureIsToldSoon();
     void theFirstPictureComesAfterAMoment();
     void theBatteryEndsIt_data();
     void theBatteryEndsIt();
     void anotherApplicationEndsIt();
-    void anotherApplicationEndsItInTheFailureBox();
     void otherMessagesMeanNothing();
     void closingTheWindowEndsIt();
     void runsOnce();
     void theScreenSaverIsHeldOff();
+    void theKeyboardOnTheScreenGoes();
     void coversTheScreenInBlack();
     void aDiedItemIsNoItem();
     void leavesNothingBehind();
@@ -291,234 +283,6 @@ void TestSlideShow::aFastDecodeWaitsForTheDelay()
     });
 }
 
-void TestSlideShow::decodingMakesNoPictureLate()
-{
-    constexpr int kShortDelay = 300;
-    m_show->addPictures(3);
-    for (const char *name : {"a", "b", "c"}) {
-        m_show->picture(name)->decodeMs = kShortDelay / 3;
-    }
-    m_show->make({true, true, kShortDelay, 0, 0});
-    const DelayLog log(*m_show);
-    m_show->run([this] {
-        QVERIFY(m_show->seesCount(6));
-    });
-    QCOMPARE(log.shown.mid(0, 5), letters("bcabc"));
-    QCOMPARE(log.lengths.mid(0, 5), QList<int>(5, kShortDelay));
-}
-
-void TestSlideShow::afterAVerySlowDecodeItGoesOnAtOnce()
-{
-    constexpr int kShortDelay = 200;
-    m_show->addPictures(3);
-    m_show->picture("b")->decodeMs = -1;
-    m_show->make({true, true, kShortDelay, 0, 0});
-    m_show->run([this] {
-        QTRY_VERIFY(m_show->picture("b")->isDecoding());
-        QTest::qWait(2 * kShortDelay + 50);
-        m_show->picture("b")->finish();
-        QCOMPARE(m_show->shown(), QStringLiteral("b"));
-        QVERIFY(m_show->timer("slideTimer")->isActive());
-        QCOMPARE(m_show->timer("slideTimer")->interval(), 0);
-        QVERIFY(m_show->sees("c"));
-    });
-}
-
-void TestSlideShow::aVanishedFileIsPassedOver()
-{
-    m_show->addPictures(4);
-    m_show->make({});
-    m_show->run([this] {
-        QVERIFY(m_show->removeFile("c"));
-        QVERIFY(m_show->playsOn("bdabda"));
-    });
-    // It has left the folder's list too.
-    QCOMPARE(m_show->source.count(), 3);
-    QVERIFY(m_show->picture("c") == nullptr);
-}
-
-void TestSlideShow::aVanishedFileTakesNoTime()
-{
-    m_show->addPictures(3);
-    m_show->make({});
-    m_show->run([this] {
-        const QTimer *delay = m_show->timer("slideTimer");
-        QVERIFY(m_show->removeFile("c"));
-        QTRY_COMPARE(m_show->picture("b")->completes, 1);
-        m_show->show->slot_timeout();
-        QCOMPARE(m_show->shown(), QStringLiteral("b"));
-        QVERIFY(delay->isActive());
-        QCOMPARE(delay->interval(), 10);
-        // The one after it is decoded ahead within the delay, as if there had never been a c.
-        QTRY_COMPARE(m_show->picture("a")->completes, 2);
-        QCOMPARE(m_show->shown(), QStringLiteral("b"));
-        QVERIFY(delay->isActive());
-        QCOMPARE(delay->interval(), kLong);
-        QVERIFY(m_show->playsOn("a"));
-    });
-}
-
-void TestSlideShow::severalVanishedFiles()
-{
-    m_show->addPictures(6);
-    m_show->make({});
-    m_show->run([this] {
-        for (const char *name : {"c", "d", "f"}) {
-            QVERIFY(m_show->removeFile(name));
-        }
-        QVERIFY(m_show->playsOn("beab"));
-    });
-    QCOMPARE(m_show->source.count(), 3);
-}
-
-void TestSlideShow::theFirstFileIsGone()
-{
-    m_show->addPictures(3);
-    QVERIFY(m_show->removeFile("a"));
-    m_show->make({});
-    m_show->run([this] {
-        QCOMPARE(m_show->shown(), QStringLiteral("b"));
-        // It has its whole time.
-        QVERIFY(m_show->timer("slideTimer")->isActive());
-        QCOMPARE(m_show->timer("slideTimer")->interval(), kLong);
-        QVERIFY(m_show->playsOn("cbc"));
-    });
-}
-
-void TestSlideShow::allFilesAreGone()
-{
-    m_show->addPictures(1);
-    QVERIFY(m_show->removeFile("a"));
-    SlideShow *show = m_show->make({});
-    QCOMPARE(show->exec(), 0);
-    QVERIFY(!show->isVisible());
-    QVERIFY(m_show->source.isEmpty());
-    QVERIFY(show->lastItem() == nullptr);
-}
-
-void TestSlideShow::theLastFilesVanishWhileOneIsShown()
-{
-    m_show->addPictures(2);
-    m_show->make({});
-    bool ended = false;
-    QCOMPARE(m_show->run([this, &ended] {
-        QVERIFY(m_show->removeFile("a"));
-        QVERIFY(m_show->removeFile("b"));
-        ended = m_show->playsToItsEnd();
-    }),
-             0);
-    QVERIFY(ended);
-    QVERIFY(m_show->source.isEmpty());
-    QVERIFY(m_show->show->lastItem() == nullptr);
-}
-
-void TestSlideShow::theLastOfARoundIsGone()
-{
-    m_show->addPictures(3);
-    QVERIFY(m_show->removeFile("c"));
-    m_show->make({true, true, kLong, 2, 0});
-    QCOMPARE(m_show->run([this] {
-        QVERIFY(m_show->playsToItsEnd());
-    }),
-             0);
-    QCOMPARE(m_show->seen(), letters("abab"));
-}
-
-void TestSlideShow::aBadPictureEndsIt_data()
-{
-    QTest::addColumn<QString>("bad");
-    QTest::addColumn<bool>("autoMode");
-    QTest::addColumn<bool>("inItsMiddle");
-    QTest::addColumn<int>("error");
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("last");
-    const QString full = QStringLiteral("Memory full.\nProcessing cancelled");
-    const QString other = QStringLiteral("You did not open this file");
-    for (const bool autoMode : {true, false}) {
-        const char *mode = autoMode ? "by itself" : "by hand";
-        for (const bool middle : {false, true}) {
-            const char *when = middle ? "in its middle" : "at its start";
-            QTest::addRow("the first, no memory, %s, %s", mode, when)
-                << "a" << autoMode << middle << 2 << full << "";
-            QTest::addRow("the first, undecodable, %s, %s", mode, when)
-                << "a" << autoMode << middle << 3 << other << "a";
-            QTest::addRow("the second, no memory, %s, %s", mode, when)
-                << "b" << autoMode << middle << 2 << full << "a";
-            QTest::addRow("the second, undecodable, %s, %s", mode, when)
-                << "b" << autoMode << middle << 3 << other << "b";
-            QTest::addRow("the second, of a wrong depth, %s, %s", mode, when)
-                << "b" << autoMode << middle << 0 << other << "b";
-        }
-    }
-}
-
-void TestSlideShow::aBadPictureEndsIt()
-{
-    QFETCH(QString, bad);
-    QFETCH(bool, autoMode);
-    QFETCH(bool, inItsMiddle);
-    QFETCH(int, error);
-    m_show->addPictures(3);
-    SlowPicture *picture = m_show->picture(qPrintable(bad));
-    (inItsMiddle ? picture->breaksOff : picture->refuses) = DecodeError(error);
-    QString title;
-    QString text;
-    bool isParentless = false;
-    SlideShow *show = m_show->make({autoMode, true, 80, 0, 0});
-    QTimer reader;
-    QObject::connect(&reader, &QTimer::timeout, show, [&] {
-        if (QMessageBox *box = ShowFixture::box()) {
-            title = box->windowTitle();
-            text = box->text();
-            isParentless = box->parentWidget() == nullptr;
-            box->button(QMessageBox::Ok)->click();
-        }
-    });
-    reader.start(20);
-    QTimer stepper; // a timer of its own: the box opens inside the key
-    QObject::connect(&stepper, &QTimer::timeout, show, [&] {
-        if (!autoMode && !m_show->shown().isEmpty()) {
-            m_show->key(Qt::Key_Right);
-        }
-    });
-    stepper.start(20);
-    QCOMPARE(m_show->run(), 0);
-    QCOMPARE(title, QStringLiteral("Error"));
-    QTEST(text, "text");
-    QVERIFY(isParentless);
-    QTEST(m_show->shown(), "last");
-    QVERIFY(!show->isVisible());
-}
-
-void TestSlideShow::thePictureBeforeABadOneKeepsItsTime()
-{
-    m_show->addPictures(2);
-    m_show->picture("b")->refuses = DecodeError::Undecodable;
-    m_show->make({});
-    m_show->run([this] {
-        QTimer *report = m_show->timer("redrawTimer");
-        QVERIFY(report->isActive());
-        QCOMPARE(report->interval(), kLong);
-        const auto waitForIt = [this, report] {
-            report->start(0);
-            QVERIFY(m_show->ends());
-        };
-        ShowFixture::inBox(waitForIt, [] {
-            ShowFixture::box()->button(QMessageBox::Ok)->click();
-        });
-        QVERIFY(m_show->isOver());
-    });
-}
-
-void TestSlideShow::withNothingToLookAtAFailureIsToldSoon()
-{
-    m_show->addPictures(2);
-    m_show->picture("a")->refuses = DecodeError::Undecodable;
-    m_show->make({});
-    QVERIFY(m_show->timer("redrawTimer")->isActive());
-    QCOMPARE(m_show->timer("redrawTimer")->interval(), 10);
-}
-
 void TestSlideShow::theFirstPictureComesAfterAMoment()
 {
     m_show->addPictures(2);
@@ -578,20 +342,6 @@ void TestSlideShow::anotherApplicationEndsIt()
     }),
              0);
     QVERIFY(!stays);
-}
-
-void TestSlideShow::anotherApplicationEndsItInTheFailureBox()
-{
-    m_show->addPictures(1);
-    m_show->picture("a")->refuses = DecodeError::OutOfMemory;
-    SlideShow *show = m_show->make({});
-    QTimer::singleShot(300, show, [] {
-        QTRY_VERIFY(ShowFixture::box() != nullptr);
-        ShowFixture::tell("appForeground(QString)");
-    });
-    QCOMPARE(m_show->run(), 0);
-    QVERIFY(ShowFixture::box() == nullptr);
-    QVERIFY(!show->isVisible());
 }
 
 void TestSlideShow::otherMessagesMeanNothing()
@@ -657,6 +407,14 @@ void TestSlideShow::theScreenSaverIsHeldOff()
     m_show->show.reset();
     QCoreApplication::processEvents();
     QCOMPARE(modes, (QList<int>{0, 300, 200}));
+}
+
+void TestSlideShow::theKeyboardOnTheScreenGoes()
+{
+    m_show->addPictures(1);
+    hides = 0;
+    m_show->make({});
+    QCOMPARE(hides, 1);
 }
 
 void TestSlideShow::coversTheScreenInBlack()

@@ -9,7 +9,6 @@
 #include <QTest>
 #include <QTimer>
 
-using lumi::DecodeError;
 using lumi::SlideMenu;
 using lumi::test::kLong;
 using lumi::test::ShowFixture;
@@ -36,9 +35,6 @@ private Q_SLOTS:
 
     void cleanup() { m_show.reset(); }
 
-    void aFailureWaitsForTheAnswer_data();
-    void aFailureWaitsForTheAnswer();
-    void aFailureGoesWithItsPicture();
     void deletesThePictureOnTheScreen_data();
     void deletesThePictureOnTheScreen();
     void noDeletesNothing_data();
@@ -81,76 +77,6 @@ void TestSlideShowDelete::deleteShown(bool byKey, QMessageBox::StandardButton bu
         [button] {
             answer(button);
         });
-}
-
-void TestSlideShowDelete::aFailureWaitsForTheAnswer_data()
-{
-    QTest::addColumn<bool>("deletes");
-    QTest::newRow("Yes") << true;
-    QTest::newRow("No") << false;
-}
-
-void TestSlideShowDelete::aFailureWaitsForTheAnswer()
-{
-    QFETCH(bool, deletes);
-    m_show->addPictures(3);
-    m_show->picture("b")->decodeMs = -1;
-    m_show->picture("b")->breaksOff = DecodeError::Undecodable;
-    m_show->make({});
-    QString text;
-    m_show->run([&] {
-        const auto press = [this] {
-            m_show->key(Qt::Key_Delete);
-        };
-        ShowFixture::inBox(press, [&] {
-            QTimer *report = m_show->timer("redrawTimer");
-            m_show->picture("b")->finish();
-            report->start(0);
-            QTRY_VERIFY(!report->isActive());
-            QVERIFY(ShowFixture::box()->standardButtons().testFlag(QMessageBox::Yes));
-            // The next box comes out of the key that has opened this one.
-            QTimer::singleShot(0, m_show->show.get(), [&text] {
-                QTRY_VERIFY(ShowFixture::box() != nullptr);
-                text = ShowFixture::box()->text();
-                ShowFixture::box()->accept();
-            });
-            answer(deletes ? QMessageBox::Yes : QMessageBox::No);
-        });
-        QVERIFY(m_show->isOver());
-    });
-    QCOMPARE(text, QStringLiteral("You did not open this file"));
-    QCOMPARE(exists("a"), !deletes);
-    QVERIFY(exists("b"));
-    QCOMPARE(m_show->shown(), QStringLiteral("b"));
-}
-
-void TestSlideShowDelete::aFailureGoesWithItsPicture()
-{
-    m_show->addPictures(3);
-    m_show->make({false, true, kLong, 0, 0});
-    m_show->picture("a")->decodeMs = -1;
-    m_show->picture("a")->breaksOff = DecodeError::Undecodable;
-    for (const char *name : {"b", "c"}) {
-        m_show->picture(name)->decodeMs = -1;
-    }
-    m_show->run([this] {
-        // Round to a again, which is on the screen all the while.
-        for (int i = 0; i < 3; ++i) {
-            m_show->key(Qt::Key_Right);
-        }
-        QVERIFY(m_show->picture("a")->isDecoding());
-        const auto press = [this] {
-            m_show->key(Qt::Key_Delete);
-        };
-        ShowFixture::inBox(press, [this] {
-            m_show->picture("a")->finish();
-            answer(QMessageBox::Yes);
-        });
-        QVERIFY(!exists("a"));
-        QTRY_VERIFY(m_show->picture("b")->isDecoding());
-        m_show->picture("b")->finish();
-        QVERIFY(m_show->sees("b"));
-    });
 }
 
 void TestSlideShowDelete::deletesThePictureOnTheScreen_data()

@@ -6,7 +6,6 @@
 #include "viewer/SlideMenu.h"
 
 #include <QAbstractButton>
-#include <QFile>
 #include <QTest>
 #include <QTimer>
 
@@ -44,15 +43,10 @@ private Q_SLOTS:
     void aVanishedFileUnderItIsPassedOver_data();
     void aVanishedFileUnderItIsPassedOver();
     void anotherApplicationClosesIt();
-    void aFailureWaitsForItsEnd_data();
-    void aFailureWaitsForItsEnd();
-    void notInAFailure();
     void itsDeathIsSurvived_data();
     void itsDeathIsSurvived();
 
 private:
-    bool exists(const char *name) const { return QFile::exists(m_show->path(name)); }
-
     std::unique_ptr<ShowFixture> m_show;
 };
 
@@ -378,64 +372,6 @@ void TestSlideShowMenu::anotherApplicationClosesIt()
     }),
              0);
     QVERIFY(ended);
-}
-
-void TestSlideShowMenu::aFailureWaitsForItsEnd_data()
-{
-    QTest::addColumn<bool>("autoMode");
-    QTest::addColumn<int>("entry");
-    for (const bool autoMode : {true, false}) {
-        const char *mode = autoMode ? "by itself" : "by hand";
-        QTest::addRow("%s, Cont.", mode) << autoMode << int(SlideMenu::Continue);
-        QTest::addRow("%s, Delete, which has to wait", mode) << autoMode << int(SlideMenu::Delete);
-    }
-}
-
-void TestSlideShowMenu::aFailureWaitsForItsEnd()
-{
-    QFETCH(bool, autoMode);
-    QFETCH(int, entry);
-    m_show->addPictures(2);
-    m_show->picture("b")->decodeMs = -1;
-    m_show->picture("b")->breaksOff = DecodeError::Undecodable;
-    m_show->make({autoMode, true, kLong, 0, 0});
-    QString text;
-    m_show->run([&] {
-        if (!autoMode) {
-            m_show->key(Qt::Key_Right);
-        }
-        m_show->inMenu([&] {
-            QTimer *report = m_show->timer("redrawTimer");
-            m_show->picture("b")->finish();
-            QVERIFY(report->isActive());
-            report->start(0);
-            QTRY_VERIFY(!report->isActive());
-            QVERIFY(ShowFixture::box() == nullptr);
-            m_show->menu()->setActiveAction(m_show->menu()->findItem(entry));
-            QTest::keyClick(m_show->menu(), Qt::Key_Return);
-        });
-        const auto waitForIt = [this] {
-            QVERIFY(m_show->ends());
-        };
-        ShowFixture::inBox(waitForIt, [&text] {
-            text = ShowFixture::box()->text();
-            ShowFixture::box()->accept();
-        });
-        QVERIFY(m_show->isOver());
-    });
-    QCOMPARE(text, QStringLiteral("You did not open this file"));
-    QVERIFY(exists("a") && exists("b"));
-}
-
-void TestSlideShowMenu::notInAFailure()
-{
-    m_show->addPictures(2);
-    m_show->picture("b")->refuses = DecodeError::Undecodable;
-    m_show->make({true, true, kLong, 0, 0});
-    m_show->run([this] {
-        QTest::mousePress(m_show->show.get(), Qt::LeftButton);
-        QVERIFY(m_show->menu() == nullptr);
-    });
 }
 
 void TestSlideShowMenu::itsDeathIsSurvived_data()

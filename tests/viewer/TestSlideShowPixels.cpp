@@ -11,7 +11,6 @@
 #include <QTest>
 
 using lumi::test::Decoded;
-using lumi::test::DelayLog;
 using lumi::test::JpegKind;
 using lumi::test::kLong;
 using lumi::test::ShowFixture;
@@ -46,7 +45,6 @@ private Q_SLOTS:
     void aPhotoCutShortIsShownAsFarAsItGoes();
     void noPhotoAtAllEndsIt();
     void theScreenMemoryGoesWithTheShow();
-    void largePhotosComeInTime();
     void atRandomToTheLastRound();
     void leavesNothingBehind();
 
@@ -177,24 +175,6 @@ void TestSlideShowPixels::theScreenMemoryGoesWithTheShow()
     });
     QVERIFY(isThere);
     QVERIFY(!FrameBuffer::instance().isAllocated());
-}
-
-void TestSlideShowPixels::largePhotosComeInTime()
-{
-    constexpr int kShortest = 2000; // of the delays that can be chosen
-    JpegKind kind;
-    kind.size = QSize(4000, 3000);
-    const QByteArray photo = lumi::test::makeJpeg(kind);
-    for (const char *name : {"a", "b", "c", "d", "e"}) {
-        addFile(QLatin1String(name), photo);
-    }
-    m_show->make({true, true, kShortest, 1, 0});
-    const DelayLog log(*m_show);
-    QCOMPARE(m_show->run(), 0);
-    // None was still being decoded when its time came.
-    QCOMPARE(log.shown.join(QString()), QStringLiteral("bcdee"));
-    QCOMPARE(log.lengths.mid(0, 4), QList<int>(4, kShortest));
-    QCOMPARE(m_show->seen().join(QString()), QStringLiteral("abcde"));
 }
 
 void TestSlideShowPixels::atRandomToTheLastRound()

@@ -1,15 +1,12 @@
 // SPDX-License-Identifier: MIT
-// The steps of the user: keys, what they show and when, and how they go with the automatic play.
-#include "platform/deviceKey.h"
+// The steps of the user: what they show and when, and how they go with the automatic play.
 #include "tests/support/TestMain.h"
 #include "tests/viewer/ShowFixture.h"
 
-#include <QKeyEvent>
 #include <QTest>
 
 using lumi::test::kLong;
 using lumi::test::ShowFixture;
-using lumi::test::SlowPicture;
 
 namespace {
 
@@ -29,13 +26,6 @@ bool hasNextSign(const ShowFixture &show)
 bool hasPreviousSign(const ShowFixture &show)
 {
     return hasSign(show, 0);
-}
-
-bool isAccepted(QWidget *target, QEvent::Type type, int key)
-{
-    QKeyEvent event(type, key, Qt::NoModifier);
-    QCoreApplication::sendEvent(target, &event);
-    return event.isAccepted();
 }
 
 } // namespace
@@ -64,27 +54,15 @@ private Q_SLOTS:
     void aSupersededDecodeDrawsNothing();
     void backShowsTheLastPictureAgain();
     void backOverTheStart();
-    void backToAVanishedFile();
-    void aStepToAVanishedFile_data();
-    void aStepToAVanishedFile();
     void stepsInTheLastRoundEndIt_data();
     void stepsInTheLastRoundEndIt();
     void aStepTakesNoRoundAway();
+    void aRoundBackIsPlayedAgain();
     void aRoundBackCountsAsNone();
     void theSignStandsUntilThePictureComes_data();
     void theSignStandsUntilThePictureComes();
     void theSignsTakeTurns();
     void theSignIsGoneAfterTheLastPictureCame();
-    void keys_data();
-    void keys();
-    void upAndDown_data();
-    void upAndDown();
-    void otherKeysAreNotTaken_data();
-    void otherKeysAreNotTaken();
-    void endingKeys_data();
-    void endingKeys();
-    void keysDuringADrawAreNotHeard();
-    void aFailureIsToldAtTheKey();
 
 private:
     std::unique_ptr<ShowFixture> m_show;
@@ -311,44 +289,6 @@ void TestSlideShowSteps::backOverTheStart()
     });
 }
 
-void TestSlideShowSteps::backToAVanishedFile()
-{
-    m_show->addPictures(3);
-    m_show->make({false, true, kLong, 0, 0});
-    m_show->run([this] {
-        m_show->key(Qt::Key_Right);
-        QVERIFY(m_show->sees("b"));
-        QVERIFY(m_show->removeFile("a"));
-        m_show->key(Qt::Key_Left);
-        QTRY_VERIFY(m_show->picture("a") == nullptr);
-        QTRY_COMPARE(m_show->picture("b")->starts, 2);
-        QCOMPARE(m_show->shown(), QStringLiteral("b"));
-    });
-}
-
-void TestSlideShowSteps::aStepToAVanishedFile_data()
-{
-    QTest::addColumn<bool>("autoMode");
-    QTest::newRow("by itself") << true;
-    QTest::newRow("by hand") << false;
-}
-
-void TestSlideShowSteps::aStepToAVanishedFile()
-{
-    QFETCH(bool, autoMode);
-    m_show->addPictures(4);
-    m_show->make({autoMode, true, kLong, 0, 0});
-    m_show->run([this] {
-        QVERIFY(m_show->removeFile("c"));
-        m_show->key(Qt::Key_Right);
-        QVERIFY(m_show->sees("b"));
-        m_show->key(Qt::Key_Right);
-        // Its follower comes at once, not after the delay.
-        QVERIFY(m_show->sees("d"));
-        QVERIFY(m_show->picture("c") == nullptr);
-    });
-}
-
 void TestSlideShowSteps::stepsInTheLastRoundEndIt_data()
 {
     QTest::addColumn<int>("key");
@@ -383,6 +323,19 @@ void TestSlideShowSteps::aStepTakesNoRoundAway()
         QVERIFY(m_show->playsToItsEnd());
     });
     QCOMPARE(m_show->seen().join(QString()), QStringLiteral("abab"));
+}
+
+void TestSlideShowSteps::aRoundBackIsPlayedAgain()
+{
+    m_show->addPictures(3);
+    m_show->make({true, true, kLong, 2, 0});
+    m_show->run([this] {
+        QVERIFY(m_show->playsOn("bca"));
+        m_show->key(Qt::Key_Left);
+        QVERIFY(m_show->sees("c"));
+        QVERIFY(m_show->playsToItsEnd());
+    });
+    QCOMPARE(m_show->seen().join(QString()), QStringLiteral("abcacabc"));
 }
 
 void TestSlideShowSteps::aRoundBackCountsAsNone()
@@ -469,167 +422,6 @@ void TestSlideShowSteps::theSignIsGoneAfterTheLastPictureCame()
         QVERIFY(m_show->sees("a"));
         QVERIFY(!hasPreviousSign(*m_show));
         QCOMPARE(m_show->screen().pixelColor(4, 4), QColor(40, 250, 100));
-    });
-}
-
-void TestSlideShowSteps::keys_data()
-{
-    QTest::addColumn<int>("key");
-    QTest::addColumn<QString>("shown");
-    QTest::newRow("Right") << int(Qt::Key_Right) << "b";
-    QTest::newRow("Return") << int(Qt::Key_Return) << "b";
-    QTest::newRow("Left") << int(Qt::Key_Left) << "c";
-    QTest::newRow("Enter") << int(Qt::Key_Enter) << "a";
-    QTest::newRow("Space") << int(Qt::Key_Space) << "a";
-    QTest::newRow("Home") << int(Qt::Key_Home) << "a";
-    QTest::newRow("End") << int(Qt::Key_End) << "a";
-    QTest::newRow("a letter") << int(Qt::Key_N) << "a";
-}
-
-void TestSlideShowSteps::keys()
-{
-    QFETCH(int, key);
-    QFETCH(QString, shown);
-    m_show->addPictures(3);
-    m_show->make({false, true, kLong, 0, 0});
-    m_show->run([&] {
-        m_show->key(key);
-        QVERIFY(shown == QLatin1String("a") || m_show->sees(qPrintable(shown)));
-        QTest::qWait(50);
-        QCOMPARE(m_show->shown(), shown);
-        QVERIFY(m_show->show->isVisible());
-    });
-}
-
-void TestSlideShowSteps::upAndDown_data()
-{
-    QTest::addColumn<int>("key");
-    QTest::addColumn<int>("keyboard");
-    QTest::addColumn<int>("hinge");
-    QTest::addColumn<QString>("shown");
-    const int up = Qt::Key_Up;
-    const int down = Qt::Key_Down;
-    QTest::newRow("Up on an ordinary keyboard") << up << 0 << 0 << "a";
-    QTest::newRow("Down on an ordinary keyboard") << down << 0 << 0 << "a";
-    QTest::newRow("Up there, hinge turned") << up << 0 << 1 << "a";
-    QTest::newRow("Down there, hinge turned") << down << 0 << 1 << "a";
-    QTest::newRow("Up on the own keyboard") << up << 1 << 0 << "b";
-    QTest::newRow("Down on the own keyboard") << down << 1 << 0 << "c";
-    QTest::newRow("Up, hinge turned") << up << 1 << 256 << "c";
-    QTest::newRow("Down, hinge turned") << down << 1 << 256 << "b";
-    QTest::newRow("Up, no hinge program") << up << 1 << 32512 << "c";
-    QTest::newRow("another keyboard") << up << 2 << 0 << "a";
-}
-
-void TestSlideShowSteps::upAndDown()
-{
-    QFETCH(int, key);
-    QFETCH(int, keyboard);
-    QFETCH(int, hinge);
-    QFETCH(QString, shown);
-    m_show->machine->keyboard = keyboard;
-    m_show->machine->hingeResult = hinge;
-    m_show->addPictures(3);
-    m_show->make({false, true, kLong, 0, 0});
-    m_show->run([&] {
-        m_show->key(key);
-        QVERIFY(shown == QLatin1String("a") || m_show->sees(qPrintable(shown)));
-        QTest::qWait(30);
-        QCOMPARE(m_show->shown(), shown);
-    });
-}
-
-void TestSlideShowSteps::otherKeysAreNotTaken_data()
-{
-    QTest::addColumn<int>("key");
-    QTest::addColumn<bool>("taken");
-    QTest::newRow("Tab") << int(Qt::Key_Tab) << false;
-    QTest::newRow("a letter") << int(Qt::Key_X) << false;
-    QTest::newRow("the menu key, which acts when it is released") << kKeyMenu << false;
-    QTest::newRow("zoom") << kKeyZoomIn << false;
-    QTest::newRow("Right") << int(Qt::Key_Right) << true;
-    QTest::newRow("Up, though it does nothing") << int(Qt::Key_Up) << true;
-}
-
-void TestSlideShowSteps::otherKeysAreNotTaken()
-{
-    QFETCH(int, key);
-    m_show->addPictures(2);
-    m_show->make({false, true, kLong, 0, 0});
-    m_show->run([&] {
-        QTEST(isAccepted(m_show->show.get(), QEvent::KeyPress, key), "taken");
-        QVERIFY(m_show->menu() == nullptr);
-    });
-}
-
-void TestSlideShowSteps::endingKeys_data()
-{
-    QTest::addColumn<int>("type");
-    QTest::addColumn<int>("key");
-    QTest::newRow("Escape") << int(QEvent::KeyPress) << int(Qt::Key_Escape);
-    QTest::newRow("the device's key") << int(QEvent::KeyPress) << kKeyStop;
-    QTest::newRow("the device's key, released") << int(QEvent::KeyRelease) << kKeyStop;
-    QTest::newRow("Cancel") << int(QEvent::KeyPress) << int(Qt::Key_Cancel);
-    QTest::newRow("Cancel, released") << int(QEvent::KeyRelease) << int(Qt::Key_Cancel);
-    QTest::newRow("Back") << int(QEvent::KeyPress) << int(Qt::Key_Back);
-}
-
-void TestSlideShowSteps::endingKeys()
-{
-    QFETCH(int, type);
-    QFETCH(int, key);
-    m_show->addPictures(2);
-    m_show->make({});
-    bool ended = false;
-    bool accepted = false;
-    QCOMPARE(m_show->run([&] {
-        accepted = isAccepted(m_show->show.get(), QEvent::Type(type), key);
-        ended = !m_show->show->isVisible();
-    }),
-             0);
-    QVERIFY(ended);
-    QVERIFY(accepted);
-}
-
-void TestSlideShowSteps::keysDuringADrawAreNotHeard()
-{
-    m_show->addPictures(3);
-    SlideShow *show = m_show->make({});
-    bool sent = false;
-    bool stays = false;
-    // The decode of the next picture is begun within the draw of this one.
-    m_show->picture("c")->onStart = [&] {
-        if (!sent) {
-            sent = true;
-            m_show->key(Qt::Key_Escape);
-            stays = show->isVisible();
-        }
-    };
-    m_show->run([this] {
-        QVERIFY(m_show->playsOn("bc"));
-    });
-    QVERIFY(sent);
-    QVERIFY(stays);
-}
-
-void TestSlideShowSteps::aFailureIsToldAtTheKey()
-{
-    m_show->addPictures(3);
-    m_show->picture("b")->refuses = lumi::DecodeError::Undecodable;
-    m_show->make({true, true, kLong, 0, 0});
-    m_show->run([this] {
-        // b has failed already, but nobody would say so before the delay is over.
-        bool told = false;
-        ShowFixture::inBox(
-            [this] {
-                m_show->key(Qt::Key_Right);
-            },
-            [&told] {
-                told = true;
-                QTest::keyClick(ShowFixture::box(), Qt::Key_Return);
-            });
-        QVERIFY(told);
-        QVERIFY(!m_show->show->isVisible());
     });
 }
 
