@@ -12,6 +12,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <sys/stat.h>
+
 using lumi::test::ExifBuilder;
 using lumi::test::inspect;
 using lumi::test::Run;
@@ -61,6 +63,7 @@ private Q_SLOTS:
     void exifNeedsNoDisplay();
     void failedOutputIsAFailure();
     void swapOfAFolderWithoutAnIndex();
+    void swapWithAPipeAsItsIndex();
     void rasterGivesEveryPixel_data();
     void rasterGivesEveryPixel();
     void rasterOfNoPhoto();
@@ -297,6 +300,17 @@ void TestInspect::swapOfAFolderWithoutAnIndex()
     QCOMPARE(run.result, 1);
     QVERIFY(run.out.isEmpty());
     QVERIFY(run.err.contains(m_folder.path().toUtf8()));
+}
+
+/// It would wait for ever for somebody to write into it.
+void TestInspect::swapWithAPipeAsItsIndex()
+{
+    const QTemporaryDir folder;
+    const QString pipe = folder.filePath(QStringLiteral(".SwapMng.bin"));
+    QCOMPARE(::mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+    const Run run = inspect({QStringLiteral("swap"), folder.path()});
+    QCOMPARE(run.result, 1);
+    QVERIFY(run.err.contains(folder.path().toUtf8()));
 }
 
 void TestInspect::rasterGivesEveryPixel_data()

@@ -4,6 +4,7 @@
 #include "swap/IndexReader.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -57,7 +58,8 @@ int swapCommand(const QStringList &arguments, QTextStream &out)
     }
     const QString &folder = arguments.first();
     QFile file(folder + QStringLiteral("/.SwapMng.bin"));
-    if (!file.open(QIODevice::ReadOnly)) {
+    // Opening a pipe would wait for its writer.
+    if (!QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly)) {
         std::fprintf(stderr, "lumivault-inspect: no index in %s\n", qUtf8Printable(folder));
         return 1;
     }
