@@ -1,0 +1,178 @@
+// SPDX-License-Identifier: MIT
+// From one picture to another in the viewer.
+#include "tests/platform/paintedPixels.h"
+#include "tests/support/TestMain.h"
+#include "tests/viewer/ViewerTest.h"
+
+#include <QLabel>
+#include <QProgressBar>
+#include <QTest>
+#include <QToolButton>
+
+using lumi::DecodeError;
+using lumi::test::kPhoto;
+using lumi::test::ScriptedImage;
+
+Q_DECLARE_METATYPE(lumi::DecodeError)
+
+class TestViewerPictures : public lumi::test::ViewerTest
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void nextAndPrevious();
+    void nextOfTheOnlyPicture();
+    void noOtherPicture_data();
+    void noOtherPicture();
+    void onlyOneRaster();
+    void anotherPictureDuringADecode();
+    void aNewDecodeStopsTheOldSteps_data();
+    void aNewDecodeStopsTheOldSteps();
+    void foldersArePassedOver();
+};
+
+void TestViewerPictures::nextAndPrevious()
+{
+    QList<ScriptedImage *> images;
+    for (const char *name : {"a.jpg", "b.jpg", "c.jpg"}) {
+        images.append(m_it->add(QLatin1String(name), QSize(800 + 16 * int(images.size()), 600), 1));
+    }
+    m_it->open(images.at(1));
+    images.at(1)->finish();
+    QVERIFY(m_it->waitForLook());
+    QTest::mouseClick(m_it->button(4), Qt::LeftButton);
+    QVERIFY(m_it->isDecoding());
+    QCOMPARE(m_it->viewer->windowTitle(), QStringLiteral("c.jpg"));
+    QCOMPARE(m_it->sizeLabel()->text(), QStringLiteral("832*600 "));
+    QCOMPARE(m_it->view->currentIndex(), 2);
+    images.at(2)->finish();
+    QVERIFY(m_it->waitForLook());
+    m_it->key(Qt::Key_End);
+    QCOMPARE(m_it->viewer->windowTitle(), QStringLiteral("a.jpg"));
+    images.at(0)->finish();
+    QVERIFY(m_it->waitForLook());
+    m_it->key(Qt::Key_Home);
+    QCOMPARE(m_it->viewer->windowTitle(), QStringLiteral("c.jpg"));
+    images.at(2)->finish();
+    QVERIFY(m_it->waitForLook());
+    QTest::mouseClick(m_it->button(3), Qt::LeftButton);
+    QCOMPARE(m_it->viewer->windowTitle(), QStringLiteral("b.jpg"));
+    QCOMPARE(m_it->view->currentIndex(), 1);
+}
+
+void TestViewerPictures::nextOfTheOnlyPicture()
+{
+    ScriptedImage *image = showOne();
+    m_it->viewer->zoomIn();
+    image->finish();
+    QVERIFY(m_it->waitForLook());
+    image->calls.clear();
+    m_it->key(Qt::Key_End);
+    const QSize room = m_it->room();
+    QCOMPARE(image->calls,
+             QStringList({QStringLiteral("release"),
+                          QString::asprintf("start %dx%d", room.width(), room.height())}));
+    image->slice();
+    QCOMPARE(m_it->bar()->value(), 64);
+    image->finish();
+    QVERIFY(m_it->waitForLook());
+    QCOMPARE(shownPercent(), QString::asprintf("%d%%", fit(kPhoto)));
+}
+
+void TestViewerPictures::noOtherPicture_data()
+{
+    QTest::addColumn<bool>("next");
+    QTest::newRow("next") << true;
+    QTest::newRow("previous") << false;
+}
+
+void TestViewerPictures::noOtherPicture()
+{
+    QFETCH(bool, next);
+    openOne();
+    m_it->view->setList(nullptr);
+    QTimer::singleShot(20, m_it->viewer.get(),
+                       next ? &FPVPictureScrollView::btn_next_cliced
+                            : &FPVPictureScrollView::btn_prev_cliced);
+    QVERIFY(m_it->run());
+    QVERIFY(!m_it->viewer->isVisible());
+    QVERIFY(m_it->boxes.texts.isEmpty());
+}
+
+void TestViewerPictures::onlyOneRaster()
+{
+    ScriptedImage *other = m_it->add(QStringLiteral("b.jpg"), kPhoto, 2);
+    ScriptedImage *image = showOne();
+    m_it->key(Qt::Key_End);
+    QVERIFY(image->rasterBits() == nullptr);
+    QCOMPARE(image->calls.last(), QStringLiteral("release"));
+    QVERIFY(other->rasterBits() != nullptr);
+    m_it->close();
+    QVERIFY(other->rasterBits() == nullptr);
+}
+
+void TestViewerPictures::anotherPictureDuringADecode()
+{
+    ScriptedImage *other = m_it->add(QStringLiteral("b.jpg"), QSize(800, 640), 1);
+    ScriptedImage *image = openOne();
+    image->slice();
+    m_it->key(Qt::Key_End);
+    // Late news of the picture that was left.
+    image->slice();
+    image->finish();
+    image->failSlice(DecodeError::Undecodable);
+    QTest::qWait(100);
+    QVERIFY(m_it->isDecoding());
+    QCOMPARE(m_it->bar()->value(), 0);
+    QCOMPARE(m_it->bar()->maximum(), 640);
+    QVERIFY(m_it->boxes.texts.isEmpty());
+    other->finish();
+    QVERIFY(m_it->waitForLook());
+    QCOMPARE(m_it->sizeLabel()->text(), QStringLiteral("800*640 "));
+}
+
+void TestViewerPictures::aNewDecodeStopsTheOldSteps_data()
+{
+    QTest::addColumn<bool>("next");
+    QTest::addColumn<bool>("early");
+    QTest::newRow("zoom in") << false << false;
+    QTest::newRow("zoom in before the buttons are back") << false << true;
+    QTest::newRow("next") << true << false;
+    QTest::newRow("next before the buttons are back") << true << true;
+}
+
+/// Neither the end of the last decode nor the repainting may meet the new one.
+void TestViewerPictures::aNewDecodeStopsTheOldSteps()
+{
+    QFETCH(bool, next);
+    QFETCH(bool, early);
+    constexpr QRgb kOld = 0xFFFFFF00U;
+    constexpr int kLongerThanASecond = 1300;
+    m_it->add(QStringLiteral("b.jpg"), kPhoto, 2);
+    openOne()->finish();
+    QVERIFY(early || m_it->waitForLook());
+    QVERIFY(m_it->timer()->isActive());
+    lumi::test::drawColour(m_it->scroll()->viewport(), kOld);
+    if (next) {
+        m_it->viewer->btn_next_cliced();
+    } else {
+        m_it->viewer->zoomIn();
+    }
+    QTest::qWait(kLongerThanASecond);
+    QVERIFY(m_it->isDecoding());
+    QCOMPARE(m_it->middle(), kOld);
+}
+
+void TestViewerPictures::foldersArePassedOver()
+{
+    m_it->world.makeFolder(QStringLiteral("folder"));
+    m_it->items.append(
+        FPVItemList::makeItem(QFileInfo(m_it->world.path(QStringLiteral("folder")))));
+    m_it->add(QStringLiteral("b.jpg"), kPhoto);
+    openOne();
+    m_it->key(Qt::Key_End);
+    QCOMPARE(m_it->viewer->windowTitle(), QStringLiteral("b.jpg"));
+}
+
+LUMI_TEST(TestViewerPictures)
+#include "TestViewerPictures.moc"

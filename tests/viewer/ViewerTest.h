@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+// What the tests of the viewer with pictures that decode at the test's word share.
+#pragma once
+
+#include "tests/viewer/ViewerFixture.h"
+
+#include <memory>
+
+namespace lumi::test {
+
+inline constexpr QSize kPhoto(1600, 1200);
+inline const QString kMemoryBox = QStringLiteral("Error: Memory full.\nProcessing cancelled (OK)");
+inline const QString kOpenBox = QStringLiteral("Error: You did not open this file (OK)");
+inline const QString kStartFull = QStringLiteral("start full");
+
+/// Gives each test of such a class a viewer, and sees that nothing of it is left.
+class ViewerTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+protected:
+    ScriptedImage *openOne(QSize size = kPhoto, int denominator = 2);
+    /// Up to the viewing look.
+    ScriptedImage *showOne(QSize size = kPhoto, int denominator = 2);
+    [[nodiscard]] int fit(QSize photo) const;
+    [[nodiscard]] QString shownPercent() const;
+
+    std::unique_ptr<ViewerFixture> m_it;
+};
+
+} // namespace lumi::test
