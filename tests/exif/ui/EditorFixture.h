@@ -17,6 +17,11 @@
 
 namespace lumi::test {
 
+inline constexpr EditField kAllFields[] = {
+    AuthorField,  CompilationField, OwnerField,     TitleField,    RelatedAudioField,
+    CommentField, LatitudeField,    LongitudeField, AltitudeField,
+};
+
 /// A photo with a text in every field of the editor, and tags that it has no field for.
 [[nodiscard]] ExifBuilder editablePhoto();
 

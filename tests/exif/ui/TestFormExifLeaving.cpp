@@ -1,0 +1,205 @@
+// SPDX-License-Identifier: MIT
+// Leaving the editor, asked and unasked.
+#include "tests/exif/ui/EditorFixture.h"
+#include "tests/support/TestMain.h"
+
+#include <QApplication>
+#include <QTest>
+#include <QTimer>
+
+using namespace lumi;
+using lumi::test::EditorFixture;
+using lumi::test::kAllFields;
+
+class TestFormExifLeaving : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+
+    void init() { m_user.reset(new EditorFixture); }
+
+    void cleanup() { m_user.reset(); }
+
+    void leavingUneditedAsksNothing();
+    void leavingAsksAfterEveryEdit_data();
+    void leavingAsksAfterEveryEdit();
+    void typingAndDeletingStillAsks();
+    void onlyYesLeaves_data();
+    void onlyYesLeaves();
+    void closingTheWindowIsLeaving();
+    void theEndOfTheProgramEndsIt();
+    void aMinimisedWindowIsNotAtItsEnd();
+    void itMayGoWhileItRuns();
+
+private:
+    std::unique_ptr<EditorFixture> m_user;
+};
+
+void TestFormExifLeaving::leavingUneditedAsksNothing()
+{
+    m_user->open();
+    const QByteArray before = m_user->fileBytes();
+    QCOMPARE(m_user->run([this] {
+        m_user->entry(QStringLiteral("Exit"))->trigger();
+    }),
+             0);
+    QVERIFY(m_user->boxes.boxes.isEmpty());
+    QVERIFY(!m_user->form->isVisible());
+    QCOMPARE(m_user->fileBytes(), before);
+}
+
+void TestFormExifLeaving::leavingAsksAfterEveryEdit_data()
+{
+    QTest::addColumn<int>("field");
+    for (const EditField field : kAllFields) {
+        QTest::addRow("field %d", int(field)) << int(field);
+    }
+}
+
+void TestFormExifLeaving::leavingAsksAfterEveryEdit()
+{
+    QFETCH(int, field);
+    m_user->open();
+    const QByteArray before = m_user->fileBytes();
+    m_user->boxes.answer = QMessageBox::Yes;
+    QCOMPARE(m_user->run([this, field] {
+        m_user->type(EditField(field), QStringLiteral("1"));
+        QVERIFY(m_user->form->menu_edit_editCancel());
+    }),
+             0);
+    QCOMPARE(m_user->boxes.boxes.size(), 1);
+    const auto &box = m_user->boxes.boxes.first();
+    QCOMPARE(box.icon, QMessageBox::Warning);
+    QCOMPARE(box.title, QStringLiteral("Edit cancelled"));
+    QCOMPARE(box.text,
+             QStringLiteral("Exif information has been changed.\nIt will be discarded. Continue?"));
+    QCOMPARE(box.buttons, QMessageBox::Yes | QMessageBox::No);
+    QCOMPARE(box.defaultButton, QMessageBox::No);
+    QCOMPARE(box.parent, m_user->form.get());
+    QCOMPARE(m_user->fileBytes(), before);
+}
+
+void TestFormExifLeaving::typingAndDeletingStillAsks()
+{
+    m_user->open();
+    m_user->boxes.answer = QMessageBox::Yes;
+    QCOMPARE(m_user->run([this] {
+        m_user->enter(OwnerField);
+        QTest::keyClick(m_user->edit(OwnerField), Qt::Key_X);
+        QTest::keyClick(m_user->edit(OwnerField), Qt::Key_Backspace);
+        QCOMPARE(m_user->edit(OwnerField)->text(), QStringLiteral("Jane Doe"));
+        m_user->form->close();
+    }),
+             0);
+    QCOMPARE(m_user->boxes.boxes.size(), 1);
+}
+
+void TestFormExifLeaving::onlyYesLeaves_data()
+{
+    QTest::addColumn<int>("answer");
+    QTest::addColumn<int>("key");
+    QTest::newRow("No") << int(QMessageBox::No) << 0;
+    QTest::newRow("Escape") << int(QMessageBox::NoButton) << int(Qt::Key_Escape);
+    QTest::newRow("Return, since No is the default")
+        << int(QMessageBox::NoButton) << int(Qt::Key_Return);
+    QTest::newRow("the box is closed") << int(QMessageBox::NoButton) << 0;
+}
+
+void TestFormExifLeaving::onlyYesLeaves()
+{
+    QFETCH(int, answer);
+    QFETCH(int, key);
+    m_user->open();
+    bool stayed = false;
+    QCOMPARE(m_user->run([&] {
+        m_user->type(OwnerField, QStringLiteral("x"));
+        m_user->boxes.answer = QMessageBox::StandardButton(answer);
+        m_user->boxes.key = key;
+        const bool left = m_user->form->menu_edit_editCancel();
+        stayed = !left && m_user->form->isVisible();
+        QCOMPARE(m_user->edit(OwnerField)->text(), QStringLiteral("x"));
+        m_user->boxes.key = 0;
+        m_user->boxes.answer = QMessageBox::Yes;
+        QVERIFY(m_user->form->menu_edit_editCancel());
+    }),
+             0);
+    QVERIFY(stayed);
+    QCOMPARE(m_user->boxes.boxes.size(), 2);
+}
+
+void TestFormExifLeaving::closingTheWindowIsLeaving()
+{
+    m_user->open();
+    bool closed = true;
+    QCOMPARE(m_user->run([this, &closed] {
+        m_user->type(OwnerField, QStringLiteral("x"));
+        m_user->boxes.answer = QMessageBox::No;
+        closed = m_user->form->close();
+        QVERIFY(m_user->form->isVisible());
+        m_user->boxes.answer = QMessageBox::Yes;
+        QVERIFY(m_user->form->close());
+    }),
+             0);
+    QVERIFY(!closed);
+    QVERIFY(!m_user->form->isVisible());
+}
+
+void TestFormExifLeaving::theEndOfTheProgramEndsIt()
+{
+    m_user->open();
+    QCOMPARE(m_user->run([this] {
+        m_user->type(OwnerField, QStringLiteral("x"));
+        QCoreApplication::exit(0);
+    }),
+             0);
+    // The program's own loop forgets the request.
+    QTimer::singleShot(0, qApp, [] {
+        QCoreApplication::exit(0);
+    });
+    QCoreApplication::exec();
+}
+
+void TestFormExifLeaving::aMinimisedWindowIsNotAtItsEnd()
+{
+    struct HideWatch : QObject
+    {
+        int hides = 0;
+
+        bool eventFilter(QObject * /*watched*/, QEvent *event) override
+        {
+            hides += event->type() == QEvent::Hide && event->spontaneous() ? 1 : 0;
+            return false;
+        }
+    } watch;
+
+    m_user->open();
+    m_user->form->installEventFilter(&watch);
+    bool wasRunning = false;
+    QCOMPARE(m_user->run([&] {
+        m_user->form->showMinimized();
+        QTimer::singleShot(50, m_user->form.get(), [&] {
+            wasRunning = true;
+            m_user->form->menu_edit_save();
+        });
+    }),
+             1);
+    QCOMPARE(watch.hides, 1);
+    QVERIFY(wasRunning);
+}
+
+void TestFormExifLeaving::itMayGoWhileItRuns()
+{
+    m_user->open();
+    const QByteArray before = m_user->fileBytes();
+    QCOMPARE(m_user->run([this] {
+        m_user->type(OwnerField, QStringLiteral("x"));
+        m_user->form.reset();
+    }),
+             0);
+    QVERIFY(m_user->boxes.boxes.isEmpty());
+    QCOMPARE(m_user->fileBytes(), before);
+}
+
+LUMI_TEST(TestFormExifLeaving)
+#include "TestFormExifLeaving.moc"

@@ -1,0 +1,384 @@
+// SPDX-License-Identifier: MIT
+// What the editor saves, and when it cannot.
+#include "tests/exif/ui/EditorFixture.h"
+#include "tests/support/OrdinaryUser.h"
+#include "tests/support/TestMain.h"
+#include "widgets/MyDialogWait.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QFileInfo>
+#include <QLabel>
+#include <QTest>
+
+using namespace lumi;
+using lumi::test::EditorFixture;
+using lumi::test::ExifBuilder;
+using lumi::test::kAllFields;
+
+namespace {
+
+/// Of a folder: also for those who share the owner's group.
+constexpr QFile::Permissions kReadOnly = QFile::ReadOwner | QFile::ExeOwner | QFile::ReadGroup
+    | QFile::ExeGroup | QFile::ReadOther | QFile::ExeOther;
+
+QByteArray unicode(const QString &text)
+{
+    return QByteArray("UNICODE\0", 8) + text.toUtf8();
+}
+
+} // namespace
+
+class TestFormExifSaving : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+
+    void init() { m_user.reset(new EditorFixture); }
+
+    void cleanup() { m_user.reset(); }
+
+    void savingEndsWithOne();
+    void acceptingSaves();
+    void savingUneditedRewritesThePhoto();
+    void everyFieldIsSaved();
+    void foreignLettersAreLostOutsideTheComment();
+    void aCommentInKanjiComesBack();
+    void kanjiCannotComeIntoTheTitle();
+    void blanksTakeTheOwnerAway();
+    void aPositionInHundredthsGoesAway();
+    void anEmptyHeightStays();
+    void whatIsNotEditedComesFromTheFile();
+    void aBadPositionIsNamed_data();
+    void aBadPositionIsNamed();
+    void failuresAreTold_data();
+    void failuresAreTold();
+    void aFolderThatCannotBeWrittenKeepsThePhoto();
+    void aWaitDialogIsUpWhileSaving();
+
+private:
+    std::unique_ptr<EditorFixture> m_user;
+};
+
+void TestFormExifSaving::savingEndsWithOne()
+{
+    m_user->open();
+    QCOMPARE(m_user->run([this] {
+        m_user->type(OwnerField, QStringLiteral("Jo"));
+        m_user->entry(QStringLiteral("Save & Exit"))->trigger();
+    }),
+             1);
+    QVERIFY(m_user->boxes.boxes.isEmpty());
+    QVERIFY(!m_user->form->isVisible());
+    QCOMPARE(m_user->value(0x013B, ExifListKind::Ifd0), QByteArray("Jo\0", 3));
+}
+
+void TestFormExifSaving::acceptingSaves()
+{
+    m_user->open();
+    QCOMPARE(m_user->run([this] {
+        m_user->form->accept();
+    }),
+             1);
+}
+
+void TestFormExifSaving::savingUneditedRewritesThePhoto()
+{
+    m_user->open();
+    QFile file(m_user->path);
+    QVERIFY(file.open(QIODevice::ReadWrite));
+    const QDateTime old(QDate(2004, 5, 6), QTime(7, 8));
+    QVERIFY(file.setFileTime(old, QFileDevice::FileModificationTime));
+    file.close();
+    QCOMPARE(m_user->run([this] {
+        m_user->form->menu_edit_save();
+    }),
+             1);
+    QVERIFY(QFileInfo(m_user->path).lastModified() > old);
+    QCOMPARE(m_user->value(0x013B, ExifListKind::Ifd0), QByteArray("Jane Doe\0", 9));
+    QCOMPARE(m_user->value(0x010F, ExifListKind::Ifd0), QByteArray("Anvil Works\0", 12));
+}
+
+void TestFormExifSaving::everyFieldIsSaved()
+{
+    const QString texts[] = {
+        QStringLiteral("Bob"),           QStringLiteral("Tour"),           QStringLiteral("Mary"),
+        QStringLiteral("Sea"),           QStringLiteral("S1.WAV"),         QStringLiteral("windy"),
+        QStringLiteral("N35.40.20.000"), QStringLiteral("E139.45.30.500"), QStringLiteral("-7"),
+    };
+    m_user->open();
+    QCOMPARE(m_user->run([&] {
+        for (const EditField field : kAllFields) {
+            m_user->type(field, texts[field]);
+        }
+        m_user->form->menu_edit_save();
+    }),
+             1);
+    m_user->form = std::make_unique<FormExif>(&m_user->browser, m_user->path);
+    m_user->tabs = m_user->form->findChild<QTabWidget *>();
+    QStringList shown;
+    for (const EditField field : kAllFields) {
+        shown.append(m_user->edit(field)->text());
+    }
+    QStringList expected(std::begin(texts), std::end(texts));
+    expected.last() = QStringLiteral("-7.0");
+    QCOMPARE(shown, expected);
+    QCOMPARE(m_user->value(0xA004, ExifListKind::Exif).size(), 13);
+    QCOMPARE(m_user->value(0x8298, ExifListKind::Ifd0), QByteArray("Bob\0Tour\0", 9));
+    QVERIFY(m_user->document()->hasThumbnail());
+}
+
+/// Other programs write UTF-8 there. It is read as such, but written in Latin-1, which is no
+/// UTF-8 when it is read again.
+void TestFormExifSaving::foreignLettersAreLostOutsideTheComment()
+{
+    const QString texts[] = {QStringLiteral("café 海"), QStringLiteral("caf\uFFFD ?")};
+    const QByteArray bytes[] = {QByteArray("caf\xE9 ?\0", 7), QByteArray("caf? ?\0", 7)};
+    ExifBuilder photo;
+    photo.ascii(ExifListKind::Ifd0, 0x010E, QStringLiteral("café 海").toUtf8());
+    m_user->open(photo);
+    for (std::size_t i = 0; i < std::size(texts); ++i) {
+        QCOMPARE(m_user->edit(TitleField)->text(), texts[i]);
+        QCOMPARE(m_user->run([this] {
+            m_user->form->menu_edit_save();
+        }),
+                 1);
+        QCOMPARE(m_user->value(0x010E, ExifListKind::Ifd0), bytes[i]);
+        m_user->form = std::make_unique<FormExif>(&m_user->browser, m_user->path);
+        m_user->tabs = m_user->form->findChild<QTabWidget *>();
+    }
+}
+
+void TestFormExifSaving::aCommentInKanjiComesBack()
+{
+    const QString comment = QStringLiteral("写真と海");
+    m_user->open();
+    QCOMPARE(m_user->run([&] {
+        m_user->type(CommentField, comment);
+        m_user->form->menu_edit_save();
+    }),
+             1);
+    QCOMPARE(m_user->value(0x9286, ExifListKind::Exif), unicode(comment));
+    FPVExifFields fields(m_user->path);
+    fields.setGroup(1);
+    QCOMPARE(fields.valueText(5, false), comment);
+}
+
+void TestFormExifSaving::kanjiCannotComeIntoTheTitle()
+{
+    m_user->fillClipboard(QStringLiteral("写真2"));
+    m_user->open();
+    m_user->type(TitleField, QStringLiteral("写1"));
+    QCOMPARE(m_user->edit(TitleField)->text(), QStringLiteral("1"));
+    m_user->form->menu_edit_paste();
+    QCOMPARE(m_user->edit(TitleField)->text(), QStringLiteral("12"));
+}
+
+void TestFormExifSaving::blanksTakeTheOwnerAway()
+{
+    m_user->open();
+    QCOMPARE(m_user->run([this] {
+        m_user->type(OwnerField, QString(50, QLatin1Char(' ')));
+        QCOMPARE(m_user->edit(OwnerField)->text().size(), 50);
+        m_user->form->menu_edit_save();
+    }),
+             1);
+    QVERIFY(m_user->value(0x013B, ExifListKind::Ifd0).isNull());
+    QVERIFY(!m_user->value(0x010E, ExifListKind::Ifd0).isNull());
+}
+
+void TestFormExifSaving::aPositionInHundredthsGoesAway()
+{
+    ExifBuilder photo;
+    photo.ascii(ExifListKind::Gps, 1, "N")
+        .rationals(ExifListKind::Gps, 2, {{35, 1}, {4050, 100}, {0, 1}})
+        .ascii(ExifListKind::Gps, 0x12, "WGS-84");
+    m_user->open(photo);
+    QCOMPARE(m_user->run([this] {
+        m_user->form->menu_edit_save();
+    }),
+             1);
+    QVERIFY(m_user->value(1, ExifListKind::Gps).isNull());
+    QVERIFY(m_user->value(2, ExifListKind::Gps).isNull());
+    QVERIFY(!m_user->value(0x12, ExifListKind::Gps).isNull());
+}
+
+void TestFormExifSaving::anEmptyHeightStays()
+{
+    m_user->open();
+    QCOMPARE(m_user->run([this] {
+        for (const EditField field : {LatitudeField, LongitudeField, AltitudeField}) {
+            m_user->type(field, QString());
+        }
+        m_user->form->menu_edit_save();
+    }),
+             1);
+    for (const int tag : {0, 1, 2, 3, 4}) {
+        QVERIFY(m_user->value(tag, ExifListKind::Gps).isNull());
+    }
+    QVERIFY(!m_user->value(5, ExifListKind::Gps).isNull());
+    QVERIFY(!m_user->value(6, ExifListKind::Gps).isNull());
+}
+
+void TestFormExifSaving::whatIsNotEditedComesFromTheFile()
+{
+    m_user->open();
+    ExifBuilder changed = test::editablePhoto();
+    changed.ascii(ExifListKind::Ifd0, 0x0131, "2.0");
+    m_user->folder.put(changed);
+    QCOMPARE(m_user->run([this] {
+        m_user->form->menu_edit_save();
+    }),
+             1);
+    QCOMPARE(m_user->value(0x0131, ExifListKind::Ifd0), QByteArray("2.0\0", 4));
+}
+
+void TestFormExifSaving::aBadPositionIsNamed_data()
+{
+    QTest::addColumn<int>("field");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("message");
+    QTest::newRow("latitude") << int(LatitudeField) << QStringLiteral("N91.00.00.000")
+                              << QStringLiteral(
+                                     "The GPS latitude is invalid.\n(Please use the form "
+                                     "N00.00.00.000S00.00.00.000)");
+    QTest::newRow("longitude") << int(LongitudeField) << QStringLiteral("E139.45")
+                               << QStringLiteral(
+                                      "The GPS longitude is invalid.\n(Please use the form "
+                                      "W000.00.00.000E000.00.00.000)");
+    QTest::newRow("height") << int(AltitudeField) << QStringLiteral("0")
+                            << QStringLiteral("The GPS altitude is invalid.\nPlease use a number "
+                                              "with at most two decimal places.\n(See help.)");
+}
+
+void TestFormExifSaving::aBadPositionIsNamed()
+{
+    QFETCH(int, field);
+    QFETCH(QString, text);
+    m_user->open();
+    const QByteArray before = m_user->fileBytes();
+    QCOMPARE(m_user->run([&] {
+        m_user->type(EditField(field), text);
+        m_user->type(OwnerField, QStringLiteral("Jo"));
+        QCOMPARE(m_user->tabs->currentIndex(), 1);
+        m_user->form->menu_edit_save();
+        QVERIFY(m_user->form->isVisible());
+        QCOMPARE(m_user->tabs->currentIndex(), 2);
+        // As soon as the window is active again.
+        QTRY_VERIFY(m_user->edit(EditField(field))->hasFocus());
+        QCOMPARE(m_user->edit(EditField(field))->text(), text);
+        QCOMPARE(m_user->edit(OwnerField)->text(), QStringLiteral("Jo"));
+        m_user->form->hide();
+    }),
+             0);
+    QCOMPARE(m_user->boxes.boxes.size(), 1);
+    const auto &box = m_user->boxes.boxes.first();
+    QCOMPARE(box.icon, QMessageBox::Critical);
+    QCOMPARE(box.title, QStringLiteral("Error"));
+    QTEST(box.text, "message");
+    QVERIFY(!box.duringWait);
+    QCOMPARE(m_user->fileBytes(), before);
+}
+
+void TestFormExifSaving::failuresAreTold_data()
+{
+    QTest::addColumn<int>("freeKB");
+    QTest::addColumn<QString>("message");
+    QTest::newRow("no room") << 0 << QStringLiteral("Free some memory and try again");
+    QTest::newRow("the photo is gone")
+        << -1 << QStringLiteral("Compiling Exif information failed. Retry.");
+}
+
+void TestFormExifSaving::failuresAreTold()
+{
+    QFETCH(int, freeKB);
+    // Larger than the free room, and the temporary file cannot be made.
+    m_user->open(test::editablePhoto().photo(ExifBuilder::jpeg(400, 300, 0)));
+    QVERIFY(QFileInfo(m_user->path).size() >= 1024);
+    QCOMPARE(m_user->run([this, freeKB] {
+        m_user->type(OwnerField, QStringLiteral("Jo"));
+        const QFileInfo photo(m_user->path);
+        QFile folder(photo.path());
+        const auto permissions = folder.permissions();
+        if (freeKB < 0) {
+            QVERIFY(QFile::remove(m_user->path));
+        } else {
+            m_user->machine->setFreeDiskKB(freeKB);
+            QVERIFY(folder.setPermissions(kReadOnly));
+        }
+        {
+            const test::OrdinaryUser user;
+            m_user->form->menu_edit_save();
+        }
+        QVERIFY(folder.setPermissions(permissions));
+        QVERIFY(m_user->form->isVisible());
+        QCOMPARE(m_user->edit(OwnerField)->text(), QStringLiteral("Jo"));
+        m_user->form->hide();
+    }),
+             0);
+    QCOMPARE(m_user->boxes.boxes.size(), 1);
+    QCOMPARE(m_user->boxes.boxes.first().icon, QMessageBox::Critical);
+    QCOMPARE(m_user->boxes.boxes.first().title, QStringLiteral("Error"));
+    QTEST(m_user->boxes.boxes.first().text, "message");
+    QVERIFY(!m_user->boxes.boxes.first().duringWait);
+}
+
+void TestFormExifSaving::aFolderThatCannotBeWrittenKeepsThePhoto()
+{
+    m_user->open();
+    const QByteArray before = m_user->fileBytes();
+    QCOMPARE(m_user->run([&] {
+        QFile folder(QFileInfo(m_user->path).path());
+        const auto permissions = folder.permissions();
+        QVERIFY(folder.setPermissions(kReadOnly));
+        {
+            const test::OrdinaryUser user;
+            QVERIFY(m_user->document()->isValid());
+            m_user->form->menu_edit_save();
+        }
+        QCOMPARE(m_user->fileBytes(), before);
+        QVERIFY(folder.setPermissions(permissions));
+        QVERIFY(m_user->form->isVisible());
+        m_user->form->menu_edit_save();
+    }),
+             1);
+    // Told once; the second try, with the folder writable again, went through.
+    QCOMPARE(m_user->boxes.boxes.size(), 1);
+    QCOMPARE(m_user->boxes.boxes.first().text,
+             QStringLiteral("Compiling Exif information failed. Retry."));
+    const QDir folder(QFileInfo(m_user->path).path());
+    QCOMPARE(folder.entryList(QDir::Files), QStringList{QStringLiteral("photo.jpg")});
+}
+
+void TestFormExifSaving::aWaitDialogIsUpWhileSaving()
+{
+    struct WaitWatch : QObject
+    {
+        QStringList texts;
+        QList<const QWidget *> parents;
+
+        bool eventFilter(QObject *watched, QEvent *event) override
+        {
+            const auto *dialog = qobject_cast<MyDialogWait *>(watched);
+            if (event->type() == QEvent::Show && dialog != nullptr) {
+                texts.append(dialog->findChild<QLabel *>()->text());
+                parents.append(dialog->parentWidget());
+            }
+            return false;
+        }
+    } watch;
+
+    m_user->open();
+    qApp->installEventFilter(&watch);
+    QCOMPARE(m_user->run([this] {
+        m_user->form->menu_edit_save();
+    }),
+             1);
+    QCOMPARE(watch.texts, QStringList{QStringLiteral("Working...")});
+    QCOMPARE(watch.parents, QList<const QWidget *>{m_user->form.get()});
+    QVERIFY(m_user->form->findChildren<MyDialogWait *>().isEmpty());
+}
+
+LUMI_TEST(TestFormExifSaving)
+#include "TestFormExifSaving.moc"
