@@ -1,20 +1,66 @@
 // SPDX-License-Identifier: MIT
-// A photo on its way to the screen, in one piece, at both depths, fitted and at full size.
+// A photo on its way to the screen, at both depths, fitted and at full size: in one piece, then
+// once more in pieces and slices, as the viewer has it. Both ways must come to the same end.
 #include "fuzz/FuzzInput.h"
 #include "items/FPVItemJpeg.h"
 
+#include <algorithm>
 #include <cstdlib>
 
 namespace {
 
-void decode(FPVItemJpeg *item, int depth, QSize *request)
+using lumi::DecodeError;
+
+void check(bool ok)
 {
-    QSize size;
-    const bool ok = item->startDecode(depth, &size, request);
-    if (ok != (item->rasterBits() != nullptr)
-        || ok != (item->errorCode() == lumi::DecodeError::None)) {
+    if (!ok) {
         std::abort();
     }
+}
+
+void decodeAtOnce(FPVItemJpeg *item, int depth, QSize *size, QSize *request)
+{
+    item->setIncremental(false);
+    const bool ok = item->startDecode(depth, size, request);
+    check(ok == (item->rasterBits() != nullptr));
+    check(ok == (item->errorCode() == DecodeError::None));
+}
+
+/// Without the pauses.
+void decodeInPieces(FPVItemJpeg *item, int depth, QSize *size, QSize *request)
+{
+    bool complete = false;
+    QObject::connect(item, &FPVItemImage::decodeComplete, item, [&complete] {
+        complete = true;
+    });
+    const bool started = item->startDecode(depth, size, request);
+    check(started == (item->rasterBits() != nullptr));
+    while (item->rasterBits() != nullptr && !complete) {
+        item->decodeScreenImage();
+    }
+    check(complete == (item->errorCode() == DecodeError::None));
+}
+
+/// Read in pieces, a photo has to find memory for what is still to be read, too; otherwise what
+/// becomes of it is the same.
+void decodeBothWays(const QString &path, int depth, QSize *request)
+{
+    FPVItemJpeg whole(path, QString(), false);
+    FPVItemJpeg pieces(path, QString(), false);
+    QSize wholeSize;
+    QSize piecesSize;
+    decodeAtOnce(&whole, depth, &wholeSize, request);
+    decodeInPieces(&pieces, depth, &piecesSize, request);
+    if (pieces.errorCode() == DecodeError::OutOfMemory) {
+        return;
+    }
+    check(pieces.errorCode() == whole.errorCode());
+    if (whole.rasterBits() == nullptr) {
+        return;
+    }
+    check(piecesSize == wholeSize);
+    const qint64 bytes = qint64{wholeSize.width()} * wholeSize.height() * (depth >> 3);
+    check(std::equal(whole.rasterBits(), whole.rasterBits() + bytes, pieces.rasterBits()));
 }
 
 } // namespace
@@ -27,10 +73,9 @@ int LLVMFuzzerInitialize(int * /*argc*/, char *** /*argv*/)
 
 int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
-    FPVItemJpeg item(lumi::fuzz::inputFile(data, size, "photo.jpg"), QString(), false);
-    item.setIncremental(false);
+    const QString path = lumi::fuzz::inputFile(data, size, "photo.jpg");
     QSize screen(64, 48);
-    decode(&item, 16, &screen);
-    decode(&item, 32, nullptr);
+    decodeBothWays(path, 16, &screen);
+    decodeBothWays(path, 32, nullptr);
     return 0;
 }
