@@ -191,8 +191,9 @@ bool FPVItemJpeg::makeRaster(int depth)
     const auto pixels = static_cast<std::size_t>(m_rasterSize.width())
         * static_cast<std::size_t>(m_rasterSize.height());
     m_raster = lumi::newRaster(pixels * static_cast<std::size_t>(depth >> 3));
-    // The spare megabyte of the need holds these lines, too.
-    m_scanLine.reset(new (std::nothrow) uchar[m_session->lineBytes() * lumi::kBlockLines]);
+    const std::size_t lineBytes = m_session->lineBytes();
+    m_blockLines = lumi::heldLines(static_cast<qint64>(lineBytes), lumi::kBlockLines);
+    m_scanLine.reset(new (std::nothrow) uchar[lineBytes * static_cast<std::size_t>(m_blockLines)]);
     if (!m_raster || !m_scanLine) {
         return false;
     }
@@ -251,7 +252,7 @@ bool FPVItemJpeg::decodeSlice()
     const int height = m_rasterSize.height();
     while (m_session->nextLine() < height) {
         const int first = m_session->nextLine();
-        const int count = std::min(lumi::kBlockLines, height - first);
+        const int count = std::min(m_blockLines, height - first);
         if (!m_session->readLines(m_scanLine.get(), stride, count)) {
             fail(DecodeError::Undecodable);
             Q_EMIT decodeUpdate();

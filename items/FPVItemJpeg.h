@@ -67,7 +67,7 @@ private:
     FPVExifInfo m_exif;
     QSize m_imageSize{-1, -1};
     std::unique_ptr<uchar[]> m_raster;
-    std::unique_ptr<uchar[]> m_scanLine;
+    std::unique_ptr<uchar[]> m_scanLine; ///< room for m_blockLines lines
     QSize m_rasterSize{-1, -1};
     int m_rasterDepth = 0;
     QTimer *m_decodeTimer = nullptr;
@@ -76,4 +76,5 @@ private:
     lumi::DecodeError m_errorCode = lumi::DecodeError::None;
     std::unique_ptr<lumi::JpegSession> m_session;
     bool m_inDecodeComplete = false;
+    int m_blockLines = 0;
 };

@@ -96,3 +96,12 @@ qint64 lumi::screenNeedKB(int photoWidth, QSize decoded, int depth)
     const qint64 raster = pixelCount(decoded) * (depth >> 3);
     return (raster + qint64(photoWidth) * kLineBytesAPixel + kSpareBytes) >> 10;
 }
+
+int lumi::heldLines(qint64 lineBytes, int mostLines)
+{
+    int lines = mostLines;
+    while (lines > 1 && lineBytes > kSpareBytes / lines) {
+        lines /= 2;
+    }
+    return lines;
+}

@@ -36,4 +36,8 @@ inline constexpr qint64 kScreenPixelLimit = 0x800000;
 /// The same for a screen decode. depth in bits.
 [[nodiscard]] qint64 screenNeedKB(int photoWidth, QSize decoded, int depth);
 
+/// How many decoded lines of this many bytes are held at once: mostLines, a power of two, or as
+/// often halved as the spare megabyte of a screen decode demands. At least 1.
+[[nodiscard]] int heldLines(qint64 lineBytes, int mostLines);
+
 } // namespace lumi

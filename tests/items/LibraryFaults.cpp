@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/items/LibraryFaults.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 
@@ -18,6 +19,8 @@ bool closedirFails = false;
 int decompressors = 0;
 int headers = 0;
 int finishes = 0;
+JSAMPROW firstLine = nullptr;
+JSAMPROW lastLine = nullptr;
 
 template <class Function> Function *original(const char *name)
 {
@@ -50,6 +53,8 @@ JDIMENSION jpeg_read_scanlines(j_decompress_ptr cinfo, JSAMPARRAY lines, JDIMENS
         cinfo->err->msg_code = JERR_INPUT_EOF;
         cinfo->err->error_exit(reinterpret_cast<j_common_ptr>(cinfo));
     }
+    firstLine = cinfo->output_scanline == 0 ? lines[0] : std::min(firstLine, lines[0]);
+    lastLine = cinfo->output_scanline == 0 ? lines[0] : std::max(lastLine, lines[0]);
     static auto *kReal = original<decltype(jpeg_read_scanlines)>("jpeg_read_scanlines");
     return kReal(cinfo, lines, count);
 }
@@ -118,6 +123,11 @@ int photosOpened()
 int finishedDecodes()
 {
     return finishes;
+}
+
+std::ptrdiff_t lineReach()
+{
+    return lastLine - firstLine;
 }
 
 } // namespace lumi::test

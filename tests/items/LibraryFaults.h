@@ -3,6 +3,8 @@
 // of the libraries and pass everything on until they are told to fail.
 #pragma once
 
+#include <cstddef>
+
 namespace lumi::test {
 
 class LibraryFaults
@@ -28,5 +30,8 @@ public:
 
 /// How often libjpeg was told that a decode is over, since the start of the program.
 [[nodiscard]] int finishedDecodes();
+
+/// How many bytes lie between the first and the last place that lines of the latest decode went to.
+[[nodiscard]] std::ptrdiff_t lineReach();
 
 } // namespace lumi::test

@@ -16,6 +16,8 @@ private Q_SLOTS:
     void staysBelowTheScreenLimit_data();
     void staysBelowTheScreenLimit();
     void memoryNeeds();
+    void linesHeldAtOnce_data();
+    void linesHeldAtOnce();
 };
 
 void TestPhotoScale::fitsIntoABox_data()
@@ -113,6 +115,25 @@ void TestPhotoScale::memoryNeeds()
              (1000 * 750 * 2 + 16000 + 1048576) >> 10);
     QCOMPARE(lumi::screenNeedKB(65500, QSize(65500, 65500), 32),
              (65500LL * 65500 * 4 + 262000 + 1048576) >> 10);
+}
+
+void TestPhotoScale::linesHeldAtOnce_data()
+{
+    QTest::addColumn<qint64>("lineBytes");
+    QTest::addColumn<int>("lines");
+    QTest::newRow("a usual photo") << qint64{2000 * 3} << 16;
+    QTest::newRow("a megabyte exactly") << qint64{65536} << 16;
+    QTest::newRow("a byte more") << qint64{65537} << 8;
+    QTest::newRow("a line of a quarter of a megabyte") << qint64{262144} << 4;
+    QTest::newRow("the widest photo, of four samples") << qint64{65500 * 4} << 4;
+    QTest::newRow("a line of a megabyte") << qint64{1048576} << 1;
+    QTest::newRow("a line of two megabytes") << qint64{2097152} << 1;
+}
+
+void TestPhotoScale::linesHeldAtOnce()
+{
+    QFETCH(qint64, lineBytes);
+    QTEST(lumi::heldLines(lineBytes, 16), "lines");
 }
 
 LUMI_TEST(TestPhotoScale)
