@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "items/FPVItemJpeg.h"
 #include "items/jpegSource.h"
+#include "tests/items/DecodeTest.h"
 #include "tests/items/JpegMaker.h"
 #include "tests/items/LibraryFaults.h"
 #include "tests/support/FakeMachine.h"
@@ -8,9 +9,7 @@
 #include "tests/support/processFigures.h"
 #include "tests/swap/SwapFixture.h"
 
-#include <QFile>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 
@@ -19,19 +18,19 @@
 using lumi::DecodeError;
 using lumi::test::bytesRead;
 using lumi::test::Decoded;
+using lumi::test::decodeOn;
 using lumi::test::JpegKind;
+using lumi::test::kKeptBackKB;
 using lumi::test::MessageLog;
 using lumi::test::rasterFault;
 
 /// Photos of several scans, which are read in pieces before their first line, and photos that
 /// end too early, both in slices.
-class TestReadAhead : public QObject
+class TestReadAhead : public lumi::test::DecodeTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
     void pixels_data();
     void pixels();
     void signalsComeAsEver();
@@ -44,20 +43,11 @@ private Q_SLOTS:
     void anotherStartMeanwhile();
     void cutAfterEachKilobyte_data();
     void cutAfterEachKilobyte();
-
-private:
-    [[nodiscard]] QString file(const QByteArray &bytes) const;
-
-    std::unique_ptr<QTemporaryDir> m_folder;
-    lumi::test::FakeMachine *m_machine = nullptr;
 };
 
 Q_DECLARE_METATYPE(lumi::test::JpegKind)
 
 namespace {
-
-constexpr int kKeptBackKB = 2048; // never counted as free
-constexpr int kMost = 20000;      // slices and pieces of any photo here
 
 /// Takes some thirty pieces.
 const QByteArray &largePhoto()
@@ -65,14 +55,6 @@ const QByteArray &largePhoto()
     static const QByteArray kBytes
         = lumi::test::makeJpeg({.size = QSize(3000, 2000), .progressive = true});
     return kBytes;
-}
-
-/// All slices and pieces without the pauses between them.
-void decodeOn(FPVItemJpeg *item)
-{
-    for (int i = 0; i < kMost && lumi::test::liveDecompressors() > 0; ++i) {
-        item->decodeScreenImage();
-    }
 }
 
 /// After each kilobyte of a file, and about each end of the reader's window.
@@ -90,26 +72,6 @@ std::vector<qsizetype> cutsOf(const QByteArray &bytes)
 }
 
 } // namespace
-
-void TestReadAhead::init()
-{
-    m_folder = std::make_unique<QTemporaryDir>();
-    m_machine = lumi::test::FakeMachine::install();
-}
-
-void TestReadAhead::cleanup()
-{
-    QCOMPARE(lumi::test::liveDecompressors(), 0);
-    Machine::install(nullptr);
-}
-
-QString TestReadAhead::file(const QByteArray &bytes) const
-{
-    const QString path = m_folder->filePath(QStringLiteral("a.jpg"));
-    QFile::remove(path); // much faster than overwriting it
-    lumi::test::writeFile(path, bytes);
-    return path;
-}
 
 void TestReadAhead::pixels_data()
 {
@@ -208,7 +170,7 @@ void TestReadAhead::memoryIsAskedForBeforehand()
     const QString path = file(lumi::test::makeJpeg(
         {.size = QSize(2000, 1000), .components = 4, .progressive = true, .plain = true}));
     FPVItemJpeg item(path, QString(), false);
-    m_machine->setMemoryKB(kNeedKB + kKeptBackKB - 1);
+    machine()->setMemoryKB(kNeedKB + kKeptBackKB - 1);
     {
         const MessageLog log;
         QVERIFY(!item.startDecode(32, nullptr, nullptr));
@@ -216,7 +178,7 @@ void TestReadAhead::memoryIsAskedForBeforehand()
         QCOMPARE(log.warnings, QStringList(QStringLiteral("FPVItemJpeg Error (2)")));
         QVERIFY(item.rasterBits() == nullptr);
     }
-    m_machine->setMemoryKB(kNeedKB + kKeptBackKB);
+    machine()->setMemoryKB(kNeedKB + kKeptBackKB);
     QVERIFY(item.startDecode(32, nullptr, nullptr));
     decodeOn(&item);
     QCOMPARE(item.errorCode(), DecodeError::None);
