@@ -80,7 +80,6 @@ private Q_SLOTS:
     void anErrorInAnyLine_data();
     void anErrorInAnyLine();
     void leavingDuringADecode();
-    void aNewPictureBeginsAtItsStart();
 
 private:
     FPVItemJpeg *addFile(const QByteArray &bytes);
@@ -469,38 +468,6 @@ void TestViewedPhotos::leavingDuringADecode()
     QVERIFY(item->rasterBits() == nullptr);
     QCOMPARE(lumi::test::liveDecompressors(), 0);
     QTest::qWait(60);
-}
-
-/// A picture that was moved doesn't move the next one.
-void TestViewedPhotos::aNewPictureBeginsAtItsStart()
-{
-    constexpr QSize kPanorama(20000, 100);
-    constexpr int kMarked = 400; // columns
-    constexpr int kSteps = 10;   // of 120 columns each
-    QImage image(kPanorama, QImage::Format_RGB32);
-    image.fill(QColor::fromRgb(kBottomRight));
-    QPainter painter(&image);
-    painter.fillRect(0, 0, kMarked, kPanorama.height(), QColor::fromRgb(kTopLeft));
-    painter.end();
-    for (const char *name : {"a.jpg", "b.jpg"}) {
-        const QString path = m_it->world.path(QLatin1String(name));
-        QVERIFY(image.save(path, "JPEG", 100));
-        m_it->items.append(new FPVItemJpeg(path, QString(), false));
-    }
-    const auto leftmost = [this] {
-        const QImage shot = m_it->shot();
-        return shot.pixel(0, shot.height() / 2);
-    };
-    m_it->open(qobject_cast<FPVItemImage *>(m_it->items.first()));
-    QVERIFY(m_it->waitForLook());
-    QCOMPARE(m_it->percent()->text(), QStringLiteral("10%"));
-    QVERIFY(isNear(leftmost(), kTopLeft));
-    press(Qt::Key_Right, kSteps);
-    QVERIFY(isNear(leftmost(), kBottomRight));
-    m_it->key(Qt::Key_End);
-    QVERIFY(m_it->waitForLook());
-    QCOMPARE(m_it->viewer->windowTitle(), QStringLiteral("b.jpg"));
-    QVERIFY(isNear(leftmost(), kTopLeft));
 }
 
 LUMI_TEST(TestViewedPhotos)

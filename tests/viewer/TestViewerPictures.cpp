@@ -1,19 +1,21 @@
 // SPDX-License-Identifier: MIT
 // From one picture to another in the viewer.
+#include "items/FPVItemJpeg.h"
 #include "tests/platform/paintedPixels.h"
 #include "tests/support/TestMain.h"
 #include "tests/viewer/ViewerTest.h"
 
+#include <QImage>
 #include <QLabel>
+#include <QPainter>
 #include <QProgressBar>
 #include <QTest>
 #include <QToolButton>
 
 using lumi::DecodeError;
+using lumi::test::isNear;
 using lumi::test::kPhoto;
 using lumi::test::ScriptedImage;
-
-Q_DECLARE_METATYPE(lumi::DecodeError)
 
 class TestViewerPictures : public lumi::test::ViewerTest
 {
@@ -29,6 +31,7 @@ private Q_SLOTS:
     void aNewDecodeStopsTheOldSteps_data();
     void aNewDecodeStopsTheOldSteps();
     void foldersArePassedOver();
+    void aNewPictureBeginsAtItsStart();
 };
 
 void TestViewerPictures::nextAndPrevious()
@@ -172,6 +175,42 @@ void TestViewerPictures::foldersArePassedOver()
     openOne();
     m_it->key(Qt::Key_End);
     QCOMPARE(m_it->viewer->windowTitle(), QStringLiteral("b.jpg"));
+}
+
+/// A picture that was moved doesn't move the next one.
+void TestViewerPictures::aNewPictureBeginsAtItsStart()
+{
+    constexpr QSize kPanorama(20000, 100);
+    constexpr int kMarked = 400; // columns
+    constexpr QRgb kRed = 0xFFE01010U;
+    constexpr QRgb kYellow = 0xFFE0E010U;
+    constexpr int kSteps = 10; // of 120 columns each
+    QImage image(kPanorama, QImage::Format_RGB32);
+    image.fill(QColor::fromRgb(kYellow));
+    QPainter painter(&image);
+    painter.fillRect(0, 0, kMarked, kPanorama.height(), QColor::fromRgb(kRed));
+    painter.end();
+    for (const char *name : {"a.jpg", "b.jpg"}) {
+        const QString path = m_it->world.path(QLatin1String(name));
+        QVERIFY(image.save(path, "JPEG", 100));
+        m_it->items.append(new FPVItemJpeg(path, QString(), false));
+    }
+    const auto leftmost = [this] {
+        const QImage shot = m_it->shot();
+        return shot.pixel(0, shot.height() / 2);
+    };
+    m_it->open(qobject_cast<FPVItemImage *>(m_it->items.first()));
+    QVERIFY(m_it->waitForLook());
+    QCOMPARE(m_it->percent()->text(), QStringLiteral("10%"));
+    QVERIFY(isNear(leftmost(), kRed));
+    for (int i = 0; i < kSteps; ++i) {
+        m_it->key(Qt::Key_Right);
+    }
+    QVERIFY(isNear(leftmost(), kYellow));
+    m_it->key(Qt::Key_End);
+    QVERIFY(m_it->waitForLook());
+    QCOMPARE(m_it->viewer->windowTitle(), QStringLiteral("b.jpg"));
+    QVERIFY(isNear(leftmost(), kRed));
 }
 
 LUMI_TEST(TestViewerPictures)
