@@ -1,21 +1,12 @@
 // SPDX-License-Identifier: MIT
 // The three media: which are there, where each was left, and what happens when one goes.
+#include "app/common/Medium.h"
 #include "app/common/messages.h"
 #include "files/FormFile.h"
 #include "items/FPVItemList.h"
 #include "views/folderRoots.h"
 
 #include <QComboBox>
-#include <QFile>
-
-namespace {
-
-bool isCardPresent(Slot slot)
-{
-    return !QFile::exists(Machine::instance().mountPoint(slot) + QLatin1String("/NotAvailable"));
-}
-
-} // namespace
 
 QString FormFile::cardStartPath(Slot slot)
 {
@@ -27,10 +18,10 @@ void FormFile::fillDeviceCombo()
 {
     m_deviceCombo->clear();
     m_deviceCombo->addItem(msg(lumi::MsgPhotoFiles));
-    if (isCardPresent(Slot::SD)) {
+    if (lumi::isCardInSlot(Slot::SD)) {
         m_deviceCombo->addItem(msg(lumi::MsgSdCard));
     }
-    if (isCardPresent(Slot::CF)) {
+    if (lumi::isCardInSlot(Slot::CF)) {
         m_deviceCombo->addItem(msg(lumi::MsgCfCard));
     }
 }
@@ -77,8 +68,8 @@ void FormFile::combo_device_activated(const QString &name)
 void FormFile::mtabChanged()
 {
     const QString shown = m_deviceCombo->currentText();
-    const bool hasSd = isCardPresent(Slot::SD);
-    const bool hasCf = isCardPresent(Slot::CF);
+    const bool hasSd = lumi::isCardInSlot(Slot::SD);
+    const bool hasCf = lumi::isCardInSlot(Slot::CF);
     if (!hasSd) {
         m_sdPath = cardStartPath(Slot::SD);
     }

@@ -195,7 +195,7 @@ void FormFile::menu_edit_Paste()
         return;
     }
     const lumi::PasteResult result = m_view->paste();
-    if (result == lumi::PasteResult::Done) {
+    if (!alive || result == lumi::PasteResult::Done) {
         return;
     }
     wait.hide();

@@ -2,6 +2,7 @@
 #include "import/FormImport.h"
 
 #include "app/common/BusyScope.h"
+#include "app/common/Medium.h"
 #include "app/common/messages.h"
 #include "app/common/power.h"
 #include "import/ImportRun.h"
@@ -39,7 +40,8 @@ constexpr QColor kPlain(0, 0, 0);
 constexpr int kCfEntry = 0;
 constexpr int kSdEntry = 1;
 
-/// All of a card: hidden folders too, and links as what they point to.
+/// All of a card, hidden folders too. A link to a file is read as what it points to; one to a
+/// folder is looked at and not followed.
 constexpr auto kWholeCard = QDir::Dirs | QDir::Files | QDir::Readable | QDir::Hidden | QDir::System;
 
 QPixmap load(const char *name)

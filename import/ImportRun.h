@@ -2,8 +2,9 @@
 // The copy of a card's tree into a new folder of the photo store: all folders, then file by
 // file, each compared with its source by size. It shows nothing: what it does and meets goes
 // out through the callbacks, and events run inside copyFile().
-// No file is ever overwritten, a file that failed leaves nothing under its name, what was
-// copied before stays, and the card is only read.
+// No file is ever overwritten, what was copied before stays, and the card is only read. A file
+// that failed leaves nothing under its name, unless that can't be removed: the caller is told of
+// the file either way.
 #pragma once
 
 #include "import/ImportKind.h"

@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "import/cardSlots.h"
 
+#include "app/common/Medium.h"
 #include "app/common/messages.h"
-
-#include <QFile>
 
 std::optional<Slot> lumi::cardSlotOf(const QString &path)
 {
@@ -15,11 +14,6 @@ std::optional<Slot> lumi::cardSlotOf(const QString &path)
         }
     }
     return std::nullopt;
-}
-
-bool lumi::isCardInSlot(Slot slot)
-{
-    return !QFile::exists(Machine::instance().mountPoint(slot) + QLatin1String("/NotAvailable"));
 }
 
 bool lumi::isSourcePresent(const QString &path)

@@ -13,9 +13,6 @@ namespace lumi {
 /// None for a path that is no slot's mount point.
 [[nodiscard]] std::optional<Slot> cardSlotOf(const QString &path);
 
-/// Whether the marker of an empty slot is missing from its mount point.
-[[nodiscard]] bool isCardInSlot(Slot slot);
-
 /// True unless path is the mount point of an empty slot.
 [[nodiscard]] bool isSourcePresent(const QString &path);
 

@@ -56,6 +56,7 @@ ListResult FPVItemList::load(const QString &path, const QString &root)
     }
     clear();
     m_currentPath = folder.absolutePath();
+    m_medium = lumi::Medium(m_currentPath);
     const QFileInfoList entries
         = QDir(m_currentPath)
               .entryInfoList(QDir::Dirs | QDir::Files | QDir::NoSymLinks | QDir::Readable,

@@ -5,9 +5,11 @@
 // Owns: its items (clearing or destroying the list deletes them).
 #pragma once
 
+#include "app/common/Medium.h"
 #include "items/FPVItemObject.h"
 #include "platform/toolkit/PtrList.h"
 
+#include <QObject>
 #include <QString>
 
 class QFileInfo;
@@ -38,6 +40,12 @@ public:
     /// Absolute path of the folder listed now.
     [[nodiscard]] QString currentPath() const { return m_currentPath; }
 
+    /// What that folder was on when it was listed.
+    [[nodiscard]] const lumi::Medium &medium() const { return m_medium; }
+
+    /// Goes with the list: for those who let events in while they hold it.
+    [[nodiscard]] QObject *life() { return &m_life; }
+
     /// Lets loads run again after a root had gone; only tests outlive that.
     static void resetRootMissing() { s_rootMissing = false; }
 
@@ -47,4 +55,6 @@ private:
     static bool s_rootMissing;
     QString m_rootPath;
     QString m_currentPath;
+    lumi::Medium m_medium;
+    QObject m_life;
 };

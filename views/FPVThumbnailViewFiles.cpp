@@ -5,6 +5,7 @@
 #include "views/FPVThumbnailView.h"
 
 #include <algorithm>
+#include <utility>
 
 bool FPVThumbnailView::hasFolder() const
 {
@@ -118,7 +119,14 @@ lumi::PasteResult FPVThumbnailView::paste()
         return lumi::PasteResult::Missing;
     }
     const int before = itemCount();
-    const lumi::PasteResult result = m_clipboard.paste(m_list->currentPath(), m_list);
+    // Events run meanwhile, and the view may go by them, its clipboard with it.
+    const QPointer<FPVThumbnailView> alive(this);
+    FPVClipboard clipboard = std::exchange(m_clipboard, FPVClipboard());
+    const lumi::PasteResult result = clipboard.paste(m_list->currentPath(), m_list);
+    if (!alive) {
+        return lumi::PasteResult::Missing;
+    }
+    m_clipboard = std::move(clipboard);
     if (itemCount() > before) {
         showPage(before, before, true);
     }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "files/engine/FPVClipboard.h"
 
+#include "app/common/Medium.h"
 #include "app/common/diskSpace.h"
 #include "app/common/paths.h"
 #include "files/engine/FPVFileTree.h"
@@ -11,11 +12,9 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QPointer>
 
 #include <new>
-#include <optional>
-
-#include <sys/stat.h>
 
 using lumi::PasteResult;
 
@@ -51,30 +50,12 @@ QString folderOf(const QString &path)
     return path.left(path.lastIndexOf(QLatin1Char('/')));
 }
 
-/// The file system that a folder is on. When a card is unmounted its folder stays: an empty
-/// one of the device's own disk, which must not get what was meant for the card.
-class Medium
+/// A list knows what its folder was on before any event ran.
+lumi::Medium mediumOf(const QString &folder, const FPVItemList *list)
 {
-public:
-    explicit Medium(const QString &folder)
-        : m_folder(folder)
-        , m_device(device())
-    { }
-
-    /// A folder that was never there fails by itself.
-    [[nodiscard]] bool isThere() const { return !m_device || device() == m_device; }
-
-private:
-    [[nodiscard]] std::optional<dev_t> device() const
-    {
-        struct stat figures = {};
-        const bool isKnown = ::stat(QFile::encodeName(m_folder).constData(), &figures) == 0;
-        return isKnown ? std::make_optional(figures.st_dev) : std::nullopt;
-    }
-
-    QString m_folder;
-    std::optional<dev_t> m_device;
-};
+    const bool isListed = list != nullptr && list->currentPath() == folder;
+    return isListed ? list->medium() : lumi::Medium(folder);
+}
 
 void addItem(FPVItemList *list, const QString &path)
 {
@@ -90,9 +71,11 @@ PasteResult pasteFolder(const QString &path, const QString &wanted, FPVItemList 
 {
     FPVFileTree tree;
     FPVFileTree::setPatterns(QStringLiteral("*.jpg; *.jpeg"));
-    const Medium medium(folderOf(wanted));
+    const lumi::Medium medium = mediumOf(folderOf(wanted), list);
+    const QPointer<QObject> life(list == nullptr ? nullptr : list->life());
     tree.walk(path, true, nullptr);
-    if (!medium.isThere()) {
+    const bool isListGone = list != nullptr && !life;
+    if (isListGone || !medium.isThere()) {
         return PasteResult::Missing;
     }
     const QString target = uniquePath(wanted, "%03d", QChar());
@@ -121,7 +104,7 @@ PasteResult FPVClipboard::paste(const QString &folder, FPVItemList *list)
 {
     m_buffer.reset(new (std::nothrow) char[static_cast<std::size_t>(m_bufferSize)]);
     const QStringList paths = m_paths;
-    const Medium medium(folder);
+    const lumi::Medium medium = mediumOf(folder, list);
     PasteResult result = PasteResult::Done;
     for (const QString &path : paths) {
         result = medium.isThere() ? pastePath(path, folder, list) : PasteResult::Missing;

@@ -27,7 +27,8 @@ public:
     /// Pastes into a folder, one path after the other up to the first that fails; what went
     /// well before stays. A list, if there is one, gets an item for each new entry. What was
     /// cut is off the clipboard after it, however it ended. Events run while a folder is
-    /// pasted, and the name patterns of all later walks are those of photos then.
+    /// pasted: the list may go then, which ends the paste, but the clipboard must not. The name
+    /// patterns of all later walks are those of photos after it.
     [[nodiscard]] lumi::PasteResult paste(const QString &folder, FPVItemList *list);
 
 private:

@@ -17,9 +17,10 @@ using KeepGoing = bool (*)();
 } // namespace lumi
 
 /// Copies contents only: no dates, owners or modes, and nothing is synced. A target that this
-/// call has begun doesn't stay when it fails, unless it can't be removed either. But a read error looks like the end of the file,
-/// and a write that took a part of a block like a whole one: CopyDone means a whole copy only
-/// if the sizes agree. Events run before the first and after each block read.
+/// call has begun doesn't stay when it fails, unless it can't be removed either. But a read
+/// error looks like the end of the file, and a write that took a part of a block like a whole
+/// one: CopyDone means a whole copy only if the sizes agree. Events run before the first and
+/// after each block read.
 /// @param src only a regular file is read; else CopyRefused
 /// @param dst if it is src: CopyDone, and nothing is done
 /// @param move removes the source at the end, even after a failure: it is only safe where the

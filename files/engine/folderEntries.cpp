@@ -36,7 +36,8 @@ bool renameFile(const QString &from, const QString &to)
         return true;
     }
     // Not every file system can refuse to replace a file.
-    return (errno == EINVAL || errno == ENOSYS) && !lumi::isTaken(to)
+    const bool isUnknown = errno == EINVAL || errno == ENOSYS || errno == EOPNOTSUPP;
+    return isUnknown && !lumi::isTaken(to)
         && std::rename(oldName.constData(), newName.constData()) == 0;
 }
 

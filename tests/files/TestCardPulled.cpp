@@ -17,7 +17,6 @@ namespace {
 
 const QString kWorking = QStringLiteral("wait Working...");
 const QString kNotPasted = QStringLiteral("critical Error: It failed in sticking. OK*");
-const QString kFull = QStringLiteral("critical Error: Free some memory and try again OK*");
 
 constexpr int kNewFolder = 0;
 constexpr int kRename = 1;
@@ -25,6 +24,7 @@ constexpr int kDelete = 2;
 constexpr int kDeleteChecked = 3;
 constexpr int kDeleteEmpty = 4;
 constexpr int kCopy = 5;
+constexpr int kCut = 6;
 constexpr int kPaste = 9;
 
 } // namespace
@@ -40,6 +40,8 @@ private Q_SLOTS:
     void underADialog();
     void withTheSourceOfAPaste();
     void withTheTargetOfAPaste();
+    void withItsRootOnShow_data();
+    void withItsRootOnShow();
     void withTheSourceBetweenWalkAndCopy();
     void withTheTargetBetweenWalkAndCopy();
 
@@ -182,9 +184,47 @@ void TestCardPulled::withTheTargetOfAPaste()
     const auto takeOut = [this] {
         pull();
     };
-    QCOMPARE(m_form->play(kPaste, {ok()}, takeOut), (QStringList{kWorking, kFull}));
+    QCOMPARE(m_form->play(kPaste, {ok()}, takeOut), (QStringList{kWorking, kNotPasted}));
     QVERIFY(isInStore());
     QVERIFY(!QFile::exists(m_card + QStringLiteral("/dcim")));
+}
+
+void TestCardPulled::withItsRootOnShow_data()
+{
+    QTest::addColumn<int>("take");
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<bool>("isLate"); // it goes under the wait dialog, and not just before
+    QTest::newRow("a photo was cut, under the wait dialog") << kCut << "mine.jpg" << true;
+    QTest::newRow("a photo was cut, and nobody has heard of it") << kCut << "mine.jpg" << false;
+    QTest::newRow("a photo was copied") << kCopy << "mine.jpg" << true;
+    QTest::newRow("a folder was copied") << kCopy << "day" << true;
+}
+
+/// Its mount point stays, and whatever came into it would be hidden by the next card.
+void TestCardPulled::withItsRootOnShow()
+{
+    QFETCH(int, take);
+    QFETCH(QString, name);
+    QFETCH(bool, isLate);
+    m_form->select(qPrintable(name));
+    m_form->play(take);
+    showCard();
+    m_form->up->click();
+    QTRY_COMPARE(m_form->names(), list("dcim"));
+    if (!isLate) {
+        QVERIFY(QDir(m_card).removeRecursively());
+        m_form->world.machine->removeCard(Slot::SD);
+    }
+    const auto takeOut = [this, isLate] {
+        if (isLate) {
+            pull();
+        }
+    };
+    QCOMPARE(m_form->play(kPaste, {ok()}, takeOut), (QStringList{kWorking, kNotPasted}));
+    QCOMPARE(QDir(m_card).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), list("NotAvailable"));
+    QCOMPARE(m_form->store(), list("day mine.jpg"));
+    m_form->tellCardChange();
+    QVERIFY(isInStore());
 }
 
 void TestCardPulled::withTheSourceBetweenWalkAndCopy()

@@ -1,11 +1,15 @@
 // SPDX-License-Identifier: MIT
 // The form goes while one of its dialogs is up, as at the end of the program: what comes after
 // the dialog must not touch it.
+#include "files/engine/FPVFileTree.h"
 #include "tests/files/FormFixture.h"
+#include "tests/support/FileFaults.h"
 #include "tests/support/TestMain.h"
 
+#include <QDir>
 #include <QFile>
 #include <QTest>
+#include <QTimer>
 
 using namespace lumi::test;
 
@@ -26,10 +30,15 @@ private Q_SLOTS:
 
     void init() { m_form.reset(new FormFixture); }
 
-    void cleanup() { m_form.reset(); }
+    void cleanup()
+    {
+        m_form.reset();
+        FPVFileTree::resetState();
+    }
 
     void underADialog_data();
     void underADialog();
+    void inTheWalkOfAPaste();
 
 private:
     std::unique_ptr<FormFixture> m_form;
@@ -108,6 +117,34 @@ void TestFormFileGone::underADialog()
     QStringList left = m_form->store();
     left.removeOne(QStringLiteral("mail")); // made before the message
     QCOMPARE(left, list("a00.jpg dir taken.jpg"));
+}
+
+/// The walk through a folder that is pasted lets events in after the wait dialog has its paint.
+void TestFormFileGone::inTheWalkOfAPaste()
+{
+    m_form->world.makePhotos(2, QStringLiteral("dir"));
+    m_form->world.makePhoto(QStringLiteral("taken.jpg"));
+    m_form->startMarked();
+    const QString folder = m_form->world.path(QStringLiteral("dir"));
+    m_form->view->clipboard().take({folder, m_form->world.path(QStringLiteral("taken.jpg"))},
+                                   false);
+    QString walked;
+    DialogDriver driver;
+    FileFaults faults(folder);
+    faults.doBefore(FileFaults::ListFolder, 1, [this, &walked] {
+        QTimer::singleShot(0, this, [this, &walked] {
+            walked = FPVFileTree::rootPrefix();
+            m_form->window.takeCentralWidget();
+            m_form->form.reset();
+        });
+    });
+    m_form->form->menu_edit_Paste();
+    QVERIFY(m_form->form == nullptr);
+    QCOMPARE(walked, folder);
+    QCOMPARE(driver.lines(), QStringList{QStringLiteral("wait Working...")});
+    QVERIFY(QApplication::activeModalWidget() == nullptr);
+    QCOMPARE(m_form->store(), list("dir taken.jpg"));
+    QCOMPARE(QDir(folder).entryList(QDir::Files), list("a00.jpg a01.jpg"));
 }
 
 LUMI_TEST(TestFormFileGone)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The mail key in the browser: what the user sees, and what it leaves alone.
 #include "files/mailCopy.h"
+#include "platform/deviceKey.h"
 #include "tests/files/FormFixture.h"
 #include "tests/support/FileFaults.h"
 #include "tests/support/FullDisk.h"
@@ -38,6 +39,8 @@ class TestFormFileMail : public QObject
 private Q_SLOTS:
     void init();
     void cleanup();
+    void theKeyMakesTheCopy_data();
+    void theKeyMakesTheCopy();
     void theCopyIsMadeAndNamed();
     void theWaitDialogStandsDuringTheWork();
     void theWaitDialogStandsBehindTheBoxes_data();
@@ -91,6 +94,35 @@ void TestFormFileMail::chooseItem(const QString &name)
 QStringList TestFormFileMail::mailFiles() const
 {
     return QDir(lumi::mailFolderPath()).entryList(QDir::Files | QDir::Hidden);
+}
+
+void TestFormFileMail::theKeyMakesTheCopy_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::addColumn<Qt::KeyboardModifiers>("modifiers");
+    const Qt::KeyboardModifiers none;
+    const Qt::KeyboardModifiers control = Qt::ControlModifier;
+    QTest::newRow("the device's") << kKeyMail << none;
+    QTest::newRow("a keyboard's") << static_cast<int>(Qt::Key_LaunchMail) << none;
+    QTest::newRow("Ctrl and M") << static_cast<int>(Qt::Key_M) << control;
+}
+
+/// As the window system sends it, through the translation of keys.
+void TestFormFileMail::theKeyMakesTheCopy()
+{
+    QFETCH(int, key);
+    QFETCH(Qt::KeyboardModifiers, modifiers);
+    m_form->start();
+    QVERIFY(m_form->waitForCells(3));
+    m_form->select("big.jpg");
+    QWindow *window = m_form->window.windowHandle();
+    qt_handleKeyEvent(window, QEvent::KeyPress, key, modifiers);
+    qt_handleKeyEvent(window, QEvent::KeyRelease, key, modifiers);
+    QCoreApplication::processEvents();
+    QCOMPARE(mailFiles(), QStringList{todaysName(1)});
+    QCOMPARE(m_driver->captions(), QStringList{QStringLiteral("Attach to mail")});
+    QVERIFY(m_driver->texts().constFirst().contains(todaysName(1)));
+    QVERIFY(!m_form->form->isBusy());
 }
 
 void TestFormFileMail::theCopyIsMadeAndNamed()

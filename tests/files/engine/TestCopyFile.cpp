@@ -2,7 +2,7 @@
 // What a copy makes of files when nothing fails.
 #include "app/common/paths.h"
 #include "files/engine/copyFile.h"
-#include "tests/files/engine/FileFixture.h"
+#include "tests/files/engine/CopyTest.h"
 #include "tests/support/FakeMachine.h"
 #include "tests/support/FileFaults.h"
 #include "tests/support/TestMain.h"
@@ -13,36 +13,16 @@
 #include <QTest>
 #include <QTimer>
 
-#include <memory>
-
 #include <unistd.h>
 
 using lumi::test::FileFaults;
 using lumi::test::FileFixture;
 
-namespace {
-
-constexpr int kBlock = 16384;
-constexpr int kBlocks = 5;
-
-int askedTimes = 0;
-int stopAfter = 0;
-
-bool stopLater()
-{
-    ++askedTimes;
-    return askedTimes < stopAfter;
-}
-
-} // namespace
-
-class TestCopyFile : public QObject
+class TestCopyFile : public CopyTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
     void contentsArrive_data();
     void contentsArrive();
     void anEmptyFileMakesAnEmptyFile();
@@ -66,33 +46,7 @@ private Q_SLOTS:
     void shortSpace_data();
     void shortSpace();
     void shortSpaceIsAskedAtTheDocuments();
-
-private:
-    [[nodiscard]] int copy(const QString &from, const QString &to, bool failIfExists = true) const;
-
-    std::unique_ptr<FileFixture> m_files;
-    QByteArray m_photo;
 };
-
-void TestCopyFile::init()
-{
-    m_files = std::make_unique<FileFixture>();
-    m_photo = FileFixture::noise(kBlocks * kBlock);
-    askedTimes = 0;
-    stopAfter = 0;
-    setCopyCancelled(false);
-}
-
-void TestCopyFile::cleanup()
-{
-    m_files.reset();
-    setCopyCancelled(false);
-}
-
-int TestCopyFile::copy(const QString &from, const QString &to, bool failIfExists) const
-{
-    return copyFile(m_files->path(from), m_files->path(to), false, failIfExists, nullptr, kBlock);
-}
 
 void TestCopyFile::contentsArrive_data()
 {
@@ -130,14 +84,14 @@ void TestCopyFile::contentsArrive()
 void TestCopyFile::anEmptyFileMakesAnEmptyFile()
 {
     m_files->make(QStringLiteral("a"));
-    stopAfter = 1;
+    s_stopAfter = 1;
     QCOMPARE(copyFile(m_files->path(QStringLiteral("a")), m_files->path(QStringLiteral("b")), false,
                       true, &stopLater, kBlock),
              0);
     QVERIFY(QFile::exists(m_files->path(QStringLiteral("b"))));
     QCOMPARE(m_files->content(QStringLiteral("b")), QByteArray(""));
     // Nothing was written, so nobody was asked.
-    QCOMPARE(askedTimes, 0);
+    QCOMPARE(s_askedTimes, 0);
 }
 
 void TestCopyFile::onlyContentsAreCopied()

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Every step of a copy failing once, and copies that are stopped.
 #include "files/engine/copyFile.h"
-#include "tests/files/engine/FileFixture.h"
+#include "tests/files/engine/CopyTest.h"
 #include "tests/support/FileFaults.h"
 #include "tests/support/FullDisk.h"
 #include "tests/support/OrdinaryUser.h"
@@ -18,29 +18,11 @@
 using lumi::test::FileFaults;
 using lumi::test::FileFixture;
 
-namespace {
-
-constexpr int kBlock = 16384;
-constexpr int kBlocks = 5;
-
-int askedTimes = 0;
-int stopAfter = 0;
-
-bool stopLater()
-{
-    ++askedTimes;
-    return askedTimes < stopAfter;
-}
-
-} // namespace
-
-class TestCopyFileFaults : public QObject
+class TestCopyFileFaults : public CopyTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
     void aTargetThatCantGo();
     void anUnreadableSource();
     void noFolderForTheTarget();
@@ -59,33 +41,7 @@ private Q_SLOTS:
     void aMovedSourceIsGoneEvenAfterAFailure();
     void aMovedSourceThatStays();
     void aRefusedMoveKeepsTheSource();
-
-private:
-    [[nodiscard]] int copy(const QString &from, const QString &to, bool failIfExists = true) const;
-
-    std::unique_ptr<FileFixture> m_files;
-    QByteArray m_photo;
 };
-
-void TestCopyFileFaults::init()
-{
-    m_files = std::make_unique<FileFixture>();
-    m_photo = FileFixture::noise(kBlocks * kBlock);
-    askedTimes = 0;
-    stopAfter = 0;
-    setCopyCancelled(false);
-}
-
-void TestCopyFileFaults::cleanup()
-{
-    m_files.reset();
-    setCopyCancelled(false);
-}
-
-int TestCopyFileFaults::copy(const QString &from, const QString &to, bool failIfExists) const
-{
-    return copyFile(m_files->path(from), m_files->path(to), false, failIfExists, nullptr, kBlock);
-}
 
 void TestCopyFileFaults::aTargetThatCantGo()
 {
@@ -229,12 +185,12 @@ void TestCopyFileFaults::theCallbackStopsTheCopy_data()
 void TestCopyFileFaults::theCallbackStopsTheCopy()
 {
     QFETCH(int, after);
-    stopAfter = after;
+    s_stopAfter = after;
     m_files->make(QStringLiteral("a"), m_photo);
     QCOMPARE(copyFile(m_files->path(QStringLiteral("a")), m_files->path(QStringLiteral("b")), false,
                       true, &stopLater, kBlock),
              6);
-    QCOMPARE(askedTimes, after);
+    QCOMPARE(s_askedTimes, after);
     QCOMPARE(m_files->entries(), QStringList{QStringLiteral("a")});
 }
 
@@ -276,7 +232,7 @@ void TestCopyFileFaults::aCancelTakesEffectBetweenBlocks()
 void TestCopyFileFaults::aMovedSourceIsGoneEvenAfterAFailure()
 {
     m_files->make(QStringLiteral("a"), m_photo);
-    stopAfter = 2;
+    s_stopAfter = 2;
     QCOMPARE(copyFile(m_files->path(QStringLiteral("a")), m_files->path(QStringLiteral("b")), true,
                       true, &stopLater, kBlock),
              6);

@@ -1,44 +1,24 @@
 // SPDX-License-Identifier: MIT
-// What a paste makes of files and folders when nothing fails.
-#include "files/engine/FPVClipboard.h"
-#include "files/engine/FPVFileTree.h"
+// What a paste makes of files when nothing fails.
 #include "items/FPVItemList.h"
-#include "tests/files/engine/FileFixture.h"
-#include "tests/support/FakeMachine.h"
-#include "tests/support/OrdinaryUser.h"
+#include "tests/files/engine/PasteTest.h"
 #include "tests/support/TestMain.h"
 
 #include <QDateTime>
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QTest>
-#include <QTimer>
-
-#include <memory>
 
 #include <unistd.h>
 
 using lumi::PasteResult;
-using lumi::test::FakeMachine;
 using lumi::test::FileFixture;
 
-namespace {
-
-QStringList list(const char *names)
-{
-    return QString::fromUtf8(names).split(QLatin1Char(' '), Qt::SkipEmptyParts);
-}
-
-} // namespace
-
-class TestFPVClipboard : public QObject
+class TestFPVClipboard : public PasteTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
     void startsEmpty();
     void contentsArrive_data();
     void contentsArrive();
@@ -57,57 +37,11 @@ private Q_SLOTS:
     void aClosingSlashOfTheFolder();
     void roomIsNeeded_data();
     void roomIsNeeded();
-    void aFolderWithoutRoomArrivesEmpty();
     void roomIsAskedWhereTheCopyGoes();
-    void aFolderBringsItsPhotosOnly();
-    void aFolderWithoutPhotosArrivesEmpty();
-    void anUnreadableFolderArrivesEmpty();
-    void aFolderPastedTwiceGetsANumber();
-    void aFolderIntoItself();
-    void aCutFolderStays();
-    void dotsAreNoFolders();
-    void patternsStayForLaterWalks();
-    void anImportsFilterStaysForPastes();
     void theListGetsItems();
-    void theListGetsOneItemForAFolder();
     void pathsGoInTheirOrder();
-    void onlyFoldersLetEventsIn();
     void anEmptyClipboardPastesNothing();
-
-private:
-    [[nodiscard]] PasteResult paste(const char *names, bool cut, const char *folder = "to");
-
-    std::unique_ptr<FileFixture> m_files;
-    FakeMachine *m_machine = nullptr;
-    FPVClipboard m_clipboard;
 };
-
-void TestFPVClipboard::init()
-{
-    m_files = std::make_unique<FileFixture>();
-    m_files->makeFolder(QStringLiteral("to"));
-    m_machine = FakeMachine::install();
-    m_clipboard = FPVClipboard();
-    FPVFileTree::resetState();
-}
-
-void TestFPVClipboard::cleanup()
-{
-    Machine::install(nullptr);
-    m_files.reset();
-    FPVFileTree::resetState();
-}
-
-/// Names are separated by blanks.
-PasteResult TestFPVClipboard::paste(const char *names, bool cut, const char *folder)
-{
-    QStringList paths;
-    for (const QString &name : list(names)) {
-        paths.append(m_files->path(name));
-    }
-    m_clipboard.take(paths, cut);
-    return m_clipboard.paste(m_files->path(QLatin1String(folder)), nullptr);
-}
 
 void TestFPVClipboard::startsEmpty()
 {
@@ -351,19 +285,6 @@ void TestFPVClipboard::roomIsNeeded()
     QCOMPARE(m_files->entries(), isDone ? list("to/ to/a.jpg") : list("a.jpg to/"));
 }
 
-/// A folder takes no room worth asking for: its photos are refused.
-void TestFPVClipboard::aFolderWithoutRoomArrivesEmpty()
-{
-    m_files->make(QStringLiteral("trip/a.jpg"), "1");
-    m_machine->setFreeDiskKB(10240);
-    FPVItemList items(m_files->path(QStringLiteral("to")), m_files->path());
-    m_clipboard.take({m_files->path(QStringLiteral("trip"))}, false);
-    QCOMPARE(m_clipboard.paste(items.currentPath(), &items), PasteResult::NoRoom);
-    QCOMPARE(m_files->entries(), list("to/ to/trip/ trip/ trip/a.jpg"));
-    QCOMPARE(items.count(), 1);
-    QCOMPARE(items.at(0)->path(), m_files->path(QStringLiteral("to/trip")));
-}
-
 void TestFPVClipboard::roomIsAskedWhereTheCopyGoes()
 {
     QByteArrayList asked;
@@ -379,110 +300,6 @@ void TestFPVClipboard::roomIsAskedWhereTheCopyGoes()
     m_files->make(QStringLiteral("to/b.jpg"), "1");
     QCOMPARE(paste("to/b.jpg", true), PasteResult::Done);
     QCOMPARE(asked.size(), 1);
-}
-
-void TestFPVClipboard::aFolderBringsItsPhotosOnly()
-{
-    for (const char *name : {"trip/a.jpg", "trip/B.JPEG", "trip/two words.jpg", "trip/notes.txt",
-                             "trip/.hidden.jpg", "trip/day/c.jpg", "trip/x.jpg.txt"}) {
-        m_files->make(QString::fromUtf8(name), name);
-    }
-    m_files->makePipe(QStringLiteral("trip/pipe.jpg"));
-    m_files->makeLink(QStringLiteral("trip/link.jpg"), QStringLiteral("a.jpg"));
-    const QStringList before = m_files->entries(QStringLiteral("trip"));
-    QCOMPARE(paste("trip", false), PasteResult::Done);
-    const QStringList arrived{QStringLiteral("trip/"), QStringLiteral("trip/B.JPEG"),
-                              QStringLiteral("trip/a.jpg"), QStringLiteral("trip/two words.jpg")};
-    QCOMPARE(m_files->entries(QStringLiteral("to")), arrived);
-    QCOMPARE(m_files->content(QStringLiteral("to/trip/B.JPEG")), QByteArray("trip/B.JPEG"));
-    QCOMPARE(m_files->entries(QStringLiteral("trip")), before);
-}
-
-void TestFPVClipboard::aFolderWithoutPhotosArrivesEmpty()
-{
-    m_files->make(QStringLiteral("trip/day/c.jpg"), "1");
-    m_files->make(QStringLiteral("trip/notes.txt"), "1");
-    QCOMPARE(paste("trip", false), PasteResult::Done);
-    QCOMPARE(m_files->entries(QStringLiteral("to")), list("trip/"));
-}
-
-void TestFPVClipboard::anUnreadableFolderArrivesEmpty()
-{
-    m_files->make(QStringLiteral("trip/a.jpg"), "1");
-    const QString folder = m_files->path(QStringLiteral("trip"));
-    QVERIFY(QFile::setPermissions(folder, {}));
-    QVERIFY(QFile::setPermissions(m_files->path(QStringLiteral("to")), QFile::Permissions(0x7777)));
-    {
-        const lumi::test::OrdinaryUser user;
-        QCOMPARE(paste("trip", false), PasteResult::Done);
-    }
-    QVERIFY(QFile::setPermissions(folder, QFile::Permissions(0x7777)));
-    QCOMPARE(m_files->entries(), list("to/ to/trip/ trip/ trip/a.jpg"));
-}
-
-void TestFPVClipboard::aFolderPastedTwiceGetsANumber()
-{
-    m_files->make(QStringLiteral("a.b/a.jpg"), "1");
-    for (int i = 0; i < 3; ++i) {
-        QCOMPARE(paste("a.b", false), PasteResult::Done);
-    }
-    QCOMPARE(m_files->entries(QStringLiteral("to")),
-             list("a.b/ a.b/a.jpg a.b001/ a.b001/a.jpg a.b002/ a.b002/a.jpg"));
-}
-
-void TestFPVClipboard::aFolderIntoItself()
-{
-    m_files->make(QStringLiteral("to/a.jpg"), "1");
-    QCOMPARE(paste("to", false), PasteResult::Done);
-    QCOMPARE(m_files->entries(QStringLiteral("to")), list("a.jpg to/ to/a.jpg"));
-    QCOMPARE(paste("to", false), PasteResult::Done);
-    QCOMPARE(m_files->entries(QStringLiteral("to")), list("a.jpg to/ to/a.jpg to001/ to001/a.jpg"));
-}
-
-/// Only photos can be marked, but a cut takes whatever is.
-void TestFPVClipboard::aCutFolderStays()
-{
-    m_files->make(QStringLiteral("trip/a.jpg"), "1");
-    m_files->make(QStringLiteral("b.jpg"), "2");
-    QCOMPARE(paste("trip b.jpg", true), PasteResult::Done);
-    QCOMPARE(m_files->entries(), list("to/ to/b.jpg to/trip/ to/trip/a.jpg trip/ trip/a.jpg"));
-    QVERIFY(m_clipboard.paths().isEmpty());
-}
-
-void TestFPVClipboard::dotsAreNoFolders()
-{
-    m_files->make(QStringLiteral("trip/a.jpg"), "1");
-    m_files->make(QStringLiteral("b.jpg"), "2");
-    QCOMPARE(paste("trip/. trip/.. b.jpg", false), PasteResult::Done);
-    QCOMPARE(m_files->entries(QStringLiteral("to")), list("b.jpg"));
-}
-
-void TestFPVClipboard::patternsStayForLaterWalks()
-{
-    m_files->make(QStringLiteral("a.jpg"), "1");
-    QCOMPARE(paste("a.jpg", false), PasteResult::Done);
-    QCOMPARE(FPVFileTree::patterns(), list("*"));
-    m_files->make(QStringLiteral("trip/a.jpg"), "1");
-    m_files->make(QStringLiteral("trip/notes.txt"), "1");
-    QCOMPARE(paste("trip", false), PasteResult::Done);
-    QCOMPARE(FPVFileTree::patterns(), list("*.jpg *.jpeg"));
-    FPVFileTree later;
-    later.walk(m_files->path(QStringLiteral("trip")), false, nullptr);
-    QCOMPARE(later.allFiles(), list("/a.jpg"));
-}
-
-void TestFPVClipboard::anImportsFilterStaysForPastes()
-{
-    constexpr int kImportFilter = 0x313;
-    m_files->make(QStringLiteral("trip/a.jpg"), "1");
-    m_files->make(QStringLiteral("trip/.hidden.jpg"), "1");
-    m_files->makeLink(QStringLiteral("trip/link.jpg"), QStringLiteral("a.jpg"));
-    m_files->makePipe(QStringLiteral("trip/pipe.jpg"));
-    FPVFileTree::setDirFilter(kImportFilter);
-    QCOMPARE(paste("trip", false), PasteResult::Done);
-    QCOMPARE(m_files->entries(QStringLiteral("to")),
-             list("trip/ trip/.hidden.jpg trip/a.jpg trip/link.jpg"));
-    QVERIFY(!QFileInfo(m_files->path(QStringLiteral("to/trip/link.jpg"))).isSymLink());
 }
 
 void TestFPVClipboard::theListGetsItems()
@@ -503,21 +320,6 @@ void TestFPVClipboard::theListGetsItems()
     QVERIFY(!items.at(1)->isChecked());
 }
 
-void TestFPVClipboard::theListGetsOneItemForAFolder()
-{
-    m_files->make(QStringLiteral("trip/a.jpg"), "1");
-    m_files->make(QStringLiteral("trip/b.jpg"), "2");
-    FPVItemList items(m_files->path(QStringLiteral("to")), m_files->path());
-    m_clipboard.take({m_files->path(QStringLiteral("trip"))}, false);
-    QCOMPARE(m_clipboard.paste(items.currentPath(), &items), PasteResult::Done);
-    QCOMPARE(m_clipboard.paste(items.currentPath(), &items), PasteResult::Done);
-    QCOMPARE(items.count(), 2);
-    QVERIFY(items.at(0)->isFolder());
-    QCOMPARE(items.at(0)->path(), m_files->path(QStringLiteral("to/trip")));
-    QCOMPARE(items.at(1)->path(), m_files->path(QStringLiteral("to/trip001")));
-    QCOMPARE(items.at(1)->ownerList(), &items);
-}
-
 void TestFPVClipboard::pathsGoInTheirOrder()
 {
     for (const char *name : {"one/a.jpg", "two/a.jpg", "three/a.jpg"}) {
@@ -527,20 +329,6 @@ void TestFPVClipboard::pathsGoInTheirOrder()
     QCOMPARE(m_files->content(QStringLiteral("to/a.jpg")), QByteArray("two/a.jpg"));
     QCOMPARE(m_files->content(QStringLiteral("to/a-1.jpg")), QByteArray("three/a.jpg"));
     QCOMPARE(m_files->content(QStringLiteral("to/a-2.jpg")), QByteArray("one/a.jpg"));
-}
-
-void TestFPVClipboard::onlyFoldersLetEventsIn()
-{
-    m_files->make(QStringLiteral("trip/a.jpg"), "1");
-    m_files->make(QStringLiteral("b.jpg"), FileFixture::noise(100000));
-    bool ran = false;
-    QTimer::singleShot(0, this, [&ran] {
-        ran = true;
-    });
-    QCOMPARE(paste("b.jpg", false), PasteResult::Done);
-    QVERIFY(!ran);
-    QCOMPARE(paste("trip", false), PasteResult::Done);
-    QVERIFY(ran);
 }
 
 void TestFPVClipboard::anEmptyClipboardPastesNothing()

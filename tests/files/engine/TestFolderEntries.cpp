@@ -230,6 +230,7 @@ void TestFolderEntries::renamingWhereNothingCanBeRefused_data()
     QTest::addColumn<int>("error");
     QTest::newRow("the file system knows no conditions") << EINVAL;
     QTest::newRow("the system knows no conditions") << ENOSYS;
+    QTest::newRow("conditions are not supported") << EOPNOTSUPP;
 }
 
 void TestFolderEntries::renamingWhereNothingCanBeRefused()

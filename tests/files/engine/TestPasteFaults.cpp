@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Every step of a paste failing once. Whatever happens: no photo is overwritten, nothing is
 // left of a copy that isn't whole, and a source goes only when its copy is.
-#include "files/engine/FPVClipboard.h"
 #include "items/FPVItemList.h"
-#include "tests/files/engine/FileFixture.h"
-#include "tests/support/FakeMachine.h"
+#include "tests/files/engine/PasteTest.h"
 #include "tests/support/FileFaults.h"
 #include "tests/support/FullDisk.h"
 #include "tests/support/OrdinaryUser.h"
@@ -15,7 +13,6 @@
 #include <QFileInfo>
 #include <QLoggingCategory>
 #include <QTest>
-#include <QTimer>
 
 #include <cerrno>
 #include <memory>
@@ -30,11 +27,6 @@ namespace {
 
 constexpr int kBlock = 8192;
 constexpr int kBlocks = 4;
-
-QStringList list(const char *names)
-{
-    return QString::fromUtf8(names).split(QLatin1Char(' '), Qt::SkipEmptyParts);
-}
 
 } // namespace
 
@@ -68,9 +60,6 @@ private Q_SLOTS:
     void anUnreadableSource();
     void aFolderThatCantBeWritten();
     void aFolderThatIsGoneHasNoRoom();
-    void aMediumThatGoesBetweenTwoPhotos_data();
-    void aMediumThatGoesBetweenTwoPhotos();
-    void aMediumThatGoesWhileAFolderIsRead();
     void aTargetThatComesInBetweenIsKept();
     void withoutABufferNothingIsPasted();
     void aFullDiskLeavesNothingHalf();
@@ -445,51 +434,6 @@ void TestPasteFaults::aFolderThatIsGoneHasNoRoom()
     QCOMPARE(paste(false), PasteResult::Done);
 }
 
-void TestPasteFaults::aMediumThatGoesBetweenTwoPhotos_data()
-{
-    QTest::addColumn<QString>("rest");
-    QTest::newRow("its folder is now one of another disk") << "/proc";
-    QTest::newRow("its folder is gone") << "";
-}
-
-/// As when a card is unmounted: what its folder is then must get nothing.
-void TestPasteFaults::aMediumThatGoesBetweenTwoPhotos()
-{
-    QFETCH(QString, rest);
-    const QString card = m_files->makeLink(QStringLiteral("card"), QStringLiteral("to"));
-    const QString second = m_files->make(QStringLiteral("b.jpg"), m_photo);
-    FileFaults faults(m_files->path());
-    faults.doBefore(FileFaults::Remove, 1, [this, card, rest] {
-        QVERIFY(QFile::remove(card));
-        if (!rest.isEmpty()) {
-            m_files->makeLink(QStringLiteral("card"), rest);
-        }
-    });
-    m_clipboard.take({m_files->path(QStringLiteral("a.jpg")), second}, true);
-    QCOMPARE(m_clipboard.paste(card, m_items.get()), PasteResult::Missing);
-    QCOMPARE(faults.count(FileFaults::OpenToRead), 1);
-    QCOMPARE(m_files->entries(QStringLiteral("to")), list("a.jpg"));
-    QCOMPARE(m_files->content(QStringLiteral("to/a.jpg")), m_photo);
-    QCOMPARE(m_files->content(QStringLiteral("b.jpg")), m_photo);
-    QCOMPARE(m_items->count(), 1);
-}
-
-void TestPasteFaults::aMediumThatGoesWhileAFolderIsRead()
-{
-    m_files->make(QStringLiteral("trip/a.jpg"), m_photo);
-    const QString card = m_files->makeLink(QStringLiteral("card"), QStringLiteral("to"));
-    QTimer::singleShot(0, this, [this, card] {
-        QVERIFY(QFile::remove(card));
-        m_files->makeLink(QStringLiteral("card"), QStringLiteral("/proc"));
-    });
-    FileFaults faults(m_files->path());
-    m_clipboard.take({m_files->path(QStringLiteral("trip"))}, false);
-    QCOMPARE(m_clipboard.paste(card, m_items.get()), PasteResult::Missing);
-    QCOMPARE(faults.count(FileFaults::MakeFolder), 0);
-    QVERIFY(m_files->entries(QStringLiteral("to")).isEmpty());
-    QCOMPARE(m_items->count(), 0);
-}
-
 void TestPasteFaults::aTargetThatComesInBetweenIsKept()
 {
     FileFaults faults(m_files->path());
@@ -518,6 +462,8 @@ void TestPasteFaults::aFullDiskLeavesNothingHalf()
     const lumi::test::SmallDisk disk(m_files->path(QStringLiteral("to")), 128);
     const std::unique_ptr<lumi::test::FileSizeLimit> limit(
         disk.isMounted() ? nullptr : new lumi::test::FileSizeLimit(128 * 1024));
+    QCOMPARE(m_items->load(m_files->path(QStringLiteral("to")), QString()),
+             lumi::ListResult::Listed);
     for (const bool cut : {true, false}) {
         QCOMPARE(paste(cut), PasteResult::NotWritten);
         QVERIFY(m_files->entries(QStringLiteral("to")).isEmpty());

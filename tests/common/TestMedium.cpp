@@ -1,0 +1,141 @@
+// SPDX-License-Identifier: MIT
+#include "app/common/Medium.h"
+#include "tests/support/FakeMachine.h"
+#include "tests/support/TestMain.h"
+
+#include <QDir>
+#include <QTest>
+
+using lumi::Medium;
+using lumi::test::FakeMachine;
+
+namespace {
+
+/// A slot whose mount point comes and goes with its card: the machine serves a stand-in.
+class VanishedSlot : public FakeMachine
+{
+public:
+    QString configuredMountPoint(Slot slot) const override
+    {
+        return slot == Slot::CF ? QStringLiteral("/no/such/cf") : sd;
+    }
+};
+
+} // namespace
+
+class TestMedium : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+
+    void init() { m_machine = FakeMachine::install(); }
+
+    void cleanup() { Machine::install(nullptr); }
+
+    void theMarkerTellsAnEmptySlot();
+    void aCardIsThereAsLongAsItIsIn_data();
+    void aCardIsThereAsLongAsItIsIn();
+    void theOtherSlotDoesNotCount();
+    void aMountPointMayVanish();
+    void anotherFileSystemIsAnotherMedium_data();
+    void anotherFileSystemIsAnotherMedium();
+    void whatWasNeverThereIsNotMissed();
+
+private:
+    FakeMachine *m_machine = nullptr;
+};
+
+void TestMedium::theMarkerTellsAnEmptySlot()
+{
+    for (const Slot slot : {Slot::CF, Slot::SD}) {
+        QVERIFY(!lumi::isCardInSlot(slot));
+        m_machine->insertCard(slot);
+        QVERIFY(lumi::isCardInSlot(slot));
+        m_machine->removeCard(slot);
+        QVERIFY(!lumi::isCardInSlot(slot));
+    }
+}
+
+void TestMedium::aCardIsThereAsLongAsItIsIn_data()
+{
+    QTest::addColumn<Slot>("slot");
+    QTest::addColumn<QString>("below");
+    QTest::newRow("the root of the SD card") << Slot::SD << "";
+    QTest::newRow("a folder of the SD card") << Slot::SD << "/dcim/100";
+    QTest::newRow("the root of the CF card") << Slot::CF << "";
+    QTest::newRow("a folder of the CF card") << Slot::CF << "/dcim";
+}
+
+void TestMedium::aCardIsThereAsLongAsItIsIn()
+{
+    QFETCH(Slot, slot);
+    QFETCH(QString, below);
+    m_machine->insertCard(slot);
+    const QString folder = m_machine->mountPoint(slot) + below;
+    QVERIFY(QDir().mkpath(folder));
+    const Medium medium(folder);
+    QVERIFY(medium.isThere());
+    // On the same disk as before: only the marker tells.
+    m_machine->removeCard(slot);
+    QVERIFY(!medium.isThere());
+    QVERIFY(!Medium(folder).isThere());
+    m_machine->insertCard(slot);
+    QVERIFY(medium.isThere());
+}
+
+void TestMedium::theOtherSlotDoesNotCount()
+{
+    m_machine->insertCard(Slot::SD);
+    QVERIFY(Medium(m_machine->sd).isThere());
+    const QString neighbour = m_machine->cf + QStringLiteral("-photos");
+    QVERIFY(QDir().mkpath(neighbour));
+    QVERIFY(Medium(neighbour).isThere());
+    QVERIFY(!Medium(m_machine->cf).isThere());
+}
+
+void TestMedium::aMountPointMayVanish()
+{
+    m_machine = new VanishedSlot;
+    Machine::install(m_machine);
+    const Medium medium(QStringLiteral("/no/such/cf/dcim"));
+    QVERIFY(!medium.isThere());
+    m_machine->insertCard(Slot::CF);
+    QVERIFY(medium.isThere());
+}
+
+void TestMedium::anotherFileSystemIsAnotherMedium_data()
+{
+    QTest::addColumn<QString>("after");
+    QTest::addColumn<bool>("isThere");
+    QTest::newRow("another folder of the same disk") << "other" << true;
+    QTest::newRow("a folder of another disk") << "/proc" << false;
+    QTest::newRow("no folder any more") << "none" << false;
+}
+
+void TestMedium::anotherFileSystemIsAnotherMedium()
+{
+    QFETCH(QString, after);
+    QFETCH(bool, isThere);
+    const QTemporaryDir folder;
+    for (const char *name : {"one", "other"}) {
+        QVERIFY(QDir(folder.path()).mkdir(QLatin1String(name)));
+    }
+    const QString link = folder.filePath(QStringLiteral("link"));
+    QVERIFY(QFile::link(QStringLiteral("one"), link));
+    const Medium medium(link);
+    QVERIFY(medium.isThere());
+    QVERIFY(QFile::remove(link) && QFile::link(after, link));
+    QCOMPARE(medium.isThere(), isThere);
+}
+
+void TestMedium::whatWasNeverThereIsNotMissed()
+{
+    const Medium none(QStringLiteral("/no/such/folder"));
+    QVERIFY(none.isThere());
+    const Medium empty;
+    QVERIFY(empty.isThere());
+}
+
+LUMI_TEST(TestMedium)
+#include "TestMedium.moc"

@@ -1,0 +1,132 @@
+// SPDX-License-Identifier: MIT
+// A medium that goes while or before something is pasted into one of its folders. Links stand
+// in for its mount point: what they lead to changes.
+#include "items/FPVItemList.h"
+#include "tests/files/engine/PasteTest.h"
+#include "tests/support/FileFaults.h"
+#include "tests/support/TestMain.h"
+
+#include <QFile>
+#include <QTest>
+#include <QTimer>
+
+#include <memory>
+
+using lumi::PasteResult;
+using lumi::test::FileFaults;
+using lumi::test::FileFixture;
+
+namespace {
+
+constexpr int kPhotoBytes = 30000;
+
+} // namespace
+
+class TestPasteMedium : public PasteTest
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aMediumThatGoesBetweenTwoPhotos_data();
+    void aMediumThatGoesBetweenTwoPhotos();
+    void aMediumThatGoesWhileAFolderIsRead();
+    void aMediumThatWentAfterTheListing_data();
+    void aMediumThatWentAfterTheListing();
+
+private:
+    /// A photo, and a listing of the folder that the medium stands for.
+    void prepare();
+
+    QByteArray m_photo;
+    std::unique_ptr<FPVItemList> m_items;
+};
+
+void TestPasteMedium::prepare()
+{
+    m_photo = FileFixture::noise(kPhotoBytes);
+    m_files->make(QStringLiteral("a.jpg"), m_photo);
+    m_items = std::make_unique<FPVItemList>(m_files->path(QStringLiteral("to")), m_files->path());
+}
+
+void TestPasteMedium::aMediumThatGoesBetweenTwoPhotos_data()
+{
+    QTest::addColumn<QString>("rest");
+    QTest::newRow("its folder is now one of another disk") << "/proc";
+    QTest::newRow("its folder is gone") << "";
+}
+
+/// As when a card is unmounted: what its folder is then must get nothing.
+void TestPasteMedium::aMediumThatGoesBetweenTwoPhotos()
+{
+    QFETCH(QString, rest);
+    prepare();
+    const QString card = m_files->makeLink(QStringLiteral("card"), QStringLiteral("to"));
+    const QString second = m_files->make(QStringLiteral("b.jpg"), m_photo);
+    FileFaults faults(m_files->path());
+    faults.doBefore(FileFaults::Remove, 1, [this, card, rest] {
+        QVERIFY(QFile::remove(card));
+        if (!rest.isEmpty()) {
+            m_files->makeLink(QStringLiteral("card"), rest);
+        }
+    });
+    m_clipboard.take({m_files->path(QStringLiteral("a.jpg")), second}, true);
+    QCOMPARE(m_clipboard.paste(card, m_items.get()), PasteResult::Missing);
+    QCOMPARE(faults.count(FileFaults::OpenToRead), 1);
+    QCOMPARE(m_files->entries(QStringLiteral("to")), list("a.jpg"));
+    QCOMPARE(m_files->content(QStringLiteral("to/a.jpg")), m_photo);
+    QCOMPARE(m_files->content(QStringLiteral("b.jpg")), m_photo);
+    QCOMPARE(m_items->count(), 1);
+}
+
+void TestPasteMedium::aMediumThatGoesWhileAFolderIsRead()
+{
+    prepare();
+    m_files->make(QStringLiteral("trip/a.jpg"), m_photo);
+    const QString card = m_files->makeLink(QStringLiteral("card"), QStringLiteral("to"));
+    QTimer::singleShot(0, this, [this, card] {
+        QVERIFY(QFile::remove(card));
+        m_files->makeLink(QStringLiteral("card"), QStringLiteral("/proc"));
+    });
+    FileFaults faults(m_files->path());
+    m_clipboard.take({m_files->path(QStringLiteral("trip"))}, false);
+    QCOMPARE(m_clipboard.paste(card, m_items.get()), PasteResult::Missing);
+    QCOMPARE(faults.count(FileFaults::MakeFolder), 0);
+    QVERIFY(m_files->entries(QStringLiteral("to")).isEmpty());
+    QCOMPARE(m_items->count(), 0);
+}
+
+void TestPasteMedium::aMediumThatWentAfterTheListing_data()
+{
+    QTest::addColumn<QString>("source");
+    QTest::addColumn<bool>("isListed");
+    QTest::newRow("a photo, the folder is on show") << "a.jpg" << true;
+    QTest::newRow("a folder, the folder is on show") << "trip" << true;
+    // Nobody knows what it has been on.
+    QTest::newRow("a photo, the folder is not on show") << "a.jpg" << false;
+}
+
+/// The folder on show is that of the listing, and not what has come under its name.
+void TestPasteMedium::aMediumThatWentAfterTheListing()
+{
+    QFETCH(QString, source);
+    QFETCH(bool, isListed);
+    prepare();
+    m_files->make(QStringLiteral("trip/a.jpg"), m_photo);
+    const QString card = m_files->makeLink(QStringLiteral("card"), QStringLiteral("to"));
+    if (isListed) {
+        QCOMPARE(m_items->load(card, QString()), lumi::ListResult::Listed);
+    }
+    QVERIFY(QFile::remove(card));
+    m_files->makeLink(QStringLiteral("card"), QStringLiteral("/proc"));
+    FileFaults faults(m_files->path());
+    m_clipboard.take({m_files->path(source)}, source == QLatin1String("a.jpg"));
+    const PasteResult result = m_clipboard.paste(card, m_items.get());
+    QCOMPARE(result == PasteResult::Missing, isListed);
+    QVERIFY(result != PasteResult::Done);
+    QCOMPARE(faults.count(FileFaults::Open | FileFaults::Remove) == 0, isListed);
+    QCOMPARE(m_files->content(QStringLiteral("a.jpg")), m_photo);
+    QCOMPARE(m_items->count(), 0);
+}
+
+LUMI_TEST(TestPasteMedium)
+#include "TestPasteMedium.moc"
