@@ -17,7 +17,6 @@ constexpr int kTiffBase = 12; // image start, marker, length and "Exif" with two
 constexpr int kTiffHeaderSize = 8;
 constexpr int kCountSize = 2;
 constexpr int kEntrySize = 12;
-constexpr int kLinkSize = 4;
 constexpr int kWordSize = 4;
 constexpr qint64 kLargestValue = 65535;
 constexpr qint64 kLargestSum = 1048576;
@@ -78,26 +77,11 @@ bool ExifSegment::readIfd(quint32 offset, ExifTagList &list, quint32 &link)
     return true;
 }
 
-std::optional<qint64> ExifSegment::sizeOfIfd(quint32 offset) const
+bool ExifSegment::holdsIfd(quint32 offset) const
 {
     const bool isCut = m_file.size() - m_tiffBase < m_bytes.size();
     const qint64 entries = qint64(offset) + kCountSize;
-    const qint64 present = (m_bytes.size() - entries) / kEntrySize;
-    const int count = u16(offset);
-    if (!isCut && (entries > m_bytes.size() || count > present)) {
-        return std::nullopt;
-    }
-    qint64 size = kCountSize + kLinkSize;
-    for (qint64 i = 0; i < std::min<qint64>(count, present); ++i) {
-        const qint64 value = valueSize(entries + kEntrySize * i);
-        size += kEntrySize + (value > kWordSize && value <= kLargestValue ? value + value % 2 : 0);
-    }
-    return size;
-}
-
-qint64 ExifSegment::valueSize(qint64 entry) const
-{
-    return qint64(u32(entry + 4)) * typeSize(u16(entry + 2));
+    return isCut || u16(offset) * qint64(kEntrySize) <= m_bytes.size() - entries;
 }
 
 bool ExifSegment::readEntry(qint64 entry, ExifTagList &list)
@@ -105,7 +89,7 @@ bool ExifSegment::readEntry(qint64 entry, ExifTagList &list)
     const quint16 tag = u16(entry);
     const quint16 type = u16(entry + 2);
     const quint32 count = u32(entry + 4);
-    const qint64 size = valueSize(entry);
+    const qint64 size = qint64(count) * typeSize(type);
     if (typeSize(type) == 0 || size > std::min(kLargestValue, m_room)) {
         return true;
     }

@@ -10,7 +10,6 @@
 
 #include <QByteArray>
 
-#include <optional>
 #include <span>
 #include <vector>
 
@@ -35,10 +34,12 @@ public:
     /// unknown types and too large values are passed over. False on a read error only.
     [[nodiscard]] bool readIfd(quint32 offset, ExifTagList &list, quint32 &link);
 
-    /// The bytes that the directory at offset takes with the values that readIfd() would give
-    /// it. Nothing when its entries do not all lie in the segment; of a segment that the file
-    /// does not have to its end, those that do are counted.
-    [[nodiscard]] std::optional<qint64> sizeOfIfd(quint32 offset) const;
+    /// Whether the entries of the directory at offset all lie in the segment. In a segment that
+    /// the file does not have to its end any directory does.
+    [[nodiscard]] bool holdsIfd(quint32 offset) const;
+
+    /// Values of that many bytes were thrown away again and count no more.
+    void giveBack(qint64 bytes) { m_room += bytes; }
 
     [[nodiscard]] bool isLittleEndian() const { return m_littleEndian; }
 
@@ -56,7 +57,6 @@ public:
 private:
     [[nodiscard]] bool loadHeader();
     [[nodiscard]] bool readEntry(qint64 entry, ExifTagList &list);
-    [[nodiscard]] qint64 valueSize(qint64 entry) const;
     [[nodiscard]] bool readValue(qint64 word);
     [[nodiscard]] bool readFar(qint64 place);
     /// Fills target from where the file stands. The end of the file is no error; the bytes
@@ -73,7 +73,7 @@ private:
     quint32 m_ifd0Offset = 0;
     QByteArray m_bytes;        // from the TIFF header to the end of the segment
     std::vector<char> m_value; // the value being read
-    qint64 m_room;             // bytes of values still allowed
+    qint64 m_room;             // bytes of values that may still be held
 };
 
 } // namespace lumi

@@ -5,6 +5,8 @@
 #include "exif/embeddedPicture.h"
 #include "exif/exifBlockBytes.h"
 #include "exif/pointerTags.h"
+#include "exif/tagNumbers.h"
+#include "exif/tagRoom.h"
 
 #include <QFileInfo>
 #include <QImage>
@@ -20,6 +22,14 @@ constexpr qint64 kMostInASegment = 65518;
 quint32 valueOf(const FPVExifTag *tag)
 {
     return tag ? static_cast<quint32>(tag->intValue()) : 0;
+}
+
+bool describesThumbnail(const lumi::ExifTagList &list)
+{
+    return std::any_of(list.begin(), list.end(), [](const FPVExifTag *tag) {
+        return tag->tag() == lumi::kTagCompression || tag->tag() == lumi::kTagStripOffsets
+            || tag->tag() == lumi::kThumbnailOffset;
+    });
 }
 
 } // namespace
@@ -106,52 +116,60 @@ bool FPVExifDocument::readAll()
     m_tiffBase = segment.tiffBase();
     m_app1Length = segment.app1Length();
     m_ifd0Offset = segment.ifd0Offset();
-    return loaded && segment.readIfd(m_ifd0Offset, m_ifd0, m_ifd1Offset) && readIfd1(segment)
-        && readSubIfds(segment);
+    if (!loaded || !segment.readIfd(m_ifd0Offset, m_ifd0, m_ifd1Offset)) {
+        return false;
+    }
+    // Values of the first directory that lie outside leave no less room than a full segment.
+    const qint64 ifd0 = std::min<qint64>(lumi::ifdSize(m_ifd0), segment.size());
+    const qint64 room = kMostInASegment - ifd0;
+    if (!readSubIfds(segment, room) || !readIfd1(segment)) {
+        return false;
+    }
+    fitBlock(room);
+    return true;
 }
 
-bool FPVExifDocument::readSubIfds(lumi::ExifSegment &segment)
+bool FPVExifDocument::readSubIfds(lumi::ExifSegment &segment, qint64 room)
 {
-    qint64 room = roomBesideLinked(segment);
-    if (!readPointed(segment, m_ifd0.findNumber(lumi::kExifPointer), m_exif, &room)) {
+    if (!readPointed(segment, m_ifd0.findNumber(lumi::kExifPointer), &FPVExifDocument::m_exif,
+                     room)) {
         return false;
     }
     const FPVExifTag *gps = m_ifd0.findNumber(lumi::kGpsPointer);
     const FPVExifTag *interoperability = m_exif.findNumber(lumi::kInteroperabilityPointer);
     // Without a directory of its own this one leads to what is written next.
     const bool isOfGps = gps && valueOf(gps) == valueOf(interoperability);
-    return (isOfGps || readPointed(segment, interoperability, m_interoperability, &room))
-        && readPointed(segment, gps, m_gps, &room);
+    return (isOfGps
+            || readPointed(segment, interoperability, &FPVExifDocument::m_interoperability, room))
+        && readPointed(segment, gps, &FPVExifDocument::m_gps, room);
 }
 
-/// What a pointer leads to counts as empty when it goes beyond the segment, when it is one of
-/// the linked directories, and when the block as it would be written no longer fitted a segment
-/// with it: the pointer is then left over from an older block, and what it leads to must not
-/// come into the next one.
+/// A pointer can be left over from an older block. What it leads to counts as empty then: it
+/// must not come into the next block. Some programs link the Exif directory behind the first
+/// one as well; only what describes a thumbnail is none. What is read is cut to size at once,
+/// or the values of one directory would leave none to be held for the next.
 bool FPVExifDocument::readPointed(lumi::ExifSegment &segment, const FPVExifTag *pointer,
-                                  lumi::ExifTagList &list, qint64 *room) const
+                                  ListMember target, qint64 room)
 {
     const quint32 offset = valueOf(pointer);
-    if (!pointer || offset == m_ifd0Offset || offset == m_ifd1Offset) {
+    const bool isExif = target == &FPVExifDocument::m_exif;
+    if (!pointer || offset == m_ifd0Offset || (offset == m_ifd1Offset && !isExif)
+        || !segment.holdsIfd(offset)) {
         return true;
     }
-    const std::optional<qint64> size = segment.sizeOfIfd(offset);
-    if (!size || *size > *room) {
-        return true;
-    }
-    *room -= *size;
+    lumi::ExifTagList &list = this->*target;
     quint32 unusedLink = 0;
-    return segment.readIfd(offset, list, unusedLink);
+    if (!segment.readIfd(offset, list, unusedLink)) {
+        return false;
+    }
+    const bool isOther = offset == m_ifd1Offset && describesThumbnail(list);
+    segment.giveBack(lumi::fitTags(pointedLists(), isOther ? 0 : room));
+    return true;
 }
 
-/// The bytes that a segment has for the directories that tags point to. Values and thumbnails
-/// from outside the segment leave no less room than a full one would.
-qint64 FPVExifDocument::roomBesideLinked(const lumi::ExifSegment &segment) const
+std::array<lumi::ExifTagList *, 3> FPVExifDocument::pointedLists()
 {
-    const bool isInside = qint64(m_thumbnailOffset) + m_thumbnailLength <= segment.size();
-    const qint64 thumbnail = hasThumbnail() && isInside ? m_thumbnailLength : 0;
-    const qint64 linked = qint64(lumi::ifdSize(m_ifd0)) + lumi::ifdSize(m_ifd1) + thumbnail;
-    return kMostInASegment - std::min(linked, segment.size());
+    return {&m_exif, &m_interoperability, &m_gps};
 }
 
 bool FPVExifDocument::readIfd1(lumi::ExifSegment &segment)
@@ -166,4 +184,44 @@ bool FPVExifDocument::readIfd1(lumi::ExifSegment &segment)
     m_thumbnailLength = valueOf(m_ifd1.findNumber(lumi::kThumbnailLength));
     m_thumbnailOffset = valueOf(m_ifd1.findNumber(lumi::kThumbnailOffset));
     return true;
+}
+
+/// The thumbnail goes like a value of its size. Not so one that no segment could hold, beside
+/// which nothing else would be worth its loss.
+void FPVExifDocument::fitBlock(qint64 room)
+{
+    const auto pointed = pointedLists();
+    const qint64 thumbnail = writtenThumbnail();
+    if (thumbnail <= kMostInASegment) {
+        if (thumbnail + lumi::sizeOfTags(pointed, thumbnail) > room) {
+            dropThumbnail();
+        }
+        room -= writtenThumbnail();
+    }
+    lumi::fitTags(pointed, room);
+    for (const lumi::ExifTagList *list : pointed) {
+        room -= lumi::ifdSize(*list);
+    }
+    lumi::ExifTagList *const second[] = {&m_ifd1};
+    lumi::fitTags(second, room);
+    const bool isNamed
+        = m_ifd1.findNumber(lumi::kThumbnailOffset) && m_ifd1.findNumber(lumi::kThumbnailLength);
+    if (thumbnail > 0 && !isNamed) {
+        dropThumbnail();
+    }
+}
+
+void FPVExifDocument::dropThumbnail()
+{
+    m_ifd1.removeNumber(lumi::kThumbnailOffset);
+    m_ifd1.removeNumber(lumi::kThumbnailLength);
+    m_thumbnailOffset = 0;
+    m_thumbnailLength = 0;
+}
+
+qint64 FPVExifDocument::writtenThumbnail() const
+{
+    const bool isNamed = m_ifd1.findNumber(lumi::kThumbnailOffset) != nullptr;
+    const bool isWhole = m_thumbnailLength <= size() - m_tiffBase - m_thumbnailOffset;
+    return hasThumbnail() && isNamed && isWhole ? m_thumbnailLength : 0;
 }

@@ -1,20 +1,22 @@
 // SPDX-License-Identifier: MIT
 // The whole Exif block of a photo, read at once into five lists with every value of every
 // tag, so that it can be shown, edited and written again. Only an APP1 segment that follows
-// the start of the image directly counts.
-// Owns: the tags; the file, which stays open while the document lives because thumbnail and
-// writer read from it again.
-// Format: the segment is read once and taken apart in memory; values outside it one by one.
-// What lies behind the segment reads as zero in a directory, what lies behind the file in a
-// value; of more than 65535 bytes, or beyond 1 MB in all, values are passed over. A pointer
-// outlives its directory and then leads into other data, which counts as an empty directory
-// when it cannot be one.
+// the start of the image directly counts. What a tag points to is a directory if its entries
+// lie in the segment and it is no linked one. As the block has to fit a segment again, the
+// largest are passed over of the values of these and the thumbnail, and the second directory
+// gets what room is left. The first one and a thumbnail above 64 KB are taken as they are.
+// Owns: the tags; the file, which stays open for thumbnail and writer to read from it again.
+// Format: the segment is read once and taken apart in memory, values outside it one by one.
+// Behind the segment a directory reads zero, behind the file a value; a value of more than
+// 65535 bytes, or beyond 1 MB in all, is passed over.
 #pragma once
 
 #include "exif/ExifListKind.h"
 #include "exif/ExifTagList.h"
 
 #include <QFile>
+
+#include <array>
 
 class QImage;
 
@@ -84,16 +86,22 @@ protected:
     /// number means is as for list().
     [[nodiscard]] lumi::ExifTagList &editableList(ExifListKind kind);
 
+    /// The bytes of the thumbnail that a new block gets: all of them or, without its offset in
+    /// the second directory or when the file does not have it whole, none.
+    [[nodiscard]] qint64 writtenThumbnail() const;
+
 private:
     using ListMember = lumi::ExifTagList FPVExifDocument::*;
 
     [[nodiscard]] static ListMember listAt(ExifListKind kind);
     [[nodiscard]] bool readAll();
-    [[nodiscard]] bool readSubIfds(lumi::ExifSegment &segment);
+    [[nodiscard]] bool readSubIfds(lumi::ExifSegment &segment, qint64 room);
     [[nodiscard]] bool readPointed(lumi::ExifSegment &segment, const FPVExifTag *pointer,
-                                   lumi::ExifTagList &list, qint64 *room) const;
-    [[nodiscard]] qint64 roomBesideLinked(const lumi::ExifSegment &segment) const;
+                                   ListMember target, qint64 room);
+    [[nodiscard]] std::array<lumi::ExifTagList *, 3> pointedLists();
     [[nodiscard]] bool readIfd1(lumi::ExifSegment &segment);
+    void fitBlock(qint64 room);
+    void dropThumbnail();
 
     quint8 m_littleEndian = 1;
     int m_tiffBase = 0;

@@ -4,7 +4,6 @@
 #include "exif/ExifSegment.h"
 #include "exif/FPVExifTagBytes.h"
 #include "exif/exifBlockBytes.h"
-#include "exif/pointerTags.h"
 #include "exif/typeSize.h"
 
 FPVExifWriter::FPVExifWriter(const QString &path)
@@ -57,11 +56,8 @@ int FPVExifWriter::rewrite()
     return static_cast<int>(lumi::PhotoReplacement(*this, m_state).run(start, thumbnail, rest));
 }
 
-/// Where the old file has the thumbnail; an empty range when none can be copied.
+/// Where the old file has the thumbnail; of no length when none can be copied.
 lumi::ByteRange FPVExifWriter::thumbnailRange() const
 {
-    const lumi::ByteRange range = {qint64(tiffBase()) + thumbnailOffset(), thumbnailLength()};
-    const bool isWhole = range.length <= size() - range.place;
-    const bool isNamed = find(lumi::kThumbnailOffset, ExifListKind::Ifd1) != nullptr;
-    return hasThumbnail() && isNamed && isWhole ? range : lumi::ByteRange();
+    return {qint64(tiffBase()) + thumbnailOffset(), writtenThumbnail()};
 }

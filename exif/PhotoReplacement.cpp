@@ -38,7 +38,11 @@ QString mediumOf(const QString &path)
 /// so by EINVAL.
 int syncError(int handle)
 {
-    return ::fsync(handle) == 0 || errno == EINVAL ? 0 : errno;
+    int error = 0;
+    do {
+        error = ::fsync(handle) == 0 ? 0 : errno;
+    } while (error == EINTR);
+    return error == EINVAL ? 0 : error;
 }
 
 /// The errno that closing the file would give, else 0: the toolkit's closing does not tell it.
@@ -117,8 +121,8 @@ ExifRewriteResult PhotoReplacement::run(const QByteArray &start, ByteRange thumb
     if (m_temporary.fileName().isEmpty()) {
         return ExifRewriteResult::Failed;
     }
-    if (!openTemporary()) {
-        return hasRoom() ? ExifRewriteResult::Failed : ExifRewriteResult::NoRoom;
+    if (const int error = openTemporary(); error != 0) {
+        return failure(error);
     }
     const Outcome outcome = fill(start, thumbnail, rest);
     if (outcome != Outcome::Whole) {
@@ -126,8 +130,7 @@ ExifRewriteResult PhotoReplacement::run(const QByteArray &start, ByteRange thumb
     }
     if (const int error = bringToDisk(); error != 0) {
         dropWhole();
-        return isDiskFull(error) || !hasRoom() ? ExifRewriteResult::NoRoom
-                                               : ExifRewriteResult::Failed;
+        return failure(error);
     }
     return exchange();
 }
@@ -140,14 +143,16 @@ bool PhotoReplacement::isUnchanged() const
     return m_state.st_mode != 0 && isSameState(m_state, stateOf(m_path));
 }
 
-bool PhotoReplacement::openTemporary()
+/// The errno of a failure, else 0. A full disk can refuse the very name.
+int PhotoReplacement::openTemporary()
 {
+    errno = 0;
     if (!m_temporary.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered)) {
-        return false;
+        return errno != 0 ? errno : EIO;
     }
     // A card without permissions refuses this, and loses nothing by it.
     static_cast<void>(::fchmod(m_temporary.handle(), m_state.st_mode & kPermissions));
-    return true;
+    return 0;
 }
 
 PhotoReplacement::Outcome PhotoReplacement::fill(const QByteArray &start, ByteRange thumbnail,
@@ -264,6 +269,11 @@ void PhotoReplacement::dropWhole()
     if (QFile::exists(m_path)) {
         drop();
     }
+}
+
+ExifRewriteResult PhotoReplacement::failure(int error) const
+{
+    return isDiskFull(error) || !hasRoom() ? ExifRewriteResult::NoRoom : ExifRewriteResult::Failed;
 }
 
 bool PhotoReplacement::hasRoom() const

@@ -42,13 +42,14 @@ private:
     enum class Outcome { Whole, WriteFailed, ReadFailed };
 
     [[nodiscard]] bool isUnchanged() const;
-    [[nodiscard]] bool openTemporary();
+    [[nodiscard]] int openTemporary();
     [[nodiscard]] Outcome fill(const QByteArray &start, ByteRange thumbnail, qint64 rest);
     [[nodiscard]] Outcome copy(ByteRange range);
     [[nodiscard]] bool write(const char *bytes, qint64 size);
     [[nodiscard]] int bringToDisk();
     [[nodiscard]] ExifRewriteResult giveUp(Outcome outcome);
     [[nodiscard]] ExifRewriteResult exchange();
+    [[nodiscard]] ExifRewriteResult failure(int error) const;
     void drop();
     void dropWhole();
     [[nodiscard]] bool hasRoom() const;

@@ -15,7 +15,6 @@ namespace {
 constexpr quint32 kTiffHeaderSize = 8;
 constexpr int kCountSize = 2;
 constexpr int kEntrySize = 12;
-constexpr int kLinkSize = 4;
 constexpr int kEntryValue = 8; // in an entry
 constexpr qsizetype kWordSize = 4;
 constexpr quint16 kLong = 4;
@@ -66,15 +65,25 @@ void movePointer(lumi::ExifTagList &list, int number, quint32 value)
 
 } // namespace
 
+qsizetype lumi::valueSize(const FPVExifTag &tag)
+{
+    return static_cast<qsizetype>(valueOf(tag).size());
+}
+
+quint32 lumi::entrySize(const FPVExifTag &tag)
+{
+    const qsizetype value = valueSize(tag);
+    return static_cast<quint32>(kEntrySize + (value > kWordSize ? value + value % 2 : 0));
+}
+
 quint32 lumi::ifdSize(const ExifTagList &list)
 {
     if (list.isEmpty()) {
         return 0;
     }
-    auto size = static_cast<quint32>(kCountSize + kEntrySize * list.count() + kLinkSize);
+    auto size = static_cast<quint32>(kBareDirectorySize);
     for (const FPVExifTag *tag : list) {
-        const std::size_t value = valueOf(*tag).size();
-        size += value > kWordSize ? static_cast<quint32>((value + 1) & ~std::size_t(1)) : 0;
+        size += entrySize(*tag);
     }
     return size;
 }
@@ -84,7 +93,7 @@ QByteArray lumi::ifdBytes(const ExifTagList &list, quint32 offset)
     if (list.isEmpty()) {
         return {};
     }
-    const qsizetype headSize = kCountSize + qsizetype(kEntrySize) * list.count() + kLinkSize;
+    const qsizetype headSize = kBareDirectorySize + qsizetype(kEntrySize) * list.count();
     QByteArray head(headSize, '\0');
     QByteArray values;
     store(head, 0, static_cast<quint16>(list.count()));

@@ -23,6 +23,16 @@ struct ExifLists
     ExifTagList &ifd1;
 };
 
+/// The bytes of a directory without tags, its count and its link.
+inline constexpr qint64 kBareDirectorySize = 6;
+
+/// The bytes of a tag's value.
+[[nodiscard]] qsizetype valueSize(const FPVExifTag &tag);
+
+/// The bytes that a tag takes in a directory: its entry, and its value where that does not fit
+/// the entry.
+[[nodiscard]] quint32 entrySize(const FPVExifTag &tag);
+
 /// The bytes of a directory and its values; 0 without tags.
 [[nodiscard]] quint32 ifdSize(const ExifTagList &list);
 

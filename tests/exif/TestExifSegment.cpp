@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "exif/ExifSegment.h"
-#include "exif/exifBlockBytes.h"
 #include "tests/exif/PhotoFolder.h"
 #include "tests/support/TestMain.h"
 
 #include <QBuffer>
 #include <QTest>
+
+#include <optional>
 
 using lumi::test::ExifBuilder;
 using enum ExifListKind;
@@ -63,8 +64,8 @@ private Q_SLOTS:
     void readErrorsAreNoEnd();
     void farReadErrorFailsTheDirectory_data();
     void farReadErrorFailsTheDirectory();
-    void sizeIsWhatWouldBeWritten_data();
-    void sizeIsWhatWouldBeWritten();
+    void holdsDirectoriesWhoseEntriesLieInIt_data();
+    void holdsDirectoriesWhoseEntriesLieInIt();
     void headerFields();
 };
 
@@ -156,28 +157,40 @@ void TestExifSegment::farReadErrorFailsTheDirectory()
     QVERIFY(!segment.readIfd(segment.ifd0Offset(), list, link));
 }
 
-void TestExifSegment::sizeIsWhatWouldBeWritten_data()
+void TestExifSegment::holdsDirectoriesWhoseEntriesLieInIt_data()
 {
     readsAPhotoInTwoReads_data();
 }
 
-void TestExifSegment::sizeIsWhatWouldBeWritten()
+void TestExifSegment::holdsDirectoriesWhoseEntriesLieInIt()
 {
     QFETCH(bool, big);
     const auto order = big ? ExifBuilder::Order::Big : ExifBuilder::Order::Little;
     const ExifBuilder photo = lumi::test::fullPhoto(order);
-    WatchedDevice device(photo.file());
-    lumi::ExifSegment segment(device);
-    QVERIFY(segment.load());
+    const quint32 place = photo.offsetOf(Ifd1);
+    const int entriesEnd = int(place) + 2 + 4 * 12;
+    const auto segmentOf = [](WatchedDevice &device) {
+        lumi::ExifSegment segment(device);
+        return segment.load() ? std::optional(segment) : std::nullopt;
+    };
+    WatchedDevice whole(photo.file());
+    const auto segment = segmentOf(whole);
+    QVERIFY(segment);
     for (const ExifListKind kind : {Ifd0, Exif, Interoperability, Gps, Ifd1}) {
-        lumi::ExifTagList list;
-        quint32 link = 0;
-        QVERIFY(segment.readIfd(photo.offsetOf(kind), list, link));
-        QCOMPARE(segment.sizeOfIfd(photo.offsetOf(kind)), qint64(lumi::ifdSize(list)));
+        QVERIFY(segment->holdsIfd(photo.offsetOf(kind)));
     }
     // Behind the segment there is nothing that could be a directory.
-    QVERIFY(!segment.sizeOfIfd(quint32(segment.size())));
-    QVERIFY(!segment.sizeOfIfd(0xFFFFFFFF));
+    for (const quint32 offset : {quint32(segment->size()) - 1, quint32(segment->size()),
+                                 0x7FFFFFFFU, 0x80000000U, 0xFFFFFFFFU}) {
+        QVERIFY(!segment->holdsIfd(offset));
+    }
+    for (const int missing : {0, 1, 12, 48, 49}) {
+        ExifBuilder shorter = photo;
+        WatchedDevice device(shorter.app1Length(quint16(8 + entriesEnd - missing)).file());
+        const auto cut = segmentOf(device);
+        QVERIFY(cut);
+        QCOMPARE(cut->holdsIfd(place), missing == 0);
+    }
 }
 
 void TestExifSegment::headerFields()

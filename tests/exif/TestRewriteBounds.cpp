@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // What must not come into a new block: what pointers and links left over from an older one lead
 // to. And what becomes of blocks that no segment can hold.
+#include "exif/exifBlockBytes.h"
 #include "tests/exif/BlockCopy.h"
 #include "tests/exif/RewriteFolder.h"
 #include "tests/exif/tagLists.h"
@@ -65,6 +66,8 @@ private Q_SLOTS:
     void trapBehindTheSegmentIsADirectoryInsideIt();
     void emptiedGpsSavedTwice_data();
     void emptiedGpsSavedTwice();
+    void emptiedGpsWhileExifGrows_data();
+    void emptiedGpsWhileExifGrows();
     void emptiedExifKeepsItsStalePointer();
     void pointerWithoutADirectoryGetsNone_data();
     void pointerWithoutADirectoryGetsNone();
@@ -168,6 +171,52 @@ void TestRewriteBounds::emptiedGpsSavedTwice()
         QCOMPARE(rewritten(path), kDone);
     }
     QVERIFY(valuesOf(FPVExifDocument(path)) == valuesOf(emptied));
+}
+
+void TestRewriteBounds::emptiedGpsWhileExifGrows_data()
+{
+    QTest::addColumn<QByteArray>("filling");
+    QTest::addColumn<int>("found");
+    // What the pointer left over finds in the new comment.
+    QTest::newRow("letters") << QByteArray("word", 4) << 0;
+    QTest::newRow("zeros") << QByteArray(4, '\0') << 0;
+    QTest::newRow("a directory of large values")
+        << QByteArray::fromHex("0100 0170 0700 f0ff0000 08000000 0000") << 0;
+    QTest::newRow("a directory of a small value")
+        << QByteArray::fromHex("0100 0170 0300 01000000 05000000 0000") << 1;
+}
+
+void TestRewriteBounds::emptiedGpsWhileExifGrows()
+{
+    QFETCH(QByteArray, filling);
+    QFETCH(int, found);
+    const QString path = put(fullPhoto(ExifBuilder::Order::Little));
+    const QByteArray before = contentOf(path);
+    const int stale = FPVExifDocument(path).find(0x8825, Ifd0)->intValue();
+    {
+        FPVExifWriter writer(path);
+        for (const int tag : numbersOf(writer.gpsList())) {
+            writer.removeTag(quint16(tag), Gps);
+        }
+        // The comment gets an entry and is the last value; the filling stands where the
+        // pointer leads.
+        const auto place
+            = int(8 + lumi::ifdSize(writer.ifd0List()) + lumi::ifdSize(writer.exifList())) + 12;
+        QVERIFY(place <= stale);
+        const QByteArray comment = QByteArray(stale - place, 'x') + filling + QByteArray(3000, 'x');
+        writer.setTag(0x9286, 7, quint32(comment.size()), comment.constData(), Exif);
+        QCOMPARE(writer.rewrite(), kDone);
+        QCOMPARE(contentOf(path).mid(12 + stale, filling.size()), filling);
+    }
+    const auto grown = valuesOf(FPVExifDocument(path));
+    for (int save = 0; save < 2; ++save) {
+        const FPVExifDocument document(path);
+        QVERIFY(bytesOf(document.find(0x9286, Exif)).contains(filling));
+        QCOMPARE(document.gpsList().count(), found);
+        QVERIFY(valuesOf(document) == grown);
+        QVERIFY(restOf(contentOf(path)) == restOf(before));
+        QCOMPARE(rewritten(path), kDone);
+    }
 }
 
 void TestRewriteBounds::emptiedExifKeepsItsStalePointer()
@@ -281,17 +330,18 @@ void TestRewriteBounds::largestBlockThatIsReadFitsTheSegment()
 {
     QFETCH(int, pointer);
     QFETCH(ExifListKind, list);
-    constexpr int kMost = 65518 - (2 + 12 + 4) - (2 + 12 + 4); // two directories of one tag
+    constexpr int kMost = 65518 - (2 + 12 + 4) - (2 + 24 + 4); // a pointer, two tags
     const QByteArray image = ExifBuilder::jpeg(64, 48, 0x345678);
     for (const int size : {kMost - 1, kMost, kMost + 1}) {
         ExifBuilder photo;
         // The value lies behind the segment, where nothing bounds it.
-        photo.word(list, 0x9999, 7, quint32(size), 1000).photo(image);
+        photo.word(list, 0x9999, 7, quint32(size), 1000).shorts(list, 0x0001, {1}).photo(image);
         const QString path = put(photo);
         QCOMPARE(numbersOf(FPVExifDocument(path).ifd0List()), QList<int>{pointer});
-        QCOMPARE(FPVExifDocument(path).list(list).count(), size > kMost ? 0 : 1);
+        QCOMPARE(numbersOf(FPVExifDocument(path).list(list)),
+                 size > kMost ? QList<int>{0x0001} : (QList<int>{0x9999, 0x0001}));
         QCOMPARE(rewritten(path), kDone);
-        QCOMPARE(FPVExifDocument(path).app1Length(), size > kMost ? 34 : 65534);
+        QCOMPARE(FPVExifDocument(path).app1Length(), size > kMost ? 52 : 65534);
         QVERIFY(restOf(contentOf(path)) == image.mid(2));
         QCOMPARE(QImage::fromData(contentOf(path)), QImage::fromData(image));
     }

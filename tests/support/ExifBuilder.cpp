@@ -58,6 +58,12 @@ ExifBuilder::ExifBuilder(Order order)
     , m_photo(jpeg(16, 12, 0x808080))
 { }
 
+ExifBuilder &ExifBuilder::packed()
+{
+    m_isPacked = true;
+    return *this;
+}
+
 ExifBuilder &ExifBuilder::ascii(ExifListKind list, quint16 tag, const QByteArray &text)
 {
     return value(list, tag, 2, static_cast<quint32>(text.size() + 1), text + '\0');
@@ -180,13 +186,49 @@ ExifBuilder &ExifBuilder::photo(const QByteArray &jpeg)
 
 QByteArray ExifBuilder::block() const
 {
+    const quint32 first = m_isPacked ? offsetOf(ExifListKind::Ifd0) : kHeaderSize;
+    const QByteArray mark = m_order == Order::Little ? "II" : "MM";
+    return mark + number(0x002A, 2) + number(m_ifd0Offset.value_or(first), 4)
+        + (m_isPacked ? packedBlock() : spaciousBlock());
+}
+
+QByteArray ExifBuilder::packedBlock() const
+{
+    auto directories = resolved();
+    const QByteArray values = sharedValues();
+    QByteArray tables;
+    for (std::size_t i = directories.size(); i-- > 0;) {
+        for (Entry &entry : directories[i].entries) {
+            if (!entry.word && entry.bytes.size() > 4) {
+                entry.word = kHeaderSize + static_cast<quint32>(values.indexOf(entry.bytes));
+            }
+        }
+        tables += directoryBytes(directories[i], 0);
+    }
+    return values + m_thumbnail + tables;
+}
+
+/// The values of all directories that do not fit an entry, none twice.
+QByteArray ExifBuilder::sharedValues() const
+{
+    QByteArray values;
+    for (const Directory &directory : m_directories) {
+        for (const Entry &entry : directory.entries) {
+            const bool isStored = !entry.word && entry.bytes.size() > 4;
+            values += isStored && !values.contains(entry.bytes) ? entry.bytes : QByteArray();
+        }
+    }
+    return values;
+}
+
+QByteArray ExifBuilder::spaciousBlock() const
+{
     const auto directories = resolved();
-    QByteArray bytes = m_order == Order::Little ? "II" : "MM";
-    bytes += number(0x002A, 2) + number(m_ifd0Offset.value_or(kHeaderSize), 4);
+    QByteArray bytes(kHeaderSize, '\0');
     for (const Directory &directory : directories) {
         bytes += directoryBytes(directory, static_cast<quint32>(bytes.size()));
     }
-    return bytes + m_thumbnail;
+    return bytes.mid(kHeaderSize) + m_thumbnail;
 }
 
 QByteArray ExifBuilder::file() const
@@ -261,6 +303,15 @@ std::array<ExifBuilder::Directory, 5> ExifBuilder::resolved() const
 quint32 ExifBuilder::offsetIn(const std::array<Directory, 5> &directories, std::size_t index) const
 {
     quint32 offset = kHeaderSize;
+    if (m_isPacked) {
+        offset += static_cast<quint32>(sharedValues().size());
+        offset += static_cast<quint32>(index < directories.size() ? m_thumbnail.size() : 0);
+        for (std::size_t i = directories.size(); i-- > index + 1;) {
+            const std::size_t entries = directories[i].entries.size();
+            offset += static_cast<quint32>(entries == 0 ? 0 : 6 + 12 * entries);
+        }
+        return offset;
+    }
     for (std::size_t i = 0; i < index; ++i) {
         offset += sizeOf(directories[i]);
     }

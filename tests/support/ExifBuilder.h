@@ -2,7 +2,7 @@
 // Builds JPEG files with an Exif block for tests, well-formed ones by default and, on demand,
 // lying in any single field: type, count, value word, entry count, link, segment length.
 // Format: header, then IFD0, Exif, interoperability, GPS and IFD1, each followed by its
-// values, then the thumbnail. Directories keep the order in which entries were added; the
+// values, then the thumbnail; packed() has another. Directories keep the order in which entries were added; the
 // pointers between them are added by the builder.
 #pragma once
 
@@ -26,6 +26,10 @@ public:
     using Fraction = std::pair<quint32, quint32>;
 
     explicit ExifBuilder(Order order = Order::Little);
+
+    /// Lays the block out as tightly as a file may: values first, without bytes between them
+    /// and equal ones once, then the thumbnail, then the directories from IFD1 to IFD0.
+    ExifBuilder &packed();
 
     /// A text (type 2) with its closing NUL.
     ExifBuilder &ascii(ExifListKind list, quint16 tag, const QByteArray &text);
@@ -100,6 +104,9 @@ private:
     [[nodiscard]] std::array<Directory, 5> resolved() const;
     [[nodiscard]] quint32 offsetIn(const std::array<Directory, 5> &directories,
                                    std::size_t index) const;
+    [[nodiscard]] QByteArray spaciousBlock() const;
+    [[nodiscard]] QByteArray packedBlock() const;
+    [[nodiscard]] QByteArray sharedValues() const;
     [[nodiscard]] QByteArray directoryBytes(const Directory &directory, quint32 offset) const;
     [[nodiscard]] QByteArray number(quint64 value, int size) const;
     [[nodiscard]] Directory &at(ExifListKind list);
@@ -112,6 +119,7 @@ private:
     std::optional<quint32> m_ifd0Offset;
     std::optional<quint16> m_app1Length;
     bool m_hasPointers = true;
+    bool m_isPacked = false;
 };
 
 } // namespace lumi::test

@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: MIT
+#include "exif/tagRoom.h"
+
+#include "exif/exifBlockBytes.h"
+
+#include <algorithm>
+#include <limits>
+#include <vector>
+
+namespace {
+
+struct ListedTag
+{
+    lumi::ExifTagList *list;
+    const FPVExifTag *tag;
+};
+
+/// The smallest first, equals in their order.
+std::vector<ListedTag> bySize(lumi::ExifTagLists lists)
+{
+    std::vector<ListedTag> tags;
+    for (lumi::ExifTagList *list : lists) {
+        for (const FPVExifTag *tag : *list) {
+            tags.push_back({list, tag});
+        }
+    }
+    std::stable_sort(tags.begin(), tags.end(), [](const ListedTag &one, const ListedTag &other) {
+        return lumi::entrySize(*one.tag) < lumi::entrySize(*other.tag);
+    });
+    return tags;
+}
+
+} // namespace
+
+qint64 lumi::sizeOfTags(ExifTagLists lists, qint64 largest)
+{
+    qint64 all = 0;
+    for (const ExifTagList *list : lists) {
+        qint64 size = 0;
+        for (const FPVExifTag *tag : *list) {
+            const qint64 entry = entrySize(*tag);
+            size += entry <= largest ? entry : 0;
+        }
+        all += size > 0 ? kBareDirectorySize + size : 0;
+    }
+    return all;
+}
+
+qint64 lumi::fitTags(ExifTagLists lists, qint64 room)
+{
+    qint64 size = sizeOfTags(lists, std::numeric_limits<qint64>::max());
+    if (size <= room) {
+        return 0;
+    }
+    qint64 gone = 0;
+    std::vector<ListedTag> tags = bySize(lists);
+    while (size > room && !tags.empty()) {
+        const auto [list, tag] = tags.back();
+        tags.pop_back();
+        size -= entrySize(*tag);
+        gone += valueSize(*tag);
+        list->removeNumber(tag->tag());
+        size -= list->isEmpty() ? kBareDirectorySize : 0;
+    }
+    return gone;
+}
