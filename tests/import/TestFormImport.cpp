@@ -306,14 +306,14 @@ void TestFormImport::labelsAreRefreshed()
     m_form->start();
     QCOMPARE(m_form->memory->palette().color(QPalette::WindowText), QColor(0, 0, 0));
     m_form->setFreeKB(10238);
-    QTest::qWait(4500);
+    QTest::qWait(4000);
     QCOMPARE(m_form->memory->text(), lumi::memoryText(10240));
     // Every five seconds, and not only once.
-    QTRY_COMPARE_WITH_TIMEOUT(m_form->memory->text(), lumi::memoryText(10238), 1000);
+    QTRY_COMPARE_WITH_TIMEOUT(m_form->memory->text(), lumi::memoryText(10238), 3000);
     QCOMPARE(m_form->memory->palette().color(QPalette::WindowText), QColor(255, 0, 0));
     QCOMPARE(m_form->capacity->text(), lumi::capacityText(10238));
     m_form->setFreeKB(655360);
-    QTRY_COMPARE_WITH_TIMEOUT(m_form->memory->text(), lumi::memoryText(655360), 5500);
+    QTRY_COMPARE_WITH_TIMEOUT(m_form->memory->text(), lumi::memoryText(655360), 8000);
     QCOMPARE(m_form->capacity->text(), lumi::capacityText(655360));
     m_form->setFreeKB(0);
     m_form->form->repeatTimer();

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Every call of an import to the file system fails, one after the other, in every way.
+// Every call with which an import reads a card and writes the store fails, one after the other,
+// in every way.
 #include "files/engine/FPVFileTree.h"
 #include "files/engine/copyFile.h"
 #include "import/ImportRun.h"
@@ -88,6 +89,8 @@ private Q_SLOTS:
     void aFolderThatCantBeListedComesEmpty();
     void aDiskThatFillsUpTakesAPartFirst_data();
     void aDiskThatFillsUpTakesAPartFirst();
+    void aPartThatCantBeRemovedIsTold_data();
+    void aPartThatCantBeRemovedIsTold();
 
 private:
     void compare(const Outcome &outcome) const;
@@ -150,6 +153,9 @@ void TestImportFaults::everyCallFails_data()
     QTest::newRow("the store turns read-only")
         << unsigned(FileFaults::Open | FileFaults::MakeFolder) << EROFS << Span::FromThenOn << 0
         << Kinds{kAccess};
+    // The sizes have been compared on the disk: there is nothing more to be learned by it.
+    QTest::newRow("a file can't be closed")
+        << unsigned(FileFaults::Close) << EIO << Span::FromThenOn << 8 << Kinds{kDone};
     QTest::newRow("anything") << unsigned(FileFaults::Open | FileFaults::Read | FileFaults::Write
                                           | FileFaults::MakeFolder)
                               << EIO << Span::Once << 34 << Kinds{kDone, kAccess, kMismatch};
@@ -240,6 +246,44 @@ void TestImportFaults::aDiskThatFillsUpTakesAPartFirst()
     compare(outcome);
     QCOMPARE(outcome.kind, ImportKind::MemoryFull);
     QCOMPARE(outcome.kinds, kinds);
+    QCOMPARE(stateOf(m_card), before);
+}
+
+void TestImportFaults::aPartThatCantBeRemovedIsTold_data()
+{
+    QTest::addColumn<unsigned>("calls");
+    QTest::addColumn<ImportKind>("kind");
+    QTest::addColumn<int>("copied");
+    QTest::newRow("of a file that was not read to its end")
+        << unsigned(FileFaults::Read) << ImportKind::Mismatch << 4;
+    QTest::newRow("of a file that was not written to its end")
+        << unsigned(FileFaults::Write) << ImportKind::AccessFailure << 1;
+}
+
+void TestImportFaults::aPartThatCantBeRemovedIsTold()
+{
+    QFETCH(unsigned, calls);
+    QFETCH(ImportKind, kind);
+    QFETCH(int, copied);
+    const Tree before = stateOf(m_card);
+    Outcome outcome;
+    {
+        FileFaults faults(QDir::tempPath());
+        // The first file is empty: one read finds its end.
+        faults.fail(calls, calls == FileFaults::Read ? 3 : 2, EIO);
+        faults.failFrom(FileFaults::Remove, 1, EIO);
+        outcome = importCard(m_card);
+        QCOMPARE(faults.hits(), 2);
+    }
+    QCOMPARE(outcome.kind, kind);
+    QCOMPARE(outcome.copied, copied);
+    const QString part = QStringLiteral("dcim/a.jpg");
+    QCOMPARE(outcome.failed, QStringList{m_card + QLatin1Char('/') + part});
+    const Tree source = importableTree(m_card);
+    const Tree made = treeOf(m_world->path(outcome.folder));
+    QVERIFY(made.value(part).size() < source.value(part).size());
+    QVERIFY(source.value(part).startsWith(made.value(part)));
+    QVERIFY(made.contains(part));
     QCOMPARE(stateOf(m_card), before);
 }
 

@@ -11,6 +11,7 @@
 #include <QDir>
 #include <QFile>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QTest>
 
 using lumi::test::importableTree;
@@ -202,13 +203,20 @@ void TestImportFlow::tooLittleRoomIsAWarning()
     QFETCH(bool, fits);
     m_form->insertCard(Slot::SD, {QStringLiteral("a.jpg"), QStringLiteral("b.jpg")}, 10240);
     m_form->setFreeKB(freeKB);
+    QMessageBox::StandardButton usual = QMessageBox::NoButton;
+    m_form->driver.expect(kResult, [&usual](QDialog *dialog) {
+        const auto *box = qobject_cast<QMessageBox *>(dialog);
+        usual = box->standardButton(box->defaultButton());
+        QTest::keyClick(dialog, Qt::Key_Return);
+    });
     press(Slot::SD);
+    QCOMPARE(usual, QMessageBox::Yes);
     QCOMPARE(m_form->driver.texts().constFirst(),
              QString(QStringLiteral("20KB of data in 2 was detected in SD Card\n")
                      + (fits ? QStringLiteral("Copy file to the \"Photo_Files\" folder?")
                              : QStringLiteral("There may not be enough room to copy all files "
                                               "from the card. Continue?"))));
-    // Yes goes on in any case.
+    // Return goes on in any case.
     QCOMPARE(m_form->driver.captions(), (QStringList{kResult, kFolder, kDone}));
     QCOMPARE(treeOf(m_form->target(todaysFolder())), importableTree(m_form->card(Slot::SD)));
 }

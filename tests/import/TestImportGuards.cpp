@@ -13,6 +13,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QDir>
+#include <QFileInfo>
 #include <QMessageBox>
 #include <QTest>
 
@@ -40,6 +41,7 @@ private Q_SLOTS:
     void theLabelsRestUntilTheEnd();
     void theFormWorksAfterEveryWayOut_data();
     void theFormWorksAfterEveryWayOut();
+    void everyRunHasItsOwnReport();
 
 private:
     void cancelTheSearch();
@@ -183,7 +185,7 @@ void TestImportGuards::theLabelsRestUntilTheEnd()
     m_form->start();
     m_form->driver.expect(kDone, [this](QDialog *dialog) {
         m_form->setFreeKB(30000);
-        QTest::qWait(5300); // longer than a tick of the form's clock
+        QTest::qWait(6000); // longer than a tick of the form's clock
         QCOMPARE(m_form->memory->text(), lumi::memoryText(40000));
         dialog->accept();
     });
@@ -193,7 +195,7 @@ void TestImportGuards::theLabelsRestUntilTheEnd()
     m_form->setFreeKB(20000);
     QTest::qWait(100);
     QCOMPARE(m_form->memory->text(), lumi::memoryText(30000));
-    QTRY_COMPARE_WITH_TIMEOUT(m_form->memory->text(), lumi::memoryText(20000), 5500);
+    QTRY_COMPARE_WITH_TIMEOUT(m_form->memory->text(), lumi::memoryText(20000), 8000);
 }
 
 void TestImportGuards::cancelTheSearch()
@@ -310,6 +312,25 @@ void TestImportGuards::theFormWorksAfterEveryWayOut()
     const QString made = todaysFolder() + QLatin1String(before.isEmpty() ? "" : "001");
     QCOMPARE(m_form->folders(), before + QStringList{made});
     QCOMPARE(treeOf(m_form->target(made)), importableTree(m_form->card(Slot::SD)));
+}
+
+void TestImportGuards::everyRunHasItsOwnReport()
+{
+    m_form->insertCard(Slot::SD, kThreePhotos, 60000);
+    const QStringList parts{todaysFolder() + QStringLiteral("/dcim/c.jpg"),
+                            todaysFolder() + QStringLiteral("001/dcim/b.jpg")};
+    for (const QString &part : parts) {
+        const QFileInfo file(m_form->target(part));
+        m_form->when(
+            [file] {
+                return QFileInfo(file.filePath()).size() > 0;
+            },
+            [] {
+                QVERIFY(ImportFixture::pressNow(QStringLiteral("Cancel")));
+            });
+        QCOMPARE(reportText(1),
+                 QString(file.fileName() + QStringLiteral("\n  CopyError : User cancellation\n")));
+    }
 }
 
 LUMI_TEST(TestImportGuards)

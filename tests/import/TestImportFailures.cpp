@@ -1,0 +1,257 @@
+// SPDX-License-Identifier: MIT
+// Copies of a card's tree that are stopped or go wrong, without a window.
+#include "files/engine/FPVFileTree.h"
+#include "files/engine/copyFile.h"
+#include "tests/import/RunTest.h"
+#include "tests/import/cardTree.h"
+#include "tests/support/FileFaults.h"
+#include "tests/support/FullDisk.h"
+#include "tests/support/OrdinaryUser.h"
+#include "tests/support/TestMain.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QTest>
+#include <QTimer>
+
+#include <cerrno>
+#include <climits>
+#include <memory>
+
+#include <sys/stat.h>
+
+using lumi::ImportKind;
+using lumi::test::FileFaults;
+using lumi::test::importableTree;
+using lumi::test::Tree;
+using lumi::test::treeOf;
+using lumi::test::writeBytes;
+
+class TestImportFailures : public RunTest
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void resultsOfACopyAreJudged_data();
+    void resultsOfACopyAreJudged();
+    void theFirstFailureEndsTheRun();
+    void aCancelStopsTheFileInWork();
+    void aCancelOfEmptyFilesWaits();
+    void aCancelWithoutACardIsNone();
+    void aWrongSizeDoesNotEndTheRun();
+    void aVanishedSourceIsNoMatch();
+    void aFullDisk();
+    void aLimitInTheMiddleOfAFile_data();
+    void aLimitInTheMiddleOfAFile();
+    void unreadableFilesAreNotOffered();
+};
+
+void TestImportFailures::resultsOfACopyAreJudged_data()
+{
+    QTest::addColumn<int>("result");
+    QTest::addColumn<int>("roomKB");
+    QTest::addColumn<qint64>("size");
+    QTest::addColumn<bool>("present");
+    QTest::addColumn<ImportKind>("kind");
+    const qint64 tenKB = 10 * 1024;
+    QTest::newRow("stopped") << 6 << 0 << tenKB << true << ImportKind::Cancelled;
+    QTest::newRow("no room left") << 4 << 99999 << tenKB << true << ImportKind::MemoryFull;
+    QTest::newRow("failed write without room") << 2 << 9 << tenKB << true << ImportKind::MemoryFull;
+    QTest::newRow("failed write with room")
+        << 2 << 10 << tenKB << true << ImportKind::AccessFailure;
+    QTest::newRow("a part of a KB counts for nothing")
+        << 2 << 10 << tenKB + 1023 << true << ImportKind::AccessFailure;
+    QTest::newRow("failed open without room") << 5 << 9 << tenKB << true << ImportKind::MemoryFull;
+    QTest::newRow("failed open with room") << 5 << 10 << tenKB << true << ImportKind::AccessFailure;
+    QTest::newRow("more than 32 bits")
+        << 2 << INT_MAX << (qint64(INT_MAX) + 1) * 1024 << true << ImportKind::MemoryFull;
+    QTest::newRow("nothing to remove") << 3 << 0 << tenKB << true << ImportKind::AccessFailure;
+    QTest::newRow("a read error") << 1 << 0 << tenKB << true << ImportKind::AccessFailure;
+    QTest::newRow("an unknown result") << 14 << 0 << tenKB << true << ImportKind::AccessFailure;
+    QTest::newRow("stopped, but the card has gone")
+        << 6 << 0 << tenKB << false << ImportKind::AccessFailure;
+    QTest::newRow("no room left, but the card has gone")
+        << 4 << 0 << tenKB << false << ImportKind::AccessFailure;
+}
+
+void TestImportFailures::resultsOfACopyAreJudged()
+{
+    QFETCH(int, result);
+    QFETCH(int, roomKB);
+    QFETCH(qint64, size);
+    QFETCH(bool, present);
+    QFETCH(ImportKind, kind);
+    QCOMPARE(lumi::kindOfFailure(result, roomKB, size, present), kind);
+}
+
+void TestImportFailures::theFirstFailureEndsTheRun()
+{
+    for (const char *name : {"/a.jpg", "/b.jpg", "/c.jpg"}) {
+        writeBytes(m_card + QLatin1String(name), 20000);
+    }
+    m_atStep = [this](int step) {
+        if (step == 2) {
+            QVERIFY(QFile::remove(m_card + QStringLiteral("/b.jpg")));
+        }
+    };
+    QCOMPARE(importCard(), ImportKind::AccessFailure);
+    QCOMPARE(m_copied, 1);
+    QCOMPARE(m_failures.size(), qsizetype(1));
+    QCOMPARE(m_failures.constFirst().path, QString(m_card + QStringLiteral("/b.jpg")));
+    QCOMPARE(treeOf(target()).keys(), QStringList{QStringLiteral("a.jpg")});
+}
+
+void TestImportFailures::aCancelStopsTheFileInWork()
+{
+    for (const char *name : {"/a.jpg", "/b.jpg", "/c.jpg"}) {
+        writeBytes(m_card + QLatin1String(name), 20000);
+    }
+    m_world->makeFolder(m_card + QStringLiteral("/empty"));
+    m_atStep = [](int step) {
+        setCopyCancelled(step == 2);
+    };
+    QCOMPARE(importCard(), ImportKind::Cancelled);
+    QCOMPARE(m_copied, 1);
+    QCOMPARE(m_failures.constFirst().kind, ImportKind::Cancelled);
+    QCOMPARE(treeOf(target()).keys(),
+             (QStringList{QStringLiteral("a.jpg"), QStringLiteral("empty")}));
+}
+
+void TestImportFailures::aCancelOfEmptyFilesWaits()
+{
+    for (const char *name : {"/a.jpg", "/b.jpg"}) {
+        writeBytes(m_card + QLatin1String(name), 0);
+    }
+    writeBytes(m_card + QStringLiteral("/c.jpg"), 1);
+    setCopyCancelled(true);
+    QCOMPARE(importCard(), ImportKind::Cancelled);
+    QCOMPARE(m_copied, 2);
+    QVERIFY(m_failures.constFirst().path.endsWith(QStringLiteral("/c.jpg")));
+}
+
+void TestImportFailures::aCancelWithoutACardIsNone()
+{
+    for (const char *name : {"/a.jpg", "/b.jpg", "/c.jpg"}) {
+        writeBytes(m_card + QLatin1String(name), 20000);
+    }
+    m_atStep = [this](int step) {
+        m_isCardPresent = step != 2;
+        setCopyCancelled(step == 2);
+    };
+    QCOMPARE(importCard(), ImportKind::AccessFailure);
+    QCOMPARE(m_copied, 1);
+    QCOMPARE(m_failures.size(), qsizetype(1));
+    QCOMPARE(m_failures.constFirst().kind, ImportKind::AccessFailure);
+    QCOMPARE(treeOf(target()).keys(), QStringList{QStringLiteral("a.jpg")});
+}
+
+void TestImportFailures::aWrongSizeDoesNotEndTheRun()
+{
+    for (const char *name : {"/a.jpg", "/b.jpg", "/c.jpg"}) {
+        writeBytes(m_card + QLatin1String(name), 40000);
+    }
+    // The second block of the second file can't be read, which looks like its end.
+    std::unique_ptr<FileFaults> faults;
+    m_atStep = [this, &faults](int step) {
+        if (step == 2) {
+            faults = std::make_unique<FileFaults>(m_card);
+            faults->fail(FileFaults::Read, 2, EIO);
+        }
+    };
+    QCOMPARE(importCard(), ImportKind::Mismatch);
+    QCOMPARE(m_copied, 3);
+    QCOMPARE(m_failures.size(), qsizetype(1));
+    QCOMPARE(m_failures.constFirst().path, QString(m_card + QStringLiteral("/b.jpg")));
+    QCOMPARE(m_failures.constFirst().kind, ImportKind::Mismatch);
+    QCOMPARE(treeOf(target()).keys(),
+             (QStringList{QStringLiteral("a.jpg"), QStringLiteral("c.jpg")}));
+    QCOMPARE(m_steps, (QList<int>{1, 2, 3, 4}));
+}
+
+void TestImportFailures::aVanishedSourceIsNoMatch()
+{
+    writeBytes(m_card + QStringLiteral("/a.jpg"), 10);
+    QTimer timer;
+    connect(&timer, &QTimer::timeout, this, [this] {
+        // Gone with all its bytes, and the copy with it.
+        if (QFileInfo::exists(target() + QStringLiteral("/a.jpg"))) {
+            QFile::remove(m_card + QStringLiteral("/a.jpg"));
+            QFile::resize(target() + QStringLiteral("/a.jpg"), 0);
+        }
+    });
+    timer.start(0);
+    const ImportKind kind = importCard();
+    QCOMPARE(kind, ImportKind::Mismatch);
+    QVERIFY(treeOf(target()).isEmpty());
+}
+
+void TestImportFailures::aFullDisk()
+{
+    const lumi::test::SmallDisk disk(m_world->store, 64);
+    std::unique_ptr<lumi::test::FileSizeLimit> limit;
+    for (const char *name : {"/a.jpg", "/b.jpg", "/c.jpg"}) {
+        writeBytes(m_card + QLatin1String(name), 30000);
+    }
+    m_world->machine->diskAt = [this](const QByteArray &) {
+        return m_world->machine->Machine::disk(QFile::encodeName(m_world->store));
+    };
+    if (!disk.isMounted()) {
+        limit = std::make_unique<lumi::test::FileSizeLimit>(20000);
+        m_world->machine->setFreeDiskKB(2);
+    }
+    QCOMPARE(importCard(), ImportKind::MemoryFull);
+    QCOMPARE(m_failures.size(), qsizetype(1));
+    const Tree tree = treeOf(target());
+    QCOMPARE(tree.size(), qsizetype(m_copied));
+    for (auto it = tree.begin(); it != tree.end(); ++it) {
+        QCOMPARE(it.value(), importableTree(m_card).value(it.key()));
+    }
+    QVERIFY(m_copied < 3);
+}
+
+void TestImportFailures::aLimitInTheMiddleOfAFile_data()
+{
+    QTest::addColumn<int>("withPart");
+    QTest::addColumn<int>("afterwards");
+    QTest::addColumn<ImportKind>("kind");
+    QTest::newRow("too little room for the file") << 18 << 38 << ImportKind::MemoryFull;
+    QTest::newRow("room enough once the part has gone") << 20 << 40 << ImportKind::AccessFailure;
+    QTest::newRow("only the room afterwards counts") << 99 << 38 << ImportKind::MemoryFull;
+}
+
+void TestImportFailures::aLimitInTheMiddleOfAFile()
+{
+    QFETCH(int, withPart);
+    QFETCH(int, afterwards);
+    QFETCH(ImportKind, kind);
+    writeBytes(m_card + QStringLiteral("/a.jpg"), 10000);
+    writeBytes(m_card + QStringLiteral("/b.jpg"), 40000); // 39 KB
+    m_world->machine->diskAt = [this, withPart, afterwards](const QByteArray &) {
+        const bool isPartThere = QFile::exists(target() + QStringLiteral("/b.jpg"));
+        const int freeKB = isPartThere ? withPart : afterwards;
+        return DiskFigures{2048, freeKB, freeKB / 2, true};
+    };
+    const lumi::test::FileSizeLimit limit(20000);
+    QCOMPARE(importCard(), kind);
+    QCOMPARE(m_copied, 1);
+    QCOMPARE(treeOf(target()).keys(), QStringList{QStringLiteral("a.jpg")});
+    QVERIFY(m_failures.constFirst().path.endsWith(QStringLiteral("/b.jpg")));
+}
+
+void TestImportFailures::unreadableFilesAreNotOffered()
+{
+    writeBytes(m_card + QStringLiteral("/a.jpg"), 10);
+    writeBytes(m_card + QStringLiteral("/locked.jpg"), 10);
+    chmod(QFile::encodeName(m_card + QStringLiteral("/locked.jpg")).constData(), 0);
+    chmod(QFile::encodeName(m_card).constData(), 0755);
+    chmod(QFile::encodeName(QFileInfo(m_card).path()).constData(), 0755);
+    FPVFileTree tree;
+    {
+        const lumi::test::OrdinaryUser user;
+        tree.walk(m_card, false, nullptr);
+    }
+    QCOMPARE(tree.allFiles(), QStringList{QStringLiteral("/a.jpg")});
+}
+
+LUMI_TEST(TestImportFailures)
+#include "TestImportFailures.moc"
