@@ -319,11 +319,12 @@ void TestFPVExifDocumentRoom::garbageBehindTheLinkHarmsNothing()
 
 void TestFPVExifDocumentRoom::garbageDirectoriesLeaveTheRestItsValues()
 {
-    // More values than may be held at once, none of which fits beside the others.
+    // Together they are what may be held at once but for a few bytes; none fits the block.
     ExifBuilder photo = smallThings();
-    for (quint16 i = 0; i < 20; ++i) {
-        photo.word(Exif, 0x7000 + i, 7, 65535, 8).word(Interoperability, 0x7000 + i, 7, 65535, 8);
+    for (quint16 i = 0; i < 15; ++i) {
+        photo.word(Exif, 0x7000 + i, 7, 65535, 8);
     }
+    photo.word(Interoperability, 0x7000, 7, 65480, 8);
     const FPVExifDocument document(put(photo));
     QVERIFY(hasSmallThings(document));
 }
