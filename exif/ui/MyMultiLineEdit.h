@@ -36,6 +36,8 @@ protected:
     /// What the mask lets in, but for control characters: those are pasted, not typed.
     [[nodiscard]] QString permitted(const QString &text) const override;
 
+    [[nodiscard]] bool isFiltered() const override { return m_charMask != lumi::kAnyCharacters; }
+
     void keyPressEvent(QKeyEvent *event) override;
     void focusInEvent(QFocusEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;

@@ -142,8 +142,12 @@ void QMultiLineEdit::inputMethodEvent(QInputMethodEvent *event)
     const QString composed = event->preeditString();
     const QString committed = fitting(permitted(event->commitString()), replaced);
     // What is composed takes the place of the marked text at once, and what is committed that
-    // of the text it corrects. Where none of it may come in, nothing goes for it.
-    const bool isHidden = !composed.isEmpty() && fitting(permitted(composed)).isEmpty();
+    // of the text it corrects. Where none of it may come in, nothing goes for it. Letters may
+    // become others before they are committed, so in a field that leaves some out the marked
+    // text waits for the commit.
+    const bool isWaiting = isFiltered() && hasMarkedText() && committed.isEmpty();
+    const bool isHidden
+        = !composed.isEmpty() && (isWaiting || fitting(permitted(composed)).isEmpty());
     const bool isRefused = !event->commitString().isEmpty() && committed.isEmpty();
     using Attributes = QList<QInputMethodEvent::Attribute>;
     QInputMethodEvent allowed(isHidden ? QString() : composed,

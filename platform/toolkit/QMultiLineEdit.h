@@ -50,6 +50,9 @@ protected:
     /// What of a composed text may come in.
     [[nodiscard]] virtual QString permitted(const QString &text) const { return text; }
 
+    /// Whether there are letters that may not.
+    [[nodiscard]] virtual bool isFiltered() const { return false; }
+
     void keyPressEvent(QKeyEvent *event) override;
     void inputMethodEvent(QInputMethodEvent *event) override;
     void insertFromMimeData(const QMimeData *source) override;

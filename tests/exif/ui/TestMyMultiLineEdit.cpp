@@ -10,6 +10,8 @@
 #include <QMimeData>
 #include <QSignalSpy>
 #include <QTest>
+#include <QTextBlock>
+#include <QTextLayout>
 #include <QVBoxLayout>
 
 #include <functional>
@@ -63,6 +65,7 @@ private Q_SLOTS:
     void refusedCompositionTakesNothingAway_data();
     void refusedCompositionTakesNothingAway();
     void aCompositionReplacesTheMarkedText();
+    void plainLettersReplaceTheMarkedTextWhenTheyAreCommitted();
     void returnAndEnterDoNothing_data();
     void returnAndEnterDoNothing();
     void ordersAreNoText();
@@ -219,18 +222,26 @@ void TestMyMultiLineEdit::everyOtherWayInIsFiltered()
 
 void TestMyMultiLineEdit::refusedCompositionTakesNothingAway_data()
 {
-    QTest::addColumn<bool>("composed"); // before it is committed
+    QTest::addColumn<QStringList>("composed"); // before it is committed, one after the other
     QTest::addColumn<QString>("commit");
     QTest::addColumn<int>("corrected"); // characters before the cursor
-    QTest::newRow("composed and committed") << true << QStringLiteral("写真") << 0;
-    QTest::newRow("composed and given up") << true << QString() << 0;
-    QTest::newRow("committed at once") << false << QStringLiteral("写真") << 0;
-    QTest::newRow("a correction of what is there") << false << QStringLiteral("写真") << 2;
+    const QStringList kana{QStringLiteral("しゃ"), QStringLiteral("写真")};
+    const QString kanji = QStringLiteral("写真");
+    QTest::newRow("composed and committed") << kana << kanji << 0;
+    QTest::newRow("composed and given up") << kana << QString() << 0;
+    QTest::newRow("composed in plain letters and committed as kanji")
+        << QStringList{QStringLiteral("n"), QStringLiteral("nihao")} << QStringLiteral("你好") << 0;
+    QTest::newRow("begun in a plain letter and committed as kanji")
+        << (QStringList{QStringLiteral("s")} + kana) << kanji << 0;
+    QTest::newRow("composed in plain letters and given up")
+        << QStringList{QStringLiteral("nihao")} << QString() << 0;
+    QTest::newRow("committed at once") << QStringList() << kanji << 0;
+    QTest::newRow("a correction of what is there") << QStringList() << kanji << 2;
 }
 
 void TestMyMultiLineEdit::refusedCompositionTakesNothingAway()
 {
-    QFETCH(bool, composed);
+    QFETCH(QStringList, composed);
     QFETCH(QString, commit);
     QFETCH(int, corrected);
     m_edit->setText(QStringLiteral("abc"));
@@ -240,9 +251,8 @@ void TestMyMultiLineEdit::refusedCompositionTakesNothingAway()
     } else {
         m_edit->selectAll();
     }
-    if (composed) {
-        m_edit->compose(QStringLiteral("しゃ"), QString());
-        m_edit->compose(QStringLiteral("写真"), QString());
+    for (const QString &letters : qAsConst(composed)) {
+        m_edit->compose(letters, QString());
     }
     m_edit->compose(QString(), commit, corrected);
     QCOMPARE(m_edit->text(), QStringLiteral("abc"));
@@ -263,6 +273,21 @@ void TestMyMultiLineEdit::aCompositionReplacesTheMarkedText()
     QCOMPARE(m_edit->text(), QString());
     m_edit->compose(QString(), QStringLiteral("写真"));
     QCOMPARE(m_edit->text(), QStringLiteral("写真"));
+}
+
+void TestMyMultiLineEdit::plainLettersReplaceTheMarkedTextWhenTheyAreCommitted()
+{
+    m_edit->setText(QStringLiteral("abc"));
+    m_edit->selectAll();
+    m_edit->compose(QStringLiteral("x"), QString());
+    QCOMPARE(m_edit->text(), QStringLiteral("abc"));
+    QVERIFY(m_edit->hasMarkedText());
+    // What is composed from then on replaces nothing, and is seen.
+    m_edit->compose(QStringLiteral("z"), QStringLiteral("xy"));
+    QCOMPARE(m_edit->text(), QStringLiteral("xy"));
+    QCOMPARE(m_edit->textCursor().block().layout()->preeditAreaText(), QStringLiteral("z"));
+    m_edit->compose(QString(), QStringLiteral("z"));
+    QCOMPARE(m_edit->text(), QStringLiteral("xyz"));
 }
 
 void TestMyMultiLineEdit::returnAndEnterDoNothing_data()
