@@ -22,6 +22,7 @@
 #include <QCloseEvent>
 #include <QEventLoop>
 #include <QFileInfo>
+#include <QInputMethod>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMenu>
@@ -74,6 +75,12 @@ QString shownAsItIs(QString text)
 bool clipboardHasText()
 {
     return !QGuiApplication::clipboard()->text().isEmpty();
+}
+
+/// What is still being composed stands in its field for the user, and so belongs to the text.
+void commitComposition()
+{
+    QGuiApplication::inputMethod()->commit();
 }
 
 bool isMenu(const QWidget *widget)
@@ -314,6 +321,7 @@ bool FormExif::isEdited() const
 
 bool FormExif::menu_edit_editCancel()
 {
+    commitComposition();
     if (isEdited()) {
         const auto answer = QMessageBox::warning(
             this, msg(lumi::MsgEditCancelled), msg(lumi::MsgExifChangedDiscard),
@@ -337,6 +345,7 @@ lumi::EditTexts FormExif::texts() const
 
 void FormExif::menu_edit_save()
 {
+    commitComposition();
     const SaveResult result = save();
     if (result == SaveResult::Saved) {
         end(kSavedResult);

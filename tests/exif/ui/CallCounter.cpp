@@ -2,8 +2,10 @@
 #include "tests/exif/ui/CallCounter.h"
 
 #include <QByteArray>
+#include <QDir>
 #include <QFile>
 
+#include <algorithm>
 #include <cstdarg>
 #include <new>
 #include <set>
@@ -90,6 +92,15 @@ int CallCounter::opens() const
 int CallCounter::reads() const
 {
     return readCalls;
+}
+
+bool isHeldOpen(const QString &path)
+{
+    const QDir files(QStringLiteral("/proc/self/fd"));
+    const auto names = files.entryList(QDir::NoDotAndDotDot | QDir::AllEntries | QDir::System);
+    return std::any_of(names.begin(), names.end(), [&files, &path](const QString &name) {
+        return QFile::symLinkTarget(files.filePath(name)) == path;
+    });
 }
 
 NoMemory::NoMemory()

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // How often a file is opened and read by the toolkit, and memory that cannot be had: this
-// program's own versions of these calls stand before those of the libraries.
+// program's own versions of these calls stand before those of the libraries. And whether a
+// file is open still.
 #pragma once
 
 #include <QString>
@@ -20,6 +21,9 @@ public:
     /// Of what was opened since the counter was made.
     [[nodiscard]] int reads() const;
 };
+
+/// Whether this process holds the file open.
+[[nodiscard]] bool isHeldOpen(const QString &path);
 
 /// While it lives, arrays that are asked for without exceptions cannot be had.
 class NoMemory

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 // The editor's window, and what its fields show and take.
+#include "app/common/labels.h"
 #include "platform/QPEMenuBar.h"
+#include "tests/exif/ui/CallCounter.h"
 #include "tests/exif/ui/EditorFixture.h"
 #include "tests/support/TestMain.h"
 
@@ -73,6 +75,7 @@ private Q_SLOTS:
     void aLongTextKeepsItsRestAfterOneDeletion_data();
     void aLongTextKeepsItsRestAfterOneDeletion();
     void aPositionInHundredthsShowsEmpty();
+    void anOpenEditorDoesNotHoldThePhotoOpen();
     void helpAndVersionOpen();
 
 private:
@@ -104,8 +107,9 @@ void TestFormExif::isModalAndNamedAfterThePhoto()
     QCOMPARE(m_user->form->windowTitle(), QStringLiteral("a"));
     const QString longName(120, QLatin1Char('X'));
     m_user->open(test::editablePhoto(), longName + QStringLiteral(".jpg"));
-    QVERIFY(m_user->form->windowTitle().endsWith(QLatin1String("X...")));
-    QVERIFY(m_user->form->windowTitle().size() <= 50);
+    const QString title = m_user->form->windowTitle();
+    QCOMPARE(title, elideToChars(m_user->form.get(), longName, 50));
+    QVERIFY(title.endsWith(QLatin1String("X...")));
 }
 
 void TestFormExif::itsMenusAreInOrder()
@@ -319,6 +323,18 @@ void TestFormExif::aPositionInHundredthsShowsEmpty()
     QCOMPARE(m_user->edit(LatitudeField)->text(), QString());
 }
 
+/// Someone may well take the card out meanwhile.
+void TestFormExif::anOpenEditorDoesNotHoldThePhotoOpen()
+{
+    m_user->open();
+    QVERIFY(!lumi::test::isHeldOpen(m_user->path));
+    m_user->type(LatitudeField, QStringLiteral("N91.00.00.000"));
+    m_user->form->menu_edit_save();
+    QCOMPARE(m_user->boxes.boxes.size(), 1);
+    QVERIFY(m_user->form->isVisible());
+    QVERIFY(!lumi::test::isHeldOpen(m_user->path));
+}
+
 void TestFormExif::helpAndVersionOpen()
 {
     m_user->open();
@@ -333,10 +349,9 @@ void TestFormExif::helpAndVersionOpen()
     });
     timer.start(20);
     m_user->entry(QStringLiteral("Help"))->trigger();
-    QCOMPARE(titles.size(), 1);
+    QCOMPARE(titles, QStringList{QStringLiteral("Help")});
     m_user->entry(QStringLiteral("Version"))->trigger();
-    QCOMPARE(titles.size(), 2);
-    QCOMPARE(titles.last(), QStringLiteral("Version"));
+    QCOMPARE(titles, (QStringList{QStringLiteral("Help"), QStringLiteral("Version")}));
 }
 
 LUMI_TEST(TestFormExif)

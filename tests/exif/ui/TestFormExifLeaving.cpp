@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Leaving the editor, asked and unasked.
+#include "tests/exif/ui/Composition.h"
 #include "tests/exif/ui/EditorFixture.h"
 #include "tests/support/TestMain.h"
 
@@ -25,6 +26,7 @@ private Q_SLOTS:
     void leavingAsksAfterEveryEdit_data();
     void leavingAsksAfterEveryEdit();
     void typingAndDeletingStillAsks();
+    void whatIsStillComposedIsAnEdit();
     void onlyYesLeaves_data();
     void onlyYesLeaves();
     void closingTheWindowIsLeaving();
@@ -93,6 +95,24 @@ void TestFormExifLeaving::typingAndDeletingStillAsks()
     }),
              0);
     QCOMPARE(m_user->boxes.boxes.size(), 1);
+}
+
+void TestFormExifLeaving::whatIsStillComposedIsAnEdit()
+{
+    m_user->open();
+    bool left = true;
+    QCOMPARE(m_user->run([this, &left] {
+        m_user->enter(CommentField);
+        const test::Composition composition(QStringLiteral("写真"));
+        QVERIFY(!m_user->edit(CommentField)->edited());
+        m_user->boxes.answer = QMessageBox::No;
+        left = m_user->form->menu_edit_editCancel();
+        m_user->form->hide();
+    }),
+             0);
+    QVERIFY(!left);
+    QCOMPARE(m_user->boxes.boxes.size(), 1);
+    QCOMPARE(m_user->edit(CommentField)->text(), QStringLiteral("写真at noon"));
 }
 
 void TestFormExifLeaving::onlyYesLeaves_data()

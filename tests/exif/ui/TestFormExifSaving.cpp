@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // What the editor saves, and when it cannot.
+#include "tests/exif/ui/Composition.h"
 #include "tests/exif/ui/EditorFixture.h"
 #include "tests/support/OrdinaryUser.h"
 #include "tests/support/TestMain.h"
@@ -45,6 +46,9 @@ private Q_SLOTS:
     void everyFieldIsSaved();
     void foreignLettersAreLostOutsideTheComment();
     void aCommentInKanjiComesBack();
+    void aCommentInTwoByteLettersIsReplaced();
+    void whatIsStillComposedIsSaved_data();
+    void whatIsStillComposedIsSaved();
     void kanjiCannotComeIntoTheTitle();
     void blanksTakeTheOwnerAway();
     void aPositionInHundredthsGoesAway();
@@ -163,6 +167,50 @@ void TestFormExifSaving::aCommentInKanjiComesBack()
     FPVExifFields fields(m_user->path);
     fields.setGroup(1);
     QCOMPARE(fields.valueText(5, false), comment);
+}
+
+void TestFormExifSaving::aCommentInTwoByteLettersIsReplaced()
+{
+    ExifBuilder photo;
+    photo.undefined(ExifListKind::Exif, 0x9286, QByteArray("UNICODE\0h\0i\0", 12));
+    m_user->open(photo);
+    QCOMPARE(m_user->edit(CommentField)->text(), QStringLiteral("h"));
+    QCOMPARE(m_user->run([this] {
+        m_user->form->menu_edit_save();
+    }),
+             1);
+    QCOMPARE(m_user->value(0x9286, ExifListKind::Exif), unicode(QStringLiteral("h")));
+}
+
+void TestFormExifSaving::whatIsStillComposedIsSaved_data()
+{
+    QTest::addColumn<int>("field");
+    QTest::addColumn<bool>("marked");
+    QTest::addColumn<QString>("composed");
+    QTest::addColumn<QByteArray>("saved");
+    QTest::newRow("before the comment") << int(CommentField) << false << QStringLiteral("写真")
+                                        << unicode(QStringLiteral("写真at noon"));
+    QTest::newRow("in place of the title")
+        << int(TitleField) << true << QStringLiteral("Sea") << QByteArray("Sea\0", 4);
+}
+
+void TestFormExifSaving::whatIsStillComposedIsSaved()
+{
+    QFETCH(int, field);
+    QFETCH(bool, marked);
+    QFETCH(QString, composed);
+    m_user->open();
+    QCOMPARE(m_user->run([&] {
+        m_user->enter(EditField(field));
+        if (marked) {
+            m_user->edit(EditField(field))->selectAll();
+        }
+        const test::Composition composition(composed);
+        m_user->form->menu_edit_save();
+    }),
+             1);
+    const EditRule &rule = kEditRules.at(std::size_t(field));
+    QTEST(m_user->value(rule.tag, rule.list), "saved");
 }
 
 void TestFormExifSaving::kanjiCannotComeIntoTheTitle()
@@ -355,8 +403,11 @@ void TestFormExifSaving::aWaitDialogIsUpWhileSaving()
 {
     struct WaitWatch : QObject
     {
+        const EditorFixture *user = nullptr;
         QStringList texts;
         QList<const QWidget *> parents;
+        QByteArrayList shownWith;
+        QByteArrayList hiddenWith;
 
         bool eventFilter(QObject *watched, QEvent *event) override
         {
@@ -364,20 +415,31 @@ void TestFormExifSaving::aWaitDialogIsUpWhileSaving()
             if (event->type() == QEvent::Show && dialog != nullptr) {
                 texts.append(dialog->findChild<QLabel *>()->text());
                 parents.append(dialog->parentWidget());
+                shownWith.append(user->fileBytes());
+            } else if (event->type() == QEvent::Hide && dialog != nullptr) {
+                hiddenWith.append(user->fileBytes());
             }
             return false;
         }
     } watch;
 
     m_user->open();
+    const QByteArray before = m_user->fileBytes();
+    watch.user = m_user.get();
     qApp->installEventFilter(&watch);
     QCOMPARE(m_user->run([this] {
+        m_user->type(OwnerField, QStringLiteral("Jo"));
         m_user->form->menu_edit_save();
     }),
              1);
     QCOMPARE(watch.texts, QStringList{QStringLiteral("Working...")});
     QCOMPARE(watch.parents, QList<const QWidget *>{m_user->form.get()});
     QVERIFY(m_user->form->findChildren<MyDialogWait *>().isEmpty());
+    // The photo was replaced while it was up.
+    const QByteArray after = m_user->fileBytes();
+    QVERIFY(after != before);
+    QVERIFY(watch.shownWith == QByteArrayList{before});
+    QVERIFY(watch.hiddenWith == QByteArrayList{after});
 }
 
 LUMI_TEST(TestFormExifSaving)
