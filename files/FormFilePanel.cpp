@@ -34,9 +34,6 @@ void FormFile::btn_edit_clicked()
     const QPointer<FormFile> self(this);
     // On the heap: the form may go while the editor is up.
     const QPointer<FormExif> editor(new FormExif(this, item->path()));
-    if (!editor) {
-        return;
-    }
     // The item may not live as long as the editor, and the photo's file is replaced by it.
     m_view->dropCursorThumbnail();
     tellPanel(nullptr);
