@@ -85,5 +85,9 @@ void FormFile::mtabChanged()
         combo_device_activated(msg(lumi::MsgPhotoFiles));
     } else {
         m_deviceCombo->setCurrentIndex(m_deviceCombo->findText(shown));
+        // It may have gone and come again meanwhile, on another device: no paste would trust it.
+        if (m_rootItem && !m_rootItem->medium().isThere()) {
+            enterFolder(QString());
+        }
     }
 }

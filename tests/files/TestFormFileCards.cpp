@@ -41,6 +41,7 @@ private Q_SLOTS:
     void aPulledCardLeadsToTheStoresFolder();
     void aPulledCardThatIsNotShownChangesTheListOnly();
     void aCardPutInAgainOpensAtItsCameraFolder();
+    void aCardThatCameAgainOnAnotherDeviceIsReadAnew();
     void aPulledCfCardLeadsToTheStoreToo();
     void aCardPulledWhileTheStoreIsShownForgetsItsFolder();
     void aCardThatComesChangesTheListOnly();
@@ -279,6 +280,21 @@ void TestFormFileCards::aCardPutInAgainOpensAtItsCameraFolder()
     m_form->choose(kSd);
     QVERIFY(m_form->waitForCells(1));
     QCOMPARE(m_form->names(), QStringList{QStringLiteral("s.jpg")});
+}
+
+/// As after a pull and a return that were told of together.
+void TestFormFileCards::aCardThatCameAgainOnAnotherDeviceIsReadAnew()
+{
+    insertBoth();
+    m_form->start();
+    m_form->choose(kSd);
+    QTRY_COMPARE(m_form->names(), QStringList{QStringLiteral("s.jpg")});
+    const QString camera = m_form->world.machine->sd + QStringLiteral("/dcim");
+    QVERIFY(QDir(camera).removeRecursively());
+    QVERIFY(QFile::link(QStringLiteral("/proc/sys/kernel"), camera));
+    m_form->tellCardChange();
+    QCOMPARE(m_form->combo->currentText(), kSd);
+    QTRY_VERIFY(!m_form->names().contains(QStringLiteral("s.jpg")));
 }
 
 void TestFormFileCards::aPulledCfCardLeadsToTheStoreToo()
