@@ -18,6 +18,7 @@ namespace {
 
 // Directories, values and thumbnail for which a segment has room, as an even number.
 constexpr qint64 kMostInASegment = 65518;
+constexpr int kLastGpsTag = 0x001F;
 
 quint32 valueOf(const FPVExifTag *tag)
 {
@@ -29,6 +30,14 @@ bool describesThumbnail(const lumi::ExifTagList &list)
     return std::any_of(list.begin(), list.end(), [](const FPVExifTag *tag) {
         return tag->tag() == lumi::kTagCompression || tag->tag() == lumi::kTagStripOffsets
             || tag->tag() == lumi::kThumbnailOffset;
+    });
+}
+
+/// No other directory but the interoperability one has numbers as low as these.
+bool describesPosition(const lumi::ExifTagList &list)
+{
+    return std::all_of(list.begin(), list.end(), [](const FPVExifTag *tag) {
+        return tag->tag() <= kLastGpsTag;
     });
 }
 
@@ -146,7 +155,8 @@ bool FPVExifDocument::readSubIfds(lumi::ExifSegment &segment, qint64 room)
 
 /// A pointer can be left over from an older block. What it leads to counts as empty then: it
 /// must not come into the next block. Some programs link the Exif directory behind the first
-/// one as well; only what describes a thumbnail is none. What is read is cut to size at once,
+/// one as well; only what describes a thumbnail, or the position that the GPS pointer leads to,
+/// is none. What is read is cut to size at once,
 /// or the values of one directory would leave none to be held for the next.
 bool FPVExifDocument::readPointed(lumi::ExifSegment &segment, const FPVExifTag *pointer,
                                   ListMember target, qint64 room)
@@ -162,7 +172,9 @@ bool FPVExifDocument::readPointed(lumi::ExifSegment &segment, const FPVExifTag *
     if (!segment.readIfd(offset, list, unusedLink)) {
         return false;
     }
-    const bool isOther = offset == m_ifd1Offset && describesThumbnail(list);
+    const FPVExifTag *gps = m_ifd0.findNumber(lumi::kGpsPointer);
+    const bool isOther = (offset == m_ifd1Offset && describesThumbnail(list))
+        || (isExif && gps && offset == valueOf(gps) && describesPosition(list));
     segment.giveBack(lumi::fitTags(pointedLists(), isOther ? 0 : room));
     return true;
 }

@@ -69,6 +69,8 @@ private Q_SLOTS:
     void emptiedGpsWhileExifGrows_data();
     void emptiedGpsWhileExifGrows();
     void emptiedExifKeepsItsStalePointer();
+    void emptiedExifDoesNotTakeThePosition_data();
+    void emptiedExifDoesNotTakeThePosition();
     void pointerWithoutADirectoryGetsNone_data();
     void pointerWithoutADirectoryGetsNone();
     void stalePointerBringsNothingIn_data();
@@ -246,6 +248,39 @@ void TestRewriteBounds::emptiedExifKeepsItsStalePointer()
     FPVExifWriter bare(m_folder->put(ExifBuilder().shorts(Ifd0, 0x0112, {1})));
     QCOMPARE(bare.rewrite(), kDone);
     QCOMPARE(numbersOf(FPVExifDocument(bare.fileName()).ifd0List()), QList<int>({0x0112}));
+}
+
+void TestRewriteBounds::emptiedExifDoesNotTakeThePosition_data()
+{
+    addOrders();
+}
+
+/// With nothing else changed, the GPS directory comes to stand where the Exif one was. A position
+/// that is cleared then must not be left in a copy.
+void TestRewriteBounds::emptiedExifDoesNotTakeThePosition()
+{
+    QFETCH(ExifBuilder::Order, order);
+    const QString path = put(plainPhoto(order));
+    {
+        FPVExifWriter writer(path);
+        writer.removeTag(0x829A, Exif);
+        QCOMPARE(writer.rewrite(), kDone);
+    }
+    for (int save = 0; save < 2; ++save) {
+        const FPVExifDocument document(path);
+        QCOMPARE(document.find(0x8769, Ifd0)->intValue(), document.find(0x8825, Ifd0)->intValue());
+        QVERIFY(!document.hasExifIfd());
+        QVERIFY(document.hasGpsIfd());
+        QCOMPARE(rewritten(path), kDone);
+    }
+    FPVExifWriter writer(path);
+    for (const int number : numbersOf(writer.gpsList())) {
+        writer.removeTag(quint16(number), Gps);
+    }
+    QCOMPARE(writer.rewrite(), kDone);
+    const FPVExifDocument cleared(path);
+    QVERIFY(!cleared.hasExifIfd());
+    QVERIFY(!cleared.hasGpsIfd());
 }
 
 void TestRewriteBounds::pointerWithoutADirectoryGetsNone_data()
