@@ -4,8 +4,6 @@
 #include "tests/support/TestMain.h"
 #include "tests/views/ViewFixture.h"
 
-#include <QDir>
-#include <QFile>
 #include <QTest>
 
 using lumi::PasteResult;
@@ -48,35 +46,8 @@ private Q_SLOTS:
     void aFailedPasteShowsWhatItMade();
 
 private:
-    [[nodiscard]] QStringList names() const;
-    [[nodiscard]] bool exists(const char *name) const;
-    void check(const char *fileNames);
-
     std::unique_ptr<ViewFixture> m_view;
 };
-
-/// Of all items of the list.
-QStringList TestThumbnailClipboard::names() const
-{
-    QStringList result;
-    for (const FPVItemObject *item : m_view->items) {
-        result.append(item->fileName());
-    }
-    return result;
-}
-
-bool TestThumbnailClipboard::exists(const char *name) const
-{
-    return QFile::exists(m_view->world.path(QString::fromUtf8(name)));
-}
-
-void TestThumbnailClipboard::check(const char *fileNames)
-{
-    const QStringList wanted = list(fileNames);
-    for (FPVItemObject *item : m_view->items) {
-        item->setChecked(wanted.contains(item->fileName()));
-    }
-}
 
 void TestThumbnailClipboard::copyTakesPhotosAndFolders()
 {
@@ -116,7 +87,7 @@ void TestThumbnailClipboard::markedItemsAreTakenInTheirOrder()
     m_view->world.makePhotos(4);
     m_view->list();
     // A folder gets no mark from the user, but one that has it is taken.
-    check("a03.jpg dir a01.jpg");
+    m_view->check("a03.jpg dir a01.jpg");
     const QStringList paths{m_view->items.at(0)->path(), m_view->items.at(2)->path(),
                             m_view->items.at(4)->path()};
     m_view->view.clipboard().take({QStringLiteral("/old")}, false);
@@ -151,11 +122,11 @@ void TestThumbnailClipboard::aCutChangesNothingOnShow()
     const QWidget *container = m_view->container();
     const QImage before = m_view->view.grab().toImage();
     m_view->view.cutCurrent();
-    check("a00.jpg a01.jpg");
+    m_view->check("a00.jpg a01.jpg");
     m_view->view.cutChecked();
     QCOMPARE(m_view->container(), container);
     QCOMPARE(m_view->view.grab().toImage(), before);
-    QVERIFY(exists("a00.jpg"));
+    QVERIFY(m_view->exists("a00.jpg"));
 }
 
 void TestThumbnailClipboard::checkAllMarksPhotosOnly()
@@ -163,7 +134,7 @@ void TestThumbnailClipboard::checkAllMarksPhotosOnly()
     m_view->world.makeFolder(QStringLiteral("dir"));
     m_view->world.makePhotos(40);
     m_view->list();
-    check("dir");
+    m_view->check("dir");
     m_view->view.checkAll();
     for (const FPVItemObject *item : m_view->items) {
         QCOMPARE(item->isChecked(), item->isPicture());
@@ -175,7 +146,7 @@ void TestThumbnailClipboard::uncheckAllLeavesNoMark()
     m_view->world.makeFolder(QStringLiteral("dir"));
     m_view->world.makePhotos(10);
     m_view->list();
-    check("dir a00.jpg a09.jpg");
+    m_view->check("dir a00.jpg a09.jpg");
     m_view->view.uncheckAll();
     QVERIFY(!m_view->view.anyChecked());
 }
@@ -229,11 +200,11 @@ void TestThumbnailClipboard::aPasteShowsItsFirstItem()
     const QString other = m_view->world.path(QStringLiteral("other"));
     m_view->view.clipboard().take({other, QString(other + QStringLiteral("/a01.jpg"))}, false);
     QCOMPARE(m_view->view.paste(), PasteResult::Done);
-    QCOMPARE(names().mid(9), list("other a01-1.jpg"));
+    QCOMPARE(m_view->names().mid(9), list("other a01-1.jpg"));
     QVERIFY(m_view->waitForThumbnails());
     QVERIFY(m_view->indexes().contains(9));
     QCOMPARE(m_view->view.currentObject()->fileName(), QStringLiteral("other"));
-    QVERIFY(exists("dir/other/a00.jpg") && exists("dir/a01-1.jpg"));
+    QVERIFY(m_view->exists("dir/other/a00.jpg") && m_view->exists("dir/a01-1.jpg"));
 }
 
 void TestThumbnailClipboard::aPasteWithoutNewItemsLeavesThePage()
@@ -248,7 +219,7 @@ void TestThumbnailClipboard::aPasteWithoutNewItemsLeavesThePage()
     m_view->view.clipboard().take({QStringLiteral("/none.jpg")}, false);
     QCOMPARE(m_view->view.paste(), PasteResult::Missing);
     QCOMPARE(m_view->container(), container);
-    QVERIFY(exists("a01.jpg"));
+    QVERIFY(m_view->exists("a01.jpg"));
 }
 
 void TestThumbnailClipboard::aFailedPasteShowsWhatItMade()
@@ -259,7 +230,7 @@ void TestThumbnailClipboard::aFailedPasteShowsWhatItMade()
     m_view->view.clipboard().take({m_view->items.at(0)->path(), QStringLiteral("/none.jpg")},
                                   false);
     QCOMPARE(m_view->view.paste(), PasteResult::Missing);
-    QCOMPARE(names(), list("a00.jpg a00-1.jpg"));
+    QCOMPARE(m_view->names(), list("a00.jpg a00-1.jpg"));
     QCOMPARE(m_view->view.currentIndex(), 1);
 }
 

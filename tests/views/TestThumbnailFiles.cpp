@@ -57,35 +57,8 @@ private Q_SLOTS:
     void emptySubfoldersGo();
 
 private:
-    [[nodiscard]] QStringList names() const;
-    [[nodiscard]] bool exists(const char *name) const;
-    void check(const char *fileNames);
-
     std::unique_ptr<ViewFixture> m_view;
 };
-
-/// Of all items of the list.
-QStringList TestThumbnailFiles::names() const
-{
-    QStringList result;
-    for (const FPVItemObject *item : m_view->items) {
-        result.append(item->fileName());
-    }
-    return result;
-}
-
-bool TestThumbnailFiles::exists(const char *name) const
-{
-    return QFile::exists(m_view->world.path(QString::fromUtf8(name)));
-}
-
-void TestThumbnailFiles::check(const char *fileNames)
-{
-    const QStringList wanted = list(fileNames);
-    for (FPVItemObject *item : m_view->items) {
-        item->setChecked(wanted.contains(item->fileName()));
-    }
-}
 
 void TestThumbnailFiles::withoutAFolderNothingIsDone()
 {
@@ -123,10 +96,10 @@ void TestThumbnailFiles::foldersAreMadeInTheFolderOnShow()
     QVERIFY(m_view->view.hasEntry(QStringLiteral("a.jpg")));
     QVERIFY(!m_view->view.hasEntry(QStringLiteral("dir")));
     QVERIFY(m_view->view.makeFolder(QStringLiteral("day one")));
-    QVERIFY(exists("dir/day one"));
+    QVERIFY(m_view->exists("dir/day one"));
     QVERIFY(!m_view->view.makeFolder(QStringLiteral("day one")));
     QVERIFY(!m_view->view.makeFolder(QStringLiteral("day/two")));
-    QCOMPARE(names(), list("a.jpg"));
+    QCOMPARE(m_view->names(), list("a.jpg"));
 }
 
 void TestThumbnailFiles::itemsAreRenamedWithoutAReload()
@@ -135,10 +108,10 @@ void TestThumbnailFiles::itemsAreRenamedWithoutAReload()
     m_view->world.makePhoto(QStringLiteral("b.jpg"));
     m_view->list();
     QVERIFY(m_view->view.renameItem(QStringLiteral("a.jpg"), QStringLiteral("c.jpg")));
-    QVERIFY(exists("c.jpg") && !exists("a.jpg"));
+    QVERIFY(m_view->exists("c.jpg") && !m_view->exists("a.jpg"));
     QVERIFY(!m_view->view.renameItem(QStringLiteral("b.jpg"), QStringLiteral("c.jpg")));
     QVERIFY(!m_view->view.renameItem(QStringLiteral("gone"), QStringLiteral("d")));
-    QCOMPARE(names(), list("a.jpg b.jpg"));
+    QCOMPARE(m_view->names(), list("a.jpg b.jpg"));
 }
 
 void TestThumbnailFiles::theCurrentPhotoIsDeleted()
@@ -148,8 +121,8 @@ void TestThumbnailFiles::theCurrentPhotoIsDeleted()
     m_view->view.showPage(0, 1, true);
     QVERIFY(m_view->waitForThumbnails());
     QVERIFY(m_view->view.deleteCurrent());
-    QVERIFY(!exists("a01.jpg"));
-    QCOMPARE(names(), list("a00.jpg a02.jpg"));
+    QVERIFY(!m_view->exists("a01.jpg"));
+    QCOMPARE(m_view->names(), list("a00.jpg a02.jpg"));
     QVERIFY(m_view->waitForThumbnails());
     QCOMPARE(m_view->indexes(), (QList<int>{0, 1}));
     // The cursor stays at its place.
@@ -164,7 +137,7 @@ void TestThumbnailFiles::onlyPhotosAreDeleted()
     QVERIFY(!m_view->view.deleteCurrent());
     m_view->view.showPage(0, 0, true);
     QVERIFY(!m_view->view.deleteCurrent());
-    QVERIFY(exists("empty"));
+    QVERIFY(m_view->exists("empty"));
     QCOMPARE(m_view->items.count(), 2);
 }
 
@@ -175,7 +148,7 @@ void TestThumbnailFiles::aPhotoThatStaysKeepsItsItem()
     m_view->list();
     m_view->view.showPage(0, 0, true);
     QVERIFY(!m_view->view.deleteCurrent());
-    QVERIFY(exists("a00.jpg"));
+    QVERIFY(m_view->exists("a00.jpg"));
     QCOMPARE(m_view->items.count(), 2);
 }
 
@@ -254,10 +227,10 @@ void TestThumbnailFiles::checkedPhotosAreDeleted()
     for (const QString &name : list(qPrintable(protectedOnes))) {
         protect(m_view->world.path(name));
     }
-    check(qPrintable(checked));
+    m_view->check(qPrintable(checked));
     QVERIFY(m_view->waitForThumbnails());
     QTEST(m_view->view.deleteChecked(), "result");
-    QCOMPARE(names(), left);
+    QCOMPARE(m_view->names(), left);
     QCOMPARE(QDir(m_view->world.store).entryList(QDir::Files), left);
     // What stays keeps its mark.
     for (const FPVItemObject *item : m_view->items) {
@@ -270,10 +243,10 @@ void TestThumbnailFiles::aMarkedFolderOnlyLosesItsMark()
     m_view->world.makeFolder(QStringLiteral("dir"));
     m_view->world.makePhotos(2);
     m_view->list();
-    check("dir a00.jpg");
+    m_view->check("dir a00.jpg");
     QVERIFY(m_view->view.deleteChecked());
-    QVERIFY(exists("dir"));
-    QCOMPARE(names(), list("dir a01.jpg"));
+    QVERIFY(m_view->exists("dir"));
+    QCOMPARE(m_view->names(), list("dir a01.jpg"));
     QVERIFY(!m_view->view.anyChecked());
 }
 
@@ -283,7 +256,7 @@ void TestThumbnailFiles::deletingMarkedPhotosShowsTheFirstPage()
     m_view->list();
     m_view->view.showPage(6, 7, true);
     QVERIFY(m_view->waitForPage());
-    check("a13.jpg");
+    m_view->check("a13.jpg");
     QVERIFY(m_view->view.deleteChecked());
     QCOMPARE(m_view->view.topIndex(), 0);
     QVERIFY(m_view->waitForPage());
@@ -312,8 +285,8 @@ void TestThumbnailFiles::emptySubfoldersGo()
     // It is not about the item at the cursor.
     m_view->view.showPage(0, 1, true);
     QVERIFY(m_view->view.deleteEmptyFolders());
-    QVERIFY(!exists("dir/empty"));
-    QVERIFY(exists("dir/full/empty") && exists("beside"));
+    QVERIFY(!m_view->exists("dir/empty"));
+    QVERIFY(m_view->exists("dir/full/empty") && m_view->exists("beside"));
     QVERIFY(m_view->view.deleteEmptyFolders());
 }
 

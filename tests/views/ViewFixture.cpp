@@ -4,6 +4,7 @@
 #include "platform/toolkit/BackgroundWidget.h"
 #include "views/FPVThumbnailLabel.h"
 
+#include <QFile>
 #include <QTest>
 
 namespace {
@@ -83,6 +84,29 @@ void lumi::test::ViewFixture::list(const QString &folder)
 {
     items.load(folder.isEmpty() ? world.store : world.path(folder), world.store);
     showLarge();
+}
+
+QStringList lumi::test::ViewFixture::names() const
+{
+    QStringList result;
+    for (const FPVItemObject *item : items) {
+        result.append(item->fileName());
+    }
+    return result;
+}
+
+void lumi::test::ViewFixture::check(const char *fileNames)
+{
+    const QStringList wanted
+        = QString::fromUtf8(fileNames).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    for (FPVItemObject *item : items) {
+        item->setChecked(wanted.contains(item->fileName()));
+    }
+}
+
+bool lumi::test::ViewFixture::exists(const char *name) const
+{
+    return QFile::exists(world.path(QString::fromUtf8(name)));
 }
 
 bool lumi::test::ViewFixture::waitForPage()

@@ -31,6 +31,13 @@ struct ViewFixture
     /// The same, and every cell had its turn.
     [[nodiscard]] bool waitForThumbnails();
 
+    /// Of all items of the list.
+    [[nodiscard]] QStringList names() const;
+    /// Marks these items, with a blank between their names, and no others.
+    void check(const char *fileNames);
+    /// Whether the store has an entry of this name.
+    [[nodiscard]] bool exists(const char *name) const;
+
     [[nodiscard]] QList<FPVThumbnailItem *> cells() const;
     /// Of the cells, in their order.
     [[nodiscard]] QList<int> indexes() const;
