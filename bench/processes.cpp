@@ -114,6 +114,15 @@ int bareMemory(int argc, char **argv)
     return 0;
 }
 
+/// The browser's view, once it has come to rest.
+FPVThumbnailView *openBrowser(QPEApplication &application, MainWindow &window)
+{
+    application.showMainWidget(&window, false);
+    window.changeForm(kFormFile, QString());
+    settle(kSettleMs);
+    return window.findChild<FPVThumbnailView *>();
+}
+
 /// The largest resident memory over the first, a middle and the last page of the store.
 int ourMemory(int argc, char **argv)
 {
@@ -121,10 +130,7 @@ int ourMemory(int argc, char **argv)
     SwapSystem store(swapFolder(), QStringLiteral(".swp"));
     swapSystem(&store);
     MainWindow window;
-    application.showMainWidget(&window, false);
-    window.changeForm(kFormFile, QString());
-    settle(kSettleMs);
-    auto *view = window.findChild<FPVThumbnailView *>();
+    FPVThumbnailView *view = openBrowser(application, window);
     long most = lumi::bench::residentKiB();
     for (const int top : {kMany / 2, kMany}) {
         view->showPage(top, -1, true);
@@ -143,15 +149,13 @@ int viewerMemory(int argc, char **argv)
     SwapSystem store(swapFolder(), QStringLiteral(".swp"));
     swapSystem(&store);
     MainWindow window;
-    application.showMainWidget(&window, false);
-    window.changeForm(kFormFile, QString());
-    settle(kSettleMs);
+    FPVThumbnailView *view = openBrowser(application, window);
     FPVItemJpeg item(QDir::homePath() + QLatin1String(kHugePhoto), QString(), false);
     int decodes = 0;
     QObject::connect(&item, &FPVItemImage::decodeComplete, &window, [&decodes] {
         ++decodes;
     });
-    FPVPictureScrollView viewer(&window, window.findChild<FPVThumbnailView *>(), &item);
+    FPVPictureScrollView viewer(&window, view, &item);
     QElapsedTimer clock;
     clock.start();
     for (const int wanted : {1, 2}) {
