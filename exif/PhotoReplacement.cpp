@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "exif/PhotoReplacement.h"
 
+#include "app/common/Medium.h"
 #include "app/common/diskSpace.h"
 #include "app/common/paths.h"
 #include "platform/Machine.h"
@@ -27,7 +28,7 @@ QString mediumOf(const QString &path)
 {
     for (const Slot slot : {Slot::CF, Slot::SD}) {
         QString card = Machine::instance().mountPoint(slot);
-        if (path.startsWith(card) && !QFile::exists(card + QLatin1String("/NotAvailable"))) {
+        if (path.startsWith(card) && lumi::isCardInSlot(slot)) {
             return card;
         }
     }
@@ -72,13 +73,6 @@ int syncFolderOf(const QString &path)
     return error;
 }
 
-/// A link that leads nowhere takes its name as well.
-bool isTaken(const QString &path)
-{
-    const QFileInfo file(path);
-    return file.exists() || file.isSymLink();
-}
-
 /// Unlike the toolkit's renaming this one never falls back to copying, which would leave half
 /// a photo behind if it were cut short, and never replaces a file. File systems that cannot
 /// rename with that condition refuse it for reasons of their own; the photo has no name at
@@ -91,7 +85,7 @@ bool renameFile(const QString &from, const QString &to)
         == 0) {
         return true;
     }
-    return errno != EEXIST && !isTaken(to)
+    return errno != EEXIST && !lumi::isTaken(to)
         && std::rename(oldName.constData(), newName.constData()) == 0;
 }
 
@@ -298,7 +292,7 @@ QString freeTemporaryPath(const QString &path)
     const QString after = QLatin1Char('.') + photo.suffix();
     for (int number = 0; number < kTemporaryNames; ++number) {
         QString candidate = before + QString::number(number) + after;
-        if (!isTaken(candidate)) {
+        if (!lumi::isTaken(candidate)) {
             return candidate;
         }
     }

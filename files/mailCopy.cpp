@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "files/mailCopy.h"
 
-#include "files/engine/folderEntries.h"
+#include "app/common/paths.h"
 #include "items/FPVItemImage.h"
 #include "items/photoScale.h"
 #include "views/folderRoots.h"

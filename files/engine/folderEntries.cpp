@@ -43,12 +43,6 @@ bool renameFile(const QString &from, const QString &to)
 
 } // namespace
 
-bool lumi::isTaken(const QString &path)
-{
-    const QFileInfo info(path);
-    return info.exists() || info.isSymLink();
-}
-
 bool lumi::areOneFile(const QString &path, const QString &other)
 {
     struct stat one = {};

@@ -7,8 +7,6 @@ class QString;
 
 namespace lumi {
 
-/// A dangling link counts too: it takes up its name.
-[[nodiscard]] bool isTaken(const QString &path);
 /// Whether both paths lead to one file or folder, as two spellings of a name do on a card, or
 /// a link and what it points to. False if one of them can't be asked.
 [[nodiscard]] bool areOneFile(const QString &path, const QString &other);
