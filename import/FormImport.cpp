@@ -3,6 +3,7 @@
 
 #include "app/common/BusyScope.h"
 #include "app/common/Medium.h"
+#include "app/common/diskSpace.h"
 #include "app/common/messages.h"
 #include "app/common/power.h"
 #include "import/ImportRun.h"
@@ -174,7 +175,7 @@ void FormImport::focusCard()
 
 void FormImport::writeLabels()
 {
-    const int freeKB = lumi::storeRoomKB();
+    const int freeKB = lumi::freeDocumentsKB();
     m_memoryLabel->setText(lumi::memoryText(freeKB));
     setColour(m_memoryLabel, QPalette::WindowText, lumi::isMemoryLow(freeKB) ? kWarning : kPlain);
     m_memoryLabel->adjustSize();

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The search of a card before anything is copied: what is there, and will it fit.
+#include "app/common/diskSpace.h"
 #include "app/common/messages.h"
 #include "import/FormImport.h"
 #include "import/ImportRun.h"
@@ -28,7 +29,7 @@ FormImport::SearchResult FormImport::runSearch()
     if (FPVFileTree::fileCount() < 1) {
         return NoFile;
     }
-    return lumi::mayNotFit(FPVFileTree::byteCount(), lumi::storeRoomKB()) ? NoRoom : Found;
+    return lumi::mayNotFit(FPVFileTree::byteCount(), lumi::freeDocumentsKB()) ? NoRoom : Found;
 }
 
 bool FormImport::searchCard()

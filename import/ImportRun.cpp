@@ -23,7 +23,7 @@ constexpr const char *kFileNumber = "-%d";
 
 ImportKind kindOfFolderFailure()
 {
-    return lumi::storeRoomKB() < 1 ? ImportKind::MemoryFull : ImportKind::AccessFailure;
+    return lumi::freeDocumentsKB() < 1 ? ImportKind::MemoryFull : ImportKind::AccessFailure;
 }
 
 ImportKind makeFolder(const QString &path)
@@ -40,11 +40,6 @@ bool isSameSize(const QString &source, const QString &target)
 }
 
 } // namespace
-
-int lumi::storeRoomKB()
-{
-    return freeDocumentsKB();
-}
 
 ImportKind lumi::kindOfFailure(int copyResult, int roomKB, qint64 sourceSize, bool isCardPresent)
 {
@@ -142,7 +137,7 @@ ImportKind lumi::ImportRun::copyOne(const QString &relPath) const
     const QString target = uniquePath(m_target + relPath, kFileNumber, QLatin1Char('.'));
     const int result = copyFile(source, target, false, true, copyKeepGoing, kBlockBytes);
     if (result != CopyDone) {
-        return kindOfFailure(result, storeRoomKB(), QFileInfo(source).size(),
+        return kindOfFailure(result, freeDocumentsKB(), QFileInfo(source).size(),
                              m_callbacks.isCardPresent());
     }
     if (!isSameSize(source, target)) {

@@ -62,9 +62,6 @@ private:
     int m_copiedCount = 0;
 };
 
-/// Free KB where the photo store is; -1 if it can't be asked.
-[[nodiscard]] int storeRoomKB();
-
 /// What a result of copyFile() other than CopyDone means.
 /// @param roomKB free now, after the partial copy has gone
 /// @param sourceSize in bytes
