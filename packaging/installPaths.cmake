@@ -13,10 +13,10 @@ endif()
 configure_file(${LUMI_PROFILE} ${LUMI_SCRATCH}/machine.ini @ONLY)
 configure_file(${LUMI_CARDS}/lumivault-markers.service
   ${LUMI_SCRATCH}/lumivault-markers.service @ONLY)
-configure_file(${LUMI_CARDS}/70-lumivault-cards.rules
-  ${LUMI_SCRATCH}/70-lumivault-cards.rules @ONLY)
+configure_file(${LUMI_CARDS}/85-lumivault-cards.rules
+  ${LUMI_SCRATCH}/85-lumivault-cards.rules @ONLY)
 file(INSTALL ${LUMI_SCRATCH}/machine.ini DESTINATION ${configuration})
 file(INSTALL ${LUMI_SCRATCH}/lumivault-markers.service
   DESTINATION ${CMAKE_INSTALL_PREFIX}/lib/systemd/system)
-file(INSTALL ${LUMI_SCRATCH}/70-lumivault-cards.rules
+file(INSTALL ${LUMI_SCRATCH}/85-lumivault-cards.rules
   DESTINATION ${CMAKE_INSTALL_PREFIX}/lib/udev/rules.d)
