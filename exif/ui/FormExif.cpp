@@ -178,6 +178,7 @@ void FormExif::buildPages()
     column->addWidget(makeHint(centre));
     column->addWidget(m_tabs, 1);
     FPVExifFields fields(m_path);
+    m_blockWasRead = fields.isValid();
     for (const lumi::EditPage &page : lumi::kEditPages) {
         auto *tab = new lumi::ExifEditPage(m_tabs, page, &fields);
         m_tabs->addTab(tab, FPVExifFields::groupTitle(page.group));
@@ -359,6 +360,9 @@ SaveResult FormExif::save()
     FPVExifWriter writer(m_path);
     MyDialogWait wait(this, msg(lumi::MsgWorking));
     wait.start(0);
+    if (writer.isValid() && !m_blockWasRead) {
+        return SaveResult::Failed;
+    }
     return lumi::saveTexts(texts(), &writer);
 }
 

@@ -63,6 +63,11 @@ lumi::test::EditorFixture::~EditorFixture()
 void lumi::test::EditorFixture::open(const ExifBuilder &photo, const QString &name)
 {
     path = folder.put(photo, name);
+    reopen();
+}
+
+void lumi::test::EditorFixture::reopen()
+{
     form = std::make_unique<FormExif>(&browser, path);
     form->activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(form.get()));

@@ -37,6 +37,8 @@ public:
     /// Opens the editor on the photo and waits until it has the focus.
     void open(const ExifBuilder &photo = editablePhoto(),
               const QString &name = QStringLiteral("photo.jpg"));
+    /// The same for the photo as it is now.
+    void reopen();
     /// Runs the editor; the steps are taken in its event loop and must end it.
     [[nodiscard]] int run(const std::function<void()> &steps);
     [[nodiscard]] MyMultiLineEdit *edit(EditField field) const;

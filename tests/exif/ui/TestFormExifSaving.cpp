@@ -1,13 +1,11 @@
 // SPDX-License-Identifier: MIT
-// What the editor saves, and when it cannot.
+// What the editor saves.
 #include "tests/exif/ui/Composition.h"
 #include "tests/exif/ui/EditorFixture.h"
-#include "tests/support/OrdinaryUser.h"
 #include "tests/support/TestMain.h"
 #include "widgets/MyDialogWait.h"
 
 #include <QDateTime>
-#include <QDir>
 #include <QFileInfo>
 #include <QLabel>
 #include <QTest>
@@ -18,10 +16,6 @@ using lumi::test::ExifBuilder;
 using lumi::test::kAllFields;
 
 namespace {
-
-/// Of a folder: also for those who share the owner's group.
-constexpr QFile::Permissions kReadOnly = QFile::ReadOwner | QFile::ExeOwner | QFile::ReadGroup
-    | QFile::ExeGroup | QFile::ReadOther | QFile::ExeOther;
 
 QByteArray unicode(const QString &text)
 {
@@ -54,11 +48,6 @@ private Q_SLOTS:
     void aPositionInHundredthsGoesAway();
     void anEmptyHeightStays();
     void whatIsNotEditedComesFromTheFile();
-    void aBadPositionIsNamed_data();
-    void aBadPositionIsNamed();
-    void failuresAreTold_data();
-    void failuresAreTold();
-    void aFolderThatCannotBeWrittenKeepsThePhoto();
     void aWaitDialogIsUpWhileSaving();
 
 private:
@@ -119,8 +108,7 @@ void TestFormExifSaving::everyFieldIsSaved()
         m_user->form->menu_edit_save();
     }),
              1);
-    m_user->form = std::make_unique<FormExif>(&m_user->browser, m_user->path);
-    m_user->tabs = m_user->form->findChild<QTabWidget *>();
+    m_user->reopen();
     QStringList shown;
     for (const EditField field : kAllFields) {
         shown.append(m_user->edit(field)->text());
@@ -149,8 +137,7 @@ void TestFormExifSaving::foreignLettersAreLostOutsideTheComment()
         }),
                  1);
         QCOMPARE(m_user->value(0x010E, ExifListKind::Ifd0), bytes[i]);
-        m_user->form = std::make_unique<FormExif>(&m_user->browser, m_user->path);
-        m_user->tabs = m_user->form->findChild<QTabWidget *>();
+        m_user->reopen();
     }
 }
 
@@ -280,123 +267,6 @@ void TestFormExifSaving::whatIsNotEditedComesFromTheFile()
     }),
              1);
     QCOMPARE(m_user->value(0x0131, ExifListKind::Ifd0), QByteArray("2.0\0", 4));
-}
-
-void TestFormExifSaving::aBadPositionIsNamed_data()
-{
-    QTest::addColumn<int>("field");
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("message");
-    QTest::newRow("latitude") << int(LatitudeField) << QStringLiteral("N91.00.00.000")
-                              << QStringLiteral(
-                                     "The GPS latitude is invalid.\n(Please use the form "
-                                     "N00.00.00.000S00.00.00.000)");
-    QTest::newRow("longitude") << int(LongitudeField) << QStringLiteral("E139.45")
-                               << QStringLiteral(
-                                      "The GPS longitude is invalid.\n(Please use the form "
-                                      "W000.00.00.000E000.00.00.000)");
-    QTest::newRow("height") << int(AltitudeField) << QStringLiteral("0")
-                            << QStringLiteral("The GPS altitude is invalid.\nPlease use a number "
-                                              "with at most two decimal places.\n(See help.)");
-}
-
-void TestFormExifSaving::aBadPositionIsNamed()
-{
-    QFETCH(int, field);
-    QFETCH(QString, text);
-    m_user->open();
-    const QByteArray before = m_user->fileBytes();
-    QCOMPARE(m_user->run([&] {
-        m_user->type(EditField(field), text);
-        m_user->type(OwnerField, QStringLiteral("Jo"));
-        QCOMPARE(m_user->tabs->currentIndex(), 1);
-        m_user->form->menu_edit_save();
-        QVERIFY(m_user->form->isVisible());
-        QCOMPARE(m_user->tabs->currentIndex(), 2);
-        // As soon as the window is active again.
-        QTRY_VERIFY(m_user->edit(EditField(field))->hasFocus());
-        QCOMPARE(m_user->edit(EditField(field))->text(), text);
-        QCOMPARE(m_user->edit(OwnerField)->text(), QStringLiteral("Jo"));
-        m_user->form->hide();
-    }),
-             0);
-    QCOMPARE(m_user->boxes.boxes.size(), 1);
-    const auto &box = m_user->boxes.boxes.first();
-    QCOMPARE(box.icon, QMessageBox::Critical);
-    QCOMPARE(box.title, QStringLiteral("Error"));
-    QTEST(box.text, "message");
-    QVERIFY(!box.duringWait);
-    QCOMPARE(m_user->fileBytes(), before);
-}
-
-void TestFormExifSaving::failuresAreTold_data()
-{
-    QTest::addColumn<int>("freeKB");
-    QTest::addColumn<QString>("message");
-    QTest::newRow("no room") << 0 << QStringLiteral("Free some memory and try again");
-    QTest::newRow("the photo is gone")
-        << -1 << QStringLiteral("Compiling Exif information failed. Retry.");
-}
-
-void TestFormExifSaving::failuresAreTold()
-{
-    QFETCH(int, freeKB);
-    // Larger than the free room, and the temporary file cannot be made.
-    m_user->open(test::editablePhoto().photo(ExifBuilder::jpeg(400, 300, 0)));
-    QVERIFY(QFileInfo(m_user->path).size() >= 1024);
-    QCOMPARE(m_user->run([this, freeKB] {
-        m_user->type(OwnerField, QStringLiteral("Jo"));
-        const QFileInfo photo(m_user->path);
-        QFile folder(photo.path());
-        const auto permissions = folder.permissions();
-        if (freeKB < 0) {
-            QVERIFY(QFile::remove(m_user->path));
-        } else {
-            m_user->machine->setFreeDiskKB(freeKB);
-            QVERIFY(folder.setPermissions(kReadOnly));
-        }
-        {
-            const test::OrdinaryUser user;
-            m_user->form->menu_edit_save();
-        }
-        QVERIFY(folder.setPermissions(permissions));
-        QVERIFY(m_user->form->isVisible());
-        QCOMPARE(m_user->edit(OwnerField)->text(), QStringLiteral("Jo"));
-        m_user->form->hide();
-    }),
-             0);
-    QCOMPARE(m_user->boxes.boxes.size(), 1);
-    QCOMPARE(m_user->boxes.boxes.first().icon, QMessageBox::Critical);
-    QCOMPARE(m_user->boxes.boxes.first().title, QStringLiteral("Error"));
-    QTEST(m_user->boxes.boxes.first().text, "message");
-    QVERIFY(!m_user->boxes.boxes.first().duringWait);
-}
-
-void TestFormExifSaving::aFolderThatCannotBeWrittenKeepsThePhoto()
-{
-    m_user->open();
-    const QByteArray before = m_user->fileBytes();
-    QCOMPARE(m_user->run([&] {
-        QFile folder(QFileInfo(m_user->path).path());
-        const auto permissions = folder.permissions();
-        QVERIFY(folder.setPermissions(kReadOnly));
-        {
-            const test::OrdinaryUser user;
-            QVERIFY(m_user->document()->isValid());
-            m_user->form->menu_edit_save();
-        }
-        QCOMPARE(m_user->fileBytes(), before);
-        QVERIFY(folder.setPermissions(permissions));
-        QVERIFY(m_user->form->isVisible());
-        m_user->form->menu_edit_save();
-    }),
-             1);
-    // Told once; the second try, with the folder writable again, went through.
-    QCOMPARE(m_user->boxes.boxes.size(), 1);
-    QCOMPARE(m_user->boxes.boxes.first().text,
-             QStringLiteral("Compiling Exif information failed. Retry."));
-    const QDir folder(QFileInfo(m_user->path).path());
-    QCOMPARE(folder.entryList(QDir::Files), QStringList{QStringLiteral("photo.jpg")});
 }
 
 void TestFormExifSaving::aWaitDialogIsUpWhileSaving()

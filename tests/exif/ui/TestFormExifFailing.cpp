@@ -1,0 +1,234 @@
+// SPDX-License-Identifier: MIT
+// When the editor cannot save: the photo stays as it was, and the user is told why.
+#include "tests/exif/ui/EditorFixture.h"
+#include "tests/support/OrdinaryUser.h"
+#include "tests/support/TestMain.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QTest>
+
+using namespace lumi;
+using lumi::test::EditorFixture;
+using lumi::test::ExifBuilder;
+using lumi::test::kAllFields;
+
+namespace {
+
+/// Of a folder: also for those who share the owner's group.
+constexpr QFile::Permissions kReadOnly = QFile::ReadOwner | QFile::ExeOwner | QFile::ReadGroup
+    | QFile::ExeGroup | QFile::ReadOther | QFile::ExeOther;
+
+/// A block counts only right behind the start of the image.
+ExifBuilder photoWithoutBlock()
+{
+    return test::editablePhoto().segmentsBefore(QByteArray("\xFF\xFE\0\2", 4));
+}
+
+} // namespace
+
+class TestFormExifFailing : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+
+    void init() { m_user.reset(new EditorFixture); }
+
+    void cleanup() { m_user.reset(); }
+
+    void aBadPositionIsNamed_data();
+    void aBadPositionIsNamed();
+    void failuresAreTold_data();
+    void failuresAreTold();
+    void aBlockThatWasNotReadKeepsItsTexts_data();
+    void aBlockThatWasNotReadKeepsItsTexts();
+    void withoutABlockABadPositionIsStillNamed();
+    void aFolderThatCannotBeWrittenKeepsThePhoto();
+
+private:
+    std::unique_ptr<EditorFixture> m_user;
+};
+
+void TestFormExifFailing::aBadPositionIsNamed_data()
+{
+    QTest::addColumn<int>("field");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("message");
+    QTest::newRow("latitude") << int(LatitudeField) << QStringLiteral("N91.00.00.000")
+                              << QStringLiteral(
+                                     "The GPS latitude is invalid.\n(Please use the form "
+                                     "N00.00.00.000S00.00.00.000)");
+    QTest::newRow("longitude") << int(LongitudeField) << QStringLiteral("E139.45")
+                               << QStringLiteral(
+                                      "The GPS longitude is invalid.\n(Please use the form "
+                                      "W000.00.00.000E000.00.00.000)");
+    QTest::newRow("height") << int(AltitudeField) << QStringLiteral("0")
+                            << QStringLiteral("The GPS altitude is invalid.\nPlease use a number "
+                                              "with at most two decimal places.\n(See help.)");
+}
+
+void TestFormExifFailing::aBadPositionIsNamed()
+{
+    QFETCH(int, field);
+    QFETCH(QString, text);
+    m_user->open();
+    const QByteArray before = m_user->fileBytes();
+    QCOMPARE(m_user->run([&] {
+        m_user->type(EditField(field), text);
+        m_user->type(OwnerField, QStringLiteral("Jo"));
+        QCOMPARE(m_user->tabs->currentIndex(), 1);
+        m_user->form->menu_edit_save();
+        QVERIFY(m_user->form->isVisible());
+        QCOMPARE(m_user->tabs->currentIndex(), 2);
+        // As soon as the window is active again.
+        QTRY_VERIFY(m_user->edit(EditField(field))->hasFocus());
+        QCOMPARE(m_user->edit(EditField(field))->text(), text);
+        QCOMPARE(m_user->edit(OwnerField)->text(), QStringLiteral("Jo"));
+        m_user->form->hide();
+    }),
+             0);
+    QCOMPARE(m_user->boxes.boxes.size(), 1);
+    const auto &box = m_user->boxes.boxes.first();
+    QCOMPARE(box.icon, QMessageBox::Critical);
+    QCOMPARE(box.title, QStringLiteral("Error"));
+    QTEST(box.text, "message");
+    QVERIFY(!box.duringWait);
+    QCOMPARE(m_user->fileBytes(), before);
+}
+
+void TestFormExifFailing::failuresAreTold_data()
+{
+    QTest::addColumn<int>("freeKB");
+    QTest::addColumn<QString>("message");
+    QTest::newRow("no room") << 0 << QStringLiteral("Free some memory and try again");
+    QTest::newRow("the photo is gone")
+        << -1 << QStringLiteral("Compiling Exif information failed. Retry.");
+}
+
+void TestFormExifFailing::failuresAreTold()
+{
+    QFETCH(int, freeKB);
+    // Larger than the free room, and the temporary file cannot be made.
+    m_user->open(test::editablePhoto().photo(ExifBuilder::jpeg(400, 300, 0)));
+    QVERIFY(QFileInfo(m_user->path).size() >= 1024);
+    QCOMPARE(m_user->run([this, freeKB] {
+        m_user->type(OwnerField, QStringLiteral("Jo"));
+        const QFileInfo photo(m_user->path);
+        QFile folder(photo.path());
+        const auto permissions = folder.permissions();
+        if (freeKB < 0) {
+            QVERIFY(QFile::remove(m_user->path));
+        } else {
+            m_user->machine->setFreeDiskKB(freeKB);
+            QVERIFY(folder.setPermissions(kReadOnly));
+        }
+        {
+            const test::OrdinaryUser user;
+            m_user->form->menu_edit_save();
+        }
+        QVERIFY(folder.setPermissions(permissions));
+        QVERIFY(m_user->form->isVisible());
+        QCOMPARE(m_user->edit(OwnerField)->text(), QStringLiteral("Jo"));
+        m_user->form->hide();
+    }),
+             0);
+    QCOMPARE(m_user->boxes.boxes.size(), 1);
+    QCOMPARE(m_user->boxes.boxes.first().icon, QMessageBox::Critical);
+    QCOMPARE(m_user->boxes.boxes.first().title, QStringLiteral("Error"));
+    QTEST(m_user->boxes.boxes.first().text, "message");
+    QVERIFY(!m_user->boxes.boxes.first().duringWait);
+}
+
+void TestFormExifFailing::aBlockThatWasNotReadKeepsItsTexts_data()
+{
+    QTest::addColumn<bool>("isReadable");
+    QTest::newRow("the photo could not be read") << false;
+    QTest::newRow("the photo had none then") << true;
+}
+
+void TestFormExifFailing::aBlockThatWasNotReadKeepsItsTexts()
+{
+    QFETCH(bool, isReadable);
+    m_user->open(isReadable ? photoWithoutBlock() : test::editablePhoto());
+    QFile photo(m_user->path);
+    const auto permissions = photo.permissions();
+    if (!isReadable) {
+        QVERIFY(photo.setPermissions({}));
+        const test::OrdinaryUser user;
+        m_user->reopen();
+    }
+    for (const EditField field : kAllFields) {
+        QCOMPARE(m_user->edit(field)->text(), QString());
+    }
+    QVERIFY(photo.setPermissions(permissions));
+    m_user->folder.put(test::editablePhoto());
+    const QByteArray before = m_user->fileBytes();
+    QCOMPARE(m_user->run([this] {
+        m_user->type(CommentField, QStringLiteral("windy"));
+        m_user->form->menu_edit_save();
+        QVERIFY(m_user->form->isVisible());
+        QCOMPARE(m_user->edit(CommentField)->text(), QStringLiteral("windy"));
+        m_user->form->hide();
+    }),
+             0);
+    QCOMPARE(m_user->fileBytes(), before);
+    QCOMPARE(m_user->boxes.boxes.size(), 1);
+    QCOMPARE(m_user->boxes.boxes.first().icon, QMessageBox::Critical);
+    QCOMPARE(m_user->boxes.boxes.first().text,
+             QStringLiteral("Compiling Exif information failed. Retry."));
+    m_user->reopen();
+    QCOMPARE(m_user->edit(OwnerField)->text(), QStringLiteral("Jane Doe"));
+}
+
+void TestFormExifFailing::withoutABlockABadPositionIsStillNamed()
+{
+    m_user->open(photoWithoutBlock());
+    const QByteArray before = m_user->fileBytes();
+    QCOMPARE(m_user->run([this] {
+        m_user->type(AltitudeField, QStringLiteral("0"));
+        m_user->form->menu_edit_save();
+        QTRY_VERIFY(m_user->edit(AltitudeField)->hasFocus());
+        m_user->type(AltitudeField, QStringLiteral("7"));
+        m_user->form->menu_edit_save();
+        QVERIFY(m_user->form->isVisible());
+        m_user->form->hide();
+    }),
+             0);
+    QCOMPARE(m_user->fileBytes(), before);
+    QCOMPARE(m_user->boxes.boxes.size(), 2);
+    QVERIFY(
+        m_user->boxes.boxes.first().text.startsWith(QLatin1String("The GPS altitude is invalid.")));
+    QCOMPARE(m_user->boxes.boxes.last().text,
+             QStringLiteral("Compiling Exif information failed. Retry."));
+}
+
+void TestFormExifFailing::aFolderThatCannotBeWrittenKeepsThePhoto()
+{
+    m_user->open();
+    const QByteArray before = m_user->fileBytes();
+    QCOMPARE(m_user->run([&] {
+        QFile folder(QFileInfo(m_user->path).path());
+        const auto permissions = folder.permissions();
+        QVERIFY(folder.setPermissions(kReadOnly));
+        {
+            const test::OrdinaryUser user;
+            QVERIFY(m_user->document()->isValid());
+            m_user->form->menu_edit_save();
+        }
+        QCOMPARE(m_user->fileBytes(), before);
+        QVERIFY(folder.setPermissions(permissions));
+        QVERIFY(m_user->form->isVisible());
+        m_user->form->menu_edit_save();
+    }),
+             1);
+    // Told once; the second try, with the folder writable again, went through.
+    QCOMPARE(m_user->boxes.boxes.size(), 1);
+    QCOMPARE(m_user->boxes.boxes.first().text,
+             QStringLiteral("Compiling Exif information failed. Retry."));
+    const QDir folder(QFileInfo(m_user->path).path());
+    QCOMPARE(folder.entryList(QDir::Files), QStringList{QStringLiteral("photo.jpg")});
+}
+
+LUMI_TEST(TestFormExifFailing)
+#include "TestFormExifFailing.moc"
