@@ -51,6 +51,8 @@ FormFile::FormFile(QWidget *parent, QPEToolBar *toolBar)
     , m_photoFilesPath(lumi::photoStorePath())
     , m_cfPath(cardStartPath(Slot::CF))
     , m_sdPath(cardStartPath(Slot::SD))
+    , m_cfCard(cardIn(Slot::CF))
+    , m_sdCard(cardIn(Slot::SD))
 {
     parent->setWindowTitle(msg(lumi::MsgLumiVault));
     buildMenus();

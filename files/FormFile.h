@@ -7,6 +7,7 @@
 #pragma once
 
 #include "app/common/FormBase.h"
+#include "app/common/Medium.h"
 #include "platform/Machine.h"
 
 #include <QPointer>
@@ -83,6 +84,8 @@ private:
 
     /// The folder of a card that is opened first.
     [[nodiscard]] static QString cardStartPath(Slot slot);
+    /// The card that is in a slot now, or none.
+    [[nodiscard]] static lumi::Medium cardIn(Slot slot);
     void buildMenus();
     [[nodiscard]] QPopupMenu *addMenu(int title);
     template <typename Rows> void appendEntries(QPopupMenu *menu, const Rows &rows);
@@ -116,4 +119,6 @@ private:
     QString m_sdPath;
     Mode m_mode = NoMode;
     QList<QPopupMenu *> m_menus;
+    lumi::Medium m_cfCard; ///< those of the last look
+    lumi::Medium m_sdCard;
 };

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 // The three media: which are there, where each was left, and what happens when one goes.
-#include "app/common/Medium.h"
 #include "app/common/messages.h"
 #include "files/FormFile.h"
 #include "items/FPVItemList.h"
@@ -8,10 +7,17 @@
 
 #include <QComboBox>
 
+#include <algorithm>
+
 QString FormFile::cardStartPath(Slot slot)
 {
     // Cameras keep their photos here.
     return Machine::instance().configuredMountPoint(slot) + QLatin1String("/dcim");
+}
+
+lumi::Medium FormFile::cardIn(Slot slot)
+{
+    return lumi::Medium(Machine::instance().configuredMountPoint(slot));
 }
 
 void FormFile::fillDeviceCombo()
@@ -68,26 +74,27 @@ void FormFile::combo_device_activated(const QString &name)
 void FormFile::mtabChanged()
 {
     const QString shown = m_deviceCombo->currentText();
-    const bool hasSd = lumi::isCardInSlot(Slot::SD);
-    const bool hasCf = lumi::isCardInSlot(Slot::CF);
-    if (!hasSd) {
+    const bool showsSd = shown == msg(lumi::MsgSdCard);
+    const bool showsCf = shown == msg(lumi::MsgCfCard);
+    // A card may have gone and another one come meanwhile: nothing is known of that one.
+    bool isLost = m_rootItem && !m_rootItem->medium().isThere();
+    if (!m_sdCard.isThere() || (showsSd && isLost)) {
         m_sdPath = cardStartPath(Slot::SD);
+        isLost = isLost || showsSd;
     }
-    if (!hasCf) {
+    if (!m_cfCard.isThere() || (showsCf && isLost)) {
         m_cfPath = cardStartPath(Slot::CF);
+        isLost = isLost || showsCf;
     }
+    m_sdCard = cardIn(Slot::SD);
+    m_cfCard = cardIn(Slot::CF);
     m_deviceCombo->hidePopup();
     fillDeviceCombo();
-    const bool isGone
-        = (shown == msg(lumi::MsgSdCard) && !hasSd) || (shown == msg(lumi::MsgCfCard) && !hasCf);
-    if (isGone) {
-        m_deviceCombo->setCurrentIndex(0);
+    const int index = m_deviceCombo->findText(shown);
+    m_deviceCombo->setCurrentIndex(std::max(index, 0));
+    if (index < 0) {
         combo_device_activated(msg(lumi::MsgPhotoFiles));
-    } else {
-        m_deviceCombo->setCurrentIndex(m_deviceCombo->findText(shown));
-        // It may have gone and come again meanwhile, on another device: no paste would trust it.
-        if (m_rootItem && !m_rootItem->medium().isThere()) {
-            enterFolder(QString());
-        }
+    } else if (isLost) {
+        combo_device_activated(shown);
     }
 }

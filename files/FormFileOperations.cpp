@@ -72,6 +72,7 @@ void FormFile::menu_file_Rename()
     const lumi::BusyScope busy(this);
     const EditedName name{QFileInfo(item->path())};
     const QString folder = m_rootItem->currentPath();
+    const lumi::Medium medium = m_rootItem->medium();
     const QPointer<FormFile> alive(this);
     while (alive) {
         const QString text = getText(this, msg(lumi::MsgChangeName),
@@ -87,7 +88,7 @@ void FormFile::menu_file_Rename()
         } else if (m_rootItem->currentPath() == folder && m_view->hasEntry(wanted)) {
             lumi::showError(this, msg(lumi::MsgFileNameExists));
         } else {
-            const bool isThere = m_rootItem->currentPath() == folder;
+            const bool isThere = m_rootItem->currentPath() == folder && medium.isThere();
             if (isThere && m_view->renameItem(name.old, wanted)) {
                 enterFolder(QString());
             } else {
@@ -106,6 +107,7 @@ void FormFile::menu_file_Delete()
     }
     const lumi::BusyScope busy(this);
     const QString path = item->path();
+    const lumi::Medium medium = m_rootItem->medium();
     const QString name = elideToChars(this, item->fileName(), kNameLength);
     if (!lumi::confirms(this, msg(lumi::MsgDelete), msg(lumi::MsgNameWillBeDeleted).arg(name))) {
         return;
@@ -116,7 +118,7 @@ void FormFile::menu_file_Delete()
         return;
     }
     const FPVItemObject *present = currentItem();
-    const bool isSame = present != nullptr && present->path() == path;
+    const bool isSame = present != nullptr && present->path() == path && medium.isThere();
     if (!isSame || !m_view->deleteCurrent()) {
         wait.hide();
         lumi::showError(this, msg(lumi::MsgDeletionFailed));

@@ -232,7 +232,8 @@ bool SlideShow::deletePicture()
     if (answer != QMessageBox::Yes || !item) {
         return false;
     }
-    if (!lumi::removePhoto(item->path())) {
+    // On another card there may be a photo of this name.
+    if (!m_sourceList->medium().isThere() || !lumi::removePhoto(item->path())) {
         runBox(makeBox(QMessageBox::Critical, lumi::MsgDelete, msg(lumi::MsgDeletionFailed),
                        QMessageBox::Ok, this));
         return false;

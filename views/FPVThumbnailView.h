@@ -80,13 +80,14 @@ public:
     [[nodiscard]] bool hasFolder() const;
     /// Whether something in it has this name.
     [[nodiscard]] bool hasEntry(const QString &name) const;
+    /// These do nothing and are false once its medium has gone.
     [[nodiscard]] bool makeFolder(const QString &name);
     [[nodiscard]] bool renameItem(const QString &oldName, const QString &newName);
     /// Photos only.
     [[nodiscard]] bool deleteCurrent();
     /// True if at least one photo went, however many stayed.
     [[nodiscard]] bool deleteChecked();
-    /// Tries all subfolders; false only without a folder on show.
+    /// Tries all subfolders; a folder that stays is no failure.
     [[nodiscard]] bool deleteEmptyFolders();
     /// Put the item at the cursor, or all checked items, on the clipboard; without any it
     /// stays as it was. Nothing is seen of a cut before the paste.
@@ -134,6 +135,7 @@ protected:
     void wheelEvent(QWheelEvent *event) override;
 
 private:
+    [[nodiscard]] bool isOnItsMedium() const;
     [[nodiscard]] int itemCount() const;
     [[nodiscard]] bool hasCursor() const;
     [[nodiscard]] lumi::PageGrid grid() const;

@@ -17,20 +17,27 @@ bool FPVThumbnailView::hasEntry(const QString &name) const
     return hasFolder() && lumi::hasEntry(m_list->currentPath(), name);
 }
 
+/// Another card may hold a folder and photos of the same names.
+bool FPVThumbnailView::isOnItsMedium() const
+{
+    return hasFolder() && m_list->medium().isThere();
+}
+
 bool FPVThumbnailView::makeFolder(const QString &name)
 {
-    return hasFolder() && lumi::makeFolder(m_list->currentPath(), name);
+    return isOnItsMedium() && lumi::makeFolder(m_list->currentPath(), name);
 }
 
 bool FPVThumbnailView::renameItem(const QString &oldName, const QString &newName)
 {
-    return hasFolder() && lumi::renameEntry(m_list->currentPath(), oldName, newName);
+    return isOnItsMedium() && lumi::renameEntry(m_list->currentPath(), oldName, newName);
 }
 
 bool FPVThumbnailView::deleteCurrent()
 {
     const FPVItemObject *item = currentObject();
-    if (item == nullptr || !item->isPicture() || !lumi::removePhoto(item->path())) {
+    if (item == nullptr || !item->isPicture() || !isOnItsMedium()
+        || !lumi::removePhoto(item->path())) {
         return false;
     }
     m_list->remove(m_currentIndex);
@@ -47,7 +54,7 @@ bool FPVThumbnailView::deleteChecked()
     int index = 0;
     while (index < itemCount()) {
         FPVItemObject *item = m_list->at(index);
-        const bool isWanted = item->isChecked() && item->isPicture();
+        const bool isWanted = item->isChecked() && item->isPicture() && isOnItsMedium();
         if (isWanted && lumi::removePhoto(item->path())) {
             m_list->remove(index);
             anyRemoved = true;
@@ -66,7 +73,7 @@ bool FPVThumbnailView::deleteChecked()
 
 bool FPVThumbnailView::deleteEmptyFolders()
 {
-    if (!hasFolder()) {
+    if (!isOnItsMedium()) {
         return false;
     }
     lumi::removeEmptyFolders(m_list->currentPath());

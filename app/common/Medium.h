@@ -17,7 +17,11 @@ namespace lumi {
 /// Whether the marker of an empty slot is missing from its mount point.
 [[nodiscard]] bool isCardInSlot(Slot slot);
 
-/// The file system that a folder is on, as it was when this was made.
+/// Misses the cards of the slots that are empty now. To be called at all news of cards: a card
+/// that has gone is missed then, though it or another one may be in before anybody asks.
+void noteEmptySlots();
+
+/// The card or other file system that a folder is on, as it was when this was made.
 class Medium
 {
 public:
@@ -25,8 +29,9 @@ public:
     Medium() = default;
     explicit Medium(const QString &folder);
 
-    /// False once the folder is on another file system or is gone, and while it lies on a card
-    /// that is not in its slot. A folder that was never there counts as there: it fails by itself.
+    /// False once the folder is on another file system or is gone, or its card was missed, and
+    /// while it lies on a card that is not in its slot. A folder that was never there counts as
+    /// there: it fails by itself.
     [[nodiscard]] bool isThere() const;
 
 private:
@@ -34,6 +39,7 @@ private:
 
     QString m_folder;
     std::optional<dev_t> m_device;
+    unsigned m_timesMissed = 0;
 };
 
 } // namespace lumi

@@ -36,6 +36,10 @@ private Q_SLOTS:
     void theMarkerTellsAnEmptySlot();
     void aCardIsThereAsLongAsItIsIn_data();
     void aCardIsThereAsLongAsItIsIn();
+
+    void aCardThatWasMissedStaysMissed_data() { aCardIsThereAsLongAsItIsIn_data(); }
+
+    void aCardThatWasMissedStaysMissed();
     void theOtherSlotDoesNotCount();
     void aMountPointMayVanish();
     void anotherFileSystemIsAnotherMedium_data();
@@ -84,9 +88,37 @@ void TestMedium::aCardIsThereAsLongAsItIsIn()
     QVERIFY(medium.isThere());
 }
 
+/// It may be another one.
+void TestMedium::aCardThatWasMissedStaysMissed()
+{
+    QFETCH(Slot, slot);
+    QFETCH(QString, below);
+    m_machine->insertCard(slot);
+    const QString folder = m_machine->mountPoint(slot) + below;
+    QVERIFY(QDir().mkpath(folder));
+    const Medium first(folder);
+    lumi::noteEmptySlots();
+    QVERIFY(first.isThere());
+    m_machine->removeCard(slot);
+    lumi::noteEmptySlots();
+    m_machine->insertCard(slot);
+    QVERIFY(!first.isThere());
+    const Medium second(folder);
+    QVERIFY(second.isThere());
+    m_machine->removeCard(slot);
+    lumi::noteEmptySlots();
+    lumi::noteEmptySlots();
+    m_machine->insertCard(slot);
+    lumi::noteEmptySlots();
+    QVERIFY(!first.isThere() && !second.isThere());
+}
+
 void TestMedium::theOtherSlotDoesNotCount()
 {
     m_machine->insertCard(Slot::SD);
+    const Medium card(m_machine->sd);
+    lumi::noteEmptySlots();
+    QVERIFY(card.isThere());
     QVERIFY(Medium(m_machine->sd).isThere());
     const QString neighbour = m_machine->cf + QStringLiteral("-photos");
     QVERIFY(QDir().mkpath(neighbour));
@@ -135,6 +167,8 @@ void TestMedium::whatWasNeverThereIsNotMissed()
     QVERIFY(none.isThere());
     const Medium empty;
     QVERIFY(empty.isThere());
+    lumi::noteEmptySlots();
+    QVERIFY(none.isThere() && empty.isThere());
 }
 
 LUMI_TEST(TestMedium)

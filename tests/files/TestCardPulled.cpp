@@ -42,6 +42,8 @@ private Q_SLOTS:
     void withTheTargetOfAPaste();
     void withItsRootOnShow_data();
     void withItsRootOnShow();
+    void asANewFolderOfItsRootIsNamed_data();
+    void asANewFolderOfItsRootIsNamed();
     void withTheSourceBetweenWalkAndCopy();
     void withTheTargetBetweenWalkAndCopy();
 
@@ -135,12 +137,11 @@ void TestCardPulled::underADialog_data()
                               "these photos? Yes/No*"),
                kWorking,
                QStringLiteral("critical Error: Part of the file could not be deleted. OK*")};
-    // No folder is left that could not be removed.
     QTest::newRow("Delete Empty Folder")
         << kDeleteEmpty
         << QStringList{QStringLiteral("warning Delete Empty Folder: Are you sure you want to "
                                       "delete this folder? Yes/No*"),
-                       kWorking};
+                       kWorking, QStringLiteral("critical Error: Folder deletion failed. OK*")};
 }
 
 void TestCardPulled::underADialog()
@@ -223,6 +224,35 @@ void TestCardPulled::withItsRootOnShow()
     QCOMPARE(m_form->play(kPaste, {ok()}, takeOut), (QStringList{kWorking, kNotPasted}));
     QCOMPARE(QDir(m_card).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), list("NotAvailable"));
     QCOMPARE(m_form->store(), list("day mine.jpg"));
+    m_form->tellCardChange();
+    QVERIFY(isInStore());
+}
+
+void TestCardPulled::asANewFolderOfItsRootIsNamed_data()
+{
+    QTest::addColumn<bool>("isTold");
+    QTest::newRow("the news come with it") << true;
+    QTest::newRow("and nobody has heard of it") << false;
+}
+
+void TestCardPulled::asANewFolderOfItsRootIsNamed()
+{
+    QFETCH(bool, isTold);
+    showCard();
+    m_form->up->click();
+    QTRY_COMPARE(m_form->names(), list("dcim"));
+    const auto takeOut = [this, isTold] {
+        QVERIFY(QDir(m_card).removeRecursively());
+        m_form->world.machine->removeCard(Slot::SD);
+        if (isTold) {
+            m_form->tellCardChange();
+        }
+    };
+    const QStringList dialogs{QStringLiteral("input New Folder: Enter the folder name: ''"),
+                              QStringLiteral("critical Error: Folder cannot be created. OK*")};
+    QCOMPARE(m_form->play(kNewFolder, {after(takeOut, typing(QStringLiteral("new"))), ok()}),
+             dialogs);
+    QCOMPARE(QDir(m_card).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), list("NotAvailable"));
     m_form->tellCardChange();
     QVERIFY(isInStore());
 }

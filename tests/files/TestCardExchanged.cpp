@@ -1,0 +1,385 @@
+// SPDX-License-Identifier: MIT
+// A card that gives way to another one while the form is busy: the same slot, the same device,
+// and photos of the same names, as cameras number alike. What was marked and asked about was on
+// the first card, and nothing of it may happen to the second.
+#include "app/common/BusyScope.h"
+#include "files/engine/FPVFileTree.h"
+#include "tests/files/Deeds.h"
+#include "tests/files/FormFixture.h"
+#include "tests/support/TestMain.h"
+#include "viewer/FPVPictureScrollView.h"
+
+#include <QDir>
+#include <QTest>
+
+using namespace lumi::test;
+
+namespace {
+
+const QString kStore = QStringLiteral("Photo_Files");
+const QString kSd = QStringLiteral("SD Card");
+const QString kCf = QStringLiteral("CF Card");
+const QString kWorking = QStringLiteral("wait Working...");
+
+constexpr int kNewFolder = 0;
+constexpr int kRename = 1;
+constexpr int kDelete = 2;
+constexpr int kDeleteChecked = 3;
+constexpr int kDeleteEmpty = 4;
+constexpr int kRun = 17;
+constexpr int kFullView = 19;
+
+} // namespace
+
+class TestCardExchanged : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void underAWindow();
+    void underTheViewer();
+    void underAQuestion_data();
+    void underAQuestion();
+    void andReadAgainUnderTheQuestion_data();
+    void andReadAgainUnderTheQuestion();
+    void underTheQuestionOfTheSlideshow();
+    void beforeTheFormHasHeardOfIt();
+    void withAnotherFolderOnShow_data();
+    void withAnotherFolderOnShow();
+    void withoutTheFolderOnShow();
+
+    void notBeingOnShow_data() { withAnotherFolderOnShow_data(); }
+
+    void notBeingOnShow();
+    void theOtherCardIsLeftAlone();
+    void beforeTheStart();
+
+private:
+    /// Puts the first card in and starts.
+    void start(Slot slot = Slot::SD);
+    /// The same, and shows the card, with the cursor on its first photo and all photos marked.
+    void showMarked(Slot slot = Slot::SD);
+    /// Takes the card out and puts the other one in, and tells of both.
+    void exchange();
+    /// Whether the second card is on show, unmarked, and nothing has happened to it.
+    [[nodiscard]] bool isSecondCardWhole();
+    [[nodiscard]] QStringList secondCard() const;
+
+    std::unique_ptr<FormFixture> m_form;
+    Slot m_slot = Slot::SD;
+    QString m_card;
+    QString m_name;
+};
+
+void TestCardExchanged::init()
+{
+    m_form.reset(new FormFixture);
+    m_form->world.makePhoto(QStringLiteral("mine.jpg"));
+}
+
+void TestCardExchanged::cleanup()
+{
+    m_form.reset();
+    FPVFileTree::resetState();
+}
+
+void TestCardExchanged::start(Slot slot)
+{
+    m_slot = slot;
+    m_card = m_form->world.machine->mountPoint(slot);
+    m_name = slot == Slot::SD ? kSd : kCf;
+    m_form->world.machine->insertCard(slot);
+    m_form->world.makePhotos(2, m_card + QStringLiteral("/dcim"));
+    m_form->world.makePhotos(1, m_card + QStringLiteral("/dcim/trip"));
+    m_form->start();
+    QVERIFY(m_form->waitForCells(1));
+}
+
+void TestCardExchanged::showMarked(Slot slot)
+{
+    start(slot);
+    m_form->choose(m_name);
+    QTRY_COMPARE(m_form->names(), list("trip a00.jpg a01.jpg"));
+    m_form->select("a00.jpg");
+    m_form->view->checkAll();
+    QTRY_COMPARE(m_form->names(), list("trip a00.jpg a01.jpg"));
+}
+
+void TestCardExchanged::exchange()
+{
+    QVERIFY(QDir(m_card + QStringLiteral("/dcim")).removeRecursively());
+    m_form->world.machine->removeCard(m_slot);
+    m_form->tellCardChange();
+    for (const char *name : {"dcim/a00.jpg", "dcim/a01.jpg", "dcim/b.jpg"}) {
+        m_form->world.makePhoto(m_card + QLatin1Char('/') + QLatin1String(name));
+    }
+    m_form->world.makeFolder(m_card + QStringLiteral("/dcim/empty"));
+    m_form->world.machine->insertCard(m_slot);
+    m_form->tellCardChange();
+}
+
+QStringList TestCardExchanged::secondCard() const
+{
+    return QDir(m_card + QStringLiteral("/dcim"))
+        .entryList(QDir::AllEntries | QDir::NoDotAndDotDot, QDir::Name);
+}
+
+bool TestCardExchanged::isSecondCardWhole()
+{
+    const bool isShown = QTest::qWaitFor([this] {
+        return m_form->names() == list("empty a00.jpg a01.jpg b.jpg");
+    });
+    return isShown && m_form->combo->currentText() == m_name && !m_form->view->anyChecked()
+        && secondCard() == list("a00.jpg a01.jpg b.jpg empty") && !m_form->form->isBusy();
+}
+
+void TestCardExchanged::underAWindow()
+{
+    showMarked();
+    DialogDriver driver;
+    const auto act = [this] {
+        exchange();
+    };
+    driver.answerInOrder({after(act, closing())});
+    m_form->form->menu_option_Version();
+    QCOMPARE(driver.captions(), QStringList{QStringLiteral("Version")});
+    QVERIFY(isSecondCardWhole());
+}
+
+void TestCardExchanged::underTheViewer()
+{
+    showMarked();
+    const Deeds deeds({[this] {
+                           const auto *viewer = openWindow<FPVPictureScrollView>();
+                           if (viewer == nullptr || viewer->windowTitle().isEmpty()) {
+                               return false;
+                           }
+                           exchange();
+                           return true;
+                       },
+                       closes<FPVPictureScrollView>()});
+    m_form->entry(kFullView)->trigger();
+    QVERIFY(deeds.allDone());
+    QVERIFY(isSecondCardWhole());
+}
+
+void TestCardExchanged::underAQuestion_data()
+{
+    QTest::addColumn<int>("entry");
+    QTest::addColumn<QStringList>("dialogs");
+    QTest::newRow("New Folder")
+        << kNewFolder
+        << QStringList{QStringLiteral("input New Folder: Enter the folder name: ''"),
+                       QStringLiteral("critical Error: Folder cannot be created. OK*")};
+    QTest::newRow("Rename") << kRename
+                            << QStringList{QStringLiteral("input Change Name: Enter the new "
+                                                          "folder name: 'a00'"),
+                                           QStringLiteral("critical Error: Rename OK*")};
+    QTest::newRow("Delete") << kDelete
+                            << QStringList{QStringLiteral("warning Delete: a00.jpg will be "
+                                                          "deleted. Are you sure? Yes/No*"),
+                                           kWorking,
+                                           QStringLiteral("critical Error: Deletion failed. OK*")};
+    QTest::newRow("Delete Selected")
+        << kDeleteChecked
+        << QStringList{
+               QStringLiteral("warning Delete Selected: Are you sure you want to delete "
+                              "these photos? Yes/No*"),
+               kWorking,
+               QStringLiteral("critical Error: Part of the file could not be deleted. OK*")};
+    QTest::newRow("Delete Empty Folder")
+        << kDeleteEmpty
+        << QStringList{QStringLiteral("warning Delete Empty Folder: Are you sure you want to "
+                                      "delete this folder? Yes/No*"),
+                       kWorking, QStringLiteral("critical Error: Folder deletion failed. OK*")};
+}
+
+void TestCardExchanged::underAQuestion()
+{
+    QFETCH(int, entry);
+    showMarked();
+    const DialogAnswer answer = [](QDialog *dialog) {
+        const bool isQuestion = qobject_cast<QMessageBox *>(dialog) != nullptr;
+        (isQuestion ? yes() : typing(QStringLiteral("new")))(dialog);
+    };
+    const auto act = [this] {
+        exchange();
+    };
+    QTEST(m_form->play(entry, {after(act, answer), ok()}), "dialogs");
+    QVERIFY(isSecondCardWhole());
+}
+
+void TestCardExchanged::andReadAgainUnderTheQuestion_data()
+{
+    QTest::addColumn<int>("entry");
+    QTest::newRow("Rename") << kRename;
+    QTest::newRow("Delete") << kDelete;
+}
+
+/// A page that is built meanwhile lists the second card, and its photo has the cursor.
+void TestCardExchanged::andReadAgainUnderTheQuestion()
+{
+    QFETCH(int, entry);
+    showMarked();
+    const DialogAnswer answer = [](QDialog *dialog) {
+        const bool isQuestion = qobject_cast<QMessageBox *>(dialog) != nullptr;
+        (isQuestion ? yes() : typing(QStringLiteral("new")))(dialog);
+    };
+    const auto act = [this] {
+        exchange();
+        m_form->view->showPage(0, -1, true);
+        QTRY_COMPARE(m_form->names(), list("empty a00.jpg a01.jpg b.jpg"));
+        QCOMPARE(m_form->view->currentObject()->fileName(), QStringLiteral("a00.jpg"));
+    };
+    QVERIFY(m_form->play(entry, {after(act, answer), ok()})
+                .last()
+                .startsWith(QLatin1String("critical Error")));
+    QVERIFY(isSecondCardWhole());
+}
+
+void TestCardExchanged::underTheQuestionOfTheSlideshow()
+{
+    showMarked();
+    const Deeds deeds({seesPhoto(QStringLiteral("a00.jpg")), presses(Qt::Key_Delete),
+                       [this] {
+                           if (openWindow<QMessageBox>() == nullptr) {
+                               return false;
+                           }
+                           exchange();
+                           return true;
+                       },
+                       answers(QMessageBox::Yes), answers(QMessageBox::Ok), closes<SlideShow>()});
+    m_form->entry(kRun)->trigger();
+    QVERIFY(deeds.allDone());
+    QVERIFY(isSecondCardWhole());
+}
+
+/// It hears of it from the event loop, when the window that was over it has gone.
+void TestCardExchanged::beforeTheFormHasHeardOfIt()
+{
+    showMarked();
+    {
+        const lumi::BusyScope busy(m_form->form.get());
+        exchange();
+    }
+    QVERIFY(!m_form->view->makeFolder(QStringLiteral("new")));
+    QVERIFY(!m_form->view->renameItem(QStringLiteral("a00.jpg"), QStringLiteral("new.jpg")));
+    QVERIFY(!m_form->view->deleteEmptyFolders());
+    QVERIFY(!m_form->view->deleteChecked());
+    QVERIFY(!m_form->view->deleteCurrent());
+    QVERIFY(isSecondCardWhole());
+}
+
+void TestCardExchanged::withAnotherFolderOnShow_data()
+{
+    QTest::addColumn<Slot>("slot");
+    QTest::newRow("the SD card") << Slot::SD;
+    QTest::newRow("the CF card") << Slot::CF;
+}
+
+void TestCardExchanged::withAnotherFolderOnShow()
+{
+    QFETCH(Slot, slot);
+    showMarked(slot);
+    m_form->up->click();
+    QTRY_COMPARE(m_form->names(), list("dcim"));
+    {
+        const lumi::BusyScope busy(m_form->form.get());
+        exchange();
+    }
+    // As if it had just been chosen.
+    QVERIFY(isSecondCardWhole());
+    QVERIFY(m_form->up->isEnabled());
+}
+
+void TestCardExchanged::withoutTheFolderOnShow()
+{
+    showMarked();
+    m_form->tap(QStringLiteral("trip"));
+    QTRY_COMPARE(m_form->names(), list("a00.jpg"));
+    {
+        const lumi::BusyScope busy(m_form->form.get());
+        exchange();
+        QVERIFY(QDir(m_card + QStringLiteral("/dcim")).removeRecursively());
+        m_form->world.makePhoto(m_card + QStringLiteral("/top.jpg"));
+    }
+    QTRY_COMPARE(m_form->names(), list("top.jpg"));
+    QCOMPARE(m_form->combo->currentText(), kSd);
+    QVERIFY(!m_form->up->isEnabled());
+}
+
+void TestCardExchanged::notBeingOnShow()
+{
+    QFETCH(Slot, slot);
+    start(slot);
+    m_form->choose(m_name);
+    QTRY_COMPARE(m_form->names(), list("trip a00.jpg a01.jpg"));
+    m_form->up->click();
+    QTRY_COMPARE(m_form->names(), list("dcim"));
+    m_form->choose(kStore);
+    QTRY_COMPARE(m_form->names(), list("mine.jpg"));
+    m_form->view->checkAll();
+    QTRY_COMPARE(m_form->names(), list("mine.jpg"));
+    const QPointer<FPVThumbnailItem> cell(m_form->cell(QStringLiteral("mine.jpg")));
+    {
+        const lumi::BusyScope busy(m_form->form.get());
+        exchange();
+    }
+    QTest::qWait(60);
+    QVERIFY(cell != nullptr);
+    QVERIFY(m_form->view->anyChecked());
+    QCOMPARE(m_form->combo->currentText(), kStore);
+    // It opens where cards open.
+    m_form->choose(m_name);
+    QVERIFY(isSecondCardWhole());
+}
+
+void TestCardExchanged::theOtherCardIsLeftAlone()
+{
+    start();
+    m_form->world.machine->insertCard(Slot::CF);
+    m_form->world.makePhotos(2, m_form->world.machine->cf + QStringLiteral("/dcim"));
+    m_form->tellCardChange();
+    m_form->choose(kCf);
+    QTRY_COMPARE(m_form->names(), list("a00.jpg a01.jpg"));
+    m_form->up->click();
+    QTRY_COMPARE(m_form->names(), list("dcim"));
+    const QPointer<FPVThumbnailItem> cell(m_form->cell(QStringLiteral("dcim")));
+    {
+        const lumi::BusyScope busy(m_form->form.get());
+        exchange();
+    }
+    QTest::qWait(60);
+    QVERIFY(cell != nullptr);
+    QCOMPARE(m_form->combo->currentText(), kCf);
+    m_form->choose(kStore);
+    QTRY_COMPARE(m_form->names(), list("mine.jpg"));
+    m_form->choose(kCf);
+    QTRY_COMPARE(m_form->names(), list("dcim"));
+}
+
+/// The form is built before the main window starts it.
+void TestCardExchanged::beforeTheStart()
+{
+    start();
+    FormFile form(&m_form->window, &m_form->toolBar);
+    auto *combo = form.findChild<QComboBox *>();
+    QCOMPARE(combo->count(), 2);
+    m_form->world.machine->removeCard(Slot::SD);
+    m_form->tellCardChange();
+    QCOMPARE(combo->count(), 1);
+    m_form->world.machine->insertCard(Slot::SD);
+    m_form->tellCardChange();
+    QCOMPARE(combo->count(), 2);
+    combo->setCurrentIndex(1);
+    m_form->world.machine->removeCard(Slot::SD);
+    m_form->tellCardChange();
+    QCOMPARE(combo->currentText(), kStore);
+    form.formStarted();
+    QCOMPARE(form.findChild<FPVThumbnailView *>()->topIndex(), 0);
+}
+
+LUMI_TEST(TestCardExchanged)
+#include "TestCardExchanged.moc"
