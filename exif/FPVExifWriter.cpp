@@ -40,6 +40,12 @@ void FPVExifWriter::removeTag(quint16 tag, ExifListKind kind)
     }
 }
 
+qint64 FPVExifWriter::segmentLength()
+{
+    const qint64 length = photoStart().size() - lumi::kSegmentLengthPlace + thumbnailRange().length;
+    return length + length % 2;
+}
+
 int FPVExifWriter::rewrite()
 {
     const qint64 rest = qint64(app1Length()) + lumi::kSegmentLengthPlace;
@@ -47,13 +53,16 @@ int FPVExifWriter::rewrite()
     if (!isValid() || size() <= rest) {
         return static_cast<int>(ExifRewriteResult::Failed);
     }
-    const lumi::ByteRange thumbnail = thumbnailRange();
-    const QByteArray start
-        = lumi::photoStart({editableList(ExifListKind::Ifd0), editableList(ExifListKind::Exif),
-                            editableList(ExifListKind::Interoperability),
-                            editableList(ExifListKind::Gps), editableList(ExifListKind::Ifd1)},
-                           static_cast<quint32>(thumbnail.length));
-    return static_cast<int>(lumi::PhotoReplacement(*this, m_state).run(start, thumbnail, rest));
+    return static_cast<int>(
+        lumi::PhotoReplacement(*this, m_state).run(photoStart(), thumbnailRange(), rest));
+}
+
+QByteArray FPVExifWriter::photoStart()
+{
+    return lumi::photoStart({editableList(ExifListKind::Ifd0), editableList(ExifListKind::Exif),
+                             editableList(ExifListKind::Interoperability),
+                             editableList(ExifListKind::Gps), editableList(ExifListKind::Ifd1)},
+                            static_cast<quint32>(thumbnailRange().length));
 }
 
 /// Where the old file has the thumbnail; of no length when none can be copied.

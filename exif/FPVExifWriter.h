@@ -22,6 +22,10 @@ public:
     /// Removes the tag of that number, if there is one.
     void removeTag(quint16 tag, ExifListKind kind);
 
+    /// What the length field of the segment would have to say. It has 16 bits, and rewrite() does
+    /// not look whether they are enough. Tags that say where a directory stands are set by this.
+    [[nodiscard]] qint64 segmentLength();
+
     /// Replaces the photo: an ExifRewriteResult as a number. It fails when the file was changed
     /// since just before the block was read. It works once, since the old photo is gone then; after a
     /// failure that left the photo open it may be tried again.
@@ -30,6 +34,7 @@ public:
 private:
     FPVExifWriter(const QString &path, const struct stat &state);
 
+    [[nodiscard]] QByteArray photoStart();
     [[nodiscard]] lumi::ByteRange thumbnailRange() const;
 
     struct stat m_state; // of the photo before its block was read

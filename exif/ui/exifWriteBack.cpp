@@ -4,6 +4,7 @@
 #include "exif/Altitude.h"
 #include "exif/FPVExifWriter.h"
 #include "exif/LatLongPair.h"
+#include "exif/pointerTags.h"
 #include "exif/typeSize.h"
 
 #include <algorithm>
@@ -27,6 +28,7 @@ constexpr quint16 kLatitudeRefTag = 0x0001;
 constexpr quint16 kLongitudeRefTag = 0x0003;
 constexpr quint16 kAltitudeRefTag = 0x0005;
 constexpr uchar kGpsVersion[] = {2, 2, 0, 0};
+constexpr qint64 kLongestSegment = 65535;
 
 const lumi::EditRule &ruleOf(EditField field)
 {
@@ -159,6 +161,17 @@ void carryOut(const TagOperations &operations, FPVExifWriter *writer)
     }
 }
 
+/// A photo may come with a full segment, which leaves no room for a new text. Its thumbnail can
+/// be made again from the picture.
+bool makeFit(FPVExifWriter *writer)
+{
+    if (writer->segmentLength() > kLongestSegment) {
+        writer->removeTag(lumi::kThumbnailOffset, ExifListKind::Ifd1);
+        writer->removeTag(lumi::kThumbnailLength, ExifListKind::Ifd1);
+    }
+    return writer->segmentLength() <= kLongestSegment;
+}
+
 } // namespace
 
 bool lumi::appendBasic(const EditTexts &texts, TagOperations *operations)
@@ -229,6 +242,9 @@ SaveResult lumi::saveTexts(const EditTexts &texts, FPVExifWriter *writer)
         return SaveResult::Failed;
     }
     carryOut(operations, writer);
+    if (!makeFit(writer)) {
+        return SaveResult::Failed;
+    }
     const int result = writer->rewrite();
     const bool isKnown = result >= static_cast<int>(SaveResult::Saved)
         && result <= static_cast<int>(SaveResult::Failed);

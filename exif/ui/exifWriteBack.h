@@ -48,7 +48,7 @@ enum class SaveResult : int {
 [[nodiscard]] SaveResult checkPosition(const EditTexts &texts);
 
 /// Writes all pages and replaces the photo. The photo is not touched unless everything could
-/// be made of the texts.
+/// be made of the texts and fits the segment; the thumbnail goes if that helps.
 [[nodiscard]] SaveResult saveTexts(const EditTexts &texts, FPVExifWriter *writer);
 
 } // namespace lumi

@@ -51,6 +51,8 @@ private Q_SLOTS:
     void thumbnailOutsideTheSegmentMovesIn();
     void whatTheListsDoNotHoldIsDropped();
     void makerNoteKeepsItsBytes();
+    void lengthIsKnownBeforeItIsWritten_data();
+    void lengthIsKnownBeforeItIsWritten();
     void photoCutAnywhereKeepsWhatItHas_data();
     void photoCutAnywhereKeepsWhatItHas();
 
@@ -277,6 +279,40 @@ void TestRewrittenBlock::makerNoteKeepsItsBytes()
     writer.setTag(0x010E, 2, 20, "A title of some size", Ifd0);
     QCOMPARE(writer.rewrite(), kDone);
     QCOMPARE(bytesOf(FPVExifDocument(path).find(0x927C, Exif)), note);
+}
+
+void TestRewrittenBlock::lengthIsKnownBeforeItIsWritten_data()
+{
+    QTest::addColumn<int>("thumbnail");
+    QTest::addColumn<int>("comment");
+    QTest::newRow("without a thumbnail") << 0 << 0;
+    QTest::newRow("an even thumbnail") << 1000 << 0;
+    QTest::newRow("an odd thumbnail") << 1001 << 0;
+    QTest::newRow("a directory that had no pointer") << 1000 << 11;
+    QTest::newRow("more than a segment holds") << 1001 << 65000;
+}
+
+void TestRewrittenBlock::lengthIsKnownBeforeItIsWritten()
+{
+    QFETCH(int, thumbnail);
+    QFETCH(int, comment);
+    ExifBuilder photo;
+    photo.ascii(Ifd0, 0x010F, "Anvil Works");
+    if (thumbnail > 0) {
+        photo.thumbnail(QByteArray(thumbnail, 't'));
+    }
+    const QString path = put(photo);
+    const qint64 rest = restOf(contentOf(path)).size();
+    FPVExifWriter writer(path);
+    if (comment > 0) {
+        writer.setTag(0x9286, 7, quint32(comment), QByteArray(comment, 'c').constData(), Exif);
+    }
+    const qint64 length = writer.segmentLength();
+    QCOMPARE(writer.rewrite(), kDone);
+    const QByteArray after = contentOf(path);
+    QCOMPARE(after.size(), 4 + length + rest);
+    QCOMPARE(qFromBigEndian<quint16>(after.constData() + 4), quint16(length));
+    QCOMPARE(length > 65535, comment > 60000);
 }
 
 void TestRewrittenBlock::photoCutAnywhereKeepsWhatItHas_data()

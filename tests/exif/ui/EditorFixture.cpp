@@ -14,6 +14,8 @@
 namespace {
 
 constexpr int kPatienceMs = 20000;
+/// Of a segment's length: the number itself and "Exif" with two NULs.
+constexpr int kLengthBeforeBlock = 8;
 
 } // namespace
 
@@ -46,6 +48,28 @@ lumi::test::ExifBuilder lumi::test::editablePhoto()
         .rationals(Gps, 0x0006, {{1050, 100}})
         .thumbnail(ExifBuilder::jpeg(40, 30, 0xC08040));
     return photo;
+}
+
+lumi::test::ExifBuilder lumi::test::crampedPhoto(int length, Filling filling,
+                                                 const QByteArray &thumbnail)
+{
+    const auto photoWith = [&](int size) {
+        ExifBuilder photo;
+        photo.ascii(ExifListKind::Ifd0, 0x010F, "Anvil Works");
+        const QByteArray bytes(size, 'f');
+        if (filling == Filling::Thumbnail) {
+            photo.thumbnail(thumbnail + bytes);
+        } else {
+            photo.makerNote(bytes);
+            if (!thumbnail.isEmpty()) {
+                photo.thumbnail(thumbnail + QByteArray(thumbnail.size() % 2, 'e'));
+            }
+        }
+        return photo.photo(ExifBuilder::jpeg(64, 48, 0x345678));
+    };
+    constexpr int kAtFirst = 1000;
+    const auto first = int(photoWith(kAtFirst).block().size());
+    return photoWith(kAtFirst + length - kLengthBeforeBlock - first);
 }
 
 lumi::test::EditorFixture::EditorFixture()

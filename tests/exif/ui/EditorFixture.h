@@ -25,6 +25,13 @@ inline constexpr EditField kAllFields[] = {
 /// A photo with a text in every field of the editor, and tags that it has no field for.
 [[nodiscard]] ExifBuilder editablePhoto();
 
+/// What fills up a segment.
+enum class Filling { Thumbnail, MakerNote };
+
+/// A photo whose segment says that length, an even one. The thumbnail gets bytes behind it where
+/// it is the filling; an empty one is none.
+[[nodiscard]] ExifBuilder crampedPhoto(int length, Filling filling, const QByteArray &thumbnail);
+
 /// What a menu shows of an entry: one ampersand for two, none for one.
 [[nodiscard]] QString shownText(const QAction *action);
 

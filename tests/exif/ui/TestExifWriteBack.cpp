@@ -8,9 +8,11 @@
 #include "tests/exif/ui/EditorFixture.h"
 #include "tests/support/TestMain.h"
 
+#include <QImage>
 #include <QTest>
 
 using namespace lumi;
+using lumi::test::Filling;
 
 namespace {
 
@@ -62,10 +64,18 @@ const QString kNoLatitude = QStringLiteral("0001 3 -|0002 3 -|");
 const QString kNoLongitude = QStringLiteral("0003 3 -|0004 3 -|");
 const QString kVersion = QStringLiteral("0000 3 1 4 02020000");
 
+/// With its closing NUL and its entry, that many bytes of a block.
+const QString kOwner(49, QLatin1Char('o'));
+constexpr int kOwnerSize = 62;
+/// The longest even length.
+constexpr int kMost = 65534;
+constexpr int kMakerNote = 0x927C;
+
 } // namespace
 
 Q_DECLARE_METATYPE(lumi::EditTexts)
 Q_DECLARE_METATYPE(lumi::SaveResult)
+Q_DECLARE_METATYPE(lumi::test::Filling)
 
 class TestExifWriteBack : public QObject
 {
@@ -82,6 +92,10 @@ private Q_SLOTS:
     void checks_data();
     void checks();
     void thePhotoHoldsWhatWasWritten();
+    void aFullSegmentGivesUpItsThumbnail_data();
+    void aFullSegmentGivesUpItsThumbnail();
+    void aTextWithoutRoomTouchesNothing_data();
+    void aTextWithoutRoomTouchesNothing();
     void aBadPositionTouchesNothing();
     void anInvalidBlockFails();
     void withoutMemoryNothingIsWritten_data();
@@ -295,6 +309,74 @@ void TestExifWriteBack::thePhotoHoldsWhatWasWritten()
     QCOMPARE(fields.find(0x0002, ExifListKind::Gps), nullptr);
     fields.setGroup(5);
     QCOMPARE(fields.valueText(3, false), QStringLiteral("7.0"));
+}
+
+void TestExifWriteBack::aFullSegmentGivesUpItsThumbnail_data()
+{
+    QTest::addColumn<Filling>("filling");
+    QTest::addColumn<int>("length");
+    QTest::addColumn<bool>("hasThumbnail");
+    QTest::newRow("a thumbnail beside which there is room")
+        << Filling::Thumbnail << kMost - kOwnerSize << true;
+    QTest::newRow("a thumbnail two bytes too long")
+        << Filling::Thumbnail << kMost - kOwnerSize + 2 << false;
+    QTest::newRow("a thumbnail that leaves nothing") << Filling::Thumbnail << kMost << false;
+    QTest::newRow("a maker note beside which there is room")
+        << Filling::MakerNote << kMost - kOwnerSize << true;
+    QTest::newRow("a maker note two bytes too long")
+        << Filling::MakerNote << kMost - kOwnerSize + 2 << false;
+    QTest::newRow("a maker note that leaves nothing") << Filling::MakerNote << kMost << false;
+}
+
+void TestExifWriteBack::aFullSegmentGivesUpItsThumbnail()
+{
+    QFETCH(Filling, filling);
+    QFETCH(int, length);
+    QFETCH(bool, hasThumbnail);
+    test::PhotoFolder folder;
+    const QString path = folder.put(
+        test::crampedPhoto(length, filling, test::ExifBuilder::jpeg(40, 30, 0xC08040)));
+    const QImage picture(path);
+    QVERIFY(!picture.isNull());
+    QVERIFY(FPVExifDocument(path).hasThumbnail());
+    FPVExifWriter writer(path);
+    QCOMPARE(writer.app1Length(), length);
+    QCOMPARE(saveTexts(textsOf({{OwnerField, kOwner}}), &writer), SaveResult::Saved);
+    QCOMPARE(QImage(path), picture);
+    FPVExifFields fields(path);
+    fields.setGroup(1);
+    QCOMPARE(fields.valueText(0, false), kOwner);
+    QCOMPARE(fields.hasThumbnail(), hasThumbnail);
+    const std::unique_ptr<QImage> thumbnail(fields.thumbnail());
+    QCOMPARE(thumbnail != nullptr, hasThumbnail);
+    QCOMPARE(fields.find(kMakerNote, ExifListKind::Exif) != nullptr, filling == Filling::MakerNote);
+    QVERIFY(hasThumbnail ? fields.app1Length() == kMost : fields.app1Length() < kMost);
+}
+
+void TestExifWriteBack::aTextWithoutRoomTouchesNothing_data()
+{
+    QTest::addColumn<int>("length");
+    QTest::addColumn<QByteArray>("thumbnail");
+    QTest::newRow("there is no thumbnail") << kMost - kOwnerSize + 2 << QByteArray();
+    // It takes four bytes and a directory of two entries.
+    QTest::newRow("the thumbnail takes too little")
+        << kMost - kOwnerSize + 2 + 6 + 2 * 12 + 4 << QByteArray("tiny");
+}
+
+void TestExifWriteBack::aTextWithoutRoomTouchesNothing()
+{
+    QFETCH(int, length);
+    QFETCH(QByteArray, thumbnail);
+    test::PhotoFolder folder;
+    for (const int more : {-2, 0}) {
+        const QString path
+            = folder.put(test::crampedPhoto(length + more, Filling::MakerNote, thumbnail));
+        const QByteArray before = contentOf(path);
+        FPVExifWriter writer(path);
+        QCOMPARE(saveTexts(textsOf({{OwnerField, kOwner}}), &writer),
+                 more < 0 ? SaveResult::Saved : SaveResult::Failed);
+        QCOMPARE(contentOf(path) == before, more == 0);
+    }
 }
 
 void TestExifWriteBack::aBadPositionTouchesNothing()

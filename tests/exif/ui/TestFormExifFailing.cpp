@@ -44,6 +44,7 @@ private Q_SLOTS:
     void aBlockThatWasNotReadKeepsItsTexts_data();
     void aBlockThatWasNotReadKeepsItsTexts();
     void withoutABlockABadPositionIsStillNamed();
+    void aTextWithoutRoomIsTold();
     void aFolderThatCannotBeWrittenKeepsThePhoto();
 
 private:
@@ -200,6 +201,26 @@ void TestFormExifFailing::withoutABlockABadPositionIsStillNamed()
     QVERIFY(
         m_user->boxes.boxes.first().text.startsWith(QLatin1String("The GPS altitude is invalid.")));
     QCOMPARE(m_user->boxes.boxes.last().text,
+             QStringLiteral("Compiling Exif information failed. Retry."));
+}
+
+void TestFormExifFailing::aTextWithoutRoomIsTold()
+{
+    m_user->open(test::crampedPhoto(65500, test::Filling::MakerNote, {}));
+    const QByteArray before = m_user->fileBytes();
+    QCOMPARE(m_user->run([&] {
+        m_user->type(CommentField, QString(200, QLatin1Char('c')));
+        m_user->form->menu_edit_save();
+        QVERIFY(m_user->form->isVisible());
+        QVERIFY(m_user->fileBytes() == before);
+        m_user->form->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(m_user->form.get()));
+        m_user->type(CommentField, QStringLiteral("c"));
+        m_user->form->menu_edit_save();
+    }),
+             1);
+    QCOMPARE(m_user->boxes.boxes.size(), 1);
+    QCOMPARE(m_user->boxes.boxes.first().text,
              QStringLiteral("Compiling Exif information failed. Retry."));
 }
 
