@@ -6,7 +6,7 @@
 #include <QElapsedTimer>
 #include <QtGlobal>
 
-#include <algorithm>
+#include <limits>
 #include <new>
 
 #include <fcntl.h>
@@ -96,8 +96,8 @@ bool JpegSession::readHeader()
 
 void JpegSession::limitMemory(int kilobytes)
 {
-    // 0 would mean no bound.
-    m_cinfo.mem->max_memory_to_use = std::max(1L, static_cast<long>(kilobytes) << 10);
+    m_cinfo.mem->max_memory_to_use
+        = static_cast<long>(lumi::memoryLimit(kilobytes, std::numeric_limits<long>::max()));
 }
 
 bool JpegSession::start(int denominator, Reading reading)

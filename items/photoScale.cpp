@@ -97,6 +97,11 @@ qint64 lumi::screenNeedKB(int photoWidth, QSize decoded, int depth)
     return (raster + qint64(photoWidth) * kLineBytesAPixel + kSpareBytes) >> 10;
 }
 
+qint64 lumi::memoryLimit(int kilobytes, qint64 most)
+{
+    return std::clamp<qint64>(qint64(kilobytes) << 10, 1, most);
+}
+
 int lumi::heldLines(qint64 lineBytes, int mostLines)
 {
     int lines = mostLines;

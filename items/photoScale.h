@@ -36,6 +36,10 @@ inline constexpr qint64 kScreenPixelLimit = 0x800000;
 /// The same for a screen decode. depth in bits.
 [[nodiscard]] qint64 screenNeedKB(int photoWidth, QSize decoded, int depth);
 
+/// These KB in bytes as the decoder's memory limit takes them: at least 1, since 0 means no
+/// limit, and never above most.
+[[nodiscard]] qint64 memoryLimit(int kilobytes, qint64 most);
+
 /// How many decoded lines of this many bytes are held at once: mostLines, a power of two, or as
 /// often halved as the spare megabyte of a screen decode demands. At least 1.
 [[nodiscard]] int heldLines(qint64 lineBytes, int mostLines);

@@ -4,6 +4,8 @@
 
 #include <QTest>
 
+#include <limits>
+
 class TestPhotoScale : public QObject
 {
     Q_OBJECT
@@ -16,6 +18,7 @@ private Q_SLOTS:
     void staysBelowTheScreenLimit_data();
     void staysBelowTheScreenLimit();
     void memoryNeeds();
+    void memoryLimitFitsTheDecoder();
     void linesHeldAtOnce_data();
     void linesHeldAtOnce();
 };
@@ -115,6 +118,17 @@ void TestPhotoScale::memoryNeeds()
              (1000 * 750 * 2 + 16000 + 1048576) >> 10);
     QCOMPARE(lumi::screenNeedKB(65500, QSize(65500, 65500), 32),
              (65500LL * 65500 * 4 + 262000 + 1048576) >> 10);
+}
+
+// A machine of 32 bits may have more memory than its decoder can be told.
+void TestPhotoScale::memoryLimitFitsTheDecoder()
+{
+    constexpr qint64 kMost = std::numeric_limits<qint32>::max();
+    QCOMPARE(lumi::memoryLimit(2048, kMost), 2097152);
+    QCOMPARE(lumi::memoryLimit(0, kMost), 1);
+    QCOMPARE(lumi::memoryLimit(2097151, kMost), 2147482624);
+    QCOMPARE(lumi::memoryLimit(3 << 20, kMost), kMost);
+    QCOMPARE(lumi::memoryLimit(5 << 20, kMost), kMost);
 }
 
 void TestPhotoScale::linesHeldAtOnce_data()

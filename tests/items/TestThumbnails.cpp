@@ -3,6 +3,7 @@
 #include "swap/swapStore.h"
 #include "tests/items/JpegMaker.h"
 #include "tests/items/LibraryFaults.h"
+#include "tests/items/OpenWatch.h"
 #include "tests/support/ExifBuilder.h"
 #include "tests/support/TestMain.h"
 #include "tests/swap/SwapFixture.h"
@@ -42,6 +43,8 @@ private Q_SLOTS:
 
 private:
     QString photo(const JpegKind &kind, const QString &name = QStringLiteral("p/a.jpg")) const;
+    /// One that carries a picture of itself, 120 x 160.
+    QString photoWithThumbnail() const;
 
     std::unique_ptr<lumi::test::SwapFixture> m_fixture;
 };
@@ -89,28 +92,37 @@ QString TestThumbnails::photo(const JpegKind &kind, const QString &name) const
     return lumi::test::writeJpeg(m_fixture->addPhoto(name), kind);
 }
 
+QString TestThumbnails::photoWithThumbnail() const
+{
+    QString path = m_fixture->addPhoto(QStringLiteral("p/a.jpg"));
+    lumi::test::ExifBuilder builder;
+    builder.ascii(ExifListKind::Ifd0, 0x010F, "Maker");
+    builder.thumbnail(lumi::test::ExifBuilder::jpeg(120, 160, 0x0000FF));
+    return builder.write(path) ? path : QString();
+}
+
 void TestThumbnails::aStoredThumbnailIsTakenUnopened()
 {
-    const QString path = m_fixture->addPhoto(QStringLiteral("p/a.jpg"));
+    const QString path = photoWithThumbnail();
     QImage picture = lumi::test::picture(174, 100);
     QVERIFY(SwapAppend(path, &picture, 174, 's'));
     FPVItemJpeg item(path, QString(), false);
-    const MessageLog log;
-    QVERIFY(item.thumbnail(174, 123) == nullptr); // stored for another layout
     item.setThumbnailKind('s');
-    const std::unique_ptr<QPixmap> pixmap(item.thumbnail(174, 123));
+    const lumi::test::OpenWatch watch(path);
+    QVERIFY(watch.works());
+    std::unique_ptr<QPixmap> pixmap(item.thumbnail(174, 123));
     QVERIFY(pixmap);
     QCOMPARE(pixmap->size(), QSize(174, 100));
+    QVERIFY(!watch.wasOpened());
+    item.setThumbnailKind('l'); // stored for another layout
+    pixmap.reset(item.thumbnail(174, 123));
+    QVERIFY(pixmap);
+    QVERIFY(watch.wasOpened());
 }
 
 void TestThumbnails::anEmbeddedThumbnailIsNotStored()
 {
-    const QString path = m_fixture->addPhoto(QStringLiteral("p/a.jpg"));
-    lumi::test::ExifBuilder builder;
-    builder.ascii(ExifListKind::Ifd0, 0x010F, "Maker");
-    builder.thumbnail(lumi::test::ExifBuilder::jpeg(120, 160, 0x0000FF));
-    QVERIFY(builder.write(path));
-    const std::unique_ptr<QPixmap> pixmap = thumbnailOf(path);
+    const std::unique_ptr<QPixmap> pixmap = thumbnailOf(photoWithThumbnail());
     QVERIFY(pixmap);
     QCOMPARE(pixmap->size(), QSize(92, 123));
     QCOMPARE(m_fixture->swapFiles(), QStringList());

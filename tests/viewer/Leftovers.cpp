@@ -2,6 +2,7 @@
 #include "tests/viewer/Leftovers.h"
 
 #include "tests/items/LibraryFaults.h"
+#include "tests/support/processFigures.h"
 
 #include <QApplication>
 #include <QDir>
@@ -44,12 +45,6 @@ Figures figures()
     now.decompressors = lumi::test::liveDecompressors();
     now.windows = QApplication::topLevelWidgets().size();
     return now;
-}
-
-/// Under the address sanitizer freed memory is held back, and its figures say nothing.
-bool countsMemory()
-{
-    return ::mallinfo2().uordblks > 0;
 }
 
 } // namespace
