@@ -4,7 +4,7 @@
 # and the way to get those that are missing.
 
 # Building and running the program.
-runPackages=(cmake g++ ninja-build qt6-base-dev libjpeg-dev librsvg2-bin fonts-dejavu-core)
+runPackages=(cmake g++ ninja-build qt6-base-dev libjpeg-dev librsvg2-bin pngquant fonts-dejavu-core)
 # Driving the program where there is no screen.
 tourPackages=(xvfb openbox xdotool imagemagick)
 # Building and running the tests.
