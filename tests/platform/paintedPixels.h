@@ -7,6 +7,8 @@
 
 #include <QGuiApplication>
 #include <QImage>
+#include <QPaintEvent>
+#include <QPainter>
 #include <QScreen>
 #include <QTest>
 #include <QWidget>
@@ -15,6 +17,8 @@
 #include <cstring>
 
 namespace lumi::test {
+
+inline constexpr QRgb kYellow = 0xFFFFFF00U; ///< of a BareWindow
 
 /// Pixel of the pattern at a place of the widget, as the memory of this depth holds it.
 inline quint32 patternPixel(int x, int y, int depth)
@@ -130,6 +134,22 @@ public:
     {
         show();
         return QTest::qWaitForWindowExposed(this);
+    }
+};
+
+/// Paints itself green and counts.
+class GreenWindow : public BareWindow
+{
+public:
+    using BareWindow::BareWindow;
+
+    int paints = 0;
+
+protected:
+    void paintEvent(QPaintEvent *event) override
+    {
+        ++paints;
+        QPainter(this).fillRect(event->rect(), Qt::green);
     }
 };
 
