@@ -1,17 +1,14 @@
 // SPDX-License-Identifier: MIT
-#include "swap/IndexReader.h"
-#include "swap/IndexWriter.h"
+// What a block stores and gives back, and where it finds no room.
 #include "swap/SwapBlock.h"
 #include "swap/SwapPlace.h"
 #include "tests/support/FullDisk.h"
-#include "tests/support/PeakMemory.h"
 #include "tests/support/TestMain.h"
-#include "tests/swap/SwapFixture.h"
+#include "tests/swap/SwapBlockTest.h"
 
+#include <QDir>
 #include <QFileInfo>
-#include <QImageReader>
 #include <QTest>
-#include <QtEndian>
 
 #include <array>
 
@@ -19,59 +16,7 @@
 
 using namespace lumi::test;
 
-class TestSwapBlock : public QObject
-{
-    Q_OBJECT
-
-private Q_SLOTS:
-    void init();
-    void cleanup();
-    void aNewBlockIsEmptyAndInvalid();
-    void anImageIsStoredAsTheJpegThatQImageSaves_data();
-    void anImageIsStoredAsTheJpegThatQImageSaves();
-    void aPictureComesBackAsTheStoredJpeg();
-    void tenMegabytesAreLeftFree_data();
-    void tenMegabytesAreLeftFree();
-    void theRoomIsThatOfTheDocuments();
-    void anEmptySwapPathIsReported();
-    void aChangedSourceIsAMissAndTheFileStays();
-    void onlyWholeSecondsCount();
-    void aTouchedSwapFileIsAMiss();
-    void aVanishedSwapFileIsAMiss();
-    void aDamagedSwapFileIsAMiss();
-    void onlyWhatMayBeAThumbnailIsRead_data();
-    void onlyWhatMayBeAThumbnailIsRead();
-    void aGiantThatWasPlantedIsNotDecoded();
-    void aNameThatPromisesDensePixelsChangesNothing();
-    void aPipeIsNotWrittenTo();
-    void aNullImageIsNotStored();
-    void aNameThatIsTooLongIsNotStored();
-    void aFullDiskLeavesNothingBehind_data();
-    void aFullDiskLeavesNothingBehind();
-    void destructionLeavesTheSwapFile();
-    void aRecordFromTheIndexIsValidWhileBothFilesExist_data();
-    void aRecordFromTheIndexIsValidWhileBothFilesExist();
-    void aPipeIsNoSwapFile();
-    void aCutRecordIsInvalidAndRemovesNothing();
-    void traceOfAWriteAndARead();
-    void traceOfABuffer();
-
-private:
-    [[nodiscard]] SwapBlock made() const;
-
-    [[nodiscard]] QDateTime sourceTime() const { return QFileInfo(m_source).lastModified(); }
-
-    std::unique_ptr<SwapFixture> m_fixture;
-    QString m_source;
-    QString m_swapPath;
-};
-
 namespace {
-
-stSwap imageSwap(QImage *image)
-{
-    return {image, nullptr, 0, 100, 's'};
-}
 
 stSwap bufferSwap(unsigned char *buf, int size)
 {
@@ -80,23 +25,29 @@ stSwap bufferSwap(unsigned char *buf, int size)
 
 } // namespace
 
-void TestSwapBlock::init()
+class TestSwapBlock : public SwapBlockTest
 {
-    m_fixture = std::make_unique<SwapFixture>();
-    QVERIFY(QDir().mkpath(m_fixture->swapFolder()));
-    m_source = m_fixture->addPhoto(QStringLiteral("photos/a.jpg"));
-    m_swapPath = m_fixture->swapFile(QStringLiteral("0000s_100_a.jpg.swp"));
-}
+    Q_OBJECT
 
-void TestSwapBlock::cleanup()
-{
-    m_fixture.reset();
-}
-
-SwapBlock TestSwapBlock::made() const
-{
-    return {QStringLiteral("a.jpg"), m_swapPath, 100, 's'};
-}
+private Q_SLOTS:
+    void aNewBlockIsEmptyAndInvalid();
+    void anImageIsStoredAsTheJpegThatQImageSaves_data();
+    void anImageIsStoredAsTheJpegThatQImageSaves();
+    void aPictureComesBackAsTheStoredJpeg();
+    void tenMegabytesAreLeftFree_data();
+    void tenMegabytesAreLeftFree();
+    void theRoomIsThatOfTheDocuments();
+    void anEmptySwapPathIsReported();
+    void aNameThatPromisesDensePixelsChangesNothing();
+    void aPipeIsNotWrittenTo();
+    void aNullImageIsNotStored();
+    void aNameThatIsTooLongIsNotStored();
+    void aFullDiskLeavesNothingBehind_data();
+    void aFullDiskLeavesNothingBehind();
+    void destructionLeavesTheSwapFile();
+    void traceOfAWriteAndARead();
+    void traceOfABuffer();
+};
 
 void TestSwapBlock::aNewBlockIsEmptyAndInvalid()
 {
@@ -130,8 +81,7 @@ void TestSwapBlock::anImageIsStoredAsTheJpegThatQImageSaves()
     const QString reference = m_fixture->path(QStringLiteral("reference"));
     QVERIFY(image.save(reference, "JPEG"));
     SwapBlock block = made();
-    stSwap swap = imageSwap(&image);
-    QVERIFY(block.bWrite(swap, sourceTime()));
+    QVERIFY(write(block, image));
     QVERIFY(block.isValid());
     QCOMPARE(readFile(m_swapPath), readFile(reference));
     QCOMPARE(block.record().sourceTime, static_cast<std::int32_t>(SwapFixture::kTime));
@@ -141,13 +91,11 @@ void TestSwapBlock::anImageIsStoredAsTheJpegThatQImageSaves()
 
 void TestSwapBlock::aPictureComesBackAsTheStoredJpeg()
 {
-    QImage image = picture();
+    const QImage image = picture();
     SwapBlock block = made();
-    stSwap swap = imageSwap(&image);
-    QVERIFY(block.bWrite(swap, sourceTime()));
+    QVERIFY(write(block, image));
     QImage loaded;
-    swap = imageSwap(&loaded);
-    QVERIFY(block.bRead(swap, sourceTime()));
+    QVERIFY(read(block, &loaded));
     QCOMPARE(loaded, QImage(m_swapPath, "JPEG"));
     QCOMPARE(loaded.size(), image.size());
     QVERIFY(loaded != image);
@@ -167,11 +115,9 @@ void TestSwapBlock::tenMegabytesAreLeftFree()
     QFETCH(int, freeKB);
     QFETCH(bool, written);
     m_fixture->setFreeKB(freeKB);
-    QImage image = picture();
     SwapBlock block = made();
-    stSwap swap = imageSwap(&image);
     const MessageLog log;
-    QCOMPARE(block.bWrite(swap, sourceTime()), written);
+    QCOMPARE(write(block), written);
     QCOMPARE(block.isValid(), written);
     QCOMPARE(QFile::exists(m_swapPath), written);
     const QString text = QStringLiteral("SwapBlock::bWrite() No Disc Space (%1 KB)").arg(freeKB);
@@ -186,11 +132,9 @@ void TestSwapBlock::theRoomIsThatOfTheDocuments()
         asked = path;
         return DiskFigures();
     };
-    QImage image = picture();
     SwapBlock block = made();
-    stSwap swap = imageSwap(&image);
     const MessageLog log;
-    QVERIFY(!block.bWrite(swap, sourceTime()));
+    QVERIFY(!write(block));
     QCOMPARE(asked, QFile::encodeName(QDir::homePath()) + QByteArray("/Documents"));
     QCOMPARE(log.warnings,
              QStringList(QStringLiteral("SwapBlock::bWrite() No Disc Space (-1 KB)")));
@@ -210,176 +154,44 @@ void TestSwapBlock::anEmptySwapPathIsReported()
                           QStringLiteral("SwapBlock::bRead() / Non String")}));
 }
 
-void TestSwapBlock::aChangedSourceIsAMissAndTheFileStays()
-{
-    QImage image = picture();
-    SwapBlock block = made();
-    stSwap swap = imageSwap(&image);
-    QVERIFY(block.bWrite(swap, sourceTime()));
-    const MessageLog log;
-    QImage loaded;
-    swap = imageSwap(&loaded);
-    QVERIFY(!block.bRead(swap, sourceTime().addSecs(1)));
-    QVERIFY(!block.bRead(swap, sourceTime().addSecs(-1)));
-    QVERIFY(!block.bRead(swap, QDateTime()));
-    QVERIFY(loaded.isNull());
-    QVERIFY(QFile::exists(m_swapPath));
-    QVERIFY(block.isValid());
-    QVERIFY(log.warnings.isEmpty());
-    QVERIFY(block.bRead(swap, sourceTime()));
-}
-
-void TestSwapBlock::onlyWholeSecondsCount()
-{
-    QImage image = picture();
-    SwapBlock block = made();
-    stSwap swap = imageSwap(&image);
-    QVERIFY(block.bWrite(swap, QDateTime::fromMSecsSinceEpoch(SwapFixture::kTime * 1000 + 700)));
-    const qint64 swapSeconds = QFileInfo(m_swapPath).lastModified().toSecsSinceEpoch();
-    setFileTime(m_swapPath, swapSeconds * 1000 + 5);
-    QVERIFY(block.bRead(swap, QDateTime::fromMSecsSinceEpoch(SwapFixture::kTime * 1000)));
-    QVERIFY(block.bRead(swap, QDateTime::fromMSecsSinceEpoch(SwapFixture::kTime * 1000 + 999)));
-    QVERIFY(!block.bRead(swap, QDateTime::fromMSecsSinceEpoch(SwapFixture::kTime * 1000 + 1000)));
-    QVERIFY(!block.bRead(swap, QDateTime::fromMSecsSinceEpoch(SwapFixture::kTime * 1000 - 1)));
-}
-
-void TestSwapBlock::aTouchedSwapFileIsAMiss()
-{
-    QImage image = picture();
-    SwapBlock block = made();
-    stSwap swap = imageSwap(&image);
-    QVERIFY(block.bWrite(swap, sourceTime()));
-    const qint64 written = QFileInfo(m_swapPath).lastModified().toMSecsSinceEpoch();
-    setFileTime(m_swapPath, written + 1000);
-    QVERIFY(!block.bRead(swap, sourceTime()));
-    QVERIFY(QFile::exists(m_swapPath));
-    setFileTime(m_swapPath, written);
-    QVERIFY(block.bRead(swap, sourceTime()));
-}
-
-void TestSwapBlock::aVanishedSwapFileIsAMiss()
-{
-    QImage image = picture();
-    SwapBlock block = made();
-    stSwap swap = imageSwap(&image);
-    QVERIFY(block.bWrite(swap, sourceTime()));
-    QVERIFY(QFile::remove(m_swapPath));
-    QVERIFY(!block.bRead(swap, sourceTime()));
-}
-
-void TestSwapBlock::aDamagedSwapFileIsAMiss()
-{
-    QImage image = picture();
-    SwapBlock block = made();
-    stSwap swap = imageSwap(&image);
-    QVERIFY(block.bWrite(swap, sourceTime()));
-    const qint64 written = QFileInfo(m_swapPath).lastModified().toMSecsSinceEpoch();
-    for (const char *bytes : {"", "no picture", "\xff\xd8\xff"}) {
-        QVERIFY(QFile::remove(m_swapPath));
-        writeFile(m_swapPath, bytes);
-        setFileTime(m_swapPath, written);
-        const MessageLog log;
-        QVERIFY(!block.bRead(swap, sourceTime()));
-    }
-    QVERIFY(picture().save(m_swapPath, "PNG"));
-    setFileTime(m_swapPath, written);
-    QVERIFY(!block.bRead(swap, sourceTime()));
-}
-
-void TestSwapBlock::onlyWhatMayBeAThumbnailIsRead_data()
-{
-    QTest::addColumn<QSize>("size");
-    QTest::addColumn<bool>("read");
-    QTest::newRow("a thumbnail") << QSize(171, 119) << true;
-    QTest::newRow("a million pixels") << QSize(1024, 1024) << true;
-    QTest::newRow("a column more") << QSize(1025, 1024) << false;
-    QTest::newRow("a panorama") << QSize(20000, 52) << true;
-    QTest::newRow("a larger panorama") << QSize(20000, 53) << false;
-}
-
-void TestSwapBlock::onlyWhatMayBeAThumbnailIsRead()
-{
-    QFETCH(QSize, size);
-    QImage image(size, QImage::Format_Grayscale8);
-    image.fill(Qt::gray);
-    SwapBlock block = made();
-    stSwap swap = imageSwap(&image);
-    QVERIFY(block.bWrite(swap, sourceTime()));
-    QImage loaded;
-    swap = imageSwap(&loaded);
-    QTEST(block.bRead(swap, sourceTime()), "read");
-    QTEST(!loaded.isNull(), "read");
-}
-
-void TestSwapBlock::aGiantThatWasPlantedIsNotDecoded()
-{
-    QImage image = picture();
-    SwapBlock block = made();
-    stSwap swap = imageSwap(&image);
-    QVERIFY(block.bWrite(swap, sourceTime()));
-    const qint64 written = QFileInfo(m_swapPath).lastModified().toMSecsSinceEpoch();
-    QByteArray bytes = readFile(m_swapPath);
-    const qsizetype frame = bytes.indexOf("\xff\xc0");
-    QVERIFY(frame > 0);
-    // Less than the image reader's own limit.
-    constexpr quint16 kSide = 7000;
-    qToBigEndian(kSide, bytes.data() + frame + 5);
-    qToBigEndian(kSide, bytes.data() + frame + 7);
-    writeFile(m_swapPath, bytes);
-    setFileTime(m_swapPath, written);
-    QCOMPARE(QImageReader(m_swapPath, "JPEG").size(), QSize(kSide, kSide));
-    const PeakMemory memory;
-    QVERIFY(!block.bRead(swap, sourceTime()));
-    QVERIFY(memory.growthKB() < 8192);
-}
-
 /// A file name's end such as "@2x" has a meaning to the toolkit's image reader.
 void TestSwapBlock::aNameThatPromisesDensePixelsChangesNothing()
 {
-    QImage image = picture();
     const QString name = QStringLiteral("a@2x.jpg");
     const lumi::SwapPlace place(m_fixture->swapFolder(), QStringLiteral(".swp"));
     SwapBlock block(name, place.imagePath(0, 's', 100, name), 100, 's');
-    stSwap swap = imageSwap(&image);
-    QVERIFY(block.bWrite(swap, sourceTime()));
+    QVERIFY(write(block));
     QImage loaded;
-    swap = imageSwap(&loaded);
-    QVERIFY(block.bRead(swap, sourceTime()));
+    QVERIFY(read(block, &loaded));
     QCOMPARE(loaded.devicePixelRatio(), 1.0);
 }
 
 void TestSwapBlock::aPipeIsNotWrittenTo()
 {
     QCOMPARE(::mkfifo(QFile::encodeName(m_swapPath).constData(), 0600), 0);
-    QImage image = picture();
     SwapBlock block = made();
-    stSwap swap = imageSwap(&image);
-    QVERIFY(!block.bWrite(swap, sourceTime()));
+    QVERIFY(!write(block));
     QVERIFY(!block.isValid());
 }
 
 void TestSwapBlock::aNullImageIsNotStored()
 {
-    QImage image;
     SwapBlock block = made();
-    stSwap swap = imageSwap(&image);
-    QVERIFY(!block.bWrite(swap, sourceTime()));
+    QVERIFY(!write(block, QImage()));
     QVERIFY(!block.isValid());
     QVERIFY(!QFile::exists(m_swapPath));
 }
 
 void TestSwapBlock::aNameThatIsTooLongIsNotStored()
 {
-    QImage image = picture();
     const QString name = QString(246, QLatin1Char('n')) + QStringLiteral(".jpg");
     m_fixture->addPhoto(QStringLiteral("photos/") + name);
     const lumi::SwapPlace place(m_fixture->swapFolder(), QStringLiteral(".swp"));
     SwapBlock block(name, place.imagePath(0, 's', 100, name), 100, 's');
-    stSwap swap = imageSwap(&image);
     const MessageLog log;
-    QVERIFY(!block.bWrite(swap, sourceTime()));
+    QVERIFY(!write(block));
     QVERIFY(!block.isValid());
-    QVERIFY(!block.bRead(swap, sourceTime()));
+    QVERIFY(!read(block));
     QCOMPARE(log.warnings, QStringList());
 }
 
@@ -416,119 +228,19 @@ void TestSwapBlock::aFullDiskLeavesNothingBehind()
 
 void TestSwapBlock::destructionLeavesTheSwapFile()
 {
-    QImage image = picture();
     {
         SwapBlock block = made();
-        stSwap swap = imageSwap(&image);
-        QVERIFY(block.bWrite(swap, sourceTime()));
+        QVERIFY(write(block));
     }
     QVERIFY(QFile::exists(m_swapPath));
 }
 
-void TestSwapBlock::aRecordFromTheIndexIsValidWhileBothFilesExist_data()
-{
-    QTest::addColumn<bool>("source");
-    QTest::addColumn<QString>("swapName");
-    QTest::addColumn<bool>("swapFile");
-    QTest::addColumn<bool>("valid");
-    QTest::addColumn<bool>("kept");
-    QTest::newRow("both there: valid") << true << "a.swp" << true << true << true;
-    QTest::newRow("swap file gone: invalid") << true << "a.swp" << false << false << false;
-    QTest::newRow("source gone: its swap file goes") << false << "a.swp" << true << false << false;
-    QTest::newRow("both gone") << false << "a.swp" << false << false << false;
-    QTest::newRow("no swap file of ours: neither believed nor removed")
-        << true << "../photos/b.jpg" << true << false << true;
-    QTest::newRow("ours by its end only: neither believed nor removed")
-        << true << "../b.swp" << true << false << true;
-    QTest::newRow("ours by its folder only: neither believed nor removed")
-        << true << "b.jpg" << true << false << true;
-    QTest::newRow("source gone, no swap file of ours: stays")
-        << false << "../photos/b.jpg" << true << false << true;
-    QTest::newRow("source gone, ours by its end only: stays")
-        << false << "../b.swp" << true << false << true;
-    QTest::newRow("source gone, ours by its folder only: stays")
-        << false << "b.jpg" << true << false << true;
-}
-
-void TestSwapBlock::aRecordFromTheIndexIsValidWhileBothFilesExist()
-{
-    QFETCH(bool, source);
-    QFETCH(QString, swapName);
-    QFETCH(bool, swapFile);
-    const QString file = m_fixture->swapFile(swapName);
-    if (swapFile) {
-        writeFile(file, "x");
-    }
-    const QByteArray bytes = IndexBytes()
-                                 .text(source ? "a.jpg" : "gone.jpg")
-                                 .number(1)
-                                 .number(-5)
-                                 .number(6)
-                                 .number(7)
-                                 .number(-128 + 's')
-                                 .text(file.toLatin1())
-                                 .number(8)
-                                 .bytes;
-    lumi::IndexReader index(bytes);
-    const lumi::SwapPlace place(m_fixture->swapFolder(), QStringLiteral(".swp"));
-    const SwapBlock block(index, m_fixture->path(QStringLiteral("photos")), place);
-    QVERIFY(!index.failed());
-    QTEST(block.isValid(), "valid");
-    QTEST(QFile::exists(file), "kept");
-    QCOMPARE(block.width(), -5);
-    QCOMPARE(block.height(), 6);
-    QCOMPARE(block.swapPath(), file);
-    QCOMPARE(block.kind(), static_cast<signed char>('s'));
-    QCOMPARE(block.record().sourceTime, 1);
-    QCOMPARE(block.record().param, 7);
-    QCOMPARE(block.record().swapTime, 8);
-}
-
-/// An index may name anything; a pipe would be waited for.
-void TestSwapBlock::aPipeIsNoSwapFile()
-{
-    QCOMPARE(::mkfifo(QFile::encodeName(m_swapPath).constData(), 0600), 0);
-    const QByteArray bytes = IndexBytes()
-                                 .text("a.jpg")
-                                 .number(1)
-                                 .number(100)
-                                 .number(75)
-                                 .number(100)
-                                 .number('s')
-                                 .text(m_swapPath.toLatin1())
-                                 .number(8)
-                                 .bytes;
-    lumi::IndexReader index(bytes);
-    const lumi::SwapPlace place(m_fixture->swapFolder(), QStringLiteral(".swp"));
-    const SwapBlock block(index, m_fixture->path(QStringLiteral("photos")), place);
-    QVERIFY(!index.failed());
-    QVERIFY(!block.isValid());
-}
-
-void TestSwapBlock::aCutRecordIsInvalidAndRemovesNothing()
-{
-    writeFile(m_swapPath, "x");
-    IndexBytes whole;
-    whole.text("gone.jpg").number(1).number(2).number(3).number(4).number('s');
-    whole.text(m_swapPath.toLatin1()).number(5);
-    const lumi::SwapPlace place(m_fixture->swapFolder(), QStringLiteral(".swp"));
-    for (qsizetype length = 0; length < whole.bytes.size(); ++length) {
-        lumi::IndexReader index(whole.bytes.left(length));
-        const SwapBlock block(index, m_fixture->path(QStringLiteral("photos")), place);
-        QVERIFY(index.failed());
-        QVERIFY(!block.isValid());
-        QVERIFY(QFile::exists(m_swapPath));
-    }
-}
-
 void TestSwapBlock::traceOfAWriteAndARead()
 {
-    QImage image = picture();
     SwapBlock block = made();
-    stSwap swap = imageSwap(&image);
     const MessageLog log;
-    QVERIFY(block.bWrite(swap, sourceTime()));
-    QVERIFY(block.bRead(swap, sourceTime()));
+    QVERIFY(write(block));
+    QVERIFY(read(block));
     const QString files = QStringLiteral("a.jpg -> ") + m_swapPath;
     const QString end = QStringLiteral("[") + m_swapPath + QStringLiteral("]");
     QCOMPARE(log.trace,

@@ -1,0 +1,123 @@
+// SPDX-License-Identifier: MIT
+// Blocks that are read from an index, which may name anything.
+#include "swap/IndexReader.h"
+#include "swap/SwapBlock.h"
+#include "swap/SwapPlace.h"
+#include "tests/support/TestMain.h"
+#include "tests/swap/SwapBlockTest.h"
+
+#include <QTest>
+
+#include <sys/stat.h>
+
+using namespace lumi::test;
+
+class TestSwapBlockRecord : public SwapBlockTest
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aRecordFromTheIndexIsValidWhileBothFilesExist_data();
+    void aRecordFromTheIndexIsValidWhileBothFilesExist();
+    void aPipeIsNoSwapFile();
+    void aCutRecordIsInvalidAndRemovesNothing();
+};
+
+void TestSwapBlockRecord::aRecordFromTheIndexIsValidWhileBothFilesExist_data()
+{
+    QTest::addColumn<bool>("source");
+    QTest::addColumn<QString>("swapName");
+    QTest::addColumn<bool>("swapFile");
+    QTest::addColumn<bool>("valid");
+    QTest::addColumn<bool>("kept");
+    QTest::newRow("both there: valid") << true << "a.swp" << true << true << true;
+    QTest::newRow("swap file gone: invalid") << true << "a.swp" << false << false << false;
+    QTest::newRow("source gone: its swap file goes") << false << "a.swp" << true << false << false;
+    QTest::newRow("both gone") << false << "a.swp" << false << false << false;
+    QTest::newRow("no swap file of ours: neither believed nor removed")
+        << true << "../photos/b.jpg" << true << false << true;
+    QTest::newRow("ours by its end only: neither believed nor removed")
+        << true << "../b.swp" << true << false << true;
+    QTest::newRow("ours by its folder only: neither believed nor removed")
+        << true << "b.jpg" << true << false << true;
+    QTest::newRow("source gone, no swap file of ours: stays")
+        << false << "../photos/b.jpg" << true << false << true;
+    QTest::newRow("source gone, ours by its end only: stays")
+        << false << "../b.swp" << true << false << true;
+    QTest::newRow("source gone, ours by its folder only: stays")
+        << false << "b.jpg" << true << false << true;
+}
+
+void TestSwapBlockRecord::aRecordFromTheIndexIsValidWhileBothFilesExist()
+{
+    QFETCH(bool, source);
+    QFETCH(QString, swapName);
+    QFETCH(bool, swapFile);
+    const QString file = m_fixture->swapFile(swapName);
+    if (swapFile) {
+        writeFile(file, "x");
+    }
+    const QByteArray bytes = IndexBytes()
+                                 .text(source ? "a.jpg" : "gone.jpg")
+                                 .number(1)
+                                 .number(-5)
+                                 .number(6)
+                                 .number(7)
+                                 .number(-128 + 's')
+                                 .text(file.toLatin1())
+                                 .number(8)
+                                 .bytes;
+    lumi::IndexReader index(bytes);
+    const lumi::SwapPlace place(m_fixture->swapFolder(), QStringLiteral(".swp"));
+    const SwapBlock block(index, m_fixture->path(QStringLiteral("photos")), place);
+    QVERIFY(!index.failed());
+    QTEST(block.isValid(), "valid");
+    QTEST(QFile::exists(file), "kept");
+    QCOMPARE(block.width(), -5);
+    QCOMPARE(block.height(), 6);
+    QCOMPARE(block.swapPath(), file);
+    QCOMPARE(block.kind(), static_cast<signed char>('s'));
+    QCOMPARE(block.record().sourceTime, 1);
+    QCOMPARE(block.record().param, 7);
+    QCOMPARE(block.record().swapTime, 8);
+}
+
+/// It would be waited for.
+void TestSwapBlockRecord::aPipeIsNoSwapFile()
+{
+    QCOMPARE(::mkfifo(QFile::encodeName(m_swapPath).constData(), 0600), 0);
+    const QByteArray bytes = IndexBytes()
+                                 .text("a.jpg")
+                                 .number(1)
+                                 .number(100)
+                                 .number(75)
+                                 .number(100)
+                                 .number('s')
+                                 .text(m_swapPath.toLatin1())
+                                 .number(8)
+                                 .bytes;
+    lumi::IndexReader index(bytes);
+    const lumi::SwapPlace place(m_fixture->swapFolder(), QStringLiteral(".swp"));
+    const SwapBlock block(index, m_fixture->path(QStringLiteral("photos")), place);
+    QVERIFY(!index.failed());
+    QVERIFY(!block.isValid());
+}
+
+void TestSwapBlockRecord::aCutRecordIsInvalidAndRemovesNothing()
+{
+    writeFile(m_swapPath, "x");
+    IndexBytes whole;
+    whole.text("gone.jpg").number(1).number(2).number(3).number(4).number('s');
+    whole.text(m_swapPath.toLatin1()).number(5);
+    const lumi::SwapPlace place(m_fixture->swapFolder(), QStringLiteral(".swp"));
+    for (qsizetype length = 0; length < whole.bytes.size(); ++length) {
+        lumi::IndexReader index(whole.bytes.left(length));
+        const SwapBlock block(index, m_fixture->path(QStringLiteral("photos")), place);
+        QVERIFY(index.failed());
+        QVERIFY(!block.isValid());
+        QVERIFY(QFile::exists(m_swapPath));
+    }
+}
+
+LUMI_TEST(TestSwapBlockRecord)
+#include "TestSwapBlockRecord.moc"
