@@ -1,13 +1,9 @@
 // SPDX-License-Identifier: MIT
-// Every step of a paste failing once. Whatever happens: no photo is overwritten, nothing is
+// Every call of a paste failing once. Whatever happens: no photo is overwritten, nothing is
 // left of a copy that isn't whole, and a source goes only when its copy is.
-#include "items/FPVItemList.h"
-#include "tests/files/engine/PasteTest.h"
+#include "tests/files/engine/PhotoPasteTest.h"
 #include "tests/support/FileFaults.h"
-#include "tests/support/FullDisk.h"
-#include "tests/support/OrdinaryUser.h"
 #include "tests/support/TestMain.h"
-#include "tests/swap/MemoryFaults.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -15,28 +11,16 @@
 #include <QTest>
 
 #include <cerrno>
-#include <memory>
 
 using lumi::PasteResult;
 using lumi::test::FileFaults;
-using lumi::test::FileFixture;
 using lumi::test::kKilled;
-using lumi::test::OrdinaryUser;
 
-namespace {
-
-constexpr int kBlock = 8192;
-constexpr int kBlocks = 4;
-
-} // namespace
-
-class TestPasteFaults : public QObject
+class TestPasteFaults : public PhotoPasteTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
     void resultsHaveTheirNumbers();
     void oneFaultFailsThePaste_data();
     void oneFaultFailsThePaste();
@@ -53,67 +37,11 @@ private Q_SLOTS:
     void aPartThatCantBeRemovedIsNoCopy();
     void theProcessEndsBeforeAnyCall();
     void theProcessEndsWithinAnyWrite();
-    void aReadOnlySourceIsMovedWhole_data();
-    void aReadOnlySourceIsMovedWhole();
-    void aMissingSource();
-    void aSourceThatBecameAPipe();
-    void anUnreadableSource();
-    void aFolderThatCantBeWritten();
-    void aFolderThatIsGoneHasNoRoom();
     void aTargetThatComesInBetweenIsKept();
-    void withoutABufferNothingIsPasted();
-    void aFullDiskLeavesNothingHalf();
     void whatWentWellBeforeStays();
     void aFolderStopsAtItsFirstFailure();
-    void aFolderThatCantBeMade();
     void failedOpensAreTraced();
-
-private:
-    /// A cut or copy of a.jpg into "to".
-    [[nodiscard]] PasteResult paste(bool cut);
-    void isUntouched() const;
-
-    std::unique_ptr<FileFixture> m_files;
-    QByteArray m_photo;
-    FPVClipboard m_clipboard;
-    std::unique_ptr<FPVItemList> m_items;
 };
-
-void TestPasteFaults::init()
-{
-    m_files = std::make_unique<FileFixture>();
-    m_photo = FileFixture::noise(kBlocks * kBlock - 100);
-    m_files->make(QStringLiteral("a.jpg"), m_photo);
-    QVERIFY(QFile::setPermissions(m_files->makeFolder(QStringLiteral("to")),
-                                  QFile::Permissions(0x7777)));
-    m_items = std::make_unique<FPVItemList>(m_files->path(QStringLiteral("to")), m_files->path());
-    lumi::test::FakeMachine::install();
-}
-
-void TestPasteFaults::cleanup()
-{
-    Machine::install(nullptr);
-    m_files.reset();
-}
-
-PasteResult TestPasteFaults::paste(bool cut)
-{
-    m_clipboard.take({m_files->path(QStringLiteral("a.jpg"))}, cut);
-    const PasteResult result
-        = m_clipboard.paste(m_files->path(QStringLiteral("to")), m_items.get());
-    // A cut is off the clipboard however it ended.
-    if (m_clipboard.paths().isEmpty() != cut) {
-        qFatal("the clipboard is wrong");
-    }
-    return result;
-}
-
-void TestPasteFaults::isUntouched() const
-{
-    QCOMPARE(m_files->entries(), list("a.jpg to/"));
-    QCOMPARE(m_files->content(QStringLiteral("a.jpg")), m_photo);
-    QCOMPARE(m_items->count(), 0);
-}
 
 void TestPasteFaults::resultsHaveTheirNumbers()
 {
@@ -353,87 +281,6 @@ void TestPasteFaults::theProcessEndsWithinAnyWrite()
     QCOMPARE(paste(true), PasteResult::Done);
 }
 
-void TestPasteFaults::aReadOnlySourceIsMovedWhole_data()
-{
-    QTest::addColumn<bool>("isOrdinary");
-    QTest::newRow("by root") << false;
-    QTest::newRow("by an ordinary user") << true;
-}
-
-/// Its folder decides whether it may go, as everywhere on this system.
-void TestPasteFaults::aReadOnlySourceIsMovedWhole()
-{
-    QFETCH(bool, isOrdinary);
-    QVERIFY(QFile::setPermissions(m_files->path(QStringLiteral("a.jpg")),
-                                  QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther));
-    {
-        const std::unique_ptr<OrdinaryUser> user(isOrdinary ? new OrdinaryUser : nullptr);
-        QCOMPARE(paste(true), PasteResult::Done);
-    }
-    QCOMPARE(m_files->entries(), list("to/ to/a.jpg"));
-    QCOMPARE(m_files->content(QStringLiteral("to/a.jpg")), m_photo);
-    QCOMPARE(m_items->count(), 1);
-}
-
-void TestPasteFaults::aMissingSource()
-{
-    QVERIFY(QFile::remove(m_files->path(QStringLiteral("a.jpg"))));
-    QCOMPARE(paste(false), PasteResult::Missing);
-    // A link to nothing is as good as nothing.
-    m_files->makeLink(QStringLiteral("a.jpg"), QStringLiteral("gone"));
-    QCOMPARE(paste(true), PasteResult::Missing);
-    QVERIFY(QFileInfo(m_files->path(QStringLiteral("a.jpg"))).isSymLink());
-    QVERIFY(m_files->entries(QStringLiteral("to")).isEmpty());
-}
-
-void TestPasteFaults::aSourceThatBecameAPipe()
-{
-    QVERIFY(QFile::remove(m_files->path(QStringLiteral("a.jpg"))));
-    m_files->makePipe(QStringLiteral("a.jpg"));
-    QCOMPARE(paste(true), PasteResult::SourceNotOpened);
-    QCOMPARE(m_files->entries(), list("a.jpg to/"));
-}
-
-void TestPasteFaults::anUnreadableSource()
-{
-    QVERIFY(QFile::setPermissions(m_files->path(QStringLiteral("a.jpg")), {}));
-    for (const bool cut : {true, false}) {
-        const OrdinaryUser user;
-        QCOMPARE(paste(cut), PasteResult::SourceNotOpened);
-    }
-    QVERIFY(QFile::setPermissions(m_files->path(QStringLiteral("a.jpg")), QFile::ReadOwner));
-    isUntouched();
-}
-
-void TestPasteFaults::aFolderThatCantBeWritten()
-{
-    QVERIFY(QFile::setPermissions(m_files->path(QStringLiteral("to")),
-                                  QFile::ReadOwner | QFile::ReadOther | QFile::ExeOther));
-    {
-        const OrdinaryUser user;
-        QCOMPARE(paste(true), PasteResult::TargetNotMade);
-    }
-    isUntouched();
-    QVERIFY(m_files->entries(QStringLiteral("to")).isEmpty());
-}
-
-/// There is no file system to ask.
-void TestPasteFaults::aFolderThatIsGoneHasNoRoom()
-{
-    lumi::test::FakeMachine *machine = lumi::test::FakeMachine::install();
-    const auto plenty = machine->diskAt;
-    machine->diskAt = [plenty](const QByteArray &path) {
-        return QFileInfo::exists(QFile::decodeName(path)) ? plenty(path) : DiskFigures{};
-    };
-    for (const bool cut : {true, false}) {
-        m_clipboard.take({m_files->path(QStringLiteral("a.jpg"))}, cut);
-        QCOMPARE(m_clipboard.paste(m_files->path(QStringLiteral("none")), nullptr),
-                 PasteResult::NoRoom);
-        isUntouched();
-    }
-    QCOMPARE(paste(false), PasteResult::Done);
-}
-
 void TestPasteFaults::aTargetThatComesInBetweenIsKept()
 {
     FileFaults faults(m_files->path());
@@ -443,32 +290,6 @@ void TestPasteFaults::aTargetThatComesInBetweenIsKept()
     QCOMPARE(paste(true), PasteResult::TargetNotMade);
     QCOMPARE(m_files->content(QStringLiteral("to/a.jpg")), QByteArray("mine"));
     QCOMPARE(m_files->content(QStringLiteral("a.jpg")), m_photo);
-}
-
-void TestPasteFaults::withoutABufferNothingIsPasted()
-{
-    for (const bool cut : {true, false}) {
-        const lumi::test::NoArrays noMemory;
-        QCOMPARE(paste(cut), PasteResult::NoBuffer);
-        isUntouched();
-    }
-    QCOMPARE(paste(false), PasteResult::Done);
-}
-
-void TestPasteFaults::aFullDiskLeavesNothingHalf()
-{
-    const QByteArray big = FileFixture::noise(400000);
-    m_files->make(QStringLiteral("a.jpg"), big);
-    const lumi::test::SmallDisk disk(m_files->path(QStringLiteral("to")), 128);
-    const std::unique_ptr<lumi::test::FileSizeLimit> limit(
-        disk.isMounted() ? nullptr : new lumi::test::FileSizeLimit(128 * 1024));
-    QCOMPARE(m_items->load(m_files->path(QStringLiteral("to")), QString()),
-             lumi::ListResult::Listed);
-    for (const bool cut : {true, false}) {
-        QCOMPARE(paste(cut), PasteResult::NotWritten);
-        QVERIFY(m_files->entries(QStringLiteral("to")).isEmpty());
-        QCOMPARE(m_files->content(QStringLiteral("a.jpg")), big);
-    }
 }
 
 void TestPasteFaults::whatWentWellBeforeStays()
@@ -503,18 +324,6 @@ void TestPasteFaults::aFolderStopsAtItsFirstFailure()
     QCOMPARE(m_files->entries(QStringLiteral("to")), list("trip/ trip/a.jpg"));
     // The folder is there, and shown.
     QCOMPARE(m_items->count(), 1);
-}
-
-void TestPasteFaults::aFolderThatCantBeMade()
-{
-    m_files->make(QStringLiteral("trip/a.jpg"), m_photo);
-    m_clipboard.take({m_files->path(QStringLiteral("trip"))}, false);
-    // A dangling link has its name, which is no free one then.
-    m_files->makeLink(QStringLiteral("to/trip"), QStringLiteral("gone"));
-    QCOMPARE(m_clipboard.paste(m_files->path(QStringLiteral("to")), m_items.get()),
-             PasteResult::TargetNotMade);
-    QCOMPARE(m_items->count(), 0);
-    QCOMPARE(m_files->entries(QStringLiteral("to")), list("trip"));
 }
 
 void TestPasteFaults::failedOpensAreTraced()

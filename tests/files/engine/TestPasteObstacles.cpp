@@ -1,0 +1,157 @@
+// SPDX-License-Identifier: MIT
+// Pastes from and to places that don't let them: what is missing, what may not be read or
+// written, and where there is no room.
+#include "tests/files/engine/PhotoPasteTest.h"
+#include "tests/support/FullDisk.h"
+#include "tests/support/OrdinaryUser.h"
+#include "tests/support/TestMain.h"
+#include "tests/swap/MemoryFaults.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QTest>
+
+#include <memory>
+
+using lumi::PasteResult;
+using lumi::test::FileFixture;
+using lumi::test::OrdinaryUser;
+
+class TestPasteObstacles : public PhotoPasteTest
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aReadOnlySourceIsMovedWhole_data();
+    void aReadOnlySourceIsMovedWhole();
+    void aMissingSource();
+    void aSourceThatBecameAPipe();
+    void anUnreadableSource();
+    void aFolderThatCantBeWritten();
+    void aFolderThatIsGoneHasNoRoom();
+    void aFolderThatCantBeMade();
+    void withoutABufferNothingIsPasted();
+    void aFullDiskLeavesNothingHalf();
+};
+
+void TestPasteObstacles::aReadOnlySourceIsMovedWhole_data()
+{
+    QTest::addColumn<bool>("isOrdinary");
+    QTest::newRow("by root") << false;
+    QTest::newRow("by an ordinary user") << true;
+}
+
+/// Its folder decides whether it may go, as everywhere on this system.
+void TestPasteObstacles::aReadOnlySourceIsMovedWhole()
+{
+    QFETCH(bool, isOrdinary);
+    QVERIFY(QFile::setPermissions(m_files->path(QStringLiteral("a.jpg")),
+                                  QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther));
+    {
+        const std::unique_ptr<OrdinaryUser> user(isOrdinary ? new OrdinaryUser : nullptr);
+        QCOMPARE(paste(true), PasteResult::Done);
+    }
+    QCOMPARE(m_files->entries(), list("to/ to/a.jpg"));
+    QCOMPARE(m_files->content(QStringLiteral("to/a.jpg")), m_photo);
+    QCOMPARE(m_items->count(), 1);
+}
+
+void TestPasteObstacles::aMissingSource()
+{
+    QVERIFY(QFile::remove(m_files->path(QStringLiteral("a.jpg"))));
+    QCOMPARE(paste(false), PasteResult::Missing);
+    // A link to nothing is as good as nothing.
+    m_files->makeLink(QStringLiteral("a.jpg"), QStringLiteral("gone"));
+    QCOMPARE(paste(true), PasteResult::Missing);
+    QVERIFY(QFileInfo(m_files->path(QStringLiteral("a.jpg"))).isSymLink());
+    QVERIFY(m_files->entries(QStringLiteral("to")).isEmpty());
+}
+
+void TestPasteObstacles::aSourceThatBecameAPipe()
+{
+    QVERIFY(QFile::remove(m_files->path(QStringLiteral("a.jpg"))));
+    m_files->makePipe(QStringLiteral("a.jpg"));
+    QCOMPARE(paste(true), PasteResult::SourceNotOpened);
+    QCOMPARE(m_files->entries(), list("a.jpg to/"));
+}
+
+void TestPasteObstacles::anUnreadableSource()
+{
+    QVERIFY(QFile::setPermissions(m_files->path(QStringLiteral("a.jpg")), {}));
+    for (const bool cut : {true, false}) {
+        const OrdinaryUser user;
+        QCOMPARE(paste(cut), PasteResult::SourceNotOpened);
+    }
+    QVERIFY(QFile::setPermissions(m_files->path(QStringLiteral("a.jpg")), QFile::ReadOwner));
+    isUntouched();
+}
+
+void TestPasteObstacles::aFolderThatCantBeWritten()
+{
+    QVERIFY(QFile::setPermissions(m_files->path(QStringLiteral("to")),
+                                  QFile::ReadOwner | QFile::ReadOther | QFile::ExeOther));
+    {
+        const OrdinaryUser user;
+        QCOMPARE(paste(true), PasteResult::TargetNotMade);
+    }
+    isUntouched();
+    QVERIFY(m_files->entries(QStringLiteral("to")).isEmpty());
+}
+
+/// There is no file system to ask.
+void TestPasteObstacles::aFolderThatIsGoneHasNoRoom()
+{
+    lumi::test::FakeMachine *machine = lumi::test::FakeMachine::install();
+    const auto plenty = machine->diskAt;
+    machine->diskAt = [plenty](const QByteArray &path) {
+        return QFileInfo::exists(QFile::decodeName(path)) ? plenty(path) : DiskFigures{};
+    };
+    for (const bool cut : {true, false}) {
+        m_clipboard.take({m_files->path(QStringLiteral("a.jpg"))}, cut);
+        QCOMPARE(m_clipboard.paste(m_files->path(QStringLiteral("none")), nullptr),
+                 PasteResult::NoRoom);
+        isUntouched();
+    }
+    QCOMPARE(paste(false), PasteResult::Done);
+}
+
+void TestPasteObstacles::aFolderThatCantBeMade()
+{
+    m_files->make(QStringLiteral("trip/a.jpg"), m_photo);
+    m_clipboard.take({m_files->path(QStringLiteral("trip"))}, false);
+    // A dangling link has its name, which is no free one then.
+    m_files->makeLink(QStringLiteral("to/trip"), QStringLiteral("gone"));
+    QCOMPARE(m_clipboard.paste(m_files->path(QStringLiteral("to")), m_items.get()),
+             PasteResult::TargetNotMade);
+    QCOMPARE(m_items->count(), 0);
+    QCOMPARE(m_files->entries(QStringLiteral("to")), list("trip"));
+}
+
+void TestPasteObstacles::withoutABufferNothingIsPasted()
+{
+    for (const bool cut : {true, false}) {
+        const lumi::test::NoArrays noMemory;
+        QCOMPARE(paste(cut), PasteResult::NoBuffer);
+        isUntouched();
+    }
+    QCOMPARE(paste(false), PasteResult::Done);
+}
+
+void TestPasteObstacles::aFullDiskLeavesNothingHalf()
+{
+    const QByteArray big = FileFixture::noise(400000);
+    m_files->make(QStringLiteral("a.jpg"), big);
+    const lumi::test::SmallDisk disk(m_files->path(QStringLiteral("to")), 128);
+    const std::unique_ptr<lumi::test::FileSizeLimit> limit(
+        disk.isMounted() ? nullptr : new lumi::test::FileSizeLimit(128 * 1024));
+    QCOMPARE(m_items->load(m_files->path(QStringLiteral("to")), QString()),
+             lumi::ListResult::Listed);
+    for (const bool cut : {true, false}) {
+        QCOMPARE(paste(cut), PasteResult::NotWritten);
+        QVERIFY(m_files->entries(QStringLiteral("to")).isEmpty());
+        QCOMPARE(m_files->content(QStringLiteral("a.jpg")), big);
+    }
+}
+
+LUMI_TEST(TestPasteObstacles)
+#include "TestPasteObstacles.moc"
