@@ -4,6 +4,7 @@
 #include "items/FPVItemList.h"
 #include "platform/QCopChannel.h"
 #include "platform/QPEMenuBar.h"
+#include "widgets/MyLeftWidget.h"
 
 #include <QDir>
 #include <QTest>
@@ -181,6 +182,11 @@ void lumi::test::FormFixture::tellCardChange()
 {
     QCopChannel::send("QPE/Card", "mtabChanged()");
     QCoreApplication::processEvents();
+}
+
+MyImageButton *lumi::test::FormFixture::columnButton(int index) const
+{
+    return form->findChild<MyLeftWidget *>()->button(index);
 }
 
 QList<QPopupMenu *> lumi::test::FormFixture::menus() const

@@ -17,6 +17,8 @@
 
 #include <memory>
 
+class MyImageButton;
+
 namespace lumi::test {
 
 /// Names without blanks, with a blank between them.
@@ -60,6 +62,7 @@ public:
     [[nodiscard]] QStringList media() const; ///< in the combo
     /// Tells the form that a card came or went, and lets it hear.
     void tellCardChange();
+    [[nodiscard]] MyImageButton *columnButton(int index) const;
     [[nodiscard]] QList<QPopupMenu *> menus() const; ///< of the menu bar
     /// An entry of any menu, by its number.
     [[nodiscard]] QAction *entry(int id) const;

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Layout, navigation and display modes of the browser form.
-#include "app/common/FormEvent.h"
+// Layout and navigation of the browser form, its status field, and the keys it passes on.
 #include "items/FPVItemFolder.h"
 #include "items/FPVItemList.h"
 #include "platform/deviceKey.h"
@@ -10,53 +9,10 @@
 #include "widgets/MyImageButton.h"
 #include "widgets/MyLeftWidget.h"
 
-#include <QBoxLayout>
 #include <QDir>
-#include <QFile>
 #include <QTest>
 
-using lumi::test::BrowserWorld;
 using lumi::test::FormFixture;
-
-namespace {
-
-/// Notes which forms the window is asked for.
-class RequestLog : public QObject
-{
-public:
-    explicit RequestLog(QObject *window) { window->installEventFilter(this); }
-
-    QList<int> forms;
-    bool nullText = true;
-
-protected:
-    bool eventFilter(QObject * /*watched*/, QEvent *event) override
-    {
-        if (const auto *request = dynamic_cast<const ChangeFormEvent *>(event)) {
-            forms.append(request->formId());
-            nullText = nullText && request->text().isNull();
-        }
-        return false;
-    }
-};
-
-/// Counts the widgets that are put into another one.
-class ChildCounter : public QObject
-{
-public:
-    explicit ChildCounter(QObject *parent) { parent->installEventFilter(this); }
-
-    int added = 0;
-
-protected:
-    bool eventFilter(QObject * /*watched*/, QEvent *event) override
-    {
-        added += event->type() == QEvent::ChildAdded ? 1 : 0;
-        return false;
-    }
-};
-
-} // namespace
 
 class TestFormFile : public QObject
 {
@@ -71,8 +27,6 @@ private Q_SLOTS:
     void isFormTwoWithTheProgramsCaption();
     void startsInThePhotoStoreInLargeMode();
     void isLaidOutForAFinger();
-    void nothingIsCutOffInAnyMode_data();
-    void nothingIsCutOffInAnyMode();
     void aFolderOpensAndTheButtonLeadsUp();
     void theUpButtonStopsAtTheRoot();
     void enteringAFolderPutsTheCursorOnItsFirstItem();
@@ -80,14 +34,6 @@ private Q_SLOTS:
     void theStatusFieldShowsTheItem_data();
     void theStatusFieldShowsTheItem();
     void aLongNameIsCutInTheStatusField();
-    void modesGiveTheViewTheirGrid_data();
-    void modesGiveTheViewTheirGrid();
-    void theSameModeAgainIsNothing();
-    void theModesButtonIsLit();
-    void modesTakeTheFocusUnlessTheComboHasIt();
-    void modesKeepTheCursorOnThePage();
-    void largeModeBuildsOnePageOnly();
-    void theColumnLeadsToModesAndTop();
     void theWayUpIsNoItem();
     void theMailKeyIsHeard_data();
     void theMailKeyIsHeard();
@@ -96,11 +42,6 @@ private Q_SLOTS:
     void goesInPeaceWhenTheToolBarGoesFirst();
 
 private:
-    MyImageButton *columnButton(int index) const
-    {
-        return m_form->form->findChild<MyLeftWidget *>()->button(index);
-    }
-
     std::unique_ptr<FormFixture> m_form;
 };
 
@@ -143,35 +84,6 @@ void TestFormFile::isLaidOutForAFinger()
     const auto *column = m_form->form->findChild<MyLeftWidget *>();
     QCOMPARE(column->x(), 0);
     QCOMPARE(m_form->combo->parentWidget()->x(), column->width());
-}
-
-void TestFormFile::nothingIsCutOffInAnyMode_data()
-{
-    QTest::addColumn<int>("mode");
-    QTest::addColumn<int>("top"); // of the view, below the row above
-    QTest::newRow("large") << 0 << 10;
-    QTest::newRow("small") << 1 << 10;
-    // The detail panel of 185 stands above, with 20 in between.
-    QTest::newRow("info") << 2 << 10 + 185 + 20;
-}
-
-void TestFormFile::nothingIsCutOffInAnyMode()
-{
-    QFETCH(int, mode);
-    m_form->world.makePhotos(40);
-    m_form->start();
-    m_form->form->btn_leftWidget_clicked(mode);
-    QVERIFY(QTest::qWaitFor([this] {
-        return !m_form->names().isEmpty();
-    }));
-    QTest::qWait(20);
-    QTEST(m_form->view->y(), "top");
-    const QRect screen = m_form->form->rect();
-    const QRect view(m_form->view->mapTo(m_form->form.get(), QPoint()), m_form->view->size());
-    QVERIFY(screen.adjusted(0, 0, -10, -10).contains(view));
-    for (const FPVThumbnailItem *cell : m_form->view->findChildren<FPVThumbnailItem *>()) {
-        QVERIFY(m_form->view->rect().contains(cell->geometry()));
-    }
 }
 
 void TestFormFile::aFolderOpensAndTheButtonLeadsUp()
@@ -269,131 +181,6 @@ void TestFormFile::aLongNameIsCutInTheStatusField()
     QCOMPARE(m_form->window.width(), 640);
 }
 
-void TestFormFile::modesGiveTheViewTheirGrid_data()
-{
-    QTest::addColumn<int>("id");
-    QTest::addColumn<int>("cells");
-    QTest::addColumn<bool>("names");
-    QTest::addColumn<bool>("checks");
-    QTest::addColumn<char>("kind");
-    QTest::newRow("large") << 0 << 6 << true << true << 'l';
-    QTest::newRow("small") << 1 << 35 << false << true << 's';
-    QTest::newRow("info") << 2 << 7 << false << false << 'd';
-}
-
-void TestFormFile::modesGiveTheViewTheirGrid()
-{
-    QFETCH(int, id);
-    QFETCH(int, cells);
-    m_form->world.makePhotos(40);
-    m_form->start();
-    m_form->form->btn_leftWidget_clicked(id);
-    QVERIFY(m_form->waitForCells(cells));
-    const FPVThumbnailItem *cell = m_form->cell(QStringLiteral("a00.jpg"));
-    const bool hasName = cell->findChildren<QLabel *>().size() == 2;
-    QTEST(hasName, "names");
-    const bool hasCheck = cell->findChild<QAbstractButton *>() != nullptr;
-    QTEST(hasCheck, "checks");
-    QTEST(qobject_cast<FPVItemImage *>(cell->item())->thumbnailKind(), "kind");
-}
-
-void TestFormFile::theSameModeAgainIsNothing()
-{
-    m_form->world.makePhotos(2);
-    m_form->start();
-    for (const int id : {0, 1, 2}) {
-        m_form->form->btn_leftWidget_clicked(id);
-        QVERIFY(m_form->waitForCells(2));
-        const QPointer<FPVThumbnailItem> cell = m_form->cell(QStringLiteral("a00.jpg"));
-        m_form->form->btn_leftWidget_clicked(id);
-        QCOMPARE(m_form->cell(QStringLiteral("a00.jpg")), cell.data());
-        QVERIFY(!cell.isNull());
-    }
-}
-
-void TestFormFile::theModesButtonIsLit()
-{
-    m_form->start();
-    for (const int id : {0, 2, 1, 0}) {
-        m_form->form->btn_leftWidget_clicked(id);
-        for (int button = 0; button <= 4; ++button) {
-            QCOMPARE(columnButton(button)->isOn(), button == id);
-            QVERIFY(columnButton(button)->isVisible());
-        }
-    }
-}
-
-void TestFormFile::modesTakeTheFocusUnlessTheComboHasIt()
-{
-    m_form->start();
-    columnButton(1)->setFocus();
-    m_form->form->menu_disp_ThumbnailSmall();
-    QVERIFY(m_form->view->hasFocus());
-    m_form->combo->setFocus();
-    m_form->form->menu_disp_ThumbnailLarge();
-    QVERIFY(m_form->combo->hasFocus());
-    columnButton(2)->setFocus();
-    m_form->form->menu_disp_DispDetail();
-    QVERIFY(columnButton(2)->hasFocus());
-}
-
-void TestFormFile::modesKeepTheCursorOnThePage()
-{
-    m_form->world.makePhotos(40);
-    m_form->start();
-    QVERIFY(m_form->waitForCells(6));
-    m_form->view->showPage(-1, 37, true);
-    QVERIFY(m_form->waitForCells(6 - 2));
-    m_form->form->menu_disp_DispDetail();
-    QVERIFY(m_form->waitForCells(5));
-    QCOMPARE(m_form->view->topIndex(), 35);
-    QCOMPARE(m_form->view->currentIndex(), 37);
-    m_form->form->menu_disp_ThumbnailSmall();
-    QVERIFY(m_form->waitForCells(33));
-    QCOMPARE(m_form->view->topIndex(), 7);
-    m_form->form->menu_disp_ThumbnailLarge();
-    QVERIFY(m_form->waitForCells(4));
-    QCOMPARE(m_form->view->topIndex(), 36);
-}
-
-void TestFormFile::largeModeBuildsOnePageOnly()
-{
-    m_form->world.makePhotos(2);
-    m_form->start();
-    QVERIFY(m_form->waitForCells(2));
-    m_form->view->setCurrentObject(m_form->cell(QStringLiteral("a01.jpg"))->item());
-    m_form->form->menu_disp_ThumbnailSmall();
-    ChildCounter pages(m_form->view->viewport());
-    m_form->form->menu_disp_ThumbnailLarge();
-    const int inLarge = pages.added;
-    m_form->form->menu_disp_ThumbnailSmall();
-    QVERIFY(inLarge > 0);
-    // The other modes go on to the cursor's page.
-    QCOMPARE(pages.added, 2 * inLarge + 1);
-}
-
-void TestFormFile::theColumnLeadsToModesAndTop()
-{
-    RequestLog log(&m_form->window);
-    m_form->world.makePhotos(40);
-    m_form->start();
-    QTest::mouseClick(columnButton(1), Qt::LeftButton);
-    QVERIFY(m_form->waitForCells(35));
-    QTest::mouseClick(columnButton(2), Qt::LeftButton);
-    QVERIFY(m_form->waitForCells(7));
-    QTest::mouseClick(columnButton(0), Qt::LeftButton);
-    QVERIFY(m_form->waitForCells(6));
-    m_form->form->btn_leftWidget_clicked(7);
-    m_form->form->btn_leftWidget_clicked(-1);
-    QVERIFY(log.forms.isEmpty());
-    QTest::mouseClick(columnButton(4), Qt::LeftButton);
-    // Not before the event loop runs.
-    QVERIFY(log.forms.isEmpty());
-    QCoreApplication::processEvents();
-    QCOMPARE(log.forms, QList<int>{0});
-    QVERIFY(log.nullText);
-}
-
 /// The list of a folder has no such entry; a way up that stands in it is no item to work on.
 void TestFormFile::theWayUpIsNoItem()
 {
@@ -486,7 +273,7 @@ void TestFormFile::nothingIsKeptForTheNextForm()
     m_form->start();
     QVERIFY(m_form->waitForCells(4));
     QVERIFY(m_form->view->clipboardPaths().isEmpty());
-    QVERIFY(columnButton(0)->isOn());
+    QVERIFY(m_form->columnButton(0)->isOn());
     QCOMPARE(m_form->view->currentIndex(), -1);
 }
 

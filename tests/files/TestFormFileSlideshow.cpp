@@ -211,7 +211,7 @@ void TestFormFileSlideshow::detailsShowThatPicture()
                        seesPhoto(QStringLiteral("a01.jpg")), opensMenu(), chooses(1)});
     m_form->form->menu_disp_Slideshow_Execution();
     QVERIFY(deeds.allDone());
-    QVERIFY(m_form->form->findChild<MyLeftWidget *>()->button(2)->isOn());
+    QVERIFY(m_form->columnButton(2)->isOn());
     QCOMPARE(cursorName(), QStringLiteral("a01.jpg"));
     QVERIFY(m_form->waitForCells(3));
     QVERIFY(m_form->cell(QStringLiteral("a01.jpg")) != nullptr);
@@ -226,7 +226,7 @@ void TestFormFileSlideshow::continueGoesOnAndEndLeaves()
     m_form->form->menu_disp_Slideshow_Execution();
     QVERIFY(deeds.allDone());
     QVERIFY(QApplication::activeModalWidget() == nullptr);
-    QVERIFY(!m_form->form->findChild<MyLeftWidget *>()->button(2)->isOn());
+    QVERIFY(!m_form->columnButton(2)->isOn());
     QCOMPARE(cursorName(), QStringLiteral("a01.jpg"));
     QVERIFY(m_form->waitForCells(2));
 }
