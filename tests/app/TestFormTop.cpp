@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "app/FormTop.h"
-#include "app/common/FormEvent.h"
 #include "platform/QPEMenuBar.h"
 #include "platform/QPEToolBar.h"
 #include "platform/toolkit/QPopupMenu.h"
 #include "swap/SwapSystem.h"
 #include "swap/swapStore.h"
 #include "tests/support/FakeMachine.h"
+#include "tests/support/RequestLog.h"
 #include "tests/support/TestMain.h"
 #include "widgets/HkAboutDialog.h"
 #include "widgets/MyDialogWait.h"
@@ -30,23 +30,6 @@ namespace {
 
 constexpr QSize kButtonSize(236, 236);
 constexpr QSize kColumnSize(72, 430);
-
-class RecordingWindow : public QMainWindow
-{
-public:
-    QList<int> ids;
-    QList<bool> nullTexts;
-
-protected:
-    bool event(QEvent *event) override
-    {
-        if (const auto *request = dynamic_cast<ChangeFormEvent *>(event)) {
-            ids.append(request->formId());
-            nullTexts.append(request->text().isNull());
-        }
-        return QMainWindow::event(event);
-    }
-};
 
 /// Notes the wait dialogs that appear anywhere, and how the swap folder looks then.
 class WaitRecorder : public QObject
@@ -125,7 +108,8 @@ private:
     void trigger(int menuIndex) const;
 
     lumi::test::FakeMachine *m_machine = nullptr;
-    std::unique_ptr<RecordingWindow> m_window;
+    std::unique_ptr<QMainWindow> m_window;
+    std::unique_ptr<lumi::test::RequestLog> m_requests;
     QPEToolBar *m_toolBar = nullptr;
     FormTop *m_form = nullptr;
     int m_visits = 0;
@@ -155,7 +139,8 @@ void TestFormTop::cleanupTestCase()
 
 void TestFormTop::init()
 {
-    m_window = std::make_unique<RecordingWindow>();
+    m_window = std::make_unique<QMainWindow>();
+    m_requests = std::make_unique<lumi::test::RequestLog>(m_window.get());
     m_window->resize(640, 480);
     m_toolBar = new QPEToolBar(m_window.get());
     m_form = new FormTop(m_window.get(), m_toolBar);
@@ -292,10 +277,10 @@ void TestFormTop::buttonsAskForTheirForms()
     QFETCH(int, index);
     QFETCH(int, form);
     QTest::mouseClick(bigButton(index), Qt::LeftButton);
-    QVERIFY(m_window->ids.isEmpty()); // posted, not sent
+    QVERIFY(m_requests->forms.isEmpty()); // posted, not sent
     QCoreApplication::processEvents();
-    QCOMPARE(m_window->ids, QList<int>{form});
-    QCOMPARE(m_window->nullTexts, QList<bool>{true});
+    QCOMPARE(m_requests->forms, QList<int>{form});
+    QCOMPARE(m_requests->nullTexts, QList<bool>{true});
 }
 
 void TestFormTop::slotsAskForTheirForms()
@@ -305,12 +290,12 @@ void TestFormTop::slotsAskForTheirForms()
     m_form->btn_takein_clicked();
     m_form->btn_look_clicked();
     QCoreApplication::processEvents();
-    QCOMPARE(m_window->ids, (QList<int>{3, 2, 3, 2}));
+    QCOMPARE(m_requests->forms, (QList<int>{3, 2, 3, 2}));
 }
 
 void TestFormTop::menuBarIsHiddenUntilTheStart()
 {
-    RecordingWindow window;
+    QMainWindow window;
     auto *toolBar = new QPEToolBar(&window);
     auto *form = new FormTop(&window, toolBar);
     window.setCentralWidget(form);

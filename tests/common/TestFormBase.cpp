@@ -4,11 +4,11 @@
 #include "app/common/FormEvent.h"
 #include "app/common/Medium.h"
 #include "tests/support/FakeMachine.h"
+#include "tests/support/RequestLog.h"
 #include "tests/support/TestMain.h"
 
 #include <QCoreApplication>
 #include <QEventLoop>
-#include <QMainWindow>
 #include <QMetaMethod>
 #include <QSignalSpy>
 #include <QTest>
@@ -18,24 +18,6 @@
 #include <memory>
 
 namespace {
-
-/// Keeps the requests that reach a main window.
-class RecordingWindow : public QWidget
-{
-public:
-    QList<int> ids;
-    QList<bool> nullTexts;
-
-protected:
-    bool event(QEvent *event) override
-    {
-        if (const auto *request = dynamic_cast<ChangeFormEvent *>(event)) {
-            ids.append(request->formId());
-            nullTexts.append(request->text().isNull());
-        }
-        return QWidget::event(event);
-    }
-};
 
 class RecordingForm : public FormBase
 {
@@ -113,13 +95,15 @@ private Q_SLOTS:
     void slotsKeepTheirNames();
 
 private:
-    std::unique_ptr<RecordingWindow> m_window;
+    std::unique_ptr<QWidget> m_window;
+    std::unique_ptr<lumi::test::RequestLog> m_requests;
     RecordingForm *m_form = nullptr;
 };
 
 void TestFormBase::init()
 {
-    m_window = std::make_unique<RecordingWindow>();
+    m_window = std::make_unique<QWidget>();
+    m_requests = std::make_unique<lumi::test::RequestLog>(m_window.get());
     m_form = new RecordingForm(m_window.get());
 }
 
@@ -166,10 +150,10 @@ void TestFormBase::foreignEventsOfTheTypeAreIgnored()
 void TestFormBase::requestIsPosted()
 {
     m_form->requestForm(3, QString());
-    QVERIFY(m_window->ids.isEmpty());
+    QVERIFY(m_requests->forms.isEmpty());
     QCoreApplication::processEvents();
-    QCOMPARE(m_window->ids, QList<int>{3});
-    QCOMPARE(m_window->nullTexts, QList<bool>{true});
+    QCOMPARE(m_requests->forms, QList<int>{3});
+    QCOMPARE(m_requests->nullTexts, QList<bool>{true});
 }
 
 void TestFormBase::requestsKeepTheirOrder()
@@ -178,7 +162,7 @@ void TestFormBase::requestsKeepTheirOrder()
     m_form->requestForm(0, QString());
     m_form->requestForm(2, QString());
     QCoreApplication::processEvents();
-    QCOMPARE(m_window->ids, (QList<int>{3, 0, 2}));
+    QCOMPARE(m_requests->forms, (QList<int>{3, 0, 2}));
 }
 
 void TestFormBase::returnToPreviousAsksOnce()
@@ -187,7 +171,7 @@ void TestFormBase::returnToPreviousAsksOnce()
     m_form->returnToPrevious();
     m_form->returnToPrevious();
     QCoreApplication::processEvents();
-    QCOMPARE(m_window->ids, QList<int>{0});
+    QCOMPARE(m_requests->forms, QList<int>{0});
     QCOMPARE(m_form->previousForm(), -1);
 }
 
@@ -196,7 +180,7 @@ void TestFormBase::returnWithoutPreviousAsksNothing()
     m_form->setPreviousForm(-5);
     m_form->returnToPrevious();
     QCoreApplication::processEvents();
-    QVERIFY(m_window->ids.isEmpty());
+    QVERIFY(m_requests->forms.isEmpty());
     QCOMPARE(m_form->previousForm(), -1);
 }
 
@@ -214,7 +198,7 @@ void TestFormBase::acceptDoesNothing()
 {
     m_form->acceptForm();
     QCoreApplication::processEvents();
-    QVERIFY(m_window->ids.isEmpty());
+    QVERIFY(m_requests->forms.isEmpty());
     QCOMPARE(m_form->started, 0);
 }
 

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 // The import form at rest: layout, buttons that follow the cards, labels, menu, names.
 #include "app/common/BusyScope.h"
-#include "app/common/FormEvent.h"
 #include "import/importTexts.h"
 #include "platform/QPEMenuBar.h"
 #include "platform/toolkit/QPopupMenu.h"
 #include "tests/import/ImportFixture.h"
+#include "tests/support/RequestLog.h"
 #include "tests/support/TestMain.h"
 #include "widgets/MyImageButton.h"
 #include "widgets/MyLeftWidget.h"
@@ -20,25 +20,6 @@ using lumi::test::BrowserWorld;
 using lumi::test::ImportFixture;
 
 namespace {
-
-class RequestLog : public QObject
-{
-public:
-    explicit RequestLog(QObject *window) { window->installEventFilter(this); }
-
-    QList<int> forms;
-    bool nullText = true;
-
-protected:
-    bool eventFilter(QObject * /*watched*/, QEvent *event) override
-    {
-        if (const auto *request = dynamic_cast<const ChangeFormEvent *>(event)) {
-            forms.append(request->formId());
-            nullText = nullText && request->text().isNull();
-        }
-        return false;
-    }
-};
 
 QColor middleOf(MyImageButton *button)
 {
@@ -136,12 +117,12 @@ void TestFormImport::theColumnLeadsBackOnly()
     for (int i = 0; i < 5; ++i) {
         QCOMPARE(column->button(i)->isVisible(), i == 4);
     }
-    const RequestLog log(&m_form->window);
+    const lumi::test::RequestLog log(&m_form->window);
     QTest::mouseClick(column->button(4), Qt::LeftButton);
     QVERIFY(log.forms.isEmpty()); // posted, not sent
     QCoreApplication::processEvents();
     QCOMPARE(log.forms, QList<int>{0});
-    QVERIFY(log.nullText);
+    QCOMPARE(log.nullTexts, QList<bool>{true});
     for (const int id : {0, 1, 2, 3, 5, -1}) {
         m_form->form->btn_leftWidget_clicked(id);
     }
