@@ -9,6 +9,11 @@
 
 namespace lumi::test {
 
+/// What a rewriting gives.
+inline constexpr int kDone = 0;
+inline constexpr int kNoRoom = 1;
+inline constexpr int kFailed = 2;
+
 class RewriteFolder : public PhotoFolder
 {
 public:

@@ -3,27 +3,18 @@
 // nothing else is: photos whose values lie elsewhere, share bytes or fill the segment.
 #include "tests/exif/BlockCopy.h"
 #include "tests/exif/ForeignReaders.h"
-#include "tests/exif/RewriteFolder.h"
+#include "tests/exif/RewriteTest.h"
 #include "tests/exif/tagLists.h"
 #include "tests/support/TestMain.h"
 
 #include <QTest>
 #include <QtEndian>
 
-using lumi::test::bytesOf;
-using lumi::test::contentOf;
-using lumi::test::ExifBuilder;
-using lumi::test::fullPhoto;
-using lumi::test::numbersOf;
-using lumi::test::restOf;
-using lumi::test::rewritten;
-using lumi::test::thumbnailBytes;
-using lumi::test::valuesOf;
+using namespace lumi::test;
 using enum ExifListKind;
 
 namespace {
 
-constexpr int kDone = 0;
 constexpr quint16 kMakerNote = 0x927C;
 constexpr int kFullLength = 65535;
 
@@ -82,16 +73,11 @@ QByteArray garbageDirectory(int count)
 
 } // namespace
 
-class TestFPVExifDocumentRoom : public QObject
+class TestFPVExifDocumentRoom : public RewriteTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-
-    void init() { m_folder = std::make_unique<lumi::test::RewriteFolder>(); }
-
-    void cleanup() { m_folder.reset(); }
-
     void overlongValueCostsNothingElse_data();
     void overlongValueCostsNothingElse();
     void noteBehindTheImageMovesIn();
@@ -111,13 +97,9 @@ private Q_SLOTS:
     void exifDirectoryThatIsLinkedAsWell();
 
 private:
-    QString put(const ExifBuilder &photo) { return m_folder->put(photo); }
-
     /// Whether the photo is written anew with the same values and image data and a segment that
     /// ends where the image data begin.
     [[nodiscard]] static bool survivesASave(const QString &path);
-
-    std::unique_ptr<lumi::test::RewriteFolder> m_folder;
 };
 
 bool TestFPVExifDocumentRoom::survivesASave(const QString &path)
@@ -250,7 +232,7 @@ void TestFPVExifDocumentRoom::segmentsFullToTheLastBytes()
 
 void TestFPVExifDocumentRoom::tightLayoutIsReadLikeAnyOther_data()
 {
-    lumi::test::addOrders();
+    addOrders();
 }
 
 void TestFPVExifDocumentRoom::tightLayoutIsReadLikeAnyOther()
@@ -267,16 +249,16 @@ void TestFPVExifDocumentRoom::tightLayoutIsReadLikeAnyOther()
     QVERIFY(valuesOf(document) == valuesOf(FPVExifDocument(plain)));
     FPVExifDocument other(plain);
     QCOMPARE(thumbnailBytes(document), thumbnailBytes(other));
-    const auto before = lumi::test::exiv2Tags(path);
+    const auto before = exiv2Tags(path);
     int tags = 0;
-    for (const auto kind : lumi::test::kAllLists) {
+    for (const auto kind : kAllLists) {
         tags += document.list(kind).count();
     }
     QCOMPARE(int(before.size()), tags);
     QVERIFY(survivesASave(path));
     QCOMPARE(rewritten(plain), kDone);
     QVERIFY(contentOf(path) == contentOf(plain));
-    auto after = lumi::test::exiv2Tags(path);
+    auto after = exiv2Tags(path);
     for (const auto &[place, tag] : before) {
         QVERIFY(after.contains(place));
         QCOMPARE(after[place].type, tag.type);

@@ -5,6 +5,7 @@
 #include "exif/FPVExifTagRational.h"
 #include "exif/FPVExifTagString.h"
 #include "tests/exif/PhotoFolder.h"
+#include "tests/exif/walkedTags.h"
 #include "tests/support/TestMain.h"
 
 #include <QTest>
@@ -12,24 +13,13 @@
 #include <memory>
 
 using lumi::test::ExifBuilder;
+using lumi::test::walk;
+using lumi::test::WalkedTags;
 using enum ExifListKind;
 
 namespace {
 
-using Tags = std::vector<std::unique_ptr<FPVExifTag>>;
-
-/// What a caller that stops at the first null gets.
-Tags walk(const QString &path)
-{
-    Tags tags;
-    FPVExifFile file(path);
-    while (FPVExifTag *tag = file.nextTag()) {
-        tags.emplace_back(tag);
-    }
-    return tags;
-}
-
-QList<int> numbers(const Tags &tags)
+QList<int> numbers(const WalkedTags &tags)
 {
     QList<int> list;
     for (const auto &tag : tags) {
@@ -41,7 +31,7 @@ QList<int> numbers(const Tags &tags)
 /// The only tag of a photo that has one entry.
 std::unique_ptr<FPVExifTag> onlyTag(const QString &path)
 {
-    Tags tags = walk(path);
+    WalkedTags tags = walk(path);
     return tags.size() == 1 ? std::move(tags.front()) : nullptr;
 }
 
@@ -112,7 +102,7 @@ void TestFPVExifFile::walksDirectoriesAsTheyAreNamed_data()
 void TestFPVExifFile::walksDirectoriesAsTheyAreNamed()
 {
     QFETCH(bool, big);
-    const Tags tags = walk(m_folder.put(
+    const WalkedTags tags = walk(m_folder.put(
         lumi::test::fullPhoto(big ? ExifBuilder::Order::Big : ExifBuilder::Order::Little)));
     const QList<int> expected = {
         0x010F, 0x0110, 0x0112, 0x011A, 0x0132, 0x0102, 0x8769, 0x8825,         // the first
@@ -162,7 +152,7 @@ void TestFPVExifFile::furtherLinksAreWalked()
 
 void TestFPVExifFile::sameNumbersStandSideBySide()
 {
-    const Tags tags
+    const WalkedTags tags
         = walk(m_folder.put(ExifBuilder().shorts(Ifd0, 0x0112, {1}).shorts(Ifd0, 0x0112, {2})));
     QCOMPARE(numbers(tags), (QList<int>{0x0112, 0x0112}));
     QCOMPARE(tags[0]->intValue(), 1);
@@ -273,7 +263,7 @@ void TestFPVExifFile::rationalFollowsItsOffsetWhateverItsCount()
     for (const quint32 count : {0U, 1U, 3U, 0xFFFFFFFFU}) {
         ExifBuilder photo;
         photo.word(Ifd0, 0x829A, 5, count, 8 + 2 + 24 + 4).rationals(Ifd0, 0x829D, {{1, 60}});
-        const Tags tags = walk(m_folder.put(photo));
+        const WalkedTags tags = walk(m_folder.put(photo));
         QCOMPARE(tags.size(), std::size_t(2));
         QCOMPARE(tags[0]->description(), QStringLiteral("60/1"));
         QCOMPARE(tags[0]->count(), count);
@@ -289,7 +279,7 @@ void TestFPVExifFile::stringsRunToTheFirstNul()
         .value(Ifd0, 3, 2, 100, QByteArray("one\0two\0", 8)) // ends before its count
         .value(Ifd0, 4, 2, 3, "end\x05") // goes on into the next entry, whose number is 5
         .shorts(Ifd0, 5, {9});
-    const Tags tags = walk(m_folder.put(photo));
+    const WalkedTags tags = walk(m_folder.put(photo));
     QCOMPARE(tags.size(), std::size_t(5));
     QCOMPARE(tags[0]->text(), QStringLiteral("abc"));
     QVERIFY(dynamic_cast<const FPVExifTagString *>(tags[0].get()));
@@ -310,7 +300,7 @@ void TestFPVExifFile::stringIsLatin1()
 
 void TestFPVExifFile::stringAtTheOffsetMayBeEmpty()
 {
-    const Tags tags = walk(m_folder.put(
+    const WalkedTags tags = walk(m_folder.put(
         ExifBuilder().ascii(Ifd0, 0x010F, "").value(Ifd0, 0x0110, 2, 6, QByteArray(6, '\0'))));
     QCOMPARE(tags.size(), std::size_t(2));
     QCOMPARE(tags[0]->text(), QString());
@@ -319,10 +309,10 @@ void TestFPVExifFile::stringAtTheOffsetMayBeEmpty()
 
 void TestFPVExifFile::bytesAreKept()
 {
-    const Tags tags = walk(m_folder.put(ExifBuilder(ExifBuilder::Order::Big)
-                                            .undefined(Ifd0, 0x9000, "0220")
-                                            .undefined(Ifd0, 0x9101, QByteArray("a\0b\0c", 5))
-                                            .undefined(Ifd0, 0x9102, "")));
+    const WalkedTags tags = walk(m_folder.put(ExifBuilder(ExifBuilder::Order::Big)
+                                                  .undefined(Ifd0, 0x9000, "0220")
+                                                  .undefined(Ifd0, 0x9101, QByteArray("a\0b\0c", 5))
+                                                  .undefined(Ifd0, 0x9102, "")));
     QCOMPARE(tags.size(), std::size_t(3));
     const auto *first = dynamic_cast<const FPVExifTagBytes *>(tags[0].get());
     const auto *second = dynamic_cast<const FPVExifTagBytes *>(tags[1].get());
@@ -362,7 +352,7 @@ void TestFPVExifFile::directoryWithoutEntriesGivesOne()
 {
     ExifBuilder photo;
     photo.shorts(Ifd0, 0x0112, {6}).shorts(Ifd0, 0x0113, {7}).entryCount(Ifd0, 0);
-    const Tags tags = walk(m_folder.put(photo.withoutPointers()));
+    const WalkedTags tags = walk(m_folder.put(photo.withoutPointers()));
     QCOMPARE(numbers(tags), (QList<int>{0x0112}));
     QCOMPARE(tags[0]->intValue(), 6);
 }

@@ -2,6 +2,7 @@
 #include "exif/FPVExifFile.h"
 #include "exif/FPVExifTagBytes.h"
 #include "tests/exif/PhotoFolder.h"
+#include "tests/exif/walkedTags.h"
 #include "tests/support/TestMain.h"
 
 #include <QTest>
@@ -9,23 +10,9 @@
 #include <memory>
 
 using lumi::test::ExifBuilder;
+using lumi::test::walk;
+using lumi::test::WalkedTags;
 using enum ExifListKind;
-
-namespace {
-
-using Tags = std::vector<std::unique_ptr<FPVExifTag>>;
-
-Tags walk(const QString &path)
-{
-    Tags tags;
-    FPVExifFile file(path);
-    while (FPVExifTag *tag = file.nextTag()) {
-        tags.emplace_back(tag);
-    }
-    return tags;
-}
-
-} // namespace
 
 class TestFPVExifFileBounds : public QObject
 {
@@ -61,11 +48,11 @@ void TestFPVExifFileBounds::valuesBehindTheFileAreZero_data()
 void TestFPVExifFileBounds::valuesBehindTheFileAreZero()
 {
     QFETCH(quint32, offset);
-    const Tags tags = walk(m_folder.put(ExifBuilder()
-                                            .word(Ifd0, 1, 5, 1, offset)
-                                            .word(Ifd0, 2, 2, 20, offset)
-                                            .word(Ifd0, 3, 7, 20, offset)
-                                            .shorts(Ifd0, 4, {9})));
+    const WalkedTags tags = walk(m_folder.put(ExifBuilder()
+                                                  .word(Ifd0, 1, 5, 1, offset)
+                                                  .word(Ifd0, 2, 2, 20, offset)
+                                                  .word(Ifd0, 3, 7, 20, offset)
+                                                  .shorts(Ifd0, 4, {9})));
     QCOMPARE(tags.size(), std::size_t(4));
     QCOMPARE(tags[0]->description(), QStringLiteral("0/0"));
     QCOMPARE(tags[1]->text(), QString());
@@ -95,7 +82,7 @@ void TestFPVExifFileBounds::stringWithoutAnEndStopsWithTheWindow()
     ExifBuilder photo;
     photo.value(Ifd0, 0x010F, 2, 10, QByteArray(10, 'x'));
     const QByteArray segment = photo.file().left(12 + int(photo.block().size()));
-    const Tags tags = walk(m_folder.put(segment));
+    const WalkedTags tags = walk(m_folder.put(segment));
     QCOMPARE(tags.size(), std::size_t(1));
     QCOMPARE(tags[0]->text(), QString(10, QLatin1Char('x')));
 }
@@ -105,7 +92,7 @@ void TestFPVExifFileBounds::bytesStopWithTheWindow()
     ExifBuilder photo;
     photo.value(Ifd0, 0x927C, 7, 1000, QByteArray(10, 'x'));
     const QByteArray segment = photo.file().left(12 + int(photo.block().size()));
-    const Tags tags = walk(m_folder.put(segment));
+    const WalkedTags tags = walk(m_folder.put(segment));
     QCOMPARE(tags.size(), std::size_t(1));
     const auto *bytes = dynamic_cast<const FPVExifTagBytes *>(tags[0].get());
     QVERIFY(bytes);
@@ -123,7 +110,7 @@ void TestFPVExifFileBounds::hugeCountsAreBounded_data()
 void TestFPVExifFileBounds::hugeCountsAreBounded()
 {
     QFETCH(int, type);
-    const Tags tags = walk(m_folder.put(
+    const WalkedTags tags = walk(m_folder.put(
         ExifBuilder().word(Ifd0, 1, quint16(type), 0xFFFFFFFF, 8).shorts(Ifd0, 2, {9})));
     QCOMPARE(tags.size(), std::size_t(2));
     QCOMPARE(tags[0]->count(), 0xFFFFFFFFU);
@@ -140,7 +127,7 @@ void TestFPVExifFileBounds::allValuesTogetherAreBounded()
         photo.word(Ifd0, number, 7, 65535, 8);
     }
     photo.word(Ifd0, 41, 2, 65535, 8).shorts(Ifd0, 42, {9});
-    const Tags tags = walk(m_folder.put(photo));
+    const WalkedTags tags = walk(m_folder.put(photo));
     QCOMPARE(tags.size(), std::size_t(42));
     qint64 sum = 0;
     for (const auto &tag : tags) {
@@ -175,7 +162,7 @@ void TestFPVExifFileBounds::segmentLengthOfZero()
     // The length only sizes the first window; the directories are read all the same.
     ExifBuilder photo;
     photo.shorts(Ifd0, 0x0112, {6}).ascii(Ifd0, 0x010F, "Anvil Works");
-    const Tags tags = walk(m_folder.put(photo.app1Length(0)));
+    const WalkedTags tags = walk(m_folder.put(photo.app1Length(0)));
     QCOMPARE(tags.size(), std::size_t(2));
     QCOMPARE(tags[1]->text(), QStringLiteral("Anvil Works"));
 }

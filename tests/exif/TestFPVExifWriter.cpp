@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Tags set and removed, and the file that is replaced: its names, rights and identity.
 #include "tests/exif/BlockCopy.h"
-#include "tests/exif/RewriteFolder.h"
+#include "tests/exif/RewriteTest.h"
 #include "tests/exif/tagLists.h"
 #include "tests/support/TestMain.h"
 
@@ -12,19 +12,10 @@
 
 #include <sys/stat.h>
 
-using lumi::test::bytesOf;
-using lumi::test::contentOf;
-using lumi::test::ExifBuilder;
-using lumi::test::fullPhoto;
-using lumi::test::numbersOf;
-using lumi::test::restOf;
-using lumi::test::rewritten;
+using namespace lumi::test;
 using enum ExifListKind;
 
 namespace {
-
-constexpr int kDone = 0;
-constexpr int kFailed = 2;
 
 /// A file of which one place cannot be found.
 class UnevenFile : public QFile
@@ -43,13 +34,11 @@ private:
 
 } // namespace
 
-class TestFPVExifWriter : public QObject
+class TestFPVExifWriter : public RewriteTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
     void setTagTakesThePlaceOfTheOldOne();
     void newTagBecomesTheLast();
     void setTagCopiesAsManyBytesAsTypeAndCountSay_data();
@@ -81,28 +70,13 @@ private Q_SLOTS:
     void photoChangedSinceItWasReadIsNotTouched();
     void rewriteWorksOnce();
     void relativePathIsFound();
-
-private:
-    QString put(const ExifBuilder &photo) { return m_folder->put(photo); }
-
-    std::unique_ptr<lumi::test::RewriteFolder> m_folder;
 };
-
-void TestFPVExifWriter::init()
-{
-    m_folder = std::make_unique<lumi::test::RewriteFolder>();
-}
-
-void TestFPVExifWriter::cleanup()
-{
-    m_folder.reset();
-}
 
 void TestFPVExifWriter::setTagTakesThePlaceOfTheOldOne()
 {
     FPVExifWriter writer(put(fullPhoto(ExifBuilder::Order::Big)));
     const QList<int> before = numbersOf(writer.ifd0List());
-    writer.setTag(0x0112, 4, 1, lumi::test::hostBytes<quint32>({8}).constData(), Ifd0);
+    writer.setTag(0x0112, 4, 1, hostBytes<quint32>({8}).constData(), Ifd0);
     QCOMPARE(numbersOf(writer.ifd0List()), before);
     const FPVExifTag *tag = writer.find(0x0112, Ifd0);
     QCOMPARE(int(tag->type()), 4);
@@ -187,7 +161,7 @@ void TestFPVExifWriter::listsAreChosenByKind()
     QFETCH(int, list);
     FPVExifWriter writer(put(fullPhoto(ExifBuilder::Order::Little)));
     writer.setTag(0x7777, 2, 2, "x", ExifListKind(kind));
-    for (const ExifListKind each : lumi::test::kAllLists) {
+    for (const ExifListKind each : kAllLists) {
         QCOMPARE(writer.find(0x7777, each) != nullptr, each == ExifListKind(list));
     }
     writer.removeTag(0x7777, ExifListKind(kind));

@@ -3,7 +3,7 @@
 // to. And what becomes of blocks that no segment can hold.
 #include "exif/exifBlockBytes.h"
 #include "tests/exif/BlockCopy.h"
-#include "tests/exif/RewriteFolder.h"
+#include "tests/exif/RewriteTest.h"
 #include "tests/exif/tagLists.h"
 #include "tests/support/TestMain.h"
 
@@ -12,21 +12,10 @@
 
 #include <algorithm>
 
-using lumi::test::addOrders;
-using lumi::test::bytesOf;
-using lumi::test::contentOf;
-using lumi::test::ExifBuilder;
-using lumi::test::fullPhoto;
-using lumi::test::numbersOf;
-using lumi::test::plainPhoto;
-using lumi::test::restOf;
-using lumi::test::rewritten;
-using lumi::test::valuesOf;
+using namespace lumi::test;
 using enum ExifListKind;
 
 namespace {
-
-constexpr int kDone = 0;
 
 /// A comment that would make a directory with a large value where it stands: a count of
 /// 65279, then a tag of 16384 bytes, then entries of no type.
@@ -54,13 +43,11 @@ QByteArray directoryOfLargeValues(ExifBuilder::Order order, quint16 count)
 
 } // namespace
 
-class TestRewriteBounds : public QObject
+class TestRewriteBounds : public RewriteTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
     void photoWithoutSecondDirectorySavedTwice_data();
     void photoWithoutSecondDirectorySavedTwice();
     void trapBehindTheSegmentIsADirectoryInsideIt();
@@ -79,22 +66,7 @@ private Q_SLOTS:
     void largestBlockThatIsReadFitsTheSegment();
     void tooLongBlockWraps();
     void tooLongThumbnailWraps();
-
-private:
-    QString put(const ExifBuilder &photo) { return m_folder->put(photo); }
-
-    std::unique_ptr<lumi::test::RewriteFolder> m_folder;
 };
-
-void TestRewriteBounds::init()
-{
-    m_folder = std::make_unique<lumi::test::RewriteFolder>();
-}
-
-void TestRewriteBounds::cleanup()
-{
-    m_folder.reset();
-}
 
 void TestRewriteBounds::photoWithoutSecondDirectorySavedTwice_data()
 {

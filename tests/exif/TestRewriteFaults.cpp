@@ -10,26 +10,18 @@
 
 #include <cerrno>
 
-using lumi::test::contentOf;
-using lumi::test::FileFaults;
-using lumi::test::kKilled;
-using lumi::test::RewriteWorld;
-
-namespace {
-
-constexpr int kDone = 0;
-constexpr int kNoRoom = 1;
-constexpr int kFailed = 2;
-
-} // namespace
+using namespace lumi::test;
 
 class TestRewriteFaults : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
+
+    void init() { m_world = std::make_unique<RewriteWorld>(); }
+
+    void cleanup() { m_world.reset(); }
+
     void undisturbedWayToTheNewPhoto();
     void callFails_data();
     void callFails();
@@ -46,23 +38,12 @@ private:
     std::unique_ptr<RewriteWorld> m_world;
 };
 
-void TestRewriteFaults::init()
-{
-    m_world = std::make_unique<RewriteWorld>();
-}
-
-void TestRewriteFaults::cleanup()
-{
-    m_world.reset();
-}
-
 void TestRewriteFaults::undisturbedWayToTheNewPhoto()
 {
     QCOMPARE(RewriteWorld::oldPhoto().size(), RewriteWorld::kPhotoSize);
     // An entry, its value, the zero byte behind the thumbnail.
     QCOMPARE(RewriteWorld::newPhoto().size(), RewriteWorld::oldPhoto().size() + 12 + 6 + 1);
-    QVERIFY(lumi::test::restOf(RewriteWorld::newPhoto())
-            == lumi::test::restOf(RewriteWorld::oldPhoto()));
+    QVERIFY(restOf(RewriteWorld::newPhoto()) == restOf(RewriteWorld::oldPhoto()));
     FPVExifWriter writer(m_world->path);
     FileFaults faults(m_world->place);
     QCOMPARE(RewriteWorld::save(&writer), kDone);
@@ -198,7 +179,7 @@ void TestRewriteFaults::processEndsBeforeEachCall()
     for (int step = 0; step < RewriteWorld::steps().size(); ++step) {
         m_world->reset();
         QFile::remove(m_world->temporary);
-        const int result = lumi::test::inChild([this, step] {
+        const int result = inChild([this, step] {
             FPVExifWriter writer(m_world->path);
             FileFaults faults(m_world->place);
             faults.killBefore(FileFaults::AnyCall, step + 1);
@@ -222,7 +203,7 @@ void TestRewriteFaults::processEndsBeforeEachCall()
             QVERIFY2(contentOf(m_world->temporary) == RewriteWorld::newPhoto(), where.constData());
         }
     }
-    const int undisturbed = lumi::test::inChild([this] {
+    const int undisturbed = inChild([this] {
         m_world->reset();
         FPVExifWriter writer(m_world->path);
         return RewriteWorld::save(&writer);
@@ -239,7 +220,7 @@ void TestRewriteFaults::processEndsWithinEachWrite()
             continue;
         }
         QFile::remove(m_world->temporary);
-        const int result = lumi::test::inChild([this, step] {
+        const int result = inChild([this, step] {
             FPVExifWriter writer(m_world->path);
             FileFaults faults(m_world->place);
             faults.killWithin(FileFaults::AnyCall, step + 1);

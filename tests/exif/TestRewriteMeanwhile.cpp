@@ -11,26 +11,18 @@
 #include <cerrno>
 #include <optional>
 
-using lumi::test::contentOf;
-using lumi::test::FakeMachine;
-using lumi::test::FileFaults;
-using lumi::test::RewriteWorld;
-
-namespace {
-
-constexpr int kDone = 0;
-constexpr int kNoRoom = 1;
-constexpr int kFailed = 2;
-
-} // namespace
+using namespace lumi::test;
 
 class TestRewriteMeanwhile : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
+
+    void init() { m_world = std::make_unique<RewriteWorld>(); }
+
+    void cleanup() { m_world.reset(); }
+
     void smallDiskOrElseALimitOfFilesIsReached();
     void fileSizeIsReallyLimited_data();
     void fileSizeIsReallyLimited();
@@ -58,22 +50,12 @@ private:
     std::unique_ptr<RewriteWorld> m_world;
 };
 
-void TestRewriteMeanwhile::init()
-{
-    m_world = std::make_unique<RewriteWorld>();
-}
-
-void TestRewriteMeanwhile::cleanup()
-{
-    m_world.reset();
-}
-
 void TestRewriteMeanwhile::smallDiskOrElseALimitOfFilesIsReached()
 {
     QTemporaryDir place;
     constexpr int kDiskKB = 48;
     constexpr int kLeftKB = 16; // beside the old photo
-    const lumi::test::SmallDisk disk(place.path(), kDiskKB);
+    const SmallDisk disk(place.path(), kDiskKB);
     QFile photo(place.filePath(QStringLiteral("photo.jpg")));
     QVERIFY(photo.open(QIODevice::WriteOnly)
             && photo.write(RewriteWorld::oldPhoto()) == RewriteWorld::oldPhoto().size());
@@ -82,7 +64,7 @@ void TestRewriteMeanwhile::smallDiskOrElseALimitOfFilesIsReached()
     int saved = -1;
     {
         // Only a privileged user may mount a disk; for others files end where it would be full.
-        std::optional<lumi::test::FileSizeLimit> limit;
+        std::optional<FileSizeLimit> limit;
         if (!disk.isMounted()) {
             FakeMachine::install()->setFreeDiskKB(kLeftKB);
             limit.emplace(rlim_t(kLeftKB) * 1024);
@@ -114,7 +96,7 @@ void TestRewriteMeanwhile::fileSizeIsReallyLimited()
     FPVExifWriter writer(m_world->path);
     int saved = -1;
     {
-        const lumi::test::FileSizeLimit limited{rlim_t(limit)};
+        const FileSizeLimit limited{rlim_t(limit)};
         saved = RewriteWorld::save(&writer);
     }
     QCOMPARE(saved, result);

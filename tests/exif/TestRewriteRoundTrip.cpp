@@ -13,6 +13,8 @@ using lumi::test::contentOf;
 using lumi::test::exiv2Tags;
 using lumi::test::ForeignTag;
 using lumi::test::hostBytes;
+using lumi::test::kDone;
+using lumi::test::kFailed;
 using lumi::test::ListCopy;
 using lumi::test::PhotoFolder;
 using lumi::test::restOf;
@@ -25,8 +27,6 @@ using enum ExifListKind;
 namespace {
 
 constexpr unsigned kPhotos = 256; // every mixture of the eight kinds of things
-constexpr int kDone = 0;
-constexpr int kFailed = 2;
 
 struct Edit
 {

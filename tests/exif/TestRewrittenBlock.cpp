@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // What a rewritten photo holds, as our reader finds it.
 #include "tests/exif/BlockCopy.h"
-#include "tests/exif/RewriteFolder.h"
+#include "tests/exif/RewriteTest.h"
 #include "tests/exif/tagLists.h"
 #include "tests/support/TestMain.h"
 
@@ -9,33 +9,14 @@
 #include <QTest>
 #include <QtEndian>
 
-using lumi::test::addOrders;
-using lumi::test::bytesOf;
-using lumi::test::contentOf;
-using lumi::test::ExifBuilder;
-using lumi::test::fullPhoto;
-using lumi::test::numbersOf;
-using lumi::test::plainPhoto;
-using lumi::test::restOf;
-using lumi::test::rewritten;
-using lumi::test::thumbnailBytes;
-using lumi::test::valuesOf;
+using namespace lumi::test;
 using enum ExifListKind;
 
-namespace {
-
-constexpr int kDone = 0;
-constexpr int kFailed = 2;
-
-} // namespace
-
-class TestRewrittenBlock : public QObject
+class TestRewrittenBlock : public RewriteTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
     void rewriteKeepsEveryTag_data();
     void rewriteKeepsEveryTag();
     void rewriteOfTheRewrittenChangesNoByte_data();
@@ -55,22 +36,7 @@ private Q_SLOTS:
     void lengthIsKnownBeforeItIsWritten();
     void photoCutAnywhereKeepsWhatItHas_data();
     void photoCutAnywhereKeepsWhatItHas();
-
-private:
-    QString put(const ExifBuilder &photo) { return m_folder->put(photo); }
-
-    std::unique_ptr<lumi::test::RewriteFolder> m_folder;
 };
-
-void TestRewrittenBlock::init()
-{
-    m_folder = std::make_unique<lumi::test::RewriteFolder>();
-}
-
-void TestRewrittenBlock::cleanup()
-{
-    m_folder.reset();
-}
 
 void TestRewrittenBlock::rewriteKeepsEveryTag_data()
 {
@@ -115,8 +81,8 @@ void TestRewrittenBlock::changedTagsAreRead()
     {
         FPVExifWriter writer(path);
         writer.setTag(0x013B, 2, 6, "Smith", Ifd0);
-        writer.setTag(0x8827, 3, 1, lumi::test::hostBytes<quint16>({0x1234}).constData(), Exif);
-        const QByteArray place = lumi::test::hostBytes<quint32>({139, 1, 45, 1, 3000, 100});
+        writer.setTag(0x8827, 3, 1, hostBytes<quint16>({0x1234}).constData(), Exif);
+        const QByteArray place = hostBytes<quint32>({139, 1, 45, 1, 3000, 100});
         writer.setTag(0x0004, 5, 3, place.constData(), Gps);
         writer.removeTag(0x0112, Ifd0);
         QCOMPARE(writer.rewrite(), kDone);
@@ -125,8 +91,7 @@ void TestRewrittenBlock::changedTagsAreRead()
     QCOMPARE(document.find(0x013B, Ifd0)->text(), QStringLiteral("Smith"));
     QCOMPARE(document.find(0x8827, Exif)->count(), 1U);
     QCOMPARE(document.find(0x8827, Exif)->intValue(), 0x1234);
-    QCOMPARE(bytesOf(document.find(0x0004, Gps)),
-             lumi::test::hostBytes<quint32>({139, 1, 45, 1, 3000, 100}));
+    QCOMPARE(bytesOf(document.find(0x0004, Gps)), hostBytes<quint32>({139, 1, 45, 1, 3000, 100}));
     QVERIFY(!document.find(0x0112, Ifd0));
 }
 
