@@ -9,20 +9,6 @@
 using lumi::Medium;
 using lumi::test::FakeMachine;
 
-namespace {
-
-/// A slot whose mount point comes and goes with its card: the machine serves a stand-in.
-class VanishedSlot : public FakeMachine
-{
-public:
-    QString configuredMountPoint(Slot slot) const override
-    {
-        return slot == Slot::CF ? QStringLiteral("/no/such/cf") : sd;
-    }
-};
-
-} // namespace
-
 class TestMedium : public QObject
 {
     Q_OBJECT
@@ -128,7 +114,7 @@ void TestMedium::theOtherSlotDoesNotCount()
 
 void TestMedium::aMountPointMayVanish()
 {
-    m_machine = new VanishedSlot;
+    m_machine = new lumi::test::VanishedSlot;
     Machine::install(m_machine);
     const Medium medium(QStringLiteral("/no/such/cf/dcim"));
     QVERIFY(!medium.isThere());

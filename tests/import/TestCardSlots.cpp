@@ -6,20 +6,6 @@
 #include <QDir>
 #include <QTest>
 
-namespace {
-
-/// A slot whose mount point has vanished: the machine serves a stand-in.
-class VanishedSlot : public lumi::test::FakeMachine
-{
-public:
-    QString configuredMountPoint(Slot slot) const override
-    {
-        return slot == Slot::CF ? QStringLiteral("/no/such/cf") : sd;
-    }
-};
-
-} // namespace
-
 class TestCardSlots : public QObject
 {
     Q_OBJECT
@@ -68,7 +54,7 @@ void TestCardSlots::otherPlacesAreAlwaysThere()
 
 void TestCardSlots::aVanishedMountPointIsAnEmptySlot()
 {
-    Machine::install(new VanishedSlot);
+    Machine::install(new lumi::test::VanishedSlot);
     const QString path = QStringLiteral("/no/such/cf");
     QCOMPARE(lumi::cardSlotOf(path), std::optional(Slot::CF));
     QVERIFY(!lumi::isSourcePresent(path));

@@ -72,4 +72,15 @@ public:
     QString resources; ///< the profile's folder while empty
 };
 
+/// One whose CF slot has a mount point that comes and goes with its card: the machine serves a
+/// stand-in.
+class VanishedSlot : public FakeMachine
+{
+public:
+    QString configuredMountPoint(Slot slot) const override
+    {
+        return slot == Slot::CF ? QStringLiteral("/no/such/cf") : sd;
+    }
+};
+
 } // namespace lumi::test
