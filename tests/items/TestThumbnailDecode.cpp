@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "items/FPVItemJpeg.h"
-#include "tests/items/JpegMaker.h"
 #include "tests/items/LibraryFaults.h"
+#include "tests/items/ThumbnailTest.h"
 #include "tests/support/TestMain.h"
-#include "tests/swap/SwapFixture.h"
 
 #include <QFile>
 #include <QImage>
@@ -18,13 +17,11 @@ using lumi::test::JpegKind;
 using lumi::test::MessageLog;
 
 /// A photo's size and the smaller picture that is decoded of it.
-class TestThumbnailDecode : public QObject
+class TestThumbnailDecode : public lumi::test::ThumbnailTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
     void imageSize_data();
     void imageSize();
     void aBadFileIsTriedAgain();
@@ -42,11 +39,6 @@ private Q_SLOTS:
     void pipesAreNotWaitedFor();
     void noDecompressorIsLeft();
     void aScreenDecodeEndsWhenTheDecompressorIsMadeAnew();
-
-private:
-    QString photo(const JpegKind &kind, const QString &name = QStringLiteral("p/a.jpg")) const;
-
-    std::unique_ptr<lumi::test::SwapFixture> m_fixture;
 };
 
 namespace {
@@ -56,23 +48,6 @@ const QString kError2 = QStringLiteral("FPVItemJpeg Error (2)");
 const QString kError3 = QStringLiteral("FPVItemJpeg Error (3)");
 
 } // namespace
-
-void TestThumbnailDecode::init()
-{
-    m_fixture = std::make_unique<lumi::test::SwapFixture>();
-    m_fixture->start();
-}
-
-void TestThumbnailDecode::cleanup()
-{
-    QCOMPARE(lumi::test::liveDecompressors(), 0);
-    m_fixture.reset();
-}
-
-QString TestThumbnailDecode::photo(const JpegKind &kind, const QString &name) const
-{
-    return lumi::test::writeJpeg(m_fixture->addPhoto(name), kind);
-}
 
 void TestThumbnailDecode::imageSize_data()
 {

@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "items/FPVItemJpeg.h"
 #include "swap/swapStore.h"
-#include "tests/items/JpegMaker.h"
 #include "tests/items/LibraryFaults.h"
 #include "tests/items/OpenWatch.h"
+#include "tests/items/ThumbnailTest.h"
 #include "tests/support/ExifBuilder.h"
 #include "tests/support/TestMain.h"
-#include "tests/swap/SwapFixture.h"
 
 #include <QDateTime>
 #include <QFile>
@@ -21,13 +20,11 @@ using lumi::test::JpegKind;
 using lumi::test::MessageLog;
 
 /// The thumbnails of photos, where they come from and where they are kept.
-class TestThumbnails : public QObject
+class TestThumbnails : public lumi::test::ThumbnailTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
     void aStoredThumbnailIsTakenUnopened();
     void anEmbeddedThumbnailIsNotStored();
     void aSecondVisitDecodesNothing_data();
@@ -42,11 +39,8 @@ private Q_SLOTS:
     void infoOfAPhoto();
 
 private:
-    QString photo(const JpegKind &kind, const QString &name = QStringLiteral("p/a.jpg")) const;
     /// One that carries a picture of itself, 120 x 160.
     QString photoWithThumbnail() const;
-
-    std::unique_ptr<lumi::test::SwapFixture> m_fixture;
 };
 
 namespace {
@@ -74,23 +68,6 @@ void spoil(const QString &path)
 const QString kError3 = QStringLiteral("FPVItemJpeg Error (3)");
 
 } // namespace
-
-void TestThumbnails::init()
-{
-    m_fixture = std::make_unique<lumi::test::SwapFixture>();
-    m_fixture->start();
-}
-
-void TestThumbnails::cleanup()
-{
-    QCOMPARE(lumi::test::liveDecompressors(), 0);
-    m_fixture.reset();
-}
-
-QString TestThumbnails::photo(const JpegKind &kind, const QString &name) const
-{
-    return lumi::test::writeJpeg(m_fixture->addPhoto(name), kind);
-}
 
 QString TestThumbnails::photoWithThumbnail() const
 {

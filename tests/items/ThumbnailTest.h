@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+// The base of tests of thumbnails: photos in a private folder with a store for what is made of
+// them, and no decompressor is left behind.
+#pragma once
+
+#include "tests/items/JpegMaker.h"
+#include "tests/swap/SwapFixture.h"
+
+#include <QObject>
+
+#include <memory>
+
+namespace lumi::test {
+
+class ThumbnailTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+protected:
+    QString photo(const JpegKind &kind, const QString &name = QStringLiteral("p/a.jpg")) const;
+
+    std::unique_ptr<SwapFixture> m_fixture;
+};
+
+} // namespace lumi::test
