@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/files/FormFixture.h"
 
+#include "files/engine/FPVFileTree.h"
 #include "items/FPVItemList.h"
 #include "platform/QCopChannel.h"
 #include "platform/QPEMenuBar.h"
@@ -14,11 +15,6 @@ namespace {
 constexpr int kPageTimeout = 5000;
 
 } // namespace
-
-QStringList lumi::test::list(const char *names)
-{
-    return QString::fromUtf8(names).split(QLatin1Char(' '), Qt::SkipEmptyParts);
-}
 
 lumi::test::DialogAnswer lumi::test::yes()
 {
@@ -39,6 +35,7 @@ lumi::test::FormFixture::FormFixture()
     : toolBar(&window)
 {
     window.resize(640, 480);
+    FPVFileTree::resetState();
     FPVItemList::resetRootMissing();
 }
 

@@ -6,6 +6,7 @@
 #include "platform/QPEToolBar.h"
 #include "platform/toolkit/QPopupMenu.h"
 #include "tests/support/DialogDriver.h"
+#include "tests/support/nameList.h"
 #include "tests/views/BrowserWorld.h"
 #include "views/FPVThumbnailItem.h"
 #include "views/FPVThumbnailView.h"
@@ -20,9 +21,6 @@
 class MyImageButton;
 
 namespace lumi::test {
-
-/// Names without blanks, with a blank between them.
-[[nodiscard]] QStringList list(const char *names);
 
 [[nodiscard]] DialogAnswer yes();
 [[nodiscard]] DialogAnswer ok();

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // A card that is pulled in the middle of file work: its files are gone, and the news of it comes
 // in while the form is busy. Each work ends in its own message, and then the store is on show.
-#include "files/engine/FPVFileTree.h"
 #include "platform/QCopChannel.h"
 #include "tests/files/FormFixture.h"
+#include "tests/files/menuEntries.h"
 #include "tests/support/FileFaults.h"
 #include "tests/support/TestMain.h"
 
@@ -12,22 +12,6 @@
 #include <QTest>
 
 using namespace lumi::test;
-
-namespace {
-
-const QString kWorking = QStringLiteral("wait Working...");
-const QString kNotPasted = QStringLiteral("critical Error: It failed in sticking. OK*");
-
-constexpr int kNewFolder = 0;
-constexpr int kRename = 1;
-constexpr int kDelete = 2;
-constexpr int kDeleteChecked = 3;
-constexpr int kDeleteEmpty = 4;
-constexpr int kCopy = 5;
-constexpr int kCut = 6;
-constexpr int kPaste = 9;
-
-} // namespace
 
 class TestCardPulled : public QObject
 {
@@ -80,7 +64,6 @@ void TestCardPulled::init()
 void TestCardPulled::cleanup()
 {
     m_form.reset();
-    FPVFileTree::resetState();
 }
 
 void TestCardPulled::showCard()

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Copy, cut and paste, and the marks, by menu and by key.
-#include "files/engine/FPVFileTree.h"
 #include "platform/QCopChannel.h"
 #include "tests/files/FormFixture.h"
+#include "tests/files/menuEntries.h"
 #include "tests/support/FullDisk.h"
 #include "tests/support/TestMain.h"
 
@@ -19,20 +19,10 @@ using namespace lumi::test;
 
 namespace {
 
-const QString kWorking = QStringLiteral("wait Working...");
-const QString kFailed = QStringLiteral("critical Error: It failed in sticking. OK*");
 const QString kFull = QStringLiteral("critical Error: Free some memory and try again OK*");
 
 /// Of a disk, in bytes: for a small photo it is enough.
 constexpr int kRoom = 20000;
-
-constexpr int kCopy = 5;
-constexpr int kCut = 6;
-constexpr int kCopyChecked = 7;
-constexpr int kCutChecked = 8;
-constexpr int kPaste = 9;
-constexpr int kCheckAll = 10;
-constexpr int kReleaseCheck = 11;
 
 } // namespace
 
@@ -44,11 +34,7 @@ private Q_SLOTS:
 
     void init() { m_form.reset(new FormFixture); }
 
-    void cleanup()
-    {
-        m_form.reset();
-        FPVFileTree::resetState();
-    }
+    void cleanup() { m_form.reset(); }
 
     void aCopyGoesIntoAnotherFolder();
     void aCutGoesOnce();
@@ -282,12 +268,12 @@ void TestFormFileClipboard::failuresAreTold()
     // What went well before stays, and comes on show.
     m_form->view->clipboard().take(
         {m_form->world.path(QStringLiteral("a00.jpg")), m_form->world.path(path)}, true);
-    QCOMPARE(play(kPaste, {clicking(QMessageBox::Ok)}), (QStringList{kWorking, kFailed}));
+    QCOMPARE(play(kPaste, {clicking(QMessageBox::Ok)}), (QStringList{kWorking, kNotPasted}));
     QCOMPARE(store(), before);
     QVERIFY(m_form->view->clipboardPaths().isEmpty());
     m_form->view->clipboard().take(
         {m_form->world.path(QStringLiteral("a00.jpg")), m_form->world.path(path)}, false);
-    QCOMPARE(play(kPaste, {closing()}), (QStringList{kWorking, kFailed}));
+    QCOMPARE(play(kPaste, {closing()}), (QStringList{kWorking, kNotPasted}));
     limit.reset();
     QVERIFY(m_form->waitForCells(3));
     QCOMPARE(m_form->names().last(), QStringLiteral("a00-1.jpg"));

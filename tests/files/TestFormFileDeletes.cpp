@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The three deletes: what is asked, what is told, and what is on show afterwards.
 #include "tests/files/FormFixture.h"
+#include "tests/files/menuEntries.h"
 #include "tests/support/FileFaults.h"
 #include "tests/support/TestMain.h"
 
@@ -15,7 +16,6 @@ using namespace lumi::test;
 namespace {
 
 const QString kNotDeleted = QStringLiteral("critical Error: Deletion failed. OK*");
-const QString kWorking = QStringLiteral("wait Working...");
 const QString kAskMarked = QStringLiteral(
     "warning Delete Selected: Are you sure you want to delete these photos? Yes/No*");
 const QString kPartStayed
@@ -23,10 +23,6 @@ const QString kPartStayed
 const QString kAskEmpty = QStringLiteral(
     "warning Delete Empty Folder: Are you sure you want to delete this folder? Yes/No*");
 const QString kFoldersStayed = QStringLiteral("critical Error: Folder deletion failed. OK*");
-
-constexpr int kDelete = 2;
-constexpr int kDeleteChecked = 3;
-constexpr int kDeleteEmpty = 4;
 
 QString askDelete(const QString &name)
 {

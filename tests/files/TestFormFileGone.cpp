@@ -30,11 +30,7 @@ private Q_SLOTS:
 
     void init() { m_form.reset(new FormFixture); }
 
-    void cleanup()
-    {
-        m_form.reset();
-        FPVFileTree::resetState();
-    }
+    void cleanup() { m_form.reset(); }
 
     void underADialog_data();
     void underADialog();

@@ -103,6 +103,9 @@ private Q_SLOTS:
     void slotsHaveTheirNames();
 
 private:
+    /// Triggers the entry, and closes the dialog that must have this title.
+    void opensOverABusyForm(QAction *entry, const QString &wanted);
+
     std::unique_ptr<FormFixture> m_form;
 };
 
@@ -282,9 +285,8 @@ void TestFormFileMenus::modesAreReachedByMenu()
     QVERIFY(m_form->waitForCells(6));
 }
 
-void TestFormFileMenus::versionOpensOverABusyForm()
+void TestFormFileMenus::opensOverABusyForm(QAction *entry, const QString &wanted)
 {
-    m_form->start();
     QTimer timer;
     QString title;
     bool wasBusy = false;
@@ -292,26 +294,22 @@ void TestFormFileMenus::versionOpensOverABusyForm()
         wasBusy = wasBusy || m_form->form->isBusy();
     });
     takeTitleOfNextDialog(&timer, &title);
-    m_form->menus().last()->actions().last()->trigger();
-    QCOMPARE(title, QStringLiteral("Version"));
+    entry->trigger();
+    QCOMPARE(title, wanted);
     QVERIFY(wasBusy);
     QVERIFY(!m_form->form->isBusy());
+}
+
+void TestFormFileMenus::versionOpensOverABusyForm()
+{
+    m_form->start();
+    opensOverABusyForm(m_form->menus().last()->actions().last(), QStringLiteral("Version"));
 }
 
 void TestFormFileMenus::helpOpensOverABusyForm()
 {
     m_form->start();
-    QTimer timer;
-    QString title;
-    bool wasBusy = false;
-    connect(&timer, &QTimer::timeout, this, [this, &wasBusy] {
-        wasBusy = wasBusy || m_form->form->isBusy();
-    });
-    takeTitleOfNextDialog(&timer, &title);
-    m_form->menus().last()->actions().first()->trigger();
-    QCOMPARE(title, QStringLiteral("Help"));
-    QVERIFY(wasBusy);
-    QVERIFY(!m_form->form->isBusy());
+    opensOverABusyForm(m_form->menus().last()->actions().first(), QStringLiteral("Help"));
 }
 
 Q_DECLARE_METATYPE(lumi::FileKey)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // New folder and rename: what is asked, what is told, and what is on show afterwards.
 #include "tests/files/FormFixture.h"
+#include "tests/files/menuEntries.h"
 #include "tests/support/FileFaults.h"
 #include "tests/support/TestMain.h"
 
@@ -24,9 +25,6 @@ const QString kNoNewName = QStringLiteral("critical Error: Enter the new folder 
 const QString kNameExists
     = QStringLiteral("critical Error: File name already exists. Change the name. OK*");
 const QString kNotRenamed = QStringLiteral("critical Error: Rename OK*");
-
-constexpr int kNewFolder = 0;
-constexpr int kRename = 1;
 
 QString askName(const char *offered)
 {

@@ -6,6 +6,7 @@
 #include "tests/journeys/Traveller.h"
 #include "tests/support/DialogDriver.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/nameList.h"
 #include "views/FPVThumbnailItem.h"
 #include "views/FPVThumbnailLabel.h"
 
@@ -17,6 +18,7 @@
 using lumi::test::clicking;
 using lumi::test::DialogAnswer;
 using lumi::test::DialogDriver;
+using lumi::test::list;
 using lumi::test::pressing;
 using lumi::test::Traveller;
 using lumi::test::typing;
@@ -25,11 +27,6 @@ namespace {
 
 const QString kFile = QStringLiteral("File");
 const QString kEdit = QStringLiteral("Edit");
-
-QStringList list(const char *names)
-{
-    return QString::fromUtf8(names).split(QLatin1Char(' '), Qt::SkipEmptyParts);
-}
 
 QByteArray bytesOf(const QString &path)
 {

@@ -1,22 +1,14 @@
 // SPDX-License-Identifier: MIT
 // Marks and the clipboard on the folder on show, and the page after a paste.
-#include "files/engine/FPVFileTree.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/nameList.h"
 #include "tests/views/ViewFixture.h"
 
 #include <QTest>
 
 using lumi::PasteResult;
+using lumi::test::list;
 using lumi::test::ViewFixture;
-
-namespace {
-
-QStringList list(const char *names)
-{
-    return QString::fromUtf8(names).split(QLatin1Char(' '), Qt::SkipEmptyParts);
-}
-
-} // namespace
 
 class TestThumbnailClipboard : public QObject
 {
@@ -26,11 +18,7 @@ private Q_SLOTS:
 
     void init() { m_view.reset(new ViewFixture); }
 
-    void cleanup()
-    {
-        m_view.reset();
-        FPVFileTree::resetState();
-    }
+    void cleanup() { m_view.reset(); }
 
     void copyTakesPhotosAndFolders();
     void cutTakesPhotosOnly();

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Making, renaming and deleting in the folder on show, and what the page makes of it.
-#include "files/engine/FPVFileTree.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/nameList.h"
 #include "tests/views/ViewFixture.h"
 
 #include <QDir>
@@ -9,14 +9,10 @@
 #include <QTest>
 
 using lumi::PasteResult;
+using lumi::test::list;
 using lumi::test::ViewFixture;
 
 namespace {
-
-QStringList list(const char *names)
-{
-    return QString::fromUtf8(names).split(QLatin1Char(' '), Qt::SkipEmptyParts);
-}
 
 /// Nobody may write it, so it can't be deleted.
 void protect(const QString &path)
@@ -34,11 +30,7 @@ private Q_SLOTS:
 
     void init() { m_view.reset(new ViewFixture); }
 
-    void cleanup()
-    {
-        m_view.reset();
-        FPVFileTree::resetState();
-    }
+    void cleanup() { m_view.reset(); }
 
     void withoutAFolderNothingIsDone();
     void foldersAreMadeInTheFolderOnShow();

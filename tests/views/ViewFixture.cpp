@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "tests/views/ViewFixture.h"
 
+#include "files/engine/FPVFileTree.h"
 #include "platform/toolkit/BackgroundWidget.h"
+#include "tests/support/nameList.h"
 #include "views/FPVThumbnailLabel.h"
 
 #include <QFile>
@@ -37,6 +39,7 @@ lumi::test::ViewFixture::ViewFixture()
     , vBar(bar(view, Qt::Vertical))
     , hBar(bar(view, Qt::Horizontal))
 {
+    FPVFileTree::resetState();
     QObject::connect(&view, &FPVThumbnailView::selected, &view, [this](FPVItemObject *item) {
         news.append(QStringLiteral("selected ") + item->baseName());
     });
@@ -97,8 +100,7 @@ QStringList lumi::test::ViewFixture::names() const
 
 void lumi::test::ViewFixture::check(const char *fileNames)
 {
-    const QStringList wanted
-        = QString::fromUtf8(fileNames).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    const QStringList wanted = lumi::test::list(fileNames);
     for (FPVItemObject *item : items) {
         item->setChecked(wanted.contains(item->fileName()));
     }

@@ -2,14 +2,10 @@
 #include "tests/files/engine/PasteTest.h"
 
 #include "files/engine/FPVFileTree.h"
+#include "tests/support/nameList.h"
 
 using lumi::test::FakeMachine;
 using lumi::test::FileFixture;
-
-QStringList list(const char *names)
-{
-    return QString::fromUtf8(names).split(QLatin1Char(' '), Qt::SkipEmptyParts);
-}
 
 void PasteTest::init()
 {
@@ -30,7 +26,7 @@ void PasteTest::cleanup()
 lumi::PasteResult PasteTest::paste(const char *names, bool cut, const char *folder)
 {
     QStringList paths;
-    for (const QString &name : list(names)) {
+    for (const QString &name : lumi::test::list(names)) {
         paths.append(m_files->path(name));
     }
     m_clipboard.take(paths, cut);

@@ -8,12 +8,8 @@
 #include "tests/support/FakeMachine.h"
 
 #include <QObject>
-#include <QStringList>
 
 #include <memory>
-
-/// Names without blanks, with a blank between them.
-[[nodiscard]] QStringList list(const char *names);
 
 class PasteTest : public QObject
 {

@@ -2,12 +2,14 @@
 #include "tests/files/engine/PhotoPasteTest.h"
 
 #include "tests/support/FakeMachine.h"
+#include "tests/support/nameList.h"
 
 #include <QFile>
 #include <QTest>
 
 using lumi::PasteResult;
 using lumi::test::FileFixture;
+using lumi::test::list;
 
 void PhotoPasteTest::init()
 {

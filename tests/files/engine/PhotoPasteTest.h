@@ -6,7 +6,6 @@
 #include "files/engine/FPVClipboard.h"
 #include "items/FPVItemList.h"
 #include "tests/files/engine/FileFixture.h"
-#include "tests/files/engine/PasteTest.h"
 
 #include <QByteArray>
 #include <QObject>

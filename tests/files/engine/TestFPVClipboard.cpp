@@ -3,6 +3,7 @@
 #include "items/FPVItemList.h"
 #include "tests/files/engine/PasteTest.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/nameList.h"
 
 #include <QDateTime>
 #include <QFile>
@@ -13,6 +14,7 @@
 
 using lumi::PasteResult;
 using lumi::test::FileFixture;
+using lumi::test::list;
 
 class TestFPVClipboard : public PasteTest
 {

@@ -5,6 +5,7 @@
 #include "tests/support/FileFaults.h"
 #include "tests/support/OrdinaryUser.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/nameList.h"
 
 #include <QDir>
 #include <QFile>
@@ -21,16 +22,12 @@
 #include <unistd.h>
 
 using lumi::test::FileFixture;
+using lumi::test::list;
 
 namespace {
 
 /// What a form that imports cards looks at.
 constexpr int kCardFilter = QDir::Dirs | QDir::Files | QDir::Readable | QDir::Hidden | QDir::System;
-
-QStringList list(const char *names)
-{
-    return QString::fromUtf8(names).split(QLatin1Char(' '), Qt::SkipEmptyParts);
-}
 
 /// The entries of this folder can't be read, where it isn't empty.
 QString brokenFolder;

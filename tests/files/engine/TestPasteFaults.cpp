@@ -4,6 +4,7 @@
 #include "tests/files/engine/PhotoPasteTest.h"
 #include "tests/support/FileFaults.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/nameList.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -15,6 +16,7 @@
 using lumi::PasteResult;
 using lumi::test::FileFaults;
 using lumi::test::kKilled;
+using lumi::test::list;
 
 class TestPasteFaults : public PhotoPasteTest
 {

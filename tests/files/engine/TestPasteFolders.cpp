@@ -5,6 +5,7 @@
 #include "tests/files/engine/PasteTest.h"
 #include "tests/support/OrdinaryUser.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/nameList.h"
 
 #include <QDir>
 #include <QFile>
@@ -13,6 +14,7 @@
 
 using lumi::PasteResult;
 using lumi::test::FileFixture;
+using lumi::test::list;
 
 class TestPasteFolders : public PasteTest
 {

@@ -5,6 +5,7 @@
 #include "tests/files/engine/PasteTest.h"
 #include "tests/support/FileFaults.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/nameList.h"
 
 #include <QFile>
 #include <QTest>
@@ -15,6 +16,7 @@
 using lumi::PasteResult;
 using lumi::test::FileFaults;
 using lumi::test::FileFixture;
+using lumi::test::list;
 
 namespace {
 

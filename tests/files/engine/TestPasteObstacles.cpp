@@ -2,9 +2,11 @@
 // Pastes from and to places that don't let them: what is missing, what may not be read or
 // written, and where there is no room.
 #include "tests/files/engine/PhotoPasteTest.h"
+#include "tests/support/FakeMachine.h"
 #include "tests/support/FullDisk.h"
 #include "tests/support/OrdinaryUser.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/nameList.h"
 #include "tests/swap/MemoryFaults.h"
 
 #include <QFile>
@@ -15,6 +17,7 @@
 
 using lumi::PasteResult;
 using lumi::test::FileFixture;
+using lumi::test::list;
 using lumi::test::OrdinaryUser;
 
 class TestPasteObstacles : public PhotoPasteTest

@@ -3,6 +3,7 @@
 #include "files/engine/FPVFileTree.h"
 #include "tests/files/engine/FileFixture.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/nameList.h"
 
 #include <QDir>
 #include <QFile>
@@ -12,16 +13,12 @@
 #include <memory>
 
 using lumi::test::FileFixture;
+using lumi::test::list;
 
 namespace {
 
 /// What a form that imports cards looks at.
 constexpr int kCardFilter = QDir::Dirs | QDir::Files | QDir::Readable | QDir::Hidden | QDir::System;
-
-QStringList list(const char *names)
-{
-    return QString::fromUtf8(names).split(QLatin1Char(' '), Qt::SkipEmptyParts);
-}
 
 } // namespace
 
