@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "app/common/Medium.h"
 #include "tests/support/FakeMachine.h"
+#include "tests/support/OrdinaryUser.h"
 #include "tests/support/TestMain.h"
 
 #include <QDir>
 #include <QTest>
+
+#include <unistd.h>
 
 using lumi::Medium;
 using lumi::test::FakeMachine;
@@ -30,6 +33,7 @@ private Q_SLOTS:
     void aMountPointMayVanish();
     void anotherFileSystemIsAnotherMedium_data();
     void anotherFileSystemIsAnotherMedium();
+    void aFolderMayBeClosed();
     void whatWasNeverThereIsNotMissed();
 
 private:
@@ -145,6 +149,27 @@ void TestMedium::anotherFileSystemIsAnotherMedium()
     QVERIFY(medium.isThere());
     QVERIFY(QFile::remove(link) && QFile::link(after, link));
     QCOMPARE(medium.isThere(), isThere);
+}
+
+/// Not everybody may enter every folder: it is known from outside then.
+void TestMedium::aFolderMayBeClosed()
+{
+    const QTemporaryDir outer;
+    QVERIFY(QFile::setPermissions(outer.path(), QFile::Permissions(0x7755)));
+    const QString folder = outer.filePath(QStringLiteral("closed"));
+    QVERIFY(QDir().mkdir(folder));
+    const Medium whileOpen(folder);
+    QVERIFY(QFile::setPermissions(folder, {}));
+    Medium whileClosed;
+    {
+        const lumi::test::OrdinaryUser user;
+        QVERIFY(::access(QFile::encodeName(folder + QStringLiteral("/.")).constData(), F_OK) != 0);
+        QVERIFY(whileOpen.isThere());
+        whileClosed = Medium(folder);
+        QVERIFY(whileClosed.isThere());
+    }
+    QVERIFY(QDir().rmdir(folder));
+    QVERIFY(!whileClosed.isThere());
 }
 
 void TestMedium::whatWasNeverThereIsNotMissed()
