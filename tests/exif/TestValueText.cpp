@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Every row of every group with every stored type.
+#include "exif/FPVExifTagBytes.h"
+#include "exif/valueText.h"
 #include "tests/exif/rowText.h"
 #include "tests/support/TestMain.h"
 
@@ -158,6 +160,9 @@ private Q_SLOTS:
     void missingTagsHaveNoText();
     void rowsThatDoNotExistHaveNoText();
     void typeDecidesBeforeTheTag();
+    void otherTypesHaveNoText_data();
+    void otherTypesHaveNoText();
+    void aVersionIsOneOfThePositionOnly();
     void twoRowsShareATag();
 
 private:
@@ -267,6 +272,40 @@ void TestValueText::typeDecidesBeforeTheTag()
     QCOMPARE(rowText(m_folder, ExifBuilder().longs(Exif, 0x9207, {3}), 3, 0),
              QStringLiteral("Spot"));
     QVERIFY(rowText(m_folder, ExifBuilder().slongs(Exif, 0x9207, {3}), 3, 0).isNull());
+}
+
+/// No reader makes such a tag, and none may show one.
+void TestValueText::otherTypesHaveNoText_data()
+{
+    QTest::addColumn<quint16>("type");
+    for (const int type : {0, 6, 8, 9, 11, 12, 65535}) {
+        QTest::addRow("type %d", type) << quint16(type);
+    }
+}
+
+void TestValueText::otherTypesHaveNoText()
+{
+    QFETCH(quint16, type);
+    const FPVExifDocument document(m_folder.put(lumi::test::fullPhoto(ExifBuilder::Order::Little)));
+    const QByteArray value(kPlain, 20);
+    for (const ExifFieldGroup &group : lumi::exifFieldGroups()) {
+        for (int i = 0; i < group.rowCount; ++i) {
+            const ExifFieldRow &row = group.rows[i];
+            const FPVExifTagBytes tag(quint16(row.tag), type, 4, value);
+            QVERIFY2(lumi::valueText({tag, row, document, true}).isNull(), qPrintable(row.label));
+        }
+    }
+}
+
+void TestValueText::aVersionIsOneOfThePositionOnly()
+{
+    const FPVExifDocument document(m_folder.put(ExifBuilder()));
+    const FPVExifTagBytes tag(0x0000, 1, 4, QByteArray("\2\2\0\0", 4));
+    for (const ExifListKind list : {Ifd0, Exif, Interoperability, Gps, Ifd1}) {
+        const ExifFieldRow row{QString(), 0x0000, true, list};
+        QCOMPARE(lumi::valueText({tag, row, document, true}),
+                 list == Gps ? QStringLiteral("Ver 2.2.0.0") : QString());
+    }
 }
 
 void TestValueText::twoRowsShareATag()
