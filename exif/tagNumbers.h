@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The tags whose values have texts of their own.
+// The tags that are known by their numbers: most for the texts of values, two since a directory
+// that has one of them is taken for that of a thumbnail.
 #pragma once
 
 namespace lumi {
