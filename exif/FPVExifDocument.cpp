@@ -156,8 +156,8 @@ bool FPVExifDocument::readSubIfds(lumi::ExifSegment &segment, qint64 room)
 /// A pointer can be left over from an older block. What it leads to counts as empty then: it
 /// must not come into the next block. Some programs link the Exif directory behind the first
 /// one as well; only what describes a thumbnail, or the position that the GPS pointer leads to,
-/// is none. What is read is cut to size at once,
-/// or the values of one directory would leave none to be held for the next.
+/// is none. What is read is cut to size at once, or the values of one directory would leave none
+/// to be held for the next.
 bool FPVExifDocument::readPointed(lumi::ExifSegment &segment, const FPVExifTag *pointer,
                                   ListMember target, qint64 room)
 {
