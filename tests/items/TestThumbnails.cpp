@@ -16,7 +16,6 @@
 
 #include <memory>
 
-using lumi::test::JpegKind;
 using lumi::test::MessageLog;
 
 /// The thumbnails of photos, where they come from and where they are kept.
