@@ -3,9 +3,9 @@
 // and photos of the same names, as cameras number alike. What was marked and asked about was on
 // the first card, and nothing of it may happen to the second.
 #include "app/common/BusyScope.h"
-#include "files/engine/FPVFileTree.h"
 #include "tests/files/Deeds.h"
 #include "tests/files/FormFixture.h"
+#include "tests/files/menuEntries.h"
 #include "tests/support/TestMain.h"
 #include "viewer/FPVPictureScrollView.h"
 
@@ -19,13 +19,7 @@ namespace {
 const QString kStore = QStringLiteral("Photo_Files");
 const QString kSd = QStringLiteral("SD Card");
 const QString kCf = QStringLiteral("CF Card");
-const QString kWorking = QStringLiteral("wait Working...");
 
-constexpr int kNewFolder = 0;
-constexpr int kRename = 1;
-constexpr int kDelete = 2;
-constexpr int kDeleteChecked = 3;
-constexpr int kDeleteEmpty = 4;
 constexpr int kRun = 17;
 constexpr int kFullView = 19;
 
@@ -82,7 +76,6 @@ void TestCardExchanged::init()
 void TestCardExchanged::cleanup()
 {
     m_form.reset();
-    FPVFileTree::resetState();
 }
 
 void TestCardExchanged::start(Slot slot)
@@ -167,33 +160,7 @@ void TestCardExchanged::underTheViewer()
 
 void TestCardExchanged::underAQuestion_data()
 {
-    QTest::addColumn<int>("entry");
-    QTest::addColumn<QStringList>("dialogs");
-    QTest::newRow("New Folder")
-        << kNewFolder
-        << QStringList{QStringLiteral("input New Folder: Enter the folder name: ''"),
-                       QStringLiteral("critical Error: Folder cannot be created. OK*")};
-    QTest::newRow("Rename") << kRename
-                            << QStringList{QStringLiteral("input Change Name: Enter the new "
-                                                          "folder name: 'a00'"),
-                                           QStringLiteral("critical Error: Rename OK*")};
-    QTest::newRow("Delete") << kDelete
-                            << QStringList{QStringLiteral("warning Delete: a00.jpg will be "
-                                                          "deleted. Are you sure? Yes/No*"),
-                                           kWorking,
-                                           QStringLiteral("critical Error: Deletion failed. OK*")};
-    QTest::newRow("Delete Selected")
-        << kDeleteChecked
-        << QStringList{
-               QStringLiteral("warning Delete Selected: Are you sure you want to delete "
-                              "these photos? Yes/No*"),
-               kWorking,
-               QStringLiteral("critical Error: Part of the file could not be deleted. OK*")};
-    QTest::newRow("Delete Empty Folder")
-        << kDeleteEmpty
-        << QStringList{QStringLiteral("warning Delete Empty Folder: Are you sure you want to "
-                                      "delete this folder? Yes/No*"),
-                       kWorking, QStringLiteral("critical Error: Folder deletion failed. OK*")};
+    addQuestionsInVain();
 }
 
 void TestCardExchanged::underAQuestion()

@@ -98,33 +98,7 @@ bool TestCardPulled::isInStore() const
 
 void TestCardPulled::underADialog_data()
 {
-    QTest::addColumn<int>("entry");
-    QTest::addColumn<QStringList>("dialogs");
-    QTest::newRow("New Folder")
-        << kNewFolder
-        << QStringList{QStringLiteral("input New Folder: Enter the folder name: ''"),
-                       QStringLiteral("critical Error: Folder cannot be created. OK*")};
-    QTest::newRow("Rename") << kRename
-                            << QStringList{QStringLiteral("input Change Name: Enter the new "
-                                                          "folder name: 'a00'"),
-                                           QStringLiteral("critical Error: Rename OK*")};
-    QTest::newRow("Delete") << kDelete
-                            << QStringList{QStringLiteral("warning Delete: a00.jpg will be "
-                                                          "deleted. Are you sure? Yes/No*"),
-                                           kWorking,
-                                           QStringLiteral("critical Error: Deletion failed. OK*")};
-    QTest::newRow("Delete Selected")
-        << kDeleteChecked
-        << QStringList{
-               QStringLiteral("warning Delete Selected: Are you sure you want to delete "
-                              "these photos? Yes/No*"),
-               kWorking,
-               QStringLiteral("critical Error: Part of the file could not be deleted. OK*")};
-    QTest::newRow("Delete Empty Folder")
-        << kDeleteEmpty
-        << QStringList{QStringLiteral("warning Delete Empty Folder: Are you sure you want to "
-                                      "delete this folder? Yes/No*"),
-                       kWorking, QStringLiteral("critical Error: Folder deletion failed. OK*")};
+    addQuestionsInVain();
 }
 
 void TestCardPulled::underADialog()

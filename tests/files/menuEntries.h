@@ -4,6 +4,8 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
+#include <QTest>
 
 namespace lumi::test {
 
@@ -22,5 +24,38 @@ inline constexpr int kReleaseCheck = 11;
 
 inline const QString kWorking = QStringLiteral("wait Working...");
 inline const QString kNotPasted = QStringLiteral("critical Error: It failed in sticking. OK*");
+
+/// Makes a row for each entry that asks first. The column "dialogs" has its question, on a00.jpg,
+/// and what is told when all photos have gone before the answer.
+inline void addQuestionsInVain()
+{
+    QTest::addColumn<int>("entry");
+    QTest::addColumn<QStringList>("dialogs");
+    QTest::newRow("New Folder")
+        << kNewFolder
+        << QStringList{QStringLiteral("input New Folder: Enter the folder name: ''"),
+                       QStringLiteral("critical Error: Folder cannot be created. OK*")};
+    QTest::newRow("Rename") << kRename
+                            << QStringList{QStringLiteral("input Change Name: Enter the new "
+                                                          "folder name: 'a00'"),
+                                           QStringLiteral("critical Error: Rename OK*")};
+    QTest::newRow("Delete") << kDelete
+                            << QStringList{QStringLiteral("warning Delete: a00.jpg will be "
+                                                          "deleted. Are you sure? Yes/No*"),
+                                           kWorking,
+                                           QStringLiteral("critical Error: Deletion failed. OK*")};
+    QTest::newRow("Delete Selected")
+        << kDeleteChecked
+        << QStringList{
+               QStringLiteral("warning Delete Selected: Are you sure you want to delete "
+                              "these photos? Yes/No*"),
+               kWorking,
+               QStringLiteral("critical Error: Part of the file could not be deleted. OK*")};
+    QTest::newRow("Delete Empty Folder")
+        << kDeleteEmpty
+        << QStringList{QStringLiteral("warning Delete Empty Folder: Are you sure you want to "
+                                      "delete this folder? Yes/No*"),
+                       kWorking, QStringLiteral("critical Error: Folder deletion failed. OK*")};
+}
 
 } // namespace lumi::test
