@@ -9,9 +9,13 @@
 #include <QDBusPendingCall>
 #include <QDataStream>
 
+#include <limits>
+
 namespace {
 
-constexpr int kCallMs = 500;
+/// For so long the desktop is waited for before the login manager is asked as well.
+constexpr int kPatienceMs = 500;
+constexpr int kNoTimeLimit = std::numeric_limits<int>::max();
 
 /// Values of the message. The first two come as a pair and mean the same here.
 constexpr int kModeOff = 0;
@@ -42,6 +46,13 @@ QDBusMessage screenSaverCall(const QString &method)
 lumi::ScreenSaverAgent::ScreenSaverAgent(QObject *parent)
     : QObject(parent)
 {
+    m_patience.setSingleShot(true);
+    m_patience.setInterval(kPatienceMs);
+    connect(&m_patience, &QTimer::timeout, this, [this] {
+        if (m_wanted) {
+            askLoginManager();
+        }
+    });
     if (QCopHub *hub = QCopHub::instance()) {
         connect(hub, &QCopHub::sentHere, this, &ScreenSaverAgent::hear);
     }
@@ -74,7 +85,7 @@ void lumi::ScreenSaverAgent::hear(const QByteArray &channel, const QByteArray &m
 void lumi::ScreenSaverAgent::hold()
 {
     m_wanted = true;
-    if (!m_asking && !isHolding()) {
+    if (!isHolding() && !m_patience.isActive()) {
         askScreenSaver();
     }
 }
@@ -93,46 +104,52 @@ void lumi::ScreenSaverAgent::release()
 
 void lumi::ScreenSaverAgent::askScreenSaver()
 {
-    if (!hasSessionBus()) {
+    if (m_askingScreenSaver || !hasSessionBus()) {
         askLoginManager();
         return;
     }
     QDBusMessage message = screenSaverCall(QStringLiteral("Inhibit"));
     message << programName() << reason();
-    call(false, message, &ScreenSaverAgent::screenSaverAnswered);
+    m_patience.start();
+    call(QDBusConnection::sessionBus(), message, &ScreenSaverAgent::m_askingScreenSaver,
+         &ScreenSaverAgent::screenSaverAnswered);
 }
 
 void lumi::ScreenSaverAgent::askLoginManager()
 {
+    if (m_askingLoginManager) {
+        return;
+    }
     QDBusMessage message = QDBusMessage::createMethodCall(
         QStringLiteral("org.freedesktop.login1"), QStringLiteral("/org/freedesktop/login1"),
         QStringLiteral("org.freedesktop.login1.Manager"), QStringLiteral("Inhibit"));
     message.setAutoStartService(false);
     message << QStringLiteral("idle") << programName() << reason() << QStringLiteral("block");
-    call(true, message, &ScreenSaverAgent::loginManagerAnswered);
+    call(QDBusConnection::systemBus(), message, &ScreenSaverAgent::m_askingLoginManager,
+         &ScreenSaverAgent::loginManagerAnswered);
 }
 
-void lumi::ScreenSaverAgent::call(bool onSystemBus, const QDBusMessage &message, Handler handler)
+void lumi::ScreenSaverAgent::call(const QDBusConnection &bus, const QDBusMessage &message,
+                                  bool ScreenSaverAgent::*asking, Handler handler)
 {
-    const QDBusConnection bus
-        = onSystemBus ? QDBusConnection::systemBus() : QDBusConnection::sessionBus();
-    m_asking = bus.isConnected();
-    if (!m_asking) {
+    this->*asking = bus.isConnected();
+    if (!bus.isConnected()) {
         return;
     }
-    auto *watcher = new QDBusPendingCallWatcher(bus.asyncCall(message, kCallMs), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, handler] {
+    auto *watcher = new QDBusPendingCallWatcher(bus.asyncCall(message, kNoTimeLimit), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, asking, handler] {
         watcher->deleteLater();
-        m_asking = false;
+        this->*asking = false;
         (this->*handler)(watcher->reply());
     });
 }
 
 void lumi::ScreenSaverAgent::screenSaverAnswered(const QDBusMessage &reply)
 {
+    m_patience.stop();
     if (reply.type() == QDBusMessage::ReplyMessage && !reply.arguments().isEmpty()) {
         m_cookie = reply.arguments().constFirst().toUInt();
-    } else if (m_wanted) {
+    } else if (m_wanted && !isHolding()) {
         askLoginManager();
     }
     if (!m_wanted) {

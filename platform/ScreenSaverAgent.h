@@ -1,18 +1,20 @@
 // SPDX-License-Identifier: MIT
 // Receiver of "setScreenSaverMode(int)" on "QPE/System": keeps the screen on while the program
 // asks for it. The desktop's screen saver service is asked first, the login manager if there
-// is none; with neither nothing happens. All calls are asynchronous, so a daemon that hangs
-// holds up nobody.
+// is none or it takes its time; with neither nothing happens. All calls are asynchronous and
+// end only with their answer: a daemon that hangs holds up nobody, and what it grants late is
+// kept or handed back, never lost.
 // Owns: the cookie or descriptor that keeps the screen on.
 #pragma once
 
 #include <QDBusUnixFileDescriptor>
 #include <QObject>
+#include <QTimer>
 
 #include <optional>
 
+class QDBusConnection;
 class QDBusMessage;
-class QDBusPendingCallWatcher;
 
 namespace lumi {
 
@@ -37,10 +39,14 @@ private:
     void askLoginManager();
     void screenSaverAnswered(const QDBusMessage &reply);
     void loginManagerAnswered(const QDBusMessage &reply);
-    void call(bool onSystemBus, const QDBusMessage &message, Handler handler);
+    /// `asking` is true until the answer is there; stays false without a bus.
+    void call(const QDBusConnection &bus, const QDBusMessage &message,
+              bool ScreenSaverAgent::*asking, Handler handler);
 
     bool m_wanted = false;
-    bool m_asking = false;
+    bool m_askingScreenSaver = false;
+    bool m_askingLoginManager = false;
+    QTimer m_patience; ///< runs while only the screen saver service has been asked
     std::optional<uint> m_cookie;
     QDBusUnixFileDescriptor m_lock;
 };

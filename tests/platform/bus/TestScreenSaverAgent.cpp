@@ -7,6 +7,7 @@
 
 #include <QDBusConnection>
 #include <QDBusContext>
+#include <QDBusMessage>
 #include <QDBusUnixFileDescriptor>
 #include <QTest>
 
@@ -28,7 +29,7 @@ void sendMode(int mode)
 
 } // namespace
 
-/// Screen saver service of a desktop.
+/// Screen saver service of a desktop. One that is slow grants nothing until it is told to.
 class DesktopService : public QObject, protected QDBusContext
 {
     Q_OBJECT
@@ -37,22 +38,52 @@ class DesktopService : public QObject, protected QDBusContext
 public:
     QList<uint> held;
     int calls = 0;
-    bool hangs = false;
+    bool isSlow = false;
+
+    void grantAll(const QDBusConnection &bus)
+    {
+        for (const QDBusMessage &request : std::as_const(m_waiting)) {
+            bus.send(request.createReply(grant()));
+        }
+        m_waiting.clear();
+    }
+
+    void refuseAll(const QDBusConnection &bus)
+    {
+        for (const QDBusMessage &request : std::as_const(m_waiting)) {
+            bus.send(request.createErrorReply(QDBusError::Failed, QStringLiteral("no")));
+        }
+        m_waiting.clear();
+    }
 
 public Q_SLOTS:
 
     uint Inhibit(const QString &program, const QString &reason) // NOLINT: name of the service
     {
         ++calls;
-        if (hangs || program.isEmpty() || reason.isEmpty()) {
-            setDelayedReply(true);
+        if (program.isEmpty() || reason.isEmpty()) {
+            sendErrorReply(QDBusError::InvalidArgs);
             return 0;
         }
-        held.append(kFirstCookie + static_cast<uint>(calls));
-        return held.last();
+        if (isSlow) {
+            setDelayedReply(true);
+            m_waiting.append(message());
+            return 0;
+        }
+        return grant();
     }
 
     void UnInhibit(uint cookie) { held.removeOne(cookie); } // NOLINT: name of the service
+
+private:
+    uint grant()
+    {
+        held.append(++m_lastCookie);
+        return m_lastCookie;
+    }
+
+    uint m_lastCookie = kFirstCookie;
+    QList<QDBusMessage> m_waiting;
 };
 
 /// Login manager; a lock is held while the descriptor it gave away is open.
@@ -118,7 +149,11 @@ private Q_SLOTS:
     void aWishWithdrawnBeforeTheAnswerIsReleased();
     void otherMessagesAreNothing();
     void theLoginManagerIsAskedWithoutADesktop();
-    void theLoginManagerIsAskedWhenTheDesktopHangs();
+    void theLoginManagerIsAskedWhenTheDesktopIsSlow();
+    void aLateAnswerHoldsUntilTheUsualMode();
+    void aLateAnswerIsHandedBackIfNothingIsWanted();
+    void aLateRefusalLeavesTheLock();
+    void aSlowDesktopIsNotAskedAgain();
     void withoutAnyServiceNothingHappens();
     void anAgentThatGoesReleases();
 
@@ -150,7 +185,10 @@ void TestScreenSaverAgent::init()
 void TestScreenSaverAgent::cleanup()
 {
     sendMode(200);
-    QTest::qWait(kQuietMs / 4);
+    // An answer that is still due would reach the next test.
+    m_desktop->grantAll(*m_bus);
+    QTRY_VERIFY(m_desktop->held.isEmpty());
+    QTRY_VERIFY(!m_login->isHeld());
     m_bus->unregisterService(QStringLiteral("org.freedesktop.ScreenSaver"));
     m_bus->unregisterService(QStringLiteral("org.freedesktop.login1"));
     m_bus->unregisterObject(QStringLiteral("/org/freedesktop/ScreenSaver"));
@@ -217,8 +255,10 @@ void TestScreenSaverAgent::aWishWithdrawnBeforeTheAnswerIsReleased()
     sendMode(0);
     sendMode(200);
     sendMode(0);
+    QTRY_COMPARE(m_desktop->held.size(), 1);
     QTest::qWait(kQuietMs);
     QCOMPARE(m_desktop->held.size(), 1);
+    QCOMPARE(m_desktop->calls, 2);
 }
 
 void TestScreenSaverAgent::otherMessagesAreNothing()
@@ -251,15 +291,74 @@ void TestScreenSaverAgent::theLoginManagerIsAskedWithoutADesktop()
     QTRY_VERIFY(!m_login->isHeld());
 }
 
-void TestScreenSaverAgent::theLoginManagerIsAskedWhenTheDesktopHangs()
+void TestScreenSaverAgent::theLoginManagerIsAskedWhenTheDesktopIsSlow()
 {
-    m_desktop->hangs = true;
+    m_desktop->isSlow = true;
     offerDesktop();
     offerLogin();
     sendMode(0);
-    QTRY_COMPARE(m_login->calls, 1);
+    QTRY_VERIFY(m_login->isHeld());
     QTest::qWait(kQuietMs);
     QVERIFY(m_login->isHeld());
+    QCOMPARE(m_login->calls, 1);
+    QCOMPARE(m_desktop->calls, 1);
+}
+
+void TestScreenSaverAgent::aLateAnswerHoldsUntilTheUsualMode()
+{
+    m_desktop->isSlow = true;
+    offerDesktop();
+    offerLogin();
+    sendMode(0);
+    QTRY_VERIFY(m_login->isHeld());
+    m_desktop->grantAll(*m_bus);
+    QTest::qWait(kQuietMs);
+    QCOMPARE(m_desktop->held.size(), 1);
+    sendMode(200);
+    QTRY_VERIFY(m_desktop->held.isEmpty());
+    QTRY_VERIFY(!m_login->isHeld());
+}
+
+void TestScreenSaverAgent::aLateAnswerIsHandedBackIfNothingIsWanted()
+{
+    m_desktop->isSlow = true;
+    offerDesktop();
+    offerLogin();
+    sendMode(0);
+    QTRY_VERIFY(m_login->isHeld());
+    sendMode(200);
+    QTRY_VERIFY(!m_login->isHeld());
+    m_desktop->grantAll(*m_bus);
+    QCOMPARE(m_desktop->held.size(), 1);
+    QTRY_VERIFY(m_desktop->held.isEmpty());
+}
+
+void TestScreenSaverAgent::aLateRefusalLeavesTheLock()
+{
+    m_desktop->isSlow = true;
+    offerDesktop();
+    offerLogin();
+    sendMode(0);
+    QTRY_VERIFY(m_login->isHeld());
+    m_desktop->refuseAll(*m_bus);
+    QTest::qWait(kQuietMs);
+    QCOMPARE(m_login->calls, 1);
+    QVERIFY(m_login->isHeld());
+}
+
+void TestScreenSaverAgent::aSlowDesktopIsNotAskedAgain()
+{
+    m_desktop->isSlow = true;
+    offerDesktop();
+    offerLogin();
+    for (int i = 1; i <= 2; ++i) {
+        sendMode(0);
+        QTRY_COMPARE(m_login->calls, i);
+        QTRY_VERIFY(m_login->isHeld());
+        sendMode(200);
+        QTRY_VERIFY(!m_login->isHeld());
+    }
+    QCOMPARE(m_desktop->calls, 1);
 }
 
 void TestScreenSaverAgent::withoutAnyServiceNothingHappens()
@@ -280,7 +379,7 @@ void TestScreenSaverAgent::anAgentThatGoesReleases()
     auto agent = std::make_unique<lumi::ScreenSaverAgent>();
     sendMode(0);
     QTRY_COMPARE(m_desktop->held.size(), 2);
-    QTest::qWait(kQuietMs);
+    QTRY_VERIFY(agent->isHolding());
     agent.reset();
     QTRY_COMPARE(m_desktop->held.size(), 1);
 }
