@@ -7,11 +7,12 @@
 #include "tests/support/TestMain.h"
 #include "tests/swap/SwapFixture.h"
 
-#include <QElapsedTimer>
 #include <QFileInfo>
 #include <QSize>
 #include <QTest>
 #include <QtEndian>
+
+#include <ctime>
 
 using namespace lumi::test;
 
@@ -417,6 +418,7 @@ void TestSwapIndex::aFloodIsReadInPart()
 {
     QFETCH(bool, spread);
     QFETCH(int, most);
+    constexpr std::clock_t kMostSeconds = 5;
     makeSample();
     constexpr int kBits = 18;
     constexpr int kBlocks = 1 << kBits;
@@ -439,10 +441,10 @@ void TestSwapIndex::aFloodIsReadInPart()
         writeFile(m_fixture->indexPath(), index.bytes);
     }
     const PeakMemory memory;
-    QElapsedTimer clock;
-    clock.start();
+    const std::clock_t before = std::clock();
     const SwapSystem &store = m_fixture->start();
-    QVERIFY(clock.elapsed() < 5000);
+    // Of the processor, so that other work of the machine doesn't count.
+    QVERIFY(std::clock() - before < kMostSeconds * CLOCKS_PER_SEC);
     QVERIFY(memory.growthKB() < 32768);
     QVERIFY(blockCount(store) > 1000);
     QVERIFY(blockCount(store) <= most);
