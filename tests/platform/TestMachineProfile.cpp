@@ -5,6 +5,7 @@
 #include "tests/support/TestMain.h"
 
 #include <QDir>
+#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -27,6 +28,7 @@ class TestMachineProfile : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase();
     void init();
     void cleanup();
     void withoutAProfileTheHandheldsValuesHold();
@@ -47,14 +49,27 @@ private:
 
     std::unique_ptr<QTemporaryDir> m_folder;
     QByteArray m_oldHome;
+    QByteArray m_oldDirs;
     QString m_user;
     QString m_system;
 };
+
+/// No test of any folder may read the profile of the system that it runs on.
+void TestMachineProfile::initTestCase()
+{
+    const QStringList folders
+        = QStandardPaths::standardLocations(QStandardPaths::GenericConfigLocation);
+    QVERIFY(folders.size() >= 2);
+    for (const QString &folder : folders) {
+        QVERIFY2(folder.startsWith(QDir::homePath() + QLatin1Char('/')), qPrintable(folder));
+    }
+}
 
 void TestMachineProfile::init()
 {
     m_folder = std::make_unique<QTemporaryDir>();
     m_oldHome = qgetenv("XDG_CONFIG_HOME");
+    m_oldDirs = qgetenv("XDG_CONFIG_DIRS");
     m_user = m_folder->filePath(QStringLiteral("user"));
     m_system = m_folder->filePath(QStringLiteral("system"));
     qputenv("XDG_CONFIG_HOME", m_user.toLocal8Bit());
@@ -64,7 +79,7 @@ void TestMachineProfile::init()
 void TestMachineProfile::cleanup()
 {
     qputenv("XDG_CONFIG_HOME", m_oldHome);
-    qunsetenv("XDG_CONFIG_DIRS");
+    qputenv("XDG_CONFIG_DIRS", m_oldDirs);
     qunsetenv("LUMIVAULT_MACHINE");
 }
 

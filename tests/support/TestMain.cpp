@@ -23,7 +23,8 @@ std::map<std::string, lumi::test::Factory> &factories()
 void setPrivateHome(const QString &home)
 {
     qputenv("HOME", home.toLocal8Bit());
-    for (const char *name : {"XDG_CONFIG_HOME", "XDG_RUNTIME_DIR", "XDG_DATA_HOME"}) {
+    for (const char *name :
+         {"XDG_CONFIG_HOME", "XDG_CONFIG_DIRS", "XDG_RUNTIME_DIR", "XDG_DATA_HOME"}) {
         const QString folder = home + QLatin1Char('/') + QString::fromLatin1(name);
         QDir().mkpath(folder);
         QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // One executable holds the tests of one folder; its first argument names the class to run.
 // Every run has a fresh private home, settings and runtime folder, so that no test can
-// reach the photos or settings of the person who runs it.
+// reach the photos or settings of the person who runs it, or depends on what is installed.
 #pragma once
 
 #include <QObject>
