@@ -32,6 +32,7 @@ private Q_SLOTS:
     void freeName();
     void nullSeparatorIsNotLookedFor();
     void numbersEndAt65535();
+    void takenNames();
 
 private:
     QString at(const QString &name) const { return m_folder->filePath(name); }
@@ -227,6 +228,21 @@ void TestPaths::numbersEndAt65535()
     QVERIFY(!QFile::exists(last));
     make(QStringLiteral("f65535"));
     QCOMPARE(uniquePath(at(QStringLiteral("f")), "%d", QChar()), last);
+}
+
+void TestPaths::takenNames()
+{
+    make(QStringLiteral("file"));
+    make(QStringLiteral("folder/"));
+    QVERIFY(QFile::link(QStringLiteral("nowhere"), at(QStringLiteral("dangling"))));
+    QVERIFY(QFile::link(QStringLiteral("folder"), at(QStringLiteral("link"))));
+    QCOMPARE(::mkfifo(QFile::encodeName(at(QStringLiteral("pipe"))).constData(), 0600), 0);
+    for (const char *name : {"file", "folder", "dangling", "link", "pipe"}) {
+        QVERIFY2(lumi::isTaken(at(QString::fromLatin1(name))), name);
+    }
+    for (const char *name : {"nowhere", "folder/file", "fil"}) {
+        QVERIFY2(!lumi::isTaken(at(QString::fromLatin1(name))), name);
+    }
 }
 
 LUMI_TEST(TestPaths)
