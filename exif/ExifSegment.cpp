@@ -2,6 +2,7 @@
 #include "exif/ExifSegment.h"
 
 #include "exif/FPVExifTagBytes.h"
+#include "exif/directoryKind.h"
 #include "exif/typeSize.h"
 #include "exif/valueOrder.h"
 
@@ -82,6 +83,12 @@ bool ExifSegment::holdsIfd(quint32 offset) const
     const bool isCut = m_file.size() - m_tiffBase < m_bytes.size();
     const qint64 entries = qint64(offset) + kCountSize;
     return isCut || u16(offset) * qint64(kEntrySize) <= m_bytes.size() - entries;
+}
+
+std::optional<ExifListKind> ExifSegment::kindOfIfd(quint32 offset) const
+{
+    const qint64 entry = qint64(offset) + kCountSize;
+    return directoryKind(u16(entry), u16(entry + 2), u32(entry + 4));
 }
 
 bool ExifSegment::readEntry(qint64 entry, ExifTagList &list)

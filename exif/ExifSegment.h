@@ -6,10 +6,12 @@
 // A value may lie anywhere in the file; bytes that the file does not have are zero.
 #pragma once
 
+#include "exif/ExifListKind.h"
 #include "exif/ExifTagList.h"
 
 #include <QByteArray>
 
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -37,6 +39,9 @@ public:
     /// Whether the entries of the directory at offset all lie in the segment. In a segment that
     /// the file does not have to its end any directory does.
     [[nodiscard]] bool holdsIfd(quint32 offset) const;
+
+    /// What the directory at offset is by its first entry; nothing when none can be there.
+    [[nodiscard]] std::optional<ExifListKind> kindOfIfd(quint32 offset) const;
 
     /// Values of that many bytes were thrown away again and count no more.
     void giveBack(qint64 bytes) { m_room += bytes; }

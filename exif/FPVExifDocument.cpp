@@ -18,27 +18,20 @@ namespace {
 
 // Directories, values and thumbnail for which a segment has room, as an even number.
 constexpr qint64 kMostInASegment = 65518;
-constexpr int kLastGpsTag = 0x001F;
 
 quint32 valueOf(const FPVExifTag *tag)
 {
     return tag ? static_cast<quint32>(tag->intValue()) : 0;
 }
 
-bool describesThumbnail(const lumi::ExifTagList &list)
+/// What a segment has left beside these.
+qint64 roomBeside(lumi::ExifTagLists lists)
 {
-    return std::any_of(list.begin(), list.end(), [](const FPVExifTag *tag) {
-        return tag->tag() == lumi::kTagCompression || tag->tag() == lumi::kTagStripOffsets
-            || tag->tag() == lumi::kThumbnailOffset;
-    });
-}
-
-/// No other directory but the interoperability one has numbers as low as these.
-bool describesPosition(const lumi::ExifTagList &list)
-{
-    return std::all_of(list.begin(), list.end(), [](const FPVExifTag *tag) {
-        return tag->tag() <= kLastGpsTag;
-    });
+    qint64 room = kMostInASegment;
+    for (const lumi::ExifTagList *list : lists) {
+        room -= lumi::ifdSize(*list);
+    }
+    return room;
 }
 
 } // namespace
@@ -128,66 +121,45 @@ bool FPVExifDocument::readAll()
     if (!loaded || !segment.readIfd(m_ifd0Offset, m_ifd0, m_ifd1Offset)) {
         return false;
     }
-    // Values of the first directory that lie outside leave no less room than a full segment.
-    const qint64 ifd0 = std::min<qint64>(lumi::ifdSize(m_ifd0), segment.size());
-    const qint64 room = kMostInASegment - ifd0;
-    if (!readSubIfds(segment, room) || !readIfd1(segment)) {
+    segment.giveBack(lumi::fitTags(mainLists(), kMostInASegment));
+    if (!readPointed(segment, m_ifd0.findNumber(lumi::kExifPointer), ExifListKind::Exif)
+        || !readPointed(segment, m_exif.findNumber(lumi::kInteroperabilityPointer),
+                        ExifListKind::Interoperability)
+        || !readPointed(segment, m_ifd0.findNumber(lumi::kGpsPointer), ExifListKind::Gps)
+        || !readIfd1(segment)) {
         return false;
     }
-    fitBlock(room);
+    fitBlock();
     return true;
 }
 
-bool FPVExifDocument::readSubIfds(lumi::ExifSegment &segment, qint64 room)
-{
-    if (!readPointed(segment, m_ifd0.findNumber(lumi::kExifPointer), &FPVExifDocument::m_exif,
-                     room)) {
-        return false;
-    }
-    const FPVExifTag *gps = m_ifd0.findNumber(lumi::kGpsPointer);
-    const FPVExifTag *interoperability = m_exif.findNumber(lumi::kInteroperabilityPointer);
-    // Without a directory of its own this one leads to what is written next.
-    const bool isOfGps = gps && valueOf(gps) == valueOf(interoperability);
-    return (isOfGps
-            || readPointed(segment, interoperability, &FPVExifDocument::m_interoperability, room))
-        && readPointed(segment, gps, &FPVExifDocument::m_gps, room);
-}
-
-/// A pointer can be left over from an older block. What it leads to counts as empty then: it
-/// must not come into the next block. Some programs link the Exif directory behind the first
-/// one as well; only what describes a thumbnail, or the position that the GPS pointer leads to,
-/// is none. What is read is cut to size at once, or the values of one directory would leave none
-/// to be held for the next.
+/// What is read is cut to size at once, or the values of one directory would leave none to be
+/// held for the next.
 bool FPVExifDocument::readPointed(lumi::ExifSegment &segment, const FPVExifTag *pointer,
-                                  ListMember target, qint64 room)
+                                  ExifListKind kind)
 {
     const quint32 offset = valueOf(pointer);
-    const bool isExif = target == &FPVExifDocument::m_exif;
-    if (!pointer || offset == m_ifd0Offset || (offset == m_ifd1Offset && !isExif)
-        || !segment.holdsIfd(offset)) {
+    if (!pointer || !isAt(offset, kind, segment)) {
         return true;
     }
-    lumi::ExifTagList &list = this->*target;
+    const qint64 room = roomBeside(mainLists());
+    lumi::ExifTagList &list = editableList(kind);
     quint32 unusedLink = 0;
     if (!segment.readIfd(offset, list, unusedLink)) {
         return false;
     }
-    const FPVExifTag *gps = m_ifd0.findNumber(lumi::kGpsPointer);
-    const bool isOther = (offset == m_ifd1Offset && describesThumbnail(list))
-        || (isExif && gps && offset == valueOf(gps) && describesPosition(list));
-    segment.giveBack(lumi::fitTags(pointedLists(), isOther ? 0 : room));
+    if (segment.kindOfIfd(offset) != kind) {
+        lumi::ExifTagList *const alone[] = {&list};
+        segment.giveBack(lumi::fitTags(alone, room));
+    }
+    segment.giveBack(lumi::fitTags(mainLists(), kMostInASegment));
     return true;
-}
-
-std::array<lumi::ExifTagList *, 3> FPVExifDocument::pointedLists()
-{
-    return {&m_exif, &m_interoperability, &m_gps};
 }
 
 bool FPVExifDocument::readIfd1(lumi::ExifSegment &segment)
 {
     m_ifd0Span = m_ifd1Offset - m_ifd0Offset;
-    if (m_ifd1Offset == 0) {
+    if (m_ifd1Offset == 0 || !isAt(m_ifd1Offset, ExifListKind::Ifd1, segment)) {
         return true;
     }
     if (!segment.readIfd(m_ifd1Offset, m_ifd1, m_nextIfdOffset)) {
@@ -198,29 +170,50 @@ bool FPVExifDocument::readIfd1(lumi::ExifSegment &segment)
     return true;
 }
 
-/// The thumbnail goes like a value of its size. Not so one that no segment could hold, beside
-/// which nothing else would be worth its loss.
-void FPVExifDocument::fitBlock(qint64 room)
+bool FPVExifDocument::isShared(quint32 offset) const
 {
-    const auto pointed = pointedLists();
-    const qint64 thumbnail = writtenThumbnail();
-    if (thumbnail <= kMostInASegment) {
-        if (thumbnail + lumi::sizeOfTags(pointed, thumbnail) > room) {
-            dropThumbnail();
-        }
-        room -= writtenThumbnail();
-    }
-    lumi::fitTags(pointed, room);
-    for (const lumi::ExifTagList *list : pointed) {
-        room -= lumi::ifdSize(*list);
-    }
-    lumi::ExifTagList *const second[] = {&m_ifd1};
-    lumi::fitTags(second, room);
-    const bool isNamed
-        = m_ifd1.findNumber(lumi::kThumbnailOffset) && m_ifd1.findNumber(lumi::kThumbnailLength);
-    if (thumbnail > 0 && !isNamed) {
+    const quint32 places[]
+        = {m_ifd0Offset, m_ifd1Offset, valueOf(m_ifd0.findNumber(lumi::kExifPointer)),
+           valueOf(m_ifd0.findNumber(lumi::kGpsPointer)),
+           valueOf(m_exif.findNumber(lumi::kInteroperabilityPointer))};
+    return std::ranges::count(places, offset) > 1;
+}
+
+/// A pointer outlives its directory and then leads to whatever came to stand there. That must
+/// not be written into the next block a second time: what the user clears would stay in the
+/// copy. So where there is doubt, a directory has to show what it is.
+bool FPVExifDocument::isAt(quint32 offset, ExifListKind kind,
+                           const lumi::ExifSegment &segment) const
+{
+    const bool isDoubtful = isShared(offset) || !segment.holdsIfd(offset);
+    return !isDoubtful || (offset != m_ifd0Offset && segment.kindOfIfd(offset) == kind);
+}
+
+std::array<lumi::ExifTagList *, 4> FPVExifDocument::mainLists()
+{
+    return {&m_ifd0, &m_exif, &m_interoperability, &m_gps};
+}
+
+/// The thumbnail goes like a value of its size.
+void FPVExifDocument::fitBlock()
+{
+    const auto lists = mainLists();
+    if (namedThumbnail() + lumi::sizeOfTags(lists, writtenThumbnail()) > kMostInASegment) {
         dropThumbnail();
     }
+    lumi::fitTags(lists, kMostInASegment - namedThumbnail());
+    lumi::ExifTagList *const second[] = {&m_ifd1};
+    lumi::fitTags(second, roomBeside(lists) - writtenThumbnail());
+}
+
+/// What the thumbnail takes of a new block with a directory that has its two tags alone.
+qint64 FPVExifDocument::namedThumbnail() const
+{
+    const qint64 thumbnail = writtenThumbnail();
+    return thumbnail == 0 ? 0
+                          : thumbnail + lumi::kBareDirectorySize
+            + lumi::entrySize(*m_ifd1.findNumber(lumi::kThumbnailOffset))
+            + lumi::entrySize(*m_ifd1.findNumber(lumi::kThumbnailLength));
 }
 
 void FPVExifDocument::dropThumbnail()
@@ -234,6 +227,6 @@ void FPVExifDocument::dropThumbnail()
 qint64 FPVExifDocument::writtenThumbnail() const
 {
     const bool isNamed = m_ifd1.findNumber(lumi::kThumbnailOffset) != nullptr;
-    const bool isWhole = m_thumbnailLength <= size() - m_tiffBase - m_thumbnailOffset;
-    return hasThumbnail() && isNamed && isWhole ? m_thumbnailLength : 0;
+    const qint64 most = std::min(size() - m_tiffBase - m_thumbnailOffset, kMostInASegment);
+    return hasThumbnail() && isNamed && m_thumbnailLength <= most ? m_thumbnailLength : 0;
 }

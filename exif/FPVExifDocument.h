@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
 // The whole Exif block of a photo, read at once into five lists with every value of every
 // tag, so that it can be shown, edited and written again. Only an APP1 segment that follows
-// the start of the image directly counts. What a tag points to is a directory if its entries
-// lie in the segment and it is no linked one. As the block has to fit a segment again, the
-// largest are passed over of the values of these and the thumbnail, and the second directory
-// gets what room is left. The first one and a thumbnail above 64 KB are taken as they are.
+// the start of the image directly counts. Behind it a directory reads zero, behind the file a
+// value; a value of more than 65535 bytes, or beyond 1 MB in all, is passed over. What several
+// pointers or links lead to, or what reaches out of the segment, is read once and as what its
+// first entry shows it to be. As the block has to fit a segment again, the largest go of the
+// values and the thumbnail, pointers last. What room is left is for the second directory, and
+// for one that is not what its pointer says.
 // Owns: the tags; the file, which stays open for thumbnail and writer to read from it again.
 // Format: the segment is read once and taken apart in memory, values outside it one by one.
-// Behind the segment a directory reads zero, behind the file a value; a value of more than
-// 65535 bytes, or beyond 1 MB in all, is passed over.
 #pragma once
 
 #include "exif/ExifListKind.h"
@@ -87,7 +87,7 @@ protected:
     [[nodiscard]] lumi::ExifTagList &editableList(ExifListKind kind);
 
     /// The bytes of the thumbnail that a new block gets: all of them or, without its offset in
-    /// the second directory or when the file does not have it whole, none.
+    /// the second directory, when the file does not have it whole or no segment could, none.
     [[nodiscard]] qint64 writtenThumbnail() const;
 
 private:
@@ -95,12 +95,15 @@ private:
 
     [[nodiscard]] static ListMember listAt(ExifListKind kind);
     [[nodiscard]] bool readAll();
-    [[nodiscard]] bool readSubIfds(lumi::ExifSegment &segment, qint64 room);
     [[nodiscard]] bool readPointed(lumi::ExifSegment &segment, const FPVExifTag *pointer,
-                                   ListMember target, qint64 room);
-    [[nodiscard]] std::array<lumi::ExifTagList *, 3> pointedLists();
+                                   ExifListKind kind);
     [[nodiscard]] bool readIfd1(lumi::ExifSegment &segment);
-    void fitBlock(qint64 room);
+    [[nodiscard]] bool isShared(quint32 offset) const;
+    [[nodiscard]] bool isAt(quint32 offset, ExifListKind kind,
+                            const lumi::ExifSegment &segment) const;
+    [[nodiscard]] std::array<lumi::ExifTagList *, 4> mainLists();
+    void fitBlock();
+    [[nodiscard]] qint64 namedThumbnail() const;
     void dropThumbnail();
 
     quint8 m_littleEndian = 1;

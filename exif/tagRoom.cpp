@@ -2,6 +2,7 @@
 #include "exif/tagRoom.h"
 
 #include "exif/exifBlockBytes.h"
+#include "exif/pointerTags.h"
 
 #include <algorithm>
 #include <limits>
@@ -15,8 +16,18 @@ struct ListedTag
     const FPVExifTag *tag;
 };
 
-/// The smallest first, equals in their order.
-std::vector<ListedTag> bySize(lumi::ExifTagLists lists)
+constexpr int kPointers[] = {lumi::kExifPointer, lumi::kGpsPointer, lumi::kInteroperabilityPointer,
+                             lumi::kThumbnailOffset, lumi::kThumbnailLength};
+
+/// The higher, the sooner the tag goes.
+quint32 lossOrder(const ListedTag &listed)
+{
+    const bool isPointer = std::ranges::find(kPointers, listed.tag->tag()) != std::end(kPointers);
+    return isPointer ? 0 : lumi::entrySize(*listed.tag);
+}
+
+/// What goes last comes first, equals in their order.
+std::vector<ListedTag> byLossOrder(lumi::ExifTagLists lists)
 {
     std::vector<ListedTag> tags;
     for (lumi::ExifTagList *list : lists) {
@@ -25,7 +36,7 @@ std::vector<ListedTag> bySize(lumi::ExifTagLists lists)
         }
     }
     std::stable_sort(tags.begin(), tags.end(), [](const ListedTag &one, const ListedTag &other) {
-        return lumi::entrySize(*one.tag) < lumi::entrySize(*other.tag);
+        return lossOrder(one) < lossOrder(other);
     });
     return tags;
 }
@@ -53,7 +64,7 @@ qint64 lumi::fitTags(ExifTagLists lists, qint64 room)
         return 0;
     }
     qint64 gone = 0;
-    std::vector<ListedTag> tags = bySize(lists);
+    std::vector<ListedTag> tags = byLossOrder(lists);
     while (size > room && !tags.empty()) {
         const auto [list, tag] = tags.back();
         tags.pop_back();

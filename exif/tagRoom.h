@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Which tags stay when there is room for some of them only: the smallest, and of equals the
-// first. One overlong value so costs nothing but itself.
+// Which tags stay when there is room for some of them only: those that lead to other parts of
+// the block, then the smallest, and of equals the first. One overlong value so costs nothing
+// but itself.
 #pragma once
 
 #include "exif/ExifTagList.h"
@@ -16,7 +17,8 @@ using ExifTagLists = std::span<ExifTagList *const>;
 [[nodiscard]] qint64 sizeOfTags(ExifTagLists lists, qint64 largest);
 
 /// Removes tags, the largest first and of equals the last, until the lists as directories take
-/// no more than room bytes: the bytes of the values that went.
+/// no more than room bytes: the bytes of the values that went. Tags that say where something
+/// stands go behind all others.
 qint64 fitTags(ExifTagLists lists, qint64 room);
 
 } // namespace lumi

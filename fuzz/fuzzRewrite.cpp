@@ -1,12 +1,10 @@
 // SPDX-License-Identifier: MIT
 // A photo of arbitrary bytes is read, written and read again: one that was refused is as it
-// was; of the others the image data stay, and the first directory unless the segment wrapped,
-// which only a thumbnail above 64 KB or a first directory from all over the file may cause.
+// was; of the others the image data stay, the segment does not wrap, and the first directory
+// stays unless a pointer left over leads to a directory among its values.
 #include "exif/FPVExifWriter.h"
-#include "exif/exifBlockBytes.h"
 #include "fuzz/FuzzInput.h"
 
-#include <algorithm>
 #include <cstdlib>
 
 int LLVMFuzzerInitialize(int * /*argc*/, char *** /*argv*/)
@@ -32,15 +30,13 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
     QFile photo(after.fileName());
     const QByteArray bytes = photo.open(QIODevice::ReadOnly) ? photo.readAll() : QByteArray();
     const QByteArray rest = before.mid(writer.app1Length() + 4);
-    const bool mayWrap = writer.thumbnailLength() > 65518
-        || int(lumi::ifdSize(writer.ifd0List())) > std::min(writer.app1Length(), 65518);
+    const auto &first = writer.ifd0List();
+    const bool isLeftOver = (writer.find(0x8769, first) && !writer.hasExifIfd())
+        || (writer.find(0x8825, first) && !writer.hasGpsIfd());
+    const bool isSame = isLeftOver || first.isEmpty() || flat(after.ifd0List()) == flat(first);
     const bool isWrapped = bytes.size() - rest.size() - 4 > 65535;
-    if (isWrapped && !mayWrap) {
-        std::abort();
-    }
-    const bool isRenewed = result == 0 && bytes.endsWith(rest)
-        && (isWrapped || writer.ifd0List().isEmpty()
-            || (after.isValid() && flat(after.ifd0List()) == flat(writer.ifd0List())));
+    const bool isRenewed = result == 0 && bytes.endsWith(rest) && !isWrapped
+        && (first.isEmpty() || after.isValid()) && isSame;
     if (!isRenewed && (result != 2 || bytes != before)) {
         std::abort();
     }

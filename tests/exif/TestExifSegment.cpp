@@ -49,6 +49,17 @@ QByteArray photoWithFarValue(int *place)
     return far.file() + "far away";
 }
 
+/// Reads the first directory of the photo into list, which stays empty when that fails.
+void readFirst(const ExifBuilder &photo, lumi::ExifTagList &list)
+{
+    WatchedDevice device(photo.file());
+    lumi::ExifSegment segment(device);
+    quint32 link = 0;
+    if (!segment.load() || !segment.readIfd(segment.ifd0Offset(), list, link)) {
+        list.clear();
+    }
+}
+
 } // namespace
 
 class TestExifSegment : public QObject
@@ -66,6 +77,11 @@ private Q_SLOTS:
     void farReadErrorFailsTheDirectory();
     void holdsDirectoriesWhoseEntriesLieInIt_data();
     void holdsDirectoriesWhoseEntriesLieInIt();
+    void largeValuesArePassedOver_data();
+    void largeValuesArePassedOver();
+    void valuesEndAtAMegabyteInAll();
+    void kindsOfDirectories_data();
+    void kindsOfDirectories();
     void headerFields();
 };
 
@@ -190,6 +206,74 @@ void TestExifSegment::holdsDirectoriesWhoseEntriesLieInIt()
         const auto cut = segmentOf(device);
         QVERIFY(cut);
         QCOMPARE(cut->holdsIfd(place), missing == 0);
+    }
+}
+
+void TestExifSegment::largeValuesArePassedOver_data()
+{
+    QTest::addColumn<int>("type");
+    QTest::addColumn<quint32>("count");
+    QTest::addColumn<bool>("kept");
+    QTest::newRow("65535 bytes") << 7 << 65535U << true;
+    QTest::newRow("65536 bytes") << 7 << 65536U << false;
+    QTest::newRow("65534 bytes of numbers") << 3 << 32767U << true;
+    QTest::newRow("65536 bytes of numbers") << 3 << 32768U << false;
+    QTest::newRow("65528 bytes of fractions") << 5 << 8191U << true;
+    QTest::newRow("65536 bytes of fractions") << 5 << 8192U << false;
+}
+
+void TestExifSegment::largeValuesArePassedOver()
+{
+    QFETCH(int, type);
+    QFETCH(quint32, count);
+    QFETCH(bool, kept);
+    lumi::ExifTagList list;
+    readFirst(ExifBuilder()
+                  .shorts(Ifd0, 0x0100, {1})
+                  .word(Ifd0, 0x0101, quint16(type), count, 8)
+                  .shorts(Ifd0, 0x0102, {2}),
+              list);
+    QCOMPARE(list.findNumber(0x0101) != nullptr, kept);
+    QCOMPARE(list.findNumber(0x0102)->intValue(), 2);
+}
+
+void TestExifSegment::valuesEndAtAMegabyteInAll()
+{
+    ExifBuilder photo;
+    for (quint16 number = 1; number <= 20; ++number) {
+        photo.word(Ifd0, number, 7, 65535, 8);
+    }
+    photo.shorts(Ifd0, 0x0112, {6}).word(Ifd0, 0x0113, 7, 100, 8);
+    lumi::ExifTagList list;
+    readFirst(photo, list);
+    // 16 large ones and 16 bytes: then there is room for the small one alone.
+    QVERIFY(list.findNumber(16));
+    QVERIFY(!list.findNumber(17));
+    QCOMPARE(list.findNumber(0x0112)->intValue(), 6);
+    QVERIFY(!list.findNumber(0x0113));
+    QCOMPARE(list.count(), 17);
+}
+
+void TestExifSegment::kindsOfDirectories_data()
+{
+    readsAPhotoInTwoReads_data();
+}
+
+void TestExifSegment::kindsOfDirectories()
+{
+    QFETCH(bool, big);
+    const ExifBuilder photo
+        = lumi::test::fullPhoto(big ? ExifBuilder::Order::Big : ExifBuilder::Order::Little);
+    WatchedDevice device(photo.file());
+    lumi::ExifSegment segment(device);
+    QVERIFY(segment.load());
+    for (const ExifListKind kind : {Exif, Interoperability, Gps, Ifd1}) {
+        QVERIFY(segment.kindOfIfd(photo.offsetOf(kind)) == kind);
+    }
+    QVERIFY(segment.kindOfIfd(photo.offsetOf(Ifd0)) == Ifd1);
+    for (const quint32 offset : {0U, quint32(segment.size()) - 1, quint32(segment.size()),
+                                 0x7FFFFFFFU, 0x80000000U, 0xFFFFFFFFU}) {
+        QVERIFY(!segment.kindOfIfd(offset));
     }
 }
 

@@ -26,14 +26,13 @@ private Q_SLOTS:
     void valueBehindTheSegment();
     void valueBehindTheFileIsZero_data();
     void valueBehindTheFileIsZero();
-    void largeValuesArePassedOver_data();
-    void largeValuesArePassedOver();
-    void valuesEndAtAMegabyteInAll();
     void hugeCountsArePassedOver_data();
     void hugeCountsArePassedOver();
     void loopsOfDirectoriesEnd();
-    void pointedDirectoryMustFitTheSegment_data();
-    void pointedDirectoryMustFitTheSegment();
+    void directoryThatReachesOut_data();
+    void directoryThatReachesOut();
+    void wrongEntryCountCostsNoTag_data();
+    void wrongEntryCountCostsNoTag();
     void pointedDirectoryOfACutFileKeepsWhatIsThere();
     void pointerToALinkedDirectoryLeadsNowhere_data();
     void pointerToALinkedDirectoryLeadsNowhere();
@@ -161,50 +160,6 @@ void TestFPVExifDocumentBounds::valueBehindTheFileIsZero()
     QCOMPARE(document.find(0x0112, Ifd0)->intValue(), 6);
 }
 
-void TestFPVExifDocumentBounds::largeValuesArePassedOver_data()
-{
-    QTest::addColumn<int>("type");
-    QTest::addColumn<quint32>("count");
-    QTest::addColumn<bool>("kept");
-    QTest::newRow("65535 bytes") << 7 << 65535U << true;
-    QTest::newRow("65536 bytes") << 7 << 65536U << false;
-    QTest::newRow("65534 bytes of numbers") << 3 << 32767U << true;
-    QTest::newRow("65536 bytes of numbers") << 3 << 32768U << false;
-    QTest::newRow("65528 bytes of fractions") << 5 << 8191U << true;
-    QTest::newRow("65536 bytes of fractions") << 5 << 8192U << false;
-}
-
-void TestFPVExifDocumentBounds::largeValuesArePassedOver()
-{
-    QFETCH(int, type);
-    QFETCH(quint32, count);
-    QFETCH(bool, kept);
-    const FPVExifDocument document(m_folder.put(ExifBuilder()
-                                                    .shorts(Ifd0, 0x0100, {1})
-                                                    .word(Ifd0, 0x0101, quint16(type), count, 8)
-                                                    .shorts(Ifd0, 0x0102, {2})));
-    QVERIFY(document.isValid());
-    QCOMPARE(document.find(0x0101, Ifd0) != nullptr, kept);
-    QCOMPARE(document.find(0x0102, Ifd0)->intValue(), 2);
-}
-
-void TestFPVExifDocumentBounds::valuesEndAtAMegabyteInAll()
-{
-    ExifBuilder photo;
-    for (quint16 number = 1; number <= 20; ++number) {
-        photo.word(Ifd0, number, 7, 65535, 8);
-    }
-    photo.shorts(Ifd0, 0x0112, {6}).word(Ifd0, 0x0113, 7, 100, 8);
-    const FPVExifDocument document(m_folder.put(photo));
-    QVERIFY(document.isValid());
-    // 16 large ones and 16 bytes: then there is room for the small one alone.
-    QVERIFY(document.find(16, Ifd0));
-    QVERIFY(!document.find(17, Ifd0));
-    QCOMPARE(document.find(0x0112, Ifd0)->intValue(), 6);
-    QVERIFY(!document.find(0x0113, Ifd0));
-    QCOMPARE(document.ifd0List().count(), 17);
-}
-
 void TestFPVExifDocumentBounds::hugeCountsArePassedOver_data()
 {
     QTest::addColumn<int>("type");
@@ -235,52 +190,81 @@ void TestFPVExifDocumentBounds::loopsOfDirectoriesEnd()
     QCOMPARE(photo.offsetOf(Exif), exif);
     const FPVExifDocument document(m_folder.put(photo));
     QVERIFY(document.isValid());
-    for (const auto kind : {Ifd0, Ifd1}) {
-        QCOMPARE(numbersOf(document.list(kind)), QList<int>{0x8769});
-    }
-    for (const auto kind : {Exif, Interoperability}) {
-        QCOMPARE(numbersOf(document.list(kind)), QList<int>{0xA005});
-    }
-    QCOMPARE(document.nextIfdOffset(), 8U);
+    QCOMPARE(numbersOf(document.ifd0List()), QList<int>{0x8769});
+    QCOMPARE(numbersOf(document.exifList()), QList<int>{0xA005});
+    QVERIFY(document.list(Ifd1).isEmpty());
+    QVERIFY(document.list(Interoperability).isEmpty());
 }
 
-void TestFPVExifDocumentBounds::pointedDirectoryMustFitTheSegment_data()
+void TestFPVExifDocumentBounds::directoryThatReachesOut_data()
 {
     QTest::addColumn<ExifListKind>("list");
     QTest::addColumn<int>("spare"); // bytes of the segment behind the last entry
-    QTest::addColumn<int>("tags");
+    QTest::addColumn<int>("own");   // tags that are read when the first one is of such a list
+    QTest::addColumn<int>("other"); // and when it is not
     const auto rows = [](const char *name, ExifListKind list) {
-        const auto row = [name, list](const char *what, int spare, int tags) {
-            QTest::addRow("%s, %s", name, what) << list << spare << tags;
+        const auto row = [name, list](const char *what, int spare, int own, int other) {
+            QTest::addRow("%s, %s", name, what) << list << spare << own << other;
         };
-        row("more than is needed", 5, 2);
-        row("no room for a link", 0, 2);
-        row("a byte too few", -1, 0);
-        row("no whole entry", -13, 0);
-        row("nothing behind the count", -24, 0);
-        row("half the count", -25, 0);
-        row("not there at all", -26, 0);
+        row("more than is needed", 5, 2, 2);
+        row("no room for a link", 0, 2, 2);
+        row("a byte too few", -1, 2, 0);
+        row("the first entry and a byte", -11, 1, 0);
+        row("no whole entry", -13, 1, 0);
+        row("no type of the first entry", -22, 0, 0);
+        row("nothing behind the count", -24, 0, 0);
+        row("half the count", -25, 0, 0);
+        row("not there at all", -26, 0, 0);
     };
     rows("Exif", Exif);
     rows("interoperability", Interoperability);
     rows("GPS", Gps);
+    rows("the second one", Ifd1);
 }
 
-void TestFPVExifDocumentBounds::pointedDirectoryMustFitTheSegment()
+void TestFPVExifDocumentBounds::directoryThatReachesOut()
 {
     QFETCH(ExifListKind, list);
     QFETCH(int, spare);
-    QFETCH(int, tags);
-    for (const auto order : {ExifBuilder::Order::Little, ExifBuilder::Order::Big}) {
+    QFETCH(int, own);
+    QFETCH(int, other);
+    const auto tagsBeginningWith = [&](ExifBuilder::Order order, quint16 tag, int count) {
         ExifBuilder photo(order);
-        photo.shorts(Ifd0, 0x0112, {6}).shorts(list, 0x0001, {1}).shorts(list, 0x0003, {1});
+        photo.shorts(Ifd0, 0x0112, {6})
+            .value(list, tag, 2, quint32(count), QByteArray(count, 'R'))
+            .shorts(list, 0xB000, {1});
         const int entriesEnd = int(photo.offsetOf(list)) + 2 + 24;
         photo.app1Length(quint16(8 + entriesEnd + spare));
-        const FPVExifDocument document(m_folder.put(photo));
-        QVERIFY(document.isValid());
-        QCOMPARE(document.list(list).count(), tags);
-        QCOMPARE(numbersOf(document.ifd0List()),
-                 (QList<int>{0x0112, list == Gps ? 0x8825 : 0x8769}));
+        return FPVExifDocument(m_folder.put(photo)).list(list).count();
+    };
+    for (const auto order : {ExifBuilder::Order::Little, ExifBuilder::Order::Big}) {
+        QCOMPARE(tagsBeginningWith(order, 0x9003, 4), list == Exif ? own : other);
+        QCOMPARE(tagsBeginningWith(order, 0x0001, 4), list == Interoperability ? own : other);
+        QCOMPARE(tagsBeginningWith(order, 0x0001, 2), list == Gps ? own : other);
+        QCOMPARE(tagsBeginningWith(order, 0x0132, 4), list == Ifd1 ? own : other);
+    }
+}
+
+void TestFPVExifDocumentBounds::wrongEntryCountCostsNoTag_data()
+{
+    QTest::addColumn<ExifListKind>("list");
+    QTest::newRow("Exif") << Exif;
+    QTest::newRow("interoperability") << Interoperability;
+    QTest::newRow("GPS") << Gps;
+    QTest::newRow("the second one") << Ifd1;
+}
+
+void TestFPVExifDocumentBounds::wrongEntryCountCostsNoTag()
+{
+    QFETCH(ExifListKind, list);
+    for (const auto order : {ExifBuilder::Order::Little, ExifBuilder::Order::Big}) {
+        ExifBuilder photo = lumi::test::fullPhoto(order);
+        const FPVExifDocument good(m_folder.put(photo));
+        const QString path = m_folder.put(photo.entryCount(list, 9999), QStringLiteral("bad.jpg"));
+        const FPVExifDocument document(path);
+        for (const int number : numbersOf(good.list(list))) {
+            QCOMPARE(bytesOf(document.find(number, list)), bytesOf(good.find(number, list)));
+        }
     }
 }
 
@@ -288,14 +272,14 @@ void TestFPVExifDocumentBounds::pointedDirectoryOfACutFileKeepsWhatIsThere()
 {
     for (const ExifListKind list : {Exif, Gps}) {
         ExifBuilder photo;
-        photo.shorts(Ifd0, 0x0112, {6}).shorts(list, 0x0001, {1}).shorts(list, 0x0003, {1});
+        photo.shorts(Ifd0, 0x0112, {6}).shorts(list, 0x7001, {1}).shorts(list, 0x7003, {1});
         photo.entryCount(list, 9);
         const QByteArray whole = photo.file();
         const qsizetype entriesEnd = 12 + photo.offsetOf(list) + 2 + 24;
         QVERIFY(FPVExifDocument(m_folder.put(whole)).list(list).isEmpty());
         const FPVExifDocument document(m_folder.put(whole.left(entriesEnd)));
         QVERIFY(document.isValid());
-        QCOMPARE(numbersOf(document.list(list)), (QList<int>{0x0001, 0x0003}));
+        QCOMPARE(numbersOf(document.list(list)), (QList<int>{0x7001, 0x7003}));
     }
 }
 
@@ -342,6 +326,7 @@ void TestFPVExifDocumentBounds::whatLiesOutsideLeavesRoom()
     photo.word(Ifd0, 0xC000, 7, 65535, 100000).word(Ifd1, 0xC000, 7, 65535, 100000);
     QVERIFY(FPVExifDocument(m_folder.put(photo)).hasExifIfd());
     QVERIFY(FPVExifDocument(m_folder.put(photo)).hasGpsIfd());
+    QCOMPARE(FPVExifDocument(m_folder.put(photo)).ifd0List().count(), 8);
     ExifBuilder preview;
     preview.shorts(Exif, 0x9208, {1}).longs(Ifd1, 0x0201, {100000}).longs(Ifd1, 0x0202, {70000});
     const FPVExifDocument document(m_folder.put(preview));

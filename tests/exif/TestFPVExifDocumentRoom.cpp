@@ -91,6 +91,10 @@ private Q_SLOTS:
     void garbageBehindTheLinkHarmsNothing();
     void garbageDirectoriesLeaveTheRestItsValues();
     void secondDirectoryGetsWhatIsLeft();
+    void largestGoesWhereverItIs_data();
+    void largestGoesWhereverItIs();
+    void thumbnailOutlivesItsDirectory_data();
+    void thumbnailOutlivesItsDirectory();
     void thumbnailPartlyOutsideDoesNotWrap_data();
     void thumbnailPartlyOutsideDoesNotWrap();
     void exifDirectoryThatIsLinkedAsWell_data();
@@ -120,7 +124,7 @@ void TestFPVExifDocumentRoom::overlongValueCostsNothingElse_data()
     QTest::addColumn<ExifListKind>("list");
     QTest::addColumn<quint32>("size");
     QTest::addColumn<quint32>("offset");
-    for (const ExifListKind list : {Exif, Interoperability, Gps, Ifd1}) {
+    for (const ExifListKind list : {Ifd0, Exif, Interoperability, Gps, Ifd1}) {
         const auto row = [list](const char *what, quint32 size, quint32 offset) {
             QTest::addRow("list %d, %s", int(list), what) << list << size << offset;
         };
@@ -302,13 +306,16 @@ void TestFPVExifDocumentRoom::garbageBehindTheLinkHarmsNothing()
 void TestFPVExifDocumentRoom::garbageDirectoriesLeaveTheRestItsValues()
 {
     // Together they are what may be held at once but for a few bytes; none fits the block.
-    ExifBuilder photo = smallThings();
-    for (quint16 i = 0; i < 15; ++i) {
-        photo.word(Exif, 0x7000 + i, 7, 65535, 8);
+    for (const auto &[list, last] : {std::pair(Ifd0, Ifd0), std::pair(Exif, Interoperability)}) {
+        ExifBuilder photo = smallThings();
+        for (quint16 i = 0; i < 15; ++i) {
+            photo.word(list, 0x7000 + i, 7, 65535, 8);
+        }
+        photo.word(last, 0x7100, 7, last == Ifd0 ? 65500 : 65480, 8);
+        const FPVExifDocument document(put(photo));
+        QVERIFY(hasSmallThings(document));
+        QCOMPARE(numbersOf(document.ifd0List()), (QList<int>{0x010F, 0x8769, 0x8825}));
     }
-    photo.word(Interoperability, 0x7000, 7, 65480, 8);
-    const FPVExifDocument document(put(photo));
-    QVERIFY(hasSmallThings(document));
 }
 
 void TestFPVExifDocumentRoom::secondDirectoryGetsWhatIsLeft()
@@ -328,6 +335,75 @@ void TestFPVExifDocumentRoom::secondDirectoryGetsWhatIsLeft()
                  more > 0 ? (QList<int>{0x0103, 0x0112}) : (QList<int>{0x0103, 0x011A, 0x0112}));
         QVERIFY(survivesASave(path));
     }
+}
+
+void TestFPVExifDocumentRoom::largestGoesWhereverItIs_data()
+{
+    QTest::addColumn<quint32>("first");
+    QTest::addColumn<quint32>("note");
+    QTest::newRow("in the first directory") << 60000U << 20000U;
+    QTest::newRow("in the Exif directory") << 20000U << 60000U;
+}
+
+void TestFPVExifDocumentRoom::largestGoesWhereverItIs()
+{
+    // Both values begin within the segment and reach into the image.
+    QFETCH(quint32, first);
+    QFETCH(quint32, note);
+    ExifBuilder photo = smallThings();
+    photo.word(Ifd0, 0xC000, 7, first, 8).word(Exif, kMakerNote, 7, note, 8).thumbnail("a picture");
+    const QString path = put(photo);
+    FPVExifDocument document(path);
+    QVERIFY(hasSmallThings(document));
+    QCOMPARE(document.find(0xC000, Ifd0) != nullptr, first < note);
+    QCOMPARE(document.find(kMakerNote, Exif) != nullptr, note < first);
+    QCOMPARE(thumbnailBytes(document), QByteArray("a picture"));
+    QVERIFY(survivesASave(path));
+}
+
+void TestFPVExifDocumentRoom::thumbnailOutlivesItsDirectory_data()
+{
+    QTest::addColumn<int>("missing"); // bytes of room
+    QTest::addColumn<int>("thumbnail");
+    QTest::addColumn<bool>("hasNote");
+    QTest::addColumn<QList<int>>("second");
+    const auto row = [](int missing, int thumbnail, bool hasNote, const QList<int> &second) {
+        QTest::addRow("%d too few, %d of the thumbnail", missing, thumbnail)
+            << missing << thumbnail << hasNote << second;
+    };
+    const QList<int> all = {0x0103, 0x011A, 0x011B, 0x0128, 0x0201, 0x0202};
+    row(0, 2000, true, all);
+    row(2, 2000, true, {0x0103, 0x011A, 0x0128, 0x0201, 0x0202});
+    row(40, 2000, true, {0x0103, 0x0128, 0x0201, 0x0202});
+    row(42, 2000, true, {0x0103, 0x0201, 0x0202});
+    row(64, 2000, true, {0x0201, 0x0202});
+    row(66, 2000, false, all);
+    row(66, 40000, true, all.mid(0, 4));
+}
+
+void TestFPVExifDocumentRoom::thumbnailOutlivesItsDirectory()
+{
+    QFETCH(int, missing);
+    QFETCH(int, thumbnail);
+    QFETCH(bool, hasNote);
+    QFETCH(QList<int>, second);
+    constexpr int kFullBlock = 8 + 65518;
+    const auto photoWith = [&](int note) {
+        ExifBuilder photo;
+        photo.shorts(Ifd1, 0x0103, {6})
+            .rationals(Ifd1, 0x011A, {{72, 1}})
+            .rationals(Ifd1, 0x011B, {{72, 1}})
+            .shorts(Ifd1, 0x0128, {2})
+            .word(Exif, kMakerNote, 7, quint32(note), 0x100000); // behind the file
+        return photo.thumbnail(noteOf(thumbnail));
+    };
+    const int note = kFullBlock - int(photoWith(5).block().size()) + missing;
+    const QString path = put(photoWith(note));
+    FPVExifDocument document(path);
+    QCOMPARE(document.hasExifIfd(), hasNote);
+    QCOMPARE(numbersOf(document.list(Ifd1)), second);
+    QCOMPARE(thumbnailBytes(document), second.contains(0x0201) ? noteOf(thumbnail) : QByteArray());
+    QVERIFY(survivesASave(path));
 }
 
 void TestFPVExifDocumentRoom::thumbnailPartlyOutsideDoesNotWrap_data()
@@ -383,14 +459,13 @@ void TestFPVExifDocumentRoom::exifDirectoryThatIsLinkedAsWell()
     QFETCH(int, tag);
     QFETCH(bool, isExif);
     ExifBuilder photo;
-    photo.longs(Exif, 0x9208, {1}).longs(Exif, quint16(tag), {1}).makerNote(noteOf(40000));
+    photo.longs(Exif, quint16(tag), {1}).longs(Exif, 0x9208, {1}).makerNote(noteOf(40000));
     const QString path = put(photo.link(Ifd0, photo.offsetOf(Exif)));
     const FPVExifDocument document(path);
-    const QList<int> numbers = {0x9208, tag, kMakerNote};
+    const QList<int> numbers = {tag, 0x9208, kMakerNote};
     QCOMPARE(document.find(0x8769, Ifd0)->intValue(), int(document.ifd1Offset()));
     QCOMPARE(numbersOf(document.exifList()), isExif ? numbers : QList<int>());
-    // As both they would not fit together.
-    QCOMPARE(numbersOf(document.list(Ifd1)), isExif ? numbers.mid(0, 2) : numbers);
+    QCOMPARE(numbersOf(document.list(Ifd1)), isExif ? QList<int>() : numbers);
     QVERIFY(survivesASave(path));
 }
 

@@ -234,16 +234,17 @@ void TestHostilePhotos::changedAtRandom()
 
 void TestHostilePhotos::fullDirectoryIsQuick()
 {
-    // As many entries as a segment holds, each of its own number, in a directory that is linked
-    // to itself: the second one gets what room is left.
+    // As many entries as a segment holds, each of its own number, and a link to the count in
+    // the first value, behind which they are read again: those get what room is left.
     using enum ExifListKind;
     constexpr int kEntries = 5400;
+    constexpr quint32 kCount = kEntries - 2;
     constexpr int kFitting = (65518 - 2 * 6) / 12;
     ExifBuilder photo;
     for (int i = 0; i < kEntries; ++i) {
-        photo.word(Ifd0, quint16(0x1000 + i), 7, 4, 0x41414141);
+        photo.word(Ifd0, quint16(0x1000 + i), 7, 4, kCount << 16);
     }
-    photo.link(Ifd0, 8);
+    photo.link(Ifd0, 8 + 2 + 8 + 2);
     const QString path = m_folder.put(photo);
     QElapsedTimer timer;
     timer.start();

@@ -17,12 +17,12 @@ using enum ExifListKind;
 
 namespace {
 
-/// A comment that would make a directory with a large value where it stands: a count of
+/// A comment that would make a second directory with a large value where it stands: a count of
 /// 65279, then a tag of 16384 bytes, then entries of no type.
 QByteArray commentThatReadsAsADirectory()
 {
-    constexpr int kLength = 256;
-    const QByteArray start = QByteArray::fromHex("fffe 0100 0700 00400000 08000000");
+    constexpr int kLength = 0x0101;
+    const QByteArray start = QByteArray::fromHex("fffe 0101 0700 00400000 08000000");
     return start + QByteArray(2 + kLength - start.size(), '\0');
 }
 
@@ -65,7 +65,7 @@ private Q_SLOTS:
     void largestBlockThatIsReadFitsTheSegment_data();
     void largestBlockThatIsReadFitsTheSegment();
     void tooLongBlockWraps();
-    void tooLongThumbnailWraps();
+    void tooLongThumbnailStaysOutside();
 };
 
 void TestRewriteBounds::photoWithoutSecondDirectorySavedTwice_data()
@@ -107,8 +107,8 @@ void TestRewriteBounds::trapBehindTheSegmentIsADirectoryInsideIt()
     QByteArray file = photo.link(Ifd0, end).app1Length(quint16(8 + end + trap.size())).file();
     file.insert(12 + end, trap);
     const FPVExifDocument document(m_folder->put(file));
-    QCOMPARE(numbersOf(document.list(Ifd1)), QList<int>{0x0001});
-    QCOMPARE(document.find(0x0001, Ifd1)->count(), 0x4000U);
+    QCOMPARE(numbersOf(document.list(Ifd1)), QList<int>{0x0101});
+    QCOMPARE(document.find(0x0101, Ifd1)->count(), 0x4000U);
 }
 
 void TestRewriteBounds::emptiedGpsSavedTwice_data()
@@ -268,7 +268,7 @@ void TestRewriteBounds::pointerWithoutADirectoryGetsNone()
     // The pointer to the interoperability directory is set even when there is none.
     QFETCH(ExifListKind, next);
     ExifBuilder photo;
-    photo.longs(Exif, 0xA005, {0x100000}).shorts(next, 0x0001, {6});
+    photo.longs(Exif, 0xA005, {0x100000}).shorts(next, next == Gps ? 0x0005 : 0x0103, {6});
     const QString path = put(photo);
     const auto before = valuesOf(FPVExifDocument(path));
     for (int save = 0; save < 2; ++save) {
@@ -371,25 +371,28 @@ void TestRewriteBounds::tooLongBlockWraps()
     QVERIFY(after.endsWith(restOf(before)));
 }
 
-void TestRewriteBounds::tooLongThumbnailWraps()
+void TestRewriteBounds::tooLongThumbnailStaysOutside()
 {
-    // It stands behind the image and moves in, whatever its size; nothing of it gets lost.
-    constexpr int kSize = 70000;
-    QByteArray thumbnail(kSize, 't');
-    thumbnail[0] = 'T';
+    // No segment could hold it. It stands behind the image and is shown from there.
     const QByteArray image = ExifBuilder::jpeg(16, 12, 0);
-    const auto photoWith = [&](quint32 offset) {
-        ExifBuilder photo = plainPhoto(ExifBuilder::Order::Little);
-        photo.longs(Ifd1, 0x0201, {offset}).longs(Ifd1, 0x0202, {kSize});
-        return photo.photo(image + thumbnail);
-    };
-    const auto blockSize = quint32(photoWith(0).block().size());
-    const QString path = put(photoWith(blockSize + quint32(image.size()) - 2));
-    QCOMPARE(rewritten(path), kDone);
-    const QByteArray after = contentOf(path);
-    QCOMPARE(after.size(), 12 + blockSize + kSize + image.size() - 2 + kSize);
-    QCOMPARE(qFromBigEndian<quint16>(after.constData() + 4), quint16(8 + blockSize + kSize));
-    QCOMPARE(after.mid(12 + blockSize), thumbnail + image.mid(2) + thumbnail);
+    for (const int size : {65519, 70000}) {
+        const QByteArray thumbnail = ExifBuilder::jpeg(40, 30, 0xC08040).leftJustified(size, '\0');
+        const auto photoWith = [&](quint32 offset) {
+            ExifBuilder photo = plainPhoto(ExifBuilder::Order::Little);
+            photo.longs(Ifd1, 0x0201, {offset}).longs(Ifd1, 0x0202, {quint32(size)});
+            return photo.photo(image + thumbnail);
+        };
+        const auto blockSize = quint32(photoWith(0).block().size());
+        const QString path = put(photoWith(blockSize + quint32(image.size()) - 2));
+        const QByteArray before = contentOf(path);
+        for (int save = 0; save < 2; ++save) {
+            const std::unique_ptr<QImage> shown(FPVExifDocument::thumbnail(path));
+            QVERIFY(shown);
+            QCOMPARE(shown->size(), QSize(40, 30));
+            QCOMPARE(rewritten(path), kDone);
+            QVERIFY(contentOf(path) == before);
+        }
+    }
 }
 
 LUMI_TEST(TestRewriteBounds)

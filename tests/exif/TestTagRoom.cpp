@@ -57,6 +57,7 @@ private Q_SLOTS:
     void ofEqualsTheLastGoFirst();
     void anEmptyDirectoryTakesNothing();
     void nothingFitsNoRoom();
+    void pointersGoLast();
 };
 
 void TestTagRoom::sizeIsThatOfTheDirectories()
@@ -130,6 +131,25 @@ void TestTagRoom::nothingFitsNoRoom()
         QVERIFY(two.first.isEmpty());
         QVERIFY(two.second.isEmpty());
     }
+}
+
+void TestTagRoom::pointersGoLast()
+{
+    for (const int pointer : {0x8769, 0x8825, 0xA005, 0x0201, 0x0202}) {
+        TwoLists two;
+        put(two.second, quint16(pointer), 4);
+        QCOMPARE(fitTags(two.lists, 6 + 12), 40 + 4 + 21 + 22 + 0 + 5);
+        QVERIFY(two.first.isEmpty());
+        QCOMPARE(numbersOf(two.second), QList<int>{pointer});
+        QCOMPARE(fitTags(two.lists, 6 + 11), 4);
+        QVERIFY(two.second.isEmpty());
+    }
+    // Whatever their size.
+    TwoLists two;
+    put(two.first, 0x8769, 1000);
+    put(two.second, 0x0203, 4);
+    QCOMPARE(fitTags(two.lists, 6 + 12 + 1000), 40 + 4 + 21 + 22 + 0 + 5 + 4);
+    QCOMPARE(numbersOf(two.first), QList<int>{0x8769});
 }
 
 LUMI_TEST(TestTagRoom)

@@ -64,6 +64,12 @@ ExifBuilder &ExifBuilder::packed()
     return *this;
 }
 
+ExifBuilder &ExifBuilder::laidOut(const std::array<ExifListKind, 5> &order)
+{
+    m_layout = order;
+    return *this;
+}
+
 ExifBuilder &ExifBuilder::ascii(ExifListKind list, quint16 tag, const QByteArray &text)
 {
     return value(list, tag, 2, static_cast<quint32>(text.size() + 1), text + '\0');
@@ -225,8 +231,8 @@ QByteArray ExifBuilder::spaciousBlock() const
 {
     const auto directories = resolved();
     QByteArray bytes(kHeaderSize, '\0');
-    for (const Directory &directory : directories) {
-        bytes += directoryBytes(directory, static_cast<quint32>(bytes.size()));
+    for (const ExifListKind list : m_layout) {
+        bytes += directoryBytes(directories[indexOf(list)], static_cast<quint32>(bytes.size()));
     }
     return bytes.mid(kHeaderSize) + m_thumbnail;
 }
@@ -312,8 +318,11 @@ quint32 ExifBuilder::offsetIn(const std::array<Directory, 5> &directories, std::
         }
         return offset;
     }
-    for (std::size_t i = 0; i < index; ++i) {
-        offset += sizeOf(directories[i]);
+    for (const ExifListKind list : m_layout) {
+        if (indexOf(list) == index) {
+            break;
+        }
+        offset += sizeOf(directories[indexOf(list)]);
     }
     return offset;
 }

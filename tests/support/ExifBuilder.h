@@ -2,8 +2,8 @@
 // Builds JPEG files with an Exif block for tests, well-formed ones by default and, on demand,
 // lying in any single field: type, count, value word, entry count, link, segment length.
 // Format: header, then IFD0, Exif, interoperability, GPS and IFD1, each followed by its
-// values, then the thumbnail; packed() has another. Directories keep the order in which entries were added; the
-// pointers between them are added by the builder.
+// values, then the thumbnail; laidOut() and packed() have others. Directories keep the order in
+// which entries were added; the pointers between them are added by the builder.
 #pragma once
 
 #include "exif/ExifListKind.h"
@@ -30,6 +30,9 @@ public:
     /// Lays the block out as tightly as a file may: values first, without bytes between them
     /// and equal ones once, then the thumbnail, then the directories from IFD1 to IFD0.
     ExifBuilder &packed();
+
+    /// The directories, each with its values, in that order; IFD0 is the first.
+    ExifBuilder &laidOut(const std::array<ExifListKind, 5> &order);
 
     /// A text (type 2) with its closing NUL.
     ExifBuilder &ascii(ExifListKind list, quint16 tag, const QByteArray &text);
@@ -113,6 +116,9 @@ private:
 
     Order m_order;
     std::array<Directory, 5> m_directories;
+    std::array<ExifListKind, 5> m_layout
+        = {ExifListKind::Ifd0, ExifListKind::Exif, ExifListKind::Interoperability,
+           ExifListKind::Gps, ExifListKind::Ifd1};
     QByteArray m_thumbnail;
     QByteArray m_before;
     QByteArray m_photo;
