@@ -2,7 +2,6 @@
 #include "import/FormImport.h"
 
 #include "app/common/BusyScope.h"
-#include "app/common/Medium.h"
 #include "app/common/diskSpace.h"
 #include "app/common/messages.h"
 #include "app/common/power.h"
@@ -199,6 +198,7 @@ void FormImport::startImport(const QString &source)
     FPVFileTree::setDirFilter(static_cast<int>(kWholeCard));
     m_timer.stop();
     m_sourcePath = source;
+    m_sourceCard = lumi::Medium(source);
     try {
         doImport();
     } catch (...) {
@@ -246,7 +246,7 @@ void FormImport::copyWithoutScreenSaver()
 
 bool FormImport::cardPresent() const
 {
-    return lumi::isSourcePresent(m_sourcePath);
+    return lumi::isSourcePresent(m_sourcePath) && m_sourceCard.isThere();
 }
 
 void FormImport::btn_leftWidget_clicked(int id)

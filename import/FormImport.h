@@ -9,6 +9,7 @@
 #pragma once
 
 #include "app/common/FormBase.h"
+#include "app/common/Medium.h"
 #include "files/engine/FPVFileTree.h"
 #include "import/ImportKind.h"
 
@@ -95,4 +96,5 @@ private:
     int m_copiedCount = 0;
     QString m_errorReport;
     bool m_running = false;
+    lumi::Medium m_sourceCard; ///< the one that was in as the run began
 };

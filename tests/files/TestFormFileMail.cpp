@@ -6,6 +6,7 @@
 #include "tests/support/FileFaults.h"
 #include "tests/support/FullDisk.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/oneDay.h"
 
 #include <QDate>
 #include <QDir>
@@ -22,8 +23,6 @@ using lumi::test::FormFixture;
 namespace {
 
 const QString kFailed = QStringLiteral("Mail attachment failed");
-const QTime kLastStart(23, 59, 50);
-constexpr int kMsToMidnight = 11000;
 
 QString todaysName(int number)
 {
@@ -66,10 +65,7 @@ private:
 
 void TestFormFileMail::init()
 {
-    // The copies of a test have the date of one day.
-    if (QTime::currentTime() > kLastStart) {
-        QTest::qSleep(kMsToMidnight);
-    }
+    lumi::test::waitForOneDay();
     m_form.reset(new FormFixture);
     m_form->world.makePhoto(QStringLiteral("big.jpg"), QSize(1280, 960));
     m_form->world.makePhoto(QStringLiteral("dir/in.jpg"));

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/import/FlowTest.h"
 
+#include "tests/support/oneDay.h"
 #include "widgets/MyImageButton.h"
 
 #include <QApplication>
@@ -28,6 +29,7 @@ const QStringList FlowTest::kThreePhotos{QStringLiteral("dcim/a.jpg"), QStringLi
 
 void FlowTest::init()
 {
+    lumi::test::waitForOneDay();
     m_form.reset(); // one that a failed test left: two would be in each other's way
     m_form = std::make_unique<ImportFixture>();
     m_cards.reset();
@@ -76,6 +78,9 @@ void FlowTest::compareFailedRun(const QStringList &captions, const QStringList &
     QVERIFY(!texts.isEmpty());
     QCOMPARE(m_form->driver.texts().mid(captions.size() - texts.size()), texts);
     QVERIFY(m_cards && areCardsUntouched());
+    for (const lumi::test::SeenDialog &dialog : qAsConst(m_form->driver.seen)) {
+        QCOMPARE(dialog.parent.data(), m_form->form.get());
+    }
 }
 
 QString FlowTest::reportText(int failures)

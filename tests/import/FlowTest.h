@@ -37,7 +37,8 @@ protected:
     /// After a test has changed a card itself.
     void noteCards();
     [[nodiscard]] bool areCardsUntouched() const;
-    /// The dialogs so far, the words of the last ones, and nothing changed on the cards.
+    /// The dialogs so far, all of them the form's own, the words of the last ones, and nothing
+    /// changed on the cards.
     void compareFailedRun(const QStringList &captions, const QStringList &texts);
     /// Presses the SD button. The report's plain text, if it tells of so many failures.
     QString reportText(int failures);
