@@ -67,18 +67,17 @@ int copyFile(const QString &src, const QString &dst, bool move, bool failIfExist
     if (!QFileInfo(src).isFile()) {
         return CopyRefused;
     }
-    if (QFile::exists(dst)) {
-        // Under another name the old one may be the source itself.
-        if (failIfExists || lumi::areOneFile(src, dst)) {
-            return CopyRefused;
-        }
-        if (!QFile::remove(dst)) {
-            return CopyNotRemoved;
-        }
+    const bool isTaken = QFile::exists(dst);
+    // Under another name the old one may be the source itself.
+    if (isTaken && (failIfExists || lumi::areOneFile(src, dst))) {
+        return CopyRefused;
     }
     QFile source(src);
     if (!source.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
         return source.error();
+    }
+    if (isTaken && !QFile::remove(dst)) {
+        return CopyNotRemoved;
     }
     QFile target(dst);
     // A new one only: what has come there since then is somebody's file.

@@ -26,8 +26,8 @@ using KeepGoing = bool (*)();
 /// @param move removes the source at the end, even after a failure: it is only safe where the
 ///        copy can't fail, and nobody sets it
 /// @param failIfExists CopyRefused if there is a dst; otherwise CopyRefused if dst is src under
-///        another name, and any other old one is gone before the source is opened, so that it
-///        is lost when that fails
+///        another name, and any other old one is lost once the source is open, even if the copy
+///        fails
 /// @param keepGoing may be null
 /// @param bufferSize bytes of a block, at least 4, at most 64 KB
 [[nodiscard]] int copyFile(const QString &src, const QString &dst, bool move, bool failIfExists,

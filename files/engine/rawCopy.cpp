@@ -110,7 +110,8 @@ bool isOnDisk(int fd)
     return untilNotInterrupted(sync) == 0 || errno == EINVAL;
 }
 
-/// The name of a new file is written with its folder, not with the file.
+/// The name of a new file is written with its folder, not with the file. False too in a folder
+/// that may be written but not read, where nothing can tell: a photo is only cut if it is safe.
 bool isNameOnDisk(const QString &path)
 {
     const Descriptor folder(QFileInfo(path).path(), O_RDONLY | O_DIRECTORY);

@@ -25,6 +25,7 @@ class TestCopyFileFaults : public CopyTest
 private Q_SLOTS:
     void aTargetThatCantGo();
     void anUnreadableSource();
+    void anUnreadableSourceSparesTheOldTarget();
     void noFolderForTheTarget();
     void failedOpensHaveTheFilesStatus();
     void aFailingWriteLeavesNoTarget_data();
@@ -65,6 +66,17 @@ void TestCopyFileFaults::anUnreadableSource()
         QCOMPARE(copy(QStringLiteral("a"), QStringLiteral("b")), 5);
     }
     QVERIFY(!QFile::exists(m_files->path(QStringLiteral("b"))));
+}
+
+void TestCopyFileFaults::anUnreadableSourceSparesTheOldTarget()
+{
+    m_files->make(QStringLiteral("a"), m_photo);
+    m_files->make(QStringLiteral("b"), "old");
+    FileFaults faults(m_files->path());
+    faults.fail(FileFaults::OpenToRead, 1, EIO);
+    QCOMPARE(copy(QStringLiteral("a"), QStringLiteral("b"), false), 5);
+    QCOMPARE(faults.hits(), 1);
+    QCOMPARE(m_files->content(QStringLiteral("b")), QByteArray("old"));
 }
 
 void TestCopyFileFaults::noFolderForTheTarget()
