@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "files/mailCopy.h"
 
+#include "app/common/memory.h"
 #include "app/common/paths.h"
 #include "items/FPVItemImage.h"
 #include "items/photoScale.h"
@@ -11,7 +12,9 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QImageReader>
 
+#include <cstdlib>
 #include <memory>
 
 using lumi::DecodeError;
@@ -20,6 +23,10 @@ namespace {
 
 constexpr int kLastNumber = 999;
 constexpr QSize kLargest(640, 480);
+/// Of the image library's pictures.
+constexpr int kBitsAPixel = 32;
+/// What the pixels of a small picture make of a side of kLargest.
+constexpr int kMostRounding = 16;
 
 bool isSmall(QSize size)
 {
@@ -29,12 +36,28 @@ bool isSmall(QSize size)
 /// Of whatever format the file is: the image library knows more than photos have.
 QImage loadSmall(const QString &path)
 {
-    QImage image(path);
+    QImageReader reader(path);
+    const QSize size = reader.size();
+    if (!isSmall(size) && lumi::screenNeedKB(size.width(), size, kBitsAPixel) > freeMemoryKB()) {
+        return {};
+    }
+    const QImage image = reader.read();
     if (isSmall(image.size())) {
         return image;
     }
     return image.scaled(lumi::fittedSize(image.size(), kLargest), Qt::IgnoreAspectRatio,
                         Qt::SmoothTransformation);
+}
+
+/// The proportions that are kept of a photo are those of a small picture, of whole pixels; or of
+/// another photo that had this name before.
+QSize mailSize(FPVItemImage *item, QSize size)
+{
+    const QSize kept = item->fitSize(kLargest);
+    const QSize own = lumi::fittedSize(size, kLargest);
+    const bool isAlike = std::abs(kept.width() - own.width()) <= kMostRounding
+        && std::abs(kept.height() - own.height()) <= kMostRounding;
+    return isAlike ? kept : own;
 }
 
 } // namespace
@@ -75,7 +98,7 @@ QImage lumi::mailImage(FPVItemImage *item)
     if (isSmall(size)) {
         return loadSmall(item->path());
     }
-    const QSize fitted = item->fitSize(kLargest);
+    const QSize fitted = mailSize(item, size);
     const std::unique_ptr<QImage> scaled(item->scaledImage(fitted.width(), fitted.height()));
     return scaled ? *scaled : QImage();
 }

@@ -2,6 +2,8 @@
 // Mail-sized copies: names, sizes, and what happens where they can't be written.
 #include "files/mailCopy.h"
 #include "items/FPVItemJpeg.h"
+#include "swap/SwapSystem.h"
+#include "swap/swapStore.h"
 #include "tests/support/ExifBuilder.h"
 #include "tests/support/FileFaults.h"
 #include "tests/support/FullDisk.h"
@@ -123,6 +125,9 @@ private Q_SLOTS:
     void aLargePictureOfAnotherFormatIsMadeSmall_data();
     void aLargePictureOfAnotherFormatIsMadeSmall();
     void aPhotoThatWasRefusedForMemoryGivesNone();
+    void aLargePictureOfAnotherFormatAsksForMemoryToo();
+    void theKeptProportionsAreThePhotos_data();
+    void theKeptProportionsAreThePhotos();
     void exifDataIsNoPartOfTheCopy_data();
     void exifDataIsNoPartOfTheCopy();
     void whatIsNoPictureGivesNone_data();
@@ -271,6 +276,49 @@ void TestMailCopy::aPhotoThatWasRefusedForMemoryGivesNone()
     QCOMPARE(QImage(path).size(), QSize(1600, 1200));
     m_world->machine->setMemoryKB(kPlentyKB);
     QCOMPARE(lumi::mailImage(&item).size(), QSize(640, 480));
+}
+
+void TestMailCopy::aLargePictureOfAnotherFormatAsksForMemoryToo()
+{
+    const QString large = m_world->path(QStringLiteral("a.jpg"));
+    QVERIFY(halves(QSize(2000, 1500)).save(large, "PNG"));
+    const QString small = m_world->path(QStringLiteral("b.jpg"));
+    QVERIFY(halves(QSize(640, 480)).save(small, "PNG"));
+    FPVItemJpeg largeItem(large, QString(), false);
+    FPVItemJpeg smallItem(small, QString(), false);
+    // 2000 x 1500 pixels of 4 bytes, and a megabyte.
+    m_world->machine->setMemoryKB(11000);
+    QVERIFY(lumi::mailImage(&largeItem).isNull());
+    m_world->machine->setMemoryKB(0);
+    QCOMPARE(lumi::mailImage(&smallItem).size(), QSize(640, 480));
+    m_world->machine->setMemoryKB(20000);
+    QCOMPARE(lumi::mailImage(&largeItem).size(), QSize(640, 480));
+}
+
+void TestMailCopy::theKeptProportionsAreThePhotos_data()
+{
+    QTest::addColumn<QSize>("kept");
+    QTest::addColumn<QSize>("copy");
+    QTest::newRow("those of a thumbnail of it") << QSize(80, 53) << QSize(640, 424);
+    QTest::newRow("those of a smaller one") << QSize(40, 26) << QSize(640, 416);
+    QTest::newRow("of a portrait that had the name") << QSize(40, 60) << QSize(640, 427);
+    QTest::newRow("of a broader photo that had the name") << QSize(80, 45) << QSize(640, 427);
+    QTest::newRow("of a squarer photo that had the name") << QSize(80, 60) << QSize(640, 427);
+}
+
+void TestMailCopy::theKeptProportionsAreThePhotos()
+{
+    QFETCH(QSize, kept);
+    const QString folder = m_world->makeFolder(QStringLiteral(".photo_swp"));
+    SwapSystem store(QFile::encodeName(folder), QStringLiteral(".swp"));
+    swapSystem(&store);
+    const QString path = m_world->makePhoto(QStringLiteral("a.jpg"), QSize(1500, 1000));
+    QImage thumbnail(kept, QImage::Format_RGB32);
+    thumbnail.fill(Qt::green);
+    QVERIFY(SwapAppend(path, &thumbnail, kept.width(), 's'));
+    QVERIFY(SwapSetSize(path, &kept));
+    FPVItemJpeg item(path, QString(), false);
+    QTEST(lumi::mailImage(&item).size(), "copy");
 }
 
 void TestMailCopy::exifDataIsNoPartOfTheCopy_data()
