@@ -42,6 +42,10 @@ private Q_SLOTS:
     void beforeTheFormHasHeardOfIt();
     void withAnotherFolderOnShow_data();
     void withAnotherFolderOnShow();
+
+    void andReadAgainInBetween_data() { withAnotherFolderOnShow_data(); }
+
+    void andReadAgainInBetween();
     void withoutTheFolderOnShow();
 
     void notBeingOnShow_data() { withAnotherFolderOnShow_data(); }
@@ -57,6 +61,8 @@ private:
     void showMarked(Slot slot = Slot::SD);
     /// Takes the card out and puts the other one in, and tells of both.
     void exchange();
+    void takeOut();
+    void putIn();
     /// Whether the second card is on show, unmarked, and nothing has happened to it.
     [[nodiscard]] bool isSecondCardWhole();
     [[nodiscard]] QStringList secondCard() const;
@@ -102,9 +108,19 @@ void TestCardExchanged::showMarked(Slot slot)
 
 void TestCardExchanged::exchange()
 {
+    takeOut();
+    putIn();
+}
+
+void TestCardExchanged::takeOut()
+{
     QVERIFY(QDir(m_card + QStringLiteral("/dcim")).removeRecursively());
     m_form->world.machine->removeCard(m_slot);
     m_form->tellCardChange();
+}
+
+void TestCardExchanged::putIn()
+{
     for (const char *name : {"dcim/a00.jpg", "dcim/a01.jpg", "dcim/b.jpg"}) {
         m_form->world.makePhoto(m_card + QLatin1Char('/') + QLatin1String(name));
     }
@@ -259,6 +275,23 @@ void TestCardExchanged::withAnotherFolderOnShow()
     // As if it had just been chosen.
     QVERIFY(isSecondCardWhole());
     QVERIFY(m_form->up->isEnabled());
+}
+
+/// A page that is built meanwhile lists the empty slot, which is on the device of both cards.
+void TestCardExchanged::andReadAgainInBetween()
+{
+    QFETCH(Slot, slot);
+    showMarked(slot);
+    m_form->up->click();
+    QTRY_COMPARE(m_form->names(), list("dcim"));
+    {
+        const lumi::BusyScope busy(m_form->form.get());
+        takeOut();
+        m_form->view->showPage(0, -1, true);
+        QTRY_VERIFY(m_form->names().isEmpty());
+        putIn();
+    }
+    QVERIFY(isSecondCardWhole());
 }
 
 void TestCardExchanged::withoutTheFolderOnShow()

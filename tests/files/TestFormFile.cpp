@@ -30,7 +30,7 @@ private Q_SLOTS:
     void aFolderOpensAndTheButtonLeadsUp();
     void theUpButtonStopsAtTheRoot();
     void enteringAFolderPutsTheCursorOnItsFirstItem();
-    void aFolderThatVanishedKeepsTheListing();
+    void aTapOnAFolderThatVanishedReadsTheListingAgain();
     void theStatusFieldShowsTheItem_data();
     void theStatusFieldShowsTheItem();
     void aLongNameIsCutInTheStatusField();
@@ -127,7 +127,7 @@ void TestFormFile::enteringAFolderPutsTheCursorOnItsFirstItem()
     QCOMPARE(m_form->status->text(), QStringLiteral("a00"));
 }
 
-void TestFormFile::aFolderThatVanishedKeepsTheListing()
+void TestFormFile::aTapOnAFolderThatVanishedReadsTheListingAgain()
 {
     m_form->world.makePhotos(2, QStringLiteral("dir"));
     m_form->world.makePhotos(1);

@@ -36,6 +36,7 @@ private Q_SLOTS:
     void everyMediumRemembersItsFolder();
     void readingAgainRemembersNothing();
     void theParentIsRememberedAsItWasAskedFor();
+    void aFolderThatCantBeListedIsRememberedToo();
     void aLostFolderLeadsToTheStoresRoot();
     void theFallbackIsRememberedForTheCard();
     void aPulledCardLeadsToTheStoresFolder();
@@ -193,6 +194,27 @@ void TestFormFileCards::theParentIsRememberedAsItWasAskedFor()
     m_form->choose(kStore);
     QTRY_VERIFY(m_form->names().contains(QStringLiteral("dir")));
     QVERIFY(!m_form->up->isEnabled());
+}
+
+/// A folder that was away for a moment is on show when its medium is chosen again.
+void TestFormFileCards::aFolderThatCantBeListedIsRememberedToo()
+{
+    insertBoth();
+    m_form->start();
+    QVERIFY(m_form->waitForCells(4));
+    const QString dir = m_form->world.path(QStringLiteral("dir"));
+    FPVItemObject *item = m_form->cell(QStringLiteral("dir"))->item();
+    QVERIFY(QDir().rename(dir, dir + QStringLiteral("2")));
+    m_form->form->filelist_decided(item);
+    QCOMPARE(m_form->view->currentObject(), item);
+    QTRY_VERIFY(m_form->names().contains(QStringLiteral("dir2")));
+    QVERIFY(!m_form->up->isEnabled());
+    m_form->choose(kSd);
+    QVERIFY(m_form->waitForCells(1));
+    QVERIFY(QDir().rename(dir + QStringLiteral("2"), dir));
+    m_form->choose(kStore);
+    QTRY_VERIFY(m_form->names().contains(QStringLiteral("a03.jpg")));
+    QVERIFY(m_form->up->isEnabled());
 }
 
 void TestFormFileCards::aLostFolderLeadsToTheStoresRoot()
