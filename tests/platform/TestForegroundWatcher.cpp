@@ -62,6 +62,7 @@ void TestForegroundWatcher::goingToTheBackgroundIsToldOnce()
     m_watcher->stateChanged(Qt::ApplicationActive);
     m_watcher->stateChanged(Qt::ApplicationInactive);
     m_watcher->stateChanged(Qt::ApplicationHidden);
+    QTRY_COMPARE(m_spy->count(), 1);
     QTest::qWait(kLongMs);
     QCOMPARE(m_spy->count(), 1);
     QCOMPARE(m_spy->first().first().toByteArray(), QByteArray("appForeground(QString)"));

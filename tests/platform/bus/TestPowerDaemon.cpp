@@ -14,14 +14,15 @@ namespace {
 
 constexpr int kQuietMs = 200;
 
-/// What the power daemon signals when it has something to tell.
+/// What the power daemon signals when it has something to tell; sent where the watcher listens,
+/// so that the bus knows of the listener by then.
 void signalChange()
 {
     QDBusMessage signal = QDBusMessage::createSignal(
         QStringLiteral("/org/freedesktop/UPower/devices/DisplayDevice"),
         QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("PropertiesChanged"));
     signal << QStringLiteral("org.freedesktop.UPower.Device") << QVariantMap() << QStringList();
-    QVERIFY(QDBusConnection::sessionBus().send(signal));
+    QVERIFY(QDBusConnection::systemBus().send(signal));
 }
 
 } // namespace
