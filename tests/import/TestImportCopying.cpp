@@ -66,6 +66,7 @@ private Q_SLOTS:
     void aFullStoreIsAWarning();
     void aMismatchInTheLastFileOnly();
     void aCardPulledDuringAFile();
+    void aCardExchangedDuringAFile();
     void aCardPulledBetweenFiles();
     void aPartThatCantBeRemovedIsReported();
     void contentsAreNotCompared();
@@ -336,6 +337,25 @@ void TestImportCopying::aMismatchInTheLastFileOnly()
     QCOMPARE(m_form->driver.texts().at(2), lumi::partlyCopiedText(todaysFolder(), 3));
     QCOMPARE(report, QStringLiteral("c.jpg\n  CopyError : File Mismatch\n"));
     QVERIFY(!QFile::exists(m_form->target(todaysFolder() + QStringLiteral("/dcim/c.jpg"))));
+}
+
+/// The rest would be taken from the other card, and the first one's photos be missed by nobody.
+void TestImportCopying::aCardExchangedDuringAFile()
+{
+    m_form->insertCard(Slot::SD, kThreePhotos, 60000);
+    m_form->whenInFile(QStringLiteral("b.jpg"), [this] {
+        m_form->world.machine->removeCard(Slot::SD);
+        m_form->tellCardChange();
+        m_form->world.machine->insertCard(Slot::SD);
+        m_form->tellCardChange();
+        noteCards();
+    });
+    const QString report = reportText(1);
+    QCOMPARE(m_form->driver.captions(), (QStringList{kResult, kFolder, kDone, kDetails, kDone}));
+    QCOMPARE(m_form->driver.texts().at(2), lumi::partlyCopiedText(todaysFolder(), 2));
+    QCOMPARE(report, QStringLiteral("c.jpg\n  CopyError : Access Error\n"));
+    QCOMPARE(treeOf(m_form->target(todaysFolder() + QStringLiteral("/dcim"))).keys(),
+             (QStringList{QStringLiteral("a.jpg"), QStringLiteral("b.jpg")}));
 }
 
 void TestImportCopying::aCardPulledDuringAFile()

@@ -3,7 +3,7 @@
 // between: as hard as a power failure would, and always at the same place. It writes a line
 // when the search is over. Arguments: the folder, the name of the new one, and where to die:
 // "events" or "folders", and how many of them it outlives: rounds of events, of which there is
-// one for each entry found and for each block copied, or folders made.
+// one for each entry found and for each block copied, or folders made in the store.
 #include "files/engine/FPVFileTree.h"
 #include "import/ImportRun.h"
 
@@ -12,6 +12,7 @@
 
 #include <csignal>
 #include <cstdio>
+#include <cstring>
 
 #include <dlfcn.h>
 #include <sys/stat.h>
@@ -35,7 +36,10 @@ extern "C" int mkdir(const char *path, mode_t mode) noexcept
 {
     using Mkdir = int(const char *, mode_t);
     static auto *kReal = reinterpret_cast<Mkdir *>(::dlsym(RTLD_NEXT, "mkdir"));
-    countDown(&foldersLeft);
+    // Empty slots have a folder as well.
+    if (std::strstr(path, "/Photo_Files/") != nullptr) {
+        countDown(&foldersLeft);
+    }
     return kReal(path, mode);
 }
 
