@@ -109,6 +109,7 @@ QLabel *makeHint(QWidget *parent)
 FormExif::FormExif(QWidget *parent, const QString &path)
     : QMainWindow(parent)
     , m_path(path)
+    , m_photo(path)
 {
     setWindowModality(Qt::ApplicationModal);
     // The default menu would let the user hide the bars for good.
@@ -360,7 +361,8 @@ SaveResult FormExif::save()
     FPVExifWriter writer(m_path);
     MyDialogWait wait(this, msg(lumi::MsgWorking));
     wait.start(0);
-    if (writer.isValid() && !m_blockWasRead) {
+    // The wait dialog lets events in: news of the card, too.
+    if (!m_photo.isStillIt() || (writer.isValid() && !m_blockWasRead)) {
         return SaveResult::Failed;
     }
     return lumi::saveTexts(texts(), &writer);

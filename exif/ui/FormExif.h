@@ -4,10 +4,12 @@
 // then the block is read again, and all fields are written back, edited or not: see
 // exifWriteBack.h. What has no field here stays as the file has it by then. A block that could
 // not be read at opening, and can be by then, is not written: empty fields would take away texts
-// that nobody was shown. A save that fails leaves the window open with its texts.
+// that nobody was shown, and neither is the photo of another card that has come to its path.
+// A save that fails leaves the window open with its texts.
 // Owns: its widgets, its own menu bar and tool bars.
 #pragma once
 
+#include "app/common/ChosenFile.h"
 #include "exif/ui/exifEditRules.h"
 
 #include <QMainWindow>
@@ -73,6 +75,7 @@ private:
     void end(int result);
 
     QString m_path;
+    lumi::ChosenFile m_photo; // what was at the path when the window opened
     int m_result = 0;
     bool m_inLoop = false;
     QTabWidget *m_tabs = nullptr;

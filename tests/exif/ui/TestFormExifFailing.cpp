@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 // When the editor cannot save: the photo stays as it was, and the user is told why.
+#include "app/common/Medium.h"
 #include "tests/exif/ui/EditorFixture.h"
 #include "tests/support/OrdinaryUser.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/fileAge.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -18,6 +20,9 @@ namespace {
 /// Of a folder: also for those who share the owner's group.
 constexpr QFile::Permissions kReadOnly = QFile::ReadOwner | QFile::ExeOwner | QFile::ReadGroup
     | QFile::ExeGroup | QFile::ReadOther | QFile::ExeOther;
+
+/// When the photo of the first card was made.
+constexpr std::time_t kLongAgo = 1'000'000'000;
 
 /// A block counts only right behind the start of the image.
 ExifBuilder photoWithoutBlock()
@@ -46,8 +51,15 @@ private Q_SLOTS:
     void withoutABlockABadPositionIsStillNamed();
     void aTextWithoutRoomIsTold();
     void aFolderThatCannotBeWrittenKeepsThePhoto();
+    void aPhotoOfAnotherCardIsLeftAlone();
+    void theSameCardMayBeOutForAWhile();
 
 private:
+    /// Opens the editor on a photo of the SD card.
+    void openOnCard();
+    /// Takes the card out and puts one in, and tells of both.
+    void missTheCard();
+
     std::unique_ptr<EditorFixture> m_user;
 };
 
@@ -249,6 +261,63 @@ void TestFormExifFailing::aFolderThatCannotBeWrittenKeepsThePhoto()
              QStringLiteral("Compiling Exif information failed. Retry."));
     const QDir folder(QFileInfo(m_user->path).path());
     QCOMPARE(folder.entryList(QDir::Files), QStringList{QStringLiteral("photo.jpg")});
+}
+
+void TestFormExifFailing::openOnCard()
+{
+    m_user->machine->sd = m_user->folder.path(QString());
+    m_user->machine->insertCard(Slot::SD);
+    m_user->open();
+    test::setChangedAt(m_user->path, kLongAgo);
+    m_user->reopen();
+}
+
+void TestFormExifFailing::missTheCard()
+{
+    m_user->machine->removeCard(Slot::SD);
+    noteEmptySlots();
+    m_user->machine->insertCard(Slot::SD);
+    noteEmptySlots();
+}
+
+/// It may have the same name and fields of its own.
+void TestFormExifFailing::aPhotoOfAnotherCardIsLeftAlone()
+{
+    openOnCard();
+    ExifBuilder other = test::editablePhoto();
+    other.ascii(ExifListKind::Ifd0, 0x013B, "Mary Roe");
+    QByteArray before;
+    QCOMPARE(m_user->run([&] {
+        m_user->type(CommentField, QStringLiteral("windy"));
+        missTheCard();
+        m_user->folder.put(other);
+        before = m_user->fileBytes();
+        m_user->form->menu_edit_save();
+        QVERIFY(m_user->form->isVisible());
+        QCOMPARE(m_user->edit(CommentField)->text(), QStringLiteral("windy"));
+        m_user->form->hide();
+    }),
+             0);
+    QVERIFY(!before.isEmpty());
+    QCOMPARE(m_user->fileBytes(), before);
+    QCOMPARE(m_user->boxes.boxes.size(), 1);
+    QCOMPARE(m_user->boxes.boxes.first().icon, QMessageBox::Critical);
+    QCOMPARE(m_user->boxes.boxes.first().text,
+             QStringLiteral("Compiling Exif information failed. Retry."));
+    QVERIFY(!m_user->boxes.boxes.first().duringWait);
+}
+
+void TestFormExifFailing::theSameCardMayBeOutForAWhile()
+{
+    openOnCard();
+    QCOMPARE(m_user->run([this] {
+        m_user->type(OwnerField, QStringLiteral("Jo"));
+        missTheCard();
+        m_user->form->menu_edit_save();
+    }),
+             1);
+    QVERIFY(m_user->boxes.boxes.isEmpty());
+    QCOMPARE(m_user->value(0x013B, ExifListKind::Ifd0), QByteArray("Jo\0", 3));
 }
 
 LUMI_TEST(TestFormExifFailing)
