@@ -67,15 +67,16 @@ void addItem(FPVItemList *list, const QString &path)
 }
 
 /// The photos directly in the folder come along, and nothing else.
-PasteResult pasteFolder(const QString &path, const QString &wanted, FPVItemList *list)
+PasteResult pasteFolder(const lumi::ChosenFile &source, const QString &wanted, FPVItemList *list)
 {
     FPVFileTree tree;
     FPVFileTree::setPatterns(QStringLiteral("*.jpg; *.jpeg"));
     const lumi::Medium medium = mediumOf(folderOf(wanted), list);
     const QPointer<QObject> life(list == nullptr ? nullptr : list->life());
-    tree.walk(path, true, nullptr);
+    tree.walk(source.path(), true, nullptr);
+    // Events ran, and what was read may be another card's.
     const bool isListGone = list != nullptr && !life;
-    if (isListGone || !medium.isThere()) {
+    if (isListGone || !medium.isThere() || !source.isStillIt()) {
         return PasteResult::Missing;
     }
     const QString target = uniquePath(wanted, "%03d", QChar());
@@ -85,7 +86,7 @@ PasteResult pasteFolder(const QString &path, const QString &wanted, FPVItemList 
     addItem(list, target);
     QStringList photos = tree.allFiles();
     for (QString &photo : photos) {
-        photo.prepend(path);
+        photo.prepend(source.path());
     }
     FPVClipboard inner;
     inner.take(photos, false);
@@ -97,17 +98,18 @@ PasteResult pasteFolder(const QString &path, const QString &wanted, FPVItemList 
 void FPVClipboard::take(const QStringList &paths, bool cut)
 {
     m_paths = paths;
+    m_files = lumi::ChosenFile::all(paths);
     m_cut = cut;
 }
 
 PasteResult FPVClipboard::paste(const QString &folder, FPVItemList *list)
 {
     m_buffer.reset(new (std::nothrow) char[static_cast<std::size_t>(m_bufferSize)]);
-    const QStringList paths = m_paths;
+    const QList<lumi::ChosenFile> files = m_files;
     const lumi::Medium medium = mediumOf(folder, list);
     PasteResult result = PasteResult::Done;
-    for (const QString &path : paths) {
-        result = medium.isThere() ? pastePath(path, folder, list) : PasteResult::Missing;
+    for (const lumi::ChosenFile &file : files) {
+        result = medium.isThere() ? pastePath(file, folder, list) : PasteResult::Missing;
         if (result != PasteResult::Done) {
             break;
         }
@@ -115,32 +117,34 @@ PasteResult FPVClipboard::paste(const QString &folder, FPVItemList *list)
     m_buffer.reset();
     if (m_cut) {
         m_paths.clear();
+        m_files.clear();
     }
     return result;
 }
 
-PasteResult FPVClipboard::pastePath(const QString &path, const QString &folder,
+PasteResult FPVClipboard::pastePath(const lumi::ChosenFile &source, const QString &folder,
                                     FPVItemList *list) const
 {
-    const QFileInfo info(path);
+    const QFileInfo info(source.path());
     const QString name = info.fileName();
     if (!info.isDir()) {
         const QLatin1String slash(folder.endsWith(QLatin1Char('/')) ? "" : "/");
-        return pasteFile(path, folder + slash + name, list);
+        return pasteFile(source, folder + slash + name, list);
     }
     if (name == QLatin1String(".") || name == QLatin1String("..")) {
         return PasteResult::Done;
     }
-    return pasteFolder(path, folder + QLatin1Char('/') + name, list);
+    return pasteFolder(source, folder + QLatin1Char('/') + name, list);
 }
 
-PasteResult FPVClipboard::pasteFile(const QString &source, const QString &wanted,
+PasteResult FPVClipboard::pasteFile(const lumi::ChosenFile &chosen, const QString &wanted,
                                     FPVItemList *list) const
 {
     if (m_buffer == nullptr) {
         return PasteResult::NoBuffer;
     }
-    if (!QFile::exists(source)) {
+    const QString &source = chosen.path();
+    if (!QFile::exists(source) || !chosen.isStillIt()) {
         return PasteResult::Missing;
     }
     // Cards don't tell "dcim" from "DCIM", so that a folder may have more than one spelling.

@@ -2,12 +2,15 @@
 // What was copied or cut in the browser: absolute paths in the order of taking, and whether
 // the sources go away after a paste. It is the program's own and not the system's clipboard.
 // A paste copies photos as they are, and of a folder the photos that lie directly in it. It
-// never overwrites anything, and what was cut goes only when its copy is whole.
+// never overwrites anything, and what was cut goes only when its copy is whole. What has come to
+// a path with another card was not taken, and counts as missing.
 // Owns: its list, and a buffer for the time of a paste.
 #pragma once
 
+#include "app/common/ChosenFile.h"
 #include "files/engine/PasteResult.h"
 
+#include <QList>
 #include <QString>
 #include <QStringList>
 
@@ -32,12 +35,13 @@ public:
     [[nodiscard]] lumi::PasteResult paste(const QString &folder, FPVItemList *list);
 
 private:
-    [[nodiscard]] lumi::PasteResult pastePath(const QString &path, const QString &folder,
+    [[nodiscard]] lumi::PasteResult pastePath(const lumi::ChosenFile &source, const QString &folder,
                                               FPVItemList *list) const;
-    [[nodiscard]] lumi::PasteResult pasteFile(const QString &source, const QString &wanted,
+    [[nodiscard]] lumi::PasteResult pasteFile(const lumi::ChosenFile &chosen, const QString &wanted,
                                               FPVItemList *list) const;
 
     QStringList m_paths;
+    QList<lumi::ChosenFile> m_files; ///< what was at the paths as they were taken
     bool m_cut = false;
     std::unique_ptr<char[]> m_buffer;
     int m_bufferSize = kBufferSize;

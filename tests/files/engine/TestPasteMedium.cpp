@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: MIT
 // A medium that goes while or before something is pasted into one of its folders. Links stand
 // in for its mount point: what they lead to changes.
+#include "app/common/Medium.h"
 #include "items/FPVItemList.h"
 #include "tests/files/engine/PasteTest.h"
 #include "tests/support/FileFaults.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/fileAge.h"
 #include "tests/support/nameList.h"
 
+#include <QDir>
 #include <QFile>
 #include <QTest>
 #include <QTimer>
@@ -32,6 +35,7 @@ private Q_SLOTS:
     void aMediumThatGoesBetweenTwoPhotos_data();
     void aMediumThatGoesBetweenTwoPhotos();
     void aMediumThatGoesWhileAFolderIsRead();
+    void aCardThatIsExchangedWhileItsFolderIsRead();
     void aMediumThatWentAfterTheListing_data();
     void aMediumThatWentAfterTheListing();
 
@@ -93,6 +97,30 @@ void TestPasteMedium::aMediumThatGoesWhileAFolderIsRead()
     m_clipboard.take({m_files->path(QStringLiteral("trip"))}, false);
     QCOMPARE(m_clipboard.paste(card, m_items.get()), PasteResult::Missing);
     QCOMPARE(faults.count(FileFaults::MakeFolder), 0);
+    QVERIFY(m_files->entries(QStringLiteral("to")).isEmpty());
+    QCOMPARE(m_items->count(), 0);
+}
+
+/// The names are those of the first card by then.
+void TestPasteMedium::aCardThatIsExchangedWhileItsFolderIsRead()
+{
+    prepare();
+    m_machine->sd = m_files->path(QStringLiteral("card"));
+    m_machine->insertCard(Slot::SD);
+    m_files->make(QStringLiteral("card/trip/a.jpg"), m_photo);
+    const QString trip = m_files->path(QStringLiteral("card/trip"));
+    lumi::test::setChangedAt(trip, 1);
+    QTimer::singleShot(0, this, [this, trip] {
+        QVERIFY(QDir(trip).removeRecursively());
+        m_machine->removeCard(Slot::SD);
+        lumi::noteEmptySlots();
+        m_machine->insertCard(Slot::SD);
+        m_files->make(QStringLiteral("card/trip/a.jpg"), "another photo");
+    });
+    m_clipboard.take({trip}, false);
+    QCOMPARE(m_clipboard.paste(m_files->path(QStringLiteral("to")), m_items.get()),
+             PasteResult::Missing);
+    QCOMPARE(m_files->content(QStringLiteral("card/trip/a.jpg")), QByteArray("another photo"));
     QVERIFY(m_files->entries(QStringLiteral("to")).isEmpty());
     QCOMPARE(m_items->count(), 0);
 }
