@@ -101,6 +101,8 @@ private:
     void setMode(Mode mode);
     [[nodiscard]] int runSlideshow();
     void setStatus(const QString &text);
+    /// Of the folder on show.
+    [[nodiscard]] lumi::Medium mediumOnShow() const;
     /// Null means no item.
     void tellPanel(FPVItemObject *item);
     [[nodiscard]] FPVItemObject *currentItem() const;

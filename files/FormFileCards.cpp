@@ -71,13 +71,18 @@ void FormFile::combo_device_activated(const QString &name)
     enterFolder(QString());
 }
 
+lumi::Medium FormFile::mediumOnShow() const
+{
+    return m_rootItem == nullptr ? lumi::Medium() : m_rootItem->medium();
+}
+
 void FormFile::mtabChanged()
 {
     const QString shown = m_deviceCombo->currentText();
     const bool showsSd = shown == msg(lumi::MsgSdCard);
     const bool showsCf = shown == msg(lumi::MsgCfCard);
     // A card may have gone and another one come meanwhile: nothing is known of that one.
-    bool isLost = m_rootItem && !m_rootItem->medium().isThere();
+    bool isLost = !mediumOnShow().isThere();
     if (!m_sdCard.isThere() || (showsSd && isLost)) {
         m_sdPath = cardStartPath(Slot::SD);
         isLost = isLost || showsSd;

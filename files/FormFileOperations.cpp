@@ -40,6 +40,7 @@ struct EditedName
 void FormFile::menu_file_NewFolder()
 {
     const lumi::BusyScope busy(this);
+    const lumi::Medium medium = mediumOnShow();
     const QPointer<FormFile> alive(this);
     while (alive) {
         const QString name
@@ -52,7 +53,7 @@ void FormFile::menu_file_NewFolder()
         } else if (m_view->hasEntry(name)) {
             lumi::showError(this, msg(lumi::MsgFolderAlreadyExists));
         } else {
-            if (!m_view->makeFolder(name)) {
+            if (!medium.isThere() || !m_view->makeFolder(name)) {
                 lumi::showError(this, msg(lumi::MsgFolderNotCreated));
             }
             if (alive) {
@@ -72,7 +73,7 @@ void FormFile::menu_file_Rename()
     const lumi::BusyScope busy(this);
     const EditedName name{QFileInfo(item->path())};
     const QString folder = m_rootItem->currentPath();
-    const lumi::Medium medium = m_rootItem->medium();
+    const lumi::Medium medium = mediumOnShow();
     const QPointer<FormFile> alive(this);
     while (alive) {
         const QString text = getText(this, msg(lumi::MsgChangeName),
@@ -107,7 +108,7 @@ void FormFile::menu_file_Delete()
     }
     const lumi::BusyScope busy(this);
     const QString path = item->path();
-    const lumi::Medium medium = m_rootItem->medium();
+    const lumi::Medium medium = mediumOnShow();
     const QString name = elideToChars(this, item->fileName(), kNameLength);
     if (!lumi::confirms(this, msg(lumi::MsgDelete), msg(lumi::MsgNameWillBeDeleted).arg(name))) {
         return;
@@ -148,6 +149,7 @@ void FormFile::menu_file_DeleteCheckItem()
 void FormFile::menu_file_DeleteEmptyFolder()
 {
     const lumi::BusyScope busy(this);
+    const lumi::Medium medium = mediumOnShow();
     if (!lumi::confirms(this, msg(lumi::MsgDeleteEmptyFolder), msg(lumi::MsgDeleteThisFolder))) {
         return;
     }
@@ -156,7 +158,7 @@ void FormFile::menu_file_DeleteEmptyFolder()
     if (!alive) {
         return;
     }
-    if (!m_view->deleteEmptyFolders()) {
+    if (!medium.isThere() || !m_view->deleteEmptyFolders()) {
         wait.hide();
         lumi::showError(this, msg(lumi::MsgFolderDeletionFailed));
     }

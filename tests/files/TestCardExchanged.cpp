@@ -3,14 +3,18 @@
 // and photos of the same names, as cameras number alike. What was marked and asked about was on
 // the first card, and nothing of it may happen to the second.
 #include "app/common/BusyScope.h"
+#include "exif/ui/FormExif.h"
 #include "tests/files/Deeds.h"
 #include "tests/files/FormFixture.h"
 #include "tests/files/menuEntries.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/fileAge.h"
 #include "viewer/FPVPictureScrollView.h"
 
 #include <QDir>
+#include <QFile>
 #include <QTest>
+#include <QThread>
 
 using namespace lumi::test;
 
@@ -22,6 +26,13 @@ const QString kCf = QStringLiteral("CF Card");
 
 constexpr int kRun = 17;
 constexpr int kFullView = 19;
+constexpr std::time_t kLongAgo = 1'000'000'000;
+
+QByteArray bytesOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
 
 } // namespace
 
@@ -34,6 +45,7 @@ private Q_SLOTS:
     void cleanup();
     void underAWindow();
     void underTheViewer();
+    void underTheEditor();
     void underAQuestion_data();
     void underAQuestion();
     void andReadAgainUnderTheQuestion_data();
@@ -174,6 +186,32 @@ void TestCardExchanged::underTheViewer()
     QVERIFY(isSecondCardWhole());
 }
 
+/// The texts in its fields are those of the first card's photo.
+void TestCardExchanged::underTheEditor()
+{
+    showMarked();
+    const QString photo = m_card + QStringLiteral("/dcim/a00.jpg");
+    setChangedAt(photo, kLongAgo);
+    QByteArray before;
+    const Deeds deeds({[&] {
+                           // Its window is shown while it is still made.
+                           const int loops = QThread::currentThread()->loopLevel();
+                           if (openWindow<FormExif>() == nullptr || loops == 0) {
+                               return false;
+                           }
+                           exchange();
+                           before = bytesOf(photo);
+                           QTimer::singleShot(0, openWindow<FormExif>(), &FormExif::menu_edit_save);
+                           return true;
+                       },
+                       answers(QMessageBox::Ok), closes<FormExif>()});
+    m_form->form->btn_edit_clicked();
+    QVERIFY(deeds.allDone());
+    QVERIFY(!before.isEmpty());
+    QCOMPARE(bytesOf(photo), before);
+    QVERIFY(isSecondCardWhole());
+}
+
 void TestCardExchanged::underAQuestion_data()
 {
     addQuestionsInVain();
@@ -199,6 +237,8 @@ void TestCardExchanged::andReadAgainUnderTheQuestion_data()
     QTest::addColumn<int>("entry");
     QTest::newRow("Rename") << kRename;
     QTest::newRow("Delete") << kDelete;
+    QTest::newRow("New Folder") << kNewFolder;
+    QTest::newRow("Delete Empty Folder") << kDeleteEmpty;
 }
 
 /// A page that is built meanwhile lists the second card, and its photo has the cursor.
