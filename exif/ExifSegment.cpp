@@ -88,7 +88,7 @@ bool ExifSegment::holdsIfd(quint32 offset) const
 std::optional<ExifListKind> ExifSegment::kindOfIfd(quint32 offset) const
 {
     const qint64 entry = qint64(offset) + kCountSize;
-    return directoryKind(u16(entry), u16(entry + 2), u32(entry + 4));
+    return directoryKind(u16(entry), u16(entry + 2), u32(entry + 4), byteAt(entry + 9));
 }
 
 bool ExifSegment::readEntry(qint64 entry, ExifTagList &list)

@@ -12,6 +12,7 @@
 #include <QImage>
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 namespace {
@@ -22,6 +23,13 @@ constexpr qint64 kMostInASegment = 65518;
 quint32 valueOf(const FPVExifTag *tag)
 {
     return tag ? static_cast<quint32>(tag->intValue()) : 0;
+}
+
+/// Whether the value stands in the entry itself.
+bool isOneEntry(const FPVExifTag &tag)
+{
+    constexpr qsizetype kWordSize = 4;
+    return lumi::valueSize(tag) <= kWordSize;
 }
 
 /// What a segment has left beside these.
@@ -170,13 +178,23 @@ bool FPVExifDocument::readIfd1(lumi::ExifSegment &segment)
     return true;
 }
 
-bool FPVExifDocument::isShared(quint32 offset) const
+/// The directories that are said to be there, in the order in which they are read.
+std::vector<ExifListKind> FPVExifDocument::namesOf(quint32 offset) const
 {
-    const quint32 places[]
-        = {m_ifd0Offset, m_ifd1Offset, valueOf(m_ifd0.findNumber(lumi::kExifPointer)),
-           valueOf(m_ifd0.findNumber(lumi::kGpsPointer)),
-           valueOf(m_exif.findNumber(lumi::kInteroperabilityPointer))};
-    return std::ranges::count(places, offset) > 1;
+    const std::pair<ExifListKind, quint32> places[]
+        = {{ExifListKind::Ifd0, m_ifd0Offset},
+           {ExifListKind::Exif, valueOf(m_ifd0.findNumber(lumi::kExifPointer))},
+           {ExifListKind::Interoperability,
+            valueOf(m_exif.findNumber(lumi::kInteroperabilityPointer))},
+           {ExifListKind::Gps, valueOf(m_ifd0.findNumber(lumi::kGpsPointer))},
+           {ExifListKind::Ifd1, m_ifd1Offset}};
+    std::vector<ExifListKind> names;
+    for (const auto &[kind, place] : places) {
+        if (place == offset) {
+            names.push_back(kind);
+        }
+    }
+    return names;
 }
 
 /// A pointer outlives its directory and then leads to whatever came to stand there. That must
@@ -185,8 +203,17 @@ bool FPVExifDocument::isShared(quint32 offset) const
 bool FPVExifDocument::isAt(quint32 offset, ExifListKind kind,
                            const lumi::ExifSegment &segment) const
 {
-    const bool isDoubtful = isShared(offset) || !segment.holdsIfd(offset);
-    return !isDoubtful || (offset != m_ifd0Offset && segment.kindOfIfd(offset) == kind);
+    const std::vector<ExifListKind> names = namesOf(offset);
+    if (names.front() == ExifListKind::Ifd0) {
+        return false;
+    }
+    const bool isWhole = segment.holdsIfd(offset);
+    if (isWhole && names.size() == 1) {
+        return true;
+    }
+    const std::optional<ExifListKind> shown = segment.kindOfIfd(offset);
+    const bool isNamed = shown && std::ranges::find(names, *shown) != names.end();
+    return isNamed ? *shown == kind : shown && isWhole && names.front() == kind;
 }
 
 std::array<lumi::ExifTagList *, 4> FPVExifDocument::mainLists()
@@ -226,7 +253,9 @@ void FPVExifDocument::dropThumbnail()
 
 qint64 FPVExifDocument::writtenThumbnail() const
 {
-    const bool isNamed = m_ifd1.findNumber(lumi::kThumbnailOffset) != nullptr;
+    const FPVExifTag *offset = m_ifd1.findNumber(lumi::kThumbnailOffset);
+    const FPVExifTag *length = m_ifd1.findNumber(lumi::kThumbnailLength);
+    const bool isNamed = offset && length && isOneEntry(*offset) && isOneEntry(*length);
     const qint64 most = std::min(size() - m_tiffBase - m_thumbnailOffset, kMostInASegment);
     return hasThumbnail() && isNamed && m_thumbnailLength <= most ? m_thumbnailLength : 0;
 }

@@ -4,7 +4,8 @@
 // the start of the image directly counts. Behind it a directory reads zero, behind the file a
 // value; a value of more than 65535 bytes, or beyond 1 MB in all, is passed over. What several
 // pointers or links lead to, or what reaches out of the segment, is read once and as what its
-// first entry shows it to be. As the block has to fit a segment again, the largest go of the
+// first entry shows it to be, or as the first of those if it shows to be none of them and lies
+// in the segment whole. As the block has to fit a segment again, the largest go of the
 // values and the thumbnail, pointers last. What room is left is for the second directory, and
 // for one that is not what its pointer says.
 // Owns: the tags; the file, which stays open for thumbnail and writer to read from it again.
@@ -17,6 +18,7 @@
 #include <QFile>
 
 #include <array>
+#include <vector>
 
 class QImage;
 
@@ -86,8 +88,9 @@ protected:
     /// number means is as for list().
     [[nodiscard]] lumi::ExifTagList &editableList(ExifListKind kind);
 
-    /// The bytes of the thumbnail that a new block gets: all of them or, without its offset in
-    /// the second directory, when the file does not have it whole or no segment could, none.
+    /// The bytes of the thumbnail that a new block gets: all of them or, without pointers to it
+    /// in the second directory, when the file does not have it whole or no segment could, none.
+    /// What the pointers say is then kept, though the bytes may move.
     [[nodiscard]] qint64 writtenThumbnail() const;
 
 private:
@@ -98,7 +101,7 @@ private:
     [[nodiscard]] bool readPointed(lumi::ExifSegment &segment, const FPVExifTag *pointer,
                                    ExifListKind kind);
     [[nodiscard]] bool readIfd1(lumi::ExifSegment &segment);
-    [[nodiscard]] bool isShared(quint32 offset) const;
+    [[nodiscard]] std::vector<ExifListKind> namesOf(quint32 offset) const;
     [[nodiscard]] bool isAt(quint32 offset, ExifListKind kind,
                             const lumi::ExifSegment &segment) const;
     [[nodiscard]] std::array<lumi::ExifTagList *, 4> mainLists();

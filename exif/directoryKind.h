@@ -13,6 +13,8 @@ namespace lumi {
 
 /// The kind of a directory whose first entry is this one; Ifd1 stands for Ifd0 as well. Nothing
 /// when the type is none that a value can have.
-[[nodiscard]] std::optional<ExifListKind> directoryKind(int tag, int type, quint32 count);
+/// @param second the second of the four bytes that hold the value or lead to it
+[[nodiscard]] std::optional<ExifListKind> directoryKind(int tag, int type, quint32 count,
+                                                        char second);
 
 } // namespace lumi

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The tags that are known by their numbers: most for the texts of values, two since a directory
-// that has one of them is taken for that of a thumbnail.
+// The tags that are known by their numbers, for the texts of their values.
 #pragma once
 
 namespace lumi {
@@ -12,8 +11,6 @@ inline constexpr int kTagLongitudeReference = 0x0003;
 inline constexpr int kTagLongitude = 0x0004;
 inline constexpr int kTagAltitudeReference = 0x0005;
 inline constexpr int kTagAltitude = 0x0006;
-inline constexpr int kTagCompression = 0x0103;
-inline constexpr int kTagStripOffsets = 0x0111;
 inline constexpr int kTagDateTime = 0x0132;
 inline constexpr int kTagCopyright = 0x8298;
 inline constexpr int kTagExposureTime = 0x829A;

@@ -19,11 +19,14 @@ struct ListedTag
 constexpr int kPointers[] = {lumi::kExifPointer, lumi::kGpsPointer, lumi::kInteroperabilityPointer,
                              lumi::kThumbnailOffset, lumi::kThumbnailLength};
 
-/// The higher, the sooner the tag goes.
+/// The higher, the sooner the tag goes. What is too large for a pointer is none.
 quint32 lossOrder(const ListedTag &listed)
 {
-    const bool isPointer = std::ranges::find(kPointers, listed.tag->tag()) != std::end(kPointers);
-    return isPointer ? 0 : lumi::entrySize(*listed.tag);
+    constexpr qsizetype kPointerSize = 4;
+    const FPVExifTag &tag = *listed.tag;
+    const bool isPointer = std::ranges::find(kPointers, tag.tag()) != std::end(kPointers)
+        && lumi::valueSize(tag) <= kPointerSize;
+    return isPointer ? 0 : lumi::entrySize(tag);
 }
 
 /// What goes last comes first, equals in their order.

@@ -24,14 +24,17 @@ void TestDirectoryKind::firstEntryTellsTheKind_data()
     QTest::addColumn<int>("type");
     QTest::addColumn<quint32>("count");
     QTest::addColumn<ExifListKind>("kind");
-    const auto row = [](const char *name, int tag, int type, quint32 count, ExifListKind kind) {
-        QTest::newRow(name) << tag << type << count << kind;
+    QTest::addColumn<char>("second");
+    const auto row = [](const char *name, int tag, int type, quint32 count, ExifListKind kind,
+                        char second = '9') {
+        QTest::newRow(name) << tag << type << count << kind << second;
     };
     row("the version of a position", 0x0000, 1, 4, Gps);
     row("a hemisphere", 0x0001, 2, 2, Gps);
     row("a latitude", 0x0002, 5, 3, Gps);
     row("an altitude", 0x0006, 5, 1, Gps);
     row("the error of a position", 0x001F, 5, 1, Gps);
+    row("a hemisphere of as many bytes as a rule", 0x0001, 2, 4, Gps, '\0');
     row("the name of a rule", 0x0001, 2, 4, Interoperability);
     row("the version of a rule", 0x0002, 7, 4, Interoperability);
     row("a longitude of as many bytes", 0x0003, 2, 4, Gps);
@@ -53,7 +56,8 @@ void TestDirectoryKind::firstEntryTellsTheKind()
     QFETCH(int, type);
     QFETCH(quint32, count);
     QFETCH(ExifListKind, kind);
-    QVERIFY(directoryKind(tag, type, count) == kind);
+    QFETCH(char, second);
+    QVERIFY(directoryKind(tag, type, count, second) == kind);
 }
 
 void TestDirectoryKind::unknownTypeIsNoEntry_data()
@@ -68,7 +72,7 @@ void TestDirectoryKind::unknownTypeIsNoEntry()
 {
     QFETCH(int, type);
     for (const int tag : {0x0000, 0x0001, 0x0103, 0x9003}) {
-        QVERIFY(!directoryKind(tag, type, 4));
+        QVERIFY(!directoryKind(tag, type, 4, '9'));
     }
 }
 

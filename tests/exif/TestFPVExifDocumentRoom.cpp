@@ -80,6 +80,7 @@ class TestFPVExifDocumentRoom : public RewriteTest
 private Q_SLOTS:
     void overlongValueCostsNothingElse_data();
     void overlongValueCostsNothingElse();
+    void overlongPlaceOfAThumbnailCostsNothingElse();
     void noteBehindTheImageMovesIn();
     void largeNoteBesideAThumbnail_data();
     void largeNoteBesideAThumbnail();
@@ -122,31 +123,51 @@ bool TestFPVExifDocumentRoom::survivesASave(const QString &path)
 void TestFPVExifDocumentRoom::overlongValueCostsNothingElse_data()
 {
     QTest::addColumn<ExifListKind>("list");
+    QTest::addColumn<quint16>("tag");
     QTest::addColumn<quint32>("size");
     QTest::addColumn<quint32>("offset");
     for (const ExifListKind list : {Ifd0, Exif, Interoperability, Gps, Ifd1}) {
         const auto row = [list](const char *what, quint32 size, quint32 offset) {
-            QTest::addRow("list %d, %s", int(list), what) << list << size << offset;
+            QTest::addRow("list %d, %s", int(list), what) << list << kMakerNote << size << offset;
         };
         row("behind the file", 65500, 0x100000);
         row("in the header", 65535, 0);
         row("from the middle of the segment", 65400, 100);
     }
+    // Numbers of pointers, in directories where they are none.
+    QTest::newRow("the thumbnail's place in the first") << Ifd0 << quint16(0x0201) << 65480U << 0U;
+    QTest::newRow("Interoperability in the first") << Ifd0 << quint16(0xA005) << 65480U << 0U;
+    QTest::newRow("the thumbnail's length in Exif") << Exif << quint16(0x0202) << 65480U << 0U;
+    QTest::newRow("Exif in GPS") << Gps << quint16(0x8769) << 65480U << 0U;
 }
 
 void TestFPVExifDocumentRoom::overlongValueCostsNothingElse()
 {
     QFETCH(ExifListKind, list);
+    QFETCH(quint16, tag);
     QFETCH(quint32, size);
     QFETCH(quint32, offset);
     for (const auto order : {ExifBuilder::Order::Little, ExifBuilder::Order::Big}) {
-        const QString path = put(
-            smallThings(order).word(list, kMakerNote, 7, size, offset).thumbnail("a picture"));
+        const QString path
+            = put(smallThings(order).word(list, tag, 7, size, offset).thumbnail("a picture"));
         FPVExifDocument document(path);
         QVERIFY(hasSmallThings(document));
-        QVERIFY(!document.find(kMakerNote, list));
+        QVERIFY(!document.find(tag, list));
         QCOMPARE(thumbnailBytes(document), QByteArray("a picture"));
         QVERIFY(survivesASave(path));
+    }
+}
+
+void TestFPVExifDocumentRoom::overlongPlaceOfAThumbnailCostsNothingElse()
+{
+    for (const quint16 pointer : {quint16(0x0201), quint16(0x0202)}) {
+        ExifBuilder photo;
+        // The four bytes before the first directory read as 8.
+        photo.makerNote(noteOf(40001)).word(Ifd1, pointer, 7, 60000, 4);
+        photo.longs(Ifd1, pointer == 0x0201 ? 0x0202 : 0x0201, {20});
+        const FPVExifDocument document(put(photo));
+        QCOMPARE(bytesOf(document.find(kMakerNote, Exif)), noteOf(40001));
+        QCOMPARE(numbersOf(document.list(Ifd1)).count(), 1);
     }
 }
 

@@ -95,6 +95,8 @@ private Q_SLOTS:
     void emptiedGpsDoesNotTakeTheInteroperability();
     void placeBelongsToWhatStandsThere_data();
     void placeBelongsToWhatStandsThere();
+    void whatShowsNoneOfItsNamesIsTheFirst_data();
+    void whatShowsNoneOfItsNamesIsTheFirst();
     void firstDirectoryIsNoOther_data();
     void firstDirectoryIsNoOther();
     void whatDoesNotShowItsKindGetsWhatIsLeft_data();
@@ -188,6 +190,34 @@ void TestSharedDirectories::placeBelongsToWhatStandsThere()
         QVERIFY(valuesOf(document) == before);
         QCOMPARE(rewritten(path), kDone);
         QVERIFY(restOf(contentOf(path)) == rest);
+    }
+}
+
+void TestSharedDirectories::whatShowsNoneOfItsNamesIsTheFirst_data()
+{
+    QTest::addColumn<ExifListKind>("kind");
+    QTest::addColumn<int>("tag"); // what it begins with
+    QTest::newRow("an Exif directory, named by GPS too") << Exif << 0x8298;
+    QTest::newRow("an interoperability directory, named by GPS too") << Interoperability << 0x1000;
+}
+
+void TestSharedDirectories::whatShowsNoneOfItsNamesIsTheFirst()
+{
+    // Its beginning is unusual, and a position that was cleared has left its pointer.
+    QFETCH(ExifListKind, kind);
+    QFETCH(int, tag);
+    const auto photoWith = [&](quint32 place) {
+        ExifBuilder photo;
+        photo.longs(Ifd0, 0x8825, {place}).shorts(kind, quint16(tag), {1});
+        return photo.undefined(Exif, kComment, "ASCII\0\0\0where we hid it");
+    };
+    const QString path = put(photoWith(photoWith(1).offsetOf(kind)));
+    for (int save = 0; save < 3; ++save) {
+        const FPVExifDocument document(path);
+        QVERIFY(document.find(tag, kind));
+        QVERIFY(document.find(kComment, Exif));
+        QVERIFY(!document.hasGpsIfd());
+        QCOMPARE(rewritten(path), kDone);
     }
 }
 

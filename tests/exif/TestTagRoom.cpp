@@ -58,6 +58,7 @@ private Q_SLOTS:
     void anEmptyDirectoryTakesNothing();
     void nothingFitsNoRoom();
     void pointersGoLast();
+    void whatIsTooLargeForAPointerGoesLikeAnyOther();
 };
 
 void TestTagRoom::sizeIsThatOfTheDirectories()
@@ -144,12 +145,22 @@ void TestTagRoom::pointersGoLast()
         QCOMPARE(fitTags(two.lists, 6 + 11), 4);
         QVERIFY(two.second.isEmpty());
     }
-    // Whatever their size.
     TwoLists two;
-    put(two.first, 0x8769, 1000);
+    put(two.first, 0x8769, 4);
     put(two.second, 0x0203, 4);
-    QCOMPARE(fitTags(two.lists, 6 + 12 + 1000), 40 + 4 + 21 + 22 + 0 + 5 + 4);
+    QCOMPARE(fitTags(two.lists, 6 + 12), 40 + 4 + 21 + 22 + 0 + 5 + 4);
     QCOMPARE(numbersOf(two.first), QList<int>{0x8769});
+}
+
+void TestTagRoom::whatIsTooLargeForAPointerGoesLikeAnyOther()
+{
+    for (const int pointer : {0x8769, 0x8825, 0xA005, 0x0201, 0x0202}) {
+        TwoLists two;
+        put(two.second, quint16(pointer), 1000);
+        QCOMPARE(fitTags(two.lists, sizeOfTags(two.lists, kAll) - 1), 1000);
+        QCOMPARE(numbersOf(two.first), (QList<int>{1, 2, 3}));
+        QCOMPARE(numbersOf(two.second), (QList<int>{4, 5, 6}));
+    }
 }
 
 LUMI_TEST(TestTagRoom)
