@@ -7,6 +7,7 @@
 #include "tests/support/FullDisk.h"
 #include "tests/support/OrdinaryUser.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/dialogAnswers.h"
 #include "widgets/MyImageButton.h"
 
 #include <QApplication>
@@ -31,18 +32,7 @@ using lumi::test::stateOf;
 using lumi::test::todaysFolder;
 using lumi::test::Tree;
 using lumi::test::treeOf;
-
-namespace {
-
-lumi::test::DialogDriver::Answer enter(const QString &name)
-{
-    return [name](QDialog *dialog) {
-        dialog->findChild<QLineEdit *>()->setText(name);
-        QTest::keyClick(dialog->findChild<QLineEdit *>(), Qt::Key_Return);
-    };
-}
-
-} // namespace
+using lumi::test::typing;
 
 class TestImportCopying : public FlowTest
 {
@@ -119,7 +109,7 @@ void TestImportCopying::noNameIsAStop()
 void TestImportCopying::anEmptyNameIsAName()
 {
     m_form->insertCard(Slot::SD, kThreePhotos);
-    m_form->driver.expect(kFolder, enter(QStringLiteral("")));
+    m_form->driver.expect(kFolder, typing(QStringLiteral("")));
     press(Slot::SD);
     QCOMPARE(m_form->folders(), QStringList{QStringLiteral("001")});
     QCOMPARE(m_form->driver.texts().constLast(), lumi::copiedText(QStringLiteral("001"), 3));
@@ -144,8 +134,8 @@ void TestImportCopying::twoCardsUnderOneName()
 {
     m_form->insertCard(Slot::SD, kThreePhotos, 100);
     m_form->insertCard(Slot::CF, kThreePhotos, 200);
-    m_form->driver.expect(kFolder, enter(QStringLiteral("<i>trip</i>").remove(QLatin1Char('/'))));
-    m_form->driver.expect(kFolder, enter(QStringLiteral("<i>trip</i>").remove(QLatin1Char('/'))));
+    m_form->driver.expect(kFolder, typing(QStringLiteral("<i>trip</i>").remove(QLatin1Char('/'))));
+    m_form->driver.expect(kFolder, typing(QStringLiteral("<i>trip</i>").remove(QLatin1Char('/'))));
     press(Slot::SD);
     press(Slot::CF);
     QCOMPARE(m_form->folders(),
@@ -207,7 +197,7 @@ void TestImportCopying::theStoreCantBeUsed()
         QVERIFY(QFile::setPermissions(m_form->world.store, QFile::Permissions(0x5555)));
         user.emplace();
     } else {
-        m_form->driver.expect(kFolder, enter(QStringLiteral("a/b")));
+        m_form->driver.expect(kFolder, typing(QStringLiteral("a/b")));
     }
     if (cause == QLatin1String("full")) {
         m_form->setFreeKB(0);
