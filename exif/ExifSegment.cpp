@@ -66,6 +66,7 @@ bool ExifSegment::loadHeader()
 
 bool ExifSegment::readIfd(quint32 offset, ExifTagList &list, quint32 &link)
 {
+    m_readPlaces.push_back(offset);
     const int count = u16(offset);
     qint64 place = qint64(offset) + kCountSize;
     for (int i = 0; i < count; ++i) {
@@ -76,6 +77,11 @@ bool ExifSegment::readIfd(quint32 offset, ExifTagList &list, quint32 &link)
     }
     link = u32(place);
     return true;
+}
+
+bool ExifSegment::wasRead(quint32 offset) const
+{
+    return std::ranges::find(m_readPlaces, offset) != m_readPlaces.end();
 }
 
 bool ExifSegment::holdsIfd(quint32 offset) const

@@ -36,6 +36,9 @@ public:
     /// unknown types and too large values are passed over. False on a read error only.
     [[nodiscard]] bool readIfd(quint32 offset, ExifTagList &list, quint32 &link);
 
+    /// Whether a directory was read from there.
+    [[nodiscard]] bool wasRead(quint32 offset) const;
+
     /// Whether the entries of the directory at offset all lie in the segment. In a segment that
     /// the file does not have to its end any directory does.
     [[nodiscard]] bool holdsIfd(quint32 offset) const;
@@ -76,7 +79,8 @@ private:
     int m_tiffBase = 0;
     int m_app1Length = 0;
     quint32 m_ifd0Offset = 0;
-    QByteArray m_bytes;        // from the TIFF header to the end of the segment
+    QByteArray m_bytes; // from the TIFF header to the end of the segment
+    std::vector<quint32> m_readPlaces;
     std::vector<char> m_value; // the value being read
     qint64 m_room;             // bytes of values that may still be held
 };

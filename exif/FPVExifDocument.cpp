@@ -25,11 +25,12 @@ quint32 valueOf(const FPVExifTag *tag)
     return tag ? static_cast<quint32>(tag->intValue()) : 0;
 }
 
-/// Whether the value stands in the entry itself.
-bool isOneEntry(const FPVExifTag &tag)
+/// Whatever its size, only its first word counts, and a new block has no more of it.
+void shortenPointer(lumi::ExifTagList &list, int number)
 {
-    constexpr qsizetype kWordSize = 4;
-    return lumi::valueSize(tag) <= kWordSize;
+    if (const FPVExifTag *pointer = list.findNumber(number)) {
+        lumi::putPointer(list, number, valueOf(pointer));
+    }
 }
 
 /// What a segment has left beside these.
@@ -129,6 +130,8 @@ bool FPVExifDocument::readAll()
     if (!loaded || !segment.readIfd(m_ifd0Offset, m_ifd0, m_ifd1Offset)) {
         return false;
     }
+    shortenPointer(m_ifd0, lumi::kExifPointer);
+    shortenPointer(m_ifd0, lumi::kGpsPointer);
     segment.giveBack(lumi::fitTags(mainLists(), kMostInASegment));
     if (!readPointed(segment, m_ifd0.findNumber(lumi::kExifPointer), ExifListKind::Exif)
         || !readPointed(segment, m_exif.findNumber(lumi::kInteroperabilityPointer),
@@ -182,8 +185,7 @@ bool FPVExifDocument::readIfd1(lumi::ExifSegment &segment)
 std::vector<ExifListKind> FPVExifDocument::namesOf(quint32 offset) const
 {
     const std::pair<ExifListKind, quint32> places[]
-        = {{ExifListKind::Ifd0, m_ifd0Offset},
-           {ExifListKind::Exif, valueOf(m_ifd0.findNumber(lumi::kExifPointer))},
+        = {{ExifListKind::Exif, valueOf(m_ifd0.findNumber(lumi::kExifPointer))},
            {ExifListKind::Interoperability,
             valueOf(m_exif.findNumber(lumi::kInteroperabilityPointer))},
            {ExifListKind::Gps, valueOf(m_ifd0.findNumber(lumi::kGpsPointer))},
@@ -203,17 +205,17 @@ std::vector<ExifListKind> FPVExifDocument::namesOf(quint32 offset) const
 bool FPVExifDocument::isAt(quint32 offset, ExifListKind kind,
                            const lumi::ExifSegment &segment) const
 {
-    const std::vector<ExifListKind> names = namesOf(offset);
-    if (names.front() == ExifListKind::Ifd0) {
+    if (segment.wasRead(offset)) {
         return false;
     }
+    const std::vector<ExifListKind> names = namesOf(offset);
     const bool isWhole = segment.holdsIfd(offset);
     if (isWhole && names.size() == 1) {
         return true;
     }
     const std::optional<ExifListKind> shown = segment.kindOfIfd(offset);
     const bool isNamed = shown && std::ranges::find(names, *shown) != names.end();
-    return isNamed ? *shown == kind : shown && isWhole && names.front() == kind;
+    return isNamed ? *shown == kind : isWhole && names.front() == kind;
 }
 
 std::array<lumi::ExifTagList *, 4> FPVExifDocument::mainLists()
@@ -221,14 +223,17 @@ std::array<lumi::ExifTagList *, 4> FPVExifDocument::mainLists()
     return {&m_ifd0, &m_exif, &m_interoperability, &m_gps};
 }
 
-/// The thumbnail goes like a value of its size.
+/// The thumbnail goes like a value of its size, and interoperability with its pointer.
 void FPVExifDocument::fitBlock()
 {
     const auto lists = mainLists();
-    if (namedThumbnail() + lumi::sizeOfTags(lists, writtenThumbnail()) > kMostInASegment) {
+    if (namedThumbnail() + lumi::sizeOfTags(lists, namedThumbnail()) > kMostInASegment) {
         dropThumbnail();
     }
     lumi::fitTags(lists, kMostInASegment - namedThumbnail());
+    if (!m_exif.findNumber(lumi::kInteroperabilityPointer)) {
+        m_interoperability.clear();
+    }
     lumi::ExifTagList *const second[] = {&m_ifd1};
     lumi::fitTags(second, roomBeside(lists) - writtenThumbnail());
 }
@@ -253,9 +258,7 @@ void FPVExifDocument::dropThumbnail()
 
 qint64 FPVExifDocument::writtenThumbnail() const
 {
-    const FPVExifTag *offset = m_ifd1.findNumber(lumi::kThumbnailOffset);
-    const FPVExifTag *length = m_ifd1.findNumber(lumi::kThumbnailLength);
-    const bool isNamed = offset && length && isOneEntry(*offset) && isOneEntry(*length);
+    const bool isNamed = m_ifd1.findNumber(lumi::kThumbnailOffset) != nullptr;
     const qint64 most = std::min(size() - m_tiffBase - m_thumbnailOffset, kMostInASegment);
     return hasThumbnail() && isNamed && m_thumbnailLength <= most ? m_thumbnailLength : 0;
 }

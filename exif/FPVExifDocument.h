@@ -88,8 +88,8 @@ protected:
     /// number means is as for list().
     [[nodiscard]] lumi::ExifTagList &editableList(ExifListKind kind);
 
-    /// The bytes of the thumbnail that a new block gets: all of them or, without pointers to it
-    /// in the second directory, when the file does not have it whole or no segment could, none.
+    /// The bytes of the thumbnail that a new block gets: all of them or, without its offset in
+    /// the second directory, when the file does not have it whole or no segment could, none.
     /// What the pointers say is then kept, though the bytes may move.
     [[nodiscard]] qint64 writtenThumbnail() const;
 

@@ -65,6 +65,11 @@ void movePointer(lumi::ExifTagList &list, int number, quint32 value)
 
 } // namespace
 
+void lumi::putPointer(ExifTagList &list, int number, quint32 value)
+{
+    setPointer(list, number, kLong, 1, value);
+}
+
 qsizetype lumi::valueSize(const FPVExifTag &tag)
 {
     return static_cast<qsizetype>(valueOf(tag).size());
@@ -120,19 +125,19 @@ QByteArray lumi::mainBlock(const ExifLists &lists)
 {
     // All pointers must be there before sizes are taken; their values come when those are known.
     if (!lists.exif.isEmpty()) {
-        setPointer(lists.ifd0, kExifPointer, kLong, 1, 0);
+        putPointer(lists.ifd0, kExifPointer, 0);
     }
     if (!lists.gps.isEmpty()) {
-        setPointer(lists.ifd0, kGpsPointer, kLong, 1, 0);
+        putPointer(lists.ifd0, kGpsPointer, 0);
     }
     const quint32 exifOffset = kTiffHeaderSize + ifdSize(lists.ifd0);
     const quint32 interoperabilityOffset = exifOffset + ifdSize(lists.exif);
     const quint32 gpsOffset = interoperabilityOffset + ifdSize(lists.interoperability);
     if (!lists.exif.isEmpty()) {
-        setPointer(lists.ifd0, kExifPointer, kLong, 1, exifOffset);
+        putPointer(lists.ifd0, kExifPointer, exifOffset);
     }
     if (!lists.gps.isEmpty()) {
-        setPointer(lists.ifd0, kGpsPointer, kLong, 1, gpsOffset);
+        putPointer(lists.ifd0, kGpsPointer, gpsOffset);
     }
     movePointer(lists.exif, kInteroperabilityPointer, interoperabilityOffset);
     QByteArray block = ifdBytes(lists.ifd0, kTiffHeaderSize) + ifdBytes(lists.exif, exifOffset)

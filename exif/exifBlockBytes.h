@@ -36,6 +36,9 @@ inline constexpr qint64 kBareDirectorySize = 6;
 /// The bytes of a directory and its values; 0 without tags.
 [[nodiscard]] quint32 ifdSize(const ExifTagList &list);
 
+/// Puts a pointer of one LONG into the list.
+void putPointer(ExifTagList &list, int number, quint32 value);
+
 /// A directory and its values as they stand at offset, with a zero link; empty without tags.
 [[nodiscard]] QByteArray ifdBytes(const ExifTagList &list, quint32 offset);
 

@@ -167,7 +167,7 @@ void TestFPVExifDocumentRoom::overlongPlaceOfAThumbnailCostsNothingElse()
         photo.longs(Ifd1, pointer == 0x0201 ? 0x0202 : 0x0201, {20});
         const FPVExifDocument document(put(photo));
         QCOMPARE(bytesOf(document.find(kMakerNote, Exif)), noteOf(40001));
-        QCOMPARE(numbersOf(document.list(Ifd1)).count(), 1);
+        QVERIFY(document.list(Ifd1).isEmpty());
     }
 }
 

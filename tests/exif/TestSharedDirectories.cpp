@@ -26,7 +26,7 @@ ExifBuilder photoOf(ExifBuilder::Order order)
     photo.ascii(Ifd0, 0x010F, "Anvil Works")
         .rationals(Exif, 0x829A, {{1, 60}})
         .makerNote(QByteArray(301, 'm'))
-        .undefined(Exif, kComment, "ASCII\0\0\0where we hid it")
+        .undefined(Exif, kComment, QByteArrayLiteral("ASCII\0\0\0where we hid it"))
         .ascii(Interoperability, 0x0001, "R03")
         .undefined(Interoperability, 0x0002, "0100")
         .value(Gps, 0x0000, 1, 4, QByteArray("\2\2\0\0", 4))
@@ -209,7 +209,7 @@ void TestSharedDirectories::whatShowsNoneOfItsNamesIsTheFirst()
     const auto photoWith = [&](quint32 place) {
         ExifBuilder photo;
         photo.longs(Ifd0, 0x8825, {place}).shorts(kind, quint16(tag), {1});
-        return photo.undefined(Exif, kComment, "ASCII\0\0\0where we hid it");
+        return photo.undefined(Exif, kComment, QByteArrayLiteral("ASCII\0\0\0where we hid it"));
     };
     const QString path = put(photoWith(photoWith(1).offsetOf(kind)));
     for (int save = 0; save < 3; ++save) {

@@ -372,28 +372,36 @@ void TestImportFlow::aCardPulledInTheSearch_data()
 {
     QTest::addColumn<bool>("cancelled");
     QTest::addColumn<QStringList>("gone");
-    QTest::newRow("its files can still be read") << false << QStringList();
+    QTest::addColumn<bool>("exchanged");
+    QTest::newRow("its files can still be read") << false << QStringList() << false;
     QTest::newRow("the files go with it")
-        << false << QStringList{QStringLiteral("dcim/b.jpg"), QStringLiteral("zz/d.jpg")};
-    QTest::newRow("the user cancels too") << true << QStringList();
-    QTest::newRow("nothing is left of it") << false << QStringList{QString()};
+        << false << QStringList{QStringLiteral("dcim/b.jpg"), QStringLiteral("zz/d.jpg")} << false;
+    QTest::newRow("the user cancels too") << true << QStringList() << false;
+    QTest::newRow("nothing is left of it") << false << QStringList{QString()} << false;
+    QTest::newRow("another one is put in") << false << QStringList() << true;
 }
 
 void TestImportFlow::aCardPulledInTheSearch()
 {
     QFETCH(bool, cancelled);
     QFETCH(QStringList, gone);
+    QFETCH(bool, exchanged);
     m_form->insertCard(Slot::SD, kThreePhotos + QStringList{QStringLiteral("zz/d.jpg")});
     m_form->when(
         [] {
             return FPVFileTree::fileCount() == 1;
         },
-        [this, cancelled, gone] {
+        [this, cancelled, gone, exchanged] {
             for (const QString &name : gone) {
                 const QString path = m_form->card(Slot::SD) + QLatin1Char('/') + name;
                 QVERIFY(QFile::remove(path) || QDir(path).removeRecursively());
             }
             m_form->world.machine->removeCard(Slot::SD);
+            m_form->tellCardChange();
+            if (exchanged) {
+                m_form->world.machine->insertCard(Slot::SD);
+                m_form->tellCardChange();
+            }
             noteCards();
             if (cancelled) {
                 QVERIFY(ImportFixture::pressNow(QStringLiteral("Cancel")));

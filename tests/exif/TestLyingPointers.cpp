@@ -1,0 +1,163 @@
+// SPDX-License-Identifier: MIT
+// Pointers of a size that no pointer has, and one that leads to the directory it stands in.
+#include "exif/exifBlockBytes.h"
+#include "tests/exif/BlockCopy.h"
+#include "tests/exif/RewriteTest.h"
+#include "tests/exif/tagLists.h"
+#include "tests/support/TestMain.h"
+
+#include <QTest>
+
+using namespace lumi::test;
+using enum ExifListKind;
+
+namespace {
+
+constexpr quint16 kMakerNote = 0x927C;
+constexpr quint16 kComment = 0x9286;
+/// Where the value of a block's first entry stands.
+constexpr quint32 kFirstValue = 18;
+constexpr quint32 kLongSize = 4;
+
+} // namespace
+
+class TestLyingPointers : public RewriteTest
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void overlongPointerIsOneLong_data();
+    void overlongPointerIsOneLong();
+    void thumbnailWithOverlongNumbersIsKept_data();
+    void thumbnailWithOverlongNumbersIsKept();
+    void interoperabilityGoesWithItsPointer();
+    void directoryIsNotReadFromItself();
+    void beginningOfAnUnknownTypeCostsNothing();
+
+private:
+    /// Whether the photo can be saved twice with the same values, the second time to the byte.
+    [[nodiscard]] static bool isSteady(const QString &path);
+};
+
+bool TestLyingPointers::isSteady(const QString &path)
+{
+    const auto values = valuesOf(FPVExifDocument(path));
+    const QByteArray rest = restOf(contentOf(path));
+    const bool isSaved = rewritten(path) == kDone;
+    const QByteArray saved = contentOf(path);
+    return isSaved && valuesOf(FPVExifDocument(path)) == values && restOf(saved) == rest
+        && rewritten(path) == kDone && contentOf(path) == saved
+        && !QImage::fromData(saved).isNull();
+}
+
+void TestLyingPointers::overlongPointerIsOneLong_data()
+{
+    QTest::addColumn<quint16>("pointer");
+    QTest::addColumn<ExifListKind>("kind");
+    QTest::newRow("to Exif") << quint16(0x8769) << Exif;
+    QTest::newRow("to GPS") << quint16(0x8825) << Gps;
+}
+
+void TestLyingPointers::overlongPointerIsOneLong()
+{
+    // It is written so anyway; held in full it would cost the note.
+    QFETCH(quint16, pointer);
+    QFETCH(ExifListKind, kind);
+    const auto photoWith = [&](quint32 place, quint32 other) {
+        ExifBuilder photo;
+        photo.longs(Ifd0, 0x0100, {place}).word(Ifd0, pointer, 7, 20000, kFirstValue);
+        photo.longs(Ifd0, pointer == 0x8769 ? 0x8825 : 0x8769, {other});
+        photo.rationals(Gps, 0x0002, {{35, 1}, {40, 1}, {3012, 100}});
+        return photo.makerNote(QByteArray(50000, 'm')).withoutPointers();
+    };
+    const ExifBuilder sketch = photoWith(0, 0);
+    const QString path
+        = put(photoWith(sketch.offsetOf(kind), sketch.offsetOf(kind == Exif ? Gps : Exif)));
+    const FPVExifDocument document(path);
+    QCOMPARE(lumi::valueSize(*document.find(pointer, Ifd0)), qsizetype(kLongSize));
+    QCOMPARE(bytesOf(document.find(kMakerNote, Exif)).size(), 50000);
+    QVERIFY(document.find(0x0002, Gps));
+    FPVExifWriter writer(path);
+    QVERIFY(writer.segmentLength() <= 65535);
+    QVERIFY(isSteady(path));
+}
+
+void TestLyingPointers::thumbnailWithOverlongNumbersIsKept_data()
+{
+    QTest::addColumn<quint16>("number");
+    QTest::newRow("two places") << quint16(0x0201);
+    QTest::newRow("two lengths") << quint16(0x0202);
+}
+
+void TestLyingPointers::thumbnailWithOverlongNumbersIsKept()
+{
+    QFETCH(quint16, number);
+    const QByteArray picture = ExifBuilder::jpeg(40, 30, 0xC08040);
+    const QString path = put(ExifBuilder().ascii(Ifd0, 0x010F, "Anvil Works").thumbnail(picture));
+    {
+        FPVExifWriter writer(path);
+        const quint32 numbers[]
+            = {number == 0x0201 ? writer.thumbnailOffset() : writer.thumbnailLength(), 0};
+        writer.setTag(number, 4, 2, numbers, Ifd1);
+        QCOMPARE(writer.rewrite(), kDone);
+    }
+    QVERIFY(isSteady(path));
+    FPVExifDocument document(path);
+    QCOMPARE(thumbnailBytes(document), picture);
+    QCOMPARE(lumi::valueSize(*document.find(number, Ifd1)), qsizetype(2 * kLongSize));
+}
+
+void TestLyingPointers::interoperabilityGoesWithItsPointer()
+{
+    // The position, which is read last, leaves no room for a pointer of that size.
+    const auto photoWith = [](quint32 place, quint32 exif, quint32 gps) {
+        ExifBuilder photo;
+        photo.longs(Ifd0, 0x0100, {place}).longs(Ifd0, 0x8769, {exif}).longs(Ifd0, 0x8825, {gps});
+        photo.undefined(Exif, kComment, QByteArray(15000, 'c'));
+        photo.makerNote(QByteArray(15000, 'm')).word(Exif, 0xA005, 7, 30000, kFirstValue);
+        photo.undefined(Gps, 0x001B, QByteArray(14000, 'g'));
+        return photo.ascii(Interoperability, 0x0001, "R98").withoutPointers();
+    };
+    const ExifBuilder sketch = photoWith(0, 0, 0);
+    const QString path = put(
+        photoWith(sketch.offsetOf(Interoperability), sketch.offsetOf(Exif), sketch.offsetOf(Gps)));
+    const FPVExifDocument document(path);
+    QCOMPARE(numbersOf(document.exifList()), (QList<int>{kComment, kMakerNote}));
+    QVERIFY(document.find(0x001B, Gps));
+    QVERIFY(document.list(Interoperability).isEmpty());
+    QVERIFY(isSteady(path));
+}
+
+void TestLyingPointers::directoryIsNotReadFromItself()
+{
+    // It begins like one of interoperability, and its pointer to such a one leads to itself.
+    const auto photoWith = [](quint32 place) {
+        ExifBuilder photo;
+        photo.ascii(Exif, 0x0001, "R98").longs(Exif, 0xA005, {place});
+        return photo.undefined(Exif, kComment, QByteArrayLiteral("ASCII\0\0\0where we hid it"));
+    };
+    const QString path = put(photoWith(photoWith(0).offsetOf(Exif)));
+    const FPVExifDocument document(path);
+    QCOMPARE(numbersOf(document.exifList()), (QList<int>{0x0001, 0xA005, kComment}));
+    QVERIFY(document.list(Interoperability).isEmpty());
+    QCOMPARE(rewritten(path), kDone);
+    QCOMPARE(contentOf(path).count("where we hid it"), 1);
+}
+
+void TestLyingPointers::beginningOfAnUnknownTypeCostsNothing()
+{
+    // A position that was cleared has left its pointer at the Exif directory.
+    const auto photoWith = [](quint32 place) {
+        ExifBuilder photo;
+        photo.longs(Ifd0, 0x8825, {place}).word(Exif, 0x829A, 0, 1, 0);
+        return photo.undefined(Exif, kComment, QByteArrayLiteral("ASCII\0\0\0where we hid it"));
+    };
+    const QString path = put(photoWith(photoWith(0).offsetOf(Exif)));
+    const FPVExifDocument document(path);
+    QVERIFY(document.find(kComment, Exif));
+    QVERIFY(!document.hasGpsIfd());
+    QVERIFY(isSteady(path));
+}
+
+LUMI_TEST(TestLyingPointers)
+#include "TestLyingPointers.moc"
