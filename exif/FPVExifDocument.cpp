@@ -19,6 +19,8 @@ namespace {
 
 // Directories, values and thumbnail for which a segment has room, as an even number.
 constexpr qint64 kMostInASegment = 65518;
+// A directory of two entries that hold their values.
+constexpr qint64 kPlainNames = lumi::kBareDirectorySize + 2 * 12;
 
 quint32 valueOf(const FPVExifTag *tag)
 {
@@ -223,11 +225,14 @@ std::array<lumi::ExifTagList *, 4> FPVExifDocument::mainLists()
     return {&m_ifd0, &m_exif, &m_interoperability, &m_gps};
 }
 
-/// The thumbnail goes like a value of its size, and interoperability with its pointer.
+/// The thumbnail goes like a value of its size, or first of all when its numbers are longer than
+/// such are; interoperability goes with its pointer.
 void FPVExifDocument::fitBlock()
 {
     const auto lists = mainLists();
-    if (namedThumbnail() + lumi::sizeOfTags(lists, namedThumbnail()) > kMostInASegment) {
+    const qint64 named = namedThumbnail();
+    const bool isPlain = named - writtenThumbnail() <= kPlainNames;
+    if (named + lumi::sizeOfTags(lists, isPlain ? named : kMostInASegment) > kMostInASegment) {
         dropThumbnail();
     }
     lumi::fitTags(lists, kMostInASegment - namedThumbnail());

@@ -3,11 +3,11 @@
 // tag, so that it can be shown, edited and written again. Only an APP1 segment that follows
 // the start of the image directly counts. Behind it a directory reads zero, behind the file a
 // value; a value of more than 65535 bytes, or beyond 1 MB in all, is passed over. What several
-// pointers or links lead to, or what reaches out of the segment, is read once and as what its
-// first entry shows it to be, or as the first of those if it shows to be none of them and lies
-// in the segment whole. As the block has to fit a segment again, the largest go of the
-// values and the thumbnail, pointers last. What room is left is for the second directory, and
-// for one that is not what its pointer says.
+// pointers or links lead to, or what reaches out of the segment, is read once: as what its
+// first entry shows it to be, else, if it lies in the segment whole, as the first they name. As
+// the block has to fit a segment again, the largest go of the values and the thumbnail, pointers
+// last. What room is left is for the second directory; what is not what its pointer says gets
+// no more than the directories before it left.
 // Owns: the tags; the file, which stays open for thumbnail and writer to read from it again.
 // Format: the segment is read once and taken apart in memory, values outside it one by one.
 #pragma once

@@ -3,7 +3,7 @@
 // out anew and little-endian, and nothing of where things stood before is kept.
 // Format: start of image, segment header, TIFF header, IFD0, Exif, interoperability, GPS, IFD1,
 // thumbnail; each directory is followed by those of its values that do not fit an entry. The
-// link of IFD0 always says where IFD1 would stand, even when there is none. Tags keep their
+// link of an IFD0 with tags says where IFD1 would stand, even when there is none. Tags keep their
 // order. What a maker note says about places is not understood and goes stale.
 #pragma once
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The tags that say where other parts of the block stand. Their values are good only for the
-// file they were read from and are set anew whenever a block is written.
+// The tags that say where other parts of the block stand and how long the thumbnail is. Places
+// are good only for the file they were read from: they are set anew with what they lead to.
 #pragma once
 
 namespace lumi {

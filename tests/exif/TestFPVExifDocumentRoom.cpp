@@ -80,6 +80,7 @@ class TestFPVExifDocumentRoom : public RewriteTest
 private Q_SLOTS:
     void overlongValueCostsNothingElse_data();
     void overlongValueCostsNothingElse();
+    void overlongPlaceOfAThumbnailCostsNothingElse_data();
     void overlongPlaceOfAThumbnailCostsNothingElse();
     void noteBehindTheImageMovesIn();
     void largeNoteBesideAThumbnail_data();
@@ -158,12 +159,20 @@ void TestFPVExifDocumentRoom::overlongValueCostsNothingElse()
     }
 }
 
+void TestFPVExifDocumentRoom::overlongPlaceOfAThumbnailCostsNothingElse_data()
+{
+    QTest::addColumn<quint16>("pointer");
+    QTest::newRow("the place") << quint16(0x0201);
+    QTest::newRow("the length") << quint16(0x0202);
+}
+
 void TestFPVExifDocumentRoom::overlongPlaceOfAThumbnailCostsNothingElse()
 {
-    for (const quint16 pointer : {quint16(0x0201), quint16(0x0202)}) {
+    QFETCH(quint16, pointer);
+    for (const quint32 size : {30000U, 60000U}) {
         ExifBuilder photo;
         // The four bytes before the first directory read as 8.
-        photo.makerNote(noteOf(40001)).word(Ifd1, pointer, 7, 60000, 4);
+        photo.makerNote(noteOf(40001)).word(Ifd1, pointer, 7, size, 4);
         photo.longs(Ifd1, pointer == 0x0201 ? 0x0202 : 0x0201, {20});
         const FPVExifDocument document(put(photo));
         QCOMPARE(bytesOf(document.find(kMakerNote, Exif)), noteOf(40001));
