@@ -25,6 +25,9 @@ void mustWork(bool ok, const QString &what)
 
 QByteArray contentOf(const fs::path &path)
 {
+    if (::access(path.c_str(), R_OK) != 0) {
+        return "may not be read";
+    }
     QFile file(QString::fromStdString(path.string()));
     mustWork(file.open(QIODevice::ReadOnly), file.fileName());
     return file.readAll();

@@ -177,7 +177,8 @@ int opened(const char *path, int flags, mode_t mode)
 
 mode_t modeOf(int flags, va_list arguments)
 {
-    return (flags & O_CREAT) != 0 ? va_arg(arguments, mode_t) : 0;
+    const bool isNew = (flags & O_CREAT) != 0 || (flags & O_TMPFILE) == O_TMPFILE;
+    return isNew ? va_arg(arguments, mode_t) : 0;
 }
 
 std::size_t shortened(const Fault &fault, std::size_t size)

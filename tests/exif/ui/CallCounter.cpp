@@ -41,7 +41,8 @@ int open64(const char *path, int flags, ...) // NOLINT(cert-dcl50-cpp): as the C
     static auto *kReal = original<int(const char *, int, ...)>("open64");
     std::va_list arguments;
     va_start(arguments, flags);
-    const mode_t mode = (flags & O_CREAT) != 0 ? va_arg(arguments, mode_t) : 0;
+    const bool isNew = (flags & O_CREAT) != 0 || (flags & O_TMPFILE) == O_TMPFILE;
+    const mode_t mode = isNew ? va_arg(arguments, mode_t) : 0;
     va_end(arguments);
     const int file = kReal(path, flags, mode);
     if (!countedPath.isEmpty()) {

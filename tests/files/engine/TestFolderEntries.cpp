@@ -281,7 +281,8 @@ void TestFolderEntries::protectedPhotosStay()
     // In a folder that can't be written nothing goes either.
     const QString kept = m_files->make(QStringLiteral("closed/b.jpg"));
     QVERIFY(QFile::setPermissions(m_files->path(QStringLiteral("closed")),
-                                  QFile::ReadOther | QFile::ExeOther | QFile::ReadOwner));
+                                  QFile::ReadOther | QFile::ExeOther | QFile::ReadOwner
+                                      | QFile::ExeOwner));
     {
         const lumi::test::OrdinaryUser user;
         QVERIFY(!lumi::removePhoto(kept));
