@@ -8,6 +8,7 @@
 #include "widgets/MyLeftWidget.h"
 
 #include <QDir>
+#include <QDirIterator>
 #include <QTest>
 
 namespace {
@@ -120,6 +121,18 @@ QStringList lumi::test::FormFixture::store() const
 {
     return QDir(world.store)
         .entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden, QDir::Name);
+}
+
+QStringList lumi::test::FormFixture::storeTree() const
+{
+    QStringList found;
+    QDirIterator walk(world.store, QDir::AllEntries | QDir::NoDotAndDotDot,
+                      QDirIterator::Subdirectories);
+    while (walk.hasNext()) {
+        found.append(walk.next().mid(world.store.size() + 1));
+    }
+    found.sort();
+    return found;
 }
 
 bool lumi::test::FormFixture::waitForCells(int count)

@@ -49,6 +49,8 @@ public:
     QStringList play(int entry, const QList<DialogAnswer> &answers = {},
                      const std::function<void()> &atWait = {});
     [[nodiscard]] QStringList store() const; ///< names of all that lies in it, sorted
+    /// The same with all that lies below, as paths from the store.
+    [[nodiscard]] QStringList storeTree() const;
     /// Until the page holds this many cells. False if it doesn't come to that.
     [[nodiscard]] bool waitForCells(int count);
     [[nodiscard]] QStringList names() const; ///< of the page's items

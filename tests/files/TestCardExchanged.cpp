@@ -81,6 +81,7 @@ private:
     void showMarked(Slot slot = Slot::SD);
     /// Takes the card out and puts the other one in, and tells of both.
     void exchange();
+    void exchangeWhileBusy();
     void takeOut();
     void putIn();
     /// Whether the second card is on show, unmarked, and nothing has happened to it.
@@ -130,6 +131,12 @@ void TestCardExchanged::exchange()
 {
     takeOut();
     putIn();
+}
+
+void TestCardExchanged::exchangeWhileBusy()
+{
+    const lumi::BusyScope busy(m_form->form.get());
+    exchange();
 }
 
 void TestCardExchanged::takeOut()
@@ -292,10 +299,7 @@ void TestCardExchanged::underTheQuestionOfTheSlideshow()
 void TestCardExchanged::beforeTheFormHasHeardOfIt()
 {
     showMarked();
-    {
-        const lumi::BusyScope busy(m_form->form.get());
-        exchange();
-    }
+    exchangeWhileBusy();
     QVERIFY(!m_form->view->makeFolder(QStringLiteral("new")));
     QVERIFY(!m_form->view->renameItem(QStringLiteral("a00.jpg"), QStringLiteral("new.jpg")));
     QVERIFY(!m_form->view->deleteEmptyFolders());
@@ -317,10 +321,7 @@ void TestCardExchanged::withAnotherFolderOnShow()
     showMarked(slot);
     m_form->up->click();
     QTRY_COMPARE(m_form->names(), list("dcim"));
-    {
-        const lumi::BusyScope busy(m_form->form.get());
-        exchange();
-    }
+    exchangeWhileBusy();
     // As if it had just been chosen.
     QVERIFY(isSecondCardWhole());
     QVERIFY(m_form->up->isEnabled());
@@ -372,10 +373,7 @@ void TestCardExchanged::notBeingOnShow()
     m_form->view->checkAll();
     QTRY_COMPARE(m_form->names(), list("mine.jpg"));
     const QPointer<FPVThumbnailItem> cell(m_form->cell(QStringLiteral("mine.jpg")));
-    {
-        const lumi::BusyScope busy(m_form->form.get());
-        exchange();
-    }
+    exchangeWhileBusy();
     QTest::qWait(60);
     QVERIFY(cell != nullptr);
     QVERIFY(m_form->view->anyChecked());
@@ -396,10 +394,7 @@ void TestCardExchanged::theOtherCardIsLeftAlone()
     m_form->up->click();
     QTRY_COMPARE(m_form->names(), list("dcim"));
     const QPointer<FPVThumbnailItem> cell(m_form->cell(QStringLiteral("dcim")));
-    {
-        const lumi::BusyScope busy(m_form->form.get());
-        exchange();
-    }
+    exchangeWhileBusy();
     QTest::qWait(60);
     QVERIFY(cell != nullptr);
     QCOMPARE(m_form->combo->currentText(), kCf);

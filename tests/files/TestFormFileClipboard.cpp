@@ -7,7 +7,6 @@
 #include "tests/support/TestMain.h"
 
 #include <QDir>
-#include <QDirIterator>
 #include <QFile>
 #include <QTest>
 
@@ -62,8 +61,6 @@ private:
     QStringList play(int entry, const QList<DialogAnswer> &answers = {});
     QStringList playKey(Qt::Key key, Qt::KeyboardModifiers modifiers,
                         const QList<DialogAnswer> &answers = {});
-    /// Of all files and folders of the store.
-    [[nodiscard]] QStringList store() const;
 
     std::unique_ptr<FormFixture> m_form;
 };
@@ -98,18 +95,6 @@ QStringList TestFormFileClipboard::playKey(Qt::Key key, Qt::KeyboardModifiers mo
     return driver.lines();
 }
 
-QStringList TestFormFileClipboard::store() const
-{
-    QStringList found;
-    const QString top = m_form->world.store;
-    QDirIterator walk(top, QDir::AllEntries | QDir::NoDotAndDotDot, QDirIterator::Subdirectories);
-    while (walk.hasNext()) {
-        found.append(walk.next().mid(top.size() + 1));
-    }
-    found.sort();
-    return found;
-}
-
 void TestFormFileClipboard::aCopyGoesIntoAnotherFolder()
 {
     m_form->world.makePhotos(2);
@@ -125,7 +110,7 @@ void TestFormFileClipboard::aCopyGoesIntoAnotherFolder()
     QCOMPARE(m_form->view->currentObject()->fileName(), QStringLiteral("a01.jpg"));
     QCOMPARE(m_form->status->text(), QStringLiteral("a01"));
     QCOMPARE(play(kPaste), QStringList{kWorking});
-    QCOMPARE(store(), list("a00.jpg a01.jpg dir dir/a01-1.jpg dir/a01.jpg dir/b.jpg"));
+    QCOMPARE(m_form->storeTree(), list("a00.jpg a01.jpg dir dir/a01-1.jpg dir/a01.jpg dir/b.jpg"));
 }
 
 void TestFormFileClipboard::aCutGoesOnce()
@@ -135,11 +120,11 @@ void TestFormFileClipboard::aCutGoesOnce()
     start(3);
     m_form->select("a01.jpg");
     QVERIFY(play(kCut).isEmpty());
-    QCOMPARE(store(), list("a00.jpg a01.jpg dir"));
+    QCOMPARE(m_form->storeTree(), list("a00.jpg a01.jpg dir"));
     enter("dir", 0);
     QCOMPARE(play(kPaste), QStringList{kWorking});
     QVERIFY(m_form->waitForCells(1));
-    QCOMPARE(store(), list("a00.jpg dir dir/a01.jpg"));
+    QCOMPARE(m_form->storeTree(), list("a00.jpg dir dir/a01.jpg"));
     // The entry is gray now.
     m_form->grayOut();
     QVERIFY(!m_form->entry(kPaste)->isEnabled());
@@ -166,7 +151,7 @@ void TestFormFileClipboard::aCutIntoItsOwnFolderStays()
     m_form->select("a00.jpg");
     play(kCut);
     QCOMPARE(play(kPaste), QStringList{kWorking});
-    QCOMPARE(store(), list("a00.jpg"));
+    QCOMPARE(m_form->storeTree(), list("a00.jpg"));
     QVERIFY(m_form->view->clipboardPaths().isEmpty());
 }
 
@@ -184,7 +169,7 @@ void TestFormFileClipboard::aCopiedFolderLosesWhatIsNoPhoto()
     QCOMPARE(play(kPaste), QStringList{kWorking});
     QVERIFY(m_form->waitForCells(2));
     QCOMPARE(m_form->names(), list("trip trip001"));
-    QCOMPARE(store(),
+    QCOMPARE(m_form->storeTree(),
              list("to to/trip to/trip/a00.jpg to/trip/a01.jpg to/trip001 to/trip001/a00.jpg "
                   "to/trip001/a01.jpg trip trip/a00.jpg trip/a01.jpg trip/day trip/day/a00.jpg "
                   "trip/notes.txt"));
@@ -214,7 +199,7 @@ void TestFormFileClipboard::markedPhotosGoTogether()
     QCOMPARE(play(kPaste), QStringList{kWorking});
     QVERIFY(m_form->waitForCells(2));
     QCOMPARE(m_form->names(), list("a00.jpg a02.jpg"));
-    QCOMPARE(store(), QStringList(left + list("to to/a00.jpg to/a02.jpg")));
+    QCOMPARE(m_form->storeTree(), QStringList(left + list("to to/a00.jpg to/a02.jpg")));
 }
 
 void TestFormFileClipboard::marksOutliveTheClipboard()
@@ -239,7 +224,7 @@ void TestFormFileClipboard::nothingOnTheClipboardIsSilent()
     const DialogDriver driver;
     m_form->form->menu_edit_Paste();
     QVERIFY(driver.seen.isEmpty());
-    QCOMPARE(store(), list("a00.jpg"));
+    QCOMPARE(m_form->storeTree(), list("a00.jpg"));
 }
 
 void TestFormFileClipboard::failuresAreTold_data()
@@ -263,13 +248,13 @@ void TestFormFileClipboard::failuresAreTold()
     const QString pipe = m_form->world.path(QStringLiteral("dir/pipe.jpg"));
     QCOMPARE(::mkfifo(QFile::encodeName(pipe).constData(), S_IRUSR | S_IWUSR), 0);
     start(2);
-    const QStringList before = store();
+    const QStringList before = m_form->storeTree();
     auto limit = std::make_unique<FileSizeLimit>(kRoom);
     // What went well before stays, and comes on show.
     m_form->view->clipboard().take(
         {m_form->world.path(QStringLiteral("a00.jpg")), m_form->world.path(path)}, true);
     QCOMPARE(play(kPaste, {clicking(QMessageBox::Ok)}), (QStringList{kWorking, kNotPasted}));
-    QCOMPARE(store(), before);
+    QCOMPARE(m_form->storeTree(), before);
     QVERIFY(m_form->view->clipboardPaths().isEmpty());
     m_form->view->clipboard().take(
         {m_form->world.path(QStringLiteral("a00.jpg")), m_form->world.path(path)}, false);
@@ -300,7 +285,7 @@ void TestFormFileClipboard::roomIsTold()
         return DiskFigures{1536, freeKB, freeKB, true};
     };
     QTEST(play(kPaste, {clicking(QMessageBox::Ok)}), "dialogs");
-    QCOMPARE(store(), freeKB > 10240 ? list("a00-1.jpg a00.jpg") : list("a00.jpg"));
+    QCOMPARE(m_form->storeTree(), freeKB > 10240 ? list("a00-1.jpg a00.jpg") : list("a00.jpg"));
     QCOMPARE(m_form->view->clipboardPaths().size(), 1);
 }
 
@@ -350,9 +335,9 @@ void TestFormFileClipboard::keysWork()
     enter("to", 0);
     QCOMPARE(playKey(Qt::Key_V, Qt::ControlModifier), QStringList{kWorking});
     QVERIFY(m_form->waitForCells(1));
-    QCOMPARE(store(), list("a00-1.jpg a00.jpg to to/a01.jpg"));
+    QCOMPARE(m_form->storeTree(), list("a00-1.jpg a00.jpg to to/a01.jpg"));
     QCOMPARE(playKey(Qt::Key_Delete, {}, {clicking(QMessageBox::Yes)}).size(), 2);
-    QCOMPARE(store(), list("a00-1.jpg a00.jpg to"));
+    QCOMPARE(m_form->storeTree(), list("a00-1.jpg a00.jpg to"));
 }
 
 void TestFormFileClipboard::keysLeaveFoldersAlone()

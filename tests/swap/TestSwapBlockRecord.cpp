@@ -12,6 +12,25 @@
 
 using namespace lumi::test;
 
+namespace {
+
+/// As it stands in the index; both times are fixed.
+QByteArray recordOf(const char *source, QSize size, int param, int kind, const QString &swapPath)
+{
+    return IndexBytes()
+        .text(source)
+        .number(1)
+        .number(size.width())
+        .number(size.height())
+        .number(param)
+        .number(kind)
+        .text(swapPath.toLatin1())
+        .number(8)
+        .bytes;
+}
+
+} // namespace
+
 class TestSwapBlockRecord : public SwapBlockTest
 {
     Q_OBJECT
@@ -57,16 +76,8 @@ void TestSwapBlockRecord::aRecordFromTheIndexIsValidWhileBothFilesExist()
     if (swapFile) {
         writeFile(file, "x");
     }
-    const QByteArray bytes = IndexBytes()
-                                 .text(source ? "a.jpg" : "gone.jpg")
-                                 .number(1)
-                                 .number(-5)
-                                 .number(6)
-                                 .number(7)
-                                 .number(-128 + 's')
-                                 .text(file.toLatin1())
-                                 .number(8)
-                                 .bytes;
+    const QByteArray bytes
+        = recordOf(source ? "a.jpg" : "gone.jpg", QSize(-5, 6), 7, -128 + 's', file);
     lumi::IndexReader index(bytes);
     const lumi::SwapPlace place(m_fixture->swapFolder(), QStringLiteral(".swp"));
     const SwapBlock block(index, m_fixture->path(QStringLiteral("photos")), place);
@@ -86,16 +97,7 @@ void TestSwapBlockRecord::aRecordFromTheIndexIsValidWhileBothFilesExist()
 void TestSwapBlockRecord::aPipeIsNoSwapFile()
 {
     QCOMPARE(::mkfifo(QFile::encodeName(m_swapPath).constData(), 0600), 0);
-    const QByteArray bytes = IndexBytes()
-                                 .text("a.jpg")
-                                 .number(1)
-                                 .number(100)
-                                 .number(75)
-                                 .number(100)
-                                 .number('s')
-                                 .text(m_swapPath.toLatin1())
-                                 .number(8)
-                                 .bytes;
+    const QByteArray bytes = recordOf("a.jpg", QSize(100, 75), 100, 's', m_swapPath);
     lumi::IndexReader index(bytes);
     const lumi::SwapPlace place(m_fixture->swapFolder(), QStringLiteral(".swp"));
     const SwapBlock block(index, m_fixture->path(QStringLiteral("photos")), place);
