@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
-// Puts a photo with a new start in the place of the old one. The new photo is written whole
-// under a temporary name in the same folder and brought to the disk; only then is the old one
-// removed and the new one given its name. Until the removal the old photo is untouched, after
-// it the new one is whole, under the temporary name if the renaming failed. A photo that is
-// no longer as it was when its block was read is not replaced. No copy of the old one is kept:
-// there is seldom room for two, let alone three.
-// Owns: the temporary file until it is whole.
+// Replaces a photo by one with a new start. The new photo is written whole under a temporary name
+// in the same folder and synced. Only then is the old photo removed, and the new one renamed to
+// its name. Until the removal the old photo is untouched; after it the new one is whole, under the
+// temporary name if the renaming failed. A photo that has changed since its block was read is not
+// replaced. No copy of the old photo is kept: there is seldom room for two, let alone three.
 #pragma once
+
+#include "platform/NewFile.h"
 
 #include <QFile>
 
@@ -39,27 +39,18 @@ public:
     [[nodiscard]] ExifRewriteResult run(const QByteArray &start, ByteRange thumbnail, qint64 rest);
 
 private:
-    enum class Outcome { Whole, WriteFailed, ReadFailed };
-
     [[nodiscard]] bool isUnchanged() const;
-    [[nodiscard]] int openTemporary();
-    [[nodiscard]] Outcome fill(const QByteArray &start, ByteRange thumbnail, qint64 rest);
-    [[nodiscard]] Outcome copy(ByteRange range);
-    [[nodiscard]] bool write(const char *bytes, qint64 size);
-    [[nodiscard]] int bringToDisk();
-    [[nodiscard]] ExifRewriteResult giveUp(Outcome outcome);
-    [[nodiscard]] ExifRewriteResult exchange();
-    [[nodiscard]] ExifRewriteResult failure(int error) const;
-    void drop();
-    void dropWhole();
+    [[nodiscard]] bool fill(NewFile &fresh, const QByteArray &start, ByteRange thumbnail,
+                            qint64 rest);
+    [[nodiscard]] bool copy(NewFile &fresh, ByteRange range);
+    [[nodiscard]] ExifRewriteResult exchange(const QString &temporary);
+    void drop(const QString &temporary) const;
+    [[nodiscard]] ExifRewriteResult failure(int error, ExifRewriteResult other) const;
     [[nodiscard]] bool hasRoom() const;
 
     QFile &m_photo;
     QString m_path;
     struct stat m_state; // of the photo before its block was read
-    QFile m_temporary;
-    qint64 m_written = 0; // bytes of the temporary file
-    int m_writeError = 0; // the errno of the write that failed
 };
 
 /// What tells the file at path from any other and from itself after a change: device, inode,

@@ -5,12 +5,13 @@
 #include "app/common/paths.h"
 #include "items/FPVItemImage.h"
 #include "items/photoScale.h"
+#include "platform/NewFile.h"
+#include "platform/fileCalls.h"
 #include "views/folderRoots.h"
 
 #include <QBuffer>
 #include <QDate>
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QImageReader>
 
@@ -105,24 +106,12 @@ QImage lumi::mailImage(FPVItemImage *item)
 
 bool lumi::saveMailImage(const QImage &image, const QString &path)
 {
-    // Through memory: the image library doesn't notice when a full disk takes a part only.
     QByteArray bytes;
     QBuffer buffer(&bytes);
     if (!buffer.open(QIODevice::WriteOnly) || !image.save(&buffer, "JPEG")) {
         return false;
     }
-    // Whether it worked shows when the file can't be opened.
+    // A failure shows when the file is written.
     QDir().mkpath(QFileInfo(path).path());
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered)) {
-        return false;
-    }
-    const bool isWritten = file.write(bytes) == bytes.size();
-    // Some file systems tell only here that a write has failed.
-    file.close();
-    if (isWritten && file.error() == QFileDevice::NoError) {
-        return true;
-    }
-    QFile::remove(path);
-    return false;
+    return writeNewFile(path, bytes) == 0;
 }

@@ -2,6 +2,7 @@
 #include "swap/SwapBlock.h"
 
 #include "app/common/diskSpace.h"
+#include "platform/NewFile.h"
 #include "platform/debugLog.h"
 #include "swap/IndexReader.h"
 #include "swap/SwapPlace.h"
@@ -47,21 +48,20 @@ QDateTime fileTime(const QString &path)
     return QFileInfo(path).lastModified();
 }
 
-/// The bytes written, -1 if the file could not be opened. Unbuffered, so that a full disk shows
-/// before the file is closed. A file that isn't whole is removed: it would only take room that
-/// the disk has run out of.
+/// Returns the number of bytes written, or kNotOpened. A file that is not whole leaves nothing. An
+/// old file of this name goes in any case.
 qint64 writeFile(const QString &path, const QByteArray &bytes)
 {
-    QFile file(path);
-    if (!lumi::SwapPlace::mayOpen(path)
-        || !file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered)) {
+    QFile::remove(path);
+    lumi::NewFile file(path);
+    if (!file.open()) {
         return kNotOpened;
     }
-    const qint64 written = std::max<qint64>(file.write(bytes), 0);
-    if (written != bytes.size()) {
-        file.remove();
+    const qint64 written = file.write(bytes.constData(), bytes.size());
+    if (written < bytes.size()) {
+        return std::max<qint64>(written, 0);
     }
-    return written;
+    return file.commit() ? written : kNotOpened;
 }
 
 } // namespace
@@ -89,7 +89,7 @@ SwapBlock::SwapBlock(lumi::IndexReader &index, const QString &folder, const lumi
     m_param = record.param;
     m_kind = record.kind;
     if (QFile::exists(folder + QLatin1Char('/') + m_sourceName)) {
-        m_valid = place.holds(m_swapPath) && QFileInfo(m_swapPath).isFile();
+        m_valid = place.holds(m_swapPath) && lumi::SwapPlace::isFile(m_swapPath);
     } else {
         place.removeFile(m_swapPath);
     }
@@ -158,7 +158,8 @@ bool SwapBlock::bRead(stSwap &swap, QDateTime sourceTime)
         qWarning("SwapBlock::bRead() / Non String");
         return false;
     }
-    if (!m_valid || !lumi::sameSwapTime(fileTime(m_swapPath), m_swapTime)) {
+    if (!m_valid || QFileInfo(m_swapPath).isSymLink()
+        || !lumi::sameSwapTime(fileTime(m_swapPath), m_swapTime)) {
         return false;
     }
     return swap.image != nullptr ? readImage(*swap.image) : readBuffer(swap);

@@ -22,10 +22,10 @@ bool lumi::SwapPlace::holds(const QString &path) const
         && path.endsWith(m_extension);
 }
 
-bool lumi::SwapPlace::mayOpen(const QString &path)
+bool lumi::SwapPlace::isFile(const QString &path)
 {
     const QFileInfo info(path);
-    return info.isFile() || !info.exists();
+    return info.isFile() && !info.isSymLink();
 }
 
 void lumi::SwapPlace::removeFile(const QString &path) const

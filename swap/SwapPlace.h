@@ -25,8 +25,8 @@ public:
     /// True if the path lies directly in the swap folder and ends in the extension.
     [[nodiscard]] bool holds(const QString &path) const;
 
-    /// False for what opening it would wait for, such as a pipe.
-    [[nodiscard]] static bool mayOpen(const QString &path);
+    /// True for a regular file. False for a link to one: the store never follows links.
+    [[nodiscard]] static bool isFile(const QString &path);
 
     /// Deletes the swap file; a path that holds() denies is left alone.
     void removeFile(const QString &path) const;

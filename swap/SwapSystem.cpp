@@ -2,6 +2,7 @@
 #include "swap/SwapSystem.h"
 
 #include "app/common/messages.h"
+#include "platform/NewFile.h"
 #include "platform/debugLog.h"
 #include "swap/IndexReader.h"
 #include "swap/IndexWriter.h"
@@ -70,6 +71,10 @@ SwapSystem::~SwapSystem()
 
 void SwapSystem::enterFolder()
 {
+    if (QFileInfo(m_swapFolder).isSymLink()) {
+        qWarning("SwapSystem: removing the link %s", qUtf8Printable(m_swapFolder));
+        QFile::remove(m_swapFolder);
+    }
     if (QDir::setCurrent(m_swapFolder)) {
         return;
     }
@@ -99,9 +104,9 @@ void SwapSystem::InitRead()
         QFile::remove(indexPath());
         return;
     }
-    QFile(markerPath()).open(QIODevice::ReadWrite | QIODevice::Truncate);
+    QFile(markerPath()).open(QIODevice::ReadWrite | QIODevice::NewOnly);
     QFile file(indexPath());
-    if (!lumi::SwapPlace::mayOpen(indexPath()) || !file.open(QIODevice::ReadOnly)) {
+    if (!lumi::SwapPlace::isFile(indexPath()) || !file.open(QIODevice::ReadOnly)) {
         qWarning("SwapSystem::InitRead Not Initialze File"); // sic
         return;
     }
@@ -139,12 +144,6 @@ bool SwapSystem::readControl(lumi::IndexReader &index)
 void SwapSystem::InitWrite()
 {
     QFile::remove(markerPath());
-    QFile file(indexPath());
-    if (!lumi::SwapPlace::mayOpen(indexPath())
-        || !file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered)) {
-        qWarning("SwapSystem::InitWrite Not Initialze File"); // sic
-        return;
-    }
     lumi::IndexWriter index;
     index.writeHeader({lumi::swapSeconds(QDateTime::currentDateTime()), m_controls.count()});
     for (const SwapControl *control : m_controls) {
@@ -153,8 +152,20 @@ void SwapSystem::InitWrite()
             index.writeBlock(block->record());
         }
     }
-    // A write that fails leaves an index that ends early, which its reader bears.
-    file.write(index.bytes());
+    if (!replaceIndex(index.bytes())) {
+        qWarning("SwapSystem::InitWrite Not Initialze File"); // sic
+    }
+}
+
+/// If the disk is full, the old index stays.
+bool SwapSystem::replaceIndex(const QByteArray &bytes) const
+{
+    lumi::NewFile file(indexPath());
+    if (!file.open() || file.write(bytes.constData(), bytes.size()) != bytes.size()) {
+        return false;
+    }
+    QFile::remove(indexPath());
+    return file.commit();
 }
 
 void SwapSystem::SetCurrent(const QString &folder, int id)

@@ -77,6 +77,7 @@ private:
 
     void enterFolder();
     bool readControl(lumi::IndexReader &index);
+    [[nodiscard]] bool replaceIndex(const QByteArray &bytes) const;
     void removeControl(const SwapControl *control);
     void clearFiles();
     void trim(signed char kind, int target);

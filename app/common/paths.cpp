@@ -44,12 +44,6 @@ QString lumi::documentsPath()
     return QDir::homePath() + QLatin1String("/Documents");
 }
 
-bool lumi::isTaken(const QString &path)
-{
-    const QFileInfo info(path);
-    return info.exists() || info.isSymLink();
-}
-
 bool removePath(const QString &path, bool recursive)
 {
     const QFileInfo info(path);

@@ -9,9 +9,6 @@ namespace lumi {
 /// Absolute path of the folder above the photo store, existing or not.
 [[nodiscard]] QString documentsPath();
 
-/// A dangling link counts too: it takes up its name.
-[[nodiscard]] bool isTaken(const QString &path);
-
 } // namespace lumi
 
 /// Removes a file, or with `recursive` a folder with all it holds; links are removed, never

@@ -8,6 +8,7 @@
 #include "files/engine/folderEntries.h"
 #include "files/engine/rawCopy.h"
 #include "items/FPVItemList.h"
+#include "platform/fileCalls.h"
 
 #include <QDir>
 #include <QFile>

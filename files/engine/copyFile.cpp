@@ -3,6 +3,7 @@
 
 #include "app/common/diskSpace.h"
 #include "files/engine/folderEntries.h"
+#include "platform/NewFile.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -10,6 +11,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 
 using lumi::CopyDone;
 using lumi::CopyNotRemoved;
@@ -31,7 +33,18 @@ qint64 blockSize(unsigned wanted)
     return (bounded + kUnit - 1) / kUnit * kUnit;
 }
 
-int copyBlocks(QFile *source, QFile *target, lumi::KeepGoing keepGoing, qint64 size)
+/// The codes of the toolkit's files, which callers compare with.
+int codeOfOpenError(int error)
+{
+    return error == EMFILE || error == ENFILE ? QFileDevice::ResourceError : QFileDevice::OpenError;
+}
+
+int codeOfWriteError(int error)
+{
+    return error == ENOSPC ? QFileDevice::ResourceError : QFileDevice::WriteError;
+}
+
+int copyBlocks(QFile *source, lumi::NewFile *target, lumi::KeepGoing keepGoing, qint64 size)
 {
     // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): each block is read before it is used
     std::array<char, kMostBytes> block;
@@ -42,12 +55,23 @@ int copyBlocks(QFile *source, QFile *target, lumi::KeepGoing keepGoing, qint64 s
         }
         QCoreApplication::processEvents();
         if (target->write(block.data(), taken) < 0) {
-            return target->error();
+            return codeOfWriteError(target->error());
         }
         if (keepGoing != nullptr && !keepGoing()) {
             return CopyStopped;
         }
     }
+}
+
+/// Gives the target its name when it is as long as the source was.
+int copyWhole(QFile *source, lumi::NewFile *target, lumi::KeepGoing keepGoing, qint64 blockBytes)
+{
+    const qint64 sourceSize = source->size();
+    const int code = copyBlocks(source, target, keepGoing, blockBytes);
+    if (code != CopyDone || target->size() < sourceSize || target->commit()) {
+        return code;
+    }
+    return codeOfOpenError(target->error());
 }
 
 } // namespace
@@ -79,17 +103,11 @@ int copyFile(const QString &src, const QString &dst, bool move, bool failIfExist
     if (isTaken && !QFile::remove(dst)) {
         return CopyNotRemoved;
     }
-    QFile target(dst);
-    // A new one only: what has come there since then is somebody's file.
-    if (!target.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered)) {
-        return target.error();
+    lumi::NewFile target(dst);
+    if (!target.open()) {
+        return codeOfOpenError(target.error());
     }
-    const int code = copyBlocks(&source, &target, keepGoing, blockSize(bufferSize));
-    if (code != CopyDone) {
-        // By its name: an open one would stay if closing it fails as well.
-        target.close();
-        QFile::remove(dst);
-    }
+    const int code = copyWhole(&source, &target, keepGoing, blockSize(bufferSize));
     // Whatever the code is: see the header.
     if (move && !source.remove()) {
         return CopyNotRemoved;

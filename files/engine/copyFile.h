@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The copy of one file, block by block, with a say in between: the import of a card runs on
-// it, shows its progress and can be cancelled between two blocks.
+// Copies one file block by block. The import of a card uses it: events run between two blocks, so
+// that the import shows its progress and can be cancelled.
 #pragma once
 
 class QString;
@@ -16,11 +16,11 @@ using KeepGoing = bool (*)();
 
 } // namespace lumi
 
-/// Copies contents only: no dates, owners or modes, and nothing is synced. A target that this
-/// call has begun doesn't stay when it fails, unless it can't be removed either. But a read
-/// error looks like the end of the file, and a write that took a part of a block like a whole
-/// one: CopyDone means a whole copy only if the sizes agree. Events run before the first and
-/// after each block read.
+/// Copies contents only: no dates, owners or modes. Nothing is synced. The target gets its name
+/// when it is as long as the source; a failed copy leaves nothing.
+/// A read error looks like the end of the file. CopyDone therefore means a whole copy only if
+/// there is a target of the source's size; callers have to look.
+/// Events run before the first and after each block read.
 /// @param src only a regular file is read; else CopyRefused
 /// @param dst if it is src: CopyDone, and nothing is done
 /// @param move removes the source at the end, even after a failure: it is only safe where the

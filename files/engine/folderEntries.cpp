@@ -2,15 +2,12 @@
 #include "files/engine/folderEntries.h"
 
 #include "app/common/paths.h"
+#include "platform/fileCalls.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
-#include <cerrno>
-#include <cstdio>
-
-#include <fcntl.h>
 #include <sys/stat.h>
 
 namespace {
@@ -23,22 +20,6 @@ bool leadsOut(const QString &name)
 QString inside(const QString &folder, const QString &name)
 {
     return folder + QLatin1Char('/') + name;
-}
-
-/// The toolkit's renaming would copy and delete where the system refuses to rename: a photo cut
-/// short, or gone, for a name.
-bool renameFile(const QString &from, const QString &to)
-{
-    const QByteArray oldName = QFile::encodeName(from);
-    const QByteArray newName = QFile::encodeName(to);
-    if (::renameat2(AT_FDCWD, oldName.constData(), AT_FDCWD, newName.constData(), RENAME_NOREPLACE)
-        == 0) {
-        return true;
-    }
-    // Not every file system can refuse to replace a file.
-    const bool isUnknown = errno == EINVAL || errno == ENOSYS || errno == EOPNOTSUPP;
-    return isUnknown && !lumi::isTaken(to)
-        && std::rename(oldName.constData(), newName.constData()) == 0;
 }
 
 } // namespace
@@ -65,7 +46,7 @@ bool lumi::makeFolder(const QString &folder, const QString &name)
 bool lumi::renameEntry(const QString &folder, const QString &oldName, const QString &newName)
 {
     return !leadsOut(newName) && !hasEntry(folder, newName)
-        && renameFile(inside(folder, oldName), inside(folder, newName));
+        && renameNoReplace(inside(folder, oldName), inside(folder, newName)) == 0;
 }
 
 bool lumi::removePhoto(const QString &path)

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The copy of one file for a paste, in one go and without events in between. It differs from
-// copyFile() in that a source may go away after it, so that no error is taken for an end.
+// Copies one file for a paste, without events in between. Unlike copyFile() it never takes a read
+// error for the end of the file, since a paste may remove the source afterwards.
 #pragma once
 
 #include "files/engine/PasteResult.h"
@@ -9,11 +9,10 @@ class QString;
 
 namespace lumi {
 
-/// Copies the contents of a regular file into a new file: a target that exists, even as a
-/// dangling link, is TargetNotMade. After NotWritten there is no target, unless it could not
-/// be removed either.
-/// @param sourceGoes the caller will remove the source: Done then also means that the sizes
-///        agree and that the copy and its name have reached the disk
+/// Copies the contents of a regular file into a new file, which gets its name when it is whole.
+/// A target that exists, even as a dangling link, is TargetNotMade. A failed copy leaves nothing.
+/// @param sourceGoes the caller will remove the source: Done then also means that the copy and its
+///        name are on the disk
 [[nodiscard]] PasteResult rawCopy(const QString &source, const QString &target, bool sourceGoes);
 
 } // namespace lumi

@@ -38,21 +38,22 @@ RewriteWorld::RewriteWorld()
 const QStringList &RewriteWorld::steps()
 {
     static const QStringList kSteps = {
-        QStringLiteral("open photo_tmp_0.jpg"),
-        QStringLiteral("chmod photo_tmp_0.jpg"),
-        QStringLiteral("write photo_tmp_0.jpg"), // everything before the thumbnail
+        QStringLiteral("open unnamed"),
+        QStringLiteral("chmod unnamed"),
+        QStringLiteral("write unnamed"), // everything before the thumbnail
         QStringLiteral("read photo.jpg"),
-        QStringLiteral("write photo_tmp_0.jpg"),
-        QStringLiteral("write photo_tmp_0.jpg"), // the zero byte
+        QStringLiteral("write unnamed"),
+        QStringLiteral("write unnamed"), // the zero byte
         QStringLiteral("read photo.jpg"),
-        QStringLiteral("write photo_tmp_0.jpg"),
+        QStringLiteral("write unnamed"),
         QStringLiteral("read photo.jpg"),
-        QStringLiteral("write photo_tmp_0.jpg"),
+        QStringLiteral("write unnamed"),
         QStringLiteral("read photo.jpg"),
-        QStringLiteral("write photo_tmp_0.jpg"),
-        QStringLiteral("sync photo_tmp_0.jpg"),
-        QStringLiteral("close photo_tmp_0.jpg"), // of a second handle, for its error
-        QStringLiteral("close photo_tmp_0.jpg"),
+        QStringLiteral("write unnamed"),
+        QStringLiteral("sync unnamed"),
+        QStringLiteral("close unnamed"), // of a second descriptor, for its error
+        QStringLiteral("link photo_tmp_0.jpg"),
+        QStringLiteral("close unnamed"),
         QStringLiteral("open ."),
         QStringLiteral("sync ."),
         QStringLiteral("close ."),

@@ -27,6 +27,8 @@ namespace {
 
 constexpr int kLastCall = std::numeric_limits<int>::max();
 constexpr std::size_t kPathRoom = 4096;
+/// The system shows a file without a name as "folder/#123 (deleted)".
+constexpr const char *kUnnamed = "unnamed";
 
 enum class What { Nothing, Fail, Shorten, Happen, Kill, KillWithin };
 
@@ -86,6 +88,9 @@ std::string watchedName(const char *path)
     const std::string rest = path + watch->folder.size();
     if (rest.empty()) {
         return ".";
+    }
+    if (rest.rfind("/#", 0) == 0) {
+        return kUnnamed;
     }
     return rest.front() == '/' ? rest.substr(1) : std::string();
 }
@@ -159,8 +164,16 @@ bool fails(unsigned call, const char *word, const std::string &name)
     return mustFail(step(call, word, name));
 }
 
+bool makesUnnamed(int flags)
+{
+    return (flags & O_TMPFILE) == O_TMPFILE;
+}
+
 unsigned openCallOf(int flags)
 {
+    if (makesUnnamed(flags)) {
+        return FileFaults::OpenToWrite;
+    }
     if ((flags & O_DIRECTORY) != 0) {
         return FileFaults::OpenFolder;
     }
@@ -169,7 +182,8 @@ unsigned openCallOf(int flags)
 
 int opened(const char *path, int flags, mode_t mode)
 {
-    if (fails(openCallOf(flags), "open", watchedName(path))) {
+    const std::string name = watchedName(path);
+    if (fails(openCallOf(flags), "open", name == "." && makesUnnamed(flags) ? kUnnamed : name)) {
         return -1;
     }
     return static_cast<int>(::syscall(SYS_openat, AT_FDCWD, path, flags, mode));
@@ -177,7 +191,7 @@ int opened(const char *path, int flags, mode_t mode)
 
 mode_t modeOf(int flags, va_list arguments)
 {
-    const bool isNew = (flags & O_CREAT) != 0 || (flags & O_TMPFILE) == O_TMPFILE;
+    const bool isNew = (flags & O_CREAT) != 0 || makesUnnamed(flags);
     return isNew ? va_arg(arguments, mode_t) : 0;
 }
 
@@ -258,6 +272,13 @@ int unlink(const char *path) noexcept
     return fails(FileFaults::Remove, "remove", watchedName(path))
         ? -1
         : asInt(::syscall(SYS_unlinkat, AT_FDCWD, path, 0));
+}
+
+int linkat(int fromFolder, const char *from, int toFolder, const char *to, int flags) noexcept
+{
+    return fails(FileFaults::Link, "link", watchedName(to))
+        ? -1
+        : asInt(::syscall(SYS_linkat, fromFolder, from, toFolder, to, flags));
 }
 
 int rename(const char *from, const char *to) noexcept

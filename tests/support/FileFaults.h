@@ -31,7 +31,8 @@ public:
         RenamePlainly = 1U << 10, ///< without a flag that protects the target
         MakeFolder = 1U << 11,
         ListFolder = 1U << 12,
-        AnyCall = (1U << 13) - 1
+        Link = 1U << 13, ///< gives an unnamed file its name
+        AnyCall = (1U << 14) - 1
     };
 
     /// Calls are counted from now on.
@@ -62,9 +63,9 @@ public:
     [[nodiscard]] int count(unsigned calls) const;
     /// How many have failed or done less.
     [[nodiscard]] int hits() const;
-    /// What was called and with which file so far, a "." for the folder itself: "open a.jpg",
-    /// "read", "write", "sync", "chmod", "close", "remove", "rename", "rename plainly",
-    /// "make", "list".
+    /// What was called and with which file so far: "open a.jpg", "read", "write", "sync", "chmod",
+    /// "close", "remove", "rename", "rename plainly", "make", "list", "link". The folder itself
+    /// is ".", a file without a name is "unnamed".
     [[nodiscard]] QStringList steps() const;
 };
 

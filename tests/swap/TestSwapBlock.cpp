@@ -39,7 +39,8 @@ private Q_SLOTS:
     void theRoomIsThatOfTheDocuments();
     void anEmptySwapPathIsReported();
     void aNameThatPromisesDensePixelsChangesNothing();
-    void aPipeIsNotWrittenTo();
+    void whatTookTheNameOfASwapFileIsReplaced();
+    void linkToASwapFileIsNotRead();
     void aNullImageIsNotStored();
     void aNameThatIsTooLongIsNotStored();
     void aFullDiskLeavesNothingBehind_data();
@@ -166,12 +167,30 @@ void TestSwapBlock::aNameThatPromisesDensePixelsChangesNothing()
     QCOMPARE(loaded.devicePixelRatio(), 1.0);
 }
 
-void TestSwapBlock::aPipeIsNotWrittenTo()
+void TestSwapBlock::whatTookTheNameOfASwapFileIsReplaced()
 {
-    QCOMPARE(::mkfifo(QFile::encodeName(m_swapPath).constData(), 0600), 0);
+    const QString other = m_fixture->path(QStringLiteral("other.jpg"));
+    writeFile(other, "another file");
+    QVERIFY(QFile::link(other, m_swapPath));
     SwapBlock block = made();
-    QVERIFY(!write(block));
-    QVERIFY(!block.isValid());
+    QVERIFY(write(block));
+    QVERIFY(lumi::SwapPlace::isFile(m_swapPath));
+    QCOMPARE(readFile(other), QByteArray("another file"));
+    QVERIFY(QFile::remove(m_swapPath));
+    QCOMPARE(::mkfifo(QFile::encodeName(m_swapPath).constData(), 0600), 0);
+    QVERIFY(write(block));
+    QVERIFY(lumi::SwapPlace::isFile(m_swapPath));
+}
+
+void TestSwapBlock::linkToASwapFileIsNotRead()
+{
+    SwapBlock block = made();
+    QVERIFY(write(block));
+    QVERIFY(read(block));
+    const QString moved = m_fixture->path(QStringLiteral("moved.swp"));
+    QVERIFY(QFile::rename(m_swapPath, moved));
+    QVERIFY(QFile::link(moved, m_swapPath));
+    QVERIFY(!read(block));
 }
 
 void TestSwapBlock::aNullImageIsNotStored()

@@ -38,7 +38,8 @@ class TestSwapBlockRecord : public SwapBlockTest
 private Q_SLOTS:
     void aRecordFromTheIndexIsValidWhileBothFilesExist_data();
     void aRecordFromTheIndexIsValidWhileBothFilesExist();
-    void aPipeIsNoSwapFile();
+    void aPipeOrALinkIsNoSwapFile_data();
+    void aPipeOrALinkIsNoSwapFile();
     void aCutRecordIsInvalidAndRemovesNothing();
 };
 
@@ -93,10 +94,21 @@ void TestSwapBlockRecord::aRecordFromTheIndexIsValidWhileBothFilesExist()
     QCOMPARE(block.record().swapTime, 8);
 }
 
-/// It would be waited for.
-void TestSwapBlockRecord::aPipeIsNoSwapFile()
+void TestSwapBlockRecord::aPipeOrALinkIsNoSwapFile_data()
 {
-    QCOMPARE(::mkfifo(QFile::encodeName(m_swapPath).constData(), 0600), 0);
+    QTest::addColumn<bool>("isLink");
+    QTest::newRow("pipe") << false;
+    QTest::newRow("link to a file") << true;
+}
+
+void TestSwapBlockRecord::aPipeOrALinkIsNoSwapFile()
+{
+    QFETCH(bool, isLink);
+    if (isLink) {
+        QVERIFY(QFile::link(m_fixture->addPhoto(QStringLiteral("photos/b.jpg")), m_swapPath));
+    } else {
+        QCOMPARE(::mkfifo(QFile::encodeName(m_swapPath).constData(), 0600), 0);
+    }
     const QByteArray bytes = recordOf("a.jpg", QSize(100, 75), 100, 's', m_swapPath);
     lumi::IndexReader index(bytes);
     const lumi::SwapPlace place(m_fixture->swapFolder(), QStringLiteral(".swp"));

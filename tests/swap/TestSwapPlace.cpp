@@ -19,7 +19,7 @@ private Q_SLOTS:
     void onlyFilesOfThePlaceAreHeld_data();
     void onlyFilesOfThePlaceAreHeld();
     void removesOnlyWhatItHolds();
-    void onlyFilesMayBeOpened();
+    void linksAndPipesAreNoFilesOfTheStore();
     void timesAreWholeSecondsIn32Bits_data();
     void timesAreWholeSecondsIn32Bits();
     void timesSurviveTheIndex();
@@ -90,19 +90,19 @@ void TestSwapPlace::removesOnlyWhatItHolds()
     QVERIFY(!QFile::exists(inside));
 }
 
-void TestSwapPlace::onlyFilesMayBeOpened()
+void TestSwapPlace::linksAndPipesAreNoFilesOfTheStore()
 {
     const QTemporaryDir root;
     const QString file = root.filePath(QStringLiteral("a.swp"));
-    QVERIFY(lumi::SwapPlace::mayOpen(file));
+    QVERIFY(!lumi::SwapPlace::isFile(file));
     writeFile(file, "x");
-    QVERIFY(lumi::SwapPlace::mayOpen(file));
+    QVERIFY(lumi::SwapPlace::isFile(file));
     const QString pipe = root.filePath(QStringLiteral("pipe.swp"));
     QCOMPARE(::mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
-    QVERIFY(!lumi::SwapPlace::mayOpen(pipe));
+    QVERIFY(!lumi::SwapPlace::isFile(pipe));
     const QString link = root.filePath(QStringLiteral("link.swp"));
-    QVERIFY(QFile::link(pipe, link));
-    QVERIFY(!lumi::SwapPlace::mayOpen(link));
+    QVERIFY(QFile::link(file, link));
+    QVERIFY(!lumi::SwapPlace::isFile(link));
 }
 
 void TestSwapPlace::timesAreWholeSecondsIn32Bits_data()

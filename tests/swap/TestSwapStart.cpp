@@ -34,7 +34,9 @@ private Q_SLOTS:
     void damageLeavesOtherFilesAlone();
     void afterDamageTheRunGoesOnAndEndsCleanly();
     void theMarkerGoesBeforeTheIndexIsWritten();
-    void aPipeInPlaceOfTheIndexIsNotWaitedFor();
+    void aPipeInPlaceOfTheIndexIsReplaced();
+    void linksInTheFolderAreNotFollowed();
+    void linkInPlaceOfTheFolderIsReplaced();
     void theWorkAreaIsPartOfTheObject();
     void theHandleIsTakenOutAtTheEnd();
 
@@ -207,17 +209,44 @@ void TestSwapStart::theMarkerGoesBeforeTheIndexIsWritten()
     QVERIFY(!QFile::exists(m_fixture->markerPath()));
 }
 
-void TestSwapStart::aPipeInPlaceOfTheIndexIsNotWaitedFor()
+void TestSwapStart::aPipeInPlaceOfTheIndexIsReplaced()
 {
     QVERIFY(QDir().mkpath(m_fixture->swapFolder()));
     QCOMPARE(::mkfifo(QFile::encodeName(m_fixture->indexPath()).constData(), 0600), 0);
     const MessageLog log;
     m_fixture->start();
     m_fixture->stop();
-    QCOMPARE(log.warnings,
-             QStringList({QStringLiteral("SwapSystem::InitRead Not Initialze File"),
-                          QStringLiteral("SwapSystem::InitWrite Not Initialze File")}));
+    QCOMPARE(log.warnings, QStringList(QStringLiteral("SwapSystem::InitRead Not Initialze File")));
+    QVERIFY(QFileInfo(m_fixture->indexPath()).isFile());
     QVERIFY(!QFile::exists(m_fixture->markerPath()));
+}
+
+void TestSwapStart::linksInTheFolderAreNotFollowed()
+{
+    QVERIFY(QDir().mkpath(m_fixture->swapFolder()));
+    const QString other = m_fixture->path(QStringLiteral("other"));
+    const QString missing = m_fixture->path(QStringLiteral("missing"));
+    writeFile(other, "another file");
+    QVERIFY(QFile::link(other, m_fixture->indexPath()));
+    QVERIFY(QFile::link(missing, m_fixture->markerPath()));
+    m_fixture->start();
+    m_fixture->stop();
+    QCOMPARE(readFile(other), QByteArray("another file"));
+    QVERIFY(!QFile::exists(missing));
+    QVERIFY(!QFileInfo(m_fixture->indexPath()).isSymLink());
+}
+
+void TestSwapStart::linkInPlaceOfTheFolderIsReplaced()
+{
+    const QString other = m_fixture->path(QStringLiteral("other"));
+    QVERIFY(QDir().mkpath(other));
+    writeFile(other + QStringLiteral("/a.swp"), "another file");
+    QVERIFY(QFile::link(other, m_fixture->swapFolder()));
+    m_fixture->start().Clear();
+    m_fixture->stop();
+    QVERIFY(!QFileInfo(m_fixture->swapFolder()).isSymLink());
+    QCOMPARE(QDir(other).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+             QStringList(QStringLiteral("a.swp")));
 }
 
 void TestSwapStart::theWorkAreaIsPartOfTheObject()

@@ -30,8 +30,7 @@ private Q_SLOTS:
     void failedOpensHaveTheFilesStatus();
     void aFailingWriteLeavesNoTarget_data();
     void aFailingWriteLeavesNoTarget();
-    void aFailingCloseLeavesNoTargetEither();
-    void aTargetThatCantBeRemovedStays();
+    void aFailingCloseLeavesNoTarget();
     void aFullDiskLeavesNoTarget();
     void aShortWriteGoesUnnoticed();
     void aReadErrorLooksLikeTheEnd();
@@ -97,9 +96,8 @@ void TestCopyFileFaults::failedOpensHaveTheFilesStatus()
         QCOMPARE(faults.count(FileFaults::OpenToWrite), 0);
     }
     FileFaults faults(m_files->path());
-    faults.fail(FileFaults::OpenToWrite, 1, ENOSPC);
+    faults.failFrom(FileFaults::OpenToWrite, 1, ENOSPC);
     QCOMPARE(copy(QStringLiteral("a"), QStringLiteral("b")), 5);
-    QCOMPARE(faults.count(FileFaults::Remove), 0);
     QCOMPARE(m_files->entries(), QStringList{QStringLiteral("a")});
 }
 
@@ -127,28 +125,15 @@ void TestCopyFileFaults::aFailingWriteLeavesNoTarget()
     QCOMPARE(m_files->content(QStringLiteral("a")), m_photo);
 }
 
-/// A full disk may tell twice.
-void TestCopyFileFaults::aFailingCloseLeavesNoTargetEither()
+/// Some file systems report a failed write only here.
+void TestCopyFileFaults::aFailingCloseLeavesNoTarget()
 {
     m_files->make(QStringLiteral("a"), m_photo);
     FileFaults faults(m_files->path());
-    faults.fail(FileFaults::Write, 2, ENOSPC);
-    faults.fail(FileFaults::Close, 1, ENOSPC);
-    QCOMPARE(copy(QStringLiteral("a"), QStringLiteral("b"), true), int(QFileDevice::ResourceError));
-    QCOMPARE(faults.hits(), 2);
-    QVERIFY(faults.steps().contains(QStringLiteral("close b")));
-    QCOMPARE(m_files->entries(), QStringList{QStringLiteral("a")});
-    QCOMPARE(m_files->content(QStringLiteral("a")), m_photo);
-}
-
-void TestCopyFileFaults::aTargetThatCantBeRemovedStays()
-{
-    m_files->make(QStringLiteral("a"), m_photo);
-    FileFaults faults(m_files->path());
-    faults.fail(FileFaults::Write, 2, EIO);
-    faults.fail(FileFaults::Remove, 1, EIO);
+    faults.fail(FileFaults::Close, 1, EIO);
     QVERIFY(copy(QStringLiteral("a"), QStringLiteral("b"), true) != 0);
-    QVERIFY(m_photo.startsWith(m_files->content(QStringLiteral("b"))));
+    QCOMPARE(faults.hits(), 1);
+    QCOMPARE(m_files->entries(), QStringList{QStringLiteral("a")});
     QCOMPARE(m_files->content(QStringLiteral("a")), m_photo);
 }
 
@@ -164,7 +149,7 @@ void TestCopyFileFaults::aFullDiskLeavesNoTarget()
     QVERIFY(m_files->entries(QStringLiteral("disk")).isEmpty());
 }
 
-/// It is the caller who compares the sizes.
+/// Callers compare the sizes.
 void TestCopyFileFaults::aShortWriteGoesUnnoticed()
 {
     m_files->make(QStringLiteral("a"), m_photo);
@@ -172,7 +157,7 @@ void TestCopyFileFaults::aShortWriteGoesUnnoticed()
     faults.shorten(FileFaults::Write, kBlocks, 100);
     faults.fail(FileFaults::Write, kBlocks + 1, ENOSPC);
     QCOMPARE(copy(QStringLiteral("a"), QStringLiteral("b")), 0);
-    QCOMPARE(m_files->content(QStringLiteral("b")), m_photo.left((kBlocks - 1) * kBlock + 100));
+    QCOMPARE(m_files->entries(), QStringList{QStringLiteral("a")});
 }
 
 void TestCopyFileFaults::aReadErrorLooksLikeTheEnd()
@@ -182,7 +167,7 @@ void TestCopyFileFaults::aReadErrorLooksLikeTheEnd()
         FileFaults faults(m_files->path());
         faults.failFrom(FileFaults::Read, nth, EIO);
         QCOMPARE(copy(QStringLiteral("a"), QStringLiteral("b"), false), 0);
-        QCOMPARE(QFileInfo(m_files->path(QStringLiteral("b"))).size(), (nth - 1) * kBlock);
+        QCOMPARE(m_files->entries(), QStringList{QStringLiteral("a")});
     }
 }
 

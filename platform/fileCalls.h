@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: MIT
+// The calls on files that the toolkit does not have, or does not have safely enough for the only
+// copy of a photo. Errors are returned as errno values, 0 for success. Interrupted calls are
+// repeated.
+#pragma once
+
+#include <QString>
+
+#include <utility>
+
+namespace lumi {
+
+/// An open file descriptor, or -1. Closes it when destroyed.
+class Descriptor
+{
+public:
+    explicit Descriptor(int fd = -1)
+        : m_fd(fd)
+    { }
+
+    ~Descriptor() { reset(-1); }
+
+    Descriptor(const Descriptor &) = delete;
+    Descriptor &operator=(const Descriptor &) = delete;
+
+    Descriptor(Descriptor &&other) noexcept
+        : m_fd(std::exchange(other.m_fd, -1))
+    { }
+
+    Descriptor &operator=(Descriptor &&other) noexcept
+    {
+        reset(std::exchange(other.m_fd, -1));
+        return *this;
+    }
+
+    [[nodiscard]] int get() const { return m_fd; }
+
+    [[nodiscard]] bool isOpen() const { return m_fd >= 0; }
+
+private:
+    void reset(int fd);
+
+    int m_fd;
+};
+
+/// Opens a regular file for reading. Anything else, such as a pipe that would block, is refused
+/// with EINVAL; errno holds the error.
+[[nodiscard]] Descriptor openRegular(const QString &path);
+
+/// Whether something has this name. A dangling link counts.
+[[nodiscard]] bool isTaken(const QString &path);
+
+/// Renames a file. Never replaces another one (EEXIST) and never copies. Where the file system
+/// cannot rename with that condition, the name is tested first.
+[[nodiscard]] int renameNoReplace(const QString &from, const QString &to);
+
+/// Brings the contents of a file to the disk. A file system that cannot sync counts as done.
+[[nodiscard]] int syncFile(int fd);
+
+/// Brings the names in a folder to the disk.
+[[nodiscard]] int syncFolder(const QString &folder);
+
+} // namespace lumi
