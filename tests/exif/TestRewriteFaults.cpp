@@ -83,8 +83,8 @@ void TestRewriteFaults::callFails_data()
             row(step, "another photo has the name", EEXIST, kFailed, false);
             row(step, "the disk is broken for a moment", EIO, kDone, true);
         } else {
-            const bool isHarmless = isAfter || call == QLatin1String("chmod")
-                || call == QLatin1String("close");
+            const bool isHarmless
+                = isAfter || call == QLatin1String("chmod") || call == QLatin1String("close");
             row(step, "the disk is broken", EIO, isHarmless ? kDone : kFailed, isHarmless);
         }
     }

@@ -341,10 +341,10 @@ void TestFormFileOperations::renameThatTheSystemRefuses()
     m_form->world.makePhotos(1);
     m_form->startMarked("a00.jpg");
     FileFaults faults(m_form->world.store);
-    faults.fail(FileFaults::Rename, 1, error);
+    faults.failFrom(FileFaults::Rename | FileFaults::RenamePlainly, 1, error);
     QCOMPARE(m_form->play(kRename, {typing(QStringLiteral("b")), ok()}),
              (QStringList{askName("a00"), kNotRenamed}));
-    QCOMPARE(faults.hits(), 1);
+    QVERIFY(faults.hits() > 0);
     QCOMPARE(m_form->store(), list("a00.jpg"));
     QVERIFY(!m_form->wasReadAgain());
 }

@@ -33,7 +33,7 @@ public:
 
     /// Does something once, as soon as it is time, from within whatever event loop runs then.
     void when(std::function<bool()> isTime, std::function<void()> doIt);
-    /// While a file of that name is being written in the store.
+    /// While the file of that name is being copied.
     void whenInFile(const QString &name, std::function<void()> doIt);
     /// Free space, in steps of 2 KB.
     void setFreeKB(qint64 kb) const;

@@ -24,6 +24,8 @@
 #include <cerrno>
 #include <optional>
 
+#include <unistd.h>
+
 using lumi::test::FileFaults;
 using lumi::test::importableTree;
 using lumi::test::ImportFixture;
@@ -58,7 +60,6 @@ private Q_SLOTS:
     void aCardPulledDuringAFile();
     void aCardExchangedDuringAFile();
     void aCardPulledBetweenFiles();
-    void aPartThatCantBeRemovedIsReported();
     void contentsAreNotCompared();
     void theReportComesAgainUntilExit();
     void theBarIsNeverFull();
@@ -395,36 +396,19 @@ void TestImportCopying::aCardPulledBetweenFiles()
     QCOMPARE(treeOf(m_form->target(todaysFolder())), expected);
 }
 
-void TestImportCopying::aPartThatCantBeRemovedIsReported()
-{
-    m_form->insertCard(Slot::SD, kThreePhotos, 60000);
-    std::unique_ptr<FileFaults> faults;
-    m_form->whenInFile(QStringLiteral("b.jpg"), [this, &faults] {
-        faults = std::make_unique<FileFaults>(m_form->world.store);
-        faults->failFrom(FileFaults::Remove, 1, EROFS);
-        QVERIFY(ImportFixture::pressNow(QStringLiteral("Cancel")));
-    });
-    const QString report = reportText(1);
-    QVERIFY(faults->hits() > 0);
-    faults.reset();
-    QCOMPARE(m_form->driver.texts().at(3), lumi::partlyCopiedText(todaysFolder(), 1));
-    QCOMPARE(report, QStringLiteral("b.jpg\n  CopyError : User cancellation\n"));
-    // It is there, and the report names it.
-    const Tree made = treeOf(m_form->target(todaysFolder()));
-    const Tree whole = importableTree(m_form->card(Slot::SD));
-    const QString part = QStringLiteral("dcim/b.jpg");
-    QVERIFY(made.value(part).size() < whole.value(part).size());
-    QVERIFY(whole.value(part).startsWith(made.value(part)));
-}
-
 void TestImportCopying::contentsAreNotCompared()
 {
     m_form->insertCard(Slot::SD, {QStringLiteral("a.jpg")}, 60000);
-    const QString copy = m_form->target(todaysFolder() + QStringLiteral("/a.jpg"));
-    m_form->whenInFile(QStringLiteral("a.jpg"), [copy] {
-        QFile file(copy);
-        QVERIFY(file.open(QIODevice::ReadWrite) && file.putChar('x'));
-    });
+    const auto copy = [] {
+        return lumi::test::openFile(QStringLiteral(" (deleted)")); // has no name yet
+    };
+    m_form->when(
+        [copy] {
+            return ::lseek(copy(), 0, SEEK_CUR) > 0;
+        },
+        [copy] {
+            QCOMPARE(::pwrite(copy(), "x", 1, 0), ssize_t(1));
+        });
     press(Slot::SD);
     QCOMPARE(m_form->driver.captions(), (QStringList{kResult, kFolder, kDone}));
     QCOMPARE(m_form->driver.texts().constLast(), lumi::copiedText(todaysFolder(), 1));

@@ -159,3 +159,15 @@ int lumi::test::fillCard(const QString &folder, int count)
     mustWork(symlink("100CAMRA", at("/DCIM/linked folder").constData()) == 0, folder);
     return count + 1;
 }
+
+int lumi::test::openFile(const QString &end)
+{
+    const QDir descriptors(QStringLiteral("/proc/self/fd"));
+    const QStringList names = descriptors.entryList(QDir::Files | QDir::System);
+    for (const QString &name : names) {
+        if (QFile::symLinkTarget(descriptors.filePath(name)).endsWith(end)) {
+            return name.toInt();
+        }
+    }
+    return -1;
+}

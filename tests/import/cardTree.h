@@ -29,4 +29,7 @@ void writeBytes(const QString &path, qsizetype size);
 /// Lets every user write in a folder of the temporary ones, and get there.
 void openToAll(const QString &folder);
 
+/// The descriptor of a file that this process has open, -1 if there is none. end: of its path.
+[[nodiscard]] int openFile(const QString &end);
+
 } // namespace lumi::test
