@@ -180,7 +180,7 @@ void TestImporting::theWindowStaysUntilTheCopyHasStopped()
     bool done = false;
     QTimer timer;
     connect(&timer, &QTimer::timeout, this, [this, &done, form] {
-        if (done || QFileInfo(m_user->world.path(QStringLiteral("Day/b.mov"))).size() == 0) {
+        if (done || lumi::test::openFile(QStringLiteral("/b.mov")) < 0) {
             return;
         }
         done = true;
