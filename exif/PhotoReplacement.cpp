@@ -1,10 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "exif/PhotoReplacement.h"
 
-#include "app/common/Medium.h"
 #include "app/common/diskSpace.h"
-#include "app/common/paths.h"
-#include "platform/Machine.h"
 #include "platform/fileCalls.h"
 
 #include <QFileInfo>
@@ -19,18 +16,6 @@ constexpr int kTemporaryNames = 65535;
 constexpr qint64 kBlockSize = 10240;
 constexpr mode_t kPermissions = 07777;
 constexpr int kShiftToKB = 10;
-
-/// The folder whose file system is asked for room: the card that holds path, or the store.
-QString mediumOf(const QString &path)
-{
-    for (const Slot slot : {Slot::CF, Slot::SD}) {
-        QString card = Machine::instance().mountPoint(slot);
-        if (path.startsWith(card) && lumi::isCardInSlot(slot)) {
-            return card;
-        }
-    }
-    return lumi::documentsPath();
-}
 
 bool isDiskFull(int error)
 {
@@ -145,7 +130,7 @@ ExifRewriteResult PhotoReplacement::failure(int error, ExifRewriteResult other) 
 
 bool PhotoReplacement::hasRoom() const
 {
-    return freeDiskKB(QFile::encodeName(mediumOf(m_path))) >= m_state.st_size >> kShiftToKB;
+    return freeVolumeKB(m_path) >= m_state.st_size >> kShiftToKB;
 }
 
 struct stat stateOf(const QString &path)

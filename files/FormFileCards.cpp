@@ -3,6 +3,7 @@
 #include "app/common/messages.h"
 #include "files/FormFile.h"
 #include "items/FPVItemList.h"
+#include "platform/CardSlots.h"
 #include "views/folderRoots.h"
 
 #include <QComboBox>
@@ -24,10 +25,10 @@ void FormFile::fillDeviceCombo()
 {
     m_deviceCombo->clear();
     m_deviceCombo->addItem(msg(lumi::MsgPhotoFiles));
-    if (lumi::isCardInSlot(Slot::SD)) {
+    if (lumi::CardSlots::isPresent(Slot::SD)) {
         m_deviceCombo->addItem(msg(lumi::MsgSdCard));
     }
-    if (lumi::isCardInSlot(Slot::CF)) {
+    if (lumi::CardSlots::isPresent(Slot::CF)) {
         m_deviceCombo->addItem(msg(lumi::MsgCfCard));
     }
 }
@@ -39,7 +40,7 @@ bool FormFile::goTo(const QString &path, const QString &root)
 
 bool FormFile::goToCard(Slot slot, QString *remembered)
 {
-    const QString root = Machine::instance().mountPoint(slot);
+    const QString root = lumi::CardSlots::mountPoint(slot);
     m_currentPath = remembered;
     if (goTo(*remembered, root)) {
         return true;

@@ -6,9 +6,9 @@
 #include "app/common/messages.h"
 #include "app/common/power.h"
 #include "import/ImportRun.h"
-#include "import/cardSlots.h"
 #include "import/importBoxes.h"
 #include "import/importTexts.h"
+#include "platform/CardSlots.h"
 #include "platform/QPEMenuBar.h"
 #include "platform/Resource.h"
 #include "platform/toolkit/BackgroundWidget.h"
@@ -159,8 +159,8 @@ void FormImport::mtabChanged()
 
 void FormImport::showCards()
 {
-    m_cfButton->setEnabled(lumi::isCardInSlot(Slot::CF));
-    m_sdButton->setEnabled(lumi::isCardInSlot(Slot::SD));
+    m_cfButton->setEnabled(lumi::CardSlots::isPresent(Slot::CF));
+    m_sdButton->setEnabled(lumi::CardSlots::isPresent(Slot::SD));
 }
 
 void FormImport::focusCard()
@@ -246,7 +246,7 @@ void FormImport::copyWithoutScreenSaver()
 
 bool FormImport::cardPresent() const
 {
-    return lumi::isSourcePresent(m_sourcePath) && m_sourceCard.isThere();
+    return m_sourceCard.isThere();
 }
 
 void FormImport::btn_leftWidget_clicked(int id)
@@ -309,8 +309,8 @@ void FormImport::menuGrayout()
     }
     const auto menus = m_menuBar->findChildren<QPopupMenu *>();
     for (QPopupMenu *menu : menus) {
-        menu->setItemEnabled(kCfEntry, lumi::isCardInSlot(Slot::CF));
-        menu->setItemEnabled(kSdEntry, lumi::isCardInSlot(Slot::SD));
+        menu->setItemEnabled(kCfEntry, lumi::CardSlots::isPresent(Slot::CF));
+        menu->setItemEnabled(kSdEntry, lumi::CardSlots::isPresent(Slot::SD));
     }
 }
 

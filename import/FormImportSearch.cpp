@@ -4,7 +4,6 @@
 #include "app/common/messages.h"
 #include "import/FormImport.h"
 #include "import/ImportRun.h"
-#include "import/cardSlots.h"
 #include "import/importBoxes.h"
 #include "import/importTexts.h"
 #include "widgets/MyDialogWait.h"

@@ -4,7 +4,6 @@
 #include "app/common/diskSpace.h"
 #include "app/common/paths.h"
 #include "files/engine/copyFile.h"
-#include "import/cardSlots.h"
 #include "views/folderRoots.h"
 
 #include <QDir>
@@ -63,7 +62,6 @@ ImportKind lumi::kindOfFailure(int copyResult, int roomKB, qint64 sourceSize, bo
 
 lumi::ImportRun::ImportRun(ImportTree tree, ImportCallbacks callbacks)
     : m_tree(std::move(tree))
-    , m_card(m_tree.root)
     , m_callbacks(std::move(callbacks))
 { }
 
@@ -133,16 +131,11 @@ ImportKind lumi::ImportRun::copyAll()
     return runKind;
 }
 
-/// Its photos may have the names of those that are still to be copied.
-bool lumi::ImportRun::isOtherCard() const
-{
-    return isSourcePresent(m_tree.root) && !m_card.isThere();
-}
-
 ImportKind lumi::ImportRun::copyOne(const QString &relPath) const
 {
     const QString source = m_tree.root + relPath;
-    if (isOtherCard()) {
+    // The photos of another card may have the names of those that are still to be copied.
+    if (!m_callbacks.isCardPresent()) {
         return ImportKind::AccessFailure;
     }
     const QString target = uniquePath(m_target + relPath, kFileNumber, QLatin1Char('.'));

@@ -7,7 +7,6 @@
 // the file either way.
 #pragma once
 
-#include "app/common/Medium.h"
 #include "import/ImportKind.h"
 
 #include <QString>
@@ -40,8 +39,8 @@ class ImportRun
 public:
     ImportRun(ImportTree tree, ImportCallbacks callbacks);
 
-    /// Ends at the first file that can't be copied, or when another card has come in the place
-    /// of the one this was made for, but goes on after a copy of another size.
+    /// Ends at the first file that can't be copied, or when the card is no longer present. Goes on
+    /// after a copy of another size.
     /// @param folderName of the new folder; a number is put behind a name that is taken
     [[nodiscard]] ImportKind run(const QString &folderName);
 
@@ -56,10 +55,8 @@ private:
     [[nodiscard]] ImportKind makeFolders() const;
     [[nodiscard]] ImportKind copyAll();
     [[nodiscard]] ImportKind copyOne(const QString &relPath) const;
-    [[nodiscard]] bool isOtherCard() const;
 
     ImportTree m_tree;
-    Medium m_card;
     ImportCallbacks m_callbacks;
     QString m_target;
     QString m_folderName;

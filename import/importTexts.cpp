@@ -2,6 +2,7 @@
 #include "import/importTexts.h"
 
 #include "app/common/messages.h"
+#include "platform/CardSlots.h"
 
 #include <QDate>
 #include <QFileInfo>
@@ -88,4 +89,13 @@ QString lumi::copiedText(const QString &folder, int files)
 QString lumi::partlyCopiedText(const QString &folder, int files)
 {
     return copiedText(folder, files) + QLatin1String("\n\n") + msg(MsgErrorWhileCopying);
+}
+
+QString lumi::sourceName(const QString &path)
+{
+    const std::optional<Slot> slot = CardSlots::slotOf(path);
+    if (!slot) {
+        return msg(MsgPhotoFiles);
+    }
+    return msg(*slot == Slot::CF ? MsgCfCard : MsgSdCard);
 }

@@ -33,4 +33,7 @@ namespace lumi {
 /// The same after a run with failures.
 [[nodiscard]] QString partlyCopiedText(const QString &folder, int files);
 
+/// What the user calls the card that path is on, or the photo store.
+[[nodiscard]] QString sourceName(const QString &path);
+
 } // namespace lumi

@@ -1,45 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "platform/MountWatcher.h"
 
-#include "platform/Machine.h"
+#include "platform/CardSlots.h"
 #include "platform/QCopHub.h"
 
 #include <QFileInfo>
 #include <QSocketNotifier>
 
-#include <algorithm>
-
 namespace {
 
 /// Mounts come in bursts of a few milliseconds.
 constexpr int kSettleMs = 50;
-/// Place of the mount point among the fields of a line.
-constexpr int kMountPointField = 4;
-constexpr int kOctalDigits = 3;
-constexpr int kOctal = 8;
-
-/// The mount table writes blanks and the like as "\040".
-QByteArray unescaped(const QByteArray &field)
-{
-    QByteArray text;
-    for (qsizetype i = 0; i < field.size(); ++i) {
-        bool isOctal = false;
-        const uint code = field.mid(i + 1, kOctalDigits).toUInt(&isOctal, kOctal);
-        if (field.at(i) == '\\' && isOctal) {
-            text += static_cast<char>(code);
-            i += kOctalDigits;
-        } else {
-            text += field.at(i);
-        }
-    }
-    return text;
-}
-
-bool holds(const QByteArray &mountPoint, const QByteArray &folder)
-{
-    return mountPoint == "/" || folder == mountPoint
-        || folder.startsWith(QByteArray(mountPoint + '/'));
-}
 
 /// Empty for the root and for an empty path.
 QString parentOf(const QString &path)
@@ -57,12 +28,17 @@ QString nearestFolder(QString path)
     return path;
 }
 
+QList<unsigned> generations()
+{
+    return {lumi::CardSlots::generation(Slot::CF), lumi::CardSlots::generation(Slot::SD)};
+}
+
 } // namespace
 
 lumi::MountWatcher::MountWatcher(QObject *parent)
     : QObject(parent)
 {
-    for (const Slot slot : {Slot::CF, Slot::SD}) {
+    for (const Slot slot : CardSlots::kAll) {
         m_mountPoints.append(Machine::instance().configuredMountPoint(slot));
     }
     m_settle.setSingleShot(true);
@@ -75,29 +51,13 @@ lumi::MountWatcher::MountWatcher(QObject *parent)
         connect(notifier, &QSocketNotifier::activated, this, &MountWatcher::startLook);
     }
     watchFolders();
-    m_state = state();
-}
-
-QByteArrayList lumi::MountWatcher::relevantMounts(const QByteArray &table,
-                                                  const QStringList &folders)
-{
-    QByteArrayList relevant;
-    const QByteArrayList lines = table.split('\n');
-    for (const QByteArray &line : lines) {
-        const QByteArray mountPoint = unescaped(line.split(' ').value(kMountPointField));
-        const bool matters = !mountPoint.isEmpty()
-            && std::any_of(folders.begin(), folders.end(), [&mountPoint](const QString &folder) {
-                   return holds(mountPoint, QFile::encodeName(folder));
-               });
-        if (matters) {
-            relevant.append(line);
-        }
-    }
-    return relevant;
+    m_told = generations();
 }
 
 void lumi::MountWatcher::startLook()
 {
+    // At once: the next card may be in before the burst is over.
+    CardSlots::look();
     // Not restarted: an endless burst must not keep the news back for ever.
     if (!m_settle.isActive()) {
         m_settle.start();
@@ -108,11 +68,11 @@ void lumi::MountWatcher::look()
 {
     // Under the old name there may be another folder now, which nobody watches yet.
     watchFolders();
-    const QByteArray now = state();
-    if (now == m_state) {
+    const QList<unsigned> now = generations();
+    if (now == m_told) {
         return;
     }
-    m_state = now;
+    m_told = now;
     if (QCopHub *hub = QCopHub::instance()) {
         hub->post("QPE/Card", "mtabChanged()");
     }
@@ -134,18 +94,4 @@ void lumi::MountWatcher::watchFolders()
     if (!folders.isEmpty()) {
         m_folders.addPaths(folders);
     }
-}
-
-QByteArray lumi::MountWatcher::state() const
-{
-    QFile table(m_table.fileName());
-    QByteArray text;
-    if (m_table.isOpen() && table.open(QIODevice::ReadOnly)) {
-        text = relevantMounts(table.readAll(), m_mountPoints).join('\n');
-    }
-    for (const QString &mountPoint : m_mountPoints) {
-        text += QFileInfo::exists(mountPoint) ? "\nfolder" : "\nnone";
-        text += QFileInfo::exists(mountPoint + QLatin1String("/NotAvailable")) ? " empty" : " card";
-    }
-    return text;
 }

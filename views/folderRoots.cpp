@@ -2,7 +2,7 @@
 #include "views/folderRoots.h"
 
 #include "app/common/paths.h"
-#include "platform/Machine.h"
+#include "platform/CardSlots.h"
 
 QString lumi::photoStorePath()
 {
@@ -11,7 +11,6 @@ QString lumi::photoStorePath()
 
 bool lumi::isFolderRoot(const QString &path)
 {
-    const Machine &machine = Machine::instance();
-    return path == photoStorePath() || path == machine.mountPoint(Slot::CF)
-        || path == machine.mountPoint(Slot::SD);
+    return path == photoStorePath() || path == CardSlots::mountPoint(Slot::CF)
+        || path == CardSlots::mountPoint(Slot::SD);
 }

@@ -2,7 +2,6 @@
 #include "app/common/FormBase.h"
 
 #include "app/common/FormEvent.h"
-#include "app/common/Medium.h"
 
 #include <QCoreApplication>
 
@@ -79,8 +78,6 @@ void FormBase::cardChannel(const QCString &message, const QByteArray & /*data*/)
     if (message != "mtabChanged()") {
         return;
     }
-    // A busy form comes to look when another card may be in already.
-    lumi::noteEmptySlots();
     if (isBusy()) {
         m_cardChangeNoted = true;
     } else {

@@ -2,7 +2,7 @@
 #include "app/common/diskSpace.h"
 
 #include "app/common/paths.h"
-#include "platform/Machine.h"
+#include "platform/CardSlots.h"
 
 #include <QFile>
 
@@ -40,6 +40,17 @@ int lumi::blocksToFreeKB(qint64 blockSize, qint64 blocks)
 int lumi::freeDocumentsKB()
 {
     return freeDiskKB(QFile::encodeName(documentsPath()));
+}
+
+int lumi::freeVolumeKB(const QString &path)
+{
+    for (const Slot slot : CardSlots::kAll) {
+        const QString card = CardSlots::mountPoint(slot);
+        if (path.startsWith(card) && CardSlots::isPresent(slot)) {
+            return freeDiskKB(QFile::encodeName(card));
+        }
+    }
+    return freeDocumentsKB();
 }
 
 int freeDiskKB(const QByteArray &path)

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "app/common/ChosenFile.h"
+#include "platform/CardSlots.h"
 #include "tests/support/FakeMachine.h"
 #include "tests/support/TestMain.h"
 #include "tests/support/fileAge.h"
@@ -82,9 +83,9 @@ void TestChosenFile::init()
 void TestChosenFile::missTheCard()
 {
     m_machine->removeCard(Slot::SD);
-    lumi::noteEmptySlots();
+    lumi::CardSlots::look();
     m_machine->insertCard(Slot::SD);
-    lumi::noteEmptySlots();
+    lumi::CardSlots::look();
 }
 
 void TestChosenFile::onItsMediumItMayChange()

@@ -2,8 +2,6 @@
 #include "app/common/BusyScope.h"
 #include "app/common/FormBase.h"
 #include "app/common/FormEvent.h"
-#include "app/common/Medium.h"
-#include "tests/support/FakeMachine.h"
 #include "tests/support/RequestLog.h"
 #include "tests/support/TestMain.h"
 
@@ -84,8 +82,6 @@ private Q_SLOTS:
     void everyCardMessageArrivesOnce();
     void deadFormHearsNothing();
     void busyFormHearsAfterTheRelease();
-    void aCardIsMissedAtOnce_data();
-    void aCardIsMissedAtOnce();
     void nestedBusyCounts();
     void busyAgainBeforeTheDelivery();
     void idleHasNothingToDeliver();
@@ -273,41 +269,6 @@ void TestFormBase::busyFormHearsAfterTheRelease()
     QCOMPARE(m_form->cardChanges, 1);
     sendCardChange();
     QTRY_COMPARE(m_form->cardChanges, 2);
-}
-
-void TestFormBase::aCardIsMissedAtOnce_data()
-{
-    QTest::addColumn<bool>("isBusy");
-    QTest::addColumn<QByteArray>("message");
-    QTest::addColumn<bool>("isMissed");
-    QTest::newRow("idle") << false << QByteArray("mtabChanged()") << true;
-    QTest::newRow("busy") << true << QByteArray("mtabChanged()") << true;
-    QTest::newRow("by no other message") << false << QByteArray("stabChanged()") << false;
-}
-
-/// Before the form deals with it another card may be in.
-void TestFormBase::aCardIsMissedAtOnce()
-{
-    QFETCH(bool, isBusy);
-    QFETCH(QByteArray, message);
-    QFETCH(bool, isMissed);
-    auto *machine = lumi::test::FakeMachine::install();
-    machine->insertCard(Slot::SD);
-    const lumi::Medium card(machine->sd);
-    bool wasThere = true;
-    m_form->atCardChange = [&card, &wasThere] {
-        wasThere = card.isThere();
-    };
-    {
-        const std::unique_ptr<lumi::BusyScope> busy(isBusy ? new lumi::BusyScope(m_form) : nullptr);
-        machine->removeCard(Slot::SD);
-        m_form->cardChannel(message, QByteArray());
-        machine->insertCard(Slot::SD);
-        QCOMPARE(card.isThere(), !isMissed);
-    }
-    QTRY_COMPARE(wasThere, !isMissed);
-    m_form->atCardChange = nullptr;
-    Machine::install(nullptr);
 }
 
 void TestFormBase::nestedBusyCounts()

@@ -3,6 +3,7 @@
 
 #include "files/engine/FPVFileTree.h"
 #include "items/FPVItemList.h"
+#include "platform/CardSlots.h"
 #include "platform/QCopChannel.h"
 #include "platform/QPEMenuBar.h"
 #include "widgets/MyLeftWidget.h"
@@ -190,6 +191,7 @@ QStringList lumi::test::FormFixture::media() const
 
 void lumi::test::FormFixture::tellCardChange()
 {
+    lumi::CardSlots::look(); // as the watcher does before it tells
     QCopChannel::send("QPE/Card", "mtabChanged()");
     QCoreApplication::processEvents();
 }

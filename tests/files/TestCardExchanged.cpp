@@ -60,6 +60,7 @@ private Q_SLOTS:
     void andReadAgainUnderTheQuestion();
     void underTheQuestionOfTheSlideshow();
     void beforeTheFormHasHeardOfIt();
+    void inOneBurst();
     void withAnotherFolderOnShow_data();
     void withAnotherFolderOnShow();
 
@@ -306,6 +307,19 @@ void TestCardExchanged::beforeTheFormHasHeardOfIt()
     QVERIFY(!m_form->view->deleteChecked());
     QVERIFY(!m_form->view->deleteCurrent());
     QVERIFY(isSecondCardWhole());
+}
+
+/// No message has come yet, and nobody has seen the slot empty.
+void TestCardExchanged::inOneBurst()
+{
+    showMarked();
+    QVERIFY(QFile::rename(m_card, m_form->world.path(QStringLiteral("../first card"))));
+    m_form->world.makePhotos(2, m_card + QStringLiteral("/dcim"));
+    QVERIFY(!m_form->view->deleteCurrent());
+    QVERIFY(!m_form->view->deleteChecked());
+    for (const char *name : {"/dcim/a00.jpg", "/dcim/a01.jpg"}) {
+        QVERIFY(QFile::exists(m_card + QLatin1String(name)));
+    }
 }
 
 void TestCardExchanged::withAnotherFolderOnShow_data()

@@ -3,6 +3,7 @@
 
 #include "files/engine/FPVFileTree.h"
 #include "files/engine/copyFile.h"
+#include "platform/CardSlots.h"
 #include "platform/QCopChannel.h"
 #include "widgets/MyImageButton.h"
 
@@ -104,6 +105,7 @@ void lumi::test::ImportFixture::setFreeKB(qint64 kb) const
 
 void lumi::test::ImportFixture::tellCardChange() const
 {
+    lumi::CardSlots::look(); // as the watcher does before it tells
     QCopChannel::send("QPE/Card", "mtabChanged()");
     QCoreApplication::processEvents();
 }

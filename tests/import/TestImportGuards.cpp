@@ -56,6 +56,7 @@ private:
     void fillTheStore();
     void loseTheCard();
     void exchangeTheCard();
+    void exchangeTheCardInOneBurst();
     void loseTheStore();
     void takeWayOut(const QString &way);
 };
@@ -263,6 +264,20 @@ void TestImportGuards::exchangeTheCard()
     press(Slot::SD);
 }
 
+/// No message has come yet, and nobody has seen the slot empty.
+void TestImportGuards::exchangeTheCardInOneBurst()
+{
+    m_form->driver.expect(kFolder, [this](QDialog *dialog) {
+        const QString card = m_form->card(Slot::SD);
+        QVERIFY(QFile::rename(card, card + QStringLiteral(" before")));
+        QVERIFY(QDir().mkpath(card));
+        m_form->insertCard(Slot::SD, kThreePhotos, 60000);
+        noteCards();
+        dialog->accept();
+    });
+    press(Slot::SD);
+}
+
 void TestImportGuards::loseTheStore()
 {
     QVERIFY(QDir(m_form->world.store).removeRecursively());
@@ -312,6 +327,8 @@ void TestImportGuards::theFormWorksAfterEveryWayOut_data()
     row("the search was cancelled", &TestImportGuards::cancelTheSearch, kStopped);
     row("the card had gone", &TestImportGuards::loseTheCard, kAccess);
     row("the card was exchanged", &TestImportGuards::exchangeTheCard, kAccess);
+    row("the card was exchanged in one burst", &TestImportGuards::exchangeTheCardInOneBurst,
+        kAccess);
     row("a copy was no match", &TestImportGuards::failOneFile, lumi::partlyCopiedText(kToday, 3));
     row("the store was full", &TestImportGuards::fillTheStore,
         QStringLiteral("Out of space. Processing stopped."));

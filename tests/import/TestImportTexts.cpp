@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "import/importTexts.h"
+#include "tests/support/FakeMachine.h"
 #include "tests/support/TestMain.h"
 
 #include <QDate>
@@ -28,6 +29,7 @@ private Q_SLOTS:
     void theFolderHasTheDaysName_data();
     void theFolderHasTheDaysName();
     void namesAreNoPlaceholders();
+    void placesHaveTheirNames();
 };
 
 void TestImportTexts::digitsAreGrouped_data()
@@ -192,6 +194,15 @@ void TestImportTexts::namesAreNoPlaceholders()
              QStringLiteral("All data on the card which has 7 was copied to the %1 subfolder of "
                             "\"Photo_Files\".\n\nAn error occurred while copying. [please verify "
                             "with error details]"));
+}
+
+void TestImportTexts::placesHaveTheirNames()
+{
+    const auto *machine = lumi::test::FakeMachine::install();
+    QCOMPARE(lumi::sourceName(machine->cf), QStringLiteral("CF Card"));
+    QCOMPARE(lumi::sourceName(machine->sd), QStringLiteral("SD Card"));
+    QCOMPARE(lumi::sourceName(QStringLiteral("/anywhere")), QStringLiteral("Photo_Files"));
+    Machine::install(nullptr);
 }
 
 LUMI_TEST(TestImportTexts)

@@ -18,13 +18,6 @@ namespace {
 /// Time in which a wrong second message would have come.
 constexpr int kQuietMs = 200;
 
-const QByteArray kTable = "21 1 8:1 / / rw - ext4 /dev/sda1 rw\n"
-                          "30 21 0:26 / /mnt rw - tmpfs tmpfs rw\n"
-                          "31 30 179:1 / /mnt/cf rw,nosuid - vfat /dev/mmcblk0p1 rw\n"
-                          "32 30 179:2 / /mnt/cf2 rw - vfat /dev/sdb1 rw\n"
-                          "33 21 0:30 / /home/some\\040one rw - tmpfs tmpfs rw\n"
-                          "34 30 179:3 / /mnt/my\\040card rw - vfat /dev/sdc1 rw\n";
-
 } // namespace
 
 class TestMountWatcher : public QObject
@@ -35,8 +28,6 @@ private Q_SLOTS:
     void initTestCase();
     void init();
     void cleanup();
-    void onlyMountsAtOrAboveTheSlotsMatter_data();
-    void onlyMountsAtOrAboveTheSlotsMatter();
     void aMarkerThatGoesAndComesIsOneMessageEach();
     void aBurstIsOneMessage();
     void otherFilesOnTheCardAreNoNews();
@@ -45,7 +36,6 @@ private Q_SLOTS:
     void aFolderUnderTheOldNameIsWatchedAgain();
     void withoutATableOrFoldersNothingHappens();
     void theRealTableCanBeWatched();
-    void aLineOfASlotThatComesAndGoesIsOneMessageEach();
 
 private:
     FakeMachine *m_machine = nullptr;
@@ -71,31 +61,6 @@ void TestMountWatcher::cleanup()
     m_spy.reset();
     m_channel.reset();
     Machine::install(nullptr);
-}
-
-void TestMountWatcher::onlyMountsAtOrAboveTheSlotsMatter_data()
-{
-    QTest::addColumn<QString>("folder");
-    QTest::addColumn<QByteArray>("ids"); // first fields of the lines that matter
-    QTest::newRow("a mount at the slot") << QStringLiteral("/mnt/cf") << QByteArray("21 30 31");
-    QTest::newRow("no mount at the slot") << QStringLiteral("/mnt/card") << QByteArray("21 30");
-    QTest::newRow("a name with a blank")
-        << QStringLiteral("/mnt/my card") << QByteArray("21 30 34");
-    QTest::newRow("elsewhere") << QStringLiteral("/media/x") << QByteArray("21");
-}
-
-void TestMountWatcher::onlyMountsAtOrAboveTheSlotsMatter()
-{
-    QFETCH(QString, folder);
-    QFETCH(QByteArray, ids);
-    QByteArrayList found;
-    const QByteArrayList lines = MountWatcher::relevantMounts(kTable, {folder});
-    for (const QByteArray &line : lines) {
-        found.append(line.left(2));
-    }
-    QCOMPARE(found.join(' '), ids);
-    QVERIFY(MountWatcher::relevantMounts("", {folder}).isEmpty());
-    QVERIFY(MountWatcher::relevantMounts("rubbish\n1 2 3\n \\\n", {folder}).isEmpty());
 }
 
 void TestMountWatcher::aMarkerThatGoesAndComesIsOneMessageEach()
@@ -186,29 +151,6 @@ void TestMountWatcher::theRealTableCanBeWatched()
     QCOMPARE(m_spy->count(), 0);
     m_machine->insertCard(Slot::SD);
     QTRY_COMPARE(m_spy->count(), 1);
-}
-
-/// A table that lists a card's mount, as the kernel's does.
-void TestMountWatcher::aLineOfASlotThatComesAndGoesIsOneMessageEach()
-{
-    m_machine->table = m_machine->folder.filePath(QStringLiteral("table"));
-    const auto writeTable = [this](const QByteArray &mountPoint) {
-        QVERIFY(lumi::test::writeFile(m_machine->table,
-                                      kTable + "40 30 179:9 / " + mountPoint
-                                          + " rw - vfat /dev/mmcblk0p1 rw\n"));
-        // The kernel would wake the watcher; a folder of a slot does it here.
-        QVERIFY(lumi::test::writeFile(m_machine->sd + QStringLiteral("/a.jpg"), mountPoint));
-        QVERIFY(QFile::remove(m_machine->sd + QStringLiteral("/a.jpg")));
-    };
-    writeTable("/elsewhere");
-    const MountWatcher watcher;
-    writeTable(QFile::encodeName(m_machine->cf));
-    QTRY_COMPARE(m_spy->count(), 1);
-    writeTable("/elsewhere");
-    QTRY_COMPARE(m_spy->count(), 2);
-    writeTable("/somewhere/else");
-    QTest::qWait(kQuietMs);
-    QCOMPARE(m_spy->count(), 2);
 }
 
 LUMI_TEST(TestMountWatcher)

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 // When the editor cannot save: the photo stays as it was, and the user is told why.
-#include "app/common/Medium.h"
+#include "platform/CardSlots.h"
 #include "tests/exif/ui/EditorFixture.h"
+#include "tests/support/FullDisk.h"
 #include "tests/support/OrdinaryUser.h"
 #include "tests/support/TestMain.h"
 #include "tests/support/fileAge.h"
@@ -9,6 +10,8 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QTest>
+
+#include <optional>
 
 using namespace lumi;
 using lumi::test::EditorFixture;
@@ -112,34 +115,38 @@ void TestFormExifFailing::aBadPositionIsNamed()
 
 void TestFormExifFailing::failuresAreTold_data()
 {
-    QTest::addColumn<int>("freeKB");
+    QTest::addColumn<QString>("failure");
     QTest::addColumn<QString>("message");
-    QTest::newRow("no room") << 0 << QStringLiteral("Free some memory and try again");
-    QTest::newRow("the photo is gone")
-        << -1 << QStringLiteral("Compiling Exif information failed. Retry.");
+    const QString kFailed = QStringLiteral("Compiling Exif information failed. Retry.");
+    QTest::newRow("no room") << QStringLiteral("no room")
+                             << QStringLiteral("Free some memory and try again");
+    QTest::newRow("the photo is gone") << QStringLiteral("no photo") << kFailed;
+    QTest::newRow("the folder takes no new file") << QStringLiteral("read-only folder") << kFailed;
 }
 
 void TestFormExifFailing::failuresAreTold()
 {
-    QFETCH(int, freeKB);
-    // Larger than the free room, and the temporary file cannot be made.
+    QFETCH(QString, failure);
     m_user->open(test::editablePhoto().photo(ExifBuilder::jpeg(400, 300, 0)));
     QVERIFY(QFileInfo(m_user->path).size() >= 1024);
-    QCOMPARE(m_user->run([this, freeKB] {
+    QCOMPARE(m_user->run([this, failure] {
         m_user->type(OwnerField, QStringLiteral("Jo"));
-        const QFileInfo photo(m_user->path);
-        QFile folder(photo.path());
+        QFile folder(QFileInfo(m_user->path).path());
         const auto permissions = folder.permissions();
-        if (freeKB < 0) {
+        std::optional<test::FileSizeLimit> limit;
+        std::optional<test::OrdinaryUser> user;
+        m_user->machine->setFreeDiskKB(0);
+        if (failure == QLatin1String("no photo")) {
             QVERIFY(QFile::remove(m_user->path));
+        } else if (failure == QLatin1String("no room")) {
+            limit.emplace(100);
         } else {
-            m_user->machine->setFreeDiskKB(freeKB);
             QVERIFY(folder.setPermissions(kReadOnly));
+            user.emplace();
         }
-        {
-            const test::OrdinaryUser user;
-            m_user->form->menu_edit_save();
-        }
+        m_user->form->menu_edit_save();
+        user.reset();
+        limit.reset();
         QVERIFY(folder.setPermissions(permissions));
         QVERIFY(m_user->form->isVisible());
         QCOMPARE(m_user->edit(OwnerField)->text(), QStringLiteral("Jo"));
@@ -275,9 +282,9 @@ void TestFormExifFailing::openOnCard()
 void TestFormExifFailing::missTheCard()
 {
     m_user->machine->removeCard(Slot::SD);
-    noteEmptySlots();
+    lumi::CardSlots::look();
     m_user->machine->insertCard(Slot::SD);
-    noteEmptySlots();
+    lumi::CardSlots::look();
 }
 
 /// It may have the same name and fields of its own.

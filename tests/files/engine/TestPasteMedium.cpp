@@ -3,6 +3,7 @@
 // in for its mount point: what they lead to changes.
 #include "app/common/Medium.h"
 #include "items/FPVItemList.h"
+#include "platform/CardSlots.h"
 #include "tests/files/engine/PasteTest.h"
 #include "tests/support/FileFaults.h"
 #include "tests/support/TestMain.h"
@@ -113,7 +114,7 @@ void TestPasteMedium::aCardThatIsExchangedWhileItsFolderIsRead()
     QTimer::singleShot(0, this, [this, trip] {
         QVERIFY(QDir(trip).removeRecursively());
         m_machine->removeCard(Slot::SD);
-        lumi::noteEmptySlots();
+        lumi::CardSlots::look();
         m_machine->insertCard(Slot::SD);
         m_files->make(QStringLiteral("card/trip/a.jpg"), "another photo");
     });

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Runs in mounts of its own, with the right to change them.
-#include "platform/MountWatcher.h"
+#include "platform/CardSlots.h"
 #include "platform/QCopChannel.h"
 #include "tests/support/FakeMachine.h"
 #include "tests/support/TestMain.h"
@@ -11,7 +11,6 @@
 
 #include <sys/mount.h>
 
-using lumi::MountWatcher;
 using lumi::test::FakeMachine;
 
 namespace {
@@ -30,6 +29,7 @@ private Q_SLOTS:
     void cleanupTestCase();
     void aMountAndItsEndAreOneMessageEach();
     void aMountElsewhereIsNoNews();
+    void exchangeInOneBurstIsAnotherCard();
 
 private:
     FakeMachine *m_machine = nullptr;
@@ -37,10 +37,10 @@ private:
 
 void TestMountedCards::initTestCase()
 {
-    // The application's own watcher starts with the event loop; let it look at other folders.
-    QCoreApplication::processEvents();
     m_machine = FakeMachine::install();
     m_machine->table = QStringLiteral("/proc/self/mountinfo");
+    // The application's own watcher starts with the event loop.
+    QCoreApplication::processEvents();
 }
 
 void TestMountedCards::cleanupTestCase()
@@ -54,7 +54,6 @@ void TestMountedCards::aMountAndItsEndAreOneMessageEach()
     const QByteArray folder = QFile::encodeName(m_machine->cf);
     const QCopChannel channel("QPE/Card");
     const QSignalSpy spy(&channel, &QCopChannel::received);
-    const MountWatcher watcher;
     QCOMPARE(::mount("tmpfs", folder.constData(), "tmpfs", 0, "size=64k"), 0);
     QTRY_COMPARE(spy.count(), 1);
     // Nothing but the table tells of its end: the marker is on it as well.
@@ -75,12 +74,28 @@ void TestMountedCards::aMountElsewhereIsNoNews()
     const QByteArray name = QFile::encodeName(folder);
     const QCopChannel channel("QPE/Card");
     const QSignalSpy spy(&channel, &QCopChannel::received);
-    const MountWatcher watcher;
     QCOMPARE(::mount("tmpfs", name.constData(), "tmpfs", 0, "size=64k"), 0);
     QTest::qWait(kQuietMs);
     QCOMPARE(::umount2(name.constData(), MNT_DETACH), 0);
     QTest::qWait(kQuietMs);
     QCOMPARE(spy.count(), 0);
+}
+
+/// Nobody looks between the unmount and the next mount, and both cards have the same device.
+void TestMountedCards::exchangeInOneBurstIsAnotherCard()
+{
+    const QByteArray folder = QFile::encodeName(m_machine->sd);
+    const QCopChannel channel("QPE/Card");
+    const QSignalSpy spy(&channel, &QCopChannel::received);
+    QCOMPARE(::mount("tmpfs", folder.constData(), "tmpfs", 0, "size=64k"), 0);
+    QTRY_COMPARE(spy.count(), 1);
+    const unsigned first = lumi::CardSlots::generation(Slot::SD);
+    QCOMPARE(::umount2(folder.constData(), 0), 0);
+    QCOMPARE(::mount("tmpfs", folder.constData(), "tmpfs", 0, "size=64k"), 0);
+    QVERIFY(lumi::CardSlots::generation(Slot::SD) != first);
+    QTRY_COMPARE(spy.count(), 2);
+    QCOMPARE(::umount2(folder.constData(), 0), 0);
+    QTRY_COMPARE(spy.count(), 3);
 }
 
 LUMI_TEST(TestMountedCards)
