@@ -4,7 +4,6 @@
 #include "exif/Altitude.h"
 #include "exif/FPVExifWriter.h"
 #include "exif/LatLongPair.h"
-#include "exif/pointerTags.h"
 #include "exif/typeSize.h"
 
 #include <algorithm>
@@ -161,17 +160,6 @@ void carryOut(const TagOperations &operations, FPVExifWriter *writer)
     }
 }
 
-/// A photo may come with a full segment, which leaves no room for a new text. Its thumbnail can
-/// be made again from the picture.
-bool makeFit(FPVExifWriter *writer)
-{
-    if (writer->segmentLength() > kLongestSegment) {
-        writer->removeTag(lumi::kThumbnailOffset, ExifListKind::Ifd1);
-        writer->removeTag(lumi::kThumbnailLength, ExifListKind::Ifd1);
-    }
-    return writer->segmentLength() <= kLongestSegment;
-}
-
 } // namespace
 
 bool lumi::appendBasic(const EditTexts &texts, TagOperations *operations)
@@ -242,7 +230,7 @@ SaveResult lumi::saveTexts(const EditTexts &texts, FPVExifWriter *writer)
         return SaveResult::Failed;
     }
     carryOut(operations, writer);
-    if (!makeFit(writer)) {
+    if (writer->segmentLength() > kLongestSegment) {
         return SaveResult::Failed;
     }
     const int result = writer->rewrite();

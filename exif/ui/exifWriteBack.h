@@ -47,8 +47,8 @@ enum class SaveResult : int {
 /// Saved, or which text is the first that is no coordinate and no height.
 [[nodiscard]] SaveResult checkPosition(const EditTexts &texts);
 
-/// Writes all pages and replaces the photo. The photo is not touched unless everything could
-/// be made of the texts and fits the segment; the thumbnail goes if that helps.
+/// Writes all pages and replaces the photo. The photo is not touched if a text is refused or
+/// the new block would not fit a segment.
 [[nodiscard]] SaveResult saveTexts(const EditTexts &texts, FPVExifWriter *writer);
 
 } // namespace lumi

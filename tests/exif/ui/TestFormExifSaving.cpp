@@ -7,7 +7,6 @@
 
 #include <QDateTime>
 #include <QFileInfo>
-#include <QImage>
 #include <QLabel>
 #include <QTest>
 
@@ -49,7 +48,6 @@ private Q_SLOTS:
     void aPositionInHundredthsGoesAway();
     void anEmptyHeightStays();
     void whatIsNotEditedComesFromTheFile();
-    void aFullBlockGivesUpItsThumbnail();
     void aWaitDialogIsUpWhileSaving();
 
 private:
@@ -269,24 +267,6 @@ void TestFormExifSaving::whatIsNotEditedComesFromTheFile()
     }),
              1);
     QCOMPARE(m_user->value(0x0131, ExifListKind::Ifd0), QByteArray("2.0\0", 4));
-}
-
-void TestFormExifSaving::aFullBlockGivesUpItsThumbnail()
-{
-    m_user->open(
-        test::crampedPhoto(65500, test::Filling::Thumbnail, ExifBuilder::jpeg(40, 30, 0xC08040)));
-    const QImage picture(m_user->path);
-    QVERIFY(m_user->document()->hasThumbnail());
-    const QString comment(20, QLatin1Char('c'));
-    QCOMPARE(m_user->run([&] {
-        m_user->type(CommentField, comment);
-        m_user->form->menu_edit_save();
-    }),
-             1);
-    QVERIFY(!picture.isNull());
-    QCOMPARE(QImage(m_user->path), picture);
-    QCOMPARE(m_user->value(0x9286, ExifListKind::Exif), unicode(comment));
-    QVERIFY(!m_user->document()->hasThumbnail());
 }
 
 void TestFormExifSaving::aWaitDialogIsUpWhileSaving()
