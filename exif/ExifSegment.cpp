@@ -2,7 +2,7 @@
 #include "exif/ExifSegment.h"
 
 #include "exif/FPVExifTagBytes.h"
-#include "exif/directoryKind.h"
+#include "exif/tagNumbers.h"
 #include "exif/typeSize.h"
 #include "exif/valueOrder.h"
 
@@ -18,7 +18,10 @@ constexpr int kTiffBase = 12; // image start, marker, length and "Exif" with two
 constexpr int kTiffHeaderSize = 8;
 constexpr int kCountSize = 2;
 constexpr int kEntrySize = 12;
+constexpr int kEntryCount = 4; // in an entry
+constexpr int kEntryValue = 8;
 constexpr int kWordSize = 4;
+constexpr int kLastGpsTag = 0x0029; // the largest number that a row of the panel asks for
 constexpr qint64 kLargestValue = 65535;
 constexpr qint64 kLargestSum = 1048576;
 
@@ -79,36 +82,37 @@ bool ExifSegment::readIfd(quint32 offset, ExifTagList &list, quint32 &link)
     return true;
 }
 
-bool ExifSegment::wasRead(quint32 offset) const
+bool ExifSegment::holdsIfd(quint32 offset, ExifListKind kind) const
 {
-    return std::ranges::find(m_readPlaces, offset) != m_readPlaces.end();
-}
-
-bool ExifSegment::holdsIfd(quint32 offset) const
-{
-    const bool isCut = m_file.size() - m_tiffBase < m_bytes.size();
     const qint64 entries = qint64(offset) + kCountSize;
-    return isCut || u16(offset) * qint64(kEntrySize) <= m_bytes.size() - entries;
+    const bool isWhole = entries + u16(offset) * qint64(kEntrySize) <= m_bytes.size();
+    const bool wasRead = std::ranges::find(m_readPlaces, offset) != m_readPlaces.end();
+    return isWhole && !wasRead && (kind != ExifListKind::Gps || isGpsTag(entries));
 }
 
-std::optional<ExifListKind> ExifSegment::kindOfIfd(quint32 offset) const
+/// The interoperability directory may begin with the number of the latitude's reference. Its
+/// value is a name such as "R98", the reference is one letter.
+bool ExifSegment::isGpsTag(qint64 entry) const
 {
-    const qint64 entry = qint64(offset) + kCountSize;
-    return directoryKind(u16(entry), u16(entry + 2), u32(entry + 4), byteAt(entry + 9));
+    constexpr quint32 kNameLength = 4;
+    const int tag = u16(entry);
+    const bool isName = tag == kTagLatitudeReference && u32(entry + kEntryCount) == kNameLength
+        && byteAt(entry + kEntryValue + 1) != '\0';
+    return tag <= kLastGpsTag && !isName;
 }
 
 bool ExifSegment::readEntry(qint64 entry, ExifTagList &list)
 {
     const quint16 tag = u16(entry);
     const quint16 type = u16(entry + 2);
-    const quint32 count = u32(entry + 4);
+    const quint32 count = u32(entry + kEntryCount);
     const qint64 size = qint64(count) * typeSize(type);
     if (typeSize(type) == 0 || size > std::min(kLargestValue, m_room)) {
         return true;
     }
     m_room -= size;
     m_value.assign(static_cast<std::size_t>(size), '\0');
-    if (!readValue(entry + 8)) {
+    if (!readValue(entry + kEntryValue)) {
         return false;
     }
     convertOrder(m_value, type, m_littleEndian);

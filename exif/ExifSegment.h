@@ -11,7 +11,6 @@
 
 #include <QByteArray>
 
-#include <optional>
 #include <span>
 #include <vector>
 
@@ -36,18 +35,12 @@ public:
     /// unknown types and too large values are passed over. False on a read error only.
     [[nodiscard]] bool readIfd(quint32 offset, ExifTagList &list, quint32 &link);
 
-    /// Whether a directory was read from there.
-    [[nodiscard]] bool wasRead(quint32 offset) const;
-
-    /// Whether the entries of the directory at offset all lie in the segment. In a segment that
-    /// the file does not have to its end any directory does.
-    [[nodiscard]] bool holdsIfd(quint32 offset) const;
-
-    /// What the directory at offset is by its first entry; nothing when none can be there.
-    [[nodiscard]] std::optional<ExifListKind> kindOfIfd(quint32 offset) const;
-
-    /// Values of that many bytes were thrown away again and count no more.
-    void giveBack(qint64 bytes) { m_room += bytes; }
+    /// Whether a pointer to offset leads to a directory of that kind. A pointer can outlive its
+    /// directory and then leads to other bytes. A directory counts if all its entries lie in the
+    /// segment and it was not read before under another name. A GPS directory also has to begin
+    /// with a GPS tag, because its pointer is the one that gets left over in ordinary use.
+    /// 0 never counts: read as a count, the byte order mark is more than a segment holds.
+    [[nodiscard]] bool holdsIfd(quint32 offset, ExifListKind kind) const;
 
     [[nodiscard]] bool isLittleEndian() const { return m_littleEndian; }
 
@@ -59,11 +52,9 @@ public:
 
     [[nodiscard]] quint32 ifd0Offset() const { return m_ifd0Offset; }
 
-    /// The bytes from the TIFF header to the end of the segment.
-    [[nodiscard]] qint64 size() const { return m_bytes.size(); }
-
 private:
     [[nodiscard]] bool loadHeader();
+    [[nodiscard]] bool isGpsTag(qint64 entry) const;
     [[nodiscard]] bool readEntry(qint64 entry, ExifTagList &list);
     [[nodiscard]] bool readValue(qint64 word);
     [[nodiscard]] bool readFar(qint64 place);

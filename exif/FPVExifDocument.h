@@ -1,13 +1,9 @@
 // SPDX-License-Identifier: MIT
 // The whole Exif block of a photo, read at once into five lists with every value of every
 // tag, so that it can be shown, edited and written again. Only an APP1 segment that follows
-// the start of the image directly counts. Behind it a directory reads zero, behind the file a
-// value; a value of more than 65535 bytes, or beyond 1 MB in all, is passed over. What several
-// pointers or links lead to, or what reaches out of the segment, is read once: as what its
-// first entry shows it to be, else, if it lies in the segment whole, as the first they name. As
-// the block has to fit a segment again, the largest go of the values and the thumbnail, pointers
-// last. What room is left is for the second directory; what is not what its pointer says gets
-// no more than the directories before it left.
+// the start of the image directly counts. Bytes of a directory behind the segment are 0, and so
+// are bytes of a value behind the file. A value of more than 65535 bytes, or beyond 1 MB in all,
+// is passed over. The first directory is read as it is; ExifSegment says which others count.
 // Owns: the tags; the file, which stays open for thumbnail and writer to read from it again.
 // Format: the segment is read once and taken apart in memory, values outside it one by one.
 #pragma once
@@ -16,9 +12,6 @@
 #include "exif/ExifTagList.h"
 
 #include <QFile>
-
-#include <array>
-#include <vector>
 
 class QImage;
 
@@ -88,26 +81,14 @@ protected:
     /// number means is as for list().
     [[nodiscard]] lumi::ExifTagList &editableList(ExifListKind kind);
 
-    /// The bytes of the thumbnail that a new block gets: all of them or, without its offset in
-    /// the second directory, when the file does not have it whole or no segment could, none.
-    /// What the pointers say is then kept, though the bytes may move.
-    [[nodiscard]] qint64 writtenThumbnail() const;
-
 private:
     using ListMember = lumi::ExifTagList FPVExifDocument::*;
 
     [[nodiscard]] static ListMember listAt(ExifListKind kind);
     [[nodiscard]] bool readAll();
-    [[nodiscard]] bool readPointed(lumi::ExifSegment &segment, const FPVExifTag *pointer,
-                                   ExifListKind kind);
-    [[nodiscard]] bool readIfd1(lumi::ExifSegment &segment);
-    [[nodiscard]] std::vector<ExifListKind> namesOf(quint32 offset) const;
-    [[nodiscard]] bool isAt(quint32 offset, ExifListKind kind,
-                            const lumi::ExifSegment &segment) const;
-    [[nodiscard]] std::array<lumi::ExifTagList *, 4> mainLists();
-    void fitBlock();
-    [[nodiscard]] qint64 namedThumbnail() const;
-    void dropThumbnail();
+    [[nodiscard]] bool readPointed(lumi::ExifSegment &segment);
+    [[nodiscard]] bool readOne(lumi::ExifSegment &segment, quint32 offset, ExifListKind kind,
+                               quint32 &link);
 
     quint8 m_littleEndian = 1;
     int m_tiffBase = 0;

@@ -4,6 +4,7 @@
 #include "exif/ExifSegment.h"
 #include "exif/FPVExifTagBytes.h"
 #include "exif/exifBlockBytes.h"
+#include "exif/pointerTags.h"
 #include "exif/typeSize.h"
 
 FPVExifWriter::FPVExifWriter(const QString &path)
@@ -65,8 +66,12 @@ QByteArray FPVExifWriter::photoStart()
                             static_cast<quint32>(thumbnailRange().length));
 }
 
-/// Where the old file has the thumbnail; of no length when none can be copied.
+/// Where the old file has the thumbnail. The length is 0 if a new block gets none: the second
+/// directory has no tag for its place, or not all its bytes are in the file.
 lumi::ByteRange FPVExifWriter::thumbnailRange() const
 {
-    return {qint64(tiffBase()) + thumbnailOffset(), writtenThumbnail()};
+    const qint64 place = qint64(tiffBase()) + thumbnailOffset();
+    const bool isCopied = hasThumbnail() && find(lumi::kThumbnailOffset, ExifListKind::Ifd1)
+        && thumbnailLength() <= size() - place;
+    return {place, isCopied ? qint64(thumbnailLength()) : 0};
 }

@@ -22,8 +22,8 @@ public:
     /// Removes the tag of that number, if there is one.
     void removeTag(quint16 tag, ExifListKind kind);
 
-    /// What the length field of the segment would have to say. It has 16 bits, and rewrite() does
-    /// not look whether they are enough. Tags that say where a directory stands are set by this.
+    /// The length of the segment that rewrite() would write. Its field has 16 bits, and rewrite()
+    /// does not check that they are enough. This sets the tags that say where a directory stands.
     [[nodiscard]] qint64 segmentLength();
 
     /// Replaces the photo: an ExifRewriteResult as a number. It fails when the file was changed

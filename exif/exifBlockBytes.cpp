@@ -15,7 +15,8 @@ namespace {
 constexpr quint32 kTiffHeaderSize = 8;
 constexpr int kCountSize = 2;
 constexpr int kEntrySize = 12;
-constexpr int kEntryValue = 8; // in an entry
+constexpr int kBareDirectorySize = 6; // the count and the link
+constexpr int kEntryValue = 8;        // in an entry
 constexpr qsizetype kWordSize = 4;
 constexpr quint16 kLong = 4;
 constexpr char kStart[] = "\xFF\xD8\xFF\xE1";
@@ -42,8 +43,7 @@ template <class Number> void store(QByteArray &bytes, qsizetype place, Number nu
     qToLittleEndian<Number>(number, bytes.data() + place);
 }
 
-/// Gives list a pointer with that value: a tag of that type and count, zero but for the value
-/// in its first bytes.
+/// Puts a tag of that type and count into list. Its first bytes hold the value, the others are 0.
 void setPointer(lumi::ExifTagList &list, int number, quint16 type, quint32 count, quint32 value)
 {
     std::vector<char> bytes(std::size_t(count) * static_cast<std::size_t>(typeSize(type)));
@@ -54,8 +54,13 @@ void setPointer(lumi::ExifTagList &list, int number, quint16 type, quint32 count
     list.put(std::make_unique<FPVExifTagBytes>(static_cast<quint16>(number), type, count, bytes));
 }
 
-/// The same for a pointer that the list has already, which stays as long as it is; without
-/// one nothing is done.
+/// Puts a pointer of one LONG into list.
+void putPointer(lumi::ExifTagList &list, int number, quint32 value)
+{
+    setPointer(list, number, kLong, 1, value);
+}
+
+/// Changes the value of a pointer that list has. Its type and count stay.
 void movePointer(lumi::ExifTagList &list, int number, quint32 value)
 {
     if (const FPVExifTag *old = list.findNumber(number)) {
@@ -65,32 +70,17 @@ void movePointer(lumi::ExifTagList &list, int number, quint32 value)
 
 } // namespace
 
-void lumi::putPointer(ExifTagList &list, int number, quint32 value)
-{
-    setPointer(list, number, kLong, 1, value);
-}
-
-qsizetype lumi::valueSize(const FPVExifTag &tag)
-{
-    return static_cast<qsizetype>(valueOf(tag).size());
-}
-
-quint32 lumi::entrySize(const FPVExifTag &tag)
-{
-    const qsizetype value = valueSize(tag);
-    return static_cast<quint32>(kEntrySize + (value > kWordSize ? value + value % 2 : 0));
-}
-
 quint32 lumi::ifdSize(const ExifTagList &list)
 {
     if (list.isEmpty()) {
         return 0;
     }
-    auto size = static_cast<quint32>(kBareDirectorySize);
+    qsizetype size = kBareDirectorySize;
     for (const FPVExifTag *tag : list) {
-        size += entrySize(*tag);
+        const auto value = static_cast<qsizetype>(valueOf(*tag).size());
+        size += kEntrySize + (value > kWordSize ? value + value % 2 : 0);
     }
-    return size;
+    return static_cast<quint32>(size);
 }
 
 QByteArray lumi::ifdBytes(const ExifTagList &list, quint32 offset)

@@ -23,21 +23,8 @@ struct ExifLists
     ExifTagList &ifd1;
 };
 
-/// The bytes of a directory without tags, its count and its link.
-inline constexpr qint64 kBareDirectorySize = 6;
-
-/// The bytes of a tag's value.
-[[nodiscard]] qsizetype valueSize(const FPVExifTag &tag);
-
-/// The bytes that a tag takes in a directory: its entry, and its value where that does not fit
-/// the entry.
-[[nodiscard]] quint32 entrySize(const FPVExifTag &tag);
-
 /// The bytes of a directory and its values; 0 without tags.
 [[nodiscard]] quint32 ifdSize(const ExifTagList &list);
-
-/// Puts a pointer of one LONG into the list.
-void putPointer(ExifTagList &list, int number, quint32 value);
 
 /// A directory and its values as they stand at offset, with a zero link; empty without tags.
 [[nodiscard]] QByteArray ifdBytes(const ExifTagList &list, quint32 offset);

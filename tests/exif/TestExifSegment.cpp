@@ -80,8 +80,9 @@ private Q_SLOTS:
     void largeValuesArePassedOver_data();
     void largeValuesArePassedOver();
     void valuesEndAtAMegabyteInAll();
-    void kindsOfDirectories_data();
-    void kindsOfDirectories();
+    void gpsDirectoryBeginsWithAGpsTag_data();
+    void gpsDirectoryBeginsWithAGpsTag();
+    void directoryHasOneName();
     void headerFields();
 };
 
@@ -192,20 +193,20 @@ void TestExifSegment::holdsDirectoriesWhoseEntriesLieInIt()
     WatchedDevice whole(photo.file());
     const auto segment = segmentOf(whole);
     QVERIFY(segment);
-    for (const ExifListKind kind : {Ifd0, Exif, Interoperability, Gps, Ifd1}) {
-        QVERIFY(segment->holdsIfd(photo.offsetOf(kind)));
+    for (const ExifListKind kind : {Exif, Interoperability, Gps, Ifd1}) {
+        QVERIFY(segment->holdsIfd(photo.offsetOf(kind), kind));
     }
-    // Behind the segment there is nothing that could be a directory.
-    for (const quint32 offset : {quint32(segment->size()) - 1, quint32(segment->size()),
-                                 0x7FFFFFFFU, 0x80000000U, 0xFFFFFFFFU}) {
-        QVERIFY(!segment->holdsIfd(offset));
+    // No directory is where the header is, or behind the segment.
+    const auto end = quint32(photo.block().size());
+    for (const quint32 offset : {0U, end - 1, end, 0x7FFFFFFFU, 0x80000000U, 0xFFFFFFFFU}) {
+        QVERIFY(!segment->holdsIfd(offset, Ifd1));
     }
     for (const int missing : {0, 1, 12, 48, 49}) {
         ExifBuilder shorter = photo;
         WatchedDevice device(shorter.app1Length(quint16(8 + entriesEnd - missing)).file());
         const auto cut = segmentOf(device);
         QVERIFY(cut);
-        QCOMPARE(cut->holdsIfd(place), missing == 0);
+        QCOMPARE(cut->holdsIfd(place, Ifd1), missing == 0);
     }
 }
 
@@ -254,26 +255,56 @@ void TestExifSegment::valuesEndAtAMegabyteInAll()
     QCOMPARE(list.count(), 17);
 }
 
-void TestExifSegment::kindsOfDirectories_data()
+void TestExifSegment::gpsDirectoryBeginsWithAGpsTag_data()
 {
-    readsAPhotoInTwoReads_data();
+    QTest::addColumn<int>("tag");
+    QTest::addColumn<int>("type");
+    QTest::addColumn<QByteArray>("value");
+    QTest::addColumn<bool>("isGps");
+    QTest::newRow("a version") << 0x0000 << 1 << QByteArray("\2\2\0\0", 4) << true;
+    QTest::newRow("a reference") << 0x0001 << 2 << QByteArray("N\0", 2) << true;
+    QTest::newRow("a reference of four bytes") << 0x0001 << 2 << QByteArray("N\0\0\0", 4) << true;
+    QTest::newRow("a reference without a NUL") << 0x0001 << 2 << QByteArray("N") << true;
+    QTest::newRow("a latitude") << 0x0002 << 5 << QByteArray(24, '\1') << true;
+    QTest::newRow("the last number") << 0x0029 << 5 << QByteArray(8, '\1') << true;
+    QTest::newRow("the next number") << 0x002A << 5 << QByteArray(8, '\1') << false;
+    QTest::newRow("a name of interoperability") << 0x0001 << 2 << QByteArray("R98\0", 4) << false;
+    QTest::newRow("a compression") << 0x0103 << 3 << QByteArray("\6\0", 2) << false;
+    QTest::newRow("an exposure time") << 0x829A << 5 << QByteArray(8, '\1') << false;
 }
 
-void TestExifSegment::kindsOfDirectories()
+void TestExifSegment::gpsDirectoryBeginsWithAGpsTag()
 {
-    QFETCH(bool, big);
-    const ExifBuilder photo
-        = lumi::test::fullPhoto(big ? ExifBuilder::Order::Big : ExifBuilder::Order::Little);
+    QFETCH(int, tag);
+    QFETCH(int, type);
+    QFETCH(QByteArray, value);
+    QFETCH(bool, isGps);
+    const auto count = quint32(type == 5 ? value.size() / 8 : type == 3 ? 1 : value.size());
+    for (const auto order : {ExifBuilder::Order::Little, ExifBuilder::Order::Big}) {
+        ExifBuilder photo(order);
+        photo.value(Exif, quint16(tag), quint16(type), count, value);
+        WatchedDevice device(photo.file());
+        lumi::ExifSegment segment(device);
+        QVERIFY(segment.load());
+        QCOMPARE(segment.holdsIfd(photo.offsetOf(Exif), Gps), isGps);
+        for (const ExifListKind kind : {Exif, Interoperability, Ifd1}) {
+            QVERIFY(segment.holdsIfd(photo.offsetOf(Exif), kind));
+        }
+    }
+}
+
+void TestExifSegment::directoryHasOneName()
+{
+    const ExifBuilder photo = lumi::test::fullPhoto(ExifBuilder::Order::Little);
     WatchedDevice device(photo.file());
     lumi::ExifSegment segment(device);
     QVERIFY(segment.load());
+    lumi::ExifTagList list;
+    quint32 link = 0;
+    QVERIFY(segment.readIfd(photo.offsetOf(Gps), list, link));
     for (const ExifListKind kind : {Exif, Interoperability, Gps, Ifd1}) {
-        QVERIFY(segment.kindOfIfd(photo.offsetOf(kind)) == kind);
-    }
-    QVERIFY(segment.kindOfIfd(photo.offsetOf(Ifd0)) == Ifd1);
-    for (const quint32 offset : {0U, quint32(segment.size()) - 1, quint32(segment.size()),
-                                 0x7FFFFFFFU, 0x80000000U, 0xFFFFFFFFU}) {
-        QVERIFY(!segment.kindOfIfd(offset));
+        QVERIFY(!segment.holdsIfd(photo.offsetOf(Gps), kind));
+        QVERIFY(segment.holdsIfd(photo.offsetOf(Exif), kind) == (kind != Gps));
     }
 }
 

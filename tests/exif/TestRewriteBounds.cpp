@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What must not come into a new block: what pointers and links left over from an older one lead
-// to. And what becomes of blocks that no segment can hold.
+// What pointers and links left over from an older block bring into a new one, and the length of
+// blocks that no segment can hold.
 #include "exif/exifBlockBytes.h"
 #include "tests/exif/BlockCopy.h"
 #include "tests/exif/RewriteTest.h"
@@ -16,15 +16,6 @@ using namespace lumi::test;
 using enum ExifListKind;
 
 namespace {
-
-/// A comment that would make a second directory with a large value where it stands: a count of
-/// 65279, then a tag of 16384 bytes, then entries of no type.
-QByteArray commentThatReadsAsADirectory()
-{
-    constexpr int kLength = 0x0101;
-    const QByteArray start = QByteArray::fromHex("fffe 0101 0700 00400000 08000000");
-    return start + QByteArray(2 + kLength - start.size(), '\0');
-}
 
 /// So many tags of 65520 bytes each, sixteen at most.
 QByteArray directoryOfLargeValues(ExifBuilder::Order order, quint16 count)
@@ -50,7 +41,6 @@ class TestRewriteBounds : public RewriteTest
 private Q_SLOTS:
     void photoWithoutSecondDirectorySavedTwice_data();
     void photoWithoutSecondDirectorySavedTwice();
-    void trapBehindTheSegmentIsADirectoryInsideIt();
     void emptiedGpsSavedTwice_data();
     void emptiedGpsSavedTwice();
     void emptiedGpsWhileExifGrows_data();
@@ -60,12 +50,14 @@ private Q_SLOTS:
     void emptiedExifDoesNotTakeThePosition();
     void pointerWithoutADirectoryGetsNone_data();
     void pointerWithoutADirectoryGetsNone();
-    void stalePointerBringsNothingIn_data();
-    void stalePointerBringsNothingIn();
-    void largestBlockThatIsReadFitsTheSegment_data();
-    void largestBlockThatIsReadFitsTheSegment();
+    void emptiedExifDoesNotTakeTheThumbnail_data();
+    void emptiedExifDoesNotTakeTheThumbnail();
+    void stalePointerIntoAValue_data();
+    void stalePointerIntoAValue();
+    void lengthOfTheLargestBlock_data();
+    void lengthOfTheLargestBlock();
     void tooLongBlockWraps();
-    void tooLongThumbnailStaysOutside();
+    void tooLongThumbnailIsCounted();
 };
 
 void TestRewriteBounds::photoWithoutSecondDirectorySavedTwice_data()
@@ -76,9 +68,7 @@ void TestRewriteBounds::photoWithoutSecondDirectorySavedTwice_data()
 void TestRewriteBounds::photoWithoutSecondDirectorySavedTwice()
 {
     QFETCH(ExifBuilder::Order, order);
-    const QByteArray image = ExifBuilder::jpeg(64, 48, 0x345678);
-    const QByteArray trap = commentThatReadsAsADirectory();
-    const QString path = put(plainPhoto(order).photo(image.left(2) + trap + image.mid(2)));
+    const QString path = put(plainPhoto(order).photo(ExifBuilder::jpeg(64, 48, 0x345678)));
     const QByteArray before = contentOf(path);
     const auto tags = valuesOf(FPVExifDocument(path));
     QCOMPARE(FPVExifDocument(path).ifd1Offset(), 0U);
@@ -96,19 +86,6 @@ void TestRewriteBounds::photoWithoutSecondDirectorySavedTwice()
         QCOMPARE(contentOf(path).size(), before.size());
         QCOMPARE(QImage::fromData(contentOf(path)), decoded);
     }
-}
-
-void TestRewriteBounds::trapBehindTheSegmentIsADirectoryInsideIt()
-{
-    const QByteArray trap = commentThatReadsAsADirectory();
-    ExifBuilder sketch = plainPhoto(ExifBuilder::Order::Little);
-    const auto end = quint32(sketch.link(Ifd0, 1).block().size());
-    ExifBuilder photo = plainPhoto(ExifBuilder::Order::Little);
-    QByteArray file = photo.link(Ifd0, end).app1Length(quint16(8 + end + trap.size())).file();
-    file.insert(12 + end, trap);
-    const FPVExifDocument document(m_folder->put(file));
-    QCOMPARE(numbersOf(document.list(Ifd1)), QList<int>{0x0101});
-    QCOMPARE(document.find(0x0101, Ifd1)->count(), 0x4000U);
 }
 
 void TestRewriteBounds::emptiedGpsSavedTwice_data()
@@ -154,10 +131,12 @@ void TestRewriteBounds::emptiedGpsWhileExifGrows_data()
     // What the pointer left over finds in the new comment.
     QTest::newRow("letters") << QByteArray("word", 4) << 0;
     QTest::newRow("zeros") << QByteArray(4, '\0') << 0;
-    QTest::newRow("a directory of large values")
+    QTest::newRow("a directory of a large value")
         << QByteArray::fromHex("0100 0170 0700 f0ff0000 08000000 0000") << 0;
     QTest::newRow("a directory of a small value")
-        << QByteArray::fromHex("0100 0170 0300 01000000 05000000 0000") << 1;
+        << QByteArray::fromHex("0100 0170 0300 01000000 05000000 0000") << 0;
+    QTest::newRow("a directory of a GPS tag")
+        << QByteArray::fromHex("0100 1e00 0300 01000000 05000000 0000") << 1;
 }
 
 void TestRewriteBounds::emptiedGpsWhileExifGrows()
@@ -255,6 +234,34 @@ void TestRewriteBounds::emptiedExifDoesNotTakeThePosition()
     QVERIFY(!cleared.hasGpsIfd());
 }
 
+void TestRewriteBounds::emptiedExifDoesNotTakeTheThumbnail_data()
+{
+    addOrders();
+}
+
+/// A comment that was added and cleared again leaves a pointer to where the second directory is.
+void TestRewriteBounds::emptiedExifDoesNotTakeTheThumbnail()
+{
+    QFETCH(ExifBuilder::Order, order);
+    const QByteArray picture = ExifBuilder::jpeg(40, 30, 0xC08040);
+    ExifBuilder photo(order);
+    const QString path = put(photo.ascii(Ifd0, 0x010F, "Anvil Works").thumbnail(picture));
+    const QByteArray comment("ASCII\0\0\0at noon", 15);
+    for (const char *data : {comment.constData(), static_cast<const char *>(nullptr)}) {
+        FPVExifWriter writer(path);
+        writer.setTag(0x9286, 7, quint32(comment.size()), data, Exif);
+        QCOMPARE(writer.rewrite(), kDone);
+    }
+    for (int save = 0; save < 3; ++save) {
+        FPVExifDocument document(path);
+        QCOMPARE(document.find(0x8769, Ifd0)->intValue(), int(document.ifd1Offset()));
+        QVERIFY(!document.hasExifIfd());
+        QCOMPARE(numbersOf(document.list(Ifd1)), (QList<int>{0x0201, 0x0202}));
+        QCOMPARE(thumbnailBytes(document), picture);
+        QCOMPARE(rewritten(path), kDone);
+    }
+}
+
 void TestRewriteBounds::pointerWithoutADirectoryGetsNone_data()
 {
     QTest::addColumn<ExifListKind>("next");
@@ -280,28 +287,33 @@ void TestRewriteBounds::pointerWithoutADirectoryGetsNone()
     }
 }
 
-void TestRewriteBounds::stalePointerBringsNothingIn_data()
+void TestRewriteBounds::stalePointerIntoAValue_data()
 {
     QTest::addColumn<ExifBuilder::Order>("order");
     QTest::addColumn<int>("pointer");
     QTest::addColumn<int>("count");
-    for (const int pointer : {0x8769, 0x8825}) {
-        for (const int count : {16, 17, 65535}) {
-            QTest::addRow("%x, %d entries, little-endian", pointer, count)
-                << ExifBuilder::Order::Little << pointer << count;
-            QTest::addRow("%x, %d entries, big-endian", pointer, count)
-                << ExifBuilder::Order::Big << pointer << count;
-        }
+    QTest::addColumn<int>("found");
+    for (const auto order : {ExifBuilder::Order::Little, ExifBuilder::Order::Big}) {
+        const auto row = [order](int pointer, int count, int found) {
+            QTest::addRow("%x, %d entries, order %d", pointer, count, int(order))
+                << order << pointer << count << found;
+        };
+        row(0x8769, 16, 16);
+        row(0x8769, 17, 0); // one more than the segment has
+        row(0x8769, 65535, 0);
+        row(0x8825, 16, 0); // not one of them is a GPS tag
+        row(0x8825, 65535, 0);
     }
 }
 
-void TestRewriteBounds::stalePointerBringsNothingIn()
+void TestRewriteBounds::stalePointerIntoAValue()
 {
     // Where the directory was, a value now has bytes that look like a directory with large
     // values. Written out, they would be more than a segment can hold.
     QFETCH(ExifBuilder::Order, order);
     QFETCH(int, pointer);
     QFETCH(int, count);
+    QFETCH(int, found);
     // The value stands right behind the first directory, before and after.
     constexpr quint32 kPlace = 8 + 2 + 2 * 12 + 4;
     constexpr quint16 kNumber = 0xC000;
@@ -317,15 +329,16 @@ void TestRewriteBounds::stalePointerBringsNothingIn()
         QVERIFY(writer.isValid());
         QCOMPARE(writer.find(pointer, Ifd0)->intValue(), int(kPlace));
         QCOMPARE(bytesOf(writer.find(kNumber, Ifd0)), value);
-        QVERIFY(!writer.hasExifIfd());
+        QCOMPARE(writer.exifList().count(), found);
         QVERIFY(!writer.hasGpsIfd());
-        QCOMPARE(writer.rewrite(), kDone);
+        QCOMPARE(writer.segmentLength() > 65535, found > 0);
+        QVERIFY(found > 0 || writer.rewrite() == kDone);
         QVERIFY(restOf(contentOf(path)) == restOf(before));
         QCOMPARE(QImage::fromData(contentOf(path)), decoded);
     }
 }
 
-void TestRewriteBounds::largestBlockThatIsReadFitsTheSegment_data()
+void TestRewriteBounds::lengthOfTheLargestBlock_data()
 {
     QTest::addColumn<int>("pointer");
     QTest::addColumn<ExifListKind>("list");
@@ -333,7 +346,7 @@ void TestRewriteBounds::largestBlockThatIsReadFitsTheSegment_data()
     QTest::newRow("a GPS directory") << 0x8825 << Gps;
 }
 
-void TestRewriteBounds::largestBlockThatIsReadFitsTheSegment()
+void TestRewriteBounds::lengthOfTheLargestBlock()
 {
     QFETCH(int, pointer);
     QFETCH(ExifListKind, list);
@@ -342,13 +355,12 @@ void TestRewriteBounds::largestBlockThatIsReadFitsTheSegment()
     for (const int size : {kMost - 1, kMost, kMost + 1}) {
         ExifBuilder photo;
         // The value lies behind the segment, where nothing bounds it.
-        photo.word(list, 0x9999, 7, quint32(size), 1000).shorts(list, 0x0001, {1}).photo(image);
+        photo.shorts(list, 0x0005, {1}).word(list, 0x9999, 7, quint32(size), 1000).photo(image);
         const QString path = put(photo);
         QCOMPARE(numbersOf(FPVExifDocument(path).ifd0List()), QList<int>{pointer});
-        QCOMPARE(numbersOf(FPVExifDocument(path).list(list)),
-                 size > kMost ? QList<int>{0x0001} : (QList<int>{0x9999, 0x0001}));
-        QCOMPARE(rewritten(path), kDone);
-        QCOMPARE(FPVExifDocument(path).app1Length(), size > kMost ? 52 : 65534);
+        QCOMPARE(numbersOf(FPVExifDocument(path).list(list)), (QList<int>{0x0005, 0x9999}));
+        QCOMPARE(FPVExifWriter(path).segmentLength(), size > kMost ? 65536 : 65534);
+        QVERIFY(size > kMost || rewritten(path) == kDone);
         QVERIFY(restOf(contentOf(path)) == image.mid(2));
         QCOMPARE(QImage::fromData(contentOf(path)), QImage::fromData(image));
     }
@@ -371,28 +383,23 @@ void TestRewriteBounds::tooLongBlockWraps()
     QVERIFY(after.endsWith(restOf(before)));
 }
 
-void TestRewriteBounds::tooLongThumbnailStaysOutside()
+void TestRewriteBounds::tooLongThumbnailIsCounted()
 {
     // No segment could hold it. It stands behind the image and is shown from there.
     const QByteArray image = ExifBuilder::jpeg(16, 12, 0);
-    for (const int size : {65519, 70000}) {
-        const QByteArray thumbnail = ExifBuilder::jpeg(40, 30, 0xC08040).leftJustified(size, '\0');
-        const auto photoWith = [&](quint32 offset) {
-            ExifBuilder photo = plainPhoto(ExifBuilder::Order::Little);
-            photo.longs(Ifd1, 0x0201, {offset}).longs(Ifd1, 0x0202, {quint32(size)});
-            return photo.photo(image + thumbnail);
-        };
-        const auto blockSize = quint32(photoWith(0).block().size());
-        const QString path = put(photoWith(blockSize + quint32(image.size()) - 2));
-        const QByteArray before = contentOf(path);
-        for (int save = 0; save < 2; ++save) {
-            const std::unique_ptr<QImage> shown(FPVExifDocument::thumbnail(path));
-            QVERIFY(shown);
-            QCOMPARE(shown->size(), QSize(40, 30));
-            QCOMPARE(rewritten(path), kDone);
-            QVERIFY(contentOf(path) == before);
-        }
-    }
+    constexpr int kSize = 70000;
+    const QByteArray thumbnail = ExifBuilder::jpeg(40, 30, 0xC08040).leftJustified(kSize, '\0');
+    const auto photoWith = [&](quint32 offset) {
+        ExifBuilder photo = plainPhoto(ExifBuilder::Order::Little);
+        photo.longs(Ifd1, 0x0201, {offset}).longs(Ifd1, 0x0202, {quint32(kSize)});
+        return photo.photo(image + thumbnail);
+    };
+    const auto blockSize = photoWith(0).block().size();
+    const QString path = put(photoWith(quint32(blockSize + image.size()) - 2));
+    const std::unique_ptr<QImage> shown(FPVExifDocument::thumbnail(path));
+    QVERIFY(shown);
+    QCOMPARE(shown->size(), QSize(40, 30));
+    QCOMPARE(FPVExifWriter(path).segmentLength(), 8 + blockSize + kSize);
 }
 
 LUMI_TEST(TestRewriteBounds)

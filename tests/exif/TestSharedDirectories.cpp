@@ -93,14 +93,14 @@ private Q_SLOTS:
     void emptiedGpsTakesNoCopyOfExif();
     void emptiedGpsDoesNotTakeTheInteroperability_data();
     void emptiedGpsDoesNotTakeTheInteroperability();
-    void placeBelongsToWhatStandsThere_data();
-    void placeBelongsToWhatStandsThere();
-    void whatShowsNoneOfItsNamesIsTheFirst_data();
-    void whatShowsNoneOfItsNamesIsTheFirst();
+    void sharedDirectoryGoesToTheSurestName_data();
+    void sharedDirectoryGoesToTheSurestName();
+    void leftOverGpsPointerTakesNoUnusualDirectory_data();
+    void leftOverGpsPointerTakesNoUnusualDirectory();
     void firstDirectoryIsNoOther_data();
     void firstDirectoryIsNoOther();
-    void whatDoesNotShowItsKindGetsWhatIsLeft_data();
-    void whatDoesNotShowItsKindGetsWhatIsLeft();
+    void leftOverGpsPointerIntoAComment_data();
+    void leftOverGpsPointerIntoAComment();
 };
 
 void TestSharedDirectories::emptiedGpsTakesNoCopyOfExif_data()
@@ -152,58 +152,58 @@ void TestSharedDirectories::emptiedGpsDoesNotTakeTheInteroperability()
     }
 }
 
-void TestSharedDirectories::placeBelongsToWhatStandsThere_data()
+void TestSharedDirectories::sharedDirectoryGoesToTheSurestName_data()
 {
-    QTest::addColumn<ExifListKind>("kind");
-    QTest::addColumn<bool>("hasExif"); // a directory of its own, which names the place as well
-    QTest::newRow("an Exif directory") << Exif << false;
-    QTest::newRow("a GPS directory") << Gps << false;
-    QTest::newRow("a second directory") << Ifd1 << false;
-    QTest::newRow("an interoperability directory, named by Exif") << Interoperability << true;
-    QTest::newRow("a GPS directory, named by Exif") << Gps << true;
-    QTest::newRow("a second directory, named by Exif") << Ifd1 << true;
+    QTest::addColumn<ExifListKind>("kind");  // what the directory looks like
+    QTest::addColumn<bool>("isLinked");      // behind the first one
+    QTest::addColumn<ExifListKind>("owner"); // the list that gets its tags
+    QTest::newRow("a position") << Gps << false << Gps;
+    QTest::newRow("a position, linked") << Gps << true << Gps;
+    QTest::newRow("a second directory, linked") << Ifd1 << true << Ifd1;
+    QTest::newRow("an Exif directory") << Exif << false << Exif;
+    QTest::newRow("an Exif directory, linked") << Exif << true << Ifd1;
+    QTest::newRow("an interoperability directory, linked") << Interoperability << true << Ifd1;
 }
 
-void TestSharedDirectories::placeBelongsToWhatStandsThere()
+void TestSharedDirectories::sharedDirectoryGoesToTheSurestName()
 {
-    // Every pointer and the link lead there.
+    // Both pointers of the first directory lead there. An Exif directory also names itself.
     QFETCH(ExifListKind, kind);
-    QFETCH(bool, hasExif);
-    const auto photoWith = [&](quint32 exif, quint32 place) {
+    QFETCH(bool, isLinked);
+    QFETCH(ExifListKind, owner);
+    const auto photoWith = [&](quint32 place) {
         ExifBuilder photo;
-        photo.longs(Ifd0, 0x8769, {hasExif ? exif : place}).longs(Ifd0, 0x8825, {place});
+        photo.longs(Ifd0, 0x8769, {place}).longs(Ifd0, 0x8825, {place});
         addDirectory(photo, kind);
-        if (hasExif || kind == Exif) {
+        if (kind == Exif) {
             photo.longs(Exif, 0xA005, {place});
         }
-        return photo.link(Ifd0, place).withoutPointers();
+        return photo.link(Ifd0, isLinked ? place : 0).withoutPointers();
     };
-    const ExifBuilder sketch = photoWith(1, 1);
-    const QString path = put(photoWith(sketch.offsetOf(Exif), sketch.offsetOf(kind)));
+    const QString path = put(photoWith(photoWith(1).offsetOf(kind)));
     const auto before = valuesOf(FPVExifDocument(path));
     const QByteArray rest = restOf(contentOf(path));
-    const std::set<ExifListKind> expected = {Ifd0, kind, hasExif ? Exif : kind};
+    const std::set<ExifListKind> expected = {Ifd0, owner};
     for (int save = 0; save < 3; ++save) {
         const FPVExifDocument document(path);
         QVERIFY(filledLists(document) == expected);
-        QCOMPARE(document.list(kind).count(), kind == Exif ? 3 : 2);
+        QCOMPARE(document.list(owner).count(), kind == Exif ? 3 : 2);
         QVERIFY(valuesOf(document) == before);
         QCOMPARE(rewritten(path), kDone);
         QVERIFY(restOf(contentOf(path)) == rest);
     }
 }
 
-void TestSharedDirectories::whatShowsNoneOfItsNamesIsTheFirst_data()
+void TestSharedDirectories::leftOverGpsPointerTakesNoUnusualDirectory_data()
 {
     QTest::addColumn<ExifListKind>("kind");
     QTest::addColumn<int>("tag"); // what it begins with
-    QTest::newRow("an Exif directory, named by GPS too") << Exif << 0x8298;
-    QTest::newRow("an interoperability directory, named by GPS too") << Interoperability << 0x1000;
+    QTest::newRow("an Exif directory") << Exif << 0x8298;
+    QTest::newRow("an interoperability directory") << Interoperability << 0x1000;
 }
 
-void TestSharedDirectories::whatShowsNoneOfItsNamesIsTheFirst()
+void TestSharedDirectories::leftOverGpsPointerTakesNoUnusualDirectory()
 {
-    // Its beginning is unusual, and a position that was cleared has left its pointer.
     QFETCH(ExifListKind, kind);
     QFETCH(int, tag);
     const auto photoWith = [&](quint32 place) {
@@ -245,26 +245,25 @@ void TestSharedDirectories::firstDirectoryIsNoOther()
     }
 }
 
-void TestSharedDirectories::whatDoesNotShowItsKindGetsWhatIsLeft_data()
+void TestSharedDirectories::leftOverGpsPointerIntoAComment_data()
 {
     QTest::addColumn<QByteArray>("first"); // number and type of the first entry
     QTest::addColumn<quint32>("size");
-    QTest::addColumn<bool>("hasNote");
     QTest::addColumn<int>("tags");
-    const QByteArray other = QByteArray::fromHex("0170 0700");
-    QTest::newRow("another one with room for it") << other << 20000U << true << 1;
-    QTest::newRow("another one without room") << other << 30000U << true << 0;
-    QTest::newRow("another one larger than the note") << other << 50000U << true << 0;
-    QTest::newRow("a GPS directory") << QByteArray::fromHex("1b00 0700") << 30000U << false << 1;
+    QTest::addColumn<bool>("fits");
+    QTest::newRow("another tag") << QByteArray::fromHex("0170 0700") << 20000U << 0 << true;
+    QTest::newRow("a large other tag") << QByteArray::fromHex("0170 0700") << 60000U << 0 << true;
+    QTest::newRow("a GPS tag") << QByteArray::fromHex("1b00 0700") << 20000U << 1 << true;
+    QTest::newRow("a large GPS tag") << QByteArray::fromHex("1b00 0700") << 60000U << 1 << false;
 }
 
-void TestSharedDirectories::whatDoesNotShowItsKindGetsWhatIsLeft()
+void TestSharedDirectories::leftOverGpsPointerIntoAComment()
 {
-    // The GPS pointer leads into a comment, which has what reads as a directory of a value.
+    // The comment reads as a directory of one value.
     QFETCH(QByteArray, first);
     QFETCH(quint32, size);
-    QFETCH(bool, hasNote);
     QFETCH(int, tags);
+    QFETCH(bool, fits);
     QByteArray word(4, '\0');
     qToLittleEndian(size, word.data());
     const QByteArray directory
@@ -275,12 +274,13 @@ void TestSharedDirectories::whatDoesNotShowItsKindGetsWhatIsLeft()
         return photo.makerNote(QByteArray(40000, 'm'));
     };
     const auto place = quint32(photoWith(0).block().indexOf(directory));
-    const FPVExifDocument document(put(photoWith(place)));
-    QCOMPARE(numbersOf(document.exifList()),
-             hasNote ? (QList<int>{kComment, kMakerNote}) : QList<int>{kComment});
+    const QString path = put(photoWith(place));
+    const FPVExifDocument document(path);
+    QCOMPARE(numbersOf(document.exifList()), (QList<int>{kComment, kMakerNote}));
     QCOMPARE(document.gpsList().count(), tags);
-    QCOMPARE(rewritten(document.fileName()), kDone);
-    QVERIFY(!QImage::fromData(contentOf(document.fileName())).isNull());
+    QCOMPARE(FPVExifWriter(path).segmentLength() <= 65535, fits);
+    QVERIFY(!fits || rewritten(path) == kDone);
+    QVERIFY(!QImage::fromData(contentOf(path)).isNull());
 }
 
 LUMI_TEST(TestSharedDirectories)
