@@ -15,7 +15,7 @@
 #include <QFileInfo>
 #include <QImageReader>
 
-#include <cstdlib>
+#include <algorithm>
 #include <memory>
 
 using lumi::DecodeError;
@@ -25,40 +25,56 @@ namespace {
 constexpr int kLastNumber = 999;
 constexpr QSize kLargest(640, 480);
 /// Of the image library's pictures.
-constexpr int kBitsAPixel = 32;
-/// What the pixels of a small picture make of a side of kLargest.
-constexpr int kMostRounding = 16;
+constexpr int kUsualBitsAPixel = 32;
 
 bool isSmall(QSize size)
 {
     return size.width() <= kLargest.width() && size.height() <= kLargest.height();
 }
 
-/// Of whatever format the file is: the image library knows more than photos have.
+/// The pixels alone: no colour profile, no texts, no resolution.
+QImage withoutMetadata(const QImage &image)
+{
+    if (image.isNull()) {
+        return {};
+    }
+    QImage pixels(image.constBits(), image.width(), image.height(), image.bytesPerLine(),
+                  image.format());
+    pixels.setColorTable(image.colorTable());
+    return pixels.copy();
+}
+
+/// Scaling may have to copy the picture whole, so a large one must fit twice.
+bool hasMemoryFor(const QImageReader &reader)
+{
+    const QSize size = reader.size();
+    const QImage::Format format = reader.imageFormat();
+    const bool isKnown = format > QImage::Format_Invalid && format < QImage::NImageFormats;
+    const int depth = isKnown ? QImage::toPixelFormat(format).bitsPerPixel() : 0;
+    const qint64 needKB = lumi::screenNeedKB(size.width(), size, std::max(depth, kUsualBitsAPixel));
+    return isSmall(size) || (needKB <= freeMemoryKB() && 2 * needKB <= lumi::kMostThumbnailKB);
+}
+
+/// Loads the file in whatever format it is: the image library knows more formats than the items.
 QImage loadSmall(const QString &path)
 {
     QImageReader reader(path);
-    const QSize size = reader.size();
-    if (!isSmall(size) && lumi::screenNeedKB(size.width(), size, kBitsAPixel) > freeMemoryKB()) {
+    if (!hasMemoryFor(reader)) {
         return {};
     }
-    const QImage image = reader.read();
-    if (isSmall(image.size())) {
-        return image;
+    QImage image = reader.read();
+    if (!isSmall(image.size())) {
+        image = image.scaled(lumi::fittedSize(image.size(), kLargest), Qt::IgnoreAspectRatio,
+                             Qt::SmoothTransformation);
     }
-    return image.scaled(lumi::fittedSize(image.size(), kLargest), Qt::IgnoreAspectRatio,
-                        Qt::SmoothTransformation);
+    return withoutMetadata(image);
 }
 
-/// The proportions that are kept of a photo are those of a small picture, of whole pixels; or of
-/// another photo that had this name before.
-QSize mailSize(FPVItemImage *item, QSize size)
+/// The image library knows no limit to scans, so the item has to decode the photo first.
+bool isDecodable(FPVItemImage *item, QSize size)
 {
-    const QSize kept = item->fitSize(kLargest);
-    const QSize own = lumi::fittedSize(size, kLargest);
-    const bool isAlike = std::abs(kept.width() - own.width()) <= kMostRounding
-        && std::abs(kept.height() - own.height()) <= kMostRounding;
-    return isAlike ? kept : own;
+    const std::unique_ptr<QImage> image(item->scaledImage(size.width(), size.height()));
+    return image != nullptr;
 }
 
 } // namespace
@@ -90,16 +106,17 @@ QImage lumi::mailImage(FPVItemImage *item)
     if (!QFileInfo(item->path()).isFile()) {
         return {};
     }
+    item->refreshSize();
     const QSize size = item->imageSize();
     // The image library would take the memory that the photo was refused.
     if (!size.isValid() && item->errorCode() == DecodeError::OutOfMemory) {
         return {};
     }
-    // An unknown size goes the first way too.
+    // A file of another format has no valid size, which counts as small.
     if (isSmall(size)) {
-        return loadSmall(item->path());
+        return !size.isValid() || isDecodable(item, size) ? loadSmall(item->path()) : QImage();
     }
-    const QSize fitted = mailSize(item, size);
+    const QSize fitted = item->fitSize(kLargest);
     const std::unique_ptr<QImage> scaled(item->scaledImage(fitted.width(), fitted.height()));
     return scaled ? *scaled : QImage();
 }

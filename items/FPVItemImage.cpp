@@ -36,10 +36,15 @@ QPixmap *FPVItemImage::thumbnail(int w, int h)
         return lumi::newPixmap(
             embedded->scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
     }
-    const QSize size = fitSize(box);
-    QPixmap *pixmap = decodedPixmap(size.width(), size.height());
+    QSize size = fitSize(box);
+    std::unique_ptr<QPixmap> pixmap(decodedPixmap(size.width(), size.height()));
+    if (pixmap && fitSize(box) != size) {
+        // The decode found that the photo has been replaced.
+        size = fitSize(box);
+        pixmap.reset(decodedPixmap(size.width(), size.height()));
+    }
     SwapSetSize(path(), &size);
-    return pixmap;
+    return pixmap.release();
 }
 
 QSize FPVItemImage::imageSize()
@@ -49,8 +54,7 @@ QSize FPVItemImage::imageSize()
 
 QSize FPVItemImage::fitSize(QSize box)
 {
-    if (m_recordedSize.isEmpty()
-        && (!SwapGetSize(path(), &m_recordedSize) || m_recordedSize.isEmpty())) {
+    if (recordedSize().isEmpty()) {
         m_recordedSize = imageSize();
     }
     return lumi::fittedSize(m_recordedSize, box);
@@ -110,6 +114,29 @@ void FPVItemImage::setInDecodeComplete(bool /*on*/) { }
 std::unique_ptr<uchar[]> FPVItemImage::takeRaster()
 {
     return nullptr;
+}
+
+bool FPVItemImage::refreshSize()
+{
+    return false;
+}
+
+QSize FPVItemImage::recordedSize()
+{
+    if (m_recordedSize.isEmpty() && !SwapGetSize(path(), &m_recordedSize)) {
+        m_recordedSize = QSize();
+    }
+    return m_recordedSize;
+}
+
+bool FPVItemImage::correctRecordedSize(QSize photo)
+{
+    const QSize recorded = recordedSize();
+    if (photo.isEmpty() || recorded.isEmpty() || lumi::isThumbnailSizeOf(photo, recorded)) {
+        return false;
+    }
+    m_recordedSize = photo;
+    return true;
 }
 
 QPixmap *lumi::newPixmap(const QImage &image)

@@ -43,7 +43,8 @@ public:
     [[nodiscard]] virtual QSize fitSize(QSize box);
     /// A new image of exactly w x h, owned by the caller, or null.
     [[nodiscard]] virtual QImage *scaledImage(int w, int h);
-    /// A new pixmap of exactly w x h, owned by the caller, or null.
+    /// A new pixmap of exactly w x h, owned by the caller, or null. If the photo turns out to have
+    /// been replaced by one of other proportions, the pixmap is fitted into w x h.
     [[nodiscard]] virtual QPixmap *scaledPixmap(int w, int h);
     [[nodiscard]] virtual QPixmap *decodedPixmap(int w, int h);
     /// Begins a screen decode into a raster of depth 16 or 32. request null: the whole photo,
@@ -76,11 +77,20 @@ public:
     /// The raster, which the item no longer has afterwards; null if there is none. Not to be
     /// called while lines are still being decoded into it.
     [[nodiscard]] virtual std::unique_ptr<uchar[]> takeRaster();
+    /// Reads the photo's size anew. If the recorded size has other proportions, the photo has been
+    /// replaced: then fitSize() goes by the photo's own size from now on, and the result is true.
+    virtual bool refreshSize();
 
     /// 'l', 's' or 'd': the layout that thumbnails are asked for, part of their key in the store.
     void setThumbnailKind(char kind) { m_thumbnailKind = kind; }
 
     [[nodiscard]] char thumbnailKind() const { return m_thumbnailKind; }
+
+protected:
+    /// What fitSize() goes by, of this item or of the store; empty if neither has one.
+    [[nodiscard]] QSize recordedSize();
+    /// The second half of refreshSize(). photo is the size just read.
+    [[nodiscard]] bool correctRecordedSize(QSize photo);
 
 private:
     char m_thumbnailKind = 'l';

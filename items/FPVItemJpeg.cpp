@@ -23,6 +23,7 @@
 #include <new>
 
 using lumi::DecodeError;
+using lumi::DecodeFor;
 
 namespace {
 
@@ -112,12 +113,22 @@ QPixmap *FPVItemJpeg::scaledPixmap(int w, int h)
     if (SwapLoad(path(), &stored, w, thumbnailKind())) {
         return lumi::newPixmap(stored);
     }
-    const std::unique_ptr<QImage> image(scaledImage(w, h));
+    QSize size(w, h);
+    if (!recordedSize().isEmpty() && refreshSize()) {
+        size = lumi::fittedSize(recordedSize(), size);
+    }
+    const std::unique_ptr<QImage> image(scaledImage(size.width(), size.height()));
     if (!image) {
         return nullptr;
     }
-    SwapAppend(path(), image.get(), w, thumbnailKind());
+    SwapAppend(path(), image.get(), size.width(), thumbnailKind());
     return lumi::newPixmap(*image);
+}
+
+bool FPVItemJpeg::refreshSize()
+{
+    m_imageSize = QSize(-1, -1);
+    return correctRecordedSize(imageSize());
 }
 
 bool FPVItemJpeg::InitJpegLib(int w, int h)
@@ -126,7 +137,7 @@ bool FPVItemJpeg::InitJpegLib(int w, int h)
     m_session.reset();
     m_scanLine.reset(); // made for the lines of a screen decode, which ends here
     m_errorCode = DecodeError::None;
-    m_session = lumi::openPhoto(path(), &wanted, &m_errorCode);
+    m_session = lumi::openPhoto(path(), &wanted, DecodeFor::Screen, &m_errorCode);
     return m_session != nullptr;
 }
 
@@ -168,9 +179,9 @@ bool FPVItemJpeg::prepareScreenDecode(const QSize *request)
         return false;
     }
     m_errorCode = DecodeError::None;
-    m_session = lumi::openPhoto(path(), request, &m_errorCode,
-                                m_incremental ? lumi::JpegSession::Reading::InPieces
-                                              : lumi::JpegSession::Reading::AtOnce);
+    m_session = lumi::openPhoto(path(), request,
+                                m_incremental ? DecodeFor::ScreenInPieces : DecodeFor::Screen,
+                                &m_errorCode);
     if (!m_session) {
         fail(DecodeError::Undecodable);
         return false;
@@ -183,8 +194,10 @@ bool FPVItemJpeg::makeRaster(int depth)
     m_raster.reset();
     m_scanLine.reset();
     m_rasterDepth = depth;
-    const qint64 needKB = m_session->promisedKB()
-        + lumi::screenNeedKB(m_session->imageSize().width(), m_rasterSize, depth);
+    // What is held but not yet read into doesn't show in the system's figures.
+    const qint64 heldKB = m_session->isReady() ? 0 : m_session->heldKB();
+    const qint64 needKB
+        = heldKB + lumi::screenNeedKB(m_session->imageSize().width(), m_rasterSize, depth);
     if (needKB > freeMemoryKB()) {
         return false;
     }

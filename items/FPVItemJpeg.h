@@ -44,6 +44,7 @@ public:
     [[nodiscard]] bool inDecodeComplete() const override;
     void setInDecodeComplete(bool on) override;
     [[nodiscard]] std::unique_ptr<uchar[]> takeRaster() override;
+    bool refreshSize() override;
 
     /// Opens the photo and readies the item's decompressor at the smallest scale that covers
     /// w x h; a side of 0 means no scaling. False leaves no decompressor.

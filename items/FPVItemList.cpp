@@ -50,7 +50,8 @@ ListResult FPVItemList::load(const QString &path, const QString &root)
     if (!QFile::exists(m_rootPath)) {
         return reportMissingRoot();
     }
-    const QDir folder(path);
+    // After Up the path ends in "sub/..". It is found even if "sub" was deleted or renamed.
+    const QDir folder(QDir::cleanPath(path));
     if (!folder.exists()) {
         return ListResult::PathMissing;
     }

@@ -27,7 +27,7 @@ public:
     /// Loads at once.
     FPVItemList(const QString &path, const QString &root);
 
-    /// Lists path. root, unless empty, becomes rootPath(). PathMissing leaves items and
+    /// Lists the cleaned path. root, unless empty, becomes rootPath(). PathMissing leaves items and
     /// currentPath() as they were. RootMissing has told the user, once for the process, and is
     /// ending the application.
     lumi::ListResult load(const QString &path, const QString &root);

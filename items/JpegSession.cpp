@@ -6,7 +6,6 @@
 #include <QElapsedTimer>
 #include <QtGlobal>
 
-#include <limits>
 #include <new>
 
 #include <fcntl.h>
@@ -16,12 +15,15 @@
 
 namespace {
 
-/// A photo has about ten scans. A few kilobytes can hold thousands, each of which costs a pass
-/// over the whole picture.
+/// A photo has about ten scans.
 constexpr int kMaxScans = 500;
-/// As many are allowed whatever the size; a picture of more pixels than a screen raster may
-/// have gets fewer than the rest.
-constexpr int kUsualScans = 20;
+/// A block of an arithmetic-coded photo can take this many times as long as any other.
+constexpr qint64 kArithmeticCost = 8;
+
+qint64 roundedUp(JDIMENSION blocks, int factor)
+{
+    return (qint64{blocks} + factor - 1) / factor * factor;
+}
 
 /// Opening a pipe would wait for its writer, hence the flag; on a regular file it has no effect.
 FILE *openRegularFile(const char *path)
@@ -81,8 +83,8 @@ bool JpegSession::create()
     }
     jpeg_create_decompress(&m_cinfo);
     attachJpegSource(&m_cinfo, &m_source, m_file);
-    m_progress.progress_monitor = limitScans;
-    m_cinfo.progress = &m_progress;
+    m_progress.manager.progress_monitor = limitScans;
+    m_cinfo.progress = &m_progress.manager;
     return true;
 }
 
@@ -94,21 +96,24 @@ bool JpegSession::readHeader()
     return jpeg_read_header(&m_cinfo, TRUE) == JPEG_HEADER_OK;
 }
 
-void JpegSession::limitMemory(int kilobytes)
+qint64 JpegSession::mostReads(DecodeFor purpose) const
 {
-    m_cinfo.mem->max_memory_to_use
-        = static_cast<long>(lumi::memoryLimit(kilobytes, std::numeric_limits<long>::max()));
+    if (purpose != DecodeFor::Thumbnail) {
+        return kScreenReads;
+    }
+    return m_cinfo.arith_code != 0 ? kThumbnailReads / kArithmeticCost : kThumbnailReads;
 }
 
-bool JpegSession::start(int denominator, Reading reading)
+bool JpegSession::start(int denominator, DecodeFor purpose)
 {
+    m_progress.blocksLeft = mostReads(purpose);
     if (setjmp(m_errors.jump) != 0) {
         return false;
     }
     m_cinfo.scale_num = 1;
     m_cinfo.scale_denom = static_cast<unsigned>(denominator);
     m_cinfo.dct_method = JDCT_IFAST;
-    if (reading == Reading::InPieces) {
+    if (purpose == DecodeFor::ScreenInPieces) {
         m_cinfo.buffered_image = jpeg_has_multiple_scans(&m_cinfo);
     }
     const bool isStarted = jpeg_start_decompress(&m_cinfo) != 0;
@@ -142,14 +147,19 @@ bool JpegSession::readOn()
     return m_isReady;
 }
 
-qint64 JpegSession::promisedKB() const
+qint64 JpegSession::heldKB()
 {
-    qint64 blocks = 0;
-    for (int i = 0; i < m_cinfo.num_components && !m_isReady; ++i) {
-        const jpeg_component_info &component = m_cinfo.comp_info[i];
-        blocks += qint64{component.width_in_blocks} * component.height_in_blocks;
+    if (!hasSeveralScans()) {
+        return 0;
     }
-    return blocks * qint64{sizeof(JBLOCK)} >> 10;
+    qint64 blocks = 0;
+    for (int i = 0; i < m_cinfo.num_components; ++i) {
+        const jpeg_component_info &component = m_cinfo.comp_info[i];
+        blocks += roundedUp(component.width_in_blocks, component.h_samp_factor)
+            * roundedUp(component.height_in_blocks, component.v_samp_factor);
+    }
+    static_assert(sizeof(JBLOCK) == kBlockBytes);
+    return blocks * kBlockBytes >> 10;
 }
 
 bool JpegSession::readLines(uchar *lines, qsizetype stride, int count)
@@ -198,8 +208,7 @@ std::size_t JpegSession::lineBytes() const
 void JpegSession::errorExit(j_common_ptr cinfo)
 {
     auto *errors = reinterpret_cast<ErrorManager *>(cinfo->err);
-    const int code = cinfo->err->msg_code;
-    errors->outOfMemory = code == JERR_OUT_OF_MEMORY || code == JERR_NO_BACKING_STORE;
+    errors->outOfMemory = cinfo->err->msg_code == JERR_OUT_OF_MEMORY;
     char message[JMSG_LENGTH_MAX];
     cinfo->err->format_message(cinfo, message);
     leave(cinfo, message);
@@ -218,13 +227,20 @@ void JpegSession::outputMessage(j_common_ptr cinfo)
     qWarning("%s", message);
 }
 
+/// Counts the blocks of each scan before they are read.
 void JpegSession::limitScans(j_common_ptr cinfo)
 {
-    auto *decompressor = reinterpret_cast<j_decompress_ptr>(cinfo);
-    const int scan = decompressor->input_scan_number;
-    const auto pixels = qint64{decompressor->image_width} * decompressor->image_height;
-    if (scan > kMaxScans
-        || (scan > kUsualScans && scan * pixels > kMaxScans * lumi::kScreenPixelLimit)) {
+    const auto *decompressor = reinterpret_cast<j_decompress_ptr>(cinfo);
+    auto *progress = reinterpret_cast<Progress *>(cinfo->progress);
+    if (decompressor->input_scan_number == progress->scan) {
+        return;
+    }
+    progress->scan = decompressor->input_scan_number;
+    for (int i = 0; i < decompressor->comps_in_scan; ++i) {
+        const jpeg_component_info *component = decompressor->cur_comp_info[i];
+        progress->blocksLeft -= qint64{component->width_in_blocks} * component->height_in_blocks;
+    }
+    if (progress->scan > kMaxScans || progress->blocksLeft < 0) {
         leave(cinfo, "JPEG file with too many scans");
     }
 }

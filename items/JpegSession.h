@@ -2,6 +2,8 @@
 // One libjpeg decompressor on one file, from the opening to the last line. libjpeg reports
 // errors by a long jump; here every call into it stands in a function that catches the jump
 // and has nothing to unwind, so that the rest of the program only sees false.
+// A few hundred bytes can claim hundreds of scans over a huge picture, so the number of scans and
+// the blocks that they read are limited.
 // After a false the session is of no use but to be destroyed, which is always safe.
 // Owns: the open file and all memory of libjpeg.
 #pragma once
@@ -16,6 +18,10 @@
 
 namespace lumi {
 
+/// What a photo is decoded for. ScreenInPieces leaves the reading of several scans to
+/// readAhead().
+enum class DecodeFor { Thumbnail, Screen, ScreenInPieces };
+
 class JpegSession
 {
 public:
@@ -27,21 +33,18 @@ public:
     JpegSession &operator=(const JpegSession &) = delete;
 
     [[nodiscard]] bool readHeader();
-    enum class Reading { AtOnce, InPieces };
-
-    /// Bounds what libjpeg may take for a photo of several scans, which it holds whole.
-    void limitMemory(int kilobytes);
     /// Readies the first line at 1 / denominator (1, 2, 4 or 8). All of a photo of several scans
     /// has to be read for that: here or, in pieces, by readAhead().
-    [[nodiscard]] bool start(int denominator, Reading reading = Reading::AtOnce);
+    [[nodiscard]] bool start(int denominator, DecodeFor purpose);
 
     /// Whether readLines() may be called.
     [[nodiscard]] bool isReady() const { return m_isReady; }
 
     /// Reads on for this long, or until the first line is ready.
     [[nodiscard]] bool readAhead(int milliseconds);
-    /// Memory, in KB, that libjpeg has been promised but will use only while it reads ahead.
-    [[nodiscard]] qint64 promisedKB() const;
+    /// Memory, in KB, that libjpeg takes to hold a photo of several scans, 0 for any other. Known
+    /// from readHeader() on; start() allocates it and the reading of the scans uses it.
+    [[nodiscard]] qint64 heldKB();
     /// The next count lines, the first to lines, each further one stride bytes on. count must
     /// not go past the last line.
     [[nodiscard]] bool readLines(uchar *lines, qsizetype stride, int count);
@@ -75,8 +78,16 @@ private:
         bool outOfMemory;
     };
 
+    struct Progress
+    {
+        jpeg_progress_mgr manager; ///< must stay first: libjpeg knows only this
+        int scan;                  ///< the latest one that was counted
+        qint64 blocksLeft;         ///< how many more blocks may be read
+    };
+
     JpegSession() = default;
     [[nodiscard]] bool create();
+    [[nodiscard]] qint64 mostReads(DecodeFor purpose) const;
     [[nodiscard]] bool readOn();
     [[noreturn]] static void errorExit(j_common_ptr cinfo);
     [[noreturn]] static void leave(j_common_ptr cinfo, const char *message);
@@ -87,7 +98,7 @@ private:
     my_jpeg_source_mgr m_source{};
     jpeg_decompress_struct m_cinfo{};
     ErrorManager m_errors{};
-    jpeg_progress_mgr m_progress{};
+    Progress m_progress{};
     bool m_isReady = false;
 };
 

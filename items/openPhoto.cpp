@@ -9,6 +9,7 @@
 namespace {
 
 using lumi::DecodeError;
+using lumi::DecodeFor;
 using lumi::JpegSession;
 using SessionPtr = std::unique_ptr<JpegSession>;
 
@@ -18,20 +19,24 @@ SessionPtr refuseForMemory(DecodeError *error)
     return nullptr;
 }
 
-/// A photo of several scans is held whole while it is decoded. Progressive ones are refused by
-/// an estimate, the rarer sequential ones when the decoder asks for more than there is.
-bool limitMemory(JpegSession &session)
+/// The estimate for progressive photos, which goes by the pixels alone.
+bool isEstimateFree(const JpegSession &session)
 {
-    if (!session.hasSeveralScans()) {
-        return true;
-    }
-    const int freeKB = freeMemoryKB();
-    session.limitMemory(freeKB);
-    if (!session.isProgressive() || lumi::progressiveNeedKB(session.imageSize()) <= freeKB) {
+    if (!session.isProgressive()
+        || lumi::progressiveNeedKB(session.imageSize()) <= freeMemoryKB()) {
         return true;
     }
     qWarning("FPVItemJpeg Error (%d)", static_cast<int>(DecodeError::OutOfMemory));
     return false;
+}
+
+/// Whether there is memory for what the decoder is going to hold.
+bool mayBeHeld(JpegSession &session, DecodeFor purpose)
+{
+    const qint64 heldKB = session.heldKB();
+    return heldKB == 0
+        || (heldKB <= freeMemoryKB()
+            && (purpose != DecodeFor::Thumbnail || heldKB <= lumi::kMostThumbnailKB));
 }
 
 SessionPtr openHeader(const QString &path, DecodeError *error)
@@ -48,12 +53,12 @@ SessionPtr openHeader(const QString &path, DecodeError *error)
     if (!session->readHeader()) {
         return nullptr;
     }
-    return limitMemory(*session) ? std::move(session) : refuseForMemory(error);
+    return isEstimateFree(*session) ? std::move(session) : refuseForMemory(error);
 }
 
-bool start(JpegSession &session, int denominator, JpegSession::Reading reading, DecodeError *error)
+bool start(JpegSession &session, int denominator, DecodeFor purpose, DecodeError *error)
 {
-    if (!session.start(denominator, reading)) {
+    if (!session.start(denominator, purpose)) {
         *error = session.outOfMemory() ? DecodeError::OutOfMemory : DecodeError::None;
         return false;
     }
@@ -67,8 +72,8 @@ bool start(JpegSession &session, int denominator, JpegSession::Reading reading, 
 
 } // namespace
 
-SessionPtr lumi::openPhoto(const QString &path, const QSize *wanted, DecodeError *error,
-                           JpegSession::Reading reading)
+SessionPtr lumi::openPhoto(const QString &path, const QSize *wanted, DecodeFor purpose,
+                           DecodeError *error)
 {
     SessionPtr session = openHeader(path, error);
     if (!session) {
@@ -77,17 +82,17 @@ SessionPtr lumi::openPhoto(const QString &path, const QSize *wanted, DecodeError
     const QSize photo = session->imageSize();
     const int denominator
         = wanted != nullptr ? coveringDenominator(photo, *wanted) : screenDenominator(photo);
-    if (denominator == 0) {
+    if (denominator == 0 || !mayBeHeld(*session, purpose)) {
         return refuseForMemory(error);
     }
-    return start(*session, denominator, reading, error) ? std::move(session) : nullptr;
+    return start(*session, denominator, purpose, error) ? std::move(session) : nullptr;
 }
 
 QSize lumi::readPhotoSize(const QString &path, DecodeError *error)
 {
     const SessionPtr session = openHeader(path, error);
-    constexpr auto kAtOnce = JpegSession::Reading::AtOnce;
-    if (!session || (!session->hasSeveralScans() && !start(*session, 1, kAtOnce, error))) {
+    if (!session
+        || (!session->hasSeveralScans() && !start(*session, 1, DecodeFor::Screen, error))) {
         return {-1, -1};
     }
     return session->imageSize();

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 
 namespace {
 
@@ -11,6 +12,9 @@ constexpr qint64 kSpareBytes = 1048576;
 constexpr qint64 kProgressiveBytesAPixel = 7;
 constexpr qint64 kProgressiveSpareKB = 8192;
 constexpr int kLineBytesAPixel = 4;
+/// A pixel and this part of the longer side may be wrong: roundings of a small thumbnail by which
+/// a larger one was fitted.
+constexpr qint64 kToleratedPart = 32;
 
 int axisDenominator(int photo, int wanted)
 {
@@ -48,6 +52,16 @@ QSize lumi::fittedSize(QSize photo, QSize box)
     return {box.width(), scaledSide(photo.height(), widthRatio)};
 }
 
+bool lumi::isThumbnailSizeOf(QSize photo, QSize thumbnail)
+{
+    // Divided by the photo's longer side, this is the error of the thumbnail's shorter side.
+    const qint64 error = std::abs(qint64(thumbnail.width()) * photo.height()
+                                  - qint64(thumbnail.height()) * photo.width());
+    const qint64 photoSide = std::max(photo.width(), photo.height());
+    const qint64 thumbnailSide = std::max(thumbnail.width(), thumbnail.height());
+    return error * kToleratedPart <= photoSide * (thumbnailSide + kToleratedPart);
+}
+
 int lumi::coveringDenominator(QSize photo, QSize wanted)
 {
     if (wanted.width() == 0 || wanted.height() == 0) {
@@ -59,19 +73,12 @@ int lumi::coveringDenominator(QSize photo, QSize wanted)
 
 int lumi::screenDenominator(QSize photo)
 {
-    int denominator = 1;
-    QSize size = photo;
-    while (pixelCount(size) >= kScreenPixelLimit) {
-        if (denominator == kMaxDenominator) {
-            return 0;
+    for (int denominator = 1; denominator <= kMaxDenominator; denominator *= 2) {
+        if (pixelCount(decodedSize(photo, denominator)) < kScreenPixelLimit) {
+            return denominator;
         }
-        const QSize half(size.width() >> 1, size.height() >> 1);
-        // Rounding can select the same scale again: 8003 / 2 is 4002, whose half is not
-        // covered by a quarter of 8003.
-        denominator = std::max(coveringDenominator(photo, half), denominator * 2);
-        size = decodedSize(photo, denominator);
     }
-    return denominator;
+    return 0;
 }
 
 QSize lumi::decodedSize(QSize photo, int denominator)
@@ -95,11 +102,6 @@ qint64 lumi::screenNeedKB(int photoWidth, QSize decoded, int depth)
 {
     const qint64 raster = pixelCount(decoded) * (depth >> 3);
     return (raster + qint64(photoWidth) * kLineBytesAPixel + kSpareBytes) >> 10;
-}
-
-qint64 lumi::memoryLimit(int kilobytes, qint64 most)
-{
-    return std::clamp<qint64>(qint64(kilobytes) << 10, 1, most);
 }
 
 int lumi::heldLines(qint64 lineBytes, int mostLines)

@@ -61,7 +61,7 @@ void makeGrayAgain(QImage *image)
 
 QImage *lumi::decodeThumbnail(const QString &path, QSize size, DecodeError *error)
 {
-    std::unique_ptr<JpegSession> session = openPhoto(path, &size, error);
+    std::unique_ptr<JpegSession> session = openPhoto(path, &size, DecodeFor::Thumbnail, error);
     if (!session) {
         *error = *error == DecodeError::None ? DecodeError::Undecodable : *error;
         return nullptr;

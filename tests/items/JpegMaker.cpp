@@ -3,6 +3,7 @@
 
 #include <QFile>
 
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 
@@ -56,6 +57,10 @@ void setColours(jpeg_compress_struct *info, const JpegKind &kind)
     jpeg_set_defaults(info);
     if (kind.ycck) {
         jpeg_set_colorspace(info, JCS_YCCK);
+    }
+    if (kind.components == 3) {
+        info->comp_info[0].h_samp_factor = kind.sampling.width();
+        info->comp_info[0].v_samp_factor = kind.sampling.height();
     }
 }
 
@@ -138,6 +143,39 @@ QByteArray makeJpeg(const JpegKind &kind)
     jpeg_finish_compress(info);
     return {reinterpret_cast<const char *>(compressor.bytes),
             static_cast<qsizetype>(compressor.length)};
+}
+
+QByteArray makeArithmeticBomb(QSize size, int scans)
+{
+    Compressor compressor;
+    jpeg_compress_struct *info = &compressor.info;
+    info->image_width = static_cast<JDIMENSION>(size.width());
+    info->image_height = static_cast<JDIMENSION>(size.height());
+    setColours(info, {.components = 1});
+    info->arith_code = TRUE;
+    const jpeg_scan_info script[]
+        = {scan(0, 0, 0, 0, 0), scan(0, 1, 63, 0, 1), scan(0, 1, 63, 1, 0)};
+    info->scan_info = script;
+    info->num_scans = 3;
+    jpeg_start_compress(info, TRUE);
+    const auto wave = [](int at) {
+        return std::cos((2 * at + 1) * 7 * M_PI / 16);
+    };
+    std::vector<JSAMPLE> line(static_cast<std::size_t>(size.width()));
+    while (info->next_scanline < info->image_height) {
+        // The finest pattern of a block: all coefficients but the last are zero.
+        const double y = wave(static_cast<int>(info->next_scanline));
+        for (int x = 0; x < size.width(); ++x) {
+            line[static_cast<std::size_t>(x)] = static_cast<JSAMPLE>(128 + 120 * wave(x) * y);
+        }
+        JSAMPROW row = line.data();
+        jpeg_write_scanlines(info, &row, 1);
+    }
+    jpeg_finish_compress(info);
+    const QByteArray bytes(reinterpret_cast<const char *>(compressor.bytes),
+                           static_cast<qsizetype>(compressor.length));
+    const qsizetype last = bytes.lastIndexOf("\xff\xda");
+    return bytes.first(last) + bytes.mid(last).chopped(2).repeated(scans - 2) + bytes.last(2);
 }
 
 QString writeJpeg(const QString &path, const JpegKind &kind)

@@ -20,7 +20,8 @@ struct JpegKind
 {
     QSize size{83, 61};
     int components = 3;
-    bool ycck = false; ///< of four components: YCCK in the file instead of CMYK
+    QSize sampling{2, 2}; ///< of the first of three components; that of the others is 1 x 1
+    bool ycck = false;    ///< of four components: YCCK in the file instead of CMYK
     bool progressive = false;
     bool arithmetic = false;
     bool separateScans = false; ///< sequential, one scan a component
@@ -31,6 +32,9 @@ struct JpegKind
 };
 
 [[nodiscard]] QByteArray makeJpeg(const JpegKind &kind);
+/// A gray arithmetic-coded picture with this many scans, three at least. The last one stands in the
+/// file again and again: it looks at each coefficient of each block and takes a bit a block.
+[[nodiscard]] QByteArray makeArithmeticBomb(QSize size, int scans);
 /// Writes one; gives its path.
 QString writeJpeg(const QString &path, const JpegKind &kind);
 

@@ -16,6 +16,7 @@ constexpr int kNever = -1;
 
 int failingLine = kNever;
 bool closedirFails = false;
+bool createFails = false;
 int decompressors = 0;
 int headers = 0;
 int finishes = 0;
@@ -61,9 +62,13 @@ JDIMENSION jpeg_read_scanlines(j_decompress_ptr cinfo, JSAMPARRAY lines, JDIMENS
 
 void jpeg_CreateDecompress(j_decompress_ptr cinfo, int version, size_t size)
 {
+    ++decompressors;
+    if (createFails) {
+        cinfo->err->msg_code = JERR_OUT_OF_MEMORY;
+        cinfo->err->error_exit(reinterpret_cast<j_common_ptr>(cinfo));
+    }
     static auto *kReal = original<decltype(jpeg_CreateDecompress)>("jpeg_CreateDecompress");
     kReal(cinfo, version, size);
-    ++decompressors;
 }
 
 void jpeg_destroy_decompress(j_decompress_ptr cinfo)
@@ -98,6 +103,7 @@ LibraryFaults::~LibraryFaults()
 {
     failingLine = kNever;
     closedirFails = false;
+    createFails = false;
 }
 
 void LibraryFaults::failJpegFromLine(int line)
@@ -108,6 +114,11 @@ void LibraryFaults::failJpegFromLine(int line)
 void LibraryFaults::failClosedir()
 {
     closedirFails = true;
+}
+
+void LibraryFaults::failJpegCreate()
+{
+    createFails = true;
 }
 
 int liveDecompressors()

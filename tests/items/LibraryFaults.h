@@ -19,6 +19,8 @@ public:
     /// libjpeg reports an error instead of decoding this line and all later ones.
     void failJpegFromLine(int line);
     void failClosedir();
+    /// libjpeg reports an error instead of making a decompressor.
+    void failJpegCreate();
 };
 
 /// How many libjpeg decompressors exist now.

@@ -35,6 +35,7 @@ private Q_SLOTS:
     void wrongRequests_data();
     void wrongRequests();
     void theFirstErrorStays();
+    void aDecoderThatCannotBeMade();
     void filesThatCannotBeDecoded_data();
     void filesThatCannotBeDecoded();
     void aFailedStartLeavesNothing();
@@ -111,6 +112,26 @@ void TestDecodeFailures::theFirstErrorStays()
     QVERIFY(!start(&item, nullptr, 24));
     QCOMPARE(item.errorCode(), DecodeError::WrongDepth);
     QVERIFY(item.rasterBits() == nullptr);
+}
+
+/// libjpeg reports it while the decompressor is only half made.
+void TestDecodeFailures::aDecoderThatCannotBeMade()
+{
+    FPVItemJpeg item(photo({}), QString(), false);
+    const MessageLog log;
+    {
+        lumi::test::LibraryFaults faults;
+        faults.failJpegCreate();
+        QVERIFY(!start(&item));
+        QCOMPARE(item.errorCode(), DecodeError::Undecodable);
+        QVERIFY(log.warnings.contains(
+            QStringLiteral("Memory Allocation Error(FPVItemJpeg::InitJpegLib)")));
+        QCOMPARE(log.warnings.last(), kError3);
+        QVERIFY(item.scaledImage(20, 15) == nullptr);
+        QCOMPARE(item.imageSize(), QSize(-1, -1));
+        QCOMPARE(lumi::test::liveDecompressors(), 0);
+    }
+    QVERIFY(start(&item));
 }
 
 void TestDecodeFailures::filesThatCannotBeDecoded_data()

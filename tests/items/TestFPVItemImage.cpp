@@ -21,6 +21,7 @@ class TestFPVItemImage : public QObject
 
 private Q_SLOTS:
     void aPictureOfUnknownFormatIsBlue();
+    void theThumbnailOfAnUnknownFormatIsBlue();
     void withoutASizeThereIsNoThumbnail();
     void anEmbeddedThumbnailIsFittedByItself();
     void noPixmapWithoutASide();
@@ -73,6 +74,26 @@ void TestFPVItemImage::aPictureOfUnknownFormatIsBlue()
     const std::unique_ptr<QPixmap> decoded(item.decodedPixmap(8, 6));
     QCOMPARE(decoded->size(), QSize(8, 6));
     QVERIFY(isAllBlue(*decoded));
+}
+
+/// The proportions have to be known: here they were recorded when the file was a photo.
+void TestFPVItemImage::theThumbnailOfAnUnknownFormatIsBlue()
+{
+    SwapFixture fixture;
+    fixture.start();
+    const QString path = fixture.addPhoto(QStringLiteral("p/a.bmp"));
+    QImage picture = lumi::test::picture();
+    QVERIFY(SwapAppend(path, &picture, 1, 's'));
+    const QSize recorded(480, 640);
+    QVERIFY(SwapSetSize(path, &recorded));
+    FPVItemImage item(path, QString(), false);
+    const std::unique_ptr<QPixmap> pixmap(item.thumbnail(174, 123));
+    QVERIFY(pixmap);
+    QCOMPARE(pixmap->size(), QSize(92, 123));
+    QVERIFY(isAllBlue(*pixmap));
+    QSize fitted;
+    QVERIFY(SwapGetSize(path, &fitted));
+    QCOMPARE(fitted, QSize(92, 123));
 }
 
 void TestFPVItemImage::withoutASizeThereIsNoThumbnail()

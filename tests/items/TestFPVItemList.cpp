@@ -41,6 +41,7 @@ private Q_SLOTS:
     void aNewListIsEmpty();
     void theConstructorLoads();
     void pathsAreCleaned();
+    void aFolderReachedByUpIsFoundWithoutItsChild();
     void theRootIsKept();
     void aMissingFolderChangesNothing();
     void anEmptyFolderEmptiesTheList();
@@ -193,6 +194,15 @@ void TestFPVItemList::pathsAreCleaned()
     const FPVItemList list(crooked, crooked);
     QCOMPARE(list.currentPath(), m_folder->filePath(QStringLiteral("sub")));
     QCOMPARE(list.rootPath(), m_folder->filePath(QStringLiteral("sub")));
+}
+
+void TestFPVItemList::aFolderReachedByUpIsFoundWithoutItsChild()
+{
+    make(QStringLiteral("a.jpg"));
+    FPVItemList list;
+    QCOMPARE(list.load(root() + QStringLiteral("/gone/.."), root()), ListResult::Listed);
+    QCOMPARE(list.currentPath(), root());
+    QCOMPARE(namesOf(list), QStringList{QStringLiteral("a.jpg")});
 }
 
 void TestFPVItemList::theRootIsKept()

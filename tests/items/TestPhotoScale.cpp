@@ -4,8 +4,6 @@
 
 #include <QTest>
 
-#include <limits>
-
 class TestPhotoScale : public QObject
 {
     Q_OBJECT
@@ -13,12 +11,14 @@ class TestPhotoScale : public QObject
 private Q_SLOTS:
     void fitsIntoABox_data();
     void fitsIntoABox();
+    void thumbnailsOfAPhoto_data();
+    void thumbnailsOfAPhoto();
+    void everyChainOfThumbnailsIsOfThePhoto();
     void coversARequest_data();
     void coversARequest();
     void staysBelowTheScreenLimit_data();
     void staysBelowTheScreenLimit();
     void memoryNeeds();
-    void memoryLimitFitsTheDecoder();
     void linesHeldAtOnce_data();
     void linesHeldAtOnce();
 };
@@ -52,6 +52,54 @@ void TestPhotoScale::fitsIntoABox()
     QFETCH(QSize, photo);
     QFETCH(QSize, box);
     QTEST(lumi::fittedSize(photo, box), "fitted");
+}
+
+void TestPhotoScale::thumbnailsOfAPhoto_data()
+{
+    QTest::addColumn<QSize>("photo");
+    QTest::addColumn<QSize>("thumbnail");
+    QTest::addColumn<bool>("isOfIt");
+    const QSize landscape(4000, 3000);
+    QTest::newRow("the photo itself") << landscape << landscape << true;
+    QTest::newRow("a thumbnail") << landscape << QSize(164, 123) << true;
+    QTest::newRow("a thumbnail of a portrait") << landscape << QSize(92, 123) << false;
+    QTest::newRow("a small thumbnail") << landscape << QSize(69, 52) << true;
+    QTest::newRow("a small one of 3:2") << landscape << QSize(69, 46) << false;
+    QTest::newRow("a small one of 5:4") << landscape << QSize(66, 53) << false;
+    QTest::newRow("one of 16:9 of a photo of 16:10")
+        << QSize(1600, 1000) << QSize(160, 90) << false;
+    QTest::newRow("a square of a portrait") << QSize(3000, 4000) << QSize(53, 53) << false;
+    QTest::newRow("a line of a panorama") << QSize(20000, 1) << QSize(174, 1) << true;
+    QTest::newRow("a line of a square") << QSize(100, 100) << QSize(174, 1) << false;
+    QTest::newRow("a column") << QSize(1, 20000) << QSize(1, 123) << true;
+    QTest::newRow("the largest sides") << QSize(65500, 65500) << QSize(65500, 65500) << true;
+}
+
+void TestPhotoScale::thumbnailsOfAPhoto()
+{
+    QFETCH(QSize, photo);
+    QFETCH(QSize, thumbnail);
+    QTEST(lumi::isThumbnailSizeOf(photo, thumbnail), "isOfIt");
+}
+
+/// Each view fits by the size that the view before has recorded.
+void TestPhotoScale::everyChainOfThumbnailsIsOfThePhoto()
+{
+    constexpr QSize kBoxes[] = {{171, 119}, {69, 53}, {80, 60}, {350, 250}};
+    for (int width = 100; width < 12000; width += width / 7) {
+        for (int height = 100; height < 12000; height += height / 11) {
+            const QSize photo(width, height);
+            for (const QSize first : kBoxes) {
+                for (const QSize second : kBoxes) {
+                    const QSize once = lumi::fittedSize(photo, first);
+                    const QSize twice = lumi::fittedSize(once, second);
+                    QVERIFY(lumi::isThumbnailSizeOf(photo, once));
+                    QVERIFY(lumi::isThumbnailSizeOf(photo, twice));
+                    QVERIFY(lumi::isThumbnailSizeOf(photo, lumi::fittedSize(twice, first)));
+                }
+            }
+        }
+    }
 }
 
 void TestPhotoScale::coversARequest_data()
@@ -118,17 +166,6 @@ void TestPhotoScale::memoryNeeds()
              (1000 * 750 * 2 + 16000 + 1048576) >> 10);
     QCOMPARE(lumi::screenNeedKB(65500, QSize(65500, 65500), 32),
              (65500LL * 65500 * 4 + 262000 + 1048576) >> 10);
-}
-
-// A machine of 32 bits may have more memory than its decoder can be told.
-void TestPhotoScale::memoryLimitFitsTheDecoder()
-{
-    constexpr qint64 kMost = std::numeric_limits<qint32>::max();
-    QCOMPARE(lumi::memoryLimit(2048, kMost), 2097152);
-    QCOMPARE(lumi::memoryLimit(0, kMost), 1);
-    QCOMPARE(lumi::memoryLimit(2097151, kMost), 2147482624);
-    QCOMPARE(lumi::memoryLimit(3 << 20, kMost), kMost);
-    QCOMPARE(lumi::memoryLimit(5 << 20, kMost), kMost);
 }
 
 void TestPhotoScale::linesHeldAtOnce_data()

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "items/FPVItemJpeg.h"
+#include "items/photoScale.h"
 #include "swap/swapStore.h"
 #include "tests/items/LibraryFaults.h"
 #include "tests/items/OpenWatch.h"
@@ -17,6 +18,7 @@
 #include <memory>
 
 using lumi::test::MessageLog;
+using lumi::test::SwapFixture;
 
 /// The thumbnails of photos, where they come from and where they are kept.
 class TestThumbnails : public lumi::test::ThumbnailTest
@@ -32,6 +34,9 @@ private Q_SLOTS:
     void aFullDecodeIsStoredUnderItsOwnWidth();
     void aFailedDecodeRecordsItsSizeToo();
     void theFittedSizeIsRecorded();
+    void aReplacedPhotoIsNotSquashed_data();
+    void aReplacedPhotoIsNotSquashed();
+    void aReplacedPhotoInAnotherPlace();
     void eachKindIsStoredForItself();
     void damagedPhotosHaveNoThumbnail_data();
     void damagedPhotosHaveNoThumbnail();
@@ -195,6 +200,65 @@ void TestThumbnails::theFittedSizeIsRecorded()
     QVERIFY(QFile::remove(path));
     QCOMPARE(item.fitSize(QSize(80, 60)), QSize(45, 60));
     QCOMPARE(item.imageSize(), QSize(-1, -1));
+}
+
+void TestThumbnails::aReplacedPhotoIsNotSquashed_data()
+{
+    QTest::addColumn<QSize>("before");
+    QTest::addColumn<QSize>("after");
+    QTest::addColumn<bool>("isSameItem");
+    const QSize landscape(640, 480);
+    for (const bool isSameItem : {false, true}) {
+        const char *item = isSameItem ? "the same item" : "a new item";
+        QTest::addRow("by a portrait, %s", item) << landscape << QSize(480, 640) << isSameItem;
+        QTest::addRow("by a panorama, %s", item) << landscape << QSize(900, 200) << isSameItem;
+        QTest::addRow("a portrait by a landscape, %s", item)
+            << QSize(480, 640) << landscape << isSameItem;
+        QTest::addRow("a tall one by a landscape, %s", item)
+            << QSize(50, 900) << landscape << isSameItem;
+    }
+}
+
+/// As large as if it had always been there, and recorded and stored like that.
+void TestThumbnails::aReplacedPhotoIsNotSquashed()
+{
+    QFETCH(QSize, before);
+    QFETCH(QSize, after);
+    QFETCH(bool, isSameItem);
+    const QString path = photo({.size = before});
+    FPVItemJpeg old(path, QString(), false);
+    QVERIFY(std::unique_ptr<QPixmap>(old.thumbnail(174, 123)));
+    photo({.size = after});
+    lumi::test::setFileTime(path, (SwapFixture::kTime + 60) * 1000);
+
+    const QSize fitted = lumi::fittedSize(after, QSize(174, 123));
+    FPVItemJpeg item(path, QString(), false);
+    const std::unique_ptr<QPixmap> pixmap((isSameItem ? old : item).thumbnail(174, 123));
+    QVERIFY(pixmap);
+    QCOMPARE(pixmap->size(), fitted);
+    QSize recorded;
+    QVERIFY(SwapGetSize(path, &recorded));
+    QCOMPARE(recorded, fitted);
+    QVERIFY(isStored(path, fitted.width(), 'l'));
+    spoil(path);
+    const std::unique_ptr<QPixmap> again = thumbnailOf(path);
+    QVERIFY(again);
+    QCOMPARE(again->size(), fitted);
+}
+
+/// A caller that fitted by the recorded size gets the right proportions within what it asked for.
+void TestThumbnails::aReplacedPhotoInAnotherPlace()
+{
+    const QString path = photo({.size = QSize(640, 480)});
+    FPVItemJpeg item(path, QString(), false);
+    QCOMPARE(item.fitSize(QSize(320, 240)), QSize(320, 240));
+    photo({.size = QSize(480, 640)});
+    const std::unique_ptr<QPixmap> pixmap(item.decodedPixmap(320, 240));
+    QVERIFY(pixmap);
+    QCOMPARE(pixmap->size(), QSize(180, 240));
+    QVERIFY(isStored(path, 180, 'l'));
+    QCOMPARE(item.fitSize(QSize(320, 240)), QSize(180, 240));
+    QCOMPARE(item.imageSize(), QSize(480, 640));
 }
 
 void TestThumbnails::eachKindIsStoredForItself()

@@ -6,11 +6,13 @@
 #include "tools/inspect/rasterCommand.h"
 #include "tools/inspect/rewriteCommand.h"
 #include "tools/inspect/swapCommand.h"
+#include "tools/inspect/thumbnailCommand.h"
 
-#include <QCoreApplication>
+#include <QGuiApplication>
 #include <QTextStream>
 
 #include <cstdio>
+#include <memory>
 
 namespace {
 
@@ -21,6 +23,7 @@ constexpr char kUsage[] = "usage: lumivault-inspect exif FILE...\n"
                           "       lumivault-inspect rewrite FILE OPS.json\n"
                           "       lumivault-inspect swap FOLDER\n"
                           "       lumivault-inspect raster FILE --depth 16|32 [--request WxH]\n"
+                          "       lumivault-inspect thumbnail FILE --box WxH\n"
                           "       lumivault-inspect coordinates [TEXT...]\n"
                           "       lumivault-inspect altitude [TEXT...]\n"
                           "\n"
@@ -31,6 +34,10 @@ constexpr char kUsage[] = "usage: lumivault-inspect exif FILE...\n"
                           "swap    the index of a thumbnail store, a JSON object a line\n"
                           "raster  the decoded, turned photo: pixels to standard output, its size\n"
                           "        to standard error\n"
+                          "thumbnail\n"
+                          "        what a cell of this size shows of a photo, a JSON object:\n"
+                          "        outcome \"thumbnail\" and its size, or outcome \"undecodable\"\n"
+                          "        and the error code; the store of thumbnails is not used\n"
                           "coordinates, altitude\n"
                           "        what each text, or line of standard input, means and how it\n"
                           "        would be stored in a photo, a JSON object a line\n"
@@ -44,6 +51,8 @@ struct Command
     int (*run)(const QStringList &arguments, QTextStream &out, QTextStream &err);
 };
 
+constexpr char kThumbnailCommand[] = "thumbnail";
+
 constexpr Command kCommands[] = {
     {"exif", exifCommand},
     {"rewrite", rewriteCommand},
@@ -55,6 +64,7 @@ constexpr Command kCommands[] = {
      [](const QStringList &arguments, QTextStream &, QTextStream &err) {
          return rasterCommand(arguments, err);
      }},
+    {kThumbnailCommand, thumbnailCommand},
     {"coordinates",
      [](const QStringList &arguments, QTextStream &out, QTextStream &) {
          return coordinatesCommand(arguments, out);
@@ -80,11 +90,21 @@ int runCommand(const QStringList &arguments, QTextStream &out, QTextStream &err)
     return kWrongUsage;
 }
 
+/// Pixmaps need an application with a platform; the offscreen one needs no display.
+std::unique_ptr<QCoreApplication> newApplication(int &argc, char **argv)
+{
+    if (argc < 2 || qstrcmp(argv[1], kThumbnailCommand) != 0) {
+        return std::make_unique<QCoreApplication>(argc, argv);
+    }
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    return std::make_unique<QGuiApplication>(argc, argv);
+}
+
 } // namespace
 
 int main(int argc, char **argv)
 {
-    const QCoreApplication app(argc, argv);
+    const std::unique_ptr<QCoreApplication> app = newApplication(argc, argv);
     QTextStream out(stdout);
     QTextStream err(stderr);
     int result = runCommand(QCoreApplication::arguments(), out, err);

@@ -2,8 +2,8 @@
 #include "tools/inspect/rasterCommand.h"
 
 #include "items/FPVItemJpeg.h"
+#include "tools/inspect/sizeText.h"
 
-#include <QRegularExpression>
 #include <QSize>
 #include <QTextStream>
 
@@ -30,11 +30,8 @@ bool takeDepth(const QString &text, Job *job)
 
 bool takeRequest(const QString &text, Job *job)
 {
-    static const QRegularExpression kPattern(
-        QRegularExpression::anchoredPattern(QStringLiteral("([0-9]{1,5})x([0-9]{1,5})")));
-    const QRegularExpressionMatch match = kPattern.match(text);
-    job->request = QSize(match.captured(1).toInt(), match.captured(2).toInt());
-    return match.hasMatch();
+    job->request = sizeFromText(text);
+    return job->request.has_value();
 }
 
 std::optional<Job> parse(const QStringList &arguments)
@@ -77,6 +74,6 @@ int rasterCommand(const QStringList &arguments, QTextStream &err)
         err << "lumivault-inspect: the output could not be written\n";
         return kFailed;
     }
-    err << size.width() << 'x' << size.height() << '\n';
+    err << textOfSize(size) << '\n';
     return 0;
 }
