@@ -87,7 +87,7 @@ private:
     MyLeftWidget *m_leftWidget = nullptr;
     MyImageButton *m_cfButton = nullptr;
     MyImageButton *m_sdButton = nullptr;
-    QTimer m_timer;
+    QTimer m_timer{this};
     QLabel *m_memoryLabel = nullptr;
     QLabel *m_capacityLabel = nullptr;
     FPVFileTree m_fileTree;

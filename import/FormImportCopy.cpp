@@ -68,9 +68,14 @@ ImportKind FormImport::copyFiles()
     callbacks.fileFailed = [this](const QString &path, ImportKind kind) {
         addErrorLine(path, kind);
     };
-    lumi::ImportRun run({FPVFileTree::rootPrefix(), m_fileTree.folders(), m_fileTree.allFiles()},
+    lumi::ImportRun run({FPVFileTree::rootPrefix(), m_fileTree.folders(), m_fileTree.allFiles(),
+                         FPVFileTree::leftOut()},
                         callbacks);
-    const ImportKind kind = run.run(m_folderName);
+    ImportKind kind = run.run(m_folderName);
+    if (run.copiedCount() > 0) {
+        dialog.show(); // a Cancel of the copy has hidden it, and the wait has a Cancel too
+        kind = run.waitForDisk(kind);
+    }
     m_folderName = run.folderName();
     m_copiedCount = run.copiedCount();
     return kind;

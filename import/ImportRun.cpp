@@ -4,6 +4,7 @@
 #include "app/common/diskSpace.h"
 #include "app/common/paths.h"
 #include "files/engine/copyFile.h"
+#include "platform/diskSync.h"
 #include "views/folderRoots.h"
 
 #include <QDir>
@@ -115,6 +116,10 @@ ImportKind lumi::ImportRun::makeFolders() const
 ImportKind lumi::ImportRun::copyAll()
 {
     ImportKind runKind = ImportKind::Done;
+    for (const QString &path : std::as_const(m_tree.leftOut)) {
+        m_callbacks.fileFailed(path, ImportKind::AccessFailure);
+        runKind = ImportKind::Mismatch; // the kind that goes on and offers the report
+    }
     int step = 1;
     for (const QString &relPath : std::as_const(m_tree.files)) {
         const ImportKind kind = copyOne(relPath);
@@ -148,5 +153,22 @@ ImportKind lumi::ImportRun::copyOne(const QString &relPath) const
         QFile::remove(target); // begun by this copy: it would have refused an existing one
         return ImportKind::Mismatch;
     }
+    startWriteBack(target, copyKeepGoing);
     return ImportKind::Done;
+}
+
+ImportKind lumi::ImportRun::waitForDisk(ImportKind runKind)
+{
+    if (runKind == ImportKind::Cancelled) {
+        setCopyCancelled(false);
+    }
+    const SyncResult result = lumi::waitForDisk(m_target, copyKeepGoing);
+    if (result == SyncResult::OnDisk) {
+        return runKind;
+    }
+    const ImportKind kind
+        = result == SyncResult::Stopped ? ImportKind::Cancelled : ImportKind::AccessFailure;
+    m_callbacks.fileFailed(m_target, kind);
+    const bool isOpen = runKind == ImportKind::Done || runKind == ImportKind::Mismatch;
+    return isOpen ? kind : runKind;
 }

@@ -1,14 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "files/engine/FPVFileTree.h"
 
-#include "files/engine/lostEntries.h"
+#include "files/engine/folderListing.h"
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QFileInfo>
 #include <QRegularExpression>
 
 #include <algorithm>
+
+using lumi::FolderEntry;
 
 namespace {
 
@@ -19,6 +20,7 @@ struct WalkState
     bool walkCancelled = false;
     int fileCount = 0;
     int byteCount = 0;
+    QStringList leftOut;
     int dirFilter = QDir::Dirs | QDir::Files | QDir::NoSymLinks | QDir::Readable;
 };
 
@@ -44,10 +46,62 @@ QList<QRegularExpression> wildcardsOf(const QStringList &patterns)
     return wildcards;
 }
 
-bool leadsDown(const QFileInfo &folder)
+QDir::Filters filters()
 {
-    const QString name = folder.fileName();
-    return !folder.isSymLink() && name != QLatin1String(".") && name != QLatin1String("..");
+    return QDir::Filters(state().dirFilter);
+}
+
+bool isSeen(const FolderEntry &entry)
+{
+    const bool isHidden = entry.name.startsWith(QLatin1Char('.'));
+    return (!isHidden || filters().testFlag(QDir::Hidden))
+        && (!entry.isLink || !filters().testFlag(QDir::NoSymLinks));
+}
+
+bool matches(const QString &name, const QList<QRegularExpression> &wildcards)
+{
+    return std::any_of(wildcards.begin(), wildcards.end(), [&name](const QRegularExpression &w) {
+        return w.match(name).hasMatch();
+    });
+}
+
+/// Whether the walk takes it unless it can't be read.
+bool isWanted(const FolderEntry &entry, bool flat, const QList<QRegularExpression> &wildcards)
+{
+    if (!isSeen(entry)) {
+        return false;
+    }
+    switch (entry.kind) {
+    case FolderEntry::File:
+        return filters().testFlag(QDir::Files) && matches(entry.name, wildcards);
+    case FolderEntry::Folder:
+        return filters().testFlag(QDir::Dirs) && !flat && !entry.isLink;
+    case FolderEntry::Unknown:
+        return true;
+    case FolderEntry::Other:
+        break;
+    }
+    return false;
+}
+
+bool canBeRead(const FolderEntry &entry)
+{
+    return entry.isText && entry.kind != FolderEntry::Unknown
+        && (entry.isReadable || !filters().testFlag(QDir::Readable));
+}
+
+/// What lies outside is no part of a card, whatever a link on it says.
+bool staysInside(const FolderEntry &entry)
+{
+    return !entry.isLink || lumi::leadsInto(state().rootPrefix, entry.path);
+}
+
+void leaveOut(const QString &path, bool flat)
+{
+    state().leftOut.append(path);
+    if (flat) {
+        qWarning("%s can't be read and is left out", qPrintable(path)); // nobody reports it
+    }
 }
 
 } // namespace
@@ -98,6 +152,11 @@ int FPVFileTree::byteCount()
     return state().byteCount;
 }
 
+QStringList FPVFileTree::leftOut()
+{
+    return state().leftOut;
+}
+
 void FPVFileTree::resetState()
 {
     state() = WalkState();
@@ -111,37 +170,35 @@ bool FPVFileTree::walk(const QString &path, bool flat, FPVFileTree *parent)
         state().rootPrefix = path;
     }
     m_relPath.remove(0, state().rootPrefix.size());
-    const QFileInfoList entries
-        = QDir(path, QString(), QDir::Name | QDir::IgnoreCase, QDir::Filters(state().dirFilter))
-              .entryInfoList();
-    lumi::warnOfLostEntries(path);
+    const lumi::FolderNames listing = lumi::namesIn(path);
+    if (!listing.isWhole) {
+        leaveOut(path, flat);
+    }
     const QList<QRegularExpression> wildcards = wildcardsOf(state().patterns);
-    for (const QFileInfo &entry : entries) {
+    for (const QByteArray &name : listing.names) {
         QCoreApplication::processEvents();
         if (state().walkCancelled) {
             break;
         }
-        if (entry.isFile()) {
-            takeFile(entry, wildcards);
-        } else if (entry.isDir() && !flat && leadsDown(entry)) {
-            m_children.emplace_back();
-            m_children.back().walk(path + QLatin1Char('/') + entry.fileName(), flat, this);
+        const FolderEntry entry = lumi::entryOf(path, name);
+        if (isWanted(entry, flat, wildcards)) {
+            take(entry, flat);
         }
     }
     return true;
 }
 
-void FPVFileTree::takeFile(const QFileInfo &entry, const QList<QRegularExpression> &wildcards)
+void FPVFileTree::take(const FolderEntry &entry, bool flat)
 {
-    const QString name = entry.fileName();
-    const bool isWanted
-        = std::any_of(wildcards.begin(), wildcards.end(), [&name](const QRegularExpression &w) {
-              return w.match(name).hasMatch();
-          });
-    if (isWanted) {
-        m_files.append(name);
+    if (!canBeRead(entry) || !(flat || staysInside(entry))) {
+        leaveOut(entry.path, flat);
+    } else if (entry.kind == FolderEntry::Folder) {
+        m_children.emplace_back();
+        m_children.back().walk(entry.path, flat, this);
+    } else {
+        m_files.append(entry.name);
         ++state().fileCount;
-        state().byteCount = wrappedSum(state().byteCount, entry.size());
+        state().byteCount = wrappedSum(state().byteCount, entry.size);
     }
 }
 
@@ -152,6 +209,7 @@ void FPVFileTree::clear()
     state().walkCancelled = false;
     state().fileCount = 0;
     state().byteCount = 0;
+    state().leftOut.clear();
 }
 
 QStringList FPVFileTree::folders() const

@@ -13,8 +13,9 @@
 
 #include <vector>
 
-class QFileInfo;
-class QRegularExpression;
+namespace lumi {
+struct FolderEntry;
+} // namespace lumi
 
 class FPVFileTree
 {
@@ -22,7 +23,8 @@ public:
     /// Wildcards without regard to case, separated by blanks and semicolons.
     static void setPatterns(const QString &wildcards);
     [[nodiscard]] static QStringList patterns();
-    /// QDir::Filters bits of the entries that are looked at.
+    /// QDir::Filters bits of the entries that are looked at: Dirs, Files, NoSymLinks, Readable
+    /// and Hidden count.
     static void setDirFilter(int filter);
     [[nodiscard]] static int dirFilter();
     /// Stops the running walk at its next entry. A walk that starts takes the flag back.
@@ -34,14 +36,18 @@ public:
     [[nodiscard]] static int fileCount();
     /// Sum of their sizes, in 32 bits: it wraps round beyond 2147483647.
     [[nodiscard]] static int byteCount();
+    /// What the last walk was to take and could not, so far: absolute paths of files and folders
+    /// that can't be read or whose names are not valid text (bytes above 127 as %XX), of folders
+    /// that could not be listed to their end, and of links to files outside the root.
+    [[nodiscard]] static QStringList leftOut();
     /// Everything as at the start of the process, for tests.
     static void resetState();
 
     /// Fills this node with the folder and, unless flat, all folders below it. Events run at
     /// each entry. Links to folders are not followed; what is neither folder nor regular file
-    /// is passed over. parent: null for the root of a tree. Always true: a folder that can't
-    /// be read counts as empty, a cancelled walk keeps what it has. What a folder holds and
-    /// can't be listed is only warned of.
+    /// is passed over. parent: null for the root of a tree. Always true: a cancelled walk keeps
+    /// what it has, and leftOut() tells what is missing. A flat walk follows links to files
+    /// outside, and warns of what it leaves out.
     bool walk(const QString &path, bool flat, FPVFileTree *parent);
     /// Relative paths of all folders below this one, each before what it holds.
     [[nodiscard]] QStringList folders() const;
@@ -61,7 +67,7 @@ public:
     [[nodiscard]] const QStringList &files() const { return m_files; }
 
 private:
-    void takeFile(const QFileInfo &entry, const QList<QRegularExpression> &wildcards);
+    void take(const lumi::FolderEntry &entry, bool flat);
     void appendFolders(QStringList *list) const;
     void appendFiles(QStringList *list) const;
 

@@ -8,6 +8,9 @@
 #include <QTest>
 #include <QTextBrowser>
 
+#include <filesystem>
+#include <system_error>
+
 using lumi::test::ImportFixture;
 using lumi::test::stateOf;
 
@@ -45,6 +48,11 @@ void FlowTest::cleanup()
     }
     // However the import went: cards are only read.
     QVERIFY(areCardsUntouched());
+    for (const Slot slot : {Slot::CF, Slot::SD}) {
+        // The toolkit can't remove files whose names are not text.
+        std::error_code error;
+        std::filesystem::remove_all(m_form->card(slot).toStdString(), error);
+    }
     m_form.reset();
 }
 

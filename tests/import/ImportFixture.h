@@ -7,6 +7,7 @@
 #include "platform/QPEToolBar.h"
 #include "tests/import/cardTree.h"
 #include "tests/support/DialogDriver.h"
+#include "tests/support/StandInSync.h"
 #include "tests/views/BrowserWorld.h"
 
 #include <QLabel>
@@ -45,6 +46,7 @@ public:
     /// Presses a button of the dialog that is up.
     static bool pressNow(const QString &button);
 
+    StandInSync sync{"exit 0"}; ///< the real one may take long on a busy disk
     BrowserWorld world;
     QMainWindow window;
     QPEToolBar toolBar;

@@ -43,7 +43,9 @@ ImportKind RunTest::importCard(const QString &name)
     callbacks.fileFailed = [this](const QString &path, ImportKind kind) {
         m_failures.append({path, kind});
     };
-    lumi::ImportRun run({FPVFileTree::rootPrefix(), tree.folders(), tree.allFiles()}, callbacks);
+    lumi::ImportRun run(
+        {FPVFileTree::rootPrefix(), tree.folders(), tree.allFiles(), FPVFileTree::leftOut()},
+        callbacks);
     const ImportKind kind = run.run(name);
     m_folderName = run.folderName();
     m_copied = run.copiedCount();

@@ -53,6 +53,7 @@ private Q_SLOTS:
     void cardNewsWaitForABusyForm();
     void labelsTellTheRoom();
     void labelsAreRefreshed();
+    void theRefreshComesEveryFiveSeconds();
     void labelsGrowWithTheirTexts();
     void aFailedQueryIsRed();
     void theMenuHasTwoEntries();
@@ -305,6 +306,26 @@ void TestFormImport::labelsAreRefreshed()
     m_form->setFreeKB(20480);
     m_form->form->repeatTimer();
     QCOMPARE(m_form->memory->palette().color(QPalette::WindowText), QColor(0, 0, 0));
+}
+
+void TestFormImport::theRefreshComesEveryFiveSeconds()
+{
+    m_form->insertCard(Slot::SD, {QStringLiteral("a.jpg")});
+    m_form->start();
+    const auto *timer = m_form->form->findChild<QTimer *>(QString(), Qt::FindDirectChildrenOnly);
+    QVERIFY(timer != nullptr);
+    const auto isTicking = [timer] {
+        return timer->isActive() && !timer->isSingleShot() && timer->interval() == 5000;
+    };
+    QVERIFY(isTicking());
+    bool wasActive = true;
+    m_form->driver.expect(QStringLiteral("Done"), [timer, &wasActive](QDialog *dialog) {
+        wasActive = timer->isActive();
+        dialog->accept();
+    });
+    m_form->form->menu_import_sd();
+    QVERIFY(!wasActive);
+    QVERIFY(isTicking());
 }
 
 void TestFormImport::labelsGrowWithTheirTexts()

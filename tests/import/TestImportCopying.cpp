@@ -50,7 +50,6 @@ private Q_SLOTS:
     void aCardPulledWhileTheNameIsAsked();
     void theStoreCantBeUsed_data();
     void theStoreCantBeUsed();
-    void whatCantBeReadStaysOnTheCard();
     void aCancelBeforeTheFirstFileIsThrough_data();
     void aCancelBeforeTheFirstFileIsThrough();
     void aCancelLaterHasAReport_data();
@@ -210,28 +209,6 @@ void TestImportCopying::theStoreCantBeUsed()
     QVERIFY(m_form->folders().isEmpty());
     user.reset();
     QFile::setPermissions(m_form->world.store, QFile::Permissions(0x7755));
-}
-
-void TestImportCopying::whatCantBeReadStaysOnTheCard()
-{
-    m_form->insertCard(Slot::SD, kThreePhotos);
-    const QString card = m_form->card(Slot::SD);
-    Tree expected = importableTree(card);
-    expected.remove(QStringLiteral("dcim/b.jpg"));
-    QVERIFY(QFile::setPermissions(card + QStringLiteral("/dcim/b.jpg"), {}));
-    openToAll(card);
-    openToAll(m_form->world.store);
-    m_form->start();
-    noteCards();
-    {
-        const lumi::test::OrdinaryUser user;
-        QTest::mouseClick(m_form->sd, Qt::LeftButton);
-    }
-    QCOMPARE(m_form->driver.captions(), (QStringList{kResult, kFolder, kDone}));
-    QVERIFY(m_form->driver.texts().constFirst().startsWith(
-        QStringLiteral("1KB of data in 2 was detected in SD Card\n")));
-    QCOMPARE(m_form->driver.texts().constLast(), lumi::copiedText(todaysFolder(), 2));
-    QCOMPARE(treeOf(m_form->target(todaysFolder())), expected);
 }
 
 void TestImportCopying::aCancelBeforeTheFirstFileIsThrough_data()

@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: MIT
 // Copies of a card's tree that are stopped or go wrong, without a window.
-#include "files/engine/FPVFileTree.h"
 #include "files/engine/copyFile.h"
 #include "tests/import/RunTest.h"
 #include "tests/import/cardTree.h"
 #include "tests/support/FileFaults.h"
 #include "tests/support/FullDisk.h"
-#include "tests/support/OrdinaryUser.h"
+#include "tests/support/StandInSync.h"
 #include "tests/support/TestMain.h"
 
 #include <QFile>
@@ -18,7 +17,7 @@
 #include <climits>
 #include <memory>
 
-#include <sys/stat.h>
+#include <sys/wait.h>
 
 using lumi::ImportKind;
 using lumi::test::FileFaults;
@@ -43,7 +42,10 @@ private Q_SLOTS:
     void aFullDisk();
     void aLimitInTheMiddleOfAFile_data();
     void aLimitInTheMiddleOfAFile();
-    void unreadableFilesAreNotOffered();
+    void whatWasLeftOutMakesAMismatch_data();
+    void whatWasLeftOutMakesAMismatch();
+    void theWaitForTheDiskDecides_data();
+    void theWaitForTheDiskDecides();
 };
 
 void TestImportFailures::resultsOfACopyAreJudged_data()
@@ -239,19 +241,86 @@ void TestImportFailures::aLimitInTheMiddleOfAFile()
     QVERIFY(m_failures.constFirst().path.endsWith(QStringLiteral("/b.jpg")));
 }
 
-void TestImportFailures::unreadableFilesAreNotOffered()
+void TestImportFailures::whatWasLeftOutMakesAMismatch_data()
 {
-    writeBytes(m_card + QStringLiteral("/a.jpg"), 10);
-    writeBytes(m_card + QStringLiteral("/locked.jpg"), 10);
-    chmod(QFile::encodeName(m_card + QStringLiteral("/locked.jpg")).constData(), 0);
-    chmod(QFile::encodeName(m_card).constData(), 0755);
-    chmod(QFile::encodeName(QFileInfo(m_card).path()).constData(), 0755);
-    FPVFileTree tree;
-    {
-        const lumi::test::OrdinaryUser user;
-        tree.walk(m_card, false, nullptr);
+    QTest::addColumn<QString>("event");
+    QTest::addColumn<ImportKind>("kind");
+    QTest::newRow("where all would be well") << QString() << ImportKind::Mismatch;
+    QTest::newRow("but a Cancel stays") << QStringLiteral("cancel") << ImportKind::Cancelled;
+    QTest::newRow("and a failure") << QStringLiteral("gone") << ImportKind::AccessFailure;
+}
+
+void TestImportFailures::whatWasLeftOutMakesAMismatch()
+{
+    QFETCH(QString, event);
+    QFETCH(ImportKind, kind);
+    writeBytes(m_card + QStringLiteral("/a.jpg"), 20000);
+    writeBytes(m_card + QStringLiteral("/b.jpg"), 20000);
+    const QString outside = m_world->makeFile(QStringLiteral("outside.jpg"), "x");
+    QVERIFY(QFile::link(outside, m_card + QStringLiteral("/link.jpg")));
+    m_atStep = [this, event](int step) {
+        setCopyCancelled(step == 2 && event == QLatin1String("cancel"));
+        if (step == 2 && event == QLatin1String("gone")) {
+            QVERIFY(QFile::remove(m_card + QStringLiteral("/b.jpg")));
+        }
+    };
+    QCOMPARE(importCard(), kind);
+    // Before anything else.
+    QCOMPARE(m_failures.constFirst().path, QString(m_card + QStringLiteral("/link.jpg")));
+    QCOMPARE(m_failures.constFirst().kind, ImportKind::AccessFailure);
+    QCOMPARE(m_failures.size(), qsizetype(event.isEmpty() ? 1 : 2));
+    QCOMPARE(m_copied, event.isEmpty() ? 2 : 1);
+    QVERIFY(!treeOf(target()).contains(QStringLiteral("link.jpg")));
+}
+
+void TestImportFailures::theWaitForTheDiskDecides_data()
+{
+    QTest::addColumn<ImportKind>("before");
+    QTest::addColumn<ImportKind>("ifStopped");
+    QTest::addColumn<ImportKind>("ifFailed");
+    QTest::newRow("done") << ImportKind::Done << ImportKind::Cancelled << ImportKind::AccessFailure;
+    QTest::newRow("mismatch") << ImportKind::Mismatch << ImportKind::Cancelled
+                              << ImportKind::AccessFailure;
+    for (const ImportKind kind :
+         {ImportKind::Cancelled, ImportKind::MemoryFull, ImportKind::AccessFailure}) {
+        QTest::addRow("kind %d stays", static_cast<int>(kind)) << kind << kind << kind;
     }
-    QCOMPARE(tree.allFiles(), QStringList{QStringLiteral("/a.jpg")});
+}
+
+void TestImportFailures::theWaitForTheDiskDecides()
+{
+    QFETCH(ImportKind, before);
+    QFETCH(ImportKind, ifStopped);
+    QFETCH(ImportKind, ifFailed);
+    QList<ImportKind> told;
+    lumi::ImportCallbacks callbacks;
+    callbacks.progress = [](int) {};
+    callbacks.fileFailed = [this, &told](const QString &path, ImportKind kind) {
+        QCOMPARE(path, target());
+        told.append(kind);
+    };
+    lumi::ImportRun run({m_card, {}, {}}, callbacks);
+    QCOMPARE(run.run(QStringLiteral("new")), ImportKind::Done);
+    {
+        const lumi::test::StandInSync sync("exit 0");
+        QCOMPARE(run.waitForDisk(before), before);
+        QVERIFY(told.isEmpty());
+    }
+    {
+        const lumi::test::StandInSync sync("exit 1");
+        QCOMPARE(run.waitForDisk(before), ifFailed);
+        QCOMPARE(told, QList<ImportKind>{ImportKind::AccessFailure});
+        told.clear();
+    }
+    const lumi::test::StandInSync sync("exec sleep 60");
+    QTimer::singleShot(100, this, [] {
+        setCopyCancelled(true);
+    });
+    QCOMPARE(run.waitForDisk(before), ifStopped);
+    QCOMPARE(told, QList<ImportKind>{ImportKind::Cancelled});
+    // The killed child has gone when nothing can be waited for any more.
+    siginfo_t child{};
+    QTRY_COMPARE(::waitid(P_ALL, 0, &child, WEXITED | WNOHANG | WNOWAIT), -1);
 }
 
 LUMI_TEST(TestImportFailures)

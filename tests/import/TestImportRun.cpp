@@ -8,9 +8,12 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QMap>
 #include <QProcess>
 #include <QTest>
 
+#include <dlfcn.h>
+#include <fcntl.h>
 #include <sys/stat.h>
 
 using lumi::ImportKind;
@@ -25,7 +28,20 @@ namespace {
 
 constexpr qsizetype kLongFilm = 24'000'001;
 
+/// Files whose writing to the disk was started, and up to which byte.
+QMap<QString, qint64> writtenBack;
+
 } // namespace
+
+// It stands before that of the library.
+extern "C" int sync_file_range(int handle, off64_t from, off64_t length, unsigned int flags)
+{
+    using Range = int(int, off64_t, off64_t, unsigned int);
+    static auto *kReal = reinterpret_cast<Range *>(::dlsym(RTLD_NEXT, "sync_file_range"));
+    const QString path = QFile::symLinkTarget(QStringLiteral("/proc/self/fd/%1").arg(handle));
+    writtenBack[path] = qMax<qint64>(writtenBack.value(path), from + length);
+    return kReal(handle, from, length, flags);
+}
 
 class TestImportRun : public RunTest
 {
@@ -36,6 +52,7 @@ private Q_SLOTS:
     void twoThousandFilesArrive();
     void anotherProgramFindsNoDifference();
     void theStepsAreCounted();
+    void everyCopyIsOnItsWayToTheDiskAtOnce();
     void theFolderIsNew_data();
     void theFolderIsNew();
     void takenNamesAreNumbered();
@@ -105,6 +122,22 @@ void TestImportRun::theStepsAreCounted()
     QCOMPARE(importCard(), ImportKind::Done);
     // One for the folders, one for each file: of 3 + 2 the last is never reached.
     QCOMPARE(m_steps, (QList<int>{1, 2, 3, 4}));
+}
+
+void TestImportRun::everyCopyIsOnItsWayToTheDiskAtOnce()
+{
+    constexpr qsizetype kSize = 300'000;
+    for (int i = 0; i < 3; ++i) {
+        writeBytes(m_card + QString::asprintf("/dcim/%d.jpg", i), kSize);
+    }
+    writtenBack.clear();
+    m_atStep = [](int step) {
+        QCOMPARE(writtenBack.size(), qsizetype(step - 1));
+    };
+    QCOMPARE(importCard(), ImportKind::Done);
+    for (int i = 0; i < 3; ++i) {
+        QVERIFY(writtenBack.value(target() + QString::asprintf("/dcim/%d.jpg", i)) >= kSize);
+    }
 }
 
 void TestImportRun::theFolderIsNew_data()

@@ -7,6 +7,7 @@
 
 #include <filesystem>
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -28,8 +29,10 @@ QByteArray contentOf(const fs::path &path)
     if (::access(path.c_str(), R_OK) != 0) {
         return "may not be read";
     }
-    QFile file(QString::fromStdString(path.string()));
-    mustWork(file.open(QIODevice::ReadOnly), file.fileName());
+    // By its handle: the name may be no text.
+    QFile file;
+    mustWork(file.open(::open(path.c_str(), O_RDONLY), QIODevice::ReadOnly, QFile::AutoCloseHandle),
+             QString::fromStdString(path.string()));
     return file.readAll();
 }
 
@@ -51,7 +54,9 @@ template <typename Describe> Tree walk(const QString &folder, Describe describeE
     if (!fs::exists(root)) {
         return tree;
     }
-    for (const fs::directory_entry &entry : fs::recursive_directory_iterator(root)) {
+    constexpr auto kLockedOnesToo = fs::directory_options::skip_permission_denied;
+    for (const fs::directory_entry &entry :
+         fs::recursive_directory_iterator(root, kLockedOnesToo)) {
         const std::string name = fs::relative(entry.path().parent_path(), root).string();
         const std::string file = entry.path().filename().string();
         const std::string full = name == "." ? file : name + "/" + file;

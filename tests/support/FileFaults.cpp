@@ -15,10 +15,10 @@
 #include <vector>
 
 #include <dirent.h>
+#include <dlfcn.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 using lumi::test::FileFaults;
@@ -30,7 +30,7 @@ constexpr std::size_t kPathRoom = 4096;
 /// The system shows a file without a name as "folder/#123 (deleted)".
 constexpr const char *kUnnamed = "unnamed";
 
-enum class What { Nothing, Fail, Shorten, Happen, Kill, KillWithin };
+enum class What { Nothing, Fail, Shorten, Happen };
 
 struct Plan
 {
@@ -40,8 +40,6 @@ struct Plan
     int last = 0;
     int error = 0;
     int bytes = 0;
-    bool isOfOneFile = false;
-    std::string file; // of the first call; with isOfOneFile those on others go on
     std::function<void()> happening;
 };
 
@@ -59,6 +57,7 @@ struct Watch
     std::vector<Plan> plans;
     int hits = 0;
     bool paused = false;
+    pid_t process = ::getpid();
 };
 
 Watch *watch = nullptr;
@@ -78,10 +77,17 @@ int countOf(unsigned calls)
     return static_cast<int>(std::count_if(watch->steps.begin(), watch->steps.end(), isMeant));
 }
 
+/// Not in a child that is about to become another program: it shares this process's memory, and
+/// its stack is small.
+bool isWatching()
+{
+    return watch != nullptr && !watch->paused && watch->process == ::getpid();
+}
+
 /// The name of a file in the watched folder, "." for the folder; empty for all others.
 std::string watchedName(const char *path)
 {
-    if (watch == nullptr || watch->paused || path == nullptr
+    if (!isWatching() || path == nullptr
         || std::strncmp(path, watch->folder.c_str(), watch->folder.size()) != 0) {
         return {};
     }
@@ -95,36 +101,29 @@ std::string watchedName(const char *path)
     return rest.front() == '/' ? rest.substr(1) : std::string();
 }
 
-std::string watchedName(int handle)
+std::string pathOf(int handle)
 {
-    if (watch == nullptr || watch->paused) {
-        return {};
-    }
     std::array<char, 64> link{};
     std::snprintf(link.data(), link.size(), "/proc/self/fd/%d", handle);
     std::array<char, kPathRoom> path{};
     const long length
         = ::syscall(SYS_readlinkat, AT_FDCWD, link.data(), path.data(), path.size() - 1);
-    return length > 0 ? watchedName(path.data()) : std::string();
+    return length > 0 ? std::string(path.data()) : std::string();
 }
 
-bool isDue(Plan &plan, unsigned call, const std::string &name)
+std::string watchedName(int handle)
+{
+    return isWatching() ? watchedName(pathOf(handle).c_str()) : std::string();
+}
+
+bool isDue(const Plan &plan, unsigned call)
 {
     const int number = countOf(plan.calls);
-    if ((plan.calls & call) == 0 || number < plan.first || number > plan.last) {
-        return false;
-    }
-    if (number == plan.first) {
-        plan.file = name;
-    }
-    return !plan.isOfOneFile || plan.file == name;
+    return (plan.calls & call) != 0 && number >= plan.first && number <= plan.last;
 }
 
 Fault carryOut(const Plan &plan)
 {
-    if (plan.what == What::Kill) {
-        ::_exit(lumi::test::kKilled);
-    }
     if (plan.what == What::Happen) {
         watch->paused = true;
         plan.happening();
@@ -145,8 +144,8 @@ Fault step(unsigned call, const char *word, const std::string &name)
         return {};
     }
     watch->steps.push_back({call, std::string(word) + ' ' + name});
-    for (Plan &plan : watch->plans) {
-        if (isDue(plan, call, name)) {
+    for (const Plan &plan : watch->plans) {
+        if (isDue(plan, call)) {
             const Plan due = plan; // what happens may plan more
             return carryOut(due);
         }
@@ -206,6 +205,15 @@ template <class Number> int asInt(Number result)
     return static_cast<int>(result);
 }
 
+template <class Entry> Entry *nextEntry(const char *function, DIR *folder)
+{
+    if (fails(FileFaults::ReadFolder, "next entry", watchedName(::dirfd(folder)))) {
+        return nullptr;
+    }
+    using Next = Entry *(DIR *);
+    return reinterpret_cast<Next *>(::dlsym(RTLD_NEXT, function))(folder);
+}
+
 } // namespace
 
 extern "C" {
@@ -237,10 +245,6 @@ ssize_t read(int handle, void *buffer, size_t size)
 ssize_t write(int handle, const void *buffer, size_t size)
 {
     const Fault fault = step(FileFaults::Write, "write", watchedName(handle));
-    if (fault.what == What::KillWithin) {
-        ::syscall(SYS_write, handle, buffer, size / 2);
-        ::_exit(lumi::test::kKilled);
-    }
     return mustFail(fault) ? -1 : ::syscall(SYS_write, handle, buffer, shortened(fault, size));
 }
 
@@ -312,6 +316,16 @@ DIR *opendir(const char *path)
     const int handle = asInt(::syscall(SYS_openat, AT_FDCWD, path, kFlags));
     return handle < 0 ? nullptr : ::fdopendir(handle);
 }
+
+dirent *readdir(DIR *folder)
+{
+    return nextEntry<dirent>("readdir", folder);
+}
+
+dirent64 *readdir64(DIR *folder)
+{
+    return nextEntry<dirent64>("readdir64", folder);
+}
 }
 
 namespace lumi::test {
@@ -331,38 +345,22 @@ FileFaults::~FileFaults()
 
 void FileFaults::fail(unsigned calls, int nth, int error)
 {
-    watch->plans.push_back({What::Fail, calls, nth, nth, error, 0, false, {}, {}});
+    watch->plans.push_back({What::Fail, calls, nth, nth, error, 0, {}});
 }
 
 void FileFaults::failFrom(unsigned calls, int nth, int error)
 {
-    watch->plans.push_back({What::Fail, calls, nth, kLastCall, error, 0, false, {}, {}});
-}
-
-void FileFaults::failFileFrom(unsigned calls, int nth, int error)
-{
-    watch->plans.push_back({What::Fail, calls, nth, kLastCall, error, 0, true, {}, {}});
+    watch->plans.push_back({What::Fail, calls, nth, kLastCall, error, 0, {}});
 }
 
 void FileFaults::shorten(unsigned calls, int nth, int bytes)
 {
-    watch->plans.push_back({What::Shorten, calls, nth, nth, 0, bytes, false, {}, {}});
+    watch->plans.push_back({What::Shorten, calls, nth, nth, 0, bytes, {}});
 }
 
 void FileFaults::doBefore(unsigned calls, int nth, std::function<void()> happening, int error)
 {
-    watch->plans.push_back(
-        {What::Happen, calls, nth, nth, error, 0, false, {}, std::move(happening)});
-}
-
-void FileFaults::killBefore(unsigned calls, int nth)
-{
-    watch->plans.push_back({What::Kill, calls, nth, nth, 0, 0, false, {}, {}});
-}
-
-void FileFaults::killWithin(unsigned calls, int nth)
-{
-    watch->plans.push_back({What::KillWithin, calls, nth, nth, 0, 0, false, {}, {}});
+    watch->plans.push_back({What::Happen, calls, nth, nth, error, 0, std::move(happening)});
 }
 
 int FileFaults::count(unsigned calls) const
@@ -382,17 +380,6 @@ QStringList FileFaults::steps() const
         steps.append(QString::fromStdString(step.text));
     }
     return steps;
-}
-
-int inChild(const std::function<int()> &work)
-{
-    const pid_t child = ::fork();
-    if (child == 0) {
-        ::_exit(work());
-    }
-    int status = 0;
-    const bool ended = child > 0 && ::waitpid(child, &status, 0) == child && WIFEXITED(status);
-    return ended ? WEXITSTATUS(status) : -1;
 }
 
 } // namespace lumi::test

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Watches the calls of the C library that concern one folder and what lies in it, in their
-// order, and lets some of them go wrong or end the process. This program's own versions of the
-// calls stand before those of the library and go straight to the system. A test that uses it
-// compiles it in.
+// order, and lets single ones fail or something else happen before them. This program's own
+// versions of the calls stand before those of the library and go straight to the system. A test
+// that uses it compiles it in. Faults at every call, and kills, are the matter of tests/faults.
 #pragma once
 
 #include <QString>
@@ -32,7 +32,8 @@ public:
         MakeFolder = 1U << 11,
         ListFolder = 1U << 12,
         Link = 1U << 13, ///< gives an unnamed file its name
-        AnyCall = (1U << 14) - 1
+        AnyCall = (1U << 14) - 1,
+        ReadFolder = 1U << 14 ///< the next entry; not one of AnyCall
     };
 
     /// Calls are counted from now on.
@@ -47,31 +48,20 @@ public:
     void fail(unsigned calls, int nth, int error);
     /// This one and all later ones fail.
     void failFrom(unsigned calls, int nth, int error);
-    /// This one and all later ones on the same file fail.
-    void failFileFrom(unsigned calls, int nth, int error);
     /// This one reads or writes no more than these bytes; with 0 a read finds the end.
     void shorten(unsigned calls, int nth, int bytes);
     /// Something else happens just before this one; what it calls does not count. With an
     /// errno the call itself fails then.
     void doBefore(unsigned calls, int nth, std::function<void()> happening, int error = 0);
-    /// The process ends just before this one.
-    void killBefore(unsigned calls, int nth);
-    /// The process ends in the middle of this one, a write, half of it done.
-    void killWithin(unsigned calls, int nth);
 
     /// How many of these there have been.
     [[nodiscard]] int count(unsigned calls) const;
     /// How many have failed or done less.
     [[nodiscard]] int hits() const;
     /// What was called and with which file so far: "open a.jpg", "read", "write", "sync", "chmod",
-    /// "close", "remove", "rename", "rename plainly", "make", "list", "link". The folder itself
-    /// is ".", a file without a name is "unnamed".
+    /// "close", "remove", "rename", "rename plainly", "make", "list", "next entry", "link". The
+    /// folder itself is ".", a file without a name is "unnamed".
     [[nodiscard]] QStringList steps() const;
 };
-
-constexpr int kKilled = 99;
-
-/// Runs work in a child of this process. Its result, kKilled when it was ended, or -1.
-[[nodiscard]] int inChild(const std::function<int()> &work);
 
 } // namespace lumi::test

@@ -7,6 +7,9 @@
 #include <QFileInfo>
 #include <QRandomGenerator>
 
+#include <filesystem>
+#include <system_error>
+
 #include <sys/stat.h>
 
 namespace {
@@ -25,6 +28,13 @@ lumi::test::FileFixture::FileFixture()
     mustWork(m_folder.isValid(), QStringLiteral("a folder"));
     // Tests may act as another user.
     mustWork(QFile::setPermissions(m_folder.path(), QFile::Permissions(0x7777)), m_folder.path());
+}
+
+lumi::test::FileFixture::~FileFixture()
+{
+    // The toolkit can't remove files whose names are not text.
+    std::error_code error;
+    std::filesystem::remove_all(QFile::encodeName(m_folder.path()).toStdString(), error);
 }
 
 QString lumi::test::FileFixture::path(const QString &name) const

@@ -13,6 +13,9 @@ class FileFixture
 {
 public:
     FileFixture();
+    ~FileFixture();
+    FileFixture(const FileFixture &) = delete;
+    FileFixture &operator=(const FileFixture &) = delete;
 
     /// Absolute; "" is the folder itself.
     [[nodiscard]] QString path(const QString &name = QString()) const;

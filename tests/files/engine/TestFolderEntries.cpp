@@ -84,7 +84,9 @@ void TestFolderEntries::foldersAreMade_data()
     QTest::newRow("with blanks") << " day  one " << true;
     QTest::newRow("in another script") << "夏の写真" << true;
     QTest::newRow("with a percent sign") << "%1" << true;
-    QTest::newRow("hidden") << ".trip" << true;
+    QTest::newRow("with a dot inside") << "trip.1" << true;
+    QTest::newRow("with a leading dot") << ".trip" << false;
+    QTest::newRow("dots only") << "..." << false;
     QTest::newRow("taken by a file") << "a.jpg" << false;
     QTest::newRow("with a slash") << "trip/day" << false;
     QTest::newRow("with a slash at the end") << "trip/" << false;
@@ -137,6 +139,7 @@ void TestFolderEntries::nothingIsOverwrittenByARename_data()
     QTest::newRow("a dangling link") << "link";
     QTest::newRow("a way out") << "dir/c.jpg";
     QTest::newRow("the folder itself") << ".";
+    QTest::newRow("a name with a leading dot") << ".c.jpg";
     QTest::newRow("too long") << QString(QStringLiteral("x")).repeated(256);
 }
 
