@@ -6,6 +6,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QRegularExpression>
 
 using enum ExifListKind;
 
@@ -40,41 +41,96 @@ lumi::test::ExiftoolTags exiftoolTagsOf(const QJsonObject &photo)
     return tags;
 }
 
+/// What exiftool answers, an object for each photo.
+QList<QJsonObject> askExiftool(const QStringList &options, const QStringList &paths)
+{
+    const QStringList always = {QStringLiteral("-q"), QStringLiteral("-j")};
+    const QByteArray text
+        = lumi::test::PhotoFolder::output(QStringLiteral("exiftool"), always + options + paths);
+    QList<QJsonObject> photos;
+    for (const auto &photo : QJsonDocument::fromJson(text).array()) {
+        photos.append(photo.toObject());
+    }
+    return photos;
+}
+
+QString sourceOf(const QJsonObject &photo)
+{
+    return photo.value(QStringLiteral("SourceFile")).toString();
+}
+
 } // namespace
 
 namespace lumi::test {
 
-std::map<TagPlace, ForeignTag> exiv2Tags(const QString &path)
+std::map<QString, Exiv2Tags> exiv2Tags(const QStringList &paths)
 {
-    std::map<TagPlace, ForeignTag> tags;
-    const QString text = QString::fromLatin1(PhotoFolder::output(
-        QStringLiteral("exiv2"),
-        {QStringLiteral("-q"), QStringLiteral("-u"), QStringLiteral("-Pxgycv"), path}));
+    // The path comes first only when there are several.
+    static const QRegularExpression kLine(
+        QStringLiteral("^(.*?) *0x([0-9a-f]{4}) (\\w+) +(\\w+) +(\\d+) *(.*)$"));
+    std::map<QString, Exiv2Tags> photos;
+    const QStringList options
+        = {QStringLiteral("-q"), QStringLiteral("-u"), QStringLiteral("-Pxgycv")};
+    const QString text
+        = QString::fromLatin1(PhotoFolder::output(QStringLiteral("exiv2"), options + paths));
     for (const QString &line : text.split(QLatin1Char('\n'), Qt::SkipEmptyParts)) {
-        const QStringList words = line.split(QLatin1Char(' '), Qt::SkipEmptyParts);
-        const auto group = kExiv2Groups.find(words.value(1));
-        if (words.size() >= 4 && group != kExiv2Groups.end()) {
-            tags[{group->second, words[0].toInt(nullptr, 16)}]
-                = {words[2], words[3].toUInt(), words.mid(4).join(QLatin1Char(' '))};
+        const QRegularExpressionMatch match = kLine.match(line);
+        const auto group = kExiv2Groups.find(match.captured(3));
+        if (group != kExiv2Groups.end()) {
+            const QString &path = paths.size() == 1 ? paths.first() : match.captured(1);
+            const QStringList words = match.captured(6).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+            photos[path][{group->second, match.captured(2).toInt(nullptr, 16)}]
+                = {match.captured(4), match.captured(5).toUInt(), words.join(QLatin1Char(' '))};
         }
     }
-    return tags;
+    return photos;
+}
+
+Exiv2Tags exiv2Tags(const QString &path)
+{
+    return exiv2Tags(QStringList(path))[path];
 }
 
 std::map<QString, ExiftoolTags> exiftoolTags(const QStringList &paths)
 {
     std::map<QString, ExiftoolTags> photos;
     const QStringList options
-        = {QStringLiteral("-q"), QStringLiteral("-j"), QStringLiteral("-G1"),
-           QStringLiteral("-n"), QStringLiteral("-a"), QStringLiteral("-u"),
-           QStringLiteral("-D"), QStringLiteral("-b"), QStringLiteral("-exif:all")};
-    const QByteArray text = PhotoFolder::output(QStringLiteral("exiftool"), options + paths);
-    const QJsonArray array = QJsonDocument::fromJson(text).array();
-    for (const auto &photo : array) {
-        const QJsonObject object = photo.toObject();
-        photos[object.value(QStringLiteral("SourceFile")).toString()] = exiftoolTagsOf(object);
+        = {QStringLiteral("-G1"),      QStringLiteral("-n"), QStringLiteral("-a"),
+           QStringLiteral("-u"),       QStringLiteral("-D"), QStringLiteral("-b"),
+           QStringLiteral("-exif:all")};
+    for (const QJsonObject &photo : askExiftool(options, paths)) {
+        photos[sourceOf(photo)] = exiftoolTagsOf(photo);
     }
     return photos;
+}
+
+std::map<QString, QByteArray> exiftoolThumbnails(const QStringList &paths)
+{
+    static const QString kName = QStringLiteral("ThumbnailImage");
+    static const QString kBefore = QStringLiteral("base64:");
+    std::map<QString, QByteArray> thumbnails;
+    for (const QJsonObject &photo : askExiftool({QStringLiteral("-b"), u'-' + kName}, paths)) {
+        const QString text = photo.value(kName).toString();
+        if (text.startsWith(kBefore)) {
+            thumbnails[sourceOf(photo)]
+                = QByteArray::fromBase64(text.mid(kBefore.size()).toLatin1());
+        }
+    }
+    return thumbnails;
+}
+
+QStringList soundPhotos(const QStringList &paths)
+{
+    const QStringList options
+        = {QStringLiteral("-a"), QStringLiteral("-Warning"), QStringLiteral("-Error")};
+    QStringList sound;
+    for (const QJsonObject &photo : askExiftool(options, paths)) {
+        // Nothing but its path.
+        if (photo.size() == 1) {
+            sound.append(sourceOf(photo));
+        }
+    }
+    return sound;
 }
 
 QString exiv2Type(int type)

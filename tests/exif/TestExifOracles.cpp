@@ -13,6 +13,7 @@
 #include <QTest>
 
 #include <cstring>
+#include <map>
 #include <memory>
 
 using lumi::test::ExifBuilder;
@@ -82,6 +83,7 @@ class TestExifOracles : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase();
     void documentAgreesWithExiv2_data();
     void documentAgreesWithExiv2();
     void documentAgreesWithExiftool_data();
@@ -93,19 +95,30 @@ private Q_SLOTS:
     void segmentBehindAnotherIsNotRead();
 
 private:
-    QString photo(const QString &source);
-
     PhotoFolder m_folder;
+    std::map<QString, QString> m_photos; // the path of each
+    std::map<QString, lumi::test::Exiv2Tags> m_exiv2;
+    std::map<QString, lumi::test::ExiftoolTags> m_exiftool;
+    std::map<QString, QByteArray> m_thumbnails;
 };
 
-QString TestExifOracles::photo(const QString &source)
+void TestExifOracles::initTestCase()
 {
-    if (source == QLatin1String("II") || source == QLatin1String("MM")) {
-        return lumi::test::exiftoolPhoto(m_folder, source);
+    QStringList paths;
+    for (const char *order : {"II", "MM"}) {
+        paths.append(lumi::test::exiftoolPhoto(m_folder, QLatin1String(order)));
+        m_photos[QLatin1String(order)] = paths.last();
     }
-    const bool big = source == QLatin1String("big");
-    return m_folder.put(
-        lumi::test::fullPhoto(big ? ExifBuilder::Order::Big : ExifBuilder::Order::Little));
+    for (const char *order : {"little", "big"}) {
+        const bool big = qstrcmp(order, "big") == 0;
+        paths.append(m_folder.put(
+            lumi::test::fullPhoto(big ? ExifBuilder::Order::Big : ExifBuilder::Order::Little),
+            QString(QLatin1String(order) + QLatin1String(".jpg"))));
+        m_photos[QLatin1String(order)] = paths.last();
+    }
+    m_exiv2 = lumi::test::exiv2Tags(paths);
+    m_exiftool = lumi::test::exiftoolTags(paths);
+    m_thumbnails = lumi::test::exiftoolThumbnails(paths);
 }
 
 void TestExifOracles::documentAgreesWithExiv2_data()
@@ -120,8 +133,8 @@ void TestExifOracles::documentAgreesWithExiv2_data()
 void TestExifOracles::documentAgreesWithExiv2()
 {
     QFETCH(QString, source);
-    const QString path = photo(source);
-    const auto foreign = lumi::test::exiv2Tags(path);
+    const QString path = m_photos.at(source);
+    const auto &foreign = m_exiv2.at(path);
     const FPVExifDocument document(path);
     QVERIFY(document.isValid());
     std::size_t compared = 0;
@@ -147,12 +160,11 @@ void TestExifOracles::documentAgreesWithExiftool_data()
 void TestExifOracles::documentAgreesWithExiftool()
 {
     QFETCH(QString, source);
-    const QString path = photo(source);
+    const QString path = m_photos.at(source);
     const FPVExifDocument document(path);
     QVERIFY(document.isValid());
     int compared = 0;
-    const auto photos = lumi::test::exiftoolTags({path});
-    for (const auto &[place, value] : photos.at(path)) {
+    for (const auto &[place, value] : m_exiftool.at(path)) {
         const FPVExifTag *tag = document.find(place.second, place.first);
         QVERIFY2(tag, qPrintable(QString::number(place.second, 16)));
         if (tag->type() == 2) {
@@ -182,8 +194,8 @@ void TestExifOracles::walkAgreesWithExiv2_data()
 void TestExifOracles::walkAgreesWithExiv2()
 {
     QFETCH(QString, source);
-    const QString path = photo(source);
-    const auto foreign = lumi::test::exiv2Tags(path);
+    const QString path = m_photos.at(source);
+    const auto &foreign = m_exiv2.at(path);
     FPVExifFile file(path);
     std::size_t walked = 0;
     while (const auto tag = std::unique_ptr<FPVExifTag>(file.nextTag())) {
@@ -221,10 +233,8 @@ void TestExifOracles::thumbnailAgreesWithExiftool_data()
 void TestExifOracles::thumbnailAgreesWithExiftool()
 {
     QFETCH(QString, source);
-    const QString path = photo(source);
-    const QByteArray expected
-        = PhotoFolder::output(QStringLiteral("exiftool"),
-                              {QStringLiteral("-b"), QStringLiteral("-ThumbnailImage"), path});
+    const QString path = m_photos.at(source);
+    const QByteArray expected = m_thumbnails.at(path);
     FPVExifDocument document(path);
     QVERIFY(document.hasThumbnail());
     QVERIFY(document.seek(qint64(document.tiffBase()) + document.thumbnailOffset()));

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A photo is the only copy there is. Every call on the way to the new one fails once, and the
-// process ends before each: up to the removal the old photo must be untouched, after it the
-// new one must be whole under one of its two names.
+// The order of the calls on the way to a new photo, and the result of a failure at each of them.
+// What then lies on the disk is the matter of tests/faults.
 #include "tests/exif/RewriteWorld.h"
 #include "tests/support/TestMain.h"
 
@@ -25,11 +24,6 @@ private Q_SLOTS:
     void undisturbedWayToTheNewPhoto();
     void callFails_data();
     void callFails();
-    void processEndsBeforeEachCall();
-    void processEndsWithinEachWrite();
-    void writesThatTakeAPartGoOn();
-    void readsThatGiveAPartGoOn();
-    void readsThatEndTooSoonAreAFailure();
 
 private:
     std::unique_ptr<RewriteWorld> m_world;
@@ -66,11 +60,9 @@ void TestRewriteFaults::callFails_data()
         } else if (call == QLatin1String("write")) {
             row(step, "the disk is full", ENOSPC, kNoRoom, false);
             row(step, "the user has no more room", EDQUOT, kNoRoom, false);
-            row(step, "a signal comes in between", EINTR, kDone, true);
             row(step, "the disk is broken", EIO, kDone, false); // taken for a success
         } else if (call == QLatin1String("sync") && !isAfter) {
             row(step, "there is nothing to sync", EINVAL, kDone, true);
-            row(step, "a signal comes in between", EINTR, kDone, true);
             row(step, "the disk is full", ENOSPC, kNoRoom, false);
             row(step, "the user has no more room", EDQUOT, kNoRoom, false);
             row(step, "the disk is broken", EIO, kFailed, false);
@@ -102,8 +94,6 @@ void TestRewriteFaults::callFails()
         faults.fail(FileFaults::AnyCall, step + 1, error);
         QCOMPARE(RewriteWorld::save(&writer), result);
         QVERIFY(faults.steps().size() > step);
-        // What a signal broke off is done again.
-        QVERIFY(error != EINTR || faults.steps().size() > RewriteWorld::steps().size());
     }
     if (step == RewriteWorld::stepOf("rename photo_tmp_0.jpg") && result == kFailed) {
         QVERIFY(!QFile::exists(m_world->path));
@@ -112,121 +102,6 @@ void TestRewriteFaults::callFails()
     }
     QVERIFY(renewed ? m_world->isNew() : m_world->isOld());
     QVERIFY(!m_world->hasTemporary());
-}
-
-void TestRewriteFaults::processEndsBeforeEachCall()
-{
-    for (int step = 0; step < RewriteWorld::steps().size(); ++step) {
-        m_world->reset();
-        QFile::remove(m_world->temporary);
-        const int result = inChild([this, step] {
-            FPVExifWriter writer(m_world->path);
-            FileFaults faults(m_world->place);
-            faults.killBefore(FileFaults::AnyCall, step + 1);
-            return RewriteWorld::save(&writer);
-        });
-        QCOMPARE(result, kKilled);
-        const QByteArray where
-            = QByteArray::number(step) + ' ' + RewriteWorld::steps().at(step).toUtf8();
-        const bool isNamed = step > RewriteWorld::stepOf("link photo_tmp_0.jpg")
-            && step <= RewriteWorld::stepOf("rename photo_tmp_0.jpg");
-        QVERIFY2(m_world->hasTemporary() == isNamed, where.constData());
-        QVERIFY2(!isNamed || contentOf(m_world->temporary) == RewriteWorld::newPhoto(),
-                 where.constData());
-        if (step <= RewriteWorld::stepOf("remove photo.jpg")) {
-            QVERIFY2(m_world->isOld(), where.constData());
-        } else if (step == RewriteWorld::stepOf("rename photo_tmp_0.jpg")) {
-            QVERIFY2(!QFile::exists(m_world->path), where.constData());
-        } else {
-            QVERIFY2(m_world->isNew(), where.constData());
-        }
-    }
-    const int undisturbed = inChild([this] {
-        m_world->reset();
-        FPVExifWriter writer(m_world->path);
-        return RewriteWorld::save(&writer);
-    });
-    QCOMPARE(undisturbed, kDone);
-    QVERIFY(m_world->isNew());
-}
-
-void TestRewriteFaults::processEndsWithinEachWrite()
-{
-    int writes = 0;
-    for (int step = 0; step < RewriteWorld::steps().size(); ++step) {
-        if (!RewriteWorld::steps().at(step).startsWith(QLatin1String("write"))) {
-            continue;
-        }
-        const int result = inChild([this, step] {
-            FPVExifWriter writer(m_world->path);
-            FileFaults faults(m_world->place);
-            faults.killWithin(FileFaults::AnyCall, step + 1);
-            return RewriteWorld::save(&writer);
-        });
-        QCOMPARE(result, kKilled);
-        QVERIFY(m_world->isOld());
-        QVERIFY(!m_world->hasTemporary());
-        ++writes;
-    }
-    QCOMPARE(writes, 6);
-}
-
-void TestRewriteFaults::writesThatTakeAPartGoOn()
-{
-    const QStringList &steps = RewriteWorld::steps();
-    const QString write = QStringLiteral("write unnamed");
-    int shortened = 0;
-    for (int step = 0; step < steps.size(); ++step) {
-        // The zero byte, a write right behind that of the thumbnail, has no parts.
-        const bool isZeroByte = step > 0 && steps.at(step - 1) == write;
-        if (steps.at(step) != write || isZeroByte) {
-            continue;
-        }
-        m_world->reset();
-        FPVExifWriter writer(m_world->path);
-        FileFaults faults(m_world->place);
-        faults.shorten(FileFaults::AnyCall, step + 1, 1);
-        QCOMPARE(RewriteWorld::save(&writer), kDone);
-        QStringList expected = steps;
-        expected.insert(step, write);
-        QCOMPARE(faults.steps(), expected);
-        QVERIFY(m_world->isNew());
-        ++shortened;
-    }
-    QCOMPARE(shortened, 5);
-}
-
-void TestRewriteFaults::readsThatGiveAPartGoOn()
-{
-    for (int step = 0; step < RewriteWorld::steps().size(); ++step) {
-        if (RewriteWorld::steps().at(step).startsWith(QLatin1String("read"))) {
-            m_world->reset();
-            FPVExifWriter writer(m_world->path);
-            FileFaults faults(m_world->place);
-            faults.shorten(FileFaults::AnyCall, step + 1, 1);
-            QCOMPARE(RewriteWorld::save(&writer), kDone);
-            const QString read = RewriteWorld::steps().at(step);
-            QVERIFY(faults.steps().count(read) > RewriteWorld::steps().count(read));
-            QVERIFY(m_world->isNew());
-        }
-    }
-}
-
-void TestRewriteFaults::readsThatEndTooSoonAreAFailure()
-{
-    int reads = 0;
-    for (int step = 0; step < RewriteWorld::steps().size(); ++step) {
-        if (RewriteWorld::steps().at(step).startsWith(QLatin1String("read"))) {
-            FPVExifWriter writer(m_world->path);
-            FileFaults faults(m_world->place);
-            faults.shorten(FileFaults::AnyCall, step + 1, 0);
-            QCOMPARE(RewriteWorld::save(&writer), kFailed);
-            QVERIFY(m_world->isOld());
-            QVERIFY(!m_world->hasTemporary());
-            ++reads;
-        }
-    }
-    QCOMPARE(reads, 4);
 }
 
 LUMI_TEST(TestRewriteFaults)

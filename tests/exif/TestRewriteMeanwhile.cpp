@@ -43,7 +43,6 @@ private Q_SLOTS:
     void linkThatTookTheNameMeanwhileIsKept();
     void plainRenamingWhereNoOtherIsKnown_data();
     void plainRenamingWhereNoOtherIsKnown();
-    void renamingThatNeverWorksKeepsTheNewOne();
 
 private:
     std::unique_ptr<RewriteWorld> m_world;
@@ -327,20 +326,6 @@ void TestRewriteMeanwhile::plainRenamingWhereNoOtherIsKnown()
     QVERIFY(faults.steps().contains(QStringLiteral("rename plainly photo_tmp_0.jpg")));
     QVERIFY(m_world->isNew());
     QVERIFY(!m_world->hasTemporary());
-}
-
-void TestRewriteMeanwhile::renamingThatNeverWorksKeepsTheNewOne()
-{
-    FPVExifWriter writer(m_world->path);
-    {
-        FileFaults faults(m_world->place);
-        faults.failFileFrom(FileFaults::AnyCall, RewriteWorld::stepOf("rename photo_tmp_0.jpg") + 1,
-                            EIO);
-        QCOMPARE(RewriteWorld::save(&writer), kFailed);
-        QCOMPARE(faults.steps().last(), QStringLiteral("rename plainly photo_tmp_0.jpg"));
-    }
-    QVERIFY(!QFile::exists(m_world->path));
-    QVERIFY(contentOf(m_world->temporary) == RewriteWorld::newPhoto());
 }
 
 LUMI_TEST(TestRewriteMeanwhile)

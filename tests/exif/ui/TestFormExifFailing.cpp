@@ -7,6 +7,7 @@
 #include "tests/support/TestMain.h"
 #include "tests/support/fileAge.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QFileInfo>
 #include <QTest>
@@ -54,6 +55,7 @@ private Q_SLOTS:
     void withoutABlockABadPositionIsStillNamed();
     void aTextWithoutRoomIsTold();
     void aFolderThatCannotBeWrittenKeepsThePhoto();
+    void aProtectedPhotoIsLeftAlone();
     void aPhotoOfAnotherCardIsLeftAlone();
     void theSameCardMayBeOutForAWhile();
 
@@ -268,6 +270,36 @@ void TestFormExifFailing::aFolderThatCannotBeWrittenKeepsThePhoto()
              QStringLiteral("Compiling Exif information failed. Retry."));
     const QDir folder(QFileInfo(m_user->path).path());
     QCOMPARE(folder.entryList(QDir::Files), QStringList{QStringLiteral("photo.jpg")});
+}
+
+/// Root could write it all the same.
+void TestFormExifFailing::aProtectedPhotoIsLeftAlone()
+{
+    m_user->open();
+    const QByteArray before = m_user->fileBytes();
+    QFile photo(m_user->path);
+    const QDir folder(QFileInfo(m_user->path).path());
+    const auto permissions = photo.permissions();
+    QCOMPARE(m_user->run([&] {
+        m_user->type(OwnerField, QStringLiteral("Jo"));
+        QVERIFY(photo.setPermissions(QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther));
+        const QDateTime folderChanged = QFileInfo(folder.path()).lastModified();
+        m_user->form->menu_edit_save();
+        QCOMPARE(QFileInfo(folder.path()).lastModified(), folderChanged);
+        QCOMPARE(m_user->fileBytes(), before);
+        QVERIFY(m_user->form->isVisible());
+        QCOMPARE(m_user->edit(OwnerField)->text(), QStringLiteral("Jo"));
+        // Without the protection the next try goes through.
+        QVERIFY(photo.setPermissions(permissions));
+        m_user->form->menu_edit_save();
+    }),
+             1);
+    QCOMPARE(m_user->boxes.boxes.size(), 1);
+    QCOMPARE(m_user->boxes.boxes.first().icon, QMessageBox::Critical);
+    QCOMPARE(m_user->boxes.boxes.first().text,
+             QStringLiteral("Compiling Exif information failed. Retry."));
+    QVERIFY(!m_user->boxes.boxes.first().duringWait);
+    QCOMPARE(m_user->value(0x013B, ExifListKind::Ifd0), QByteArray("Jo\0", 3));
 }
 
 void TestFormExifFailing::openOnCard()
