@@ -4,6 +4,7 @@
 
 int main(int argc, char **argv)
 {
+    lumi::prepareProcess();
     QPEApplication application(argc, argv, QPEApplication::GuiClient);
     return lumi::runProgram(application);
 }

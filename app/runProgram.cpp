@@ -10,6 +10,26 @@
 #include <QDir>
 #include <QFile>
 
+#include <csignal>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+void lumi::prepareProcess()
+{
+    std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
+    // The next file that is opened gets the number of a closed stream. Log lines would then be
+    // written into that file, for example into a photo.
+    int descriptor = -1;
+    do {
+        descriptor = ::open("/dev/null", O_RDWR);
+    } while (descriptor >= 0 && descriptor <= STDERR_FILENO);
+    if (descriptor >= 0) {
+        ::close(descriptor);
+    }
+}
+
 int lumi::runProgram(QPEApplication &application)
 {
     // The order of these objects is the order of the end, read backwards: the window and its

@@ -3,18 +3,31 @@
 
 #include "platform/IniText.h"
 #include "platform/Machine.h"
+#include "platform/fileCalls.h"
 
 #include <QDir>
 #include <QFileInfo>
 #include <QSaveFile>
 
+#include <cstring>
+
 namespace {
 
-bool save(const QString &path, const QByteArray &text)
+/// Null after a success, otherwise the reason. The old file then stays.
+QString save(const QString &path, const QByteArray &text)
 {
     QDir().mkpath(QFileInfo(path).absolutePath());
     QSaveFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.commit();
+    // commit() of Qt 6.4 ignores a flush or a sync that fails. A flush that writes only a part
+    // gives no reason; the second one writes the rest or gives it.
+    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size()
+        || !(file.flush() || file.flush())) {
+        return file.errorString();
+    }
+    if (const int error = lumi::syncFile(file.handle()); error != 0) {
+        return QString::fromLocal8Bit(std::strerror(error));
+    }
+    return file.commit() ? QString() : file.errorString();
 }
 
 } // namespace
@@ -30,7 +43,7 @@ void Config::setGroup(const QString &group)
 
 int Config::readNumEntry(const QString &key, int def) const
 {
-    const lumi::IniText text(lumi::IniText::readFile(m_fileName).value_or(QByteArray()));
+    const lumi::IniText text(lumi::readSmallFile(m_fileName).value_or(QByteArray()));
     bool isNumber = false;
     const int number = text.value(m_group, key).value_or(QString()).toInt(&isNumber);
     return isNumber ? number : def;
@@ -38,12 +51,14 @@ int Config::readNumEntry(const QString &key, int def) const
 
 void Config::writeEntry(const QString &key, int value)
 {
-    const std::optional<QByteArray> old = lumi::IniText::readFile(m_fileName);
+    const std::optional<QByteArray> old = lumi::readSmallFile(m_fileName);
     // What can't be read must not be replaced by a file with a single key.
     const bool mayReplace = old.has_value() || !QFileInfo::exists(m_fileName);
     lumi::IniText text(old.value_or(QByteArray()));
     text.setValue(m_group, key, QString::number(value));
-    if (!mayReplace || !save(m_fileName, text.toText())) {
-        qWarning("Settings can't be written: %s", qPrintable(m_fileName));
+    const QString fault = mayReplace ? save(m_fileName, text.toText())
+                                     : QStringLiteral("the present file can't be read");
+    if (!fault.isNull()) {
+        qWarning("Settings can't be written: %s: %s", qPrintable(m_fileName), qPrintable(fault));
     }
 }

@@ -1,12 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/IniText.h"
 
-#include <QFile>
-#include <QFileInfo>
-
 namespace {
 
-constexpr qint64 kMaxFileBytes = qint64{1024} * 1024;
 constexpr char kByteOrderMark[] = "\xEF\xBB\xBF";
 constexpr qsizetype kMarkBytes = sizeof kByteOrderMark - 1;
 
@@ -92,21 +88,4 @@ void lumi::IniText::setValue(const QString &group, const QString &key, const QSt
 QByteArray lumi::IniText::toText() const
 {
     return m_lines.isEmpty() ? QByteArray() : QByteArray(m_lines.join('\n') + '\n');
-}
-
-std::optional<QByteArray> lumi::IniText::readFile(const QString &path)
-{
-    // A pipe would block for ever, a folder can't be read.
-    if (!QFileInfo(path).isFile()) {
-        return std::nullopt;
-    }
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        return std::nullopt;
-    }
-    const QByteArray text = file.read(kMaxFileBytes + 1);
-    if (text.size() > kMaxFileBytes || file.error() != QFileDevice::NoError) {
-        return std::nullopt;
-    }
-    return text.isNull() ? QByteArray("") : text;
 }

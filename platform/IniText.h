@@ -26,10 +26,6 @@ public:
     void setValue(const QString &group, const QString &key, const QString &value);
     [[nodiscard]] QByteArray toText() const;
 
-    /// The text of a file, null if there is no such regular file or it can't be read. Files of
-    /// more than 1 MiB are not settings and count as unreadable.
-    [[nodiscard]] static std::optional<QByteArray> readFile(const QString &path);
-
 private:
     struct Place
     {

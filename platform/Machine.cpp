@@ -3,6 +3,7 @@
 
 #include "platform/MachineProfile.h"
 #include "platform/diskFigures.h"
+#include "platform/fileCalls.h"
 #include "platform/memoryTable.h"
 #include "platform/powerSupply.h"
 
@@ -21,7 +22,6 @@ using Key = lumi::MachineProfile::Key;
 /// What a shell gives for a program that isn't there, and for one that may not be run.
 constexpr int kProgramMissing = 127 << 8;
 constexpr int kProgramRefused = 126 << 8;
-constexpr qint64 kMaxMemoryText = qint64{64} * 1024;
 constexpr int kShallowDepth = 16;
 constexpr int kDeepDepth = 32;
 
@@ -108,16 +108,15 @@ QString Machine::mountTable() const
 
 QByteArray Machine::memInfo() const
 {
-    QFile file(profile().path(Key::MemoryFile));
-    return file.open(QIODevice::ReadOnly) ? lumi::memoryTable(file.read(kMaxMemoryText))
-                                          : QByteArray();
+    const std::optional<QByteArray> text = lumi::readSmallFile(profile().path(Key::MemoryFile));
+    return text ? lumi::memoryTable(*text) : QByteArray();
 }
 
 DiskFigures Machine::disk(const QByteArray &path) const
 {
-    QFile file(profile().path(Key::DiskFigures));
-    if (!path.isNull() && !file.fileName().isEmpty() && file.open(QIODevice::ReadOnly)) {
-        const std::optional<DiskFigures> figures = lumi::findDiskFigures(file.readAll(), path);
+    const std::optional<QByteArray> text = lumi::readSmallFile(profile().path(Key::DiskFigures));
+    if (text && !path.isNull()) {
+        const std::optional<DiskFigures> figures = lumi::findDiskFigures(*text, path);
         if (figures) {
             return *figures;
         }

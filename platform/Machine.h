@@ -34,7 +34,7 @@ public:
 
     [[nodiscard]] ACStatus acStatus() const { return m_acStatus; }
 
-    /// 0 to 100; 100 on a machine without a battery.
+    /// 0 to 100; 100 without a battery, or if none tells how full it is.
     [[nodiscard]] int batteryPercentRemaining() const { return m_batteryPercentRemaining; }
 
     friend bool operator==(const PowerStatus &, const PowerStatus &) = default;

@@ -2,6 +2,7 @@
 #include "platform/MachineProfile.h"
 
 #include "platform/deviceKey.h"
+#include "platform/fileCalls.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -80,7 +81,7 @@ lumi::MachineProfile::MachineProfile()
 {
     const QString file = findFile();
     if (!file.isEmpty()) {
-        const std::optional<QByteArray> text = IniText::readFile(file);
+        const std::optional<QByteArray> text = readSmallFile(file);
         if (!text) {
             qWarning("The machine profile can't be read: %s", qPrintable(file));
         }

@@ -28,6 +28,12 @@ QString nearestFolder(QString path)
     return path;
 }
 
+QStringList mountPoints()
+{
+    const Machine &machine = Machine::instance();
+    return {machine.configuredMountPoint(Slot::CF), machine.configuredMountPoint(Slot::SD)};
+}
+
 QList<unsigned> generations()
 {
     return {lumi::CardSlots::generation(Slot::CF), lumi::CardSlots::generation(Slot::SD)};
@@ -37,17 +43,15 @@ QList<unsigned> generations()
 
 lumi::MountWatcher::MountWatcher(QObject *parent)
     : QObject(parent)
+    , m_mountPoints(mountPoints())
+    , m_table(openRegular(Machine::instance().mountTable()))
 {
-    for (const Slot slot : CardSlots::kAll) {
-        m_mountPoints.append(Machine::instance().configuredMountPoint(slot));
-    }
     m_settle.setSingleShot(true);
     m_settle.setInterval(kSettleMs);
     connect(&m_settle, &QTimer::timeout, this, &MountWatcher::look);
     connect(&m_folders, &QFileSystemWatcher::directoryChanged, this, &MountWatcher::startLook);
-    m_table.setFileName(Machine::instance().mountTable());
-    if (!m_table.fileName().isEmpty() && m_table.open(QIODevice::ReadOnly)) {
-        auto *notifier = new QSocketNotifier(m_table.handle(), QSocketNotifier::Exception, this);
+    if (m_table.isOpen()) {
+        auto *notifier = new QSocketNotifier(m_table.get(), QSocketNotifier::Exception, this);
         connect(notifier, &QSocketNotifier::activated, this, &MountWatcher::startLook);
     }
     watchFolders();
@@ -69,7 +73,8 @@ void lumi::MountWatcher::look()
     // Under the old name there may be another folder now, which nobody watches yet.
     watchFolders();
     const QList<unsigned> now = generations();
-    if (now == m_told) {
+    // The slots of another machine are not the ones that are watched here.
+    if (now == m_told || mountPoints() != m_mountPoints) {
         return;
     }
     m_told = now;

@@ -5,7 +5,8 @@
 // and CardSlots has noticed a change.
 #pragma once
 
-#include <QFile>
+#include "platform/fileCalls.h"
+
 #include <QFileSystemWatcher>
 #include <QList>
 #include <QObject>
@@ -28,7 +29,7 @@ private:
     void watchFolders();
 
     QStringList m_mountPoints;
-    QFile m_table;
+    Descriptor m_table; ///< open while changes of it are reported
     QFileSystemWatcher m_folders;
     QTimer m_settle;
     QList<unsigned> m_told; ///< the generations of the last message

@@ -7,6 +7,6 @@
 class PowerStatusManager
 {
 public:
-    /// Read afresh at each call; a machine without a battery is on external power with 100 %.
+    /// Reads the state at each call; a machine without a battery is on external power with 100 %.
     static PowerStatus readStatus();
 };

@@ -7,7 +7,7 @@
 
 #include <QDialog>
 #include <QDialogButtonBox>
-#include <QFile>
+#include <QFileInfo>
 #include <QPointer>
 #include <QTextBrowser>
 #include <QUrl>
@@ -21,7 +21,7 @@ constexpr int kMargin = 4;
 void showFirstPage(QTextBrowser *browser)
 {
     const QString page = Machine::instance().resourceDir() + QLatin1String("/help/index.html");
-    if (QFile::exists(page)) {
+    if (QFileInfo(page).isFile()) {
         browser->setSource(QUrl::fromLocalFile(page));
     } else {
         browser->setPlainText(QStringLiteral("The help pages are not installed."));

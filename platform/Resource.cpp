@@ -3,17 +3,19 @@
 
 #include "platform/Machine.h"
 
-#include <QFile>
+#include <QFileInfo>
 #include <QGuiApplication>
 
 namespace {
 
 constexpr qreal kDenseRatio = 2;
 
-QString filePath(const QString &name, const char *ending)
+/// Empty if there is no such file.
+QString findFile(const QString &name, const char *ending)
 {
-    return Machine::instance().resourceDir() + QLatin1String("/pixmaps/") + name
+    const QString path = Machine::instance().resourceDir() + QLatin1String("/pixmaps/") + name
         + QLatin1String(ending);
+    return QFileInfo(path).isFile() ? path : QString();
 }
 
 } // namespace
@@ -21,18 +23,16 @@ QString filePath(const QString &name, const char *ending)
 QPixmap Resource::loadPixmap(const QString &name)
 {
     if (qGuiApp != nullptr && qGuiApp->devicePixelRatio() > 1) {
-        QPixmap dense(filePath(name, "@2x.png"));
+        QPixmap dense(findFile(name, "@2x.png"));
         if (!dense.isNull()) {
             dense.setDevicePixelRatio(kDenseRatio);
             return dense;
         }
     }
-    const QString path = findPixmap(name);
-    return path.isEmpty() ? QPixmap() : QPixmap(path);
+    return QPixmap(findPixmap(name));
 }
 
 QString Resource::findPixmap(const QString &name)
 {
-    const QString path = filePath(name, ".png");
-    return QFile::exists(path) ? path : QString();
+    return findFile(name, ".png");
 }

@@ -10,6 +10,12 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+namespace {
+
+constexpr qint64 kMaxSmallFile = qint64{1024} * 1024;
+
+} // namespace
+
 void lumi::Descriptor::reset(int fd)
 {
     const int old = std::exchange(m_fd, fd);
@@ -20,7 +26,7 @@ void lumi::Descriptor::reset(int fd)
 
 lumi::Descriptor lumi::openRegular(const QString &path)
 {
-    constexpr int kFlags = O_RDONLY | O_NONBLOCK | O_CLOEXEC;
+    constexpr int kFlags = O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
     Descriptor file(::open(QFile::encodeName(path).constData(), kFlags));
     struct stat figures = {};
     if (file.isOpen() && (::fstat(file.get(), &figures) != 0 || !S_ISREG(figures.st_mode))) {
@@ -28,6 +34,20 @@ lumi::Descriptor lumi::openRegular(const QString &path)
         errno = EINVAL;
     }
     return file;
+}
+
+std::optional<QByteArray> lumi::readSmallFile(const QString &path)
+{
+    const Descriptor descriptor = openRegular(path);
+    QFile file;
+    if (!descriptor.isOpen() || !file.open(descriptor.get(), QIODevice::ReadOnly)) {
+        return std::nullopt;
+    }
+    QByteArray content = file.read(kMaxSmallFile + 1);
+    if (content.size() > kMaxSmallFile || file.error() != QFileDevice::NoError) {
+        return std::nullopt;
+    }
+    return content;
 }
 
 bool lumi::isTaken(const QString &path)

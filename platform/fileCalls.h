@@ -4,8 +4,10 @@
 // repeated.
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 
+#include <optional>
 #include <utility>
 
 namespace lumi {
@@ -46,6 +48,10 @@ private:
 /// Opens a regular file for reading. Anything else, such as a pipe that would block, is refused
 /// with EINVAL; errno holds the error.
 [[nodiscard]] Descriptor openRegular(const QString &path);
+
+/// The content of a regular file. Null if it can't be read, or is larger than 1 MiB. For files
+/// whose paths come from outside, such as the machine profile and what it names.
+[[nodiscard]] std::optional<QByteArray> readSmallFile(const QString &path);
 
 /// Whether something has this name. A dangling link counts.
 [[nodiscard]] bool isTaken(const QString &path);

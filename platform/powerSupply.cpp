@@ -1,21 +1,22 @@
 // SPDX-License-Identifier: MIT
 #include "platform/powerSupply.h"
 
+#include "platform/fileCalls.h"
+
 #include <QDir>
-#include <QFile>
 
 #include <optional>
 
 namespace {
 
 constexpr int kFullPercent = 100;
-constexpr qint64 kMaxPropertyBytes = 4096;
 
 /// Property of one supply; null if it has none of this name.
 QByteArray property(const QString &supply, const char *name)
 {
-    QFile file(supply + QLatin1Char('/') + QLatin1String(name));
-    return file.open(QIODevice::ReadOnly) ? file.read(kMaxPropertyBytes).trimmed() : QByteArray();
+    const std::optional<QByteArray> text
+        = lumi::readSmallFile(supply + QLatin1Char('/') + QLatin1String(name));
+    return text ? text->trimmed() : QByteArray();
 }
 
 struct Content
@@ -41,12 +42,26 @@ std::optional<Content> contentOf(const QString &supply)
     return std::nullopt;
 }
 
+/// The percentage that the battery itself gives.
+std::optional<int> capacityOf(const QString &supply)
+{
+    bool isNumber = false;
+    const int percent = property(supply, "capacity").toInt(&isNumber);
+    return isNumber && percent >= 0 ? std::optional(percent) : std::nullopt;
+}
+
+int percentOf(double now, double full)
+{
+    return qRound(qMin(double{kFullPercent}, kFullPercent * now / full));
+}
+
 /// Sums over all supplies.
 struct Survey
 {
     int batteries = 0;
     int plugs = 0;
-    int weighed = 0;
+    int known = 0;   ///< batteries that tell how full they are
+    int weighed = 0; ///< those of them that tell what they hold
     bool plugged = false;
     bool discharging = false;
     double now = 0;
@@ -67,15 +82,17 @@ void Survey::addBattery(const QString &supply)
     ++batteries;
     discharging = discharging || property(supply, "status") == "Discharging";
     const std::optional<Content> content = contentOf(supply);
-    int percent = property(supply, "capacity").toInt();
+    std::optional<int> percent = capacityOf(supply);
     if (content) {
         ++weighed;
         now += static_cast<double>(content->now);
         full += static_cast<double>(content->full);
-        percent = qRound(kFullPercent * static_cast<double>(content->now)
-                         / static_cast<double>(content->full));
+        percent = percentOf(static_cast<double>(content->now), static_cast<double>(content->full));
     }
-    percentSum += qBound(0, percent, kFullPercent);
+    if (percent) {
+        ++known;
+        percentSum += qMin(*percent, kFullPercent);
+    }
 }
 
 void Survey::addPlug(const QString &supply)
@@ -86,13 +103,11 @@ void Survey::addPlug(const QString &supply)
 
 int Survey::percent() const
 {
-    if (batteries == 0) {
+    if (known == 0) {
         return kFullPercent;
     }
     // Weighing needs all of them; otherwise each counts alike.
-    const int percent
-        = weighed == batteries ? qRound(kFullPercent * now / full) : percentSum / batteries;
-    return qBound(0, percent, kFullPercent);
+    return weighed == known ? percentOf(now, full) : percentSum / known;
 }
 
 bool Survey::external() const

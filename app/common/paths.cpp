@@ -44,6 +44,12 @@ QString lumi::documentsPath()
     return QDir::homePath() + QLatin1String("/Documents");
 }
 
+bool lumi::isProtected(const QString &path)
+{
+    const auto anyWriter = QFile::WriteOwner | QFile::WriteGroup | QFile::WriteOther;
+    return !(QFile::permissions(path) & anyWriter);
+}
+
 bool removePath(const QString &path, bool recursive)
 {
     const QFileInfo info(path);

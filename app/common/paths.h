@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Where the user's documents are, removing a file or a tree, and finding a name that is free.
+// Where the user's documents are, which files are protected, removing a file or a tree, and
+// finding a name that is free.
 #pragma once
 
 #include <QString>
@@ -8,6 +9,11 @@ namespace lumi {
 
 /// Absolute path of the folder above the photo store, existing or not.
 [[nodiscard]] QString documentsPath();
+
+/// Whether the file has no write permission for anybody, which is how a camera protects a photo.
+/// The permission bits decide, since root may write every file. A missing file counts as
+/// protected.
+[[nodiscard]] bool isProtected(const QString &path);
 
 } // namespace lumi
 

@@ -3,6 +3,7 @@
 
 #include "app/common/labels.h"
 #include "app/common/messages.h"
+#include "app/common/paths.h"
 #include "exif/FPVExifFields.h"
 #include "exif/FPVExifWriter.h"
 #include "exif/LatLongPair.h"
@@ -362,7 +363,8 @@ SaveResult FormExif::save()
     MyDialogWait wait(this, msg(lumi::MsgWorking));
     wait.start(0);
     // The wait dialog lets events in: news of the card, too.
-    if (!m_photo.isStillIt() || (writer.isValid() && !m_blockWasRead)) {
+    if (!m_photo.isStillIt() || (writer.isValid() && !m_blockWasRead)
+        || lumi::isProtected(m_path)) {
         return SaveResult::Failed;
     }
     return lumi::saveTexts(texts(), &writer);

@@ -2,9 +2,9 @@
 // The window in which the Exif texts and the position of one photo are edited. It is modal and
 // not a form: the browser opens it and goes on when it ends. Nothing is written before Save;
 // then the block is read again, and all fields are written back, edited or not: see
-// exifWriteBack.h. What has no field here stays as the file has it by then. A block that could
-// not be read at opening, and can be by then, is not written: empty fields would take away texts
-// that nobody was shown, and neither is the photo of another card that has come to its path.
+// exifWriteBack.h. What has no field here stays as the file has it by then. A save is refused if
+// the photo is protected, if it is the photo of another card by then, or if its block could not
+// be read at opening: empty fields would remove texts that nobody was shown.
 // A save that fails leaves the window open with its texts.
 // Owns: its widgets, its own menu bar and tool bars.
 #pragma once

@@ -17,6 +17,12 @@ bool leadsOut(const QString &name)
     return name.contains(QLatin1Char('/'));
 }
 
+/// A name with a leading dot would not be listed.
+bool isAllowed(const QString &name)
+{
+    return !leadsOut(name) && !name.startsWith(QLatin1Char('.'));
+}
+
 QString inside(const QString &folder, const QString &name)
 {
     return folder + QLatin1Char('/') + name;
@@ -40,19 +46,18 @@ bool lumi::hasEntry(const QString &folder, const QString &name)
 
 bool lumi::makeFolder(const QString &folder, const QString &name)
 {
-    return !leadsOut(name) && QDir().mkdir(inside(folder, name));
+    return isAllowed(name) && QDir().mkdir(inside(folder, name));
 }
 
 bool lumi::renameEntry(const QString &folder, const QString &oldName, const QString &newName)
 {
-    return !leadsOut(newName) && !hasEntry(folder, newName)
+    return isAllowed(newName) && !hasEntry(folder, newName)
         && renameNoReplace(inside(folder, oldName), inside(folder, newName)) == 0;
 }
 
 bool lumi::removePhoto(const QString &path)
 {
-    const auto anyWriter = QFile::WriteOwner | QFile::WriteGroup | QFile::WriteOther;
-    return (QFile::permissions(path) & anyWriter) && removePath(path, false);
+    return !isProtected(path) && removePath(path, false);
 }
 
 void lumi::removeEmptyFolders(const QString &folder)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Making, renaming and removing what lies directly in a folder. Names are single names: one
-// with a "/" would lead out of the folder, so it never exists and can't be made.
+// with a "/" would lead out of the folder, so it never exists and can't be made. A name that
+// begins with a dot can't be given either: the entry would vanish from every listing.
 #pragma once
 
 class QString;
@@ -13,10 +14,11 @@ namespace lumi {
 /// The folder itself and its parent count under the names "." and "..".
 [[nodiscard]] bool hasEntry(const QString &folder, const QString &name);
 [[nodiscard]] bool makeFolder(const QString &folder, const QString &name);
-/// False, with both as they were, when the new name is taken or the system refuses.
+/// False, with both as they were, when the new name is taken or not allowed, or the system
+/// refuses.
 [[nodiscard]] bool renameEntry(const QString &folder, const QString &oldName,
                                const QString &newName);
-/// Removes a file. One that nobody may write stays: so cameras mark photos to be kept.
+/// Removes a file. A protected one stays.
 [[nodiscard]] bool removePhoto(const QString &path);
 /// Tries all folders in it, hidden ones and links left out: those that hold anything stay.
 void removeEmptyFolders(const QString &folder);

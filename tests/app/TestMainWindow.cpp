@@ -58,6 +58,27 @@ public:
     int accepts = 0;
 };
 
+/// Asks for the top menu and lets events in while it is being made.
+class HastyForm : public RecordingForm
+{
+public:
+    HastyForm(QWidget *parent, QPEToolBar *toolBar)
+        : RecordingForm(parent, toolBar)
+    {
+        requestForm(FormTop::kFormId, QString());
+        QCoreApplication::processEvents();
+        const auto *window = qobject_cast<MainWindow *>(parent);
+        formMeanwhile = window->currentForm();
+    }
+
+    static FormBase *make(QWidget *window, QPEToolBar *toolBar)
+    {
+        return new HastyForm(window, toolBar);
+    }
+
+    const FormBase *formMeanwhile;
+};
+
 QList<QByteArray> methodsOf(const QMetaObject &meta, QMetaMethod::MethodType type)
 {
     QList<QByteArray> found;
@@ -112,6 +133,7 @@ private Q_SLOTS:
     void requestWaitsForABusyForm();
     void waitingRequestsKeepTheirOrder();
     void requestWaitsOnWhenBusyAgain();
+    void requestWaitsForAFormThatIsBeingMade();
     void onlyTheCurrentFormHearsOfCards();
     void closeIsRefusedWhileForbidden();
     void acceptedCloseStopsEvents();
@@ -347,6 +369,21 @@ void TestMainWindow::requestWaitsOnWhenBusyAgain()
     old->leaveBusy();
     QTRY_VERIFY(!old);
     QCOMPARE(m_window->currentForm()->formId(), 2);
+}
+
+void TestMainWindow::requestWaitsForAFormThatIsBeingMade()
+{
+    const QPointer<FormBase> old(m_window->currentForm());
+    const FormBase *oldForm = old;
+    m_window->replaceForm(HastyForm::make);
+    const QPointer<FormBase> hasty(m_window->currentForm());
+    const auto *made = dynamic_cast<HastyForm *>(hasty.data());
+    QVERIFY(made != nullptr);
+    QCOMPARE(made->formMeanwhile, oldForm);
+    QVERIFY(!old);
+    QTRY_VERIFY(!hasty);
+    QCOMPARE(m_window->currentForm()->formId(), 0);
+    QCOMPARE(m_window->currentForm()->previousForm(), HastyForm::kFormId);
 }
 
 void TestMainWindow::onlyTheCurrentFormHearsOfCards()

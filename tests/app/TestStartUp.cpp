@@ -10,7 +10,15 @@
 #include <QTest>
 
 #include <algorithm>
+#include <array>
+#include <csignal>
+#include <functional>
 #include <memory>
+
+#include <fcntl.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -56,6 +64,11 @@ private Q_SLOTS:
     void storeThatCannotBeWrittenStopsNothing();
     void argumentsAreTheApplicationObjects();
     void withoutBusBatteryOrCardSlotsNothingIsSaid();
+    void pipesAndDevicesInTheProfileStopNothing_data();
+    void pipesAndDevicesInTheProfileStopNothing();
+    void aLogThatNobodyReadsEndsNothing();
+    void aClosedLogIsNoFile();
+    void aLimitOnFileSizesEndsNothing();
     void relativeProfileIsFoundFromTheFolderOfTheStart();
     void profileOfTheProgramsPrefixIsFound();
 
@@ -70,12 +83,15 @@ private:
     std::unique_ptr<QProcess> start(const QString &end,
                                     const QStringList &arguments = QStringList()) const;
     Outcome run(const QString &end, const QStringList &arguments = QStringList()) const;
+    /// Puts one into the store.
+    void makePhoto() const;
     /// A profile at this place of the home, with one picture; the driver shall tell pictures.
     void writeProfile(const QString &name);
 
     std::unique_ptr<QTemporaryDir> m_home;
     QProcessEnvironment m_environment;
     QString m_program;
+    std::function<void()> m_inChild; ///< called in the new process before the program starts
 };
 
 void TestStartUp::init()
@@ -83,6 +99,7 @@ void TestStartUp::init()
     m_home = std::make_unique<QTemporaryDir>();
     QVERIFY(m_home->isValid());
     m_program = QStringLiteral(LUMI_PROGRAM);
+    m_inChild = nullptr;
     m_environment = QProcessEnvironment::systemEnvironment();
     m_environment.insert(QStringLiteral("HOME"), m_home->path());
     m_environment.insert(QStringLiteral("QT_PLUGIN_PATH"), QStringLiteral(LUMI_PLUGINS));
@@ -101,6 +118,7 @@ std::unique_ptr<QProcess> TestStartUp::start(const QString &end, const QStringLi
     environment.insert(QStringLiteral("LUMI_DRIVER_END"), end);
     process->setProcessEnvironment(environment);
     process->setWorkingDirectory(m_home->path());
+    process->setChildProcessModifier(m_inChild);
     process->start(m_program, arguments);
     return process;
 }
@@ -263,6 +281,96 @@ void TestStartUp::withoutBusBatteryOrCardSlotsNothingIsSaid()
     QCOMPARE(second.status, 0);
     QCOMPARE(second.windows, QStringList{QStringLiteral("window: Lumi Vault")});
     QCOMPARE(ownWarnings(second), QByteArrayList());
+}
+
+void TestStartUp::pipesAndDevicesInTheProfileStopNothing_data()
+{
+    QTest::addColumn<QString>("target");
+    QTest::newRow("pipes that nobody writes to") << QStringLiteral("pipe");
+    QTest::newRow("devices without an end") << QStringLiteral("/dev/zero");
+}
+
+/// The visit reads the state of the memory, the disk and the battery.
+void TestStartUp::pipesAndDevicesInTheProfileStopNothing()
+{
+    QFETCH(QString, target);
+    QVERIFY(QDir().mkpath(at(QStringLiteral("power/B"))));
+    QCOMPARE(::mkfifo(QFile::encodeName(at(QStringLiteral("pipe"))).constData(), 0600), 0);
+    const QString file = QDir(m_home->path()).absoluteFilePath(target);
+    QVERIFY(QFile::link(file, at(QStringLiteral("odd"))));
+    QVERIFY(QFile::link(file, at(QStringLiteral("power/B/type"))));
+    QFile profile(at(QStringLiteral("machine.ini")));
+    QVERIFY(profile.open(QIODevice::WriteOnly));
+    profile.write("[Mounts]\nTable=odd\n[Memory]\nFile=odd\n[Power]\nDir=power\n"
+                  "[Hinge]\nProgram=odd\n[Disk]\nFigures=odd\n");
+    profile.close();
+    makePhoto();
+    m_environment.insert(QStringLiteral("LUMIVAULT_MACHINE"), profile.fileName());
+    const Outcome outcome = run(QStringLiteral("visit"));
+    QVERIFY(outcome.ended);
+    QCOMPARE(outcome.how, QProcess::NormalExit);
+    QCOMPARE(outcome.status, 0);
+    QVERIFY(outcome.windows.contains(QStringLiteral("window: Lumi Vault")));
+}
+
+/// The first start logs that there is no index.
+void TestStartUp::aLogThatNobodyReadsEndsNothing()
+{
+    std::array<int, 2> ends{};
+    QCOMPARE(::pipe2(ends.data(), O_CLOEXEC), 0);
+    ::close(ends[0]);
+    m_inChild = [log = ends[1]] {
+        ::dup2(log, STDERR_FILENO);
+    };
+    const Outcome outcome = run(QStringLiteral("close"));
+    ::close(ends[1]);
+    QVERIFY(outcome.ended);
+    QCOMPARE(outcome.how, QProcess::NormalExit);
+    QCOMPARE(outcome.status, 0);
+    QCOMPARE(outcome.windows, QStringList{QStringLiteral("window: Lumi Vault")});
+}
+
+/// Otherwise log lines would be written into whatever file is opened next.
+void TestStartUp::aClosedLogIsNoFile()
+{
+    m_inChild = [] {
+        ::close(STDIN_FILENO);
+        ::close(STDERR_FILENO);
+    };
+    const std::unique_ptr<QProcess> process = start(QStringLiteral("run"));
+    QTRY_VERIFY_WITH_TIMEOUT(process->peek(1000).contains("running"), kTimeLimitMs);
+    const QString streams = QStringLiteral("/proc/%1/fd/").arg(process->processId());
+    for (const int stream : {STDIN_FILENO, STDERR_FILENO}) {
+        QCOMPARE(QFile::symLinkTarget(streams + QString::number(stream)),
+                 QStringLiteral("/dev/null"));
+    }
+    process->kill();
+    QVERIFY(process->waitForFinished(kTimeLimitMs));
+}
+
+/// The index is written at the end, and the thumbnails before.
+void TestStartUp::aLimitOnFileSizesEndsNothing()
+{
+    makePhoto();
+    m_inChild = [] {
+        const rlimit nothing{0, 0};
+        ::setrlimit(RLIMIT_FSIZE, &nothing);
+        std::signal(SIGXFSZ, SIG_DFL);
+    };
+    const Outcome outcome = run(QStringLiteral("visit"));
+    QVERIFY(outcome.ended);
+    QCOMPARE(outcome.how, QProcess::NormalExit);
+    QCOMPARE(outcome.status, 0);
+    QVERIFY(outcome.windows.contains(QStringLiteral("window: Lumi Vault")));
+    QCOMPARE(QFileInfo(inSwapFolder(QStringLiteral(".SwapMng.bin"))).size(), 0);
+}
+
+void TestStartUp::makePhoto() const
+{
+    QVERIFY(QDir().mkpath(at(QStringLiteral("Documents/Photo_Files"))));
+    QImage photo(320, 240, QImage::Format_RGB32);
+    photo.fill(Qt::cyan);
+    QVERIFY(photo.save(at(QStringLiteral("Documents/Photo_Files/a.jpg"))));
 }
 
 void TestStartUp::writeProfile(const QString &name)

@@ -99,6 +99,9 @@ void TestMessages::copiesAreTheCallersOwn()
     text[0] = QLatin1Char('X');
     text += QLatin1Char('!');
     QCOMPARE(msg(lumi::MsgWorking), QStringLiteral("Working..."));
+    // A caller may also change what it gets without a copy of its own.
+    msg(lumi::MsgWorking) += QLatin1Char('!');
+    QCOMPARE(msg(lumi::MsgWorking), QStringLiteral("Working..."));
 }
 
 void TestMessages::spellingsStay_data()

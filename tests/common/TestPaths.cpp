@@ -34,6 +34,8 @@ private Q_SLOTS:
     void nullSeparatorIsNotLookedFor();
     void numbersEndAt65535();
     void takenNames();
+    void protection_data();
+    void protection();
 
 private:
     QString at(const QString &name) const { return m_folder->filePath(name); }
@@ -244,6 +246,28 @@ void TestPaths::takenNames()
     for (const char *name : {"nowhere", "folder/file", "fil"}) {
         QVERIFY2(!lumi::isTaken(at(QString::fromLatin1(name))), name);
     }
+}
+
+void TestPaths::protection_data()
+{
+    QTest::addColumn<uint>("mode");
+    QTest::addColumn<bool>("isProtected");
+    QTest::newRow("everybody may read") << 0444U << true;
+    QTest::newRow("everybody may read and run") << 0555U << true;
+    QTest::newRow("nobody may do anything") << 0U << true;
+    QTest::newRow("the owner may write") << 0644U << false;
+    QTest::newRow("only the group may write") << 0464U << false;
+    QTest::newRow("only the others may write") << 0446U << false;
+}
+
+/// For root, too, who runs the tests on some machines.
+void TestPaths::protection()
+{
+    QFETCH(uint, mode);
+    make(QStringLiteral("a.jpg"));
+    QCOMPARE(::chmod(QFile::encodeName(at(QStringLiteral("a.jpg"))).constData(), mode), 0);
+    QTEST(lumi::isProtected(at(QStringLiteral("a.jpg"))), "isProtected");
+    QVERIFY(lumi::isProtected(at(QStringLiteral("none"))));
 }
 
 LUMI_TEST(TestPaths)

@@ -2,14 +2,16 @@
 #include "platform/Config.h"
 #include "platform/Machine.h"
 #include "tests/platform/testFiles.h"
+#include "tests/support/FullDisk.h"
 #include "tests/support/TestMain.h"
 
-#include <QTemporaryDir>
 #include <QTest>
 
-#include <unistd.h>
+#include <memory>
 
+using lumi::test::FileSizeLimit;
 using lumi::test::readFile;
+using lumi::test::SmallDisk;
 using lumi::test::writeFile;
 
 namespace {
@@ -47,6 +49,8 @@ private Q_SLOTS:
     void aFolderInPlaceOfTheFileIsLeftAlone();
     void anUnreadableFileIsLeftAlone();
     void aMissingHomeOnlyLogs();
+    void whatCannotBeWrittenKeepsTheOldFile_data();
+    void whatCannotBeWrittenKeepsTheOldFile();
 };
 
 void TestConfig::cleanup()
@@ -158,6 +162,42 @@ void TestConfig::aMissingHomeOnlyLogs()
     common().writeEntry(kKey, 4);
     QCOMPARE(common().readNumEntry(kKey, 2), 2);
     qputenv("XDG_CONFIG_HOME", config);
+}
+
+void TestConfig::whatCannotBeWrittenKeepsTheOldFile_data()
+{
+    QTest::addColumn<bool>("isDiskFull");
+    QTest::newRow("the disk is full") << true;
+    QTest::newRow("the new file would be too large") << false;
+}
+
+void TestConfig::whatCannotBeWrittenKeepsTheOldFile()
+{
+    QFETCH(bool, isDiskFull);
+    constexpr int kDiskKB = 4; // the old file takes them
+    const QByteArray old = "[Common]\nFontSize=1\n";
+    const QString folder = QFileInfo(settingsPath()).path();
+    QVERIFY(QDir().mkpath(folder));
+    const std::unique_ptr<SmallDisk> disk(isDiskFull ? new SmallDisk(folder, kDiskKB) : nullptr);
+    QVERIFY(writeFile(settingsPath(), old));
+    {
+        const bool needsLimit = !isDiskFull || !disk->isMounted();
+        const std::unique_ptr<FileSizeLimit> limit(needsLimit ? new FileSizeLimit(10) : nullptr);
+        const QString reason = needsLimit ? QStringLiteral("File too large")
+                                          : QStringLiteral("No space left on device");
+        QTest::ignoreMessage(
+            QtWarningMsg,
+            qPrintable(
+                QStringLiteral("Settings can't be written: %1: %2").arg(settingsPath(), reason)));
+        common().writeEntry(kKey, 4);
+    }
+    QCOMPARE(readFile(settingsPath()), old);
+    QCOMPARE(QDir(folder).entryList(QDir::Files | QDir::Hidden),
+             QStringList(QStringLiteral("lumivault.conf")));
+    if (!isDiskFull) {
+        common().writeEntry(kKey, 4);
+        QCOMPARE(common().readNumEntry(kKey, 2), 4);
+    }
 }
 
 LUMI_TEST(TestConfig)

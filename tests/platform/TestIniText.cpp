@@ -1,12 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/IniText.h"
-#include "tests/platform/testFiles.h"
 #include "tests/support/TestMain.h"
 
-#include <QTemporaryDir>
 #include <QTest>
-
-#include <sys/stat.h>
 
 using lumi::IniText;
 
@@ -31,7 +27,6 @@ private Q_SLOTS:
     void writes_data();
     void writes();
     void everyCutOfATextCanBeReadAndWritten();
-    void onlyRegularFilesAreRead();
 };
 
 void TestIniText::reads_data()
@@ -121,24 +116,6 @@ void TestIniText::everyCutOfATextCanBeReadAndWritten()
         const IniText again(ini.toText());
         QCOMPARE(again.value(text("g"), text("k")).value_or(QString()), text("7"));
     }
-}
-
-void TestIniText::onlyRegularFilesAreRead()
-{
-    const QTemporaryDir folder;
-    const QString path = folder.filePath(text("file"));
-    QVERIFY(!IniText::readFile(path).has_value());
-    QVERIFY(!IniText::readFile(folder.path()).has_value());
-    QVERIFY(lumi::test::writeFile(path, ""));
-    QVERIFY(IniText::readFile(path).has_value());
-    QVERIFY(lumi::test::writeFile(path, QByteArray(1024 * 1024, 'x')));
-    QCOMPARE(IniText::readFile(path).value_or(QByteArray()).size(), 1024 * 1024);
-    QVERIFY(lumi::test::writeFile(path, QByteArray(1024 * 1024 + 1, 'x')));
-    QVERIFY(!IniText::readFile(path).has_value());
-    // Opening a pipe that nobody writes to would never return.
-    const QString pipe = folder.filePath(text("pipe"));
-    QCOMPARE(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
-    QVERIFY(!IniText::readFile(pipe).has_value());
 }
 
 LUMI_TEST(TestIniText)

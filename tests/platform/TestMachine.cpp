@@ -10,6 +10,7 @@
 #include <memory>
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 using lumi::test::writeFile;
@@ -77,6 +78,8 @@ private Q_SLOTS:
     void memoryIsReadAtEachCall();
     void diskFiguresComeFromTheFileOrTheSystem();
     void powerIsReadAtEachCall();
+    void pipesAndDevicesAreNotRead_data();
+    void pipesAndDevicesAreNotRead();
     void hinge_data();
     void hinge();
     void aProgramNameIsNoShellText();
@@ -236,6 +239,35 @@ void TestMachine::powerIsReadAtEachCall()
     QVERIFY(writeFile(path("power/B/capacity"), "12\n"));
     QVERIFY(writeFile(path("power/B/status"), "Discharging\n"));
     QCOMPARE(PowerStatusManager::readStatus(), PowerStatus(PowerStatus::Offline, 12));
+}
+
+void TestMachine::pipesAndDevicesAreNotRead_data()
+{
+    QTest::addColumn<QString>("target");
+    QTest::newRow("a pipe that nobody writes to") << QStringLiteral("pipe");
+    QTest::newRow("a device without an end") << QStringLiteral("/dev/zero");
+}
+
+void TestMachine::pipesAndDevicesAreNotRead()
+{
+    QFETCH(QString, target);
+    QCOMPARE(::mkfifo(QFile::encodeName(path("pipe")).constData(), 0600), 0);
+    QVERIFY(QFile::link(QDir(m_folder->path()).absoluteFilePath(target), path("odd")));
+    useProfile("[Memory]\nFile=odd\n[Disk]\nFigures=odd\n[Power]\nDir=power\n");
+    QVERIFY(Machine::instance().memInfo().isEmpty());
+    QVERIFY(Machine::instance().disk("/").ok);
+    QVERIFY(writeFile(path("power/B/type"), "Battery\n"));
+    QVERIFY(writeFile(path("power/B/status"), "Discharging\n"));
+    for (const char *property : {"power/B/present", "power/B/capacity", "power/B/energy_now"}) {
+        QVERIFY(QFile::link(path("odd"), path(property)));
+    }
+    QCOMPARE(PowerStatusManager::readStatus(), PowerStatus(PowerStatus::Offline, 100));
+    // The profile itself.
+    qputenv("LUMIVAULT_MACHINE", path("odd").toLocal8Bit());
+    Machine::install(nullptr);
+    QTest::ignoreMessage(QtWarningMsg,
+                         QRegularExpression(QStringLiteral("machine profile can't be read")));
+    QCOMPARE(Machine::instance().configuredMountPoint(Slot::CF), QStringLiteral("/mnt/cf"));
 }
 
 void TestMachine::hinge_data()

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/MachineProfile.h"
 #include "platform/deviceKey.h"
+#include "platform/fileCalls.h"
 #include "tests/platform/testFiles.h"
 #include "tests/support/TestMain.h"
 
@@ -221,7 +222,7 @@ void TestMachineProfile::theProfileNamesOtherKeys()
 void TestMachineProfile::theInstalledProfileHasEveryKey()
 {
     const QString source = QStringLiteral(LUMI_SOURCE_DIR "/platform/machine.ini.in");
-    const std::optional<QByteArray> text = lumi::IniText::readFile(source);
+    const std::optional<QByteArray> text = lumi::readSmallFile(source);
     QVERIFY(text.has_value());
     const lumi::MachineProfile builtIn;
     const QString installed = m_user + kProfile;

@@ -10,6 +10,8 @@
 
 #include <memory>
 
+#include <sys/stat.h>
+
 using lumi::MountWatcher;
 using lumi::test::FakeMachine;
 
@@ -35,6 +37,7 @@ private Q_SLOTS:
     void aSlotFolderMayComeAndGo();
     void aFolderUnderTheOldNameIsWatchedAgain();
     void withoutATableOrFoldersNothingHappens();
+    void aPipeForATableIsNotRead();
     void theRealTableCanBeWatched();
 
 private:
@@ -141,6 +144,16 @@ void TestMountWatcher::withoutATableOrFoldersNothingHappens()
     const MountWatcher watcher;
     QTest::qWait(kQuietMs);
     QCOMPARE(m_spy->count(), 0);
+}
+
+/// Nobody writes to the pipe, so reading it would not end.
+void TestMountWatcher::aPipeForATableIsNotRead()
+{
+    m_machine->table = m_machine->folder.filePath(QStringLiteral("pipe"));
+    QCOMPARE(::mkfifo(QFile::encodeName(m_machine->table).constData(), 0600), 0);
+    const MountWatcher watcher;
+    m_machine->insertCard(Slot::CF);
+    QTRY_COMPARE(m_spy->count(), 1);
 }
 
 void TestMountWatcher::theRealTableCanBeWatched()

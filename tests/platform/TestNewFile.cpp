@@ -53,7 +53,6 @@ private Q_SLOTS:
     void permissionsFollowTheUsersMask();
     void plainRenameWhereNoConditionIsKnown();
     void plainRenameKeepsAFileThatTookTheName();
-    void leftOverOfAKillGoesWithTheNextFile();
     void hiddenFileOfAnotherProgramIsNotTaken();
     void bytesAreWrittenAtOnce();
 
@@ -241,23 +240,6 @@ void TestNewFile::plainRenameKeepsAFileThatTookTheName()
     QCOMPARE(lumi::writeNewFile(m_path, kBytes), EEXIST);
     QCOMPARE(readFile(m_path), QByteArray("another photo"));
     QCOMPARE(entries(), QStringList{QStringLiteral("photo.jpg")});
-}
-
-void TestNewFile::leftOverOfAKillGoesWithTheNextFile()
-{
-    const auto writeAndDie = [this] {
-        FileFaults faults(m_folder->path());
-        refuseUnnamedFiles(&faults);
-        faults.killBefore(FileFaults::Rename, 1);
-        return lumi::writeNewFile(m_path, kBytes);
-    };
-    QCOMPARE(lumi::test::inChild(writeAndDie), lumi::test::kKilled);
-    QCOMPARE(entries(), QStringList{kHidden});
-    FileFaults faults(m_folder->path());
-    refuseUnnamedFiles(&faults);
-    QCOMPARE(lumi::writeNewFile(m_path, "new"), 0);
-    QCOMPARE(entries(), QStringList{QStringLiteral("photo.jpg")});
-    QCOMPARE(readFile(m_path), QByteArray("new"));
 }
 
 /// Two programs may write to one card. The second one removes what it takes for a left-over.

@@ -77,7 +77,22 @@ void TestPowerSupply::reads_data()
     row("an empty battery bay", "B/type=Battery B/present=0 B/capacity=0 AC/type=Mains AC/online=0",
         true, 100);
     row("capacity out of range", "B/type=Battery B/capacity=900 B/status=Discharging", false, 100);
-    row("rubbish for a capacity", "B/type=Battery B/capacity=?? B/status=Discharging", false, 0);
+    row("a battery that says nothing is not empty", "B/type=Battery B/status=Discharging", false,
+        100);
+    row("rubbish for a capacity", "B/type=Battery B/capacity=?? B/status=Discharging", false, 100);
+    row("nothing for a capacity", "B/type=Battery B/capacity= B/status=Discharging", false, 100);
+    row("a negative capacity", "B/type=Battery B/capacity=-1 B/status=Discharging", false, 100);
+    row("a capacity of 0 is empty", "B/type=Battery B/capacity=0 B/status=Discharging", false, 0);
+    row("a battery that says nothing beside one with a capacity",
+        "A/type=Battery A/status=Discharging B/type=Battery B/capacity=60", false, 60);
+    row("a battery that says nothing beside one with a content",
+        "A/type=Battery A/status=Discharging B/type=Battery B/energy_now=300 B/energy_full=1000",
+        false, 30);
+    row("a battery that says nothing on mains", "AC/type=Mains AC/online=1 B/type=Battery", true,
+        100);
+    row("a content beyond all numbers",
+        "B/type=Battery B/energy_now=9223372036854775807 B/energy_full=1 B/status=Discharging",
+        false, 100);
     row("a supply without a type", "X/capacity=3 B/type=Battery B/capacity=50 B/status=Discharging",
         false, 50);
 }

@@ -7,6 +7,8 @@
 #include <QImage>
 #include <QTest>
 
+#include <sys/stat.h>
+
 class TestResource : public QObject
 {
     Q_OBJECT
@@ -19,6 +21,7 @@ private Q_SLOTS:
     void findsAPictureByItsName();
     void aMissingPictureIsNull();
     void aDamagedPictureIsNull();
+    void aPipeIsNoPicture();
 
 private:
     QString m_pixmaps;
@@ -60,6 +63,17 @@ void TestResource::aDamagedPictureIsNull()
     const QString path = m_pixmaps + QStringLiteral("bad.png");
     QVERIFY(lumi::test::writeFile(path, "\x89PNG\r\n\x1a\nnothing"));
     QVERIFY(Resource::loadPixmap(QStringLiteral("bad")).isNull());
+}
+
+/// Reading it would wait for a writer.
+void TestResource::aPipeIsNoPicture()
+{
+    for (const char *name : {"pipe.png", "pipe@2x.png"}) {
+        const QString path = m_pixmaps + QLatin1String(name);
+        QCOMPARE(::mkfifo(QFile::encodeName(path).constData(), 0600), 0);
+    }
+    QVERIFY(Resource::loadPixmap(QStringLiteral("pipe")).isNull());
+    QVERIFY(Resource::findPixmap(QStringLiteral("pipe")).isEmpty());
 }
 
 LUMI_TEST(TestResource)
