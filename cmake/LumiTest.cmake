@@ -1,4 +1,12 @@
 # SPDX-License-Identifier: MIT
+# The time for one test class, in seconds. A class that hangs fails under its own name.
+set(LUMI_TEST_SECONDS 60)
+# The same with sanitizers, which slow a program down several times.
+set(LUMI_SANITIZED_TEST_SECONDS 180)
+if(LUMI_SANITIZE)
+  set(LUMI_TEST_SECONDS ${LUMI_SANITIZED_TEST_SECONDS})
+endif()
+
 # lumi_test(<folder> [LIBS <target> ...] [SOURCES <file> ...])
 #
 # One executable test_<folder> from every Test<Class>.cpp of the calling folder, one ctest
@@ -14,7 +22,7 @@ function(lumi_test folder)
   foreach(file IN LISTS tests)
     get_filename_component(class ${file} NAME_WE)
     add_test(NAME ${name}.${class} COMMAND test_${name} ${class})
-    set_tests_properties(${name}.${class} PROPERTIES TIMEOUT 300 ENVIRONMENT
+    set_tests_properties(${name}.${class} PROPERTIES TIMEOUT ${LUMI_TEST_SECONDS} ENVIRONMENT
       "QT_QPA_PLATFORM=offscreen:configfile=${PROJECT_SOURCE_DIR}/tests/support/screen.json;DBUS_SESSION_BUS_ADDRESS=disabled:;DBUS_SYSTEM_BUS_ADDRESS=disabled:;LC_ALL=C.UTF-8")
   endforeach()
 endfunction()

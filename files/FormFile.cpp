@@ -15,6 +15,7 @@
 #include "widgets/LeftSide.h"
 #include "widgets/MyLeftWidget.h"
 
+#include <QApplication>
 #include <QComboBox>
 #include <QFileInfo>
 #include <QHBoxLayout>
@@ -44,6 +45,15 @@ void setDarkGray(QWidget *widget)
     widget->setAutoFillBackground(true);
 }
 
+QString statusText(const FPVItemObject &item)
+{
+    const QString name = item.fileName();
+    if (item.isPicture()) {
+        return QFileInfo(name).baseName();
+    }
+    return name == QLatin1String("..") ? msg(lumi::MsgParentFolder) : name;
+}
+
 } // namespace
 
 FormFile::FormFile(QWidget *parent, QPEToolBar *toolBar)
@@ -68,6 +78,7 @@ FormFile::FormFile(QWidget *parent, QPEToolBar *toolBar)
     row->setSpacing(0);
     row->addWidget(leftSide, 0);
     row->addWidget(buildRightSide(), 1);
+    qApp->installEventFilter(this);
 }
 
 FormFile::~FormFile()
@@ -165,6 +176,7 @@ void FormFile::enterFolder(const QString &path)
     }
     m_upButton->setEnabled(!lumi::isFolderRoot(m_rootItem->currentPath()));
     m_view->showPage(0, 0, true);
+    showName(currentItem());
 }
 
 void FormFile::filelist_decided(FPVItemObject *item)
@@ -182,22 +194,16 @@ void FormFile::filelist_decided(FPVItemObject *item)
 
 void FormFile::filelist_selected(FPVItemObject *item)
 {
-    if (item == nullptr) {
+    if (item == nullptr || !(item->isPicture() || item->isFolder())) {
         return;
     }
-    if (item->isPicture()) {
-        setStatus(QFileInfo(item->fileName()).baseName());
-        tellPanel(item);
-    } else if (item->isFolder()) {
-        const QString name = item->fileName();
-        setStatus(name == QLatin1String("..") ? msg(lumi::MsgParentFolder) : name);
-        tellPanel(nullptr);
-    }
+    showName(item);
+    tellPanel(item->isPicture() ? item : nullptr);
 }
 
-void FormFile::setStatus(const QString &text)
+void FormFile::showName(const FPVItemObject *item)
 {
-    elideToLabel(m_statusField, text);
+    elideToLabel(m_statusField, item != nullptr ? statusText(*item) : QString());
 }
 
 void FormFile::btn_root_cliced() // sic
@@ -231,6 +237,23 @@ void FormFile::btn_leftWidget_clicked(int id)
 void FormFile::menu_disp_Top()
 {
     requestForm(kTopForm, QString());
+}
+
+/// Keeps the form's keys from the widget that has the focus: lists and text displays would use
+/// them up. Qt then offers the key to the parents, up to the form. Text is edited in dialogs
+/// only. Dialogs, menus and open lists are windows of their own, so they keep their keys.
+bool FormFile::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() != QEvent::KeyPress || watched == this
+        || !isAncestorOf(qobject_cast<QWidget *>(watched))) {
+        return FormBase::eventFilter(watched, event);
+    }
+    const auto *key = static_cast<QKeyEvent *>(event);
+    if (lumi::fileKey(key->key(), key->modifiers()) == lumi::FileKey::None) {
+        return false;
+    }
+    event->ignore();
+    return true;
 }
 
 void FormFile::keyPressEvent(QKeyEvent *event)

@@ -78,6 +78,8 @@ public Q_SLOTS:
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
+    /// Sees the events of the whole application.
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     enum Mode : int { NoMode = -1, LargeMode = 0, SmallMode = 1, DetailMode = 2 };
@@ -100,7 +102,8 @@ private:
     void enterFolder(const QString &path);
     void setMode(Mode mode);
     [[nodiscard]] int runSlideshow();
-    void setStatus(const QString &text);
+    /// Puts the item's name into the status field. Null clears the field.
+    void showName(const FPVItemObject *item);
     /// Of the folder on show.
     [[nodiscard]] lumi::Medium mediumOnShow() const;
     /// Null means no item.

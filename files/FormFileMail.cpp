@@ -27,15 +27,17 @@ void FormFile::accel_appendToMail()
         return;
     }
     const QPointer<FormFile> alive(this);
-    const lumi::WaitBox wait(this);
+    const bool isSaved = lumi::underWait(this, [&photo, &path] {
+        const QImage image = photo ? lumi::mailImage(photo) : QImage();
+        return !image.isNull() && lumi::saveMailImage(image, path);
+    });
     if (!alive) {
         return;
     }
-    const QImage image = photo ? lumi::mailImage(photo) : QImage();
-    if (image.isNull() || !lumi::saveMailImage(image, path)) {
+    if (isSaved) {
+        lumi::showInformation(this, msg(lumi::MsgAttachToMail),
+                              msg(lumi::MsgMailPhotoSaved).arg(QFileInfo(path).fileName()));
+    } else {
         lumi::showError(this, msg(lumi::MsgMailAttachmentFailed));
-        return;
     }
-    lumi::showInformation(this, msg(lumi::MsgAttachToMail),
-                          msg(lumi::MsgMailPhotoSaved).arg(QFileInfo(path).fileName()));
 }

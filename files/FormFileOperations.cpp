@@ -114,14 +114,12 @@ void FormFile::menu_file_Delete()
         return;
     }
     const QPointer<FormFile> alive(this);
-    lumi::WaitBox wait(this);
-    if (!alive) {
-        return;
-    }
-    const FPVItemObject *present = currentItem();
-    const bool isSame = present != nullptr && present->path() == path && medium.isThere();
-    if (!isSame || !m_view->deleteCurrent()) {
-        wait.hide();
+    const bool isDeleted = lumi::underWait(this, [this, &path, &medium] {
+        const FPVItemObject *present = currentItem();
+        const bool isSame = present != nullptr && present->path() == path && medium.isThere();
+        return isSame && m_view->deleteCurrent();
+    });
+    if (alive && !isDeleted) {
         lumi::showError(this, msg(lumi::MsgDeletionFailed));
     }
     if (alive) {
@@ -136,13 +134,14 @@ void FormFile::menu_file_DeleteCheckItem()
         return;
     }
     const QPointer<FormFile> alive(this);
-    lumi::WaitBox wait(this);
-    if (!alive) {
-        return;
-    }
-    if (!m_view->deleteChecked()) {
-        wait.hide();
+    const bool isAnyDeleted = lumi::underWait(this, [this] {
+        return m_view->deleteChecked();
+    });
+    if (alive && !isAnyDeleted) {
         lumi::showError(this, msg(lumi::MsgPartNotDeleted));
+    }
+    if (alive) {
+        showName(currentItem());
     }
 }
 
@@ -154,12 +153,10 @@ void FormFile::menu_file_DeleteEmptyFolder()
         return;
     }
     const QPointer<FormFile> alive(this);
-    lumi::WaitBox wait(this);
-    if (!alive) {
-        return;
-    }
-    if (!medium.isThere() || !m_view->deleteEmptyFolders()) {
-        wait.hide();
+    const bool isDone = lumi::underWait(this, [this, &medium] {
+        return medium.isThere() && m_view->deleteEmptyFolders();
+    });
+    if (alive && !isDone) {
         lumi::showError(this, msg(lumi::MsgFolderDeletionFailed));
     }
     if (alive) {
@@ -194,16 +191,12 @@ void FormFile::menu_edit_Paste()
     }
     const lumi::BusyScope busy(this);
     const QPointer<FormFile> alive(this);
-    lumi::WaitBox wait(this);
-    if (!alive) {
-        return;
+    const lumi::PasteResult result = lumi::underWait(this, [this] {
+        return m_view->paste();
+    });
+    if (alive && result != lumi::PasteResult::Done) {
+        lumi::showError(this, msg(lumi::pasteMessage(result)));
     }
-    const lumi::PasteResult result = m_view->paste();
-    if (!alive || result == lumi::PasteResult::Done) {
-        return;
-    }
-    wait.hide();
-    lumi::showError(this, msg(lumi::pasteMessage(result)));
 }
 
 void FormFile::menu_edit_CheckAll()

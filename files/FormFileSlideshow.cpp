@@ -12,7 +12,6 @@
 #include "views/FPVThumbnailView.h"
 
 #include <algorithm>
-#include <optional>
 
 using lumi::Settings;
 
@@ -47,6 +46,7 @@ void FormFile::menu_disp_Slideshow_Execution()
         // The show may have dropped files.
         const int last = m_rootItem->count() - 1;
         m_view->showPage(-1, std::min(m_view->currentIndex(), last), true);
+        showName(currentItem());
     }
 }
 
@@ -60,15 +60,11 @@ int FormFile::runSlideshow()
     const int cursor = m_view->currentIndex();
     m_view->dropCursorThumbnail();
     const QPointer<FormFile> self(this);
-    std::optional<lumi::WaitBox> wait(std::in_place, this);
-    if (!self) {
-        return SlideShow::ToBrowser;
-    }
     // On the heap: the form may go while it is up.
-    const QPointer<SlideShow> show(new SlideShow(mainWindow(), m_rootItem.get(), options.autoMode,
-                                                 options.inOrder, options.delay, options.loopCount,
-                                                 cursor));
-    wait.reset();
+    const QPointer<SlideShow> show(lumi::underWait(this, [&] {
+        return new SlideShow(mainWindow(), m_rootItem.get(), options.autoMode, options.inOrder,
+                             options.delay, options.loopCount, cursor);
+    }));
     if (show) {
         show->exec();
     }

@@ -60,10 +60,3 @@ lumi::WaitBox::~WaitBox()
 {
     delete m_dialog;
 }
-
-void lumi::WaitBox::hide()
-{
-    if (m_dialog) {
-        m_dialog->hide();
-    }
-}

@@ -5,10 +5,10 @@
 #pragma once
 
 #include <QPointer>
+#include <QWidget>
 
 class MyDialogWait;
 class QString;
-class QWidget;
 
 namespace lumi {
 
@@ -20,7 +20,7 @@ void showInformation(QWidget *parent, const QString &caption, const QString &tex
 /// A question with Yes and No. No is the default, and what Escape and closing the box mean.
 [[nodiscard]] bool confirms(QWidget *parent, const QString &caption, const QString &question);
 
-/// The wait dialog, "Working...", from the making of this to its end.
+/// Shows the wait dialog, "Working...", as long as this lives.
 class WaitBox
 {
 public:
@@ -28,11 +28,19 @@ public:
     ~WaitBox();
     Q_DISABLE_COPY_MOVE(WaitBox)
 
-    /// To be called before a message.
-    void hide();
-
 private:
     QPointer<MyDialogWait> m_dialog; // dies with the parent, if that goes first
 };
+
+/// Does the work while the wait dialog is shown and returns its result. If the parent dies as
+/// the dialog comes up, the work is left out. The dialog has gone before anything else can be
+/// shown: if a box and a wait dialog below it close at the same moment, a window manager may
+/// give the focus to the one that is just going, and no window of the program has it then.
+template <typename Work> auto underWait(QWidget *parent, Work work) -> decltype(work())
+{
+    const QPointer<QWidget> alive(parent);
+    const WaitBox wait(parent);
+    return alive ? work() : decltype(work())();
+}
 
 } // namespace lumi

@@ -72,6 +72,10 @@ private Q_SLOTS:
     void notBeingOnShow_data() { withAnotherFolderOnShow_data(); }
 
     void notBeingOnShow();
+
+    void laterNewsResetNothing_data() { withAnotherFolderOnShow_data(); }
+
+    void laterNewsResetNothing();
     void theOtherCardIsLeftAlone();
     void beforeTheStart();
 
@@ -395,6 +399,27 @@ void TestCardExchanged::notBeingOnShow()
     // It opens where cards open.
     m_form->choose(m_name);
     QVERIFY(isSecondCardWhole());
+}
+
+/// The exchange is dealt with once: the second card's folder is remembered from then on.
+void TestCardExchanged::laterNewsResetNothing()
+{
+    QFETCH(Slot, slot);
+    start(slot);
+    exchange();
+    m_form->choose(m_name);
+    QVERIFY(isSecondCardWhole());
+    m_form->up->click();
+    QTRY_COMPARE(m_form->names(), list("dcim"));
+    const QPointer<FPVThumbnailItem> cell(m_form->cell(QStringLiteral("dcim")));
+    m_form->tellCardChange();
+    QTest::qWait(60);
+    QVERIFY(cell != nullptr);
+    m_form->choose(kStore);
+    QTRY_COMPARE(m_form->names(), list("mine.jpg"));
+    m_form->tellCardChange();
+    m_form->choose(m_name);
+    QTRY_COMPARE(m_form->names(), list("dcim"));
 }
 
 void TestCardExchanged::theOtherCardIsLeftAlone()

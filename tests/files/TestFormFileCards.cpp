@@ -35,7 +35,8 @@ private Q_SLOTS:
     void aCardWithoutACameraFolderOpensAtItsRoot();
     void everyMediumRemembersItsFolder();
     void readingAgainRemembersNothing();
-    void theParentIsRememberedAsItWasAskedFor();
+    void aFolderReachedByUpStays_data();
+    void aFolderReachedByUpStays();
     void aFolderThatCantBeListedIsRememberedToo();
     void aLostFolderLeadsToTheStoresRoot();
     void theFallbackIsRememberedForTheCard();
@@ -175,8 +176,17 @@ void TestFormFileCards::readingAgainRemembersNothing()
     QTRY_COMPARE(m_form->names(), QStringList{QStringLiteral("s.jpg")});
 }
 
-void TestFormFileCards::theParentIsRememberedAsItWasAskedFor()
+void TestFormFileCards::aFolderReachedByUpStays_data()
 {
+    QTest::addColumn<QString>("newName");
+    QTest::newRow("its child was deleted") << QString();
+    QTest::newRow("its child was renamed") << QStringLiteral("sub2");
+    QTest::newRow("its child is still there") << QStringLiteral("sub");
+}
+
+void TestFormFileCards::aFolderReachedByUpStays()
+{
+    QFETCH(QString, newName);
     insertBoth();
     m_form->world.makePhotos(1, QStringLiteral("dir/sub"));
     m_form->start();
@@ -185,13 +195,22 @@ void TestFormFileCards::theParentIsRememberedAsItWasAskedFor()
     QTRY_VERIFY(m_form->names().contains(QStringLiteral("sub")));
     m_form->tap(QStringLiteral("sub"));
     QTRY_COMPARE(m_form->names().size(), 1);
-    m_form->form->btn_root_cliced();
+    QTest::mouseClick(m_form->up, Qt::LeftButton);
     QTRY_VERIFY(m_form->names().contains(QStringLiteral("sub")));
-    // The way back leads through "sub": without it the path can't be found.
+    const QString dir = m_form->world.path(QStringLiteral("dir/"));
+    if (newName.isEmpty()) {
+        QVERIFY(QDir(dir + QStringLiteral("sub")).removeRecursively());
+    } else if (newName != QLatin1String("sub")) {
+        QVERIFY(QDir(dir).rename(QStringLiteral("sub"), newName));
+    }
     m_form->choose(kSd);
     QVERIFY(m_form->waitForCells(1));
-    QVERIFY(QDir(m_form->world.path(QStringLiteral("dir/sub"))).removeRecursively());
     m_form->choose(kStore);
+    QTRY_VERIFY(m_form->names().contains(QStringLiteral("a03.jpg")));
+    QVERIFY(m_form->up->isEnabled());
+    QCOMPARE(m_form->names().size(), newName.isEmpty() ? 4 : 5);
+    // One step up is the store's top.
+    QTest::mouseClick(m_form->up, Qt::LeftButton);
     QTRY_VERIFY(m_form->names().contains(QStringLiteral("dir")));
     QVERIFY(!m_form->up->isEnabled());
 }

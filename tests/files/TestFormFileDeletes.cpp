@@ -55,6 +55,9 @@ private Q_SLOTS:
     void theWaitLetsNoOtherPhotoIn_data();
     void theWaitLetsNoOtherPhotoIn();
     void markedPhotosAreDeleted();
+    void theStatusFieldForgetsThem_data();
+    void theStatusFieldForgetsThem();
+    void anEmptyFolderLeavesNoName();
     void partOfTheMarkedPhotosStays_data();
     void partOfTheMarkedPhotosStays();
     void marksThatWentUnderTheQuestion();
@@ -261,6 +264,50 @@ void TestFormFileDeletes::markedPhotosAreDeleted()
     QCOMPARE(m_form->store(), list("a01.jpg a03.jpg dir"));
     QVERIFY(m_form->waitForCells(3));
     QCOMPARE(m_form->names(), list("dir a01.jpg a03.jpg"));
+}
+
+void TestFormFileDeletes::theStatusFieldForgetsThem_data()
+{
+    QTest::addColumn<int>("photos");
+    QTest::addColumn<int>("cursor");
+    QTest::addColumn<int>("deleted"); // from the cursor on
+    QTest::addColumn<QString>("status");
+    QTest::newRow("nothing is left") << 2 << 0 << 2 << QString();
+    QTest::newRow("the cursor is behind the end") << 3 << 2 << 1 << QString();
+    QTest::newRow("the page of the cursor is not on show")
+        << 20 << 12 << 2 << QStringLiteral("a14");
+}
+
+void TestFormFileDeletes::theStatusFieldForgetsThem()
+{
+    QFETCH(int, photos);
+    QFETCH(int, cursor);
+    QFETCH(int, deleted);
+    m_form->world.makePhotos(photos);
+    m_form->start();
+    QVERIFY(m_form->waitForCells(std::min(photos, 6)));
+    m_form->view->showPage(-1, cursor, true);
+    QTRY_COMPARE(m_form->status->text(), QString::asprintf("a%02d", cursor));
+    for (int i = cursor; i < cursor + deleted; ++i) {
+        m_form->cell(QString::asprintf("a%02d.jpg", i))->toggleItemCheck(true);
+    }
+    QCOMPARE(m_form->play(kDeleteChecked, {yes()}), (QStringList{kAskMarked, kWorking}));
+    QCOMPARE(m_form->store().size(), photos - deleted);
+    QTEST(m_form->status->text(), "status");
+    QVERIFY(m_form->waitForCells(std::min(photos - deleted, 6)));
+    QTEST(m_form->status->text(), "status");
+}
+
+/// The last photo of a folder, by the key.
+void TestFormFileDeletes::anEmptyFolderLeavesNoName()
+{
+    m_form->world.makePhotos(1);
+    m_form->startMarked("a00.jpg");
+    QCOMPARE(m_form->status->text(), QStringLiteral("a00"));
+    m_form->play(kDelete, {yes()});
+    QVERIFY(m_form->store().isEmpty());
+    QVERIFY(m_form->waitForCells(0));
+    QVERIFY(m_form->status->text().isEmpty());
 }
 
 void TestFormFileDeletes::partOfTheMarkedPhotosStays_data()

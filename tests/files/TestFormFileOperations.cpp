@@ -119,6 +119,8 @@ void TestFormFileOperations::aFolderThatCantBeMade_data()
     QTest::newRow("a way into a folder") << "dir/new";
     QTest::newRow("a way out") << "../new";
     QTest::newRow("a slash alone") << "/";
+    QTest::newRow("a leading dot") << ".new";
+    QTest::newRow("dots only") << "...";
     QTest::newRow("too long a name") << QString(QStringLiteral("x")).repeated(256);
 }
 
@@ -312,6 +314,8 @@ void TestFormFileOperations::renameThatFails_data()
     QTest::addColumn<QString>("typed");
     QTest::newRow("a way into a folder") << "dir/b";
     QTest::newRow("a way out") << "../b";
+    QTest::newRow("a leading dot") << ".b";
+    QTest::newRow("a dot alone") << ".";
     QTest::newRow("too long a name") << QString(QStringLiteral("x")).repeated(252);
 }
 

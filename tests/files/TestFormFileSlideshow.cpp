@@ -69,6 +69,7 @@ private Q_SLOTS:
     void aDeletedPictureLeavesTheBrowser();
     void aProtectedPictureStays();
     void fullViewWithoutAPictureShowsThePageAgain();
+    void theCursorComesBackFromBehindTheEnd();
     void theLastPictureDeletedLeavesAnEmptyPage();
     void theFormIsBusyMeanwhile();
     void theOptionsOpen();
@@ -337,6 +338,22 @@ void TestFormFileSlideshow::fullViewWithoutAPictureShowsThePageAgain()
     QCOMPARE(cursorName(), QStringLiteral("a"));
 }
 
+void TestFormFileSlideshow::theCursorComesBackFromBehindTheEnd()
+{
+    m_form->world.makePhoto(QStringLiteral("a00.jpg"), QSize(2500, 1900)); // takes its time
+    m_form->world.makePhoto(QStringLiteral("a01.jpg"));
+    m_form->start();
+    QVERIFY(m_form->waitForCells(2));
+    m_form->tap(QStringLiteral("a01.jpg"));
+    const Deeds deeds({seesPhoto(QStringLiteral("a01.jpg")), presses(Qt::Key_Delete),
+                       answers(QMessageBox::Yes), seesNothing(), presses(Qt::Key_Escape)});
+    m_form->form->menu_disp_Slideshow_Execution();
+    QVERIFY(deeds.allDone());
+    QVERIFY(m_form->waitForCells(1));
+    QCOMPARE(cursorName(), QStringLiteral("a00.jpg"));
+    QCOMPARE(m_form->status->text(), QStringLiteral("a00"));
+}
+
 void TestFormFileSlideshow::theLastPictureDeletedLeavesAnEmptyPage()
 {
     startWith(1, 0);
@@ -346,6 +363,7 @@ void TestFormFileSlideshow::theLastPictureDeletedLeavesAnEmptyPage()
     QVERIFY(deeds.allDone());
     QVERIFY(m_form->waitForCells(0));
     QVERIFY(m_form->view->currentObject() == nullptr);
+    QVERIFY(m_form->status->text().isEmpty());
 }
 
 void TestFormFileSlideshow::theFormIsBusyMeanwhile()

@@ -5,7 +5,6 @@
 #include "swap/SwapSystem.h"
 #include "swap/swapStore.h"
 #include "tests/support/ExifBuilder.h"
-#include "tests/support/FileFaults.h"
 #include "tests/support/FullDisk.h"
 #include "tests/support/TestMain.h"
 #include "tests/views/BrowserWorld.h"
@@ -136,7 +135,6 @@ private Q_SLOTS:
     void theFolderIsMadeOnFirstUse();
     void aFailedSaveLeavesNothing_data();
     void aFailedSaveLeavesNothing();
-    void aFailedCloseIsAFailure();
     void anExistingFileIsNeverTouched();
     void aFullDiskFailsAtEverySize();
 
@@ -424,18 +422,6 @@ void TestMailCopy::aFailedSaveLeavesNothing()
     if (obstacle == QLatin1String("folder")) {
         QCOMPARE(contentOf(m_world->path(QStringLiteral("mail"))), QByteArray("mine"));
     }
-}
-
-/// A disk may notice only then that it is full.
-void TestMailCopy::aFailedCloseIsAFailure()
-{
-    const QString path = m_world->path(QStringLiteral("mail/!1.jpg"));
-    lumi::test::FileFaults faults(m_world->store);
-    faults.fail(lumi::test::FileFaults::Close, 1, ENOSPC);
-    QVERIFY(!lumi::saveMailImage(stripes(QSize(64, 48)), path));
-    QCOMPARE(faults.hits(), 1);
-    QVERIFY(!QFile::exists(path));
-    QVERIFY(lumi::saveMailImage(stripes(QSize(64, 48)), path));
 }
 
 void TestMailCopy::anExistingFileIsNeverTouched()

@@ -52,6 +52,7 @@ private Q_SLOTS:
 
     void photosAreSortedIntoAFolder();
     void aTripMovesFromTheCardToTheStore();
+    void aTripIsCopiedToTheCardByKey();
     void aFolderIsCopiedAndRenamed();
     void badPhotosAreThrownAway();
     void aFullStoreTakesNothing();
@@ -138,6 +139,25 @@ void TestTidying::aTripMovesFromTheCardToTheStore()
     QCOMPARE(m_user->status(), QStringLiteral("a00-1"));
     m_user->choose(QStringLiteral("SD Card"));
     QVERIFY(m_user->seesPage(list("a02.jpg")));
+}
+
+void TestTidying::aTripIsCopiedToTheCardByKey()
+{
+    lumi::test::BrowserWorld &world = m_user->world;
+    world.machine->insertCard(Slot::SD);
+    world.makePhotos(1, world.machine->sd + QStringLiteral("/dcim"));
+    world.makePhotos(2);
+    m_user->startProgram();
+    m_user->openBrowser();
+    QVERIFY(m_user->seesPage(list("a00.jpg a01.jpg")));
+    QVERIFY(choose(kEdit, "Select All").isEmpty());
+    QVERIFY(choose(kEdit, "Copy Selected").isEmpty());
+    m_user->choose(QStringLiteral("SD Card"));
+    QVERIFY(m_user->seesPage(list("a00.jpg")));
+    DialogDriver driver;
+    QTest::keyClick(m_user->window->windowHandle(), Qt::Key_V, Qt::ControlModifier);
+    QCOMPARE(driver.lines(), QStringList{QStringLiteral("wait Working...")});
+    QVERIFY(m_user->seesPage(list("a00.jpg a00-1.jpg a01.jpg")));
 }
 
 void TestTidying::aFolderIsCopiedAndRenamed()

@@ -87,6 +87,7 @@ private Q_SLOTS:
     void aPhotoIsFittedIntoThePlace();
     void aTapDecides_data();
     void aTapDecides();
+    void theTapCountsWhereverThePictureStands();
     void aTapWithoutAnItemIsNothing();
     void theTapStopsHere();
     void aDeadItemIsNone();
@@ -271,6 +272,21 @@ void TestFPVPictureView::aTapDecides()
         QCOMPARE(decided.first().first().value<FPVItemObject *>(), &item);
     }
     QCOMPARE(clicked.size(), 0);
+}
+
+void TestFPVPictureView::theTapCountsWhereverThePictureStands()
+{
+    CountedImage item;
+    QWidget window;
+    FPVPictureView view(&window);
+    view.setGeometry(150, 30, 100, 100);
+    view.setItem(&item, true);
+    const QSignalSpy decided(&view, &FPVPictureView::decided);
+    release(&view, QPoint(50, 50));
+    QCOMPARE(decided.size(), 1);
+    // Left of it, where the screen has a place with positive numbers.
+    release(&view, QPoint(-80, 50));
+    QCOMPARE(decided.size(), 1);
 }
 
 void TestFPVPictureView::aTapWithoutAnItemIsNothing()

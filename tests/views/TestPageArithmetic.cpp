@@ -103,6 +103,7 @@ void TestPageArithmetic::pageTop_data()
     QTest::newRow("less than a page never begins below zero") << kLarge << 2 << 0 << 0 << 0 << 0;
     QTest::newRow("a negative top is the first") << kLarge << 20 << 9 << -5 << -1 << 0;
     QTest::newRow("sideways the last page may be short") << kInfo << 10 << 0 << 7 << -1 << 7;
+    QTest::newRow("sideways a kept page reaches past the end") << kInfo << 9 << 3 << -1 << -1 << 3;
     QTest::newRow("sideways the whole list fits") << kInfo << 7 << 3 << -1 << -1 << 0;
     QTest::newRow("sideways by index") << kInfo << 10 << 0 << -1 << 9 << 7;
     QTest::newRow("sideways behind the end is the last row") << kInfo << 10 << 21 << -1 << -1 << 7;

@@ -34,6 +34,7 @@ private Q_SLOTS:
     void twentyItemsEndOnAFullPage();
     void exactlyOnePageHasNoTravel();
     void sidewaysTheLastPageStaysShort();
+    void sidewaysAPageMayBeginInsideARow();
     void everyModeBuildsAtMostItsPage_data();
     void everyModeBuildsAtMostItsPage();
     void offPageItemsAreNotAsked();
@@ -189,6 +190,18 @@ void TestThumbnailPages::sidewaysTheLastPageStaysShort()
     QCOMPARE(m_view->hBar->value(), 2);
     QVERIFY(m_view->waitForPage());
     QCOMPARE(m_view->indexes(), (QList<int>{7, 8, 9}));
+}
+
+/// As after a slideshow that ended in the middle of a row.
+void TestThumbnailPages::sidewaysAPageMayBeginInsideARow()
+{
+    m_view->fill(9);
+    m_view->showInfo();
+    m_view->view.setCurrentObjectQuiet(m_view->items.at(3));
+    m_view->view.showPage(-1, -1, true);
+    QCOMPARE(m_view->view.topIndex(), 3);
+    QVERIFY(m_view->waitForPage());
+    QCOMPARE(m_view->indexes(), (QList<int>{3, 4, 5, 6, 7, 8}));
 }
 
 void TestThumbnailPages::everyModeBuildsAtMostItsPage_data()
