@@ -52,6 +52,8 @@ use_ccache() {
     if [ -z "${LUMI_COMPILER_LAUNCHER+set}" ] && command -v ccache > /dev/null; then
         export LUMI_COMPILER_LAUNCHER=ccache
         export CCACHE_BASEDIR=$PWD CCACHE_NOHASHDIR=1
+        # What ccache asks for with precompiled headers.
+        export CCACHE_SLOPPINESS=pch_defines,time_macros
     fi
     export LUMI_COMPILER_LAUNCHER=${LUMI_COMPILER_LAUNCHER:-}
 }
