@@ -8,6 +8,7 @@
 #include "tests/support/FakeMachine.h"
 #include "tests/support/RequestLog.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 #include "widgets/HkAboutDialog.h"
 #include "widgets/MyDialogWait.h"
 #include "widgets/MyImageButton.h"
@@ -219,20 +220,14 @@ void TestFormTop::backgroundIsTiled()
 
 void TestFormTop::bigButtons_data()
 {
-    QTest::addColumn<int>("index");
-    QTest::addColumn<QPoint>("position");
-    QTest::addColumn<QColor>("normal");
-    QTest::addColumn<QColor>("pressed");
+    lumi::test::columns<int, QPoint, QColor, QColor>();
     QTest::newRow("import") << 0 << QPoint(34, 85) << QColor(Qt::red) << QColor(Qt::darkRed);
     QTest::newRow("view") << 1 << QPoint(290, 85) << QColor(Qt::green) << QColor(Qt::darkGreen);
 }
 
 void TestFormTop::bigButtons()
 {
-    QFETCH(int, index);
-    QFETCH(QPoint, position);
-    QFETCH(QColor, normal);
-    QFETCH(QColor, pressed);
+    const auto [index, position, normal, pressed] = lumi::test::row<int, QPoint, QColor, QColor>();
     MyImageButton *button = bigButton(index);
     QVERIFY(button != nullptr);
     QCOMPARE(button->geometry(), QRect(position, kButtonSize));
@@ -266,16 +261,14 @@ void TestFormTop::arrowsWalkBetweenTheButtons()
 
 void TestFormTop::buttonsAskForTheirForms_data()
 {
-    QTest::addColumn<int>("index");
-    QTest::addColumn<int>("form");
+    lumi::test::columns<int, int>();
     QTest::newRow("the import button leads to form 3") << 0 << 3;
     QTest::newRow("the view button leads to form 2") << 1 << 2;
 }
 
 void TestFormTop::buttonsAskForTheirForms()
 {
-    QFETCH(int, index);
-    QFETCH(int, form);
+    const auto [index, form] = lumi::test::row<int, int>();
     QTest::mouseClick(bigButton(index), Qt::LeftButton);
     QVERIFY(m_requests->forms.isEmpty()); // posted, not sent
     QCoreApplication::processEvents();

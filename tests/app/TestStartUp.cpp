@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The program as a process of its own, from its start to its end.
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QDir>
 #include <QFile>
@@ -199,8 +200,7 @@ void TestStartUp::killedRunIsNoticed()
 
 void TestStartUp::exitStatusIsThatOfTheLoop_data()
 {
-    QTest::addColumn<QString>("end");
-    QTest::addColumn<int>("status");
+    lumi::test::columns<QString, int>();
     QTest::newRow("a closed window gives 0") << QStringLiteral("close") << 0;
     QTest::newRow("a loop that is left with 0") << QStringLiteral("exit:0") << 0;
     QTest::newRow("a loop that is left with 7") << QStringLiteral("exit:7") << 7;
@@ -208,8 +208,7 @@ void TestStartUp::exitStatusIsThatOfTheLoop_data()
 
 void TestStartUp::exitStatusIsThatOfTheLoop()
 {
-    QFETCH(QString, end);
-    QFETCH(int, status);
+    const auto [end, status] = lumi::test::row<QString, int>();
     const Outcome outcome = run(end);
     QVERIFY(outcome.ended);
     QCOMPARE(outcome.how, QProcess::NormalExit);

@@ -4,6 +4,7 @@
 #include "tests/support/FakeMachine.h"
 #include "tests/support/TestMain.h"
 #include "tests/support/fileAge.h"
+#include "tests/support/rows.h"
 
 #include <QDir>
 #include <QFile>
@@ -103,10 +104,7 @@ void TestChosenFile::onItsMediumItMayChange()
 
 void TestChosenFile::afterThatItMustLookTheSame_data()
 {
-    QTest::addColumn<int>("size");
-    QTest::addColumn<int>("seconds");
-    QTest::addColumn<int>("nanoseconds");
-    QTest::addColumn<bool>("isStillIt");
+    lumi::test::columns<int, int, int, bool>();
     QTest::newRow("the same card is in again") << 10 << 0 << 0 << true;
     QTest::newRow("cards keep times in steps") << 10 << 1 << 999'999'999 << true;
     QTest::newRow("a larger photo") << 11 << 0 << 0 << false;
@@ -118,9 +116,7 @@ void TestChosenFile::afterThatItMustLookTheSame_data()
 
 void TestChosenFile::afterThatItMustLookTheSame()
 {
-    QFETCH(int, size);
-    QFETCH(int, seconds);
-    QFETCH(int, nanoseconds);
+    const auto [size, seconds, nanoseconds, isStillIt] = lumi::test::row<int, int, int, bool>();
     const ChosenFile file(m_path);
     QVERIFY(QFile::remove(m_path));
     missTheCard();
@@ -128,7 +124,7 @@ void TestChosenFile::afterThatItMustLookTheSame()
         makeFile(m_path, size);
         setChangedAt(m_path, kThen + seconds, nanoseconds);
     }
-    QTEST(file.isStillIt(), "isStillIt");
+    QCOMPARE(file.isStillIt(), isStillIt);
 }
 
 void TestChosenFile::afterThatAFolderMustLookTheSame()

@@ -4,6 +4,7 @@
 #include "app/common/FormEvent.h"
 #include "tests/support/RequestLog.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QCoreApplication>
 #include <QEventLoop>
@@ -208,8 +209,7 @@ void TestFormBase::seesTheWindowsEvents()
 
 void TestFormBase::cardMessage_data()
 {
-    QTest::addColumn<QByteArray>("message");
-    QTest::addColumn<int>("heard");
+    lumi::test::columns<QByteArray, int>();
     QTest::newRow("the mount table changed") << QByteArray("mtabChanged()") << 1;
     QTest::newRow("without brackets") << QByteArray("mtabChanged") << 0;
     QTest::newRow("in capitals") << QByteArray("MTABCHANGED()") << 0;
@@ -220,8 +220,7 @@ void TestFormBase::cardMessage_data()
 
 void TestFormBase::cardMessage()
 {
-    QFETCH(QByteArray, message);
-    QFETCH(int, heard);
+    const auto [message, heard] = lumi::test::row<QByteArray, int>();
     m_form->cardChannel(message, "data that nobody reads");
     QCOMPARE(m_form->cardChanges, heard);
     QVERIFY(QCopChannel::send("QPE/Card", message));

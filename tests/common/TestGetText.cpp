@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/common/getText.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -111,8 +112,7 @@ void TestGetText::initialTextIsSelected()
 
 void TestGetText::maximumLength_data()
 {
-    QTest::addColumn<int>("maxLength");
-    QTest::addColumn<QString>("expected");
+    lumi::test::columns<int, QString>();
     QTest::newRow("a maximum cuts what is typed") << 4 << QStringLiteral("abcd");
     QTest::newRow("0 is no maximum") << 0 << QStringLiteral("abcdefgh");
     QTest::newRow("a negative number is no maximum") << -1 << QStringLiteral("abcdefgh");
@@ -120,8 +120,7 @@ void TestGetText::maximumLength_data()
 
 void TestGetText::maximumLength()
 {
-    QFETCH(int, maxLength);
-    QFETCH(QString, expected);
+    const auto [maxLength, expected] = lumi::test::row<int, QString>();
     const QString text = ask(
         [](QDialog *, QLineEdit *line) {
             QTest::keyClicks(line, QStringLiteral("abcdefgh"));

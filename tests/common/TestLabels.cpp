@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/common/labels.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QFontMetrics>
 #include <QLabel>
@@ -110,9 +111,7 @@ void TestLabels::markupIsShownAsItIs()
 
 void TestLabels::countOfCharacters_data()
 {
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<int>("count");
-    QTest::addColumn<bool>("whole");
+    lumi::test::columns<QString, int, bool>();
     QTest::newRow("a letter less than allowed") << QStringLiteral("XXXX") << 5 << true;
     QTest::newRow("one letter more") << QStringLiteral("XXXXXX") << 5 << false;
     QTest::newRow("narrow letters need less room") << QStringLiteral("iiiiiii") << 5 << true;
@@ -121,9 +120,7 @@ void TestLabels::countOfCharacters_data()
 
 void TestLabels::countOfCharacters()
 {
-    QFETCH(QString, text);
-    QFETCH(int, count);
-    QFETCH(bool, whole);
+    const auto [text, count, whole] = lumi::test::row<QString, int, bool>();
     QLabel label(QStringLiteral("untouched"));
     label.resize(1, 1); // the label's own width doesn't count
     const QString result = elideToChars(&label, text, count);
@@ -137,8 +134,7 @@ void TestLabels::countOfCharacters()
 
 void TestLabels::fontSize_data()
 {
-    QTest::addColumn<int>("points");
-    QTest::addColumn<int>("expected");
+    lumi::test::columns<int, int>();
     QTest::newRow("a size is set") << 20 << 20;
     QTest::newRow("nothing is no size") << 0 << 13;
     QTest::newRow("less than nothing is no size") << -1 << 13;
@@ -146,8 +142,7 @@ void TestLabels::fontSize_data()
 
 void TestLabels::fontSize()
 {
-    QFETCH(int, points);
-    QFETCH(int, expected);
+    const auto [points, expected] = lumi::test::row<int, int>();
     QLabel label;
     setFontSize(&label, 13);
     QCOMPARE(label.font().pointSize(), 13);

@@ -4,6 +4,7 @@
 #include "tests/support/FakeMachine.h"
 #include "tests/support/OrdinaryUser.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QDir>
 #include <QTest>
@@ -39,8 +40,7 @@ private:
 
 void TestMedium::aCardIsThereAsLongAsItIsIn_data()
 {
-    QTest::addColumn<Slot>("slot");
-    QTest::addColumn<QString>("below");
+    lumi::test::columns<Slot, QString>();
     QTest::newRow("the root of the SD card") << Slot::SD << "";
     QTest::newRow("a folder of the SD card") << Slot::SD << "/dcim/100";
     QTest::newRow("the root of the CF card") << Slot::CF << "";
@@ -49,8 +49,7 @@ void TestMedium::aCardIsThereAsLongAsItIsIn_data()
 
 void TestMedium::aCardIsThereAsLongAsItIsIn()
 {
-    QFETCH(Slot, slot);
-    QFETCH(QString, below);
+    const auto [slot, below] = lumi::test::row<Slot, QString>();
     m_machine->insertCard(slot);
     const QString folder = m_machine->mountPoint(slot) + below;
     QVERIFY(QDir().mkpath(folder));
@@ -91,8 +90,7 @@ void TestMedium::aMountPointMayVanish()
 
 void TestMedium::anotherFileSystemIsAnotherMedium_data()
 {
-    QTest::addColumn<QString>("after");
-    QTest::addColumn<bool>("isThere");
+    lumi::test::columns<QString, bool>();
     QTest::newRow("another folder of the same disk") << "other" << true;
     QTest::newRow("a folder of another disk") << "/proc" << false;
     QTest::newRow("no folder any more") << "none" << false;
@@ -100,8 +98,7 @@ void TestMedium::anotherFileSystemIsAnotherMedium_data()
 
 void TestMedium::anotherFileSystemIsAnotherMedium()
 {
-    QFETCH(QString, after);
-    QFETCH(bool, isThere);
+    const auto [after, isThere] = lumi::test::row<QString, bool>();
     const QTemporaryDir folder;
     for (const char *name : {"one", "other"}) {
         QVERIFY(QDir(folder.path()).mkdir(QLatin1String(name)));

@@ -2,6 +2,7 @@
 #include "app/common/memory.h"
 #include "tests/support/FakeMachine.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QTest>
 
@@ -19,8 +20,7 @@ private Q_SLOTS:
 
 void TestMemory::figures_data()
 {
-    QTest::addColumn<QByteArray>("text");
-    QTest::addColumn<int>("expected");
+    lumi::test::columns<QByteArray, int>();
     const QByteArray heading = "        total:    used:    free:  shared: buffers:  cached:\n";
     const auto row = [&heading](const char *figures) -> QByteArray {
         return heading + "Mem:  " + figures;
@@ -50,8 +50,7 @@ void TestMemory::figures_data()
 
 void TestMemory::figures()
 {
-    QFETCH(QByteArray, text);
-    QFETCH(int, expected);
+    const auto [text, expected] = lumi::test::row<QByteArray, int>();
     QCOMPARE(lumi::memoryToCountOnKB(text), expected);
 }
 

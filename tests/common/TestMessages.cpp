@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/common/messages.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QFile>
 #include <QTest>
@@ -72,8 +73,7 @@ void TestMessages::everyRowIsInTheList()
 
 void TestMessages::textIsTheListedOne_data()
 {
-    QTest::addColumn<int>("id");
-    QTest::addColumn<QString>("text");
+    lumi::test::columns<int, QString>();
     const QList<ListedRow> rows = listedRows();
     for (const ListedRow &row : rows) {
         QTest::addRow("row %d reads as listed", row.id) << row.id << row.text;
@@ -82,8 +82,7 @@ void TestMessages::textIsTheListedOne_data()
 
 void TestMessages::textIsTheListedOne()
 {
-    QFETCH(int, id);
-    QFETCH(QString, text);
+    const auto [id, text] = lumi::test::row<int, QString>();
     QCOMPARE(msg(id), text);
     QVERIFY(!msg(id).isNull());
 }
@@ -106,8 +105,7 @@ void TestMessages::copiesAreTheCallersOwn()
 
 void TestMessages::spellingsStay_data()
 {
-    QTest::addColumn<int>("id");
-    QTest::addColumn<QString>("end");
+    lumi::test::columns<int, QString>();
     QTest::newRow("a blank is missing in the mail message")
         << 196 << QStringLiteral("\nwassaved from \"mail\" to \"Photo_Files\".");
     QTest::newRow("contrast is cut") << 261 << QStringLiteral("Cntrst");
@@ -122,8 +120,7 @@ void TestMessages::spellingsStay_data()
 
 void TestMessages::spellingsStay()
 {
-    QFETCH(int, id);
-    QFETCH(QString, end);
+    const auto [id, end] = lumi::test::row<int, QString>();
     QVERIFY(msg(id).endsWith(end));
 }
 

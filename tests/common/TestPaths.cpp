@@ -2,6 +2,7 @@
 #include "app/common/paths.h"
 #include "platform/fileCalls.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QDir>
 #include <QFile>
@@ -157,11 +158,7 @@ void TestPaths::thingsThatAreNotListedStay()
 
 void TestPaths::freeName_data()
 {
-    QTest::addColumn<QStringList>("taken");
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QByteArray>("format");
-    QTest::addColumn<QChar>("separator");
-    QTest::addColumn<QString>("expected");
+    lumi::test::columns<QStringList, QString, QByteArray, QChar, QString>();
     const QChar dot = QLatin1Char('.');
     const QChar none;
     const auto list = [](const char *names) {
@@ -198,11 +195,8 @@ void TestPaths::freeName_data()
 
 void TestPaths::freeName()
 {
-    QFETCH(QStringList, taken);
-    QFETCH(QString, name);
-    QFETCH(QByteArray, format);
-    QFETCH(QChar, separator);
-    QFETCH(QString, expected);
+    const auto [taken, name, format, separator, expected]
+        = lumi::test::row<QStringList, QString, QByteArray, QChar, QString>();
     for (const QString &one : taken) {
         make(one);
     }

@@ -3,6 +3,7 @@
 #include "platform/QCopChannel.h"
 #include "tests/support/FakeMachine.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QDataStream>
 #include <QTest>
@@ -51,9 +52,7 @@ void TestPower::screenSaver()
 
 void TestPower::battery_data()
 {
-    QTest::addColumn<PowerStatus>("status");
-    QTest::addColumn<int>("percent");
-    QTest::addColumn<bool>("enough");
+    lumi::test::columns<PowerStatus, int, bool>();
     const auto battery = [](int percent) {
         return PowerStatus(PowerStatus::Offline, percent);
     };
@@ -70,9 +69,7 @@ void TestPower::battery_data()
 
 void TestPower::battery()
 {
-    QFETCH(PowerStatus, status);
-    QFETCH(int, percent);
-    QFETCH(bool, enough);
+    const auto [status, percent, enough] = lumi::test::row<PowerStatus, int, bool>();
     lumi::test::FakeMachine::install()->powerStatus = status;
     QCOMPARE(batteryEnough(percent), enough);
     Machine::install(nullptr);

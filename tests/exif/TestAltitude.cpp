@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "exif/Altitude.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QTest>
 
@@ -23,8 +24,7 @@ private Q_SLOTS:
 
 void TestAltitude::texts_data()
 {
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<bool>("isValid");
+    lumi::test::columns<QString, bool>();
     const auto row = [](const char *name, const char *text, bool isValid) {
         QTest::newRow(name) << QString::fromUtf8(text) << isValid;
     };
@@ -65,8 +65,7 @@ void TestAltitude::texts_data()
 
 void TestAltitude::texts()
 {
-    QFETCH(QString, text);
-    QFETCH(bool, isValid);
+    const auto [text, isValid] = lumi::test::row<QString, bool>();
     QCOMPARE(altitudeValid(text), isValid);
     Altitude value;
     QCOMPARE(value.setText(text), isValid);
@@ -138,10 +137,7 @@ void TestAltitude::refusedTextLeavesNothing()
 
 void TestAltitude::stored_data()
 {
-    QTest::addColumn<bool>("aboveSeaLevel");
-    QTest::addColumn<quint32>("numerator");
-    QTest::addColumn<quint32>("denominator");
-    QTest::addColumn<QString>("text");
+    lumi::test::columns<bool, quint32, quint32, QString>();
     QTest::newRow("hundredths") << true << 1050U << 100U << QStringLiteral("10.50");
     QTest::newRow("whole metres get a zero") << true << 10U << 1U << QStringLiteral("10.0");
     QTest::newRow("below the sea") << false << 385U << 10U << QStringLiteral("-38.5");
@@ -163,10 +159,8 @@ void TestAltitude::stored_data()
 
 void TestAltitude::stored()
 {
-    QFETCH(bool, aboveSeaLevel);
-    QFETCH(quint32, numerator);
-    QFETCH(quint32, denominator);
-    QFETCH(QString, text);
+    const auto [aboveSeaLevel, numerator, denominator, text]
+        = lumi::test::row<bool, quint32, quint32, QString>();
     Altitude value;
     QVERIFY(value.setText(QStringLiteral("38")));
     value.fromRational(aboveSeaLevel, {numerator, denominator});

@@ -4,6 +4,7 @@
 #include "tests/exif/BlockCopy.h"
 #include "tests/exif/tagLists.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QTest>
 #include <QtEndian>
@@ -119,8 +120,7 @@ void TestExifBlockBytes::directoryWithoutTagsHasNoBytes()
 
 void TestExifBlockBytes::valueGoesWhereItFits_data()
 {
-    QTest::addColumn<QByteArray>("value");
-    QTest::addColumn<QByteArray>("expected");
+    lumi::test::columns<QByteArray, QByteArray>();
     QTest::newRow("no byte") << QByteArray() << hex("0100 34127000 00000000 00000000 00000000");
     QTest::newRow("one byte") << hex("a1") << hex("0100 34120700 01000000 a1000000 00000000");
     QTest::newRow("four bytes stay in the entry")
@@ -133,8 +133,7 @@ void TestExifBlockBytes::valueGoesWhereItFits_data()
 
 void TestExifBlockBytes::valueGoesWhereItFits()
 {
-    QFETCH(QByteArray, value);
-    QFETCH(QByteArray, expected);
+    const auto [value, expected] = lumi::test::row<QByteArray, QByteArray>();
     lumi::ExifTagList list;
     // The first row's type is one without a size, which is kept like any other.
     const quint16 type = value.isEmpty() ? 0x70 : kUndefined;
@@ -145,9 +144,7 @@ void TestExifBlockBytes::valueGoesWhereItFits()
 
 void TestExifBlockBytes::numbersComeOutLittleEndian_data()
 {
-    QTest::addColumn<quint16>("type");
-    QTest::addColumn<QByteArray>("value");
-    QTest::addColumn<QByteArray>("expected");
+    lumi::test::columns<quint16, QByteArray, QByteArray>();
     QTest::newRow("bytes") << quint16(1) << hex("010203") << hex("010203");
     QTest::newRow("a text") << quint16(2) << QByteArray("ab\0", 3) << hex("616200");
     QTest::newRow("shorts") << quint16(3) << hostBytes<quint16>({0x0102, 0x0304})
@@ -164,9 +161,7 @@ void TestExifBlockBytes::numbersComeOutLittleEndian_data()
 
 void TestExifBlockBytes::numbersComeOutLittleEndian()
 {
-    QFETCH(quint16, type);
-    QFETCH(QByteArray, value);
-    QFETCH(QByteArray, expected);
+    const auto [type, value, expected] = lumi::test::row<quint16, QByteArray, QByteArray>();
     lumi::ExifTagList list;
     put(list, 0x1234, type, 1, value);
     const QByteArray bytes = lumi::ifdBytes(list, 0);
@@ -397,10 +392,7 @@ void TestExifBlockBytes::interoperabilityWithoutAPointerIsWritten()
 
 void TestExifBlockBytes::thumbnailPointerKeepsItsShape_data()
 {
-    QTest::addColumn<quint16>("type");
-    QTest::addColumn<quint32>("count");
-    QTest::addColumn<int>("size");
-    QTest::addColumn<QByteArray>("expected");
+    lumi::test::columns<quint16, quint32, int, QByteArray>();
     QTest::newRow("a long") << kLong << 1U << 4 << hex("1a000000");
     QTest::newRow("a short") << kShort << 1U << 2 << hex("1a00");
     QTest::newRow("two longs") << kLong << 2U << 8 << hex("2200000000000000");
@@ -408,10 +400,7 @@ void TestExifBlockBytes::thumbnailPointerKeepsItsShape_data()
 
 void TestExifBlockBytes::thumbnailPointerKeepsItsShape()
 {
-    QFETCH(quint16, type);
-    QFETCH(quint32, count);
-    QFETCH(int, size);
-    QFETCH(QByteArray, expected);
+    const auto [type, count, size, expected] = lumi::test::row<quint16, quint32, int, QByteArray>();
     Block block;
     put(block.ifd1, 0x0201, type, count, QByteArray(size, 'x'));
     const QByteArray bytes = lumi::photoStart(block.lists(), 100);
@@ -433,8 +422,7 @@ void TestExifBlockBytes::thumbnailPointerStaysWithoutAThumbnail()
 
 void TestExifBlockBytes::lengthCountsThumbnailAndPad_data()
 {
-    QTest::addColumn<quint32>("thumbnail");
-    QTest::addColumn<int>("length");
+    lumi::test::columns<quint32, int>();
     QTest::newRow("no thumbnail") << 0U << 34;
     QTest::newRow("an even thumbnail") << 2U << 36;
     QTest::newRow("an odd thumbnail and a zero byte") << 3U << 38;
@@ -442,8 +430,7 @@ void TestExifBlockBytes::lengthCountsThumbnailAndPad_data()
 
 void TestExifBlockBytes::lengthCountsThumbnailAndPad()
 {
-    QFETCH(quint32, thumbnail);
-    QFETCH(int, length);
+    const auto [thumbnail, length] = lumi::test::row<quint32, int>();
     Block block;
     putLong(block.ifd1, 0x0201, 0);
     const QByteArray bytes = lumi::photoStart(block.lists(), thumbnail);
@@ -453,8 +440,7 @@ void TestExifBlockBytes::lengthCountsThumbnailAndPad()
 
 void TestExifBlockBytes::lengthWrapsBehind16Bits_data()
 {
-    QTest::addColumn<int>("size");
-    QTest::addColumn<int>("length");
+    lumi::test::columns<int, int>();
     QTest::newRow("the longest that fits") << 65500 << 65534;
     QTest::newRow("one too long") << 65501 << 0;
     QTest::newRow("far too long") << 165501 << (165502 + 34) % 65536;
@@ -462,8 +448,7 @@ void TestExifBlockBytes::lengthWrapsBehind16Bits_data()
 
 void TestExifBlockBytes::lengthWrapsBehind16Bits()
 {
-    QFETCH(int, size);
-    QFETCH(int, length);
+    const auto [size, length] = lumi::test::row<int, int>();
     Block block;
     put(block.ifd0, 0x927C, kUndefined, quint32(size), QByteArray(size, 'm'));
     const QByteArray bytes = lumi::photoStart(block.lists(), 0);

@@ -2,6 +2,7 @@
 #include "exif/exifDictionary.h"
 #include "tests/exif/PhotoFolder.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QTest>
 
@@ -128,8 +129,7 @@ void TestExifDictionary::reachableRowsOfTheLaterRuns()
 
 void TestExifDictionary::names_data()
 {
-    QTest::addColumn<int>("tag");
-    QTest::addColumn<QString>("name");
+    lumi::test::columns<int, QString>();
     QTest::newRow("the first row") << 0x00FE << QStringLiteral("NewSubfileType");
     QTest::newRow("not the later Japanese row") << 0x0103 << QStringLiteral("Compression");
     QTest::newRow("the old number") << 0x9214 << QStringLiteral("SubjectLocation");
@@ -143,8 +143,8 @@ void TestExifDictionary::names_data()
 
 void TestExifDictionary::names()
 {
-    QFETCH(int, tag);
-    QTEST(tagName(tag), "name");
+    const auto [tag, name] = lumi::test::row<int, QString>();
+    QCOMPARE(tagName(tag), name);
 }
 
 void TestExifDictionary::numbersWithoutAName_data()

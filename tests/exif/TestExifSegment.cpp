@@ -2,6 +2,7 @@
 #include "exif/ExifSegment.h"
 #include "tests/exif/PhotoFolder.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QBuffer>
 #include <QTest>
@@ -132,8 +133,7 @@ void TestExifSegment::readsAFarValueOnDemand()
 
 void TestExifSegment::readErrorsAreNoEnd_data()
 {
-    QTest::addColumn<int>("failing");
-    QTest::addColumn<int>("half");
+    lumi::test::columns<int, int>();
     QTest::newRow("the header cannot be read") << 0 << -1;
     QTest::newRow("half the header is given") << -1 << 0;
     QTest::newRow("the segment cannot be read") << 1 << -1;
@@ -142,8 +142,7 @@ void TestExifSegment::readErrorsAreNoEnd_data()
 
 void TestExifSegment::readErrorsAreNoEnd()
 {
-    QFETCH(int, failing);
-    QFETCH(int, half);
+    const auto [failing, half] = lumi::test::row<int, int>();
     WatchedDevice device(lumi::test::fullPhoto(ExifBuilder::Order::Little).file());
     device.failingRead = failing;
     device.halfRead = half;
@@ -153,16 +152,14 @@ void TestExifSegment::readErrorsAreNoEnd()
 
 void TestExifSegment::farReadErrorFailsTheDirectory_data()
 {
-    QTest::addColumn<int>("failing");
-    QTest::addColumn<int>("half");
+    lumi::test::columns<int, int>();
     QTest::newRow("the value cannot be read") << 2 << -1;
     QTest::newRow("half the value is given") << -1 << 2;
 }
 
 void TestExifSegment::farReadErrorFailsTheDirectory()
 {
-    QFETCH(int, failing);
-    QFETCH(int, half);
+    const auto [failing, half] = lumi::test::row<int, int>();
     int place = 0;
     WatchedDevice device(photoWithFarValue(&place));
     device.failingRead = failing;
@@ -212,9 +209,7 @@ void TestExifSegment::holdsDirectoriesWhoseEntriesLieInIt()
 
 void TestExifSegment::largeValuesArePassedOver_data()
 {
-    QTest::addColumn<int>("type");
-    QTest::addColumn<quint32>("count");
-    QTest::addColumn<bool>("kept");
+    lumi::test::columns<int, quint32, bool>();
     QTest::newRow("65535 bytes") << 7 << 65535U << true;
     QTest::newRow("65536 bytes") << 7 << 65536U << false;
     QTest::newRow("65534 bytes of numbers") << 3 << 32767U << true;
@@ -225,9 +220,7 @@ void TestExifSegment::largeValuesArePassedOver_data()
 
 void TestExifSegment::largeValuesArePassedOver()
 {
-    QFETCH(int, type);
-    QFETCH(quint32, count);
-    QFETCH(bool, kept);
+    const auto [type, count, kept] = lumi::test::row<int, quint32, bool>();
     lumi::ExifTagList list;
     readFirst(ExifBuilder()
                   .shorts(Ifd0, 0x0100, {1})
@@ -257,10 +250,7 @@ void TestExifSegment::valuesEndAtAMegabyteInAll()
 
 void TestExifSegment::gpsDirectoryBeginsWithAGpsTag_data()
 {
-    QTest::addColumn<int>("tag");
-    QTest::addColumn<int>("type");
-    QTest::addColumn<QByteArray>("value");
-    QTest::addColumn<bool>("isGps");
+    lumi::test::columns<int, int, QByteArray, bool>();
     QTest::newRow("a version") << 0x0000 << 1 << QByteArray("\2\2\0\0", 4) << true;
     QTest::newRow("a reference") << 0x0001 << 2 << QByteArray("N\0", 2) << true;
     QTest::newRow("a reference of four bytes") << 0x0001 << 2 << QByteArray("N\0\0\0", 4) << true;
@@ -275,10 +265,7 @@ void TestExifSegment::gpsDirectoryBeginsWithAGpsTag_data()
 
 void TestExifSegment::gpsDirectoryBeginsWithAGpsTag()
 {
-    QFETCH(int, tag);
-    QFETCH(int, type);
-    QFETCH(QByteArray, value);
-    QFETCH(bool, isGps);
+    const auto [tag, type, value, isGps] = lumi::test::row<int, int, QByteArray, bool>();
     const auto count = quint32(type == 5 ? value.size() / 8 : type == 3 ? 1 : value.size());
     for (const auto order : {ExifBuilder::Order::Little, ExifBuilder::Order::Big}) {
         ExifBuilder photo(order);

@@ -3,6 +3,7 @@
 #include "tests/exif/PhotoFolder.h"
 #include "tests/exif/tagLists.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QFile>
 #include <QTest>
@@ -243,8 +244,7 @@ void TestFPVExifDocument::laterDuplicateTakesTheEarlierPlace()
 
 void TestFPVExifDocument::unknownTypesArePassedOver_data()
 {
-    QTest::addColumn<int>("type");
-    QTest::addColumn<bool>("known");
+    lumi::test::columns<int, bool>();
     const QList<int> known = {1, 2, 3, 4, 5, 7, 9, 10};
     for (int type = 0; type <= 14; ++type) {
         QTest::addRow("type %d", type) << type << known.contains(type);
@@ -256,8 +256,7 @@ void TestFPVExifDocument::unknownTypesArePassedOver_data()
 
 void TestFPVExifDocument::unknownTypesArePassedOver()
 {
-    QFETCH(int, type);
-    QFETCH(bool, known);
+    const auto [type, known] = lumi::test::row<int, bool>();
     for (const quint32 count : {0U, 1U, 3U, 100U}) {
         const FPVExifDocument document(m_folder.put(ExifBuilder()
                                                         .shorts(Ifd0, 0x0100, {1})

@@ -3,6 +3,7 @@
 #include "tests/exif/PhotoFolder.h"
 #include "tests/exif/tagLists.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QTest>
 
@@ -197,8 +198,7 @@ void TestFPVExifDocumentBounds::loopsOfDirectoriesEnd()
 
 void TestFPVExifDocumentBounds::directoryThatReachesOut_data()
 {
-    QTest::addColumn<ExifListKind>("list");
-    QTest::addColumn<int>("tag");
+    lumi::test::columns<ExifListKind, int>();
     QTest::newRow("Exif") << Exif << 0x9003;
     QTest::newRow("interoperability") << Interoperability << 0x0001;
     QTest::newRow("GPS") << Gps << 0x0005;
@@ -207,8 +207,7 @@ void TestFPVExifDocumentBounds::directoryThatReachesOut_data()
 
 void TestFPVExifDocumentBounds::directoryThatReachesOut()
 {
-    QFETCH(ExifListKind, list);
-    QFETCH(int, tag);
+    const auto [list, tag] = lumi::test::row<ExifListKind, int>();
     // Bytes of the segment behind the last entry: with and without a link, then a byte too few,
     // half the entries, the count alone, half the count, nothing.
     for (const int spare : {5, 0, -1, -12, -24, -25, -26}) {

@@ -3,6 +3,7 @@
 #include "tests/exif/PhotoFolder.h"
 #include "tests/support/FakeMachine.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QBuffer>
 #include <QImage>
@@ -65,8 +66,7 @@ void TestFPVExifDocumentThumbnail::thumbnailMayLieBehindTheSegment()
 
 void TestFPVExifDocumentThumbnail::thumbnailIsNull_data()
 {
-    QTest::addColumn<quint32>("offset");
-    QTest::addColumn<quint32>("length");
+    lumi::test::columns<quint32, quint32>();
     QTest::newRow("at the start of the block") << 0U << 100U;
     QTest::newRow("no bytes") << 60U << 0U;
     QTest::newRow("bytes that are no picture") << 8U << 40U;
@@ -80,8 +80,7 @@ void TestFPVExifDocumentThumbnail::thumbnailIsNull_data()
 
 void TestFPVExifDocumentThumbnail::thumbnailIsNull()
 {
-    QFETCH(quint32, offset);
-    QFETCH(quint32, length);
+    auto [offset, length] = lumi::test::row<quint32, quint32>();
     // The photo's own picture stands last, so a length that is too large by one would show it.
     ExifBuilder photo;
     const QByteArray jpeg = ExifBuilder::jpeg(24, 18, 0x204060);
@@ -152,9 +151,7 @@ void TestFPVExifDocumentThumbnail::aPreviewNeedsMemory()
 
 void TestFPVExifDocumentThumbnail::hasThumbnailAsksTheNumbersOnly_data()
 {
-    QTest::addColumn<quint32>("offset");
-    QTest::addColumn<quint32>("length");
-    QTest::addColumn<bool>("has");
+    lumi::test::columns<quint32, quint32, bool>();
     QTest::newRow("both") << 1U << 1U << true;
     QTest::newRow("an offset of zero") << 0U << 1U << false;
     QTest::newRow("a length of zero") << 1U << 0U << false;
@@ -163,12 +160,11 @@ void TestFPVExifDocumentThumbnail::hasThumbnailAsksTheNumbersOnly_data()
 
 void TestFPVExifDocumentThumbnail::hasThumbnailAsksTheNumbersOnly()
 {
-    QFETCH(quint32, offset);
-    QFETCH(quint32, length);
+    const auto [offset, length, has] = lumi::test::row<quint32, quint32, bool>();
     ExifBuilder photo;
     photo.shorts(Ifd0, 0x0112, {6}).longs(Ifd1, 0x0201, {offset}).longs(Ifd1, 0x0202, {length});
     const FPVExifDocument document(m_folder.put(photo));
-    QTEST(document.hasThumbnail(), "has");
+    QCOMPARE(document.hasThumbnail(), has);
 }
 
 LUMI_TEST(TestFPVExifDocumentThumbnail)

@@ -4,6 +4,7 @@
 #include "exif/exifInfoGroups.h"
 #include "tests/exif/PhotoFolder.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QTest>
 
@@ -121,8 +122,7 @@ void TestFPVExifFields::rowsFollowTheGroup()
 
 void TestFPVExifFields::whatDoesNotExistIsEmpty_data()
 {
-    QTest::addColumn<int>("group");
-    QTest::addColumn<int>("row");
+    lumi::test::columns<int, int>();
     QTest::newRow("a group below the first") << -1 << 0;
     QTest::newRow("a group behind the last") << 6 << 0;
     QTest::newRow("a row below the first") << 0 << -1;
@@ -132,8 +132,7 @@ void TestFPVExifFields::whatDoesNotExistIsEmpty_data()
 
 void TestFPVExifFields::whatDoesNotExistIsEmpty()
 {
-    QFETCH(int, group);
-    QFETCH(int, row);
+    const auto [group, row] = lumi::test::row<int, int>();
     FPVExifFields fields((QString()));
     fields.setGroup(group);
     QVERIFY(fields.rowLabel(row).isNull());

@@ -7,6 +7,7 @@
 #include "tests/exif/PhotoFolder.h"
 #include "tests/exif/walkedTags.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QTest>
 
@@ -197,8 +198,7 @@ void TestFPVExifFile::numbersKeepTheirFirstValue()
 
 void TestFPVExifFile::arraysOfNumbersAreNotFollowed_data()
 {
-    QTest::addColumn<int>("type");
-    QTest::addColumn<int>("value");
+    lumi::test::columns<int, int>();
     // The value word is an offset in the file and is taken for the values themselves.
     QTest::newRow("bytes") << 1 << 0x44;
     QTest::newRow("shorts") << 3 << 0x3344;
@@ -208,11 +208,11 @@ void TestFPVExifFile::arraysOfNumbersAreNotFollowed_data()
 
 void TestFPVExifFile::arraysOfNumbersAreNotFollowed()
 {
-    QFETCH(int, type);
+    const auto [type, value] = lumi::test::row<int, int>();
     const auto tag
         = onlyTag(m_folder.put(ExifBuilder().word(Ifd0, 0x0112, quint16(type), 1000, 0x11223344)));
     QVERIFY(tag);
-    QTEST(tag->intValue(), "value");
+    QCOMPARE(tag->intValue(), value);
 }
 
 void TestFPVExifFile::rationalIsReversed_data()
@@ -375,8 +375,7 @@ void TestFPVExifFile::opensAgain()
 
 void TestFPVExifFile::openFails_data()
 {
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<QByteArray>("reason");
+    lumi::test::columns<QByteArray, QByteArray>();
     const QByteArray good = lumi::test::fullPhoto(ExifBuilder::Order::Little).file();
     const QByteArray app0 = QByteArray::fromHex("ffe000104a46494600010101004800480000");
     QTest::newRow("an APP0 segment stands before it")
@@ -398,8 +397,7 @@ void TestFPVExifFile::openFails_data()
 
 void TestFPVExifFile::openFails()
 {
-    QFETCH(QByteArray, bytes);
-    QFETCH(QByteArray, reason);
+    const auto [bytes, reason] = lumi::test::row<QByteArray, QByteArray>();
     const QString path = m_folder.put(bytes);
     const QByteArray start = "FPVExifFile::open() ";
     const QByteArray end = " " + path.toLatin1();

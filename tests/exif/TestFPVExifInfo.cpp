@@ -2,6 +2,7 @@
 #include "exif/FPVExifInfo.h"
 #include "tests/exif/PhotoFolder.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QTest>
 
@@ -122,8 +123,7 @@ void TestFPVExifInfo::thumbnailIsReadAnew()
 
 void TestFPVExifInfo::thumbnailIsNull_data()
 {
-    QTest::addColumn<quint32>("offset");
-    QTest::addColumn<quint32>("length");
+    lumi::test::columns<quint32, quint32>();
     QTest::newRow("bytes that are no picture") << 8U << 30U;
     QTest::newRow("no bytes") << 8U << 0U;
     QTest::newRow("a negative length") << 8U << 0xFFFFFFFFU;
@@ -135,8 +135,7 @@ void TestFPVExifInfo::thumbnailIsNull_data()
 
 void TestFPVExifInfo::thumbnailIsNull()
 {
-    QFETCH(quint32, offset);
-    QFETCH(quint32, length);
+    const auto [offset, length] = lumi::test::row<quint32, quint32>();
     FPVExifInfo info(m_folder.put(ExifBuilder()
                                       .shorts(Ifd0, 0x0112, {6})
                                       .longs(Ifd1, 0x0201, {offset})

@@ -5,6 +5,7 @@
 #include "exif/FPVExifTagString.h"
 #include "exif/fillFormat.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QTest>
 
@@ -64,8 +65,7 @@ void TestFPVExifTag::everyClassTakesItsNameFromTheDictionary()
 
 void TestFPVExifTag::numbers_data()
 {
-    QTest::addColumn<qint32>("value");
-    QTest::addColumn<QString>("text");
+    lumi::test::columns<qint32, QString>();
     QTest::newRow("a small number") << 42 << QStringLiteral("42");
     QTest::newRow("zero") << 0 << QStringLiteral("0");
     QTest::newRow("a negative number") << -7 << QStringLiteral("-7");
@@ -74,11 +74,11 @@ void TestFPVExifTag::numbers_data()
 
 void TestFPVExifTag::numbers()
 {
-    QFETCH(qint32, value);
+    const auto [value, text] = lumi::test::row<qint32, QString>();
     const FPVExifTagNumber tag(0x0112, 3, 1, value);
     QCOMPARE(tag.intValue(), value);
-    QTEST(tag.text(), "text");
-    QTEST(tag.description(), "text");
+    QCOMPARE(tag.text(), text);
+    QCOMPARE(tag.description(), text);
     qint32 stored = 0;
     std::memcpy(&stored, tag.data(), sizeof stored);
     QCOMPARE(stored, value);
@@ -86,10 +86,7 @@ void TestFPVExifTag::numbers()
 
 void TestFPVExifTag::rationals_data()
 {
-    QTest::addColumn<qint32>("first");
-    QTest::addColumn<qint32>("second");
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("description");
+    lumi::test::columns<qint32, qint32, QString, QString>();
     QTest::newRow("a whole quotient") << 60 << 1 << QStringLiteral("60") << QStringLiteral("60/1");
     QTest::newRow("a quotient with six digits")
         << 1 << 3 << QStringLiteral("0.333333") << QStringLiteral("1/3");
@@ -102,14 +99,14 @@ void TestFPVExifTag::rationals_data()
 
 void TestFPVExifTag::rationals()
 {
-    QFETCH(qint32, first);
-    QFETCH(qint32, second);
+    const auto [first, second, text, description]
+        = lumi::test::row<qint32, qint32, QString, QString>();
     const FPVExifTagRational tag(0x829A, 5, 1, first, second);
     QCOMPARE(tag.intValue(), first);
     QCOMPARE(tag.first(), first);
     QCOMPARE(tag.second(), second);
-    QTEST(tag.text(), "text");
-    QTEST(tag.description(), "description");
+    QCOMPARE(tag.text(), text);
+    QCOMPARE(tag.description(), description);
     qint32 stored = 0;
     std::memcpy(&stored, tag.data(), sizeof stored);
     QCOMPARE(stored, first);
@@ -117,8 +114,7 @@ void TestFPVExifTag::rationals()
 
 void TestFPVExifTag::strings_data()
 {
-    QTest::addColumn<QString>("string");
-    QTest::addColumn<int>("value");
+    lumi::test::columns<QString, int>();
     QTest::newRow("a word") << QStringLiteral("Anvil") << 0;
     QTest::newRow("a number") << QStringLiteral("123") << 123;
     QTest::newRow("nothing") << QStringLiteral("") << 0;
@@ -127,18 +123,17 @@ void TestFPVExifTag::strings_data()
 
 void TestFPVExifTag::strings()
 {
-    QFETCH(QString, string);
+    const auto [string, value] = lumi::test::row<QString, int>();
     const FPVExifTagString tag(0x010F, 2, quint32(string.size() + 1), string);
     QCOMPARE(tag.text(), string);
     QCOMPARE(tag.description(), string);
-    QTEST(tag.intValue(), "value");
+    QCOMPARE(tag.intValue(), value);
     QCOMPARE(QByteArray(tag.data()), string.toLatin1());
 }
 
 void TestFPVExifTag::stringDataNeverExceedsTheString_data()
 {
-    QTest::addColumn<quint32>("count");
-    QTest::addColumn<QByteArray>("data");
+    lumi::test::columns<quint32, QByteArray>();
     QTest::newRow("a count below the length cuts") << 2U << QByteArray("An");
     QTest::newRow("the count of the file") << 6U << QByteArray("Anvil");
     QTest::newRow("a lying count adds nothing") << 0xFFFFFFFFU << QByteArray("Anvil");
@@ -147,16 +142,14 @@ void TestFPVExifTag::stringDataNeverExceedsTheString_data()
 
 void TestFPVExifTag::stringDataNeverExceedsTheString()
 {
-    QFETCH(quint32, count);
-    QFETCH(QByteArray, data);
+    const auto [count, data] = lumi::test::row<quint32, QByteArray>();
     const FPVExifTagString tag(0x010F, 2, count, QStringLiteral("Anvil"));
     QCOMPARE(QByteArray(tag.data()), data);
 }
 
 void TestFPVExifTag::bytesAsANumber_data()
 {
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<int>("value");
+    lumi::test::columns<QByteArray, int>();
     const quint16 shortValue = 0xFFFE;
     const qint32 longValue = -3;
     const auto *two = reinterpret_cast<const char *>(&shortValue);
@@ -170,17 +163,16 @@ void TestFPVExifTag::bytesAsANumber_data()
 
 void TestFPVExifTag::bytesAsANumber()
 {
-    QFETCH(QByteArray, bytes);
+    const auto [bytes, value] = lumi::test::row<QByteArray, int>();
     const FPVExifTagBytes tag(0x0112, 7, quint32(bytes.size()), bytes);
-    QTEST(tag.intValue(), "value");
+    QCOMPARE(tag.intValue(), value);
     QVERIFY(tag.data());
     QCOMPARE(QByteArray(tag.data(), tag.size()), bytes);
 }
 
 void TestFPVExifTag::bytesAsAText_data()
 {
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<QString>("text");
+    lumi::test::columns<QByteArray, QString>();
     QTest::newRow("a closed text") << QByteArray("Anvil\0", 6) << QStringLiteral("Anvil");
     QTest::newRow("a text without an end stops with the array")
         << QByteArray("Anvil") << QStringLiteral("Anvil");
@@ -191,10 +183,10 @@ void TestFPVExifTag::bytesAsAText_data()
 
 void TestFPVExifTag::bytesAsAText()
 {
-    QFETCH(QByteArray, bytes);
+    const auto [bytes, text] = lumi::test::row<QByteArray, QString>();
     // An array of exactly that size, so that a sanitizer sees a byte too many.
     const FPVExifTagBytes tag(0x010F, 2, quint32(bytes.size()), bytes);
-    QTEST(tag.text(), "text");
+    QCOMPARE(tag.text(), text);
     QVERIFY(tag.description().isEmpty());
 }
 
@@ -208,9 +200,7 @@ void TestFPVExifTag::bytesAreACopy()
 
 void TestFPVExifTag::formats_data()
 {
-    QTest::addColumn<QString>("format");
-    QTest::addColumn<QStringList>("values");
-    QTest::addColumn<QString>("filled");
+    lumi::test::columns<QString, QStringList, QString>();
     QTest::newRow("one value") << QStringLiteral("%d") << QStringList{QStringLiteral("5")}
                                << QStringLiteral("5");
     QTest::newRow("two in order") << QStringLiteral("%d/%d")
@@ -231,9 +221,8 @@ void TestFPVExifTag::formats_data()
 
 void TestFPVExifTag::formats()
 {
-    QFETCH(QString, format);
-    QFETCH(QStringList, values);
-    QTEST(lumi::fillFormat(format, values), "filled");
+    const auto [format, values, filled] = lumi::test::row<QString, QStringList, QString>();
+    QCOMPARE(lumi::fillFormat(format, values), filled);
 }
 
 LUMI_TEST(TestFPVExifTag)

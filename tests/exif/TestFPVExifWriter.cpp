@@ -4,6 +4,7 @@
 #include "tests/exif/RewriteTest.h"
 #include "tests/exif/tagLists.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -94,9 +95,7 @@ void TestFPVExifWriter::newTagBecomesTheLast()
 
 void TestFPVExifWriter::setTagCopiesAsManyBytesAsTypeAndCountSay_data()
 {
-    QTest::addColumn<quint16>("type");
-    QTest::addColumn<quint32>("count");
-    QTest::addColumn<QByteArray>("expected");
+    lumi::test::columns<quint16, quint32, QByteArray>();
     QTest::newRow("one byte") << quint16(1) << 1U << QByteArray("0");
     QTest::newRow("a text of five") << quint16(2) << 5U << QByteArray("01234");
     QTest::newRow("three shorts") << quint16(3) << 3U << QByteArray("012345");
@@ -109,9 +108,7 @@ void TestFPVExifWriter::setTagCopiesAsManyBytesAsTypeAndCountSay_data()
 
 void TestFPVExifWriter::setTagCopiesAsManyBytesAsTypeAndCountSay()
 {
-    QFETCH(quint16, type);
-    QFETCH(quint32, count);
-    QFETCH(QByteArray, expected);
+    const auto [type, count, expected] = lumi::test::row<quint16, quint32, QByteArray>();
     QByteArray data = "0123456789abcdefghij";
     FPVExifWriter writer(put(fullPhoto(ExifBuilder::Order::Little)));
     writer.setTag(0x9286, type, count, data.constData(), Exif);
@@ -146,8 +143,7 @@ void TestFPVExifWriter::removeTagRemovesOnlyThere()
 
 void TestFPVExifWriter::listsAreChosenByKind_data()
 {
-    QTest::addColumn<int>("kind");
-    QTest::addColumn<int>("list");
+    lumi::test::columns<int, int>();
     for (int kind = 0; kind < 5; ++kind) {
         QTest::addRow("list %d", kind) << kind << kind;
     }
@@ -157,8 +153,7 @@ void TestFPVExifWriter::listsAreChosenByKind_data()
 
 void TestFPVExifWriter::listsAreChosenByKind()
 {
-    QFETCH(int, kind);
-    QFETCH(int, list);
+    const auto [kind, list] = lumi::test::row<int, int>();
     FPVExifWriter writer(put(fullPhoto(ExifBuilder::Order::Little)));
     writer.setTag(0x7777, 2, 2, "x", ExifListKind(kind));
     for (const ExifListKind each : kAllLists) {
@@ -179,8 +174,7 @@ void TestFPVExifWriter::unreadablePhotoTakesNoTags()
 
 void TestFPVExifWriter::temporaryNames_data()
 {
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("expected");
+    lumi::test::columns<QString, QString>();
     const auto row = [](const char *name, const char *expected) {
         QTest::newRow(name) << QString::fromUtf8(name) << QString::fromUtf8(expected);
     };
@@ -195,8 +189,7 @@ void TestFPVExifWriter::temporaryNames_data()
 
 void TestFPVExifWriter::temporaryNames()
 {
-    QFETCH(QString, name);
-    QFETCH(QString, expected);
+    const auto [name, expected] = lumi::test::row<QString, QString>();
     QCOMPARE(lumi::freeTemporaryPath(m_folder->path(name)), m_folder->path(expected));
     const QString path = m_folder->put(fullPhoto(ExifBuilder::Order::Big), name);
     QCOMPARE(rewritten(path), kDone);
@@ -374,8 +367,7 @@ void TestFPVExifWriter::anotherFileUnderTheNameIsNotTouched()
 
 void TestFPVExifWriter::photoThatCannotBeReadFromAPlaceIsNotTouched_data()
 {
-    QTest::addColumn<int>("seek");
-    QTest::addColumn<int>("result");
+    lumi::test::columns<int, int>();
     QTest::newRow("where the thumbnail is") << 0 << kFailed;
     QTest::newRow("where the image data begin") << 1 << kFailed;
     QTest::newRow("where nobody looks") << 2 << kDone;
@@ -383,8 +375,7 @@ void TestFPVExifWriter::photoThatCannotBeReadFromAPlaceIsNotTouched_data()
 
 void TestFPVExifWriter::photoThatCannotBeReadFromAPlaceIsNotTouched()
 {
-    QFETCH(int, seek);
-    QFETCH(int, result);
+    const auto [seek, result] = lumi::test::row<int, int>();
     const QByteArray before = fullPhoto(ExifBuilder::Order::Big).file();
     const QString path = m_folder->put(before);
     UnevenFile photo(path, seek);

@@ -2,6 +2,7 @@
 #include "app/common/messages.h"
 #include "exif/flashText.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QTest>
 
@@ -20,8 +21,7 @@ private Q_SLOTS:
 
 void TestFlashText::bits_data()
 {
-    QTest::addColumn<int>("bits");
-    QTest::addColumn<QString>("text");
+    lumi::test::columns<int, QString>();
     const auto row = [](int bits, const char *text) {
         QTest::addRow("0x%02X", static_cast<unsigned>(bits)) << bits << QString::fromLatin1(text);
     };
@@ -54,14 +54,13 @@ void TestFlashText::bits_data()
 
 void TestFlashText::bits()
 {
-    QFETCH(int, bits);
-    QTEST(lumi::flashText(bits), "text");
+    const auto [bits, text] = lumi::test::row<int, QString>();
+    QCOMPARE(lumi::flashText(bits), text);
 }
 
 void TestFlashText::messages_data()
 {
-    QTest::addColumn<int>("bits");
-    QTest::addColumn<QList<int>>("expected");
+    lumi::test::columns<int, QList<int>>();
     const auto row = [](int bits, const QList<int> &messages) {
         QTest::addRow("0x%02X", static_cast<unsigned>(bits)) << bits << messages;
     };
@@ -83,14 +82,14 @@ void TestFlashText::messages_data()
 
 void TestFlashText::messages()
 {
-    QFETCH(int, bits);
+    const auto [bits, expected] = lumi::test::row<int, QList<int>>();
     QList<int> found;
     QStringList lines;
     for (const lumi::MessageId message : lumi::flashMessages(bits)) {
         found.append(message);
         lines.append(msg(message));
     }
-    QTEST(found, "expected");
+    QCOMPARE(found, expected);
     QCOMPARE(lumi::flashText(bits), lines.join(QLatin1Char('\n')));
 }
 

@@ -6,6 +6,7 @@
 #include "tests/exif/RewriteTest.h"
 #include "tests/exif/tagLists.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QTest>
 #include <QtEndian>
@@ -111,10 +112,7 @@ bool TestLargeBlocks::survivesASave(const QString &path)
 
 void TestLargeBlocks::largeValueIsReadWithTheRest_data()
 {
-    QTest::addColumn<ExifListKind>("list");
-    QTest::addColumn<quint16>("tag");
-    QTest::addColumn<quint32>("size");
-    QTest::addColumn<quint32>("offset");
+    lumi::test::columns<ExifListKind, quint16, quint32, quint32>();
     for (const ExifListKind list : {Ifd0, Exif, Interoperability, Gps, Ifd1}) {
         const auto row = [list](const char *what, quint32 size, quint32 offset) {
             QTest::addRow("list %d, %s", int(list), what) << list << kMakerNote << size << offset;
@@ -132,10 +130,8 @@ void TestLargeBlocks::largeValueIsReadWithTheRest_data()
 
 void TestLargeBlocks::largeValueIsReadWithTheRest()
 {
-    QFETCH(ExifListKind, list);
-    QFETCH(quint16, tag);
-    QFETCH(quint32, size);
-    QFETCH(quint32, offset);
+    const auto [list, tag, size, offset]
+        = lumi::test::row<ExifListKind, quint16, quint32, quint32>();
     for (const auto order : {ExifBuilder::Order::Little, ExifBuilder::Order::Big}) {
         const QString path
             = put(smallThings(order).word(list, tag, 7, size, offset).thumbnail("a picture"));
@@ -165,8 +161,7 @@ void TestLargeBlocks::noteBehindTheImageMovesIn()
 
 void TestLargeBlocks::largeNoteBesideAThumbnail_data()
 {
-    QTest::addColumn<int>("note");
-    QTest::addColumn<int>("thumbnail");
+    lumi::test::columns<int, int>();
     for (const int note : {20000, 40001, 60000}) {
         for (const int thumbnail : {4000, 5001}) {
             QTest::addRow("%d and %d", note, thumbnail) << note << thumbnail;
@@ -176,8 +171,7 @@ void TestLargeBlocks::largeNoteBesideAThumbnail_data()
 
 void TestLargeBlocks::largeNoteBesideAThumbnail()
 {
-    QFETCH(int, note);
-    QFETCH(int, thumbnail);
+    const auto [note, thumbnail] = lumi::test::row<int, int>();
     for (const auto order : {ExifBuilder::Order::Little, ExifBuilder::Order::Big}) {
         ExifBuilder photo = smallThings(order);
         const QString path = put(photo.makerNote(noteOf(note)).thumbnail(noteOf(thumbnail)));
@@ -297,9 +291,7 @@ void TestLargeBlocks::garbageBehindTheLinkHidesNothing()
 
 void TestLargeBlocks::thumbnailPartlyOutsideIsCounted_data()
 {
-    QTest::addColumn<int>("note");
-    QTest::addColumn<int>("thumbnail");
-    QTest::addColumn<bool>("fits");
+    lumi::test::columns<int, int, bool>();
     QTest::newRow("there is room for both") << 20000 << 30000 << true;
     QTest::newRow("there is room for one") << 50000 << 30000 << false;
     QTest::newRow("the thumbnail alone is too large") << 30000 << 65519 << false;
@@ -307,9 +299,7 @@ void TestLargeBlocks::thumbnailPartlyOutsideIsCounted_data()
 
 void TestLargeBlocks::thumbnailPartlyOutsideIsCounted()
 {
-    QFETCH(int, note);
-    QFETCH(int, thumbnail);
-    QFETCH(bool, fits);
+    const auto [note, thumbnail, fits] = lumi::test::row<int, int, bool>();
     // What lies outside reads as a comment of the image.
     QByteArray picture = noteOf(thumbnail);
     const int outside = thumbnail - 100;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "exif/LatLong.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QTest>
 
@@ -80,9 +81,7 @@ void TestLatLong::formatsNothing()
 
 void TestLatLong::fractionIsScaledByItsSize_data()
 {
-    QTest::addColumn<quint32>("fraction");
-    QTest::addColumn<quint32>("numerator");
-    QTest::addColumn<quint32>("denominator");
+    lumi::test::columns<quint32, quint32, quint32>();
     QTest::newRow("000 adds nothing") << 0U << 20U << 1U;
     QTest::newRow("001 adds a tenth") << 1U << 201U << 10U;
     QTest::newRow("005 adds five tenths") << 5U << 205U << 10U;
@@ -96,9 +95,7 @@ void TestLatLong::fractionIsScaledByItsSize_data()
 
 void TestLatLong::fractionIsScaledByItsSize()
 {
-    QFETCH(quint32, fraction);
-    QFETCH(quint32, numerator);
-    QFETCH(quint32, denominator);
+    const auto [fraction, numerator, denominator] = lumi::test::row<quint32, quint32, quint32>();
     LatLong value;
     QTest::ignoreMessage(QtDebugMsg, "LatLong::isFormat\r");
     QVERIFY(value.setText(QStringLiteral("x")));

@@ -6,6 +6,7 @@
 #include "tests/exif/RewriteTest.h"
 #include "tests/exif/tagLists.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QTest>
 #include <QtEndian>
@@ -126,8 +127,7 @@ void TestRewriteBounds::emptiedGpsSavedTwice()
 
 void TestRewriteBounds::emptiedGpsWhileExifGrows_data()
 {
-    QTest::addColumn<QByteArray>("filling");
-    QTest::addColumn<int>("found");
+    lumi::test::columns<QByteArray, int>();
     // What the pointer left over finds in the new comment.
     QTest::newRow("letters") << QByteArray("word", 4) << 0;
     QTest::newRow("zeros") << QByteArray(4, '\0') << 0;
@@ -141,8 +141,7 @@ void TestRewriteBounds::emptiedGpsWhileExifGrows_data()
 
 void TestRewriteBounds::emptiedGpsWhileExifGrows()
 {
-    QFETCH(QByteArray, filling);
-    QFETCH(int, found);
+    const auto [filling, found] = lumi::test::row<QByteArray, int>();
     const QString path = put(fullPhoto(ExifBuilder::Order::Little));
     const QByteArray before = contentOf(path);
     const int stale = FPVExifDocument(path).find(0x8825, Ifd0)->intValue();
@@ -340,16 +339,14 @@ void TestRewriteBounds::stalePointerIntoAValue()
 
 void TestRewriteBounds::lengthOfTheLargestBlock_data()
 {
-    QTest::addColumn<int>("pointer");
-    QTest::addColumn<ExifListKind>("list");
+    lumi::test::columns<int, ExifListKind>();
     QTest::newRow("an Exif directory") << 0x8769 << Exif;
     QTest::newRow("a GPS directory") << 0x8825 << Gps;
 }
 
 void TestRewriteBounds::lengthOfTheLargestBlock()
 {
-    QFETCH(int, pointer);
-    QFETCH(ExifListKind, list);
+    const auto [pointer, list] = lumi::test::row<int, ExifListKind>();
     constexpr int kMost = 65518 - (2 + 12 + 4) - (2 + 24 + 4); // a pointer, two tags
     const QByteArray image = ExifBuilder::jpeg(64, 48, 0x345678);
     for (const int size : {kMost - 1, kMost, kMost + 1}) {

@@ -3,6 +3,7 @@
 // What then lies on the disk is the matter of tests/faults.
 #include "tests/exif/RewriteWorld.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QFile>
 #include <QTest>
@@ -44,10 +45,7 @@ void TestRewriteFaults::undisturbedWayToTheNewPhoto()
 
 void TestRewriteFaults::callFails_data()
 {
-    QTest::addColumn<int>("step");
-    QTest::addColumn<int>("error");
-    QTest::addColumn<int>("result");
-    QTest::addColumn<bool>("renewed");
+    lumi::test::columns<int, int, int, bool>();
     const auto row = [](int step, const char *what, int error, int result, bool renewed) {
         QTest::addRow("%d: %s: %s", step, qPrintable(RewriteWorld::steps().value(step)), what)
             << step << error << result << renewed;
@@ -84,10 +82,7 @@ void TestRewriteFaults::callFails_data()
 
 void TestRewriteFaults::callFails()
 {
-    QFETCH(int, step);
-    QFETCH(int, error);
-    QFETCH(int, result);
-    QFETCH(bool, renewed);
+    const auto [step, error, result, renewed] = lumi::test::row<int, int, int, bool>();
     FPVExifWriter writer(m_world->path);
     {
         FileFaults faults(m_world->place);

@@ -3,6 +3,7 @@
 #include "tests/exif/RewriteWorld.h"
 #include "tests/support/FullDisk.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QDir>
 #include <QFile>
@@ -76,9 +77,7 @@ void TestRewriteMeanwhile::smallDiskOrElseALimitOfFilesIsReached()
 
 void TestRewriteMeanwhile::fileSizeIsReallyLimited_data()
 {
-    QTest::addColumn<int>("limit");
-    QTest::addColumn<int>("freeKB");
-    QTest::addColumn<int>("result");
+    lumi::test::columns<int, int, int>();
     for (const int limit : {0, 1, 100, 700, 5000, 20000, RewriteWorld::kPhotoSize}) {
         QTest::addRow("%d bytes and room", limit) << limit << 1000000 << kDone;
         QTest::addRow("%d bytes and no room", limit) << limit << 5 << kNoRoom;
@@ -87,9 +86,7 @@ void TestRewriteMeanwhile::fileSizeIsReallyLimited_data()
 
 void TestRewriteMeanwhile::fileSizeIsReallyLimited()
 {
-    QFETCH(int, limit);
-    QFETCH(int, freeKB);
-    QFETCH(int, result);
+    const auto [limit, freeKB, result] = lumi::test::row<int, int, int>();
     FakeMachine::install()->setFreeDiskKB(freeKB);
     FPVExifWriter writer(m_world->path);
     int saved = -1;
@@ -104,8 +101,7 @@ void TestRewriteMeanwhile::fileSizeIsReallyLimited()
 
 void TestRewriteMeanwhile::failedWriteAsksForRoom_data()
 {
-    QTest::addColumn<int>("freeKB");
-    QTest::addColumn<int>("result");
+    lumi::test::columns<int, int>();
     QTest::newRow("as much as the photo takes") << RewriteWorld::kPhotoSize / 1024 << kDone;
     QTest::newRow("less than the photo takes") << RewriteWorld::kPhotoSize / 1024 - 1 << kNoRoom;
     QTest::newRow("nothing") << 0 << kNoRoom;
@@ -113,8 +109,7 @@ void TestRewriteMeanwhile::failedWriteAsksForRoom_data()
 
 void TestRewriteMeanwhile::failedWriteAsksForRoom()
 {
-    QFETCH(int, freeKB);
-    QFETCH(int, result);
+    const auto [freeKB, result] = lumi::test::row<int, int>();
     FakeMachine::install()->setFreeDiskKB(freeKB);
     FPVExifWriter writer(m_world->path);
     FileFaults faults(m_world->place);

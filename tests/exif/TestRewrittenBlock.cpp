@@ -4,6 +4,7 @@
 #include "tests/exif/RewriteTest.h"
 #include "tests/exif/tagLists.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QFile>
 #include <QTest>
@@ -148,8 +149,7 @@ void TestRewrittenBlock::oddThumbnailIsFollowedByAZeroByte()
 
 void TestRewrittenBlock::thumbnailOutsideTheFileIsNotCopied_data()
 {
-    QTest::addColumn<quint32>("offset");
-    QTest::addColumn<quint32>("length");
+    lumi::test::columns<quint32, quint32>();
     QTest::newRow("begins behind the file") << 0x7FFFFFFFU << 10U;
     QTest::newRow("ends behind the file") << 8U << 0x7FFFFFFFU;
     QTest::newRow("is as long as can be said") << 8U << 0xFFFFFFFFU;
@@ -160,8 +160,7 @@ void TestRewrittenBlock::thumbnailOutsideTheFileIsNotCopied_data()
 
 void TestRewrittenBlock::thumbnailOutsideTheFileIsNotCopied()
 {
-    QFETCH(quint32, offset);
-    QFETCH(quint32, length);
+    const auto [offset, length] = lumi::test::row<quint32, quint32>();
     ExifBuilder photo = plainPhoto(ExifBuilder::Order::Little);
     const QString path = put(photo.longs(Ifd1, 0x0201, {offset}).longs(Ifd1, 0x0202, {length}));
     const QByteArray before = contentOf(path);
@@ -248,8 +247,7 @@ void TestRewrittenBlock::makerNoteKeepsItsBytes()
 
 void TestRewrittenBlock::lengthIsKnownBeforeItIsWritten_data()
 {
-    QTest::addColumn<int>("thumbnail");
-    QTest::addColumn<int>("comment");
+    lumi::test::columns<int, int>();
     QTest::newRow("without a thumbnail") << 0 << 0;
     QTest::newRow("an even thumbnail") << 1000 << 0;
     QTest::newRow("an odd thumbnail") << 1001 << 0;
@@ -259,8 +257,7 @@ void TestRewrittenBlock::lengthIsKnownBeforeItIsWritten_data()
 
 void TestRewrittenBlock::lengthIsKnownBeforeItIsWritten()
 {
-    QFETCH(int, thumbnail);
-    QFETCH(int, comment);
+    const auto [thumbnail, comment] = lumi::test::row<int, int>();
     ExifBuilder photo;
     photo.ascii(Ifd0, 0x010F, "Anvil Works");
     if (thumbnail > 0) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "exif/typeSize.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QTest>
 
@@ -15,8 +16,7 @@ private Q_SLOTS:
 
 void TestTypeSize::sizes_data()
 {
-    QTest::addColumn<int>("type");
-    QTest::addColumn<int>("size");
+    lumi::test::columns<int, int>();
     const int sizes[] = {0, 1, 1, 2, 4, 8, 0, 1, 0, 4, 8};
     for (int type = 0; type <= 10; ++type) {
         QTest::addRow("type %d", type) << type << sizes[type];
@@ -29,8 +29,8 @@ void TestTypeSize::sizes_data()
 
 void TestTypeSize::sizes()
 {
-    QFETCH(int, type);
-    QTEST(typeSize(type), "size");
+    const auto [type, size] = lumi::test::row<int, int>();
+    QCOMPARE(typeSize(type), size);
 }
 
 LUMI_TEST(TestTypeSize)

@@ -2,6 +2,7 @@
 #include "exif/userComment.h"
 #include "tests/exif/rowText.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QTest>
 
@@ -31,9 +32,7 @@ private:
 
 void TestUserComment::comments_data()
 {
-    QTest::addColumn<QByteArray>("mark");
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<QString>("text");
+    lumi::test::columns<QByteArray, QByteArray, QString>();
     const QByteArray unicode("UNICODE\0", 8);
     const QByteArray ascii("ASCII\0\0\0", 8);
     const QByteArray jis("JIS\0\0\0\0\0", 8);
@@ -86,14 +85,13 @@ void TestUserComment::comments_data()
 
 void TestUserComment::comments()
 {
-    QFETCH(QByteArray, mark);
-    QFETCH(QByteArray, bytes);
-    QTEST(lumi::userCommentText(mark + bytes), "text");
+    const auto [mark, bytes, text] = lumi::test::row<QByteArray, QByteArray, QString>();
+    QCOMPARE(lumi::userCommentText(mark + bytes), text);
     for (const auto order : lumi::test::kBothOrders) {
         ExifBuilder photo(order);
         photo.undefined(Exif, 0x9286, mark + bytes);
         for (const bool withUnit : {true, false}) {
-            QTEST(rowText(m_folder, photo, 1, 5, withUnit), "text");
+            QCOMPARE(rowText(m_folder, photo, 1, 5, withUnit), text);
         }
     }
 }
@@ -153,8 +151,7 @@ void TestUserComment::everyCut()
 
 void TestUserComment::version_data()
 {
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<QString>("text");
+    lumi::test::columns<QByteArray, QString>();
     QTest::newRow("2.2") << QByteArray("0220") << QStringLiteral("0220");
     QTest::newRow("2.31") << QByteArray("0231") << QStringLiteral("0231");
     QTest::newRow("up to a NUL") << QByteArray("02\0"
@@ -168,10 +165,10 @@ void TestUserComment::version_data()
 
 void TestUserComment::version()
 {
-    QFETCH(QByteArray, bytes);
+    const auto [bytes, text] = lumi::test::row<QByteArray, QString>();
     ExifBuilder photo;
     photo.undefined(Exif, 0x9000, bytes);
-    QTEST(rowText(m_folder, photo, 0, 9), "text");
+    QCOMPARE(rowText(m_folder, photo, 0, 9), text);
 }
 
 LUMI_TEST(TestUserComment)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/exif/rowText.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QTest>
 
@@ -27,8 +28,7 @@ private:
 
 void TestValueAscii::dates_data()
 {
-    QTest::addColumn<QByteArray>("stored");
-    QTest::addColumn<QString>("text");
+    lumi::test::columns<QByteArray, QString>();
     const auto row = [](const char *name, const char *stored, const char *text) {
         QTest::newRow(name) << QByteArray(stored) << QString::fromLatin1(text);
     };
@@ -45,14 +45,14 @@ void TestValueAscii::dates_data()
 
 void TestValueAscii::dates()
 {
-    QFETCH(QByteArray, stored);
+    const auto [stored, text] = lumi::test::row<QByteArray, QString>();
     ExifBuilder photo;
     photo.ascii(Ifd0, 0x0132, stored).ascii(Exif, 0x9003, stored).ascii(Exif, 0x9004, stored);
     FPVExifFields fields(m_folder.put(photo));
-    QTEST(fields.valueText(2, true), "text");
+    QCOMPARE(fields.valueText(2, true), text);
     fields.setGroup(1);
-    QTEST(fields.valueText(2, true), "text");
-    QTEST(fields.valueText(3, false), "text");
+    QCOMPARE(fields.valueText(2, true), text);
+    QCOMPARE(fields.valueText(3, false), text);
 }
 
 void TestValueAscii::onlyDatesAreChanged()
@@ -64,9 +64,7 @@ void TestValueAscii::onlyDatesAreChanged()
 
 void TestValueAscii::copyright_data()
 {
-    QTest::addColumn<QByteArray>("stored");
-    QTest::addColumn<QString>("author");
-    QTest::addColumn<QString>("compilation");
+    lumi::test::columns<QByteArray, QString, QString>();
     const auto row = [](const char *name, const QByteArray &stored, const char *author,
                         const char *compilation) {
         QTest::newRow(name) << stored << QString::fromUtf8(author)
@@ -90,19 +88,18 @@ void TestValueAscii::copyright_data()
 
 void TestValueAscii::copyright()
 {
-    QFETCH(QByteArray, stored);
+    const auto [stored, author, compilation] = lumi::test::row<QByteArray, QString, QString>();
     for (const auto order : lumi::test::kBothOrders) {
         ExifBuilder photo(order);
         photo.value(Ifd0, 0x8298, 2, quint32(stored.size()), stored);
-        QTEST(rowText(m_folder, photo, 0, 3), "author");
-        QTEST(rowText(m_folder, photo, 0, 4), "compilation");
+        QCOMPARE(rowText(m_folder, photo, 0, 3), author);
+        QCOMPARE(rowText(m_folder, photo, 0, 4), compilation);
     }
 }
 
 void TestValueAscii::plainTexts_data()
 {
-    QTest::addColumn<QByteArray>("stored");
-    QTest::addColumn<QString>("text");
+    lumi::test::columns<QByteArray, QString>();
     QTest::newRow("as it is") << QByteArray("Anvil Works\0", 12) << QStringLiteral("Anvil Works");
     QTest::newRow("blanks stay") << QByteArray("  Anvil  \0", 10) << QStringLiteral("  Anvil  ");
     QTest::newRow("up to the first NUL")
@@ -114,7 +111,7 @@ void TestValueAscii::plainTexts_data()
 
 void TestValueAscii::plainTexts()
 {
-    QFETCH(QByteArray, stored);
+    const auto [stored, text] = lumi::test::row<QByteArray, QString>();
     ExifBuilder photo;
     const auto count = quint32(stored.size());
     photo.value(Ifd0, 0x010F, 2, count, stored)
@@ -124,11 +121,11 @@ void TestValueAscii::plainTexts()
         .value(Exif, 0xA004, 2, count, stored);
     FPVExifFields fields(m_folder.put(photo));
     for (const int row : {0, 1, 8}) {
-        QTEST(fields.valueText(row, true), "text");
+        QCOMPARE(fields.valueText(row, true), text);
     }
     fields.setGroup(1);
     for (const int row : {0, 4}) {
-        QTEST(fields.valueText(row, false), "text");
+        QCOMPARE(fields.valueText(row, false), text);
     }
 }
 

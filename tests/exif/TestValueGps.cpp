@@ -2,6 +2,7 @@
 // Positions and heights: each text is made of two tags.
 #include "tests/exif/rowText.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QTest>
 
@@ -63,9 +64,7 @@ void TestValueGps::position()
 
 void TestValueGps::reference_data()
 {
-    QTest::addColumn<QByteArray>("stored");
-    QTest::addColumn<QString>("latitude");
-    QTest::addColumn<QString>("longitude");
+    lumi::test::columns<QByteArray, QString, QString>();
     const QString none;
     QTest::newRow("north") << QByteArray("N") << QStringLiteral("N35.40.20.000") << none;
     QTest::newRow("south") << QByteArray("S") << QStringLiteral("S35.40.20.000") << none;
@@ -81,21 +80,19 @@ void TestValueGps::reference_data()
 
 void TestValueGps::reference()
 {
-    QFETCH(QByteArray, stored);
+    const auto [stored, latitude, longitude] = lumi::test::row<QByteArray, QString, QString>();
     ExifBuilder photo;
     photo.ascii(Gps, 0x0001, stored)
         .rationals(Gps, 0x0002, {{35, 1}, {40, 1}, {20, 1}})
         .ascii(Gps, 0x0003, stored)
         .rationals(Gps, 0x0004, {{35, 1}, {40, 1}, {20, 1}});
-    QTEST(rowText(m_folder, photo, kGroup, kLatitude), "latitude");
-    QTEST(rowText(m_folder, photo, kGroup, kLongitude), "longitude");
+    QCOMPARE(rowText(m_folder, photo, kGroup, kLatitude), latitude);
+    QCOMPARE(rowText(m_folder, photo, kGroup, kLongitude), longitude);
 }
 
 void TestValueGps::seconds_data()
 {
-    QTest::addColumn<quint32>("numerator");
-    QTest::addColumn<quint32>("denominator");
-    QTest::addColumn<QString>("text");
+    lumi::test::columns<quint32, quint32, QString>();
     QTest::newRow("whole") << 20U << 1U << QStringLiteral("N35.40.20.000");
     QTest::newRow("five tenths") << 205U << 10U << QStringLiteral("N35.40.20.005");
     QTest::newRow("fifty hundredths") << 2050U << 100U << QStringLiteral("N35.40.20.050");
@@ -108,12 +105,11 @@ void TestValueGps::seconds_data()
 
 void TestValueGps::seconds()
 {
-    QFETCH(quint32, numerator);
-    QFETCH(quint32, denominator);
+    const auto [numerator, denominator, text] = lumi::test::row<quint32, quint32, QString>();
     ExifBuilder photo;
     photo.ascii(Gps, 0x0001, "N")
         .rationals(Gps, 0x0002, {{35, 1}, {40, 1}, {numerator, denominator}});
-    QTEST(rowText(m_folder, photo, kGroup, kLatitude), "text");
+    QCOMPARE(rowText(m_folder, photo, kGroup, kLatitude), text);
 }
 
 void TestValueGps::denominatorsOfDegreesAndMinutesAreNotRead()
@@ -158,9 +154,7 @@ void TestValueGps::positionNeedsItsReference()
 
 void TestValueGps::altitude_data()
 {
-    QTest::addColumn<quint32>("numerator");
-    QTest::addColumn<quint32>("denominator");
-    QTest::addColumn<QString>("text");
+    lumi::test::columns<quint32, quint32, QString>();
     QTest::newRow("whole metres") << 10U << 1U << QStringLiteral("10.0");
     QTest::newRow("hundredths") << 1050U << 100U << QStringLiteral("10.50");
     QTest::newRow("five hundredths lose their zero") << 1005U << 100U << QStringLiteral("10.5");
@@ -170,9 +164,7 @@ void TestValueGps::altitude_data()
 
 void TestValueGps::altitude()
 {
-    QFETCH(quint32, numerator);
-    QFETCH(quint32, denominator);
-    QFETCH(QString, text);
+    const auto [numerator, denominator, text] = lumi::test::row<quint32, quint32, QString>();
     for (const auto order : lumi::test::kBothOrders) {
         ExifBuilder photo(order);
         photo.value(Gps, 0x0005, 1, 1, QByteArray(1, '\0'));
@@ -185,9 +177,7 @@ void TestValueGps::altitude()
 
 void TestValueGps::altitudeReference_data()
 {
-    QTest::addColumn<int>("type");
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<QString>("text");
+    lumi::test::columns<int, QByteArray, QString>();
     QTest::newRow("0 is above") << 1 << QByteArray(1, '\0') << QStringLiteral("38.5");
     QTest::newRow("1 is below") << 1 << QByteArray(1, '\1') << QStringLiteral("-38.5");
     QTest::newRow("255 is below") << 1 << QByteArray(1, '\xFF') << QStringLiteral("-38.5");
@@ -199,12 +189,11 @@ void TestValueGps::altitudeReference_data()
 
 void TestValueGps::altitudeReference()
 {
-    QFETCH(int, type);
-    QFETCH(QByteArray, bytes);
+    const auto [type, bytes, text] = lumi::test::row<int, QByteArray, QString>();
     ExifBuilder photo;
     photo.value(Gps, 0x0005, quint16(type), quint32(bytes.size()), bytes)
         .rationals(Gps, 0x0006, {{385, 10}});
-    QTEST(rowText(m_folder, photo, kGroup, kAltitude, false), "text");
+    QCOMPARE(rowText(m_folder, photo, kGroup, kAltitude, false), text);
 }
 
 void TestValueGps::altitudeNeedsItsReference()

@@ -2,6 +2,7 @@
 // Whole numbers that are no choice out of a list.
 #include "tests/exif/rowText.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QTest>
 
@@ -31,10 +32,7 @@ private:
 
 void TestValueNumbers::gpsVersion_data()
 {
-    QTest::addColumn<int>("type");
-    QTest::addColumn<int>("count");
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<QString>("text");
+    lumi::test::columns<int, int, QByteArray, QString>();
     QTest::newRow("what every photo has")
         << 1 << 4 << QByteArray("\2\2\0\0", 4) << QStringLiteral("Ver 2.2.0.0");
     QTest::newRow("bytes are unsigned")
@@ -49,22 +47,15 @@ void TestValueNumbers::gpsVersion_data()
 
 void TestValueNumbers::gpsVersion()
 {
-    QFETCH(int, type);
-    QFETCH(int, count);
-    QFETCH(QByteArray, bytes);
+    const auto [type, count, bytes, text] = lumi::test::row<int, int, QByteArray, QString>();
     ExifBuilder photo;
     photo.value(Gps, 0x0000, quint16(type), quint32(count), bytes);
-    QTEST(rowText(m_folder, photo, 5, 0), "text");
+    QCOMPARE(rowText(m_folder, photo, 5, 0), text);
 }
 
 void TestValueNumbers::figures_data()
 {
-    QTest::addColumn<int>("group");
-    QTest::addColumn<int>("row");
-    QTest::addColumn<int>("tag");
-    QTest::addColumn<int>("type");
-    QTest::addColumn<quint32>("value");
-    QTest::addColumn<QString>("text");
+    lumi::test::columns<int, int, int, int, quint32, QString>();
     const auto row = [](const char *name, int group, int number, int tag, int type, quint32 value,
                         const char *text) {
         QTest::newRow(name) << group << number << tag << type << value << QString::fromLatin1(text);
@@ -84,11 +75,8 @@ void TestValueNumbers::figures_data()
 
 void TestValueNumbers::figures()
 {
-    QFETCH(int, group);
-    QFETCH(int, row);
-    QFETCH(int, tag);
-    QFETCH(int, type);
-    QFETCH(quint32, value);
+    const auto [group, row, tag, type, value, text]
+        = lumi::test::row<int, int, int, int, quint32, QString>();
     for (const auto order : lumi::test::kBothOrders) {
         ExifBuilder photo(order);
         if (type == 3) {
@@ -96,7 +84,7 @@ void TestValueNumbers::figures()
         } else {
             photo.longs(Exif, quint16(tag), {value});
         }
-        QTEST(rowText(m_folder, photo, group, row), "text");
+        QCOMPARE(rowText(m_folder, photo, group, row), text);
     }
 }
 
@@ -115,9 +103,7 @@ void TestValueNumbers::figuresWithoutAValue()
 
 void TestValueNumbers::colorSpace_data()
 {
-    QTest::addColumn<int>("type");
-    QTest::addColumn<quint32>("value");
-    QTest::addColumn<QString>("text");
+    lumi::test::columns<int, quint32, QString>();
     QTest::newRow("sRGB") << 3 << 1U << QStringLiteral("sRGB");
     QTest::newRow("sRGB in a LONG") << 4 << 1U << QStringLiteral("sRGB");
     QTest::newRow("a SHORT of set bits is 65535") << 3 << 0xFFFFU << QString();
@@ -129,8 +115,7 @@ void TestValueNumbers::colorSpace_data()
 
 void TestValueNumbers::colorSpace()
 {
-    QFETCH(int, type);
-    QFETCH(quint32, value);
+    const auto [type, value, text] = lumi::test::row<int, quint32, QString>();
     for (const auto order : lumi::test::kBothOrders) {
         ExifBuilder photo(order);
         if (type == 3) {
@@ -138,7 +123,7 @@ void TestValueNumbers::colorSpace()
         } else {
             photo.longs(Exif, 0xA001, {value});
         }
-        QTEST(rowText(m_folder, photo, 0, 5), "text");
+        QCOMPARE(rowText(m_folder, photo, 0, 5), text);
     }
 }
 

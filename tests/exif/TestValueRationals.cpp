@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/exif/rowText.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QTest>
 
@@ -12,12 +13,7 @@ namespace {
 
 void addColumns()
 {
-    QTest::addColumn<int>("group");
-    QTest::addColumn<int>("row");
-    QTest::addColumn<int>("tag");
-    QTest::addColumn<qint64>("numerator");
-    QTest::addColumn<qint64>("denominator");
-    QTest::addColumn<QString>("text");
+    lumi::test::columns<int, int, int, qint64, qint64, QString>();
 }
 
 void add(const char *name, const QList<int> &place, qint64 numerator, qint64 denominator,
@@ -97,16 +93,13 @@ void TestValueRationals::fractions_data()
 
 void TestValueRationals::fractions()
 {
-    QFETCH(int, group);
-    QFETCH(int, row);
-    QFETCH(int, tag);
-    QFETCH(qint64, numerator);
-    QFETCH(qint64, denominator);
+    const auto [group, row, tag, numerator, denominator, text]
+        = lumi::test::row<int, int, int, qint64, qint64, QString>();
     for (const auto order : lumi::test::kBothOrders) {
         ExifBuilder photo(order);
         photo.rationals(group == 5 ? Gps : Exif, quint16(tag),
                         {{quint32(numerator), quint32(denominator)}});
-        QTEST(rowText(m_folder, photo, group, row), "text");
+        QCOMPARE(rowText(m_folder, photo, group, row), text);
     }
 }
 
@@ -145,15 +138,12 @@ void TestValueRationals::signedFractions_data()
 
 void TestValueRationals::signedFractions()
 {
-    QFETCH(int, group);
-    QFETCH(int, row);
-    QFETCH(int, tag);
-    QFETCH(qint64, numerator);
-    QFETCH(qint64, denominator);
+    const auto [group, row, tag, numerator, denominator, text]
+        = lumi::test::row<int, int, int, qint64, qint64, QString>();
     for (const auto order : lumi::test::kBothOrders) {
         ExifBuilder photo(order);
         photo.srationals(Exif, quint16(tag), {{quint32(numerator), quint32(denominator)}});
-        QTEST(rowText(m_folder, photo, group, row), "text");
+        QCOMPARE(rowText(m_folder, photo, group, row), text);
     }
 }
 

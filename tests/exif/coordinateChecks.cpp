@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "tests/exif/coordinateChecks.h"
 
+#include "tests/support/rows.h"
+
 namespace lumi::test {
 
 namespace {
@@ -35,8 +37,7 @@ QString CoordinateKind::at(const QString &letterOf, quint32 degreesOf) const
 
 void addCoordinateTexts(const CoordinateKind &kind)
 {
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<bool>("isValid");
+    lumi::test::columns<QString, bool>();
     const auto row = [](const char *name, const QString &text, bool isValid = false) {
         QTest::newRow(name) << text << isValid;
     };
@@ -82,9 +83,7 @@ void addCoordinateTexts(const CoordinateKind &kind)
 void addCoordinateValues(const CoordinateKind &kind)
 {
     using Numbers = QList<quint32>;
-    QTest::addColumn<quint32>("hemisphere");
-    QTest::addColumn<Numbers>("numbers");
-    QTest::addColumn<QString>("text");
+    lumi::test::columns<quint32, Numbers, QString>();
     const auto row = [](const char *name, Hemisphere hemisphere, const Numbers &numbers,
                         const QString &text = QString()) {
         QTest::newRow(name) << quint32(hemisphere) << numbers << text;
@@ -112,9 +111,7 @@ void addCoordinateValues(const CoordinateKind &kind)
 
 void addStoredCoordinates(const CoordinateKind &kind)
 {
-    QTest::addColumn<QString>("reference");
-    QTest::addColumn<QList<quint32>>("words");
-    QTest::addColumn<QString>("text");
+    lumi::test::columns<QString, QList<quint32>, QString>();
     const auto row = [](const char *name, const QString &reference, const QList<quint32> &words,
                         const QString &text = QString()) {
         QTest::newRow(name) << reference << words << text;

@@ -6,6 +6,7 @@
 #include "platform/toolkit/QAccel.h"
 #include "tests/files/FormFixture.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 #include "widgets/MyImageButton.h"
 #include "widgets/MyLeftWidget.h"
 
@@ -143,8 +144,7 @@ void TestFormFile::aTapOnAFolderThatVanishedReadsTheListingAgain()
 
 void TestFormFile::theStatusFieldShowsTheItem_data()
 {
-    QTest::addColumn<QString>("item");
-    QTest::addColumn<QString>("text");
+    lumi::test::columns<QString, QString>();
     QTest::newRow("a photo up to its first dot")
         << QStringLiteral("x.y.jpg") << QStringLiteral("x");
     QTest::newRow("a folder whole") << QStringLiteral("f.g") << QStringLiteral("f.g");
@@ -154,17 +154,17 @@ void TestFormFile::theStatusFieldShowsTheItem_data()
 
 void TestFormFile::theStatusFieldShowsTheItem()
 {
-    QFETCH(QString, item);
+    const auto [item, text] = lumi::test::row<QString, QString>();
     m_form->world.makePhoto(QStringLiteral("x.y.jpg"));
     m_form->world.makePhoto(QStringLiteral("<b>z<b>.jpg"));
     m_form->world.makeFolder(QStringLiteral("f.g"));
     m_form->start();
     QVERIFY(m_form->waitForCells(3));
     QTest::mousePress(m_form->cell(item), Qt::LeftButton, {}, QPoint(1, 1));
-    QTEST(m_form->status->text(), "text");
+    QCOMPARE(m_form->status->text(), text);
     QCOMPARE(m_form->status->textFormat(), Qt::PlainText);
     m_form->form->filelist_selected(nullptr);
-    QTEST(m_form->status->text(), "text");
+    QCOMPARE(m_form->status->text(), text);
 }
 
 void TestFormFile::aLongNameIsCutInTheStatusField()

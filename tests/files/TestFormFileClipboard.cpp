@@ -5,6 +5,7 @@
 #include "tests/files/menuEntries.h"
 #include "tests/support/FullDisk.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QDir>
 #include <QFile>
@@ -177,16 +178,14 @@ void TestFormFileClipboard::aCopiedFolderLosesWhatIsNoPhoto()
 
 void TestFormFileClipboard::markedPhotosGoTogether_data()
 {
-    QTest::addColumn<int>("entry");
-    QTest::addColumn<QStringList>("left");
+    lumi::test::columns<int, QStringList>();
     QTest::newRow("copied") << kCopyChecked << list("a00.jpg a01.jpg a02.jpg");
     QTest::newRow("cut") << kCutChecked << list("a01.jpg");
 }
 
 void TestFormFileClipboard::markedPhotosGoTogether()
 {
-    QFETCH(int, entry);
-    QFETCH(QStringList, left);
+    const auto [entry, left] = lumi::test::row<int, QStringList>();
     m_form->world.makePhotos(3);
     m_form->world.makeFolder(QStringLiteral("to"));
     start(4);

@@ -4,6 +4,7 @@
 #include "tests/files/menuEntries.h"
 #include "tests/support/FileFaults.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QDir>
 #include <QFile>
@@ -312,8 +313,7 @@ void TestFormFileDeletes::anEmptyFolderLeavesNoName()
 
 void TestFormFileDeletes::partOfTheMarkedPhotosStays_data()
 {
-    QTest::addColumn<QStringList>("protectedOnes");
-    QTest::addColumn<QStringList>("dialogs");
+    lumi::test::columns<QStringList, QStringList>();
     QTest::newRow("two of three") << list("a00.jpg a02.jpg") << QStringList{kAskMarked, kWorking};
     QTest::newRow("all of them") << list("a00.jpg a01.jpg a02.jpg")
                                  << QStringList{kAskMarked, kWorking, kPartStayed};
@@ -321,14 +321,14 @@ void TestFormFileDeletes::partOfTheMarkedPhotosStays_data()
 
 void TestFormFileDeletes::partOfTheMarkedPhotosStays()
 {
-    QFETCH(QStringList, protectedOnes);
+    const auto [protectedOnes, dialogs] = lumi::test::row<QStringList, QStringList>();
     m_form->world.makePhotos(3);
     for (const QString &name : protectedOnes) {
         protect(qPrintable(name));
     }
     m_form->startMarked("a01.jpg");
     const int cursor = m_form->view->currentIndex();
-    QTEST(m_form->play(kDeleteChecked, {yes(), ok()}), "dialogs");
+    QCOMPARE(m_form->play(kDeleteChecked, {yes(), ok()}), dialogs);
     QCOMPARE(m_form->store(), protectedOnes);
     // The folder is not entered anew: marks and cursor stay.
     QVERIFY(m_form->view->anyChecked());
@@ -376,16 +376,14 @@ void TestFormFileDeletes::emptyFoldersOfANotListedFolder()
 
 void TestFormFileDeletes::questionsThatAreNotAnsweredWithYes_data()
 {
-    QTest::addColumn<int>("entry");
-    QTest::addColumn<QString>("question");
+    lumi::test::columns<int, QString>();
     QTest::newRow("Delete Selected") << kDeleteChecked << kAskMarked;
     QTest::newRow("Delete Empty Folder") << kDeleteEmpty << kAskEmpty;
 }
 
 void TestFormFileDeletes::questionsThatAreNotAnsweredWithYes()
 {
-    QFETCH(int, entry);
-    QFETCH(QString, question);
+    const auto [entry, question] = lumi::test::row<int, QString>();
     m_form->world.makeFolder(QStringLiteral("empty"));
     m_form->world.makePhotos(2);
     m_form->startMarked("a00.jpg");

@@ -7,6 +7,7 @@
 #include "tests/support/FullDisk.h"
 #include "tests/support/TestMain.h"
 #include "tests/support/oneDay.h"
+#include "tests/support/rows.h"
 
 #include <QDate>
 #include <QDir>
@@ -94,8 +95,7 @@ QStringList TestFormFileMail::mailFiles() const
 
 void TestFormFileMail::theKeyMakesTheCopy_data()
 {
-    QTest::addColumn<int>("key");
-    QTest::addColumn<Qt::KeyboardModifiers>("modifiers");
+    lumi::test::columns<int, Qt::KeyboardModifiers>();
     const Qt::KeyboardModifiers none;
     const Qt::KeyboardModifiers control = Qt::ControlModifier;
     QTest::newRow("the device's") << kKeyMail << none;
@@ -106,8 +106,7 @@ void TestFormFileMail::theKeyMakesTheCopy_data()
 /// As the window system sends it, through the translation of keys.
 void TestFormFileMail::theKeyMakesTheCopy()
 {
-    QFETCH(int, key);
-    QFETCH(Qt::KeyboardModifiers, modifiers);
+    const auto [key, modifiers] = lumi::test::row<int, Qt::KeyboardModifiers>();
     m_form->start();
     QVERIFY(m_form->waitForCells(3));
     m_form->select("big.jpg");

@@ -4,6 +4,7 @@
 #include "platform/QPEMenuBar.h"
 #include "tests/files/FormFixture.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QApplication>
 #include <QDialog>
@@ -317,10 +318,7 @@ Q_DECLARE_METATYPE(lumi::FileKey)
 void TestFormFileMenus::keysStandForEntries_data()
 {
     using lumi::FileKey;
-    QTest::addColumn<int>("key");
-    QTest::addColumn<int>("modifiers");
-    QTest::addColumn<FileKey>("expected");
-    QTest::addColumn<bool>("needsPhoto");
+    lumi::test::columns<int, int, FileKey, bool>();
     const int control = Qt::ControlModifier;
     QTest::newRow("Ctrl+C") << int(Qt::Key_C) << control << FileKey::Copy << false;
     QTest::newRow("Ctrl+X") << int(Qt::Key_X) << control << FileKey::Cut << true;
@@ -336,12 +334,12 @@ void TestFormFileMenus::keysStandForEntries_data()
 
 void TestFormFileMenus::keysStandForEntries()
 {
-    QFETCH(int, key);
-    QFETCH(int, modifiers);
+    const auto [key, modifiers, expected, needsPhoto]
+        = lumi::test::row<int, int, lumi::FileKey, bool>();
     const lumi::FileKey found
         = lumi::fileKey(key, Qt::KeyboardModifiers::fromInt(static_cast<unsigned>(modifiers)));
-    QTEST(found, "expected");
-    QTEST(lumi::needsPhoto(found), "needsPhoto");
+    QCOMPARE(found, expected);
+    QCOMPARE(lumi::needsPhoto(found), needsPhoto);
 }
 
 void TestFormFileMenus::slotsHaveTheirNames()

@@ -4,6 +4,7 @@
 #include "tests/files/menuEntries.h"
 #include "tests/support/FileFaults.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QDir>
 #include <QFile>
@@ -86,8 +87,7 @@ void TestFormFileOperations::aNewFolderIsShown()
 
 void TestFormFileOperations::aNewFolderIsAskedAgain_data()
 {
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("message");
+    lumi::test::columns<QString, QString>();
     QTest::newRow("nothing typed") << "" << kNoName;
     QTest::newRow("a folder's name") << "dir" << kFolderExists;
     QTest::newRow("a photo's name") << "a.jpg" << kFolderExists;
@@ -98,8 +98,7 @@ void TestFormFileOperations::aNewFolderIsAskedAgain_data()
 
 void TestFormFileOperations::aNewFolderIsAskedAgain()
 {
-    QFETCH(QString, name);
-    QFETCH(QString, message);
+    const auto [name, message] = lumi::test::row<QString, QString>();
     m_form->world.makeFolder(QStringLiteral("dir"));
     m_form->world.makePhoto(QStringLiteral("a.jpg"));
     m_form->startMarked();
@@ -175,10 +174,7 @@ void TestFormFileOperations::aNewFolderClearsTheMarks()
 
 void TestFormFileOperations::renameOffersAndKeeps_data()
 {
-    QTest::addColumn<QString>("old");
-    QTest::addColumn<QString>("offered");
-    QTest::addColumn<QString>("typed");
-    QTest::addColumn<QString>("renamed");
+    lumi::test::columns<QString, QString, QString, QString>();
     QTest::newRow("a photo keeps its extension") << "a.jpg"
                                                  << "a"
                                                  << "b"
@@ -227,10 +223,7 @@ void TestFormFileOperations::renameOffersAndKeeps_data()
 
 void TestFormFileOperations::renameOffersAndKeeps()
 {
-    QFETCH(QString, old);
-    QFETCH(QString, offered);
-    QFETCH(QString, typed);
-    QFETCH(QString, renamed);
+    auto [old, offered, typed, renamed] = lumi::test::row<QString, QString, QString, QString>();
     if (!old.contains(QLatin1Char('.')) || old == QLatin1String("d.i.r")
         || old.endsWith(QLatin1Char('/'))) {
         m_form->world.makeFolder(old);
@@ -259,9 +252,7 @@ void TestFormFileOperations::renameOfAFileWithoutADot()
 
 void TestFormFileOperations::renameIsAskedAgain_data()
 {
-    QTest::addColumn<QString>("item");
-    QTest::addColumn<QString>("typed");
-    QTest::addColumn<QString>("message");
+    lumi::test::columns<QString, QString, QString>();
     QTest::newRow("nothing typed for a photo") << "a.jpg"
                                                << "" << kNoNewName;
     QTest::newRow("nothing typed for a folder") << "dir"
@@ -280,9 +271,7 @@ void TestFormFileOperations::renameIsAskedAgain_data()
 
 void TestFormFileOperations::renameIsAskedAgain()
 {
-    QFETCH(QString, item);
-    QFETCH(QString, typed);
-    QFETCH(QString, message);
+    const auto [item, typed, message] = lumi::test::row<QString, QString, QString>();
     for (const char *name : {"a.jpg", "b.jpg"}) {
         m_form->world.makePhoto(QString::fromUtf8(name));
     }

@@ -6,6 +6,7 @@
 #include "tests/files/Deeds.h"
 #include "tests/files/FormFixture.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 #include "viewer/DialogSlideshow.h"
 #include "viewer/FPVPictureScrollView.h"
 #include "widgets/MyDialogWait.h"
@@ -100,8 +101,7 @@ QString TestFormFileSlideshow::cursorName() const
 
 void TestFormFileSlideshow::rowsBecomeArguments_data()
 {
-    QTest::addColumn<SlideshowRows>("rows");
-    QTest::addColumn<SlideshowOptions>("options");
+    lumi::test::columns<SlideshowRows, SlideshowOptions>();
     QTest::newRow("nothing was ever stored")
         << SlideshowRows{0, 0, 1, 1} << SlideshowOptions{true, true, 3000, 2};
     QTest::newRow("the first rows")
@@ -118,8 +118,7 @@ void TestFormFileSlideshow::rowsBecomeArguments_data()
 
 void TestFormFileSlideshow::rowsBecomeArguments()
 {
-    QFETCH(SlideshowRows, rows);
-    QFETCH(SlideshowOptions, options);
+    const auto [rows, options] = lumi::test::row<SlideshowRows, SlideshowOptions>();
     QVERIFY(slideshowOptions(rows) == options);
 }
 

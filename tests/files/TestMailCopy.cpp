@@ -7,6 +7,7 @@
 #include "tests/support/ExifBuilder.h"
 #include "tests/support/FullDisk.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 #include "tests/views/BrowserWorld.h"
 
 #include <QBuffer>
@@ -149,9 +150,7 @@ void TestMailCopy::theFolderIsInThePhotoStore()
 
 void TestMailCopy::namesAreMadeOfDayAndNumber_data()
 {
-    QTest::addColumn<QDate>("date");
-    QTest::addColumn<int>("number");
-    QTest::addColumn<QString>("name");
+    lumi::test::columns<QDate, int, QString>();
     QTest::newRow("nothing is padded but the number")
         << QDate(2026, 3, 4) << 1 << QStringLiteral("!202634_001.jpg");
     QTest::newRow("the eleventh of January")
@@ -164,9 +163,7 @@ void TestMailCopy::namesAreMadeOfDayAndNumber_data()
 
 void TestMailCopy::namesAreMadeOfDayAndNumber()
 {
-    QFETCH(QDate, date);
-    QFETCH(int, number);
-    QFETCH(QString, name);
+    const auto [date, number, name] = lumi::test::row<QDate, int, QString>();
     QCOMPARE(lumi::mailFileName(date, number), name);
 }
 
@@ -199,8 +196,7 @@ void TestMailCopy::aDayHas999Copies()
 
 void TestMailCopy::imagesFitTheScreen_data()
 {
-    QTest::addColumn<QSize>("photo");
-    QTest::addColumn<QSize>("copy");
+    lumi::test::columns<QSize, QSize>();
     QTest::newRow("exactly the limit") << QSize(640, 480) << QSize(640, 480);
     QTest::newRow("small") << QSize(80, 60) << QSize(80, 60);
     QTest::newRow("one column too wide") << QSize(641, 480) << QSize(640, 479);
@@ -212,8 +208,7 @@ void TestMailCopy::imagesFitTheScreen_data()
 
 void TestMailCopy::imagesFitTheScreen()
 {
-    QFETCH(QSize, photo);
-    QFETCH(QSize, copy);
+    const auto [photo, copy] = lumi::test::row<QSize, QSize>();
     FPVItemJpeg item(m_world->makePhoto(QStringLiteral("a.jpg"), photo), QString(), false);
     QCOMPARE(lumi::mailImage(&item).size(), copy);
 }
@@ -242,8 +237,7 @@ void TestMailCopy::anotherFormatUnderThePhotosNameIsLoaded()
 
 void TestMailCopy::aLargePictureOfAnotherFormatIsMadeSmall_data()
 {
-    QTest::addColumn<QSize>("picture");
-    QTest::addColumn<QSize>("copy");
+    lumi::test::columns<QSize, QSize>();
     QTest::newRow("exactly the limit") << QSize(640, 480) << QSize(640, 480);
     QTest::newRow("one column too wide") << QSize(641, 480) << QSize(640, 479);
     QTest::newRow("landscape") << QSize(2000, 1500) << QSize(640, 480);
@@ -252,12 +246,12 @@ void TestMailCopy::aLargePictureOfAnotherFormatIsMadeSmall_data()
 
 void TestMailCopy::aLargePictureOfAnotherFormatIsMadeSmall()
 {
-    QFETCH(QSize, picture);
+    const auto [picture, copy] = lumi::test::row<QSize, QSize>();
     const QString path = m_world->path(QStringLiteral("a.jpg"));
     QVERIFY(halves(picture).save(path, "PNG"));
     FPVItemJpeg item(path, QString(), false);
     const QImage image = lumi::mailImage(&item);
-    QTEST(image.size(), "copy");
+    QCOMPARE(image.size(), copy);
     QVERIFY(areHalves(image));
 }
 
@@ -295,8 +289,7 @@ void TestMailCopy::aLargePictureOfAnotherFormatAsksForMemoryToo()
 
 void TestMailCopy::theKeptProportionsAreThePhotos_data()
 {
-    QTest::addColumn<QSize>("kept");
-    QTest::addColumn<QSize>("copy");
+    lumi::test::columns<QSize, QSize>();
     QTest::newRow("those of a thumbnail of it") << QSize(80, 53) << QSize(640, 424);
     QTest::newRow("those of a smaller one") << QSize(40, 26) << QSize(640, 416);
     QTest::newRow("of a portrait that had the name") << QSize(40, 60) << QSize(640, 427);
@@ -306,7 +299,7 @@ void TestMailCopy::theKeptProportionsAreThePhotos_data()
 
 void TestMailCopy::theKeptProportionsAreThePhotos()
 {
-    QFETCH(QSize, kept);
+    const auto [kept, copy] = lumi::test::row<QSize, QSize>();
     const QString folder = m_world->makeFolder(QStringLiteral(".photo_swp"));
     SwapSystem store(QFile::encodeName(folder), QStringLiteral(".swp"));
     swapSystem(&store);
@@ -316,13 +309,12 @@ void TestMailCopy::theKeptProportionsAreThePhotos()
     QVERIFY(SwapAppend(path, &thumbnail, kept.width(), 's'));
     QVERIFY(SwapSetSize(path, &kept));
     FPVItemJpeg item(path, QString(), false);
-    QTEST(lumi::mailImage(&item).size(), "copy");
+    QCOMPARE(lumi::mailImage(&item).size(), copy);
 }
 
 void TestMailCopy::exifDataIsNoPartOfTheCopy_data()
 {
-    QTest::addColumn<QSize>("photo");
-    QTest::addColumn<QSize>("copy");
+    lumi::test::columns<QSize, QSize>();
     QTest::newRow("a small photo, loaded whole") << QSize(200, 100) << QSize(200, 100);
     QTest::newRow("a large photo, made small") << QSize(1280, 640) << QSize(640, 320);
 }
@@ -330,8 +322,7 @@ void TestMailCopy::exifDataIsNoPartOfTheCopy_data()
 /// Nor is the photo turned by it: what the browser shows is what is mailed.
 void TestMailCopy::exifDataIsNoPartOfTheCopy()
 {
-    QFETCH(QSize, photo);
-    QFETCH(QSize, copy);
+    const auto [photo, copy] = lumi::test::row<QSize, QSize>();
     const QByteArray file = lumi::test::ExifBuilder()
                                 .ascii(ExifListKind::Ifd0, 0x010F, "A camera")
                                 .shorts(ExifListKind::Ifd0, 0x0112, {6})
@@ -349,8 +340,7 @@ void TestMailCopy::exifDataIsNoPartOfTheCopy()
 
 void TestMailCopy::whatIsNoPictureGivesNone_data()
 {
-    QTest::addColumn<QByteArray>("content");
-    QTest::addColumn<bool>("isPipe");
+    lumi::test::columns<QByteArray, bool>();
     QTest::newRow("an empty file") << QByteArray() << false;
     QTest::newRow("a text") << QByteArray("no photo at all") << false;
     QTest::newRow("a large photo without pixels")
@@ -360,8 +350,7 @@ void TestMailCopy::whatIsNoPictureGivesNone_data()
 
 void TestMailCopy::whatIsNoPictureGivesNone()
 {
-    QFETCH(QByteArray, content);
-    QFETCH(bool, isPipe);
+    const auto [content, isPipe] = lumi::test::row<QByteArray, bool>();
     const QString path = m_world->makeFile(QStringLiteral("a.jpg"), content);
     if (isPipe) {
         QVERIFY(QFile::remove(path));

@@ -8,6 +8,7 @@
 #include "tests/items/JpegMaker.h"
 #include "tests/items/WorstHeaders.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 #include "tests/views/BrowserWorld.h"
 
 #include <QBuffer>
@@ -89,8 +90,7 @@ QByteArray contentOf(const QString &path)
 
 void TestMailImage::nothingButThePixelsIsKept_data()
 {
-    QTest::addColumn<QSize>("size");
-    QTest::addColumn<QByteArray>("format");
+    lumi::test::columns<QSize, QByteArray>();
     QTest::newRow("a small photo") << QSize(200, 100) << QByteArray("JPEG");
     QTest::newRow("a large photo") << QSize(1280, 640) << QByteArray("JPEG");
     QTest::newRow("a small picture of another format") << QSize(200, 100) << QByteArray("PNG");
@@ -99,8 +99,7 @@ void TestMailImage::nothingButThePixelsIsKept_data()
 
 void TestMailImage::nothingButThePixelsIsKept()
 {
-    QFETCH(QSize, size);
-    QFETCH(QByteArray, format);
+    const auto [size, format] = lumi::test::row<QSize, QByteArray>();
     const QString path = m_world->path(QStringLiteral("a.jpg"));
     QVERIFY(dressed(size).save(path, format.constData()));
     const QImage loaded(path);
@@ -145,9 +144,7 @@ void TestMailImage::grayStaysGray()
 
 void TestMailImage::aPhotoThatWasReplacedMeanwhile_data()
 {
-    QTest::addColumn<QSize>("before");
-    QTest::addColumn<QSize>("after");
-    QTest::addColumn<QSize>("copy");
+    lumi::test::columns<QSize, QSize, QSize>();
     QTest::newRow("by a portrait") << QSize(1600, 1200) << QSize(900, 1200) << QSize(360, 480);
     QTest::newRow("by a panorama") << QSize(1600, 1200) << QSize(1600, 400) << QSize(640, 160);
     QTest::newRow("by a small photo") << QSize(1600, 1200) << QSize(60, 80) << QSize(60, 80);
@@ -158,9 +155,7 @@ void TestMailImage::aPhotoThatWasReplacedMeanwhile_data()
 /// Neither what the item knows of the photo before nor what the store knows counts.
 void TestMailImage::aPhotoThatWasReplacedMeanwhile()
 {
-    QFETCH(QSize, before);
-    QFETCH(QSize, after);
-    QFETCH(QSize, copy);
+    const auto [before, after, copy] = lumi::test::row<QSize, QSize, QSize>();
     const QString folder = m_world->makeFolder(QStringLiteral(".photo_swp"));
     SwapSystem store(QFile::encodeName(folder), QStringLiteral(".swp"));
     swapSystem(&store);

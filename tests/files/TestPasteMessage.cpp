@@ -3,6 +3,7 @@
 #include "app/common/messages.h"
 #include "files/pasteMessage.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QTest>
 
@@ -17,8 +18,7 @@ private Q_SLOTS:
 
 void TestPasteMessage::failuresHaveTheirWords_data()
 {
-    QTest::addColumn<int>("result");
-    QTest::addColumn<QString>("text");
+    lumi::test::columns<int, QString>();
     const QString failed = QStringLiteral("It failed in sticking.");
     const QString full = QStringLiteral("Free some memory and try again");
     QTest::newRow("a source is missing") << -1 << failed;
@@ -32,8 +32,8 @@ void TestPasteMessage::failuresHaveTheirWords_data()
 
 void TestPasteMessage::failuresHaveTheirWords()
 {
-    QFETCH(int, result);
-    QTEST(msg(lumi::pasteMessage(lumi::PasteResult(result))), "text");
+    const auto [result, text] = lumi::test::row<int, QString>();
+    QCOMPARE(msg(lumi::pasteMessage(lumi::PasteResult(result))), text);
 }
 
 LUMI_TEST(TestPasteMessage)

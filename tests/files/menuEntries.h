@@ -3,6 +3,8 @@
 // than one of them opens.
 #pragma once
 
+#include "tests/support/rows.h"
+
 #include <QString>
 #include <QStringList>
 #include <QTest>
@@ -29,8 +31,7 @@ inline const QString kNotPasted = QStringLiteral("critical Error: It failed in s
 /// and what is told when all photos have gone before the answer.
 inline void addQuestionsInVain()
 {
-    QTest::addColumn<int>("entry");
-    QTest::addColumn<QStringList>("dialogs");
+    lumi::test::columns<int, QStringList>();
     QTest::newRow("New Folder")
         << kNewFolder
         << QStringList{QStringLiteral("input New Folder: Enter the folder name: ''"),

@@ -7,6 +7,7 @@
 #include "tests/import/ImportFixture.h"
 #include "tests/support/RequestLog.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 #include "widgets/MyImageButton.h"
 #include "widgets/MyLeftWidget.h"
 
@@ -133,8 +134,7 @@ void TestFormImport::theColumnLeadsBackOnly()
 
 void TestFormImport::buttonsFollowTheCards_data()
 {
-    QTest::addColumn<bool>("cf");
-    QTest::addColumn<bool>("sd");
+    lumi::test::columns<bool, bool>();
     QTest::newRow("no card") << false << false;
     QTest::newRow("CF card") << true << false;
     QTest::newRow("SD card") << false << true;
@@ -143,8 +143,7 @@ void TestFormImport::buttonsFollowTheCards_data()
 
 void TestFormImport::buttonsFollowTheCards()
 {
-    QFETCH(bool, cf);
-    QFETCH(bool, sd);
+    const auto [cf, sd] = lumi::test::row<bool, bool>();
     if (cf) {
         m_form->insertCard(Slot::CF, {});
     }
@@ -163,9 +162,7 @@ void TestFormImport::buttonsFollowTheCards()
 
 void TestFormImport::theFocusStartsOnACard_data()
 {
-    QTest::addColumn<bool>("cf");
-    QTest::addColumn<bool>("sd");
-    QTest::addColumn<QString>("focus");
+    lumi::test::columns<bool, bool, QString>();
     QTest::newRow("no card, no focus") << false << false << QString();
     QTest::newRow("the only card: CF") << true << false << QStringLiteral("cf");
     QTest::newRow("the only card: SD") << false << true << QStringLiteral("sd");
@@ -174,9 +171,7 @@ void TestFormImport::theFocusStartsOnACard_data()
 
 void TestFormImport::theFocusStartsOnACard()
 {
-    QFETCH(bool, cf);
-    QFETCH(bool, sd);
-    QFETCH(QString, focus);
+    const auto [cf, sd, focus] = lumi::test::row<bool, bool, QString>();
     if (cf) {
         m_form->insertCard(Slot::CF, {});
     }

@@ -8,6 +8,7 @@
 #include "tests/support/OrdinaryUser.h"
 #include "tests/support/TestMain.h"
 #include "tests/support/dialogAnswers.h"
+#include "tests/support/rows.h"
 #include "widgets/MyImageButton.h"
 
 #include <QApplication>
@@ -167,9 +168,7 @@ void TestImportCopying::aCardPulledWhileTheNameIsAsked()
 
 void TestImportCopying::theStoreCantBeUsed_data()
 {
-    QTest::addColumn<QString>("cause");
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<int>("icon");
+    lumi::test::columns<QString, QString, int>();
     QTest::newRow("it is gone") << QStringLiteral("gone") << kThereWasAnError
                                 << int(QMessageBox::Critical);
     QTest::newRow("its owner locked it")
@@ -183,9 +182,7 @@ void TestImportCopying::theStoreCantBeUsed_data()
 
 void TestImportCopying::theStoreCantBeUsed()
 {
-    QFETCH(QString, cause);
-    QFETCH(QString, text);
-    QFETCH(int, icon);
+    const auto [cause, text, icon] = lumi::test::row<QString, QString, int>();
     m_form->insertCard(Slot::SD, kThreePhotos);
     m_form->start();
     std::optional<lumi::test::OrdinaryUser> user;

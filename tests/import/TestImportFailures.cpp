@@ -7,6 +7,7 @@
 #include "tests/support/FullDisk.h"
 #include "tests/support/StandInSync.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -50,11 +51,7 @@ private Q_SLOTS:
 
 void TestImportFailures::resultsOfACopyAreJudged_data()
 {
-    QTest::addColumn<int>("result");
-    QTest::addColumn<int>("roomKB");
-    QTest::addColumn<qint64>("size");
-    QTest::addColumn<bool>("present");
-    QTest::addColumn<ImportKind>("kind");
+    lumi::test::columns<int, int, qint64, bool, ImportKind>();
     const qint64 tenKB = 10 * 1024;
     QTest::newRow("stopped") << 6 << 0 << tenKB << true << ImportKind::Cancelled;
     QTest::newRow("no room left") << 4 << 99999 << tenKB << true << ImportKind::MemoryFull;
@@ -78,11 +75,8 @@ void TestImportFailures::resultsOfACopyAreJudged_data()
 
 void TestImportFailures::resultsOfACopyAreJudged()
 {
-    QFETCH(int, result);
-    QFETCH(int, roomKB);
-    QFETCH(qint64, size);
-    QFETCH(bool, present);
-    QFETCH(ImportKind, kind);
+    const auto [result, roomKB, size, present, kind]
+        = lumi::test::row<int, int, qint64, bool, ImportKind>();
     QCOMPARE(lumi::kindOfFailure(result, roomKB, size, present), kind);
 }
 

@@ -7,6 +7,7 @@
 #include "platform/QCopChannel.h"
 #include "tests/import/FlowTest.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QDir>
 #include <QFile>
@@ -53,16 +54,14 @@ private Q_SLOTS:
 
 void TestImportFlow::aWholeImport_data()
 {
-    QTest::addColumn<Slot>("slot");
-    QTest::addColumn<QString>("name");
+    lumi::test::columns<Slot, QString>();
     QTest::newRow("SD card") << Slot::SD << QStringLiteral("SD Card");
     QTest::newRow("CF card") << Slot::CF << QStringLiteral("CF Card");
 }
 
 void TestImportFlow::aWholeImport()
 {
-    QFETCH(Slot, slot);
-    QFETCH(QString, name);
+    const auto [slot, name] = lumi::test::row<Slot, QString>();
     m_form->world.machine->insertCard(slot);
     const int files = lumi::test::fillCard(m_form->card(slot), 60);
     const Tree before = stateOf(m_form->card(slot));
@@ -113,9 +112,7 @@ void TestImportFlow::dialogsLookAsTheyShould()
 
 void TestImportFlow::theBatteryDecides_data()
 {
-    QTest::addColumn<int>("ac");
-    QTest::addColumn<int>("percent");
-    QTest::addColumn<bool>("runs");
+    lumi::test::columns<int, int, bool>();
     QTest::newRow("31 percent are enough") << int(PowerStatus::Offline) << 31 << true;
     QTest::newRow("30 are not") << int(PowerStatus::Offline) << 30 << false;
     QTest::newRow("nor is an empty battery") << int(PowerStatus::Offline) << 0 << false;
@@ -126,9 +123,7 @@ void TestImportFlow::theBatteryDecides_data()
 
 void TestImportFlow::theBatteryDecides()
 {
-    QFETCH(int, ac);
-    QFETCH(int, percent);
-    QFETCH(bool, runs);
+    const auto [ac, percent, runs] = lumi::test::row<int, int, bool>();
     m_form->world.machine->powerStatus
         = PowerStatus(static_cast<PowerStatus::ACStatus>(ac), percent);
     m_form->insertCard(Slot::SD, kThreePhotos);
@@ -236,8 +231,7 @@ void TestImportFlow::aSumBeyondTwoGigabytesWrapsRound()
 
 void TestImportFlow::anEmptyCardHasItsMessage_data()
 {
-    QTest::addColumn<bool>("folders");
-    QTest::addColumn<Slot>("slot");
+    lumi::test::columns<bool, Slot>();
     QTest::newRow("nothing at all") << false << Slot::SD;
     QTest::newRow("empty folders") << true << Slot::SD;
     QTest::newRow("the other card") << true << Slot::CF;
@@ -245,8 +239,7 @@ void TestImportFlow::anEmptyCardHasItsMessage_data()
 
 void TestImportFlow::anEmptyCardHasItsMessage()
 {
-    QFETCH(bool, folders);
-    QFETCH(Slot, slot);
+    const auto [folders, slot] = lumi::test::row<bool, Slot>();
     m_form->insertCard(slot, {});
     if (folders) {
         m_form->world.makeFolder(m_form->card(slot) + QStringLiteral("/dcim/100"));

@@ -8,6 +8,7 @@
 #include "tests/support/FileFaults.h"
 #include "tests/support/FullDisk.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 #include "widgets/MyImageButton.h"
 
 #include <QAbstractButton>
@@ -305,8 +306,7 @@ void TestImportGuards::takeWayOut(const QString &way)
 void TestImportGuards::theFormWorksAfterEveryWayOut_data()
 {
     using Way = void (TestImportGuards::*)();
-    QTest::addColumn<std::function<void()>>("leave");
-    QTest::addColumn<QString>("lastText");
+    lumi::test::columns<std::function<void()>, QString>();
     const auto row = [this](const char *name, Way way, const QString &lastText) {
         QTest::newRow(name) << std::function<void()>([this, way] {
             (this->*way)();
@@ -337,8 +337,7 @@ void TestImportGuards::theFormWorksAfterEveryWayOut_data()
 
 void TestImportGuards::theFormWorksAfterEveryWayOut()
 {
-    QFETCH(std::function<void()>, leave);
-    QFETCH(QString, lastText);
+    auto [leave, lastText] = lumi::test::row<std::function<void()>, QString>();
     m_form->insertCard(Slot::SD, kThreePhotos, 60000);
     m_form->insertCard(Slot::CF, {});
     leave();

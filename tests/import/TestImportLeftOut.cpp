@@ -6,6 +6,7 @@
 #include "tests/support/FileFaults.h"
 #include "tests/support/OrdinaryUser.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QDir>
 #include <QFile>
@@ -143,8 +144,7 @@ void TestImportLeftOut::everyKindIsReported()
 
 void TestImportLeftOut::otherwiseAllIsWell_data()
 {
-    QTest::addColumn<QString>("trouble");
-    QTest::addColumn<QString>("name");
+    lumi::test::columns<QString, QString>();
     QTest::newRow("a Latin-1 name") << QStringLiteral("name") << QStringLiteral("caf%E9.jpg");
     QTest::newRow("a file without permission")
         << QStringLiteral("file") << QStringLiteral("locked.jpg");
@@ -159,8 +159,7 @@ void TestImportLeftOut::otherwiseAllIsWell_data()
 
 void TestImportLeftOut::otherwiseAllIsWell()
 {
-    QFETCH(QString, trouble);
-    QFETCH(QString, name);
+    const auto [trouble, name] = lumi::test::row<QString, QString>();
     m_form->insertCard(Slot::SD, {QStringLiteral("a.jpg"), QStringLiteral("dcim/b.jpg")});
     Tree expected = importableTree(m_form->card(Slot::SD));
     if (trouble == QLatin1String("name")) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "import/importReport.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QTest>
 #include <QTextDocument>
@@ -36,8 +37,7 @@ private Q_SLOTS:
 
 void TestImportReport::everyKindHasItsWord_data()
 {
-    QTest::addColumn<ImportKind>("kind");
-    QTest::addColumn<QString>("word");
+    lumi::test::columns<ImportKind, QString>();
     QTest::newRow("done") << ImportKind::Done << QString();
     QTest::newRow("cancelled") << ImportKind::Cancelled << QStringLiteral("User cancellation");
     QTest::newRow("full") << ImportKind::MemoryFull << QStringLiteral("Memory Full");
@@ -48,8 +48,7 @@ void TestImportReport::everyKindHasItsWord_data()
 
 void TestImportReport::everyKindHasItsWord()
 {
-    QFETCH(ImportKind, kind);
-    QFETCH(QString, word);
+    const auto [kind, word] = lumi::test::row<ImportKind, QString>();
     QCOMPARE(lumi::failureWord(kind), word);
     // "Copy" and "Error" stand together.
     QCOMPARE(oneBlock(QStringLiteral("/card/dcim/a.jpg"), kind),

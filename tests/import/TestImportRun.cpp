@@ -4,6 +4,7 @@
 #include "tests/import/cardTree.h"
 #include "tests/support/OrdinaryUser.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QDir>
 #include <QFile>
@@ -142,8 +143,7 @@ void TestImportRun::everyCopyIsOnItsWayToTheDiskAtOnce()
 
 void TestImportRun::theFolderIsNew_data()
 {
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("made");
+    lumi::test::columns<QString, QString>();
     QTest::newRow("a free name stands")
         << QStringLiteral("20260304_") << QStringLiteral("20260304_");
     QTest::newRow("an empty name becomes a number") << QStringLiteral("") << QStringLiteral("001");
@@ -157,8 +157,7 @@ void TestImportRun::theFolderIsNew_data()
 
 void TestImportRun::theFolderIsNew()
 {
-    QFETCH(QString, name);
-    QFETCH(QString, made);
+    const auto [name, made] = lumi::test::row<QString, QString>();
     writeBytes(m_card + QStringLiteral("/a.jpg"), 10);
     QCOMPARE(importCard(name), ImportKind::Done);
     QCOMPARE(m_folderName, made);

@@ -2,6 +2,7 @@
 #include "import/importTexts.h"
 #include "tests/support/FakeMachine.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QDate>
 #include <QTest>
@@ -34,8 +35,7 @@ private Q_SLOTS:
 
 void TestImportTexts::digitsAreGrouped_data()
 {
-    QTest::addColumn<int>("number");
-    QTest::addColumn<QString>("text");
+    lumi::test::columns<int, QString>();
     QTest::newRow("none") << 0 << QStringLiteral("0");
     QTest::newRow("three digits") << 999 << QStringLiteral("999");
     QTest::newRow("four digits") << 1000 << QStringLiteral("1,000");
@@ -48,15 +48,13 @@ void TestImportTexts::digitsAreGrouped_data()
 
 void TestImportTexts::digitsAreGrouped()
 {
-    QFETCH(int, number);
-    QFETCH(QString, text);
+    const auto [number, text] = lumi::test::row<int, QString>();
     QCOMPARE(lumi::groupedNumber(number), text);
 }
 
 void TestImportTexts::theMemoryStandsInAField_data()
 {
-    QTest::addColumn<int>("freeKB");
-    QTest::addColumn<QString>("text");
+    lumi::test::columns<int, QString>();
     QTest::newRow("short") << 0 << QStringLiteral("Available Memory                  0KB");
     QTest::newRow("usual") << 61440 << QStringLiteral("Available Memory             61,440KB");
     QTest::newRow("as wide as the field")
@@ -68,15 +66,13 @@ void TestImportTexts::theMemoryStandsInAField_data()
 
 void TestImportTexts::theMemoryStandsInAField()
 {
-    QFETCH(int, freeKB);
-    QFETCH(QString, text);
+    const auto [freeKB, text] = lumi::test::row<int, QString>();
     QCOMPARE(lumi::memoryText(freeKB), text);
 }
 
 void TestImportTexts::memoryIsLowBelowTenMegabytes_data()
 {
-    QTest::addColumn<int>("freeKB");
-    QTest::addColumn<bool>("low");
+    lumi::test::columns<int, bool>();
     QTest::newRow("exactly") << 10240 << false;
     QTest::newRow("below") << 10239 << true;
     QTest::newRow("a failed query") << -1 << true;
@@ -84,15 +80,13 @@ void TestImportTexts::memoryIsLowBelowTenMegabytes_data()
 
 void TestImportTexts::memoryIsLowBelowTenMegabytes()
 {
-    QFETCH(int, freeKB);
-    QFETCH(bool, low);
+    const auto [freeKB, low] = lumi::test::row<int, bool>();
     QCOMPARE(lumi::isMemoryLow(freeKB), low);
 }
 
 void TestImportTexts::cardsThatFit_data()
 {
-    QTest::addColumn<int>("freeKB");
-    QTest::addColumn<QStringList>("counts");
+    lumi::test::columns<int, QStringList>();
     const auto row = [](const char *a, const char *b, const char *c, const char *d) {
         return QStringList{QLatin1String(a), QLatin1String(b), QLatin1String(c), QLatin1String(d)};
     };
@@ -106,8 +100,7 @@ void TestImportTexts::cardsThatFit_data()
 
 void TestImportTexts::cardsThatFit()
 {
-    QFETCH(int, freeKB);
-    QFETCH(QStringList, counts);
+    const auto [freeKB, counts] = lumi::test::row<int, QStringList>();
     QCOMPARE(lumi::capacityText(freeKB),
              QString(QStringLiteral("The quantity on the card that can be imported:  \n"
                                     "    64MB Card          ")
@@ -119,9 +112,7 @@ void TestImportTexts::cardsThatFit()
 
 void TestImportTexts::roomHasAMargin_data()
 {
-    QTest::addColumn<int>("bytes");
-    QTest::addColumn<int>("freeKB");
-    QTest::addColumn<bool>("mayNotFit");
+    lumi::test::columns<int, int, bool>();
     QTest::newRow("just enough") << 100 * 1024 << 10340 << false;
     QTest::newRow("one short") << 100 * 1024 << 10339 << true;
     QTest::newRow("a part of a KB counts for nothing") << 101 * 1024 - 1 << 10340 << false;
@@ -134,9 +125,7 @@ void TestImportTexts::roomHasAMargin_data()
 
 void TestImportTexts::roomHasAMargin()
 {
-    QFETCH(int, bytes);
-    QFETCH(int, freeKB);
-    QFETCH(bool, mayNotFit);
+    const auto [bytes, freeKB, mayNotFit] = lumi::test::row<int, int, bool>();
     QCOMPARE(lumi::mayNotFit(bytes, freeKB), mayNotFit);
 }
 
@@ -153,8 +142,7 @@ void TestImportTexts::photosAreCountedByName()
 
 void TestImportTexts::theFoundLineNamesPlaceCountAndSize_data()
 {
-    QTest::addColumn<int>("bytes");
-    QTest::addColumn<QString>("text");
+    lumi::test::columns<int, QString>();
     QTest::newRow("whole KB") << 5 * 1024
                               << QStringLiteral("5KB of data in 3 was detected in SD Card");
     QTest::newRow("rounded toward zero")
@@ -165,23 +153,20 @@ void TestImportTexts::theFoundLineNamesPlaceCountAndSize_data()
 
 void TestImportTexts::theFoundLineNamesPlaceCountAndSize()
 {
-    QFETCH(int, bytes);
-    QFETCH(QString, text);
+    const auto [bytes, text] = lumi::test::row<int, QString>();
     QCOMPARE(lumi::foundText(QStringLiteral("SD Card"), 3, bytes), text);
 }
 
 void TestImportTexts::theFolderHasTheDaysName_data()
 {
-    QTest::addColumn<QDate>("date");
-    QTest::addColumn<QString>("name");
+    lumi::test::columns<QDate, QString>();
     QTest::newRow("padded") << QDate(2026, 3, 4) << QStringLiteral("20260304_");
     QTest::newRow("long") << QDate(2026, 12, 31) << QStringLiteral("20261231_");
 }
 
 void TestImportTexts::theFolderHasTheDaysName()
 {
-    QFETCH(QDate, date);
-    QFETCH(QString, name);
+    const auto [date, name] = lumi::test::row<QDate, QString>();
     QCOMPARE(lumi::defaultFolderName(date), name);
 }
 

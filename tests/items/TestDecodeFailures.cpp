@@ -4,6 +4,7 @@
 #include "tests/items/JpegMaker.h"
 #include "tests/items/LibraryFaults.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 #include "tests/swap/SwapFixture.h"
 
 #include <QDir>
@@ -71,9 +72,7 @@ bool haveTheSameRaster(FPVItemJpeg &one, FPVItemJpeg &other)
 
 void TestDecodeFailures::wrongRequests_data()
 {
-    QTest::addColumn<int>("depth");
-    QTest::addColumn<QSize>("request");
-    QTest::addColumn<int>("code");
+    lumi::test::columns<int, QSize, int>();
     QTest::newRow("24 bits") << 24 << QSize(10, 10) << 0;
     QTest::newRow("no bits") << 0 << QSize(10, 10) << 0;
     QTest::newRow("no width") << 16 << QSize(0, 10) << 2;
@@ -83,9 +82,7 @@ void TestDecodeFailures::wrongRequests_data()
 
 void TestDecodeFailures::wrongRequests()
 {
-    QFETCH(int, depth);
-    QFETCH(QSize, request);
-    QFETCH(int, code);
+    auto [depth, request, code] = lumi::test::row<int, QSize, int>();
     Watched watched(photo({}));
     const MessageLog log;
     QSize size(7, 7);
@@ -193,9 +190,7 @@ void TestDecodeFailures::aFailedStartLeavesNothing()
 
 void TestDecodeFailures::memoryForTheRaster_data()
 {
-    QTest::addColumn<int>("depth");
-    QTest::addColumn<QSize>("request");
-    QTest::addColumn<int>("needKB");
+    lumi::test::columns<int, QSize, int>();
     QTest::newRow("16 bits") << 16 << QSize(1600, 1200)
                              << ((1600 * 1200 * 2 + 1600 * 4 + 1048576) >> 10);
     QTest::newRow("32 bits") << 32 << QSize(1600, 1200)
@@ -206,9 +201,7 @@ void TestDecodeFailures::memoryForTheRaster_data()
 
 void TestDecodeFailures::memoryForTheRaster()
 {
-    QFETCH(int, depth);
-    QFETCH(QSize, request);
-    QFETCH(int, needKB);
+    auto [depth, request, needKB] = lumi::test::row<int, QSize, int>();
     FPVItemJpeg item(photo({.size = QSize(1600, 1200), .components = 1, .plain = true}), QString(),
                      false);
     item.setIncremental(false);
@@ -362,8 +355,7 @@ void TestDecodeFailures::lyingHeaders()
 
 void TestDecodeFailures::scanLimit_data()
 {
-    QTest::addColumn<int>("scans");
-    QTest::addColumn<bool>("decoded");
+    lumi::test::columns<int, bool>();
     QTest::newRow("500 scans") << 500 << true;
     QTest::newRow("501 scans") << 501 << false;
     QTest::newRow("600 scans") << 600 << false;
@@ -371,8 +363,7 @@ void TestDecodeFailures::scanLimit_data()
 
 void TestDecodeFailures::scanLimit()
 {
-    QFETCH(int, scans);
-    QFETCH(bool, decoded);
+    const auto [scans, decoded] = lumi::test::row<int, bool>();
     FPVItemJpeg item(photo({.size = QSize(32, 24), .progressiveScans = scans}), QString(), false);
     item.setIncremental(false);
     const MessageLog log;

@@ -3,6 +3,7 @@
 #include "items/FPVItemFolder.h"
 #include "tests/items/LibraryFaults.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 #include "tests/swap/SwapFixture.h"
 
 #include <QFile>
@@ -67,8 +68,7 @@ bool TestFPVDirectory::has(const QString &filter, int bits) const
 
 void TestFPVDirectory::hasPictures_data()
 {
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<bool>("counts");
+    lumi::test::columns<QString, bool>();
     QTest::newRow("a photo") << "a.jpg" << true;
     QTest::newRow("capital letters") << "A.JPEG" << true;
     QTest::newRow("a hidden photo") << ".a.jpg" << true;
@@ -81,11 +81,11 @@ void TestFPVDirectory::hasPictures_data()
 
 void TestFPVDirectory::hasPictures()
 {
-    QFETCH(QString, name);
+    const auto [name, counts] = lumi::test::row<QString, bool>();
     const FPVItemFolder folder(m_folder->path(), QString(), false);
     QVERIFY(!folder.hasPictures());
     make(name);
-    QTEST(folder.hasPictures(), "counts");
+    QCOMPARE(folder.hasPictures(), counts);
 }
 
 void TestFPVDirectory::filterBits_data()

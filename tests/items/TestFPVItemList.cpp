@@ -6,6 +6,7 @@
 #include "tests/support/OrdinaryUser.h"
 #include "tests/support/TestMain.h"
 #include "tests/support/processFigures.h"
+#include "tests/support/rows.h"
 #include "tests/swap/SwapFixture.h"
 
 #include <QApplication>
@@ -101,8 +102,7 @@ void TestFPVItemList::foldersFirstThenCapitals()
 
 void TestFPVItemList::whatIsListed_data()
 {
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<int>("kind");
+    lumi::test::columns<QString, int>();
     QTest::newRow("jpg") << "a.jpg" << 257;
     QTest::newRow("jpeg, in mixed letters") << "a.JpEg" << 257;
     QTest::newRow("the last extension counts") << "a.b.JPG" << 257;
@@ -119,8 +119,7 @@ void TestFPVItemList::whatIsListed_data()
 
 void TestFPVItemList::whatIsListed()
 {
-    QFETCH(QString, name);
-    QFETCH(int, kind);
+    auto [name, kind] = lumi::test::row<QString, int>();
     if (name.endsWith(QLatin1Char('/'))) {
         name.chop(1);
         QVERIFY(QDir(root()).mkdir(name));

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "items/photoScale.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QTest>
 
@@ -25,9 +26,7 @@ private Q_SLOTS:
 
 void TestPhotoScale::fitsIntoABox_data()
 {
-    QTest::addColumn<QSize>("photo");
-    QTest::addColumn<QSize>("box");
-    QTest::addColumn<QSize>("fitted");
+    lumi::test::columns<QSize, QSize, QSize>();
     QTest::newRow("landscape in the large box")
         << QSize(640, 480) << QSize(174, 123) << QSize(164, 123);
     QTest::newRow("portrait in the large box")
@@ -49,16 +48,13 @@ void TestPhotoScale::fitsIntoABox_data()
 
 void TestPhotoScale::fitsIntoABox()
 {
-    QFETCH(QSize, photo);
-    QFETCH(QSize, box);
-    QTEST(lumi::fittedSize(photo, box), "fitted");
+    const auto [photo, box, fitted] = lumi::test::row<QSize, QSize, QSize>();
+    QCOMPARE(lumi::fittedSize(photo, box), fitted);
 }
 
 void TestPhotoScale::thumbnailsOfAPhoto_data()
 {
-    QTest::addColumn<QSize>("photo");
-    QTest::addColumn<QSize>("thumbnail");
-    QTest::addColumn<bool>("isOfIt");
+    lumi::test::columns<QSize, QSize, bool>();
     const QSize landscape(4000, 3000);
     QTest::newRow("the photo itself") << landscape << landscape << true;
     QTest::newRow("a thumbnail") << landscape << QSize(164, 123) << true;
@@ -77,9 +73,8 @@ void TestPhotoScale::thumbnailsOfAPhoto_data()
 
 void TestPhotoScale::thumbnailsOfAPhoto()
 {
-    QFETCH(QSize, photo);
-    QFETCH(QSize, thumbnail);
-    QTEST(lumi::isThumbnailSizeOf(photo, thumbnail), "isOfIt");
+    const auto [photo, thumbnail, isOfIt] = lumi::test::row<QSize, QSize, bool>();
+    QCOMPARE(lumi::isThumbnailSizeOf(photo, thumbnail), isOfIt);
 }
 
 /// Each view fits by the size that the view before has recorded.
@@ -104,9 +99,7 @@ void TestPhotoScale::everyChainOfThumbnailsIsOfThePhoto()
 
 void TestPhotoScale::coversARequest_data()
 {
-    QTest::addColumn<QSize>("photo");
-    QTest::addColumn<QSize>("wanted");
-    QTest::addColumn<int>("denominator");
+    lumi::test::columns<QSize, QSize, int>();
     QTest::newRow("a quarter covers") << QSize(1600, 1200) << QSize(320, 240) << 4;
     QTest::newRow("the smaller denominator of the axes")
         << QSize(1600, 1200) << QSize(800, 10) << 2;
@@ -122,15 +115,13 @@ void TestPhotoScale::coversARequest_data()
 
 void TestPhotoScale::coversARequest()
 {
-    QFETCH(QSize, photo);
-    QFETCH(QSize, wanted);
-    QTEST(lumi::coveringDenominator(photo, wanted), "denominator");
+    const auto [photo, wanted, denominator] = lumi::test::row<QSize, QSize, int>();
+    QCOMPARE(lumi::coveringDenominator(photo, wanted), denominator);
 }
 
 void TestPhotoScale::staysBelowTheScreenLimit_data()
 {
-    QTest::addColumn<QSize>("photo");
-    QTest::addColumn<int>("denominator");
+    lumi::test::columns<QSize, int>();
     QTest::newRow("small") << QSize(640, 480) << 1;
     QTest::newRow("one pixel below the limit") << QSize(178481, 47) << 1;
     QTest::newRow("the limit") << QSize(4096, 2048) << 2;
@@ -146,8 +137,7 @@ void TestPhotoScale::staysBelowTheScreenLimit_data()
 
 void TestPhotoScale::staysBelowTheScreenLimit()
 {
-    QFETCH(QSize, photo);
-    QFETCH(int, denominator);
+    const auto [photo, denominator] = lumi::test::row<QSize, int>();
     QCOMPARE(lumi::screenDenominator(photo), denominator);
     if (denominator != 0) {
         const QSize decoded = lumi::decodedSize(photo, denominator);
@@ -170,8 +160,7 @@ void TestPhotoScale::memoryNeeds()
 
 void TestPhotoScale::linesHeldAtOnce_data()
 {
-    QTest::addColumn<qint64>("lineBytes");
-    QTest::addColumn<int>("lines");
+    lumi::test::columns<qint64, int>();
     QTest::newRow("a usual photo") << qint64{2000 * 3} << 16;
     QTest::newRow("a megabyte exactly") << qint64{65536} << 16;
     QTest::newRow("a byte more") << qint64{65537} << 8;
@@ -183,8 +172,8 @@ void TestPhotoScale::linesHeldAtOnce_data()
 
 void TestPhotoScale::linesHeldAtOnce()
 {
-    QFETCH(qint64, lineBytes);
-    QTEST(lumi::heldLines(lineBytes, 16), "lines");
+    const auto [lineBytes, lines] = lumi::test::row<qint64, int>();
+    QCOMPARE(lumi::heldLines(lineBytes, 16), lines);
 }
 
 LUMI_TEST(TestPhotoScale)

@@ -2,6 +2,7 @@
 #include "tests/items/JpegMaker.h"
 #include "tests/support/FakeMachine.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 #include "tests/swap/SwapFixture.h"
 #include "tools/inspect/rasterCommand.h"
 
@@ -80,9 +81,7 @@ TestRasterCommand::Result TestRasterCommand::run(const QStringList &arguments,
 
 void TestRasterCommand::writesTheRaster_data()
 {
-    QTest::addColumn<QStringList>("options");
-    QTest::addColumn<int>("depth");
-    QTest::addColumn<int>("denominator");
+    lumi::test::columns<QStringList, int, int>();
     QTest::newRow("16 bits") << lumi::test::words("--depth 16") << 16 << 1;
     QTest::newRow("32 bits") << lumi::test::words("--depth 32") << 32 << 1;
     QTest::newRow("fitted") << lumi::test::words("--depth 32 --request 40x30") << 32 << 2;
@@ -90,9 +89,7 @@ void TestRasterCommand::writesTheRaster_data()
 
 void TestRasterCommand::writesTheRaster()
 {
-    QFETCH(QStringList, options);
-    QFETCH(int, depth);
-    QFETCH(int, denominator);
+    const auto [options, depth, denominator] = lumi::test::row<QStringList, int, int>();
     const JpegKind kind{.size = QSize(83, 61)};
     const QString path = lumi::test::writeJpeg(m_folder.filePath(QStringLiteral("a.jpg")), kind);
     const Result result = run(QStringList{path} + options);

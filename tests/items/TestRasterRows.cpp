@@ -2,6 +2,7 @@
 #include "items/rasterRows.h"
 #include "tests/items/JpegMaker.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QTest>
 
@@ -48,9 +49,7 @@ std::uint32_t turnOne(int depth, const std::vector<uchar> &samples)
 
 void TestRasterRows::turnsBlocks_data()
 {
-    QTest::addColumn<int>("depth");
-    QTest::addColumn<int>("components");
-    QTest::addColumn<int>("block");
+    lumi::test::columns<int, int, int>();
     for (const int depth : {16, 32}) {
         for (const int components : {1, 3, 4}) {
             for (const int block : {1, 7, lumi::kBlockLines}) {
@@ -63,9 +62,7 @@ void TestRasterRows::turnsBlocks_data()
 
 void TestRasterRows::turnsBlocks()
 {
-    QFETCH(int, depth);
-    QFETCH(int, components);
-    QFETCH(int, block);
+    const auto [depth, components, block] = lumi::test::row<int, int, int>();
     const QSize size(37, 41);
     const Decoded decoded = noise(size, components);
     const qsizetype stride = qsizetype(size.width()) * components;

@@ -5,6 +5,7 @@
 #include "tests/items/JpegMaker.h"
 #include "tests/items/LibraryFaults.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 #include "tests/swap/SwapFixture.h"
 
 #include <QElapsedTimer>
@@ -94,8 +95,7 @@ const std::vector<NamedKind> &kinds()
 
 void TestScreenDecode::pixels_data()
 {
-    QTest::addColumn<int>("index");
-    QTest::addColumn<int>("depth");
+    lumi::test::columns<int, int>();
     for (std::size_t i = 0; i < kinds().size(); ++i) {
         for (const int depth : {16, 32}) {
             QTest::addRow("%s at %d bits", kinds()[i].name, depth) << int(i) << depth;
@@ -105,8 +105,7 @@ void TestScreenDecode::pixels_data()
 
 void TestScreenDecode::pixels()
 {
-    QFETCH(int, index);
-    QFETCH(int, depth);
+    const auto [index, depth] = lumi::test::row<int, int>();
     JpegKind kind = kinds()[static_cast<std::size_t>(index)].kind;
     for (const QSize size : {QSize(83, 61), QSize(61, 131), QSize(16, 64), QSize(1, 1)}) {
         kind.size = size;
@@ -122,10 +121,7 @@ void TestScreenDecode::pixels()
 
 void TestScreenDecode::scaledPixels_data()
 {
-    QTest::addColumn<int>("depth");
-    QTest::addColumn<int>("components");
-    QTest::addColumn<QSize>("request");
-    QTest::addColumn<int>("denominator");
+    lumi::test::columns<int, int, QSize, int>();
     for (const int depth : {16, 32}) {
         for (const int components : {1, 3, 4}) {
             QTest::addRow("half, %d bits from %d samples", depth, components)
@@ -140,10 +136,7 @@ void TestScreenDecode::scaledPixels_data()
 
 void TestScreenDecode::scaledPixels()
 {
-    QFETCH(int, depth);
-    QFETCH(int, components);
-    QFETCH(QSize, request);
-    QFETCH(int, denominator);
+    auto [depth, components, request, denominator] = lumi::test::row<int, int, QSize, int>();
     const JpegKind kind{.size = QSize(303, 201), .components = components};
     FPVItemJpeg item(photo(kind), QString(), false);
     item.setIncremental(false);
@@ -156,9 +149,7 @@ void TestScreenDecode::scaledPixels()
 
 void TestScreenDecode::sizes_data()
 {
-    QTest::addColumn<QSize>("photoSize");
-    QTest::addColumn<QSize>("request");
-    QTest::addColumn<QSize>("decoded");
+    lumi::test::columns<QSize, QSize, QSize>();
     QTest::newRow("covered by a quarter")
         << QSize(1600, 1200) << QSize(320, 240) << QSize(400, 300);
     QTest::newRow("the smaller denominator of both axes")
@@ -171,20 +162,18 @@ void TestScreenDecode::sizes_data()
 
 void TestScreenDecode::sizes()
 {
-    QFETCH(QSize, photoSize);
-    QFETCH(QSize, request);
+    auto [photoSize, request, decoded] = lumi::test::row<QSize, QSize, QSize>();
     FPVItemJpeg item(photo({.size = photoSize, .components = 1, .plain = true}), QString(), false);
     item.setIncremental(false);
     QSize size;
     QVERIFY(item.startDecode(16, &size, &request));
-    QTEST(size, "decoded");
+    QCOMPARE(size, decoded);
     QCOMPARE(item.imageSize(), photoSize);
 }
 
 void TestScreenDecode::largePhotosAreHalved_data()
 {
-    QTest::addColumn<QSize>("photoSize");
-    QTest::addColumn<QSize>("decoded");
+    lumi::test::columns<QSize, QSize>();
     QTest::newRow("12 megapixels") << QSize(4000, 3000) << QSize(2000, 1500);
     QTest::newRow("8388608 pixels") << QSize(4096, 2048) << QSize(2048, 1024);
     QTest::newRow("just below") << QSize(4095, 2048) << QSize(4095, 2048);
@@ -193,12 +182,12 @@ void TestScreenDecode::largePhotosAreHalved_data()
 
 void TestScreenDecode::largePhotosAreHalved()
 {
-    QFETCH(QSize, photoSize);
+    const auto [photoSize, decoded] = lumi::test::row<QSize, QSize>();
     FPVItemJpeg item(photo({.size = photoSize, .components = 1, .plain = true}), QString(), false);
     item.setIncremental(false);
     QSize size;
     QVERIFY(item.startDecode(16, &size, nullptr));
-    QTEST(size, "decoded");
+    QCOMPARE(size, decoded);
 }
 
 void TestScreenDecode::updates_data()

@@ -3,6 +3,7 @@
 #include "tests/items/LibraryFaults.h"
 #include "tests/items/ThumbnailTest.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QFile>
 #include <QImage>
@@ -51,8 +52,7 @@ const QString kError3 = QStringLiteral("FPVItemJpeg Error (3)");
 
 void TestThumbnailDecode::imageSize_data()
 {
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<QSize>("size");
+    lumi::test::columns<QByteArray, QSize>();
     const QByteArray sample = lumi::test::makeJpeg({.size = QSize(83, 61)});
     QTest::newRow("a photo") << sample << QSize(83, 61);
     QTest::newRow("a gray one") << lumi::test::makeJpeg({.size = QSize(1, 9), .components = 1})
@@ -72,12 +72,12 @@ void TestThumbnailDecode::imageSize_data()
 
 void TestThumbnailDecode::imageSize()
 {
-    QFETCH(QByteArray, bytes);
+    const auto [bytes, size] = lumi::test::row<QByteArray, QSize>();
     const QString path = m_fixture->addPhoto(QStringLiteral("p/a.jpg"));
     lumi::test::writeFile(path, bytes);
     const MessageLog log;
     FPVItemJpeg item(path, QString(), false);
-    QTEST(item.imageSize(), "size");
+    QCOMPARE(item.imageSize(), size);
     QCOMPARE(item.errorCode(), DecodeError::None);
 }
 
@@ -104,10 +104,7 @@ void TestThumbnailDecode::theSizeIsReadOnce()
 
 void TestThumbnailDecode::scaledImagesAreExact_data()
 {
-    QTest::addColumn<QSize>("photo");
-    QTest::addColumn<QSize>("wanted");
-    QTest::addColumn<int>("denominator");
-    QTest::addColumn<bool>("progressive");
+    lumi::test::columns<QSize, QSize, int, bool>();
     QTest::newRow("an eighth") << QSize(800, 600) << QSize(100, 75) << 8 << false;
     QTest::newRow("a quarter, made smaller") << QSize(800, 600) << QSize(164, 123) << 4 << false;
     QTest::newRow("not scaled by the decoder") << QSize(100, 80) << QSize(90, 70) << 1 << false;
@@ -118,10 +115,8 @@ void TestThumbnailDecode::scaledImagesAreExact_data()
 
 void TestThumbnailDecode::scaledImagesAreExact()
 {
-    QFETCH(QSize, wanted);
-    QFETCH(QSize, photo);
-    QFETCH(bool, progressive);
-    QFETCH(int, denominator);
+    const auto [photo, wanted, denominator, progressive]
+        = lumi::test::row<QSize, QSize, int, bool>();
     const JpegKind kind{.size = photo, .progressive = progressive};
     FPVItemJpeg item(this->photo(kind), QString(), false);
     const std::unique_ptr<QImage> image(item.scaledImage(wanted.width(), wanted.height()));

@@ -7,6 +7,7 @@
 #include "tests/items/ThumbnailTest.h"
 #include "tests/support/ExifBuilder.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QDateTime>
 #include <QFile>
@@ -204,9 +205,7 @@ void TestThumbnails::theFittedSizeIsRecorded()
 
 void TestThumbnails::aReplacedPhotoIsNotSquashed_data()
 {
-    QTest::addColumn<QSize>("before");
-    QTest::addColumn<QSize>("after");
-    QTest::addColumn<bool>("isSameItem");
+    lumi::test::columns<QSize, QSize, bool>();
     const QSize landscape(640, 480);
     for (const bool isSameItem : {false, true}) {
         const char *item = isSameItem ? "the same item" : "a new item";
@@ -222,9 +221,7 @@ void TestThumbnails::aReplacedPhotoIsNotSquashed_data()
 /// As large as if it had always been there, and recorded and stored like that.
 void TestThumbnails::aReplacedPhotoIsNotSquashed()
 {
-    QFETCH(QSize, before);
-    QFETCH(QSize, after);
-    QFETCH(bool, isSameItem);
+    const auto [before, after, isSameItem] = lumi::test::row<QSize, QSize, bool>();
     const QString path = photo({.size = before});
     FPVItemJpeg old(path, QString(), false);
     QVERIFY(std::unique_ptr<QPixmap>(old.thumbnail(174, 123)));

@@ -8,6 +8,7 @@
 #include "tests/support/ExifBuilder.h"
 #include "tests/support/PeakMemory.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QImage>
 #include <QPixmap>
@@ -141,8 +142,7 @@ void TestWorstHeaders::embeddedPictures()
 
 void TestWorstHeaders::usualPreviewsPass_data()
 {
-    QTest::addColumn<QByteArray>("preview");
-    QTest::addColumn<bool>("passes");
+    lumi::test::columns<QByteArray, bool>();
     const QSize size(160, 120);
     const QByteArray baseline = lumi::test::makeJpeg({.size = size});
     QTest::newRow("baseline") << baseline << true;
@@ -165,9 +165,9 @@ void TestWorstHeaders::usualPreviewsPass_data()
 
 void TestWorstHeaders::usualPreviewsPass()
 {
-    QFETCH(QByteArray, preview);
+    const auto [preview, passes] = lumi::test::row<QByteArray, bool>();
     const std::unique_ptr<QImage> image(FPVExifDocument::thumbnail(put(photoWithPreview(preview))));
-    QTEST(image != nullptr, "passes");
+    QCOMPARE(image != nullptr, passes);
 }
 
 /// The decoder holds it whole.
@@ -220,8 +220,7 @@ void TestWorstHeaders::twelveMegapixelsPass()
 
 void TestWorstHeaders::theMostThatIsHeld_data()
 {
-    QTest::addColumn<int>("height");
-    QTest::addColumn<bool>("passes");
+    lumi::test::columns<int, bool>();
     QTest::newRow("96 MB") << 4096 << true;
     QTest::newRow("a row of blocks more") << 4097 << false;
 }
@@ -229,8 +228,7 @@ void TestWorstHeaders::theMostThatIsHeld_data()
 /// 3 x 2 bytes a pixel, and the header can be read in any case.
 void TestWorstHeaders::theMostThatIsHeld()
 {
-    QFETCH(int, height);
-    QFETCH(bool, passes);
+    const auto [height, passes] = lumi::test::row<int, bool>();
     const QByteArray bytes = lumi::test::makeJpeg(
         {.size = QSize(64, 64), .sampling = QSize(1, 1), .progressive = true, .plain = true});
     FPVItemJpeg item(put(lumi::test::withSize(bytes, 4096, height)), QString(), false);
@@ -281,8 +279,7 @@ void TestWorstHeaders::heldMemoryIsAskedForBeforehand()
 
 void TestWorstHeaders::theMostThatIsRead_data()
 {
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<bool>("passes");
+    lumi::test::columns<QByteArray, bool>();
     const QByteArray gray = lumi::test::makeJpeg({.size = QSize(64, 64), .components = 1});
     // 2172 blocks each way
     QTest::newRow("the largest photo of one scan")
@@ -301,8 +298,7 @@ void TestWorstHeaders::theMostThatIsRead_data()
 
 void TestWorstHeaders::theMostThatIsRead()
 {
-    QFETCH(QByteArray, bytes);
-    QFETCH(bool, passes);
+    const auto [bytes, passes] = lumi::test::row<QByteArray, bool>();
     FPVItemJpeg item(put(bytes), QString(), false);
     const MessageLog log;
     const std::unique_ptr<QImage> image(item.scaledImage(100, 100));

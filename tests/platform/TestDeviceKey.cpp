@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/deviceKey.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QKeyEvent>
 #include <QTest>
@@ -18,8 +19,7 @@ private Q_SLOTS:
 
 void TestDeviceKey::knows_data()
 {
-    QTest::addColumn<int>("code");
-    QTest::addColumn<DeviceKey>("key");
+    lumi::test::columns<int, DeviceKey>();
     QTest::newRow("zoom in, device") << 0x2010 << DeviceKey::ZoomIn;
     QTest::newRow("zoom in, today") << 0x010000F6 << DeviceKey::ZoomIn;
     QTest::newRow("zoom out, device") << 0x200F << DeviceKey::ZoomOut;
@@ -42,8 +42,7 @@ void TestDeviceKey::knows_data()
 
 void TestDeviceKey::knows()
 {
-    QFETCH(int, code);
-    QFETCH(DeviceKey, key);
+    const auto [code, key] = lumi::test::row<int, DeviceKey>();
     for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
         const QKeyEvent event(type, code, Qt::NoModifier);
         QCOMPARE(deviceKey(&event), key);

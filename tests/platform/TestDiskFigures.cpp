@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/diskFigures.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QTest>
 
@@ -21,10 +22,7 @@ private Q_SLOTS:
 
 void TestDiskFigures::finds_data()
 {
-    QTest::addColumn<QByteArray>("path");
-    QTest::addColumn<qint64>("blockSize");
-    QTest::addColumn<qint64>("available");
-    QTest::addColumn<bool>("ok");
+    lumi::test::columns<QByteArray, qint64, qint64, bool>();
     QTest::newRow("the path itself") << QByteArray("/home") << qint64(4096) << qint64(20) << true;
     QTest::newRow("a path below") << QByteArray("/home/a/b") << qint64(4096) << qint64(20) << true;
     QTest::newRow("the longest counts")
@@ -39,10 +37,8 @@ void TestDiskFigures::finds_data()
 
 void TestDiskFigures::finds()
 {
-    QFETCH(QByteArray, path);
-    QFETCH(qint64, blockSize);
-    QFETCH(qint64, available);
-    QFETCH(bool, ok);
+    const auto [path, blockSize, available, ok]
+        = lumi::test::row<QByteArray, qint64, qint64, bool>();
     const QByteArray text = "/ 1 2 3\n"
                             "/home/full 512 100 0\n"
                             "/home   4096\t10 20\n"

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/IniText.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QTest>
 
@@ -31,8 +32,7 @@ private Q_SLOTS:
 
 void TestIniText::reads_data()
 {
-    QTest::addColumn<QByteArray>("ini");
-    QTest::addColumn<QString>("value");
+    lumi::test::columns<QByteArray, QString>();
     const auto row = [](const char *name, const QByteArray &ini, const QString &value) {
         QTest::newRow(name) << ini << value;
     };
@@ -54,8 +54,7 @@ void TestIniText::reads_data()
 
 void TestIniText::reads()
 {
-    QFETCH(QByteArray, ini);
-    QFETCH(QString, value);
+    const auto [ini, value] = lumi::test::row<QByteArray, QString>();
     const std::optional<QString> found = IniText(ini).value(text("g"), text("k"));
     QVERIFY(found.has_value());
     QCOMPARE(*found, value);
@@ -80,8 +79,7 @@ void TestIniText::misses()
 
 void TestIniText::writes_data()
 {
-    QTest::addColumn<QByteArray>("before");
-    QTest::addColumn<QByteArray>("after");
+    lumi::test::columns<QByteArray, QByteArray>();
     const auto row = [](const char *name, const QByteArray &before, const QByteArray &after) {
         QTest::newRow(name) << before << after;
     };
@@ -99,8 +97,7 @@ void TestIniText::writes_data()
 
 void TestIniText::writes()
 {
-    QFETCH(QByteArray, before);
-    QFETCH(QByteArray, after);
+    const auto [before, after] = lumi::test::row<QByteArray, QByteArray>();
     IniText ini(before);
     ini.setValue(text("g"), text("k"), text("7"));
     QCOMPARE(ini.toText(), after);

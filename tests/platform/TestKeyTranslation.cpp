@@ -2,6 +2,7 @@
 #include "platform/QPEApplication.h"
 #include "platform/deviceKey.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QComboBox>
 #include <QKeyEvent>
@@ -88,9 +89,7 @@ private Q_SLOTS:
 
 void TestKeyTranslation::keysArriveAsDeviceKeys_data()
 {
-    QTest::addColumn<Qt::Key>("key");
-    QTest::addColumn<Qt::KeyboardModifiers>("modifiers");
-    QTest::addColumn<int>("code");
+    lumi::test::columns<Qt::Key, Qt::KeyboardModifiers, int>();
     const auto row = [](const char *name, Qt::Key key, Qt::KeyboardModifiers modifiers, int code) {
         QTest::newRow(name) << key << modifiers << code;
     };
@@ -106,9 +105,7 @@ void TestKeyTranslation::keysArriveAsDeviceKeys_data()
 
 void TestKeyTranslation::keysArriveAsDeviceKeys()
 {
-    QFETCH(Qt::Key, key);
-    QFETCH(Qt::KeyboardModifiers, modifiers);
-    QFETCH(int, code);
+    const auto [key, modifiers, code] = lumi::test::row<Qt::Key, Qt::KeyboardModifiers, int>();
     Recorder recorder;
     QTest::keyClick(&recorder, key, modifiers);
     QCOMPARE(recorder.pressed, QList<int>({code}));

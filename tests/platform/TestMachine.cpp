@@ -3,6 +3,7 @@
 #include "platform/PowerStatusManager.h"
 #include "tests/platform/testFiles.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QTemporaryDir>
 #include <QTest>
@@ -272,9 +273,7 @@ void TestMachine::pipesAndDevicesAreNotRead()
 
 void TestMachine::hinge_data()
 {
-    QTest::addColumn<QByteArray>("script");
-    QTest::addColumn<bool>("executable");
-    QTest::addColumn<int>("result");
+    lumi::test::columns<QByteArray, bool, int>();
     QTest::newRow("usual position") << QByteArray("#!/bin/sh\nexit 0\n") << true << 0;
     QTest::newRow("another position") << QByteArray("#!/bin/sh\nexit 3\n") << true << (3 << 8);
     QTest::newRow("may not be run") << QByteArray("#!/bin/sh\nexit 0\n") << false << (126 << 8);
@@ -283,9 +282,7 @@ void TestMachine::hinge_data()
 
 void TestMachine::hinge()
 {
-    QFETCH(QByteArray, script);
-    QFETCH(bool, executable);
-    QFETCH(int, result);
+    const auto [script, executable, result] = lumi::test::row<QByteArray, bool, int>();
     useProfile("[Hinge]\nProgram=chkhinge\n");
     if (!script.isEmpty()) {
         QVERIFY(writeFile(path("chkhinge"), script));
@@ -314,8 +311,7 @@ void TestMachine::aProgramNameIsNoShellText()
 
 void TestMachine::depth_data()
 {
-    QTest::addColumn<QByteArray>("text");
-    QTest::addColumn<int>("depth");
+    lumi::test::columns<QByteArray, int>();
     QTest::newRow("not said") << QByteArray("") << 32;
     QTest::newRow("16") << QByteArray("Depth=16") << 16;
     QTest::newRow("32") << QByteArray("Depth=32") << 32;
@@ -324,8 +320,7 @@ void TestMachine::depth_data()
 
 void TestMachine::depth()
 {
-    QFETCH(QByteArray, text);
-    QFETCH(int, depth);
+    const auto [text, depth] = lumi::test::row<QByteArray, int>();
     useProfile("[Panel]\n" + text + '\n');
     QCOMPARE(Machine::instance().panelDepth(), depth);
 }

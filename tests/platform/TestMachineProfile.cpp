@@ -4,6 +4,7 @@
 #include "platform/fileCalls.h"
 #include "tests/platform/testFiles.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QDir>
 #include <QStandardPaths>
@@ -146,8 +147,7 @@ void TestMachineProfile::aNamedFileThatIsMissingHidesTheOthersToo()
 
 void TestMachineProfile::paths_data()
 {
-    QTest::addColumn<QByteArray>("value");
-    QTest::addColumn<QString>("path");
+    lumi::test::columns<QByteArray, QString>();
     QTest::newRow("as it is") << QByteArray("/media/a b") << QStringLiteral("/media/a b");
     QTest::newRow("closing slashes go") << QByteArray("/media/x//") << QStringLiteral("/media/x");
     QTest::newRow("double slashes go") << QByteArray("//media//x") << QStringLiteral("/media/x");
@@ -157,8 +157,7 @@ void TestMachineProfile::paths_data()
 
 void TestMachineProfile::paths()
 {
-    QFETCH(QByteArray, value);
-    QFETCH(QString, path);
+    const auto [value, path] = lumi::test::row<QByteArray, QString>();
     QVERIFY(writeFile(m_user + kProfile, withCard(value.constData())));
     QCOMPARE(card(), path);
     QVERIFY(writeFile(m_user + kProfile, withCard("sd")));
@@ -174,9 +173,7 @@ void TestMachineProfile::numbersThatAreNoneAreTheDefault()
 
 void TestMachineProfile::keys_data()
 {
-    QTest::addColumn<int>("key");
-    QTest::addColumn<Qt::KeyboardModifiers>("modifiers");
-    QTest::addColumn<int>("code");
+    lumi::test::columns<int, Qt::KeyboardModifiers, int>();
     const auto row = [](const char *name, int key, Qt::KeyboardModifiers modifiers, int code) {
         QTest::newRow(name) << key << modifiers << code;
     };
@@ -201,9 +198,7 @@ void TestMachineProfile::keys_data()
 
 void TestMachineProfile::keys()
 {
-    QFETCH(int, key);
-    QFETCH(Qt::KeyboardModifiers, modifiers);
-    QFETCH(int, code);
+    const auto [key, modifiers, code] = lumi::test::row<int, Qt::KeyboardModifiers, int>();
     QCOMPARE(lumi::MachineProfile().deviceKey(key, modifiers), code);
 }
 

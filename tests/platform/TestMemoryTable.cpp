@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/memoryTable.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QTest>
 
@@ -22,8 +23,7 @@ private Q_SLOTS:
 
 void TestMemoryTable::makes_data()
 {
-    QTest::addColumn<QByteArray>("text");
-    QTest::addColumn<QByteArray>("row");
+    lumi::test::columns<QByteArray, QByteArray>();
     const auto row = [](const char *name, const QByteArray &text, const QByteArray &expected) {
         QTest::newRow(name) << text << expected;
     };
@@ -43,8 +43,7 @@ void TestMemoryTable::makes_data()
 
 void TestMemoryTable::makes()
 {
-    QFETCH(QByteArray, text);
-    QFETCH(QByteArray, row);
+    const auto [text, row] = lumi::test::row<QByteArray, QByteArray>();
     QCOMPARE(lumi::memoryTable(text), QByteArray(kHeading + "Mem:  " + row + '\n'));
 }
 

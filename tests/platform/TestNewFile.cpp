@@ -3,6 +3,7 @@
 #include "tests/platform/testFiles.h"
 #include "tests/support/FileFaults.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QDir>
 #include <QFile>
@@ -129,8 +130,7 @@ void TestNewFile::fileWithoutACommitLeavesNothing()
 
 void TestNewFile::failedCallGivesNoName_data()
 {
-    QTest::addColumn<unsigned>("call");
-    QTest::addColumn<int>("error");
+    lumi::test::columns<unsigned, int>();
     QTest::newRow("the disk is full") << unsigned(FileFaults::Write) << ENOSPC;
     QTest::newRow("the disk is broken") << unsigned(FileFaults::Write) << EIO;
     QTest::newRow("the sync fails") << unsigned(FileFaults::Sync) << EIO;
@@ -140,8 +140,7 @@ void TestNewFile::failedCallGivesNoName_data()
 
 void TestNewFile::failedCallGivesNoName()
 {
-    QFETCH(unsigned, call);
-    QFETCH(int, error);
+    const auto [call, error] = lumi::test::row<unsigned, int>();
     {
         NewFile file(m_path);
         QVERIFY(file.open());

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/toolkit/PagingScrollBar.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QApplication>
 #include <QContextMenuEvent>
@@ -142,8 +143,7 @@ void TestPagingScrollBar::groove()
 
 void TestPagingScrollBar::keys_data()
 {
-    QTest::addColumn<Qt::Key>("key");
-    QTest::addColumn<QString>("expected");
+    lumi::test::columns<Qt::Key, QString>();
     QTest::newRow("Down") << Qt::Key_Down << QStringLiteral("nextLine at 53");
     QTest::newRow("Up") << Qt::Key_Up << QStringLiteral("prevLine at 47");
     QTest::newRow("Page Down") << Qt::Key_PageDown << QStringLiteral("nextPage at 60");
@@ -154,8 +154,7 @@ void TestPagingScrollBar::keys_data()
 
 void TestPagingScrollBar::keys()
 {
-    QFETCH(Qt::Key, key);
-    QFETCH(QString, expected);
+    const auto [key, expected] = lumi::test::row<Qt::Key, QString>();
     const auto bar = show(Qt::Vertical);
     QTest::keyClick(bar.get(), key);
     QCOMPARE(bar->notes, QStringList{expected});
@@ -204,9 +203,7 @@ void TestPagingScrollBar::heldArrowRepeats()
 
 void TestPagingScrollBar::wheelUpdatesOnce_data()
 {
-    QTest::addColumn<Qt::Orientation>("orientation");
-    QTest::addColumn<int>("eighths");
-    QTest::addColumn<bool>("forward");
+    lumi::test::columns<Qt::Orientation, int, bool>();
     QTest::newRow("one notch towards the user") << Qt::Vertical << -120 << true;
     QTest::newRow("one notch away") << Qt::Vertical << 120 << false;
     QTest::newRow("three notches at once") << Qt::Vertical << -360 << true;
@@ -215,9 +212,7 @@ void TestPagingScrollBar::wheelUpdatesOnce_data()
 
 void TestPagingScrollBar::wheelUpdatesOnce()
 {
-    QFETCH(Qt::Orientation, orientation);
-    QFETCH(int, eighths);
-    QFETCH(bool, forward);
+    const auto [orientation, eighths, forward] = lumi::test::row<Qt::Orientation, int, bool>();
     const auto bar = show(orientation);
     turnWheel(bar.get(), eighths);
     QCOMPARE(bar->value() > kStart, forward);

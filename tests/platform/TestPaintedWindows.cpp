@@ -5,6 +5,7 @@
 #include "tests/platform/PainterTest.h"
 #include "tests/platform/paintedPixels.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QTest>
 
@@ -215,8 +216,7 @@ void TestPaintedWindows::movedWindowStaysRight()
 
 void TestPaintedWindows::movedWindowKeepsItsPixelsOnTheNextDraw_data()
 {
-    QTest::addColumn<int>("depth");
-    QTest::addColumn<QPoint>("place");
+    lumi::test::columns<int, QPoint>();
     QTest::newRow("far away, 32 bits") << 32 << QPoint(400, 300);
     QTest::newRow("far away, 16 bits") << 16 << QPoint(400, 300);
     QTest::newRow("a bit right and down, 32 bits") << 32 << QPoint(57, 51);
@@ -226,8 +226,7 @@ void TestPaintedWindows::movedWindowKeepsItsPixelsOnTheNextDraw_data()
 // A draw that touches only a corner, as the sign of the slideshow does, after a move.
 void TestPaintedWindows::movedWindowKeepsItsPixelsOnTheNextDraw()
 {
-    QFETCH(int, depth);
-    QFETCH(QPoint, place);
+    const auto [depth, place] = lumi::test::row<int, QPoint>();
     m_machine->depth = depth;
     BareWindow top(QRect(50, 40, 180, 160));
     QVERIFY(top.showNow());

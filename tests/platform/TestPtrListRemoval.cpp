@@ -3,6 +3,7 @@
 #include "platform/toolkit/PtrList.h"
 #include "tests/platform/PtrListTest.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QTest>
 
@@ -56,8 +57,7 @@ private Q_SLOTS:
 
 void TestPtrListRemoval::removesTheCurrent_data()
 {
-    QTest::addColumn<int>("place");
-    QTest::addColumn<int>("newCurrent");
+    lumi::test::columns<int, int>();
     QTest::newRow("the first: its follower is current") << 0 << 1;
     QTest::newRow("one in the middle: its follower is current") << 1 << 2;
     QTest::newRow("the last: the new last one is current") << 2 << 1;
@@ -65,8 +65,7 @@ void TestPtrListRemoval::removesTheCurrent_data()
 
 void TestPtrListRemoval::removesTheCurrent()
 {
-    QFETCH(int, place);
-    QFETCH(int, newCurrent);
+    const auto [place, newCurrent] = lumi::test::row<int, int>();
     fill(3);
     m_list->at(place);
     QVERIFY(m_list->remove());

@@ -5,6 +5,7 @@
 #include "tests/platform/PainterTest.h"
 #include "tests/platform/paintedPixels.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QPaintEvent>
 #include <QRegularExpression>
@@ -79,9 +80,7 @@ private Q_SLOTS:
 
 void TestQDirectPainter::geometry_data()
 {
-    QTest::addColumn<QRect>("window");
-    QTest::addColumn<QRect>("child");
-    QTest::addColumn<QRect>("turned");
+    lumi::test::columns<QRect, QRect, QRect>();
     QTest::newRow("whole desktop")
         << QRect(0, 0, 640, 480) << QRect(0, 0, 640, 480) << QRect(0, 0, 480, 640);
     QTest::newRow("top left corner")
@@ -96,9 +95,7 @@ void TestQDirectPainter::geometry_data()
 
 void TestQDirectPainter::geometry()
 {
-    QFETCH(QRect, window);
-    QFETCH(QRect, child);
-    QFETCH(QRect, turned);
+    const auto [window, child, turned] = lumi::test::row<QRect, QRect, QRect>();
     BareWindow top(window);
     QWidget inside(&top);
     inside.setGeometry(child);
@@ -233,8 +230,7 @@ void TestQDirectPainter::partialRepaint()
 
 void TestQDirectPainter::windowOutsideIsClamped_data()
 {
-    QTest::addColumn<QPoint>("place");
-    QTest::addColumn<QPoint>("clamped");
+    lumi::test::columns<QPoint, QPoint>();
     QTest::newRow("off the top left") << QPoint(-60, -40) << QPoint(0, 0);
     QTest::newRow("off the bottom right") << QPoint(600, 450) << QPoint(440, 380);
     QTest::newRow("off the left only") << QPoint(-3, 30) << QPoint(0, 30);
@@ -243,8 +239,7 @@ void TestQDirectPainter::windowOutsideIsClamped_data()
 
 void TestQDirectPainter::windowOutsideIsClamped()
 {
-    QFETCH(QPoint, place);
-    QFETCH(QPoint, clamped);
+    const auto [place, clamped] = lumi::test::row<QPoint, QPoint>();
     BareWindow top(QRect(place, QSize(200, 100)));
     QWidget child(&top);
     child.setGeometry(10, 20, 150, 60);

@@ -2,6 +2,7 @@
 #include "platform/toolkit/QTextCodec.h"
 #include "tests/platform/japanesePhrases.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QTest>
 
@@ -87,9 +88,7 @@ void TestQTextCodec::names()
 
 void TestQTextCodec::phrases_data()
 {
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<QByteArray>("codec");
-    QTest::addColumn<QString>("text");
+    lumi::test::columns<QByteArray, QByteArray, QString>();
     for (const JapanesePhrase &phrase : kJapanesePhrases) {
         const QString text = QString::fromUtf8(phrase.utf8);
         const std::array<QByteArray, 4> bytes
@@ -103,9 +102,7 @@ void TestQTextCodec::phrases_data()
 
 void TestQTextCodec::phrases()
 {
-    QFETCH(QByteArray, bytes);
-    QFETCH(QByteArray, codec);
-    QFETCH(QString, text);
+    const auto [bytes, codec, text] = lumi::test::row<QByteArray, QByteArray, QString>();
     QCOMPARE(likeliest(bytes), codec);
     QCOMPARE(decode(codec.constData(), bytes), text);
 }
@@ -139,8 +136,7 @@ void TestQTextCodec::asciiTies()
 
 void TestQTextCodec::impossible_data()
 {
-    QTest::addColumn<QByteArray>("codec");
-    QTest::addColumn<QByteArray>("bytes");
+    lumi::test::columns<QByteArray, QByteArray>();
     const auto row = [](const char *title, const char *codec, const char *hex) {
         QTest::newRow(title) << QByteArray(codec) << fromHex(hex);
     };
@@ -159,8 +155,7 @@ void TestQTextCodec::impossible_data()
 
 void TestQTextCodec::impossible()
 {
-    QFETCH(QByteArray, codec);
-    QFETCH(QByteArray, bytes);
+    const auto [codec, bytes] = lumi::test::row<QByteArray, QByteArray>();
     QCOMPARE(match(codec.constData(), bytes), -1);
 }
 
@@ -256,9 +251,7 @@ void TestQTextCodec::halfWidthKana()
 
 void TestQTextCodec::everyWeight_data()
 {
-    QTest::addColumn<QByteArray>("codec");
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<int>("expected");
+    lumi::test::columns<QByteArray, QByteArray, int>();
     const auto row = [](const char *title, const char *codec, const char *hex, int expected) {
         QTest::newRow(title) << QByteArray(codec) << fromHex(hex) << expected;
     };
@@ -286,9 +279,7 @@ void TestQTextCodec::everyWeight_data()
 
 void TestQTextCodec::everyWeight()
 {
-    QFETCH(QByteArray, codec);
-    QFETCH(QByteArray, bytes);
-    QFETCH(int, expected);
+    const auto [codec, bytes, expected] = lumi::test::row<QByteArray, QByteArray, int>();
     QCOMPARE(match(codec.constData(), bytes), expected);
 }
 
@@ -304,9 +295,7 @@ void TestQTextCodec::otherScripts()
 
 void TestQTextCodec::unreadableBytesAreReplaced_data()
 {
-    QTest::addColumn<QByteArray>("codec");
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<QString>("text");
+    lumi::test::columns<QByteArray, QByteArray, QString>();
     const auto row = [](const char *title, const char *codec, const char *hex, const char *text) {
         QTest::newRow(title) << QByteArray(codec) << fromHex(hex) << QString::fromUtf8(text);
     };
@@ -327,9 +316,7 @@ void TestQTextCodec::unreadableBytesAreReplaced_data()
 
 void TestQTextCodec::unreadableBytesAreReplaced()
 {
-    QFETCH(QByteArray, codec);
-    QFETCH(QByteArray, bytes);
-    QFETCH(QString, text);
+    const auto [codec, bytes, text] = lumi::test::row<QByteArray, QByteArray, QString>();
     QCOMPARE(decode(codec.constData(), bytes), text);
 }
 

@@ -2,6 +2,7 @@
 #include "swap/IndexReader.h"
 #include "swap/IndexWriter.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 #include "tests/swap/SwapFixture.h"
 
 #include <QTest>
@@ -104,8 +105,7 @@ QByteArray sample(QList<qsizetype> *ends = nullptr, QList<lumi::BlockRecord> *bl
 
 void TestIndexReader::aTextHasItsPaddedField_data()
 {
-    QTest::addColumn<QByteArray>("text");
-    QTest::addColumn<QByteArray>("field");
+    lumi::test::columns<QByteArray, QByteArray>();
     QTest::newRow("empty: 4 zero bytes") << QByteArray("")
                                          << QByteArray("00000000"
                                                        "00000000");
@@ -128,8 +128,7 @@ void TestIndexReader::aTextHasItsPaddedField_data()
 
 void TestIndexReader::aTextHasItsPaddedField()
 {
-    QFETCH(QByteArray, text);
-    QFETCH(QByteArray, field);
+    const auto [text, field] = lumi::test::row<QByteArray, QByteArray>();
     lumi::IndexWriter writer;
     writer.writeControl({5, 6, QString::fromLatin1(text)});
     QCOMPARE(writer.bytes().toHex(),
@@ -259,9 +258,7 @@ void TestIndexReader::anyFieldMayHoldAnything()
 
 void TestIndexReader::absurdFieldsEndTheReading_data()
 {
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<int>("controls");
-    QTest::addColumn<int>("blocks");
+    lumi::test::columns<QByteArray, int, int>();
     const auto header = [](std::int32_t count) {
         return IndexBytes().number(1).number(count);
     };
@@ -282,9 +279,7 @@ void TestIndexReader::absurdFieldsEndTheReading_data()
 
 void TestIndexReader::absurdFieldsEndTheReading()
 {
-    QFETCH(QByteArray, bytes);
-    QFETCH(int, controls);
-    QFETCH(int, blocks);
+    const auto [bytes, controls, blocks] = lumi::test::row<QByteArray, int, int>();
     const Parsed parsed = parse(bytes);
     QVERIFY(!parsed.whole);
     QCOMPARE(parsed.controls, controls);

@@ -4,6 +4,7 @@
 #include "swap/SwapPlace.h"
 #include "tests/support/FullDisk.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 #include "tests/swap/SwapBlockTest.h"
 
 #include <QDir>
@@ -104,8 +105,7 @@ void TestSwapBlock::aPictureComesBackAsTheStoredJpeg()
 
 void TestSwapBlock::tenMegabytesAreLeftFree_data()
 {
-    QTest::addColumn<int>("freeKB");
-    QTest::addColumn<bool>("written");
+    lumi::test::columns<int, bool>();
     QTest::newRow("exactly 10240 KB: refused") << 10240 << false;
     QTest::newRow("10241 KB: written") << 10241 << true;
     QTest::newRow("nothing left: refused") << 0 << false;
@@ -113,8 +113,7 @@ void TestSwapBlock::tenMegabytesAreLeftFree_data()
 
 void TestSwapBlock::tenMegabytesAreLeftFree()
 {
-    QFETCH(int, freeKB);
-    QFETCH(bool, written);
+    const auto [freeKB, written] = lumi::test::row<int, bool>();
     m_fixture->setFreeKB(freeKB);
     SwapBlock block = made();
     const MessageLog log;
@@ -216,8 +215,7 @@ void TestSwapBlock::aNameThatIsTooLongIsNotStored()
 
 void TestSwapBlock::aFullDiskLeavesNothingBehind_data()
 {
-    QTest::addColumn<bool>("image");
-    QTest::addColumn<int>("room");
+    lumi::test::columns<bool, int>();
     QTest::newRow("an image, no room at all") << true << 0;
     QTest::newRow("an image, room for a part") << true << 700;
     QTest::newRow("a buffer, no room at all") << false << 0;
@@ -226,8 +224,7 @@ void TestSwapBlock::aFullDiskLeavesNothingBehind_data()
 
 void TestSwapBlock::aFullDiskLeavesNothingBehind()
 {
-    QFETCH(bool, image);
-    QFETCH(int, room);
+    const auto [image, room] = lumi::test::row<bool, int>();
     QImage pixels = picture(171, 119);
     std::array<unsigned char, 2000> bytes{};
     SwapBlock block = made();

@@ -4,6 +4,7 @@
 #include "swap/SwapBlock.h"
 #include "tests/support/PeakMemory.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 #include "tests/swap/SwapBlockTest.h"
 
 #include <QFileInfo>
@@ -98,8 +99,7 @@ void TestSwapBlockMisses::aDamagedSwapFileIsAMiss()
 
 void TestSwapBlockMisses::onlyWhatMayBeAThumbnailIsRead_data()
 {
-    QTest::addColumn<QSize>("size");
-    QTest::addColumn<bool>("read");
+    lumi::test::columns<QSize, bool>();
     QTest::newRow("a thumbnail") << QSize(171, 119) << true;
     QTest::newRow("a million pixels") << QSize(1024, 1024) << true;
     QTest::newRow("a column more") << QSize(1025, 1024) << false;
@@ -109,14 +109,14 @@ void TestSwapBlockMisses::onlyWhatMayBeAThumbnailIsRead_data()
 
 void TestSwapBlockMisses::onlyWhatMayBeAThumbnailIsRead()
 {
-    QFETCH(QSize, size);
+    const auto [size, read] = lumi::test::row<QSize, bool>();
     QImage image(size, QImage::Format_Grayscale8);
     image.fill(Qt::gray);
     SwapBlock block = made();
     QVERIFY(write(block, image));
     QImage loaded;
-    QTEST(read(block, &loaded), "read");
-    QTEST(!loaded.isNull(), "read");
+    QCOMPARE(read(block, &loaded), read);
+    QCOMPARE(!loaded.isNull(), read);
 }
 
 void TestSwapBlockMisses::aGiantThatWasPlantedIsNotDecoded()

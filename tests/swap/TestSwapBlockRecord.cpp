@@ -4,6 +4,7 @@
 #include "swap/SwapBlock.h"
 #include "swap/SwapPlace.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 #include "tests/swap/SwapBlockTest.h"
 
 #include <QTest>
@@ -45,11 +46,7 @@ private Q_SLOTS:
 
 void TestSwapBlockRecord::aRecordFromTheIndexIsValidWhileBothFilesExist_data()
 {
-    QTest::addColumn<bool>("source");
-    QTest::addColumn<QString>("swapName");
-    QTest::addColumn<bool>("swapFile");
-    QTest::addColumn<bool>("valid");
-    QTest::addColumn<bool>("kept");
+    lumi::test::columns<bool, QString, bool, bool, bool>();
     QTest::newRow("both there: valid") << true << "a.swp" << true << true << true;
     QTest::newRow("swap file gone: invalid") << true << "a.swp" << false << false << false;
     QTest::newRow("source gone: its swap file goes") << false << "a.swp" << true << false << false;
@@ -70,9 +67,8 @@ void TestSwapBlockRecord::aRecordFromTheIndexIsValidWhileBothFilesExist_data()
 
 void TestSwapBlockRecord::aRecordFromTheIndexIsValidWhileBothFilesExist()
 {
-    QFETCH(bool, source);
-    QFETCH(QString, swapName);
-    QFETCH(bool, swapFile);
+    const auto [source, swapName, swapFile, valid, kept]
+        = lumi::test::row<bool, QString, bool, bool, bool>();
     const QString file = m_fixture->swapFile(swapName);
     if (swapFile) {
         writeFile(file, "x");
@@ -83,8 +79,8 @@ void TestSwapBlockRecord::aRecordFromTheIndexIsValidWhileBothFilesExist()
     const lumi::SwapPlace place(m_fixture->swapFolder(), QStringLiteral(".swp"));
     const SwapBlock block(index, m_fixture->path(QStringLiteral("photos")), place);
     QVERIFY(!index.failed());
-    QTEST(block.isValid(), "valid");
-    QTEST(QFile::exists(file), "kept");
+    QCOMPARE(block.isValid(), valid);
+    QCOMPARE(QFile::exists(file), kept);
     QCOMPARE(block.width(), -5);
     QCOMPARE(block.height(), 6);
     QCOMPARE(block.swapPath(), file);

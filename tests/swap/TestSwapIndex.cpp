@@ -5,6 +5,7 @@
 #include "tests/support/FullDisk.h"
 #include "tests/support/PeakMemory.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 #include "tests/swap/SwapFixture.h"
 
 #include <QFileInfo>
@@ -407,8 +408,7 @@ void TestSwapIndex::trimmingSparesAPhotoThatAnIndexNames()
 
 void TestSwapIndex::aFloodIsReadInPart_data()
 {
-    QTest::addColumn<bool>("spread");
-    QTest::addColumn<int>("most");
+    lumi::test::columns<bool, int>();
     QTest::newRow("a folder for each block") << true << 4096;
     QTest::newRow("all blocks in one folder") << false << 65536;
 }
@@ -416,8 +416,7 @@ void TestSwapIndex::aFloodIsReadInPart_data()
 /// 64 MB of whole records of files that exist.
 void TestSwapIndex::aFloodIsReadInPart()
 {
-    QFETCH(bool, spread);
-    QFETCH(int, most);
+    const auto [spread, most] = lumi::test::row<bool, int>();
     constexpr std::clock_t kMostSeconds = 5;
     makeSample();
     constexpr int kBits = 18;

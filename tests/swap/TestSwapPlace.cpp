@@ -2,6 +2,7 @@
 #include "swap/SwapPlace.h"
 #include "swap/swapTime.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 #include "tests/swap/SwapFixture.h"
 
 #include <QTest>
@@ -51,8 +52,7 @@ void TestSwapPlace::namesOfSwapFiles()
 
 void TestSwapPlace::onlyFilesOfThePlaceAreHeld_data()
 {
-    QTest::addColumn<QString>("path");
-    QTest::addColumn<bool>("held");
+    lumi::test::columns<QString, bool>();
     QTest::newRow("a swap file") << "/home/u/.photo_swp/0000s_1_a.jpg.swp" << true;
     QTest::newRow("a name with dots") << "/home/u/.photo_swp/..a.swp" << true;
     QTest::newRow("a photo") << "/home/u/Documents/a.jpg" << false;
@@ -69,8 +69,8 @@ void TestSwapPlace::onlyFilesOfThePlaceAreHeld_data()
 
 void TestSwapPlace::onlyFilesOfThePlaceAreHeld()
 {
-    QFETCH(QString, path);
-    QTEST(place().holds(path), "held");
+    const auto [path, held] = lumi::test::row<QString, bool>();
+    QCOMPARE(place().holds(path), held);
 }
 
 void TestSwapPlace::removesOnlyWhatItHolds()
@@ -107,8 +107,7 @@ void TestSwapPlace::linksAndPipesAreNoFilesOfTheStore()
 
 void TestSwapPlace::timesAreWholeSecondsIn32Bits_data()
 {
-    QTest::addColumn<QDateTime>("time");
-    QTest::addColumn<int>("seconds");
+    lumi::test::columns<QDateTime, int>();
     QTest::newRow("a null time is 0") << QDateTime() << 0;
     QTest::newRow("fractions are cut off") << QDateTime::fromMSecsSinceEpoch(1999) << 1;
     QTest::newRow("the last second of 31 bits")
@@ -121,8 +120,8 @@ void TestSwapPlace::timesAreWholeSecondsIn32Bits_data()
 
 void TestSwapPlace::timesAreWholeSecondsIn32Bits()
 {
-    QFETCH(QDateTime, time);
-    QTEST(static_cast<int>(lumi::swapSeconds(time)), "seconds");
+    const auto [time, seconds] = lumi::test::row<QDateTime, int>();
+    QCOMPARE(static_cast<int>(lumi::swapSeconds(time)), seconds);
 }
 
 void TestSwapPlace::timesSurviveTheIndex()

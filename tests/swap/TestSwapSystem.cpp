@@ -2,6 +2,7 @@
 #include "swap/SwapSystem.h"
 #include "swap/swapStore.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 #include "tests/swap/MemoryFaults.h"
 #include "tests/swap/SwapFixture.h"
 
@@ -61,8 +62,7 @@ void TestSwapSystem::cleanup()
 
 void TestSwapSystem::aNewFolderGetsTheLowestFreeId_data()
 {
-    QTest::addColumn<QList<int>>("given");
-    QTest::addColumn<int>("next");
+    lumi::test::columns<QList<int>, int>();
     QTest::newRow("the first is 0") << QList<int>{} << 0;
     QTest::newRow("behind 0 and 1") << QList<int>{0, 1} << 2;
     QTest::newRow("a gap is filled") << QList<int>{0, 2, 3} << 1;
@@ -74,8 +74,7 @@ void TestSwapSystem::aNewFolderGetsTheLowestFreeId_data()
 
 void TestSwapSystem::aNewFolderGetsTheLowestFreeId()
 {
-    QFETCH(QList<int>, given);
-    QFETCH(int, next);
+    const auto [given, next] = lumi::test::row<QList<int>, int>();
     for (qsizetype i = 0; i < given.size(); ++i) {
         m_store->SetCurrent(QStringLiteral("/folder%1").arg(i), given[i]);
         QCOMPARE(m_store->current()->id(), given[i]);

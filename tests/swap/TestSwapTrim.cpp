@@ -3,6 +3,7 @@
 #include "swap/SwapSystem.h"
 #include "swap/swapStore.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 #include "tests/swap/SwapFixture.h"
 
 #include <QRegularExpression>
@@ -93,8 +94,7 @@ int TestSwapTrim::validBlocks(const char *folder, char kind) const
 
 void TestSwapTrim::theLimitOfAKind_data()
 {
-    QTest::addColumn<char>("kind");
-    QTest::addColumn<int>("limit");
+    lumi::test::columns<char, int>();
     QTest::newRow("large") << 'l' << 200;
     QTest::newRow("small") << 's' << 400;
     QTest::newRow("detail") << 'd' << 400;
@@ -103,8 +103,7 @@ void TestSwapTrim::theLimitOfAKind_data()
 
 void TestSwapTrim::theLimitOfAKind()
 {
-    QFETCH(char, kind);
-    QFETCH(int, limit);
+    const auto [kind, limit] = lumi::test::row<char, int>();
     fill("one", kind, limit);
     // With exactly the limit there is no trim.
     QVERIFY(SwapAppend(m_fixture->addPhoto(QStringLiteral("one/last.jpg")), &m_image, 10, kind));

@@ -2,6 +2,7 @@
 // The thumbnail command as its users have it.
 #include "tests/support/ExifBuilder.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 #include "tests/tools/inspectRun.h"
 
 #include <QDir>
@@ -61,9 +62,7 @@ QJsonObject TestInspectThumbnail::thumbnailOf(const QString &path, const QString
 
 void TestInspectThumbnail::aPhotoHasOne_data()
 {
-    QTest::addColumn<QSize>("photo");
-    QTest::addColumn<QString>("box");
-    QTest::addColumn<QString>("size");
+    lumi::test::columns<QSize, QString, QString>();
     QTest::newRow("landscape") << QSize(640, 480) << QStringLiteral("174x123")
                                << QStringLiteral("164x123");
     QTest::newRow("portrait") << QSize(480, 640) << QStringLiteral("174x123")
@@ -73,9 +72,7 @@ void TestInspectThumbnail::aPhotoHasOne_data()
 
 void TestInspectThumbnail::aPhotoHasOne()
 {
-    QFETCH(QSize, photo);
-    QFETCH(QString, box);
-    QFETCH(QString, size);
+    const auto [photo, box, size] = lumi::test::row<QSize, QString, QString>();
     const QString path = put(ExifBuilder::jpeg(photo.width(), photo.height(), 0x336699));
     const QJsonObject expected{{QStringLiteral("file"), path},
                                {QStringLiteral("outcome"), QStringLiteral("thumbnail")},

@@ -3,6 +3,7 @@
 #include "platform/Config.h"
 #include "tests/support/FakeMachine.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 #include "tests/viewer/Leftovers.h"
 #include "viewer/DialogSlideshow.h"
 
@@ -130,8 +131,7 @@ private Q_SLOTS:
 
 void TestDialogSlideshow::listsHaveTheirRows_data()
 {
-    QTest::addColumn<int>("number");
-    QTest::addColumn<QString>("rows");
+    lumi::test::columns<int, QString>();
     QTest::newRow("transition") << 0 << "Auto,Manual";
     QTest::newRow("order") << 1 << "Default,Random";
     QTest::newRow("delay") << 2
@@ -141,9 +141,9 @@ void TestDialogSlideshow::listsHaveTheirRows_data()
 
 void TestDialogSlideshow::listsHaveTheirRows()
 {
-    QFETCH(int, number);
+    const auto [number, expected] = lumi::test::row<int, QString>();
     const DialogSlideshow dialog;
-    QTEST(rows(combo(dialog, number)).join(QLatin1Char(',')), "rows");
+    QCOMPARE(rows(combo(dialog, number)).join(QLatin1Char(',')), expected);
 }
 
 void TestDialogSlideshow::labelsStandAtTheLeft()
@@ -185,16 +185,14 @@ void TestDialogSlideshow::showsWhatIsStored()
 
 void TestDialogSlideshow::settingsFromElsewhereAreBroughtIntoRange_data()
 {
-    QTest::addColumn<int>("value");
-    QTest::addColumn<QList<int>>("rows");
+    lumi::test::columns<int, QList<int>>();
     QTest::newRow("too large") << 99 << QList<int>{1, 1, 8, 10};
     QTest::newRow("negative") << -3 << QList<int>{0, 0, 0, 0};
 }
 
 void TestDialogSlideshow::settingsFromElsewhereAreBroughtIntoRange()
 {
-    QFETCH(int, value);
-    QFETCH(QList<int>, rows);
+    const auto [value, rows] = lumi::test::row<int, QList<int>>();
     store({value, value, value, value});
     const DialogSlideshow dialog;
     for (int i = 0; i < 4; ++i) {
@@ -309,8 +307,7 @@ void TestDialogSlideshow::leavingUnchangedAsksNothing()
 
 void TestDialogSlideshow::leavingAChangeAsks_data()
 {
-    QTest::addColumn<int>("button");
-    QTest::addColumn<bool>("stays");
+    lumi::test::columns<int, bool>();
     QTest::newRow("Yes leaves") << int(QMessageBox::Yes) << false;
     QTest::newRow("No stays") << int(QMessageBox::No) << true;
     QTest::newRow("Escape stays") << int(QMessageBox::NoButton) << true;
@@ -318,8 +315,7 @@ void TestDialogSlideshow::leavingAChangeAsks_data()
 
 void TestDialogSlideshow::leavingAChangeAsks()
 {
-    QFETCH(int, button);
-    QFETCH(bool, stays);
+    const auto [button, stays] = lumi::test::row<int, bool>();
     DialogSlideshow dialog;
     choose(combo(dialog, 3), 2);
     const Answer answer{QMessageBox::StandardButton(button)};

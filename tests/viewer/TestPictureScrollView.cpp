@@ -4,6 +4,7 @@
 #include "tests/platform/paintedPixels.h"
 #include "tests/support/FakeMachine.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 #include "viewer/PictureScrollView.h"
 #include "viewer/zoomPlacement.h"
 
@@ -137,11 +138,7 @@ void TestPictureScrollView::drag(QPoint from, QPoint to)
 
 void TestPictureScrollView::drawsWhatItIsGiven_data()
 {
-    QTest::addColumn<int>("depth");
-    QTest::addColumn<QSize>("photo");
-    QTest::addColumn<int>("percent");
-    QTest::addColumn<QPoint>("origin");
-    QTest::addColumn<QPoint>("drawn");
+    lumi::test::columns<int, QSize, int, QPoint, QPoint>();
     for (const int depth : {16, 32}) {
         const auto row
             = [depth](const char *name, QSize photo, int percent, QPoint origin, QPoint drawn) {
@@ -163,11 +160,8 @@ void TestPictureScrollView::drawsWhatItIsGiven_data()
 
 void TestPictureScrollView::drawsWhatItIsGiven()
 {
-    QFETCH(int, depth);
-    QFETCH(QSize, photo);
-    QFETCH(int, percent);
-    QFETCH(QPoint, origin);
-    QFETCH(QPoint, drawn);
+    const auto [depth, photo, percent, origin, drawn]
+        = lumi::test::row<int, QSize, int, QPoint, QPoint>();
     makePhoto(photo, depth);
     show(percent, origin);
     QCOMPARE(m_origin, drawn);
@@ -179,8 +173,7 @@ void TestPictureScrollView::drawsWhatItIsGiven()
 
 void TestPictureScrollView::keysMoveThePicture_data()
 {
-    QTest::addColumn<int>("key");
-    QTest::addColumn<QPoint>("origin");
+    lumi::test::columns<int, QPoint>();
     QTest::newRow("Left shows what is left") << int(Qt::Key_Left) << QPoint(180, 200);
     QTest::newRow("Up shows what is above") << int(Qt::Key_Up) << QPoint(300, 80);
     QTest::newRow("Right shows what is right") << int(Qt::Key_Right) << QPoint(420, 200);
@@ -189,8 +182,7 @@ void TestPictureScrollView::keysMoveThePicture_data()
 
 void TestPictureScrollView::keysMoveThePicture()
 {
-    QFETCH(int, key);
-    QFETCH(QPoint, origin);
+    const auto [key, origin] = lumi::test::row<int, QPoint>();
     makePhoto({900, 700});
     show(100, {300, 200});
     m_view->scrollKey(key);

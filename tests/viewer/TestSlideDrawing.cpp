@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Placement and pixels of the slideshow in plain memory.
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 #include "viewer/slideDrawing.h"
 #include "viewer/slidePlacement.h"
 #include "viewer/slideSign.h"
@@ -201,9 +202,7 @@ private Q_SLOTS:
 
 void TestSlideDrawing::places_data()
 {
-    QTest::addColumn<QSize>("picture");
-    QTest::addColumn<SlideSpan>("rows");
-    QTest::addColumn<SlideSpan>("columns");
+    lumi::test::columns<QSize, SlideSpan, SlideSpan>();
     QTest::newRow("of the screen's size")
         << QSize(640, 480) << SlideSpan{0, 640} << SlideSpan{0, 480};
     QTest::newRow("twice as large") << QSize(1280, 960) << SlideSpan{0, 640} << SlideSpan{0, 480};
@@ -223,10 +222,10 @@ void TestSlideDrawing::places_data()
 
 void TestSlideDrawing::places()
 {
-    QFETCH(QSize, picture);
+    const auto [picture, rows, columns] = lumi::test::row<QSize, SlideSpan, SlideSpan>();
     const SlidePlacement placement = placeSlide(picture, QSize(640, 480));
-    QTEST(placement.rows, "rows");
-    QTEST(placement.columns, "columns");
+    QCOMPARE(placement.rows, rows);
+    QCOMPARE(placement.columns, columns);
 }
 
 void TestSlideDrawing::sourcesStayInThePicture_data()
@@ -257,10 +256,7 @@ void TestSlideDrawing::sourcesStayInThePicture()
 
 void TestSlideDrawing::draws_data()
 {
-    QTest::addColumn<QSize>("picture");
-    QTest::addColumn<QSize>("screen");
-    QTest::addColumn<int>("sign");
-    QTest::addColumn<int>("depth");
+    lumi::test::columns<QSize, QSize, int, int>();
     const QList<QSize> pictures{{640, 480}, {400, 300}, {83, 61}, {61, 83},  {1281, 100},
                                 {99, 1283}, {1, 1},     {7, 640}, {641, 481}};
     addDepths([&pictures](int depth) {
@@ -278,10 +274,7 @@ void TestSlideDrawing::draws_data()
 
 void TestSlideDrawing::draws()
 {
-    QFETCH(QSize, picture);
-    QFETCH(QSize, screen);
-    QFETCH(int, sign);
-    QFETCH(int, depth);
+    const auto [picture, screen, sign, depth] = lumi::test::row<QSize, QSize, int, int>();
     const Picture drawn(picture, depth);
     Screen memory(screen, depth);
     const Screen wanted = expected(drawn, memory, SlideSign(sign));
@@ -312,11 +305,7 @@ void TestSlideDrawing::aPictureOfTheScreensSizeIsCopied()
 
 void TestSlideDrawing::blackBars_data()
 {
-    QTest::addColumn<int>("depth");
-    QTest::addColumn<QSize>("picture");
-    QTest::addColumn<int>("row");
-    QTest::addColumn<int>("column");
-    QTest::addColumn<bool>("isBlack");
+    lumi::test::columns<int, QSize, int, int, bool>();
     addDepths([](int depth) {
         QTest::addRow("above, %d bits", depth) << depth << QSize(640, 320) << 300 << 400 << true;
         QTest::addRow("below, %d bits", depth) << depth << QSize(640, 320) << 300 << 79 << true;
@@ -335,11 +324,8 @@ void TestSlideDrawing::blackBars_data()
 
 void TestSlideDrawing::blackBars()
 {
-    QFETCH(int, depth);
-    QFETCH(QSize, picture);
-    QFETCH(int, row);
-    QFETCH(int, column);
-    QFETCH(bool, isBlack);
+    const auto [depth, picture, row, column, isBlack]
+        = lumi::test::row<int, QSize, int, int, bool>();
     const Picture drawn(picture, depth);
     Screen screen(QSize(640, 480), depth);
     lumi::drawSlide(screen.target(), drawn.source(), SlideSign::None);
@@ -467,8 +453,7 @@ void TestSlideDrawing::screensSmallerThanTheSign()
 
 void TestSlideDrawing::nothingToDraw_data()
 {
-    QTest::addColumn<int>("depth");
-    QTest::addColumn<QSize>("picture");
+    lumi::test::columns<int, QSize>();
     QTest::newRow("no rows") << 32 << QSize(0, 10);
     QTest::newRow("no columns") << 32 << QSize(10, 0);
     QTest::newRow("no size") << 16 << QSize(-1, -1);
@@ -478,8 +463,7 @@ void TestSlideDrawing::nothingToDraw_data()
 
 void TestSlideDrawing::nothingToDraw()
 {
-    QFETCH(int, depth);
-    QFETCH(QSize, picture);
+    const auto [depth, picture] = lumi::test::row<int, QSize>();
     const std::vector<uchar> bytes(64, 1);
     Screen screen(QSize(100, 100), 32);
     const Screen before = screen;

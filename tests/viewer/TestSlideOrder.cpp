@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 #include "viewer/slideOrder.h"
 
 #include <QList>
@@ -60,9 +61,7 @@ private Q_SLOTS:
 
 void TestSlideOrder::goesRoundFromTheStart_data()
 {
-    QTest::addColumn<QString>("items");
-    QTest::addColumn<int>("start");
-    QTest::addColumn<QList<int>>("order");
+    lumi::test::columns<QString, int, QList<int>>();
     QTest::newRow("from the first") << "ppp" << 0 << QList<int>{0, 1, 2};
     QTest::newRow("from the middle, wrapping round") << "ppp" << 1 << QList<int>{1, 2, 0};
     QTest::newRow("from the last") << "ppp" << 2 << QList<int>{2, 0, 1};
@@ -77,9 +76,7 @@ void TestSlideOrder::goesRoundFromTheStart_data()
 
 void TestSlideOrder::goesRoundFromTheStart()
 {
-    QFETCH(QString, items);
-    QFETCH(int, start);
-    QFETCH(QList<int>, order);
+    const auto [items, start, order] = lumi::test::row<QString, int, QList<int>>();
     QCOMPARE(asList(slideOrder(kinds(items), start)), order);
 }
 
@@ -119,11 +116,7 @@ void TestSlideOrder::everyPictureComesOnce()
 
 void TestSlideOrder::steps_data()
 {
-    QTest::addColumn<int>("from");
-    QTest::addColumn<int>("steps");
-    QTest::addColumn<int>("count");
-    QTest::addColumn<int>("index");
-    QTest::addColumn<int>("rounds");
+    lumi::test::columns<int, int, int, int, int>();
     QTest::newRow("one on") << 0 << 1 << 3 << 1 << 0;
     QTest::newRow("over the end") << 2 << 1 << 3 << 0 << 1;
     QTest::newRow("over the end and on") << 2 << 3 << 3 << 2 << 1;
@@ -138,18 +131,14 @@ void TestSlideOrder::steps_data()
 
 void TestSlideOrder::steps()
 {
-    QFETCH(int, from);
-    QFETCH(int, steps);
-    QFETCH(int, count);
-    QTEST(slideStep(from, steps, count).index, "index");
-    QTEST(slideStep(from, steps, count).rounds, "rounds");
+    const auto [from, steps, count, index, rounds] = lumi::test::row<int, int, int, int, int>();
+    QCOMPARE(slideStep(from, steps, count).index, index);
+    QCOMPARE(slideStep(from, steps, count).rounds, rounds);
 }
 
 void TestSlideOrder::waits_data()
 {
-    QTest::addColumn<int>("delay");
-    QTest::addColumn<qint64>("elapsed");
-    QTest::addColumn<int>("wait");
+    lumi::test::columns<int, qint64, int>();
     QTest::newRow("no decode time") << 3000 << qint64(0) << 3000;
     QTest::newRow("a fast decode is hidden") << 3000 << qint64(2999) << 3000;
     QTest::newRow("exactly twice the delay") << 3000 << qint64(6000) << 3000;
@@ -161,9 +150,8 @@ void TestSlideOrder::waits_data()
 
 void TestSlideOrder::waits()
 {
-    QFETCH(int, delay);
-    QFETCH(qint64, elapsed);
-    QTEST(slideWait(delay, elapsed), "wait");
+    const auto [delay, elapsed, wait] = lumi::test::row<int, qint64, int>();
+    QCOMPARE(slideWait(delay, elapsed), wait);
 }
 
 LUMI_TEST(TestSlideOrder)

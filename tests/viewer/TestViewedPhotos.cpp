@@ -7,6 +7,7 @@
 #include "tests/items/JpegMaker.h"
 #include "tests/items/LibraryFaults.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 #include "tests/viewer/ViewerFixture.h"
 #include "viewer/zoomPlacement.h"
 #include "viewer/zoomSteps.h"
@@ -184,8 +185,7 @@ void TestViewedPhotos::cornersAtFit()
 
 void TestViewedPhotos::cornersWhenLarger_data()
 {
-    QTest::addColumn<int>("depth");
-    QTest::addColumn<int>("percent");
+    lumi::test::columns<int, int>();
     for (const int depth : {16, 32}) {
         for (const int percent : {100, 400}) {
             QTest::addRow("%d percent, %d bits", percent, depth) << depth << percent;
@@ -195,8 +195,7 @@ void TestViewedPhotos::cornersWhenLarger_data()
 
 void TestViewedPhotos::cornersWhenLarger()
 {
-    QFETCH(int, depth);
-    QFETCH(int, percent);
+    const auto [depth, percent] = lumi::test::row<int, int>();
     m_it->world.machine->depth = depth;
     const QString path = m_it->world.path(QStringLiteral("marked.jpg"));
     QVERIFY(markedPhoto().save(path, "JPEG", 100));
@@ -225,8 +224,7 @@ void TestViewedPhotos::cornersWhenLarger()
 
 void TestViewedPhotos::marginsAreGray_data()
 {
-    QTest::addColumn<int>("depth");
-    QTest::addColumn<QRgb>("gray");
+    lumi::test::columns<int, QRgb>();
     // The five and six bits of 0x8410, widened to eight.
     QTest::newRow("16 bits") << 16 << QRgb(0xFF848284U);
     QTest::newRow("32 bits") << 32 << QRgb(0xFF808080U);
@@ -234,8 +232,7 @@ void TestViewedPhotos::marginsAreGray_data()
 
 void TestViewedPhotos::marginsAreGray()
 {
-    QFETCH(int, depth);
-    QFETCH(QRgb, gray);
+    const auto [depth, gray] = lumi::test::row<int, QRgb>();
     m_it->world.machine->depth = depth;
     FPVItemJpeg *item = addFile(lumi::test::makeJpeg({.size = QSize(100, 300), .plain = true}));
     m_it->open(item);
@@ -431,8 +428,7 @@ void TestViewedPhotos::aFileThatGoesMeanwhile()
 
 void TestViewedPhotos::anErrorInAnyLine_data()
 {
-    QTest::addColumn<int>("line");
-    QTest::addColumn<bool>("pauses");
+    lumi::test::columns<int, bool>();
     QTest::newRow("the first line") << 0 << true;
     QTest::newRow("the first line of a slice") << 64 << true;
     QTest::newRow("the middle of a slice") << 100 << true;
@@ -443,8 +439,7 @@ void TestViewedPhotos::anErrorInAnyLine_data()
 
 void TestViewedPhotos::anErrorInAnyLine()
 {
-    QFETCH(int, line);
-    QFETCH(bool, pauses);
+    const auto [line, pauses] = lumi::test::row<int, bool>();
     const Silence silence;
     FPVItemJpeg *item = addFile(lumi::test::makeJpeg({.size = QSize(800, 600)}));
     item->setIncremental(pauses);

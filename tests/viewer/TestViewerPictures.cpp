@@ -3,6 +3,7 @@
 #include "items/FPVItemJpeg.h"
 #include "tests/platform/paintedPixels.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 #include "tests/viewer/ViewerTest.h"
 
 #include <QImage>
@@ -136,8 +137,7 @@ void TestViewerPictures::anotherPictureDuringADecode()
 
 void TestViewerPictures::aNewDecodeStopsTheOldSteps_data()
 {
-    QTest::addColumn<bool>("next");
-    QTest::addColumn<bool>("early");
+    lumi::test::columns<bool, bool>();
     QTest::newRow("zoom in") << false << false;
     QTest::newRow("zoom in before the buttons are back") << false << true;
     QTest::newRow("next") << true << false;
@@ -147,8 +147,7 @@ void TestViewerPictures::aNewDecodeStopsTheOldSteps_data()
 /// Neither the end of the last decode nor the repainting may meet the new one.
 void TestViewerPictures::aNewDecodeStopsTheOldSteps()
 {
-    QFETCH(bool, next);
-    QFETCH(bool, early);
+    const auto [next, early] = lumi::test::row<bool, bool>();
     constexpr QRgb kOld = 0xFFFFFF00U;
     constexpr int kLongerThanASecond = 1300;
     m_it->add(QStringLiteral("b.jpg"), kPhoto, 2);

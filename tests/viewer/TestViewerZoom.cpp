@@ -2,6 +2,7 @@
 // What the viewer decodes when it zooms, how large it shows it, and the keys and buttons for it.
 #include "platform/deviceKey.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 #include "tests/viewer/ViewerTest.h"
 
 #include <QApplication>
@@ -191,8 +192,7 @@ void TestViewerZoom::aLargePhotoCountsAsHalf()
 
 void TestViewerZoom::keys_data()
 {
-    QTest::addColumn<int>("key");
-    QTest::addColumn<QString>("percent");
+    lumi::test::columns<int, QString>();
     QTest::newRow("zoom in") << kKeyZoomIn << QStringLiteral("600%");
     QTest::newRow("zoom in, by its name") << int(Qt::Key_ZoomIn) << QStringLiteral("600%");
     QTest::newRow("zoom out") << kKeyZoomOut << QStringLiteral("300%");
@@ -204,8 +204,7 @@ void TestViewerZoom::keys_data()
 
 void TestViewerZoom::keys()
 {
-    QFETCH(int, key);
-    QFETCH(QString, percent);
+    const auto [key, percent] = lumi::test::row<int, QString>();
     showOne(QSize(100, 100), 1);
     m_it->viewer->zoomOut();
     QCOMPARE(shownPercent(), QStringLiteral("400%"));

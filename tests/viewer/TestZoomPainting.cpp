@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 #include "tests/swap/MemoryFaults.h"
 #include "viewer/zoomPainting.h"
 #include "viewer/zoomPlacement.h"
@@ -171,11 +172,7 @@ private Q_SLOTS:
 
 void TestZoomPainting::placement_data()
 {
-    QTest::addColumn<int>("length");
-    QTest::addColumn<int>("percent");
-    QTest::addColumn<int>("origin");
-    QTest::addColumn<int>("room");
-    QTest::addColumn<ZoomPlacement>("expected");
+    lumi::test::columns<int, int, int, int, ZoomPlacement>();
     QTest::newRow("smaller: in the middle") << 100 << 200 << 0 << 640 << ZoomPlacement{0, 220, 200};
     QTest::newRow("smaller: no origin") << 100 << 200 << 30 << 640 << ZoomPlacement{0, 220, 200};
     QTest::newRow("an odd difference") << 101 << 100 << 0 << 200 << ZoomPlacement{0, 49, 101};
@@ -195,11 +192,9 @@ void TestZoomPainting::placement_data()
 
 void TestZoomPainting::placement()
 {
-    QFETCH(int, length);
-    QFETCH(int, percent);
-    QFETCH(int, origin);
-    QFETCH(int, room);
-    QTEST(lumi::zoomPlacement(length, percent, origin, room), "expected");
+    const auto [length, percent, origin, room, expected]
+        = lumi::test::row<int, int, int, int, ZoomPlacement>();
+    QCOMPARE(lumi::zoomPlacement(length, percent, origin, room), expected);
 }
 
 void TestZoomPainting::noPixelPastTheRaster()
@@ -221,10 +216,7 @@ void TestZoomPainting::noPixelPastTheRaster()
 
 void TestZoomPainting::everyPixel_data()
 {
-    QTest::addColumn<int>("depth");
-    QTest::addColumn<QSize>("photo");
-    QTest::addColumn<int>("percent");
-    QTest::addColumn<QPoint>("origin");
+    lumi::test::columns<int, QSize, int, QPoint>();
     const QPoint kEnd(9999, 9999);
     for (const int depth : {16, 32}) {
         const auto row = [depth](const char *name, QSize photo, int percent, QPoint origin) {
@@ -248,10 +240,7 @@ void TestZoomPainting::everyPixel_data()
 
 void TestZoomPainting::everyPixel()
 {
-    QFETCH(int, depth);
-    QFETCH(QSize, photo);
-    QFETCH(int, percent);
-    QFETCH(QPoint, origin);
+    const auto [depth, photo, percent, origin] = lumi::test::row<int, QSize, int, QPoint>();
     const std::vector<uchar> raster = rasterOf(photo, depth);
     // An odd height gives 16-bit lines a step that isn't their length.
     Screen screen(QSize(120, 95), QRect(13, 21, 90, 61), depth);
@@ -262,9 +251,7 @@ void TestZoomPainting::everyPixel()
 
 void TestZoomPainting::theOriginDrawn_data()
 {
-    QTest::addColumn<QPoint>("wanted");
-    QTest::addColumn<int>("percent");
-    QTest::addColumn<QPoint>("drawn");
+    lumi::test::columns<QPoint, int, QPoint>();
     QTest::newRow("inside") << QPoint(10, 20) << 100 << QPoint(10, 20);
     QTest::newRow("before the start") << QPoint(-10, -20) << 100 << QPoint(0, 0);
     QTest::newRow("past the end") << QPoint(500, 500) << 100 << QPoint(110, 139);
@@ -275,11 +262,10 @@ void TestZoomPainting::theOriginDrawn_data()
 
 void TestZoomPainting::theOriginDrawn()
 {
-    QFETCH(QPoint, wanted);
-    QFETCH(int, percent);
+    const auto [wanted, percent, drawn] = lumi::test::row<QPoint, int, QPoint>();
     const std::vector<uchar> raster = rasterOf({200, 200}, 32);
     const QRect area(0, 0, 61, 90); // turned: 90 wide, 61 high
-    QTEST(lumi::zoomOrigin({raster.data(), {200, 200}, wanted, percent, 32}, area), "drawn");
+    QCOMPARE(lumi::zoomOrigin({raster.data(), {200, 200}, wanted, percent, 32}, area), drawn);
 }
 
 void TestZoomPainting::onlyInTheRegion_data()
@@ -316,9 +302,7 @@ void TestZoomPainting::onlyInTheRegion()
 
 void TestZoomPainting::nothingToDraw_data()
 {
-    QTest::addColumn<QSize>("photo");
-    QTest::addColumn<int>("percent");
-    QTest::addColumn<QRect>("area");
+    lumi::test::columns<QSize, int, QRect>();
     const QRect whole(0, 0, 95, 120);
     QTest::newRow("no raster") << QSize() << 100 << whole;
     QTest::newRow("a raster of no width") << QSize(0, 10) << 100 << whole;
@@ -329,9 +313,7 @@ void TestZoomPainting::nothingToDraw_data()
 
 void TestZoomPainting::nothingToDraw()
 {
-    QFETCH(QSize, photo);
-    QFETCH(int, percent);
-    QFETCH(QRect, area);
+    const auto [photo, percent, area] = lumi::test::row<QSize, int, QRect>();
     const std::vector<uchar> raster = rasterOf({10, 10}, 32);
     Screen screen(QSize(120, 95), QRect(0, 0, 120, 95), 32);
     const ZoomTarget target{screen.memory.data(), screen.lineStep, area, QRect(0, 0, 95, 120)};

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 #include "viewer/zoomSteps.h"
 
 #include <QTest>
@@ -51,9 +52,7 @@ void TestZoomSteps::stepsDown()
 
 void TestZoomSteps::fromBetweenTheSteps_data()
 {
-    QTest::addColumn<int>("percent");
-    QTest::addColumn<int>("above");
-    QTest::addColumn<int>("below");
+    lumi::test::columns<int, int, int>();
     QTest::newRow("a fit of 40") << 40 << 50 << 30;
     QTest::newRow("a fit of 480") << 480 << 600 << 400;
     QTest::newRow("just above the least") << 11 << 30 << 10;
@@ -62,9 +61,9 @@ void TestZoomSteps::fromBetweenTheSteps_data()
 
 void TestZoomSteps::fromBetweenTheSteps()
 {
-    QFETCH(int, percent);
-    QTEST(lumi::zoomStepAbove(percent), "above");
-    QTEST(lumi::zoomStepBelow(percent), "below");
+    const auto [percent, above, below] = lumi::test::row<int, int, int>();
+    QCOMPARE(lumi::zoomStepAbove(percent), above);
+    QCOMPARE(lumi::zoomStepBelow(percent), below);
 }
 
 void TestZoomSteps::fit_data()
@@ -95,8 +94,7 @@ void TestZoomSteps::fit()
 
 void TestZoomSteps::nothingToFit_data()
 {
-    QTest::addColumn<QSize>("viewport");
-    QTest::addColumn<QSize>("photo");
+    lumi::test::columns<QSize, QSize>();
     QTest::newRow("unknown photo") << kScreen << QSize(-1, -1);
     QTest::newRow("no width") << kScreen << QSize(0, 10);
     QTest::newRow("no height") << kScreen << QSize(10, 0);
@@ -106,15 +104,13 @@ void TestZoomSteps::nothingToFit_data()
 
 void TestZoomSteps::nothingToFit()
 {
-    QFETCH(QSize, viewport);
-    QFETCH(QSize, photo);
+    const auto [viewport, photo] = lumi::test::row<QSize, QSize>();
     QVERIFY(!lumi::fitPercent(viewport, photo));
 }
 
 void TestZoomSteps::base_data()
 {
-    QTest::addColumn<QSize>("photo");
-    QTest::addColumn<QSize>("expected");
+    lumi::test::columns<QSize, QSize>();
     QTest::newRow("one pixel below the limit") << QSize(8388607, 1) << QSize(8388607, 1);
     QTest::newRow("at the limit") << QSize(4096, 2048) << QSize(2048, 1024);
     QTest::newRow("halved only once, however large") << QSize(12000, 9000) << QSize(6000, 4500);
@@ -125,16 +121,13 @@ void TestZoomSteps::base_data()
 
 void TestZoomSteps::base()
 {
-    QFETCH(QSize, photo);
-    QTEST(lumi::zoomBase(photo), "expected");
+    const auto [photo, expected] = lumi::test::row<QSize, QSize>();
+    QCOMPARE(lumi::zoomBase(photo), expected);
 }
 
 void TestZoomSteps::effective_data()
 {
-    QTest::addColumn<int>("percent");
-    QTest::addColumn<QSize>("photo");
-    QTest::addColumn<QSize>("raster");
-    QTest::addColumn<int>("expected");
+    lumi::test::columns<int, QSize, QSize, int>();
     QTest::newRow("decoded whole") << 150 << QSize(1600, 1200) << QSize(1600, 1200) << 150;
     QTest::newRow("decoded at half") << 40 << QSize(1600, 1200) << QSize(800, 600) << 80;
     QTest::newRow("decoded at an eighth") << 10 << QSize(6400, 100) << QSize(800, 13) << 80;
@@ -149,10 +142,8 @@ void TestZoomSteps::effective_data()
 
 void TestZoomSteps::effective()
 {
-    QFETCH(int, percent);
-    QFETCH(QSize, photo);
-    QFETCH(QSize, raster);
-    QTEST(lumi::effectivePercent(percent, photo, raster), "expected");
+    const auto [percent, photo, raster, expected] = lumi::test::row<int, QSize, QSize, int>();
+    QCOMPARE(lumi::effectivePercent(percent, photo, raster), expected);
 }
 
 LUMI_TEST(TestZoomSteps)

@@ -2,6 +2,7 @@
 #include "items/FPVItemFolder.h"
 #include "items/FPVItemJpeg.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 #include "tests/views/BrowserWorld.h"
 #include "views/FPVPictureView.h"
 
@@ -223,8 +224,7 @@ void TestFPVPictureView::whatCannotBeDecodedStaysEmpty()
 
 void TestFPVPictureView::aPhotoIsFittedIntoThePlace_data()
 {
-    QTest::addColumn<QSize>("photo");
-    QTest::addColumn<QSize>("shown");
+    lumi::test::columns<QSize, QSize>();
     QTest::newRow("a wide one takes the width") << QSize(490, 200) << QSize(245, 100);
     QTest::newRow("a high one takes the height") << QSize(200, 370) << QSize(100, 185);
     QTest::newRow("a small one keeps within the place") << QSize(49, 37) << QSize(245, 185);
@@ -232,21 +232,20 @@ void TestFPVPictureView::aPhotoIsFittedIntoThePlace_data()
 
 void TestFPVPictureView::aPhotoIsFittedIntoThePlace()
 {
-    QFETCH(QSize, photo);
+    const auto [photo, shown] = lumi::test::row<QSize, QSize>();
     BrowserWorld world;
     FPVItemJpeg item(world.makePhoto(QStringLiteral("p.jpg"), photo, Qt::red), QString(), false);
     OpenView view;
     view.setFixedSize(kPlace);
     view.setItem(&item, true);
-    QTEST(view.shown(), "shown");
+    QCOMPARE(view.shown(), shown);
     const QColor middle = view.grab().toImage().pixelColor(kPlace.width() / 2, kPlace.height() / 2);
     QVERIFY(middle.red() > 240 && middle.green() < 15 && middle.blue() < 15);
 }
 
 void TestFPVPictureView::aTapDecides_data()
 {
-    QTest::addColumn<QPoint>("at");
-    QTest::addColumn<int>("times");
+    lumi::test::columns<QPoint, int>();
     QTest::newRow("in the middle") << QPoint(50, 50) << 1;
     QTest::newRow("on the first point inside") << QPoint(1, 1) << 1;
     QTest::newRow("on the last point") << QPoint(99, 99) << 1;
@@ -259,7 +258,7 @@ void TestFPVPictureView::aTapDecides_data()
 
 void TestFPVPictureView::aTapDecides()
 {
-    QFETCH(QPoint, at);
+    const auto [at, times] = lumi::test::row<QPoint, int>();
     CountedImage item;
     FPVPictureView view;
     view.resize(100, 100);
@@ -267,7 +266,7 @@ void TestFPVPictureView::aTapDecides()
     const QSignalSpy decided(&view, &FPVPictureView::decided);
     const QSignalSpy clicked(&view, &FPVPictureView::clicked);
     release(&view, at);
-    QTEST(int(decided.size()), "times");
+    QCOMPARE(int(decided.size()), times);
     if (!decided.isEmpty()) {
         QCOMPARE(decided.first().first().value<FPVItemObject *>(), &item);
     }

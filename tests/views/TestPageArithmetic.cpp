@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 #include "views/pageArithmetic.h"
 
 #include <QTest>
@@ -43,12 +44,7 @@ private Q_SLOTS:
 
 void TestPageArithmetic::cellSizes_data()
 {
-    QTest::addColumn<int>("columns");
-    QTest::addColumn<int>("rows");
-    QTest::addColumn<bool>("showName");
-    QTest::addColumn<QSize>("bars");
-    QTest::addColumn<QSize>("image");
-    QTest::addColumn<QSize>("pitch");
+    lumi::test::columns<int, int, bool, QSize, QSize, QSize>();
     QTest::newRow("large with a bar of 14")
         << 3 << 2 << true << QSize(14, 0) << QSize(171, 119) << QSize(175, 157);
     QTest::newRow("large without a bar")
@@ -63,14 +59,12 @@ void TestPageArithmetic::cellSizes_data()
 
 void TestPageArithmetic::cellSizes()
 {
-    QFETCH(int, columns);
-    QFETCH(int, rows);
-    QFETCH(bool, showName);
-    QFETCH(QSize, bars);
+    const auto [columns, rows, showName, bars, image, pitch]
+        = lumi::test::row<int, int, bool, QSize, QSize, QSize>();
     const auto sizes = lumi::cellSizes(columns, rows, showName, bars);
     QVERIFY(sizes);
-    QTEST(sizes->image, "image");
-    QTEST(sizes->pitch, "pitch");
+    QCOMPARE(sizes->image, image);
+    QCOMPARE(sizes->pitch, pitch);
 }
 
 void TestPageArithmetic::noCellsWithoutColumnsOrRows()
@@ -83,12 +77,7 @@ void TestPageArithmetic::noCellsWithoutColumnsOrRows()
 
 void TestPageArithmetic::pageTop_data()
 {
-    QTest::addColumn<lumi::PageGrid>("grid");
-    QTest::addColumn<int>("count");
-    QTest::addColumn<int>("present");
-    QTest::addColumn<int>("top");
-    QTest::addColumn<int>("index");
-    QTest::addColumn<int>("expected");
+    lumi::test::columns<lumi::PageGrid, int, int, int, int, int>();
     QTest::newRow("the page of an index") << kLarge << 100 << 0 << -1 << 13 << 12;
     QTest::newRow("the first page of an index") << kLarge << 100 << 30 << -1 << 5 << 0;
     QTest::newRow("no top and no index keep the page") << kLarge << 100 << 30 << -1 << -1 << 30;
@@ -112,12 +101,9 @@ void TestPageArithmetic::pageTop_data()
 
 void TestPageArithmetic::pageTop()
 {
-    QFETCH(lumi::PageGrid, grid);
-    QFETCH(int, count);
-    QFETCH(int, present);
-    QFETCH(int, top);
-    QFETCH(int, index);
-    QTEST(lumi::pageTop(grid, count, present, top, index), "expected");
+    const auto [grid, count, present, top, index, expected]
+        = lumi::test::row<lumi::PageGrid, int, int, int, int, int>();
+    QCOMPARE(lumi::pageTop(grid, count, present, top, index), expected);
 }
 
 void TestPageArithmetic::barRange_data()
@@ -154,10 +140,7 @@ void TestPageArithmetic::topForBar()
 
 void TestPageArithmetic::lines_data()
 {
-    QTest::addColumn<int>("count");
-    QTest::addColumn<int>("top");
-    QTest::addColumn<int>("on");
-    QTest::addColumn<int>("back");
+    lumi::test::columns<int, int, int, int>();
     QTest::newRow("first page") << 20 << 0 << 3 << 0;
     QTest::newRow("middle") << 20 << 6 << 9 << 3;
     QTest::newRow("last row begins") << 20 << 18 << 18 << 15;
@@ -168,19 +151,14 @@ void TestPageArithmetic::lines_data()
 
 void TestPageArithmetic::lines()
 {
-    QFETCH(int, count);
-    QFETCH(int, top);
-    QTEST(lumi::topOneLineOn(3, count, top), "on");
-    QTEST(lumi::topOneLineBack(3, top), "back");
+    const auto [count, top, on, back] = lumi::test::row<int, int, int, int>();
+    QCOMPARE(lumi::topOneLineOn(3, count, top), on);
+    QCOMPARE(lumi::topOneLineBack(3, top), back);
 }
 
 void TestPageArithmetic::pages_data()
 {
-    QTest::addColumn<lumi::PageGrid>("grid");
-    QTest::addColumn<int>("count");
-    QTest::addColumn<int>("top");
-    QTest::addColumn<int>("on");
-    QTest::addColumn<int>("back");
+    lumi::test::columns<lumi::PageGrid, int, int, int, int>();
     QTest::newRow("large, first page") << kLarge << 20 << 0 << 6 << 0;
     QTest::newRow("large, middle") << kLarge << 20 << 9 << 15 << 3;
     QTest::newRow("large, one row above") << kLarge << 20 << 3 << 9 << 0;
@@ -193,19 +171,15 @@ void TestPageArithmetic::pages_data()
 
 void TestPageArithmetic::pages()
 {
-    QFETCH(lumi::PageGrid, grid);
-    QFETCH(int, count);
-    QFETCH(int, top);
-    QTEST(lumi::topOnePageOn(grid, count, top), "on");
-    QTEST(lumi::topOnePageBack(grid, top), "back");
+    const auto [grid, count, top, on, back] = lumi::test::row<lumi::PageGrid, int, int, int, int>();
+    QCOMPARE(lumi::topOnePageOn(grid, count, top), on);
+    QCOMPARE(lumi::topOnePageBack(grid, top), back);
 }
 
 void TestPageArithmetic::keys_data()
 {
     using lumi::ViewAction;
-    QTest::addColumn<int>("key");
-    QTest::addColumn<ViewAction>("plain");
-    QTest::addColumn<ViewAction>("stepping");
+    lumi::test::columns<int, ViewAction, ViewAction>();
     QTest::newRow("Space") << int(Qt::Key_Space) << ViewAction::ToggleCheck
                            << ViewAction::ToggleCheck;
     QTest::newRow("Backspace") << int(Qt::Key_Backspace) << ViewAction::FolderUp
@@ -222,9 +196,9 @@ void TestPageArithmetic::keys_data()
 
 void TestPageArithmetic::keys()
 {
-    QFETCH(int, key);
-    QTEST(lumi::viewAction(key, false), "plain");
-    QTEST(lumi::viewAction(key, true), "stepping");
+    const auto [key, plain, stepping] = lumi::test::row<int, lumi::ViewAction, lumi::ViewAction>();
+    QCOMPARE(lumi::viewAction(key, false), plain);
+    QCOMPARE(lumi::viewAction(key, true), stepping);
 }
 
 void TestPageArithmetic::cursorMoves_data()

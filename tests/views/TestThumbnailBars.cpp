@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The bars of the thumbnail view, which count rows and act once per step.
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 #include "tests/views/ViewFixture.h"
 
 #include <QSignalSpy>
@@ -41,8 +42,7 @@ void TestThumbnailBars::init()
 
 void TestThumbnailBars::stepsMoveTheBarAndThePage_data()
 {
-    QTest::addColumn<int>("action");
-    QTest::addColumn<int>("top");
+    lumi::test::columns<int, int>();
     QTest::newRow("one line on") << int(QAbstractSlider::SliderSingleStepAdd) << 15;
     QTest::newRow("one line back") << int(QAbstractSlider::SliderSingleStepSub) << 9;
     QTest::newRow("one page on") << int(QAbstractSlider::SliderPageStepAdd) << 18;
@@ -53,8 +53,7 @@ void TestThumbnailBars::stepsMoveTheBarAndThePage_data()
 
 void TestThumbnailBars::stepsMoveTheBarAndThePage()
 {
-    QFETCH(int, action);
-    QFETCH(int, top);
+    const auto [action, top] = lumi::test::row<int, int>();
     m_view->view.showPage(12, -1, true);
     m_view->vBar->triggerAction(static_cast<QAbstractSlider::SliderAction>(action));
     QCOMPARE(m_view->view.topIndex(), top);
@@ -91,8 +90,7 @@ void TestThumbnailBars::dragsActWhenTheSliderIsLetGo()
 
 void TestThumbnailBars::aPlaceOnTheBarIsAPage_data()
 {
-    QTest::addColumn<int>("value");
-    QTest::addColumn<int>("top");
+    lumi::test::columns<int, int>();
     QTest::newRow("first") << 1 << 0;
     QTest::newRow("middle") << 4 << 9;
     QTest::newRow("last") << 13 << 36;
@@ -100,12 +98,12 @@ void TestThumbnailBars::aPlaceOnTheBarIsAPage_data()
 
 void TestThumbnailBars::aPlaceOnTheBarIsAPage()
 {
-    QFETCH(int, value);
+    const auto [value, top] = lumi::test::row<int, int>();
     m_view->vBar->setValue(value);
     QCOMPARE(m_view->view.topIndex(), 0);
     m_view->view.vScroll_update();
-    QTEST(m_view->view.topIndex(), "top");
-    QTEST(m_view->vBar->value(), "value");
+    QCOMPARE(m_view->view.topIndex(), top);
+    QCOMPARE(m_view->vBar->value(), value);
     m_view->fill(0);
     m_view->showInfo();
     m_view->hBar->setValue(3);
@@ -140,8 +138,7 @@ void TestThumbnailBars::aPageStepBackStopsAtTheTop()
 
 void TestThumbnailBars::sidewaysEveryStepIsALine_data()
 {
-    QTest::addColumn<int>("action");
-    QTest::addColumn<int>("top");
+    lumi::test::columns<int, int>();
     QTest::newRow("one line on") << int(QAbstractSlider::SliderSingleStepAdd) << 21;
     QTest::newRow("one line back") << int(QAbstractSlider::SliderSingleStepSub) << 7;
     QTest::newRow("one page on") << int(QAbstractSlider::SliderPageStepAdd) << 21;
@@ -151,8 +148,7 @@ void TestThumbnailBars::sidewaysEveryStepIsALine_data()
 
 void TestThumbnailBars::sidewaysEveryStepIsALine()
 {
-    QFETCH(int, action);
-    QFETCH(int, top);
+    const auto [action, top] = lumi::test::row<int, int>();
     m_view->showInfo();
     m_view->view.showPage(14, -1, true);
     m_view->hBar->triggerAction(static_cast<QAbstractSlider::SliderAction>(action));

@@ -2,6 +2,7 @@
 // Cursor and keys of the thumbnail view.
 #include "items/FPVItemFolder.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 #include "tests/views/ViewFixture.h"
 #include "views/FPVThumbnailLabel.h"
 
@@ -245,8 +246,7 @@ void TestThumbnailCursor::withoutAnObjectOnlyBackspaceActs()
 
 void TestThumbnailCursor::backspaceEndsAtTheRoots_data()
 {
-    QTest::addColumn<QString>("folder");
-    QTest::addColumn<bool>("goesUp");
+    lumi::test::columns<QString, bool>();
     QTest::newRow("the photo store") << QString() << false;
     QTest::newRow("a folder of the store") << QStringLiteral("sub") << true;
     QTest::newRow("the CF card") << QStringLiteral("CF") << false;
@@ -257,8 +257,7 @@ void TestThumbnailCursor::backspaceEndsAtTheRoots_data()
 
 void TestThumbnailCursor::backspaceEndsAtTheRoots()
 {
-    QFETCH(QString, folder);
-    QFETCH(bool, goesUp);
+    auto [folder, goesUp] = lumi::test::row<QString, bool>();
     folder.replace(QLatin1String("CF"), m_view->world.machine->cf);
     folder.replace(QLatin1String("SD"), m_view->world.machine->sd);
     m_view->world.makePhotos(2, folder);

@@ -2,6 +2,7 @@
 // Making, renaming and deleting in the folder on show, and what the page makes of it.
 #include "tests/support/TestMain.h"
 #include "tests/support/nameList.h"
+#include "tests/support/rows.h"
 #include "tests/views/ViewFixture.h"
 
 #include <QDir>
@@ -159,8 +160,7 @@ void TestThumbnailFiles::theLastPhotoLeavesAnEmptyPage()
 
 void TestThumbnailFiles::thePageMovesBackWhenItRunsEmpty_data()
 {
-    QTest::addColumn<int>("count");
-    QTest::addColumn<int>("top");
+    lumi::test::columns<int, int>();
     QTest::newRow("fewer than a page are left") << 5 << 0;
     QTest::newRow("a page and more are left") << 8 << 0;
     // One page back from the end is in the middle of the first one.
@@ -171,7 +171,7 @@ void TestThumbnailFiles::thePageMovesBackWhenItRunsEmpty_data()
 
 void TestThumbnailFiles::thePageMovesBackWhenItRunsEmpty()
 {
-    QFETCH(int, count);
+    const auto [count, top] = lumi::test::row<int, int>();
     m_view->world.makePhotos(count);
     m_view->list();
     // Sideways a page may begin with the last photo.
@@ -181,15 +181,12 @@ void TestThumbnailFiles::thePageMovesBackWhenItRunsEmpty()
     QCOMPARE(m_view->view.topIndex(), count - 1);
     QVERIFY(m_view->view.deleteCurrent());
     QCOMPARE(m_view->items.count(), count - 1);
-    QTEST(m_view->view.topIndex(), "top");
+    QCOMPARE(m_view->view.topIndex(), top);
 }
 
 void TestThumbnailFiles::checkedPhotosAreDeleted_data()
 {
-    QTest::addColumn<QString>("checked");
-    QTest::addColumn<QString>("protectedOnes");
-    QTest::addColumn<QStringList>("left");
-    QTest::addColumn<bool>("result");
+    lumi::test::columns<QString, QString, QStringList, bool>();
     QTest::newRow("nothing is marked") << ""
                                        << "" << list("a00.jpg a01.jpg a02.jpg") << false;
     QTest::newRow("the first") << "a00.jpg"
@@ -211,9 +208,8 @@ void TestThumbnailFiles::checkedPhotosAreDeleted_data()
 
 void TestThumbnailFiles::checkedPhotosAreDeleted()
 {
-    QFETCH(QString, checked);
-    QFETCH(QString, protectedOnes);
-    QFETCH(QStringList, left);
+    const auto [checked, protectedOnes, left, result]
+        = lumi::test::row<QString, QString, QStringList, bool>();
     m_view->world.makePhotos(3);
     m_view->list();
     for (const QString &name : list(qPrintable(protectedOnes))) {
@@ -221,7 +217,7 @@ void TestThumbnailFiles::checkedPhotosAreDeleted()
     }
     m_view->check(qPrintable(checked));
     QVERIFY(m_view->waitForThumbnails());
-    QTEST(m_view->view.deleteChecked(), "result");
+    QCOMPARE(m_view->view.deleteChecked(), result);
     QCOMPARE(m_view->names(), left);
     QCOMPARE(QDir(m_view->world.store).entryList(QDir::Files), left);
     // What stays keeps its mark.

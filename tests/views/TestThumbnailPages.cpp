@@ -2,6 +2,7 @@
 // How pages come up: in which stages, with which cells, and what overtakes what.
 #include "platform/QPEApplication.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 #include "tests/views/ViewFixture.h"
 #include "views/FPVThumbnailLabel.h"
 
@@ -206,8 +207,7 @@ void TestThumbnailPages::sidewaysAPageMayBeginInsideARow()
 
 void TestThumbnailPages::everyModeBuildsAtMostItsPage_data()
 {
-    QTest::addColumn<char>("kind");
-    QTest::addColumn<int>("cells");
+    lumi::test::columns<char, int>();
     QTest::newRow("large") << 'l' << 6;
     QTest::newRow("small") << 's' << 35;
     QTest::newRow("info") << 'd' << 7;
@@ -215,7 +215,7 @@ void TestThumbnailPages::everyModeBuildsAtMostItsPage_data()
 
 void TestThumbnailPages::everyModeBuildsAtMostItsPage()
 {
-    QFETCH(char, kind);
+    const auto [kind, cells] = lumi::test::row<char, int>();
     m_view->fill(10000);
     if (kind == 's') {
         m_view->showSmall();
@@ -224,10 +224,10 @@ void TestThumbnailPages::everyModeBuildsAtMostItsPage()
     }
     m_view->view.showPage(-1, 5000, true);
     QVERIFY(m_view->waitForThumbnails());
-    QTEST(static_cast<int>(m_view->cells().size()), "cells");
+    QCOMPARE(static_cast<int>(m_view->cells().size()), cells);
     m_view->view.showPage(0, -1, true);
     QVERIFY(m_view->waitForPage());
-    QTEST(static_cast<int>(m_view->cells().size()), "cells");
+    QCOMPARE(static_cast<int>(m_view->cells().size()), cells);
 }
 
 void TestThumbnailPages::offPageItemsAreNotAsked()

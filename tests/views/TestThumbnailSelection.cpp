@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // What taps do to the thumbnail view.
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 #include "tests/views/ViewFixture.h"
 #include "views/FPVThumbnailLabel.h"
 
@@ -143,16 +144,14 @@ void TestThumbnailSelection::aTapOnAFoldersNameSelects()
 
 void TestThumbnailSelection::aVanishedFileIsNeitherSelectedNorOpened_data()
 {
-    QTest::addColumn<int>("index");
-    QTest::addColumn<QString>("name");
+    lumi::test::columns<int, QString>();
     QTest::newRow("a photo") << 2 << QStringLiteral("a01.jpg");
     QTest::newRow("a folder") << 0 << QStringLiteral("dir");
 }
 
 void TestThumbnailSelection::aVanishedFileIsNeitherSelectedNorOpened()
 {
-    QFETCH(int, index);
-    QFETCH(QString, name);
+    const auto [index, name] = lumi::test::row<int, QString>();
     makeStore();
     m_view->tap(3);
     m_view->news.clear();

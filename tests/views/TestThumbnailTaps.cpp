@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "items/FPVItemFolder.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 #include "tests/views/CellFixture.h"
 
 #include <QSignalSpy>
@@ -167,8 +168,7 @@ void TestThumbnailTaps::aTapOnTheCheckBoxIsNoTapOnTheCell()
 
 void TestThumbnailTaps::aFolderOpensOnReleaseInside_data()
 {
-    QTest::addColumn<QPoint>("at");
-    QTest::addColumn<int>("opened");
+    lumi::test::columns<QPoint, int>();
     QTest::newRow("inside") << QPoint(80, 60) << 1;
     QTest::newRow("at the first inner point") << QPoint(1, 1) << 1;
     QTest::newRow("at the last point") << QPoint(174, 156) << 1;
@@ -181,7 +181,7 @@ void TestThumbnailTaps::aFolderOpensOnReleaseInside_data()
 
 void TestThumbnailTaps::aFolderOpensOnReleaseInside()
 {
-    QFETCH(QPoint, at);
+    const auto [at, opened] = lumi::test::row<QPoint, int>();
     FPVItemFolder item(m_cells->world.makeFolder(QStringLiteral("f")), QString(), false);
     FPVThumbnailItem *cell = m_cells->makeFullCell(&item);
     QSignalSpy clicked(cell, &FPVThumbnailItem::clicked);
@@ -191,7 +191,7 @@ void TestThumbnailTaps::aFolderOpensOnReleaseInside()
     QTest::mouseMove(cell, at);
     QTest::mouseRelease(cell, Qt::LeftButton, {}, at);
     QCOMPARE(clicked.size(), 1);
-    QTEST(static_cast<int>(decided.size()), "opened");
+    QCOMPARE(static_cast<int>(decided.size()), opened);
 }
 
 void TestThumbnailTaps::aPhotoNeverOpensOnRelease()

@@ -2,6 +2,7 @@
 // Slots and signals are connected by name from outside, and some names are odd: this pins
 // each of them, in order.
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 #include "widgets/DialogBase.h"
 #include "widgets/HkAboutDialog.h"
 #include "widgets/MyDialogProgressBar.h"
@@ -31,6 +32,8 @@ QList<QByteArray> methodsOf(const QMetaObject &meta, QMetaMethod::MethodType typ
 
 Q_DECLARE_METATYPE(const QMetaObject *)
 
+using Names = QList<QByteArray>;
+
 class TestInterfaceNames : public QObject
 {
     Q_OBJECT
@@ -42,11 +45,7 @@ private Q_SLOTS:
 
 void TestInterfaceNames::names_data()
 {
-    using Names = QList<QByteArray>;
-    QTest::addColumn<const QMetaObject *>("meta");
-    QTest::addColumn<QByteArray>("base");
-    QTest::addColumn<Names>("signalNames");
-    QTest::addColumn<Names>("slotNames");
+    lumi::test::columns<const QMetaObject *, QByteArray, Names, Names>();
     QTest::newRow("image button") << &MyImageButton::staticMetaObject << QByteArray("QLabel")
                                   << Names{"clicked()"} << Names();
     QTest::newRow("left column") << &MyLeftWidget::staticMetaObject << QByteArray("QWidget")
@@ -73,10 +72,8 @@ void TestInterfaceNames::names_data()
 
 void TestInterfaceNames::names()
 {
-    QFETCH(const QMetaObject *, meta);
-    QFETCH(QByteArray, base);
-    QFETCH(QList<QByteArray>, signalNames);
-    QFETCH(QList<QByteArray>, slotNames);
+    const auto [meta, base, signalNames, slotNames]
+        = lumi::test::row<const QMetaObject *, QByteArray, Names, Names>();
     QCOMPARE(QByteArray(meta->superClass()->className()), base);
     QCOMPARE(methodsOf(*meta, QMetaMethod::Signal), signalNames);
     QCOMPARE(methodsOf(*meta, QMetaMethod::Slot), slotNames);

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 #include "widgets/MyDialogWait.h"
 
 #include <QFrame>
@@ -83,8 +84,7 @@ void TestMyDialogWait::looks()
 
 void TestMyDialogWait::buttonOnlyWithAText_data()
 {
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<int>("buttons");
+    lumi::test::columns<QString, int>();
     QTest::newRow("a null text means no button") << QString() << 0;
     QTest::newRow("an empty text is a text") << QStringLiteral("") << 1;
     QTest::newRow("a text means a button") << QStringLiteral("Stop") << 1;
@@ -92,8 +92,7 @@ void TestMyDialogWait::buttonOnlyWithAText_data()
 
 void TestMyDialogWait::buttonOnlyWithAText()
 {
-    QFETCH(QString, text);
-    QFETCH(int, buttons);
+    const auto [text, buttons] = lumi::test::row<QString, int>();
     const MyDialogWait dialog(nullptr, QStringLiteral("Working..."), text);
     const auto found = dialog.findChildren<QPushButton *>();
     QCOMPARE(found.size(), qsizetype(buttons));

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 #include "widgets/MyImageButton.h"
 #include "widgets/focusPainters.h"
 
@@ -131,10 +132,7 @@ QColor TestMyImageButton::shownColor() const
 
 void TestMyImageButton::stateChoosesThePicture_data()
 {
-    QTest::addColumn<bool>("enabled");
-    QTest::addColumn<bool>("on");
-    QTest::addColumn<bool>("pressed");
-    QTest::addColumn<QColor>("color");
+    lumi::test::columns<bool, bool, bool, QColor>();
     QTest::newRow("normal") << true << false << false << QColor(Qt::red);
     QTest::newRow("pressed") << true << false << true << QColor(Qt::green);
     QTest::newRow("on") << true << true << false << QColor(Qt::blue);
@@ -147,10 +145,7 @@ void TestMyImageButton::stateChoosesThePicture_data()
 
 void TestMyImageButton::stateChoosesThePicture()
 {
-    QFETCH(bool, enabled);
-    QFETCH(bool, on);
-    QFETCH(bool, pressed);
-    QFETCH(QColor, color);
+    const auto [enabled, on, pressed, color] = lumi::test::row<bool, bool, bool, QColor>();
     m_button->setOn(on);
     m_button->setEnabled(enabled);
     if (pressed) {
@@ -245,8 +240,7 @@ void TestMyImageButton::dragOffAndBackClicks()
 
 void TestMyImageButton::edgesOfTheButton_data()
 {
-    QTest::addColumn<QPoint>("position");
-    QTest::addColumn<bool>("inside");
+    lumi::test::columns<QPoint, bool>();
     QTest::newRow("the leftmost column is outside") << QPoint(0, 10) << false;
     QTest::newRow("the topmost row is outside") << QPoint(10, 0) << false;
     QTest::newRow("the second column and row are inside") << QPoint(1, 1) << true;
@@ -258,8 +252,7 @@ void TestMyImageButton::edgesOfTheButton_data()
 
 void TestMyImageButton::edgesOfTheButton()
 {
-    QFETCH(QPoint, position);
-    QFETCH(bool, inside);
+    const auto [position, inside] = lumi::test::row<QPoint, bool>();
     QTest::mousePress(m_button, Qt::LeftButton);
     auto move = mouseEvent(QEvent::MouseMove, position);
     QCoreApplication::sendEvent(m_button, &move);
@@ -383,8 +376,7 @@ void TestMyImageButton::returnClicksAtThePress()
 
 void TestMyImageButton::arrowsMoveTheFocus_data()
 {
-    QTest::addColumn<Qt::Key>("key");
-    QTest::addColumn<int>("target");
+    lumi::test::columns<Qt::Key, int>();
     QTest::newRow("Left goes to the one before") << Qt::Key_Left << 0;
     QTest::newRow("Up goes to the one before") << Qt::Key_Up << 0;
     QTest::newRow("Right goes to the next one") << Qt::Key_Right << 2;
@@ -393,8 +385,7 @@ void TestMyImageButton::arrowsMoveTheFocus_data()
 
 void TestMyImageButton::arrowsMoveTheFocus()
 {
-    QFETCH(Qt::Key, key);
-    QFETCH(int, target);
+    const auto [key, target] = lumi::test::row<Qt::Key, int>();
     MyImageButton *buttons[] = {m_button, addButton(), addButton()};
     buttons[1]->show();
     buttons[2]->show();
@@ -434,9 +425,7 @@ void TestMyImageButton::focusPolicyIsTab()
 
 void TestMyImageButton::focusFrame_data()
 {
-    QTest::addColumn<MyImageButton::FocusPainter>("painter");
-    QTest::addColumn<int>("lineWidth");
-    QTest::addColumn<QList<QRect>>("rectangles");
+    lumi::test::columns<MyImageButton::FocusPainter, int, QList<QRect>>();
     const int w = kSize.width();
     const int h = kSize.height();
     const QList<QRect> five{{0, 0, w, h},
@@ -454,9 +443,8 @@ void TestMyImageButton::focusFrame_data()
 
 void TestMyImageButton::focusFrame()
 {
-    QFETCH(MyImageButton::FocusPainter, painter);
-    QFETCH(int, lineWidth);
-    QFETCH(QList<QRect>, rectangles);
+    const auto [painter, lineWidth, rectangles]
+        = lumi::test::row<MyImageButton::FocusPainter, int, QList<QRect>>();
     delete m_button;
     m_button = addButton(painter);
     m_button->show();

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 #include "widgets/MyImageCheckBox.h"
 
 #include <QSignalSpy>
@@ -31,8 +32,7 @@ private Q_SLOTS:
 
 void TestMyImageCheckBox::pictureByState_data()
 {
-    QTest::addColumn<Qt::CheckState>("state");
-    QTest::addColumn<QColor>("color");
+    lumi::test::columns<Qt::CheckState, QColor>();
     QTest::newRow("checked") << Qt::Checked << QColor(Qt::red);
     QTest::newRow("unchecked") << Qt::Unchecked << QColor(Qt::blue);
     QTest::newRow("half checked looks checked") << Qt::PartiallyChecked << QColor(Qt::red);
@@ -40,8 +40,7 @@ void TestMyImageCheckBox::pictureByState_data()
 
 void TestMyImageCheckBox::pictureByState()
 {
-    QFETCH(Qt::CheckState, state);
-    QFETCH(QColor, color);
+    const auto [state, color] = lumi::test::row<Qt::CheckState, QColor>();
     MyImageCheckBox box(filled(Qt::red), filled(Qt::blue), nullptr);
     box.setTristate(true);
     box.setCheckState(state);

@@ -7,6 +7,7 @@
 #include "tests/exif/ui/CallCounter.h"
 #include "tests/exif/ui/EditorFixture.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QImage>
 #include <QTest>
@@ -136,9 +137,7 @@ void TestExifWriteBack::rulesAreThoseOfTheFields()
 
 void TestExifWriteBack::basic_data()
 {
-    QTest::addColumn<QString>("author");
-    QTest::addColumn<QString>("compilation");
-    QTest::addColumn<QString>("operation");
+    lumi::test::columns<QString, QString, QString>();
     const QString ann = QStringLiteral("Ann");
     const QString trip = QStringLiteral("Trip");
     QTest::newRow("none takes the tag away")
@@ -158,9 +157,7 @@ void TestExifWriteBack::basic_data()
 
 void TestExifWriteBack::basic()
 {
-    QFETCH(QString, author);
-    QFETCH(QString, compilation);
-    QFETCH(QString, operation);
+    const auto [author, compilation, operation] = lumi::test::row<QString, QString, QString>();
     TagOperations operations;
     QVERIFY(appendBasic(textsOf({{AuthorField, author}, {CompilationField, compilation}}),
                         &operations));
@@ -169,9 +166,7 @@ void TestExifWriteBack::basic()
 
 void TestExifWriteBack::userData_data()
 {
-    QTest::addColumn<int>("field");
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("operation");
+    lumi::test::columns<int, QString, QString>();
     const QString noOwner = QStringLiteral("013b 0 -");
     QTest::newRow("no owner") << int(OwnerField) << QString() << noOwner;
     QTest::newRow("an owner of 50 blanks")
@@ -199,9 +194,7 @@ void TestExifWriteBack::userData_data()
 
 void TestExifWriteBack::userData()
 {
-    QFETCH(int, field);
-    QFETCH(QString, text);
-    QFETCH(QString, operation);
+    const auto [field, text, operation] = lumi::test::row<int, QString, QString>();
     TagOperations operations;
     QVERIFY(appendUserData(textsOf({{EditField(field), text}}), &operations));
     QStringList expected{QStringLiteral("013b 0 -"), QStringLiteral("010e 0 -"),
@@ -264,8 +257,7 @@ void TestExifWriteBack::position()
 
 void TestExifWriteBack::checks_data()
 {
-    QTest::addColumn<EditTexts>("texts");
-    QTest::addColumn<SaveResult>("result");
+    lumi::test::columns<EditTexts, SaveResult>();
     const QString bad = QStringLiteral("x");
     QTest::newRow("nothing is right") << EditTexts() << SaveResult::Saved;
     QTest::newRow("blanks are nothing")
@@ -289,8 +281,8 @@ void TestExifWriteBack::checks_data()
 
 void TestExifWriteBack::checks()
 {
-    QFETCH(EditTexts, texts);
-    QTEST(checkPosition(texts), "result");
+    const auto [texts, result] = lumi::test::row<EditTexts, SaveResult>();
+    QCOMPARE(checkPosition(texts), result);
 }
 
 void TestExifWriteBack::thePhotoHoldsWhatWasWritten()
@@ -393,9 +385,7 @@ void TestExifWriteBack::anInvalidBlockFails()
 
 void TestExifWriteBack::withoutMemoryNothingIsWritten_data()
 {
-    QTest::addColumn<int>("field");
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<int>("size");
+    lumi::test::columns<int, QString, int>();
     QTest::newRow("for the author") << int(AuthorField) << QStringLiteral("Ann") << 4;
     QTest::newRow("for the audio file's name")
         << int(RelatedAudioField) << QStringLiteral("A.WAV") << 13;
@@ -407,9 +397,7 @@ void TestExifWriteBack::withoutMemoryNothingIsWritten_data()
 
 void TestExifWriteBack::withoutMemoryNothingIsWritten()
 {
-    QFETCH(int, field);
-    QFETCH(QString, text);
-    QFETCH(int, size);
+    const auto [field, text, size] = lumi::test::row<int, QString, int>();
     test::PhotoFolder folder;
     const QString path = folder.put(test::editablePhoto());
     const QByteArray before = contentOf(path);

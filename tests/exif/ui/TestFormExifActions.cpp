@@ -3,6 +3,7 @@
 #include "platform/QPEMenuBar.h"
 #include "tests/exif/ui/EditorFixture.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QAction>
 #include <QApplication>
@@ -80,19 +81,18 @@ void TestFormExifActions::actionsFollowTheMarkedText()
 
 void TestFormExifActions::pasteFollowsTheClipboard_data()
 {
-    QTest::addColumn<QString>("clipboard");
-    QTest::addColumn<bool>("enabled");
+    lumi::test::columns<QString, bool>();
     QTest::newRow("nothing") << QString() << false;
     QTest::newRow("a text") << QStringLiteral("x") << true;
 }
 
 void TestFormExifActions::pasteFollowsTheClipboard()
 {
-    QFETCH(QString, clipboard);
+    const auto [clipboard, enabled] = lumi::test::row<QString, bool>();
     m_user->fillClipboard(clipboard);
     m_user->open();
     const QAction *paste = m_user->entry(QStringLiteral("Paste"));
-    QTEST(paste->isEnabled(), "enabled");
+    QCOMPARE(paste->isEnabled(), enabled);
     m_user->enter(OwnerField);
     m_user->edit(OwnerField)->selectAll();
     m_user->control(OwnerField, Qt::Key_C);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "exif/ui/infoRow.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QTest>
 
@@ -15,8 +16,7 @@ private Q_SLOTS:
 
 void TestInfoRow::rows_data()
 {
-    QTest::addColumn<QString>("value");
-    QTest::addColumn<QString>("cells");
+    lumi::test::columns<QString, QString>();
     QTest::newRow("one line") << QStringLiteral("F2.8")
                               << QStringLiteral("<tr><td></td><td>F2.8</td></tr>");
     QTest::newRow("a line for every piece")
@@ -38,8 +38,7 @@ void TestInfoRow::rows_data()
 
 void TestInfoRow::rows()
 {
-    QFETCH(QString, value);
-    QFETCH(QString, cells);
+    const auto [value, cells] = lumi::test::row<QString, QString>();
     const QString html = lumi::infoRow(QStringLiteral("La bel"), value, QLatin1Char('\n'));
     QCOMPARE(html,
              QString(QStringLiteral("<b>La bel</b><br><table border=\"0\">") + cells

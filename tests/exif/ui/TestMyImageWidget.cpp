@@ -7,6 +7,7 @@
 #include "platform/deviceKey.h"
 #include "tests/exif/ui/PanelFixture.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 #include "views/FPVPictureView.h"
 
 #include <QFileInfo>
@@ -91,8 +92,7 @@ void TestMyImageWidget::isLaidOut()
 
 void TestMyImageWidget::theFontIsTheStoredOne_data()
 {
-    QTest::addColumn<int>("index");
-    QTest::addColumn<int>("points");
+    lumi::test::columns<int, int>();
     QTest::newRow("the smallest") << 0 << 12;
     QTest::newRow("the second") << 1 << 16;
     QTest::newRow("the default") << 2 << 20;
@@ -104,10 +104,10 @@ void TestMyImageWidget::theFontIsTheStoredOne_data()
 
 void TestMyImageWidget::theFontIsTheStoredOne()
 {
-    QFETCH(int, index);
+    const auto [index, points] = lumi::test::row<int, int>();
     lumi::Settings::setFontSize(index);
     m_info->makePanel();
-    QTEST(m_info->browser->font().pointSize(), "points");
+    QCOMPARE(m_info->browser->font().pointSize(), points);
 }
 
 void TestMyImageWidget::aPhotoIsShown()
@@ -279,10 +279,7 @@ void TestMyImageWidget::theComboLeadsToItsGroup()
 
 void TestMyImageWidget::keysChangeTheFont_data()
 {
-    QTest::addColumn<int>("key");
-    QTest::addColumn<bool>("inBrowser");
-    QTest::addColumn<int>("index");
-    QTest::addColumn<int>("points");
+    lumi::test::columns<int, bool, int, int>();
     QTest::newRow("the device's larger key") << kKeyZoomIn << true << 3 << 24;
     QTest::newRow("the device's smaller key") << kKeyZoomOut << true << 1 << 16;
     QTest::newRow("a keyboard's zoom keys") << int(Qt::Key_ZoomIn) << true << 3 << 24;
@@ -294,9 +291,7 @@ void TestMyImageWidget::keysChangeTheFont_data()
 
 void TestMyImageWidget::keysChangeTheFont()
 {
-    QFETCH(int, key);
-    QFETCH(bool, inBrowser);
-    QFETCH(int, index);
+    const auto [key, inBrowser, index, points] = lumi::test::row<int, bool, int, int>();
     m_info->panel->setItem(m_info->item.get());
     const QStringList before = m_info->lines();
     QWidget *target = inBrowser ? static_cast<QWidget *>(m_info->browser) : m_info->combo;
@@ -305,31 +300,28 @@ void TestMyImageWidget::keysChangeTheFont()
     QCoreApplication::sendEvent(target, &event);
     // The panel passes every key on.
     QVERIFY(!event.isAccepted());
-    QTEST(m_info->browser->font().pointSize(), "points");
+    QCOMPARE(m_info->browser->font().pointSize(), points);
     QCOMPARE(lumi::Settings::fontSize(), index);
     QCOMPARE(m_info->lines(), before);
     QVERIFY(m_info->browser->find(QStringLiteral("Model Name")));
-    QTEST(m_info->browser->currentFont().pointSize(), "points");
+    QCOMPARE(m_info->browser->currentFont().pointSize(), points);
 }
 
 void TestMyImageWidget::theFontStopsAtBothEnds_data()
 {
-    QTest::addColumn<int>("index");
-    QTest::addColumn<int>("key");
-    QTest::addColumn<int>("points");
+    lumi::test::columns<int, int, int>();
     QTest::newRow("the smallest") << 0 << kKeyZoomOut << 12;
     QTest::newRow("the largest") << 4 << kKeyZoomIn << 36;
 }
 
 void TestMyImageWidget::theFontStopsAtBothEnds()
 {
-    QFETCH(int, index);
-    QFETCH(int, key);
+    const auto [index, key, points] = lumi::test::row<int, int, int>();
     lumi::Settings::setFontSize(index);
     m_info->makePanel();
     QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
     QCoreApplication::sendEvent(m_info->panel, &event);
-    QTEST(m_info->browser->font().pointSize(), "points");
+    QCOMPARE(m_info->browser->font().pointSize(), points);
     QCOMPARE(lumi::Settings::fontSize(), index);
 }
 

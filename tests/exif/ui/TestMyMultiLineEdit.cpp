@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "exif/ui/MyMultiLineEdit.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -127,9 +128,7 @@ void TestMyMultiLineEdit::hasItsSignals()
 
 void TestMyMultiLineEdit::keysAreFiltered_data()
 {
-    QTest::addColumn<int>("mask");
-    QTest::addColumn<QString>("typed");
-    QTest::addColumn<QString>("text");
+    lumi::test::columns<int, QString, QString>();
     QTest::newRow("letters, digits and signs come in")
         << 0xE2 << QStringLiteral("aZ09 ~!") << QStringLiteral("aZ09 ~!");
     QTest::newRow("kanji do nothing") << 0xE2 << QStringLiteral("a写b") << QStringLiteral("ab");
@@ -144,14 +143,13 @@ void TestMyMultiLineEdit::keysAreFiltered_data()
 
 void TestMyMultiLineEdit::keysAreFiltered()
 {
-    QFETCH(int, mask);
-    QFETCH(QString, typed);
+    const auto [mask, typed, text] = lumi::test::row<int, QString, QString>();
     m_edit->setCharMask(mask);
     for (const QChar character : qAsConst(typed)) {
         // A character that is filtered out goes nowhere else.
         QVERIFY(m_edit->send(Qt::Key_unknown, QString(character)));
     }
-    QTEST(m_edit->text(), "text");
+    QCOMPARE(m_edit->text(), text);
 }
 
 void TestMyMultiLineEdit::aTabByCtrlAltIDoesNothing()
@@ -292,8 +290,7 @@ void TestMyMultiLineEdit::plainLettersReplaceTheMarkedTextWhenTheyAreCommitted()
 
 void TestMyMultiLineEdit::returnAndEnterDoNothing_data()
 {
-    QTest::addColumn<int>("key");
-    QTest::addColumn<int>("modifiers");
+    lumi::test::columns<int, int>();
     for (const int key : {int(Qt::Key_Return), int(Qt::Key_Enter)}) {
         QTest::addRow("%x", key) << key << 0;
         QTest::addRow("%x with Shift", key) << key << int(Qt::ShiftModifier);
@@ -303,8 +300,7 @@ void TestMyMultiLineEdit::returnAndEnterDoNothing_data()
 
 void TestMyMultiLineEdit::returnAndEnterDoNothing()
 {
-    QFETCH(int, key);
-    QFETCH(int, modifiers);
+    const auto [key, modifiers] = lumi::test::row<int, int>();
     m_edit->setCharMask(lumi::kAnyCharacters);
     m_edit->setText(QStringLiteral("ab"));
     m_edit->setEdited(false);

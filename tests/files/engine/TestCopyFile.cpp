@@ -6,6 +6,7 @@
 #include "tests/support/FakeMachine.h"
 #include "tests/support/FileFaults.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QDir>
 #include <QFile>
@@ -50,9 +51,7 @@ private Q_SLOTS:
 
 void TestCopyFile::contentsArrive_data()
 {
-    QTest::addColumn<int>("size");
-    QTest::addColumn<QString>("from");
-    QTest::addColumn<QString>("to");
+    lumi::test::columns<int, QString, QString>();
     QTest::newRow("one byte") << 1 << "a"
                               << "b";
     QTest::newRow("one byte less than a block") << kBlock - 1 << "a"
@@ -71,9 +70,7 @@ void TestCopyFile::contentsArrive_data()
 
 void TestCopyFile::contentsArrive()
 {
-    QFETCH(int, size);
-    QFETCH(QString, from);
-    QFETCH(QString, to);
+    const auto [size, from, to] = lumi::test::row<int, QString, QString>();
     const QByteArray content = FileFixture::noise(size);
     m_files->make(from, content);
     QCOMPARE(copy(from, to), 0);
@@ -194,8 +191,7 @@ void TestCopyFile::anExistingTargetGoesIfItMay()
 
 void TestCopyFile::theSourceUnderAnotherNameIsKept_data()
 {
-    QTest::addColumn<QString>("from");
-    QTest::addColumn<QString>("to");
+    lumi::test::columns<QString, QString>();
     QTest::newRow("another way there") << "a"
                                        << "folder/../a";
     QTest::newRow("through a linked folder") << "a"
@@ -210,8 +206,7 @@ void TestCopyFile::theSourceUnderAnotherNameIsKept_data()
 
 void TestCopyFile::theSourceUnderAnotherNameIsKept()
 {
-    QFETCH(QString, from);
-    QFETCH(QString, to);
+    const auto [from, to] = lumi::test::row<QString, QString>();
     const QString path = m_files->make(QStringLiteral("a"), m_photo);
     m_files->makeFolder(QStringLiteral("folder"));
     m_files->makeLink(QStringLiteral("linked"), QStringLiteral("."));
@@ -239,8 +234,7 @@ void TestCopyFile::aDanglingLinkIsNotWrittenThrough()
 
 void TestCopyFile::blocksAreOfTheGivenSize_data()
 {
-    QTest::addColumn<uint>("wanted");
-    QTest::addColumn<int>("writes");
+    lumi::test::columns<uint, int>();
     QTest::newRow("nothing is 4") << 0U << 25;
     QTest::newRow("1 is 4") << 1U << 25;
     QTest::newRow("4") << 4U << 25;
@@ -252,14 +246,14 @@ void TestCopyFile::blocksAreOfTheGivenSize_data()
 
 void TestCopyFile::blocksAreOfTheGivenSize()
 {
-    QFETCH(uint, wanted);
+    const auto [wanted, writes] = lumi::test::row<uint, int>();
     const QByteArray content = m_photo.left(100);
     m_files->make(QStringLiteral("a"), content);
     FileFaults faults(m_files->path());
     QCOMPARE(copyFile(m_files->path(QStringLiteral("a")), m_files->path(QStringLiteral("b")), false,
                       true, nullptr, wanted),
              0);
-    QTEST(faults.count(FileFaults::Write), "writes");
+    QCOMPARE(faults.count(FileFaults::Write), writes);
     QCOMPARE(m_files->content(QStringLiteral("b")), content);
 }
 
@@ -308,8 +302,7 @@ void TestCopyFile::withoutAFreeNameNothingIsOverwritten()
 
 void TestCopyFile::shortSpace_data()
 {
-    QTest::addColumn<int>("free");
-    QTest::addColumn<bool>("isShort");
+    lumi::test::columns<int, bool>();
     QTest::newRow("less") << 99 << true;
     QTest::newRow("exactly that much") << 100 << false;
     QTest::newRow("more") << 101 << false;
@@ -318,9 +311,9 @@ void TestCopyFile::shortSpace_data()
 
 void TestCopyFile::shortSpace()
 {
-    QFETCH(int, free);
+    const auto [free, isShort] = lumi::test::row<int, bool>();
     lumi::test::FakeMachine::install()->setFreeDiskKB(free);
-    QTEST(isSpaceShort(100), "isShort");
+    QCOMPARE(isSpaceShort(100), isShort);
     Machine::install(nullptr);
 }
 

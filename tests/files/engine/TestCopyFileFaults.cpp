@@ -6,6 +6,7 @@
 #include "tests/support/FullDisk.h"
 #include "tests/support/OrdinaryUser.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -102,8 +103,7 @@ void TestCopyFileFaults::failedOpensHaveTheFilesStatus()
 
 void TestCopyFileFaults::aFailingWriteLeavesNoTarget_data()
 {
-    QTest::addColumn<int>("error");
-    QTest::addColumn<int>("code");
+    lumi::test::columns<int, int>();
     QTest::newRow("no space left") << ENOSPC << 4;
     QTest::newRow("over the quota") << EDQUOT << 2;
     QTest::newRow("the disk fails") << EIO << 2;
@@ -111,11 +111,11 @@ void TestCopyFileFaults::aFailingWriteLeavesNoTarget_data()
 
 void TestCopyFileFaults::aFailingWriteLeavesNoTarget()
 {
-    QFETCH(int, error);
+    const auto [error, code] = lumi::test::row<int, int>();
     m_files->make(QStringLiteral("a"), m_photo);
     FileFaults faults(m_files->path());
     faults.fail(FileFaults::Write, 2, error);
-    QTEST(copy(QStringLiteral("a"), QStringLiteral("b")), "code");
+    QCOMPARE(copy(QStringLiteral("a"), QStringLiteral("b")), code);
     QCOMPARE(faults.count(FileFaults::Write), 2);
     QCOMPARE(m_files->entries(), QStringList{QStringLiteral("a")});
 }

@@ -4,6 +4,7 @@
 #include "tests/files/engine/PasteTest.h"
 #include "tests/support/TestMain.h"
 #include "tests/support/nameList.h"
+#include "tests/support/rows.h"
 
 #include <QDateTime>
 #include <QFile>
@@ -54,8 +55,7 @@ void TestFPVClipboard::startsEmpty()
 
 void TestFPVClipboard::contentsArrive_data()
 {
-    QTest::addColumn<int>("size");
-    QTest::addColumn<QString>("name");
+    lumi::test::columns<int, QString>();
     QTest::newRow("an empty file") << 0 << "a.jpg";
     QTest::newRow("one byte") << 1 << "a.jpg";
     QTest::newRow("one byte less than a block") << 8191 << "a.jpg";
@@ -69,8 +69,7 @@ void TestFPVClipboard::contentsArrive_data()
 
 void TestFPVClipboard::contentsArrive()
 {
-    QFETCH(int, size);
-    QFETCH(QString, name);
+    const auto [size, name] = lumi::test::row<int, QString>();
     const QByteArray content = FileFixture::noise(size);
     for (const bool cut : {false, true}) {
         const QString source = m_files->make(name, content);
@@ -171,9 +170,7 @@ void TestFPVClipboard::aHardLinkElsewhereIsAnotherPhoto()
 
 void TestFPVClipboard::freeNames_data()
 {
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QStringList>("taken");
-    QTest::addColumn<QString>("expected");
+    lumi::test::columns<QString, QStringList, QString>();
     QTest::newRow("a free name stands") << "a.jpg" << list("b.jpg") << "a.jpg";
     QTest::newRow("other letters are another name") << "a.jpg" << list("A.JPG") << "a.jpg";
     QTest::newRow("before the extension") << "a.jpg" << list("a.jpg") << "a-1.jpg";
@@ -190,9 +187,7 @@ void TestFPVClipboard::freeNames_data()
 
 void TestFPVClipboard::freeNames()
 {
-    QFETCH(QString, name);
-    QFETCH(QStringList, taken);
-    QFETCH(QString, expected);
+    const auto [name, taken, expected] = lumi::test::row<QString, QStringList, QString>();
     for (const QString &one : taken) {
         const QString path = QStringLiteral("to/") + one;
         if (one.endsWith(QLatin1Char('/'))) {

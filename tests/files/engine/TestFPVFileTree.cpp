@@ -4,6 +4,7 @@
 #include "tests/files/engine/FileFixture.h"
 #include "tests/support/TestMain.h"
 #include "tests/support/nameList.h"
+#include "tests/support/rows.h"
 
 #include <QDir>
 #include <QFile>
@@ -71,9 +72,7 @@ void TestFPVFileTree::cleanup()
 
 void TestFPVFileTree::patternsChooseFiles_data()
 {
-    QTest::addColumn<QString>("wildcards");
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<bool>("taken");
+    lumi::test::columns<QString, QString, bool>();
     QTest::newRow("the star takes all") << "*"
                                         << "notes" << true;
     QTest::newRow("the extension") << "*.jpg"
@@ -109,9 +108,7 @@ void TestFPVFileTree::patternsChooseFiles_data()
 
 void TestFPVFileTree::patternsChooseFiles()
 {
-    QFETCH(QString, wildcards);
-    QFETCH(QString, name);
-    QFETCH(bool, taken);
+    const auto [wildcards, name, taken] = lumi::test::row<QString, QString, bool>();
     m_files->make(name, "1234");
     FPVFileTree::setPatterns(wildcards);
     FPVFileTree tree;
@@ -262,8 +259,7 @@ void TestFPVFileTree::pipesAndDanglingLinksArePassedOver()
 
 void TestFPVFileTree::theFilterChoosesEntries_data()
 {
-    QTest::addColumn<int>("filter");
-    QTest::addColumn<QStringList>("found");
+    lumi::test::columns<int, QStringList>();
     QTest::newRow("as the process starts") << 0x1B << list("/a /d/b");
     QTest::newRow("as an import leaves it") << 0x313 << list("/.h /a /d/.h /d/b");
     QTest::newRow("no folders") << int(QDir::Files) << list("/a");
@@ -272,14 +268,14 @@ void TestFPVFileTree::theFilterChoosesEntries_data()
 
 void TestFPVFileTree::theFilterChoosesEntries()
 {
-    QFETCH(int, filter);
+    const auto [filter, found] = lumi::test::row<int, QStringList>();
     for (const char *name : {"a", ".h", "d/b", "d/.h"}) {
         m_files->make(QLatin1String(name));
     }
     FPVFileTree::setDirFilter(filter);
     FPVFileTree tree;
     tree.walk(m_files->path(), false, nullptr);
-    QTEST(tree.allFiles(), "found");
+    QCOMPARE(tree.allFiles(), found);
 }
 
 void TestFPVFileTree::theOrderIsThatOfTheToolkit()

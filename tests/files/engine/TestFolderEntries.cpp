@@ -4,6 +4,7 @@
 #include "tests/support/FileFaults.h"
 #include "tests/support/OrdinaryUser.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QFile>
 #include <QTest>
@@ -51,8 +52,7 @@ private:
 
 void TestFolderEntries::namesThatAreTaken_data()
 {
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<bool>("taken");
+    lumi::test::columns<QString, bool>();
     QTest::newRow("a file") << "a.jpg" << true;
     QTest::newRow("a folder") << "dir" << true;
     QTest::newRow("a hidden file") << ".h" << true;
@@ -68,18 +68,17 @@ void TestFolderEntries::namesThatAreTaken_data()
 
 void TestFolderEntries::namesThatAreTaken()
 {
-    QFETCH(QString, name);
+    const auto [name, taken] = lumi::test::row<QString, bool>();
     m_files->make(QStringLiteral("a.jpg"));
     m_files->make(QStringLiteral("dir/x"));
     m_files->make(QStringLiteral(".h"));
     m_files->makeLink(QStringLiteral("link"), QStringLiteral("gone"));
-    QTEST(lumi::hasEntry(m_files->path(), name), "taken");
+    QCOMPARE(lumi::hasEntry(m_files->path(), name), taken);
 }
 
 void TestFolderEntries::foldersAreMade_data()
 {
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<bool>("made");
+    lumi::test::columns<QString, bool>();
     QTest::newRow("a name") << "trip" << true;
     QTest::newRow("with blanks") << " day  one " << true;
     QTest::newRow("in another script") << "夏の写真" << true;
@@ -97,8 +96,7 @@ void TestFolderEntries::foldersAreMade_data()
 
 void TestFolderEntries::foldersAreMade()
 {
-    QFETCH(QString, name);
-    QFETCH(bool, made);
+    const auto [name, made] = lumi::test::row<QString, bool>();
     m_files->make(QStringLiteral("here/a.jpg"));
     QStringList expected = m_files->entries();
     QCOMPARE(lumi::makeFolder(m_files->path(QStringLiteral("here")), name), made);

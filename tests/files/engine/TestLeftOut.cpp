@@ -6,6 +6,7 @@
 #include "tests/support/OrdinaryUser.h"
 #include "tests/support/TestMain.h"
 #include "tests/support/nameList.h"
+#include "tests/support/rows.h"
 
 #include <QDir>
 #include <QFile>
@@ -209,8 +210,7 @@ void TestLeftOut::whatNobodyAskedForIsNotLeftOut()
 
 void TestLeftOut::aFolderWhoseListingFails_data()
 {
-    QTest::addColumn<unsigned>("call");
-    QTest::addColumn<int>("nth");
+    lumi::test::columns<unsigned, int>();
     QTest::newRow("it can't be opened") << unsigned(FileFaults::ListFolder) << 1;
     QTest::newRow("at its beginning") << unsigned(FileFaults::ReadFolder) << 1;
     QTest::newRow("in the middle") << unsigned(FileFaults::ReadFolder) << 4;
@@ -219,8 +219,7 @@ void TestLeftOut::aFolderWhoseListingFails_data()
 
 void TestLeftOut::aFolderWhoseListingFails()
 {
-    QFETCH(unsigned, call);
-    QFETCH(int, nth);
+    const auto [call, nth] = lumi::test::row<unsigned, int>();
     m_files->make(QStringLiteral("a.jpg"));
     const QStringList photos = list("/dcim/b.jpg /dcim/c.jpg /dcim/d.jpg");
     for (const QString &photo : photos) {

@@ -5,6 +5,7 @@
 #include "tests/support/FileFaults.h"
 #include "tests/support/TestMain.h"
 #include "tests/support/nameList.h"
+#include "tests/support/rows.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -52,11 +53,7 @@ void TestPasteFaults::resultsHaveTheirNumbers()
 
 void TestPasteFaults::oneFaultFailsThePaste_data()
 {
-    QTest::addColumn<unsigned>("call");
-    QTest::addColumn<int>("nth");
-    QTest::addColumn<int>("error");
-    QTest::addColumn<bool>("cutOnly");
-    QTest::addColumn<PasteResult>("result");
+    lumi::test::columns<unsigned, int, int, bool, PasteResult>();
     QTest::newRow("the source can't be opened")
         << unsigned(FileFaults::OpenToRead) << 1 << EIO << false << PasteResult::SourceNotOpened;
     QTest::newRow("the card fails")
@@ -73,11 +70,8 @@ void TestPasteFaults::oneFaultFailsThePaste_data()
 
 void TestPasteFaults::oneFaultFailsThePaste()
 {
-    QFETCH(unsigned, call);
-    QFETCH(int, nth);
-    QFETCH(int, error);
-    QFETCH(bool, cutOnly);
-    QFETCH(PasteResult, result);
+    const auto [call, nth, error, cutOnly, result]
+        = lumi::test::row<unsigned, int, int, bool, PasteResult>();
     for (const bool cut : {true, false}) {
         if (cut || !cutOnly) {
             FileFaults faults(m_files->path());

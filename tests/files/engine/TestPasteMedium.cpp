@@ -9,6 +9,7 @@
 #include "tests/support/TestMain.h"
 #include "tests/support/fileAge.h"
 #include "tests/support/nameList.h"
+#include "tests/support/rows.h"
 
 #include <QDir>
 #include <QFile>
@@ -128,8 +129,7 @@ void TestPasteMedium::aCardThatIsExchangedWhileItsFolderIsRead()
 
 void TestPasteMedium::aMediumThatWentAfterTheListing_data()
 {
-    QTest::addColumn<QString>("source");
-    QTest::addColumn<bool>("isListed");
+    lumi::test::columns<QString, bool>();
     QTest::newRow("a photo, the folder is on show") << "a.jpg" << true;
     QTest::newRow("a folder, the folder is on show") << "trip" << true;
     // Nobody knows what it has been on.
@@ -139,8 +139,7 @@ void TestPasteMedium::aMediumThatWentAfterTheListing_data()
 /// The folder on show is that of the listing, and not what has come under its name.
 void TestPasteMedium::aMediumThatWentAfterTheListing()
 {
-    QFETCH(QString, source);
-    QFETCH(bool, isListed);
+    const auto [source, isListed] = lumi::test::row<QString, bool>();
     prepare();
     m_files->make(QStringLiteral("trip/a.jpg"), m_photo);
     const QString card = m_files->makeLink(QStringLiteral("card"), QStringLiteral("to"));

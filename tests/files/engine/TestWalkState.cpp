@@ -4,6 +4,7 @@
 #include "tests/files/engine/FileFixture.h"
 #include "tests/support/TestMain.h"
 #include "tests/support/nameList.h"
+#include "tests/support/rows.h"
 
 #include <QDir>
 #include <QFile>
@@ -74,8 +75,7 @@ void TestWalkState::stateAtTheStartOfTheProcess()
 
 void TestWalkState::patternsAreSplit_data()
 {
-    QTest::addColumn<QString>("wildcards");
-    QTest::addColumn<QStringList>("patterns");
+    lumi::test::columns<QString, QStringList>();
     QTest::newRow("semicolon and blank") << "*.jpg; *.jpeg" << list("*.jpg *.jpeg");
     QTest::newRow("only a blank") << "a b" << list("a b");
     QTest::newRow("many of both, and at the ends") << " ;;a ;; b; " << list("a b");
@@ -87,9 +87,9 @@ void TestWalkState::patternsAreSplit_data()
 
 void TestWalkState::patternsAreSplit()
 {
-    QFETCH(QString, wildcards);
+    const auto [wildcards, patterns] = lumi::test::row<QString, QStringList>();
     FPVFileTree::setPatterns(wildcards);
-    QTEST(FPVFileTree::patterns(), "patterns");
+    QCOMPARE(FPVFileTree::patterns(), patterns);
 }
 
 void TestWalkState::aCancelBeforeTheFirstEntryLeavesAnEmptyTree()

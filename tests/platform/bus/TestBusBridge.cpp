@@ -4,6 +4,7 @@
 #include "platform/QCopHub.h"
 #include "platform/sessionBus.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -127,9 +128,7 @@ void TestBusBridge::whatIsPostedStaysHere()
 
 void TestBusBridge::whatOthersSendArrives_data()
 {
-    QTest::addColumn<QVariantList>("arguments");
-    QTest::addColumn<int>("count");
-    QTest::addColumn<QByteArray>("data");
+    lumi::test::columns<QVariantList, int, QByteArray>();
     const QVariant channel = QStringLiteral("QPE/Card");
     const QVariant message = QStringLiteral("mtabChanged()");
     const auto row = [](const char *name, const QVariantList &arguments, int count,
@@ -146,9 +145,7 @@ void TestBusBridge::whatOthersSendArrives_data()
 
 void TestBusBridge::whatOthersSendArrives()
 {
-    QFETCH(QVariantList, arguments);
-    QFETCH(int, count);
-    QFETCH(QByteArray, data);
+    const auto [arguments, count, data] = lumi::test::row<QVariantList, int, QByteArray>();
     const QCopChannel channel(kChannel);
     QSignalSpy spy(&channel, &QCopChannel::received);
     OtherProgram other;
