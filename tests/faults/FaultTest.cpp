@@ -136,6 +136,7 @@ void FaultTest::everyCall()
     QFETCH(Disk, disk);
     m_trouble = trouble;
     m_disk = disk;
+    m_sweeps = 0;
     QStringList complaints;
     int points = 0;
     for (bool isDisturbed = true; isDisturbed;) {
@@ -160,6 +161,8 @@ void FaultTest::everyCall()
     QCOMPARE(complaints.size(), qsizetype(0));
     QVERIFY(trouble->calls != AnyCall || points >= leastCalls());
     QVERIFY(points > 0);
+    const bool leavesFiles = disk != Disk::Whole && trouble->act == Act::KillBefore;
+    QVERIFY(!leavesFiles || !leavesHiddenFiles() || m_sweeps > 0);
 }
 
 Plan FaultTest::planFor(int nth) const
@@ -195,7 +198,7 @@ QString FaultTest::complaint(const Ending &ending)
 
 /// Only a process that was ended, or can't remove anything any more, leaves a file without its
 /// name. It does no harm: it isn't shown, and goes with the next copy.
-QString FaultTest::complaintOfLeftovers(const Ending &ending) const
+QString FaultTest::complaintOfLeftovers(const Ending &ending)
 {
     const bool mayLeave = (m_disk != Disk::Whole || !m_placeHasUnnamedFiles)
         && (ending.isKilled || m_trouble->act == Act::FailFrom);
@@ -208,8 +211,9 @@ QString FaultTest::complaintOfLeftovers(const Ending &ending) const
     return {};
 }
 
-QString FaultTest::sweep(const QString &leftover) const
+QString FaultTest::sweep(const QString &leftover)
 {
+    ++m_sweeps;
     const QFileInfo info(leftover);
     if (namesListed(info.path()).contains(info.fileName())) {
         return QStringLiteral("is shown");

@@ -43,6 +43,10 @@ protected:
     [[nodiscard]] virtual QString judge(const lumi::test::Ending &ending) = 0;
     /// Whether the job copies a file and finds out when it could not read all of it.
     [[nodiscard]] virtual bool comparesSizes() const = 0;
+
+    /// Whether a kill leaves files under a hidden name where files always have one.
+    [[nodiscard]] virtual bool leavesHiddenFiles() const { return true; }
+
     /// As many calls as an undisturbed job makes at the least.
     [[nodiscard]] virtual int leastCalls() const = 0;
 
@@ -67,14 +71,15 @@ private Q_SLOTS:
 private:
     [[nodiscard]] lumi::faults::Plan planFor(int nth) const;
     [[nodiscard]] QString complaint(const lumi::test::Ending &ending);
-    [[nodiscard]] QString complaintOfLeftovers(const lumi::test::Ending &ending) const;
-    [[nodiscard]] QString sweep(const QString &leftover) const;
+    [[nodiscard]] QString complaintOfLeftovers(const lumi::test::Ending &ending);
+    [[nodiscard]] QString sweep(const QString &leftover);
 
     std::unique_ptr<QTemporaryDir> m_place;
     bool m_placeHasUnnamedFiles = false;
     const Trouble *m_trouble = nullptr;
     Disk m_disk = Disk::Whole;
     QStringList m_leftovers; ///< of this run
+    int m_sweeps = 0;        ///< of this row
     int m_points = 0;
 };
 

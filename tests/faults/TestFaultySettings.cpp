@@ -45,6 +45,8 @@ protected:
 
     bool comparesSizes() const override { return false; }
 
+    bool leavesHiddenFiles() const override { return false; }
+
     int leastCalls() const override { return 8; }
 };
 

@@ -55,9 +55,6 @@ QString faultOfCost(const std::function<void()> &job)
     QString fault;
     for (int attempt = 0; attempt < kAttempts; ++attempt) {
         const Cost cost = costOf(job);
-        fprintf(stderr, "COST %s %.0f ms %ld KB bare %.0f %ld size %lld\n", QTest::currentDataTag(),
-                cost.milliseconds, cost.kilobytes, bare.milliseconds, bare.kilobytes,
-                static_cast<long long>(photo().size()));
         if (cost.milliseconds <= kMostTimes * bare.milliseconds
             && cost.kilobytes <= kMostTimes * bare.kilobytes) {
             return {};
