@@ -7,10 +7,6 @@ if(LUMI_SANITIZE)
   set(LUMI_TEST_SECONDS ${LUMI_SANITIZED_TEST_SECONDS})
 endif()
 
-# Qt tells each test program its folders. Nobody asks for them, and they keep the programs from
-# sharing a precompiled header.
-set(LUMI_NO_TEST_PATHS -UQT_TESTCASE_BUILDDIR -UQT_TESTCASE_SOURCEDIR)
-
 # lumi_test(<folder> [LIBS <target> ...] [SOURCES <file> ...])
 #
 # One executable test_<folder> from every Test<Class>.cpp of the calling folder, one ctest
@@ -23,7 +19,6 @@ function(lumi_test folder)
   add_executable(test_${name} ${tests} ${A_SOURCES})
   set_target_properties(test_${name} PROPERTIES AUTOMOC ON)
   target_link_libraries(test_${name} PRIVATE lumi_options lumi_testsupport ${A_LIBS} Qt6::Test)
-  target_compile_options(test_${name} PRIVATE ${LUMI_NO_TEST_PATHS})
   target_precompile_headers(test_${name} REUSE_FROM lumi_testsupport)
   foreach(file IN LISTS tests)
     get_filename_component(class ${file} NAME_WE)
