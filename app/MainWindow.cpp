@@ -6,7 +6,7 @@
 #include "app/common/shutDownFlag.h"
 #include "files/FormFile.h"
 #include "import/FormImport.h"
-#include "platform/QPEToolBar.h"
+#include "platform/windows/QPEToolBar.h"
 
 #include <QCloseEvent>
 #include <QCoreApplication>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "platform/Config.h"
 
-#include "platform/IniText.h"
 #include "platform/Machine.h"
-#include "platform/fileCalls.h"
+#include "platform/files/IniText.h"
+#include "platform/files/fileCalls.h"
 
 #include <QDir>
 #include <QFileInfo>

@@ -2,10 +2,10 @@
 #include "platform/Machine.h"
 
 #include "platform/MachineProfile.h"
-#include "platform/diskFigures.h"
-#include "platform/fileCalls.h"
+#include "platform/files/diskFigures.h"
+#include "platform/files/fileCalls.h"
 #include "platform/memoryTable.h"
-#include "platform/powerSupply.h"
+#include "platform/power/powerSupply.h"
 
 #include <QCoreApplication>
 #include <QDir>

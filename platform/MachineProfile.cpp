@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/MachineProfile.h"
 
-#include "platform/deviceKey.h"
-#include "platform/fileCalls.h"
+#include "platform/files/fileCalls.h"
+#include "platform/keys/deviceKey.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -7,7 +7,7 @@
 // machine.ini.in. Paths may be relative to the profile's folder; closing "/" are taken off.
 #pragma once
 
-#include "platform/IniText.h"
+#include "platform/files/IniText.h"
 
 #include <QList>
 #include <QString>

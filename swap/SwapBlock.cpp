@@ -2,8 +2,8 @@
 #include "swap/SwapBlock.h"
 
 #include "app/common/diskSpace.h"
-#include "platform/NewFile.h"
 #include "platform/debugLog.h"
+#include "platform/files/NewFile.h"
 #include "swap/IndexReader.h"
 #include "swap/SwapPlace.h"
 #include "swap/swapTime.h"

@@ -2,8 +2,8 @@
 #include "swap/SwapSystem.h"
 
 #include "app/common/messages.h"
-#include "platform/NewFile.h"
 #include "platform/debugLog.h"
+#include "platform/files/NewFile.h"
 #include "swap/IndexReader.h"
 #include "swap/IndexWriter.h"
 #include "swap/swapStore.h"

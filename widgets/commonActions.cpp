@@ -2,7 +2,7 @@
 #include "widgets/commonActions.h"
 
 #include "app/common/messages.h"
-#include "platform/QPEDecoration.h"
+#include "platform/windows/QPEDecoration.h"
 #include "widgets/HkAboutDialog.h"
 
 #include <QPointer>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/common/Medium.h"
 
-#include "platform/CardSlots.h"
+#include "platform/cards/CardSlots.h"
 
 #include <QFile>
 

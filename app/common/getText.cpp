@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/common/getText.h"
 
-#include "platform/PanelStyle.h"
+#include "platform/screen/PanelStyle.h"
 
 #include <QDialog>
 #include <QLabel>

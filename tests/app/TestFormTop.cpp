@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "app/FormTop.h"
-#include "platform/QPEMenuBar.h"
-#include "platform/QPEToolBar.h"
 #include "platform/toolkit/QPopupMenu.h"
+#include "platform/windows/QPEMenuBar.h"
+#include "platform/windows/QPEToolBar.h"
 #include "swap/SwapSystem.h"
 #include "swap/swapStore.h"
 #include "tests/support/FakeMachine.h"

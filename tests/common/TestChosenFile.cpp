@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "app/common/ChosenFile.h"
-#include "platform/CardSlots.h"
+#include "platform/cards/CardSlots.h"
 #include "tests/support/FakeMachine.h"
 #include "tests/support/TestMain.h"
 #include "tests/support/fileAge.h"

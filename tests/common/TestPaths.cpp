@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "app/common/paths.h"
-#include "platform/fileCalls.h"
+#include "platform/files/fileCalls.h"
 #include "tests/support/TestMain.h"
 
 #include <QDir>

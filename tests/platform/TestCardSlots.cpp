@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/CardSlots.h"
+#include "platform/cards/CardSlots.h"
 #include "tests/support/FakeMachine.h"
 #include "tests/support/TestMain.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/diskSync.h"
+#include "platform/files/diskSync.h"
 #include "tests/support/StandInSync.h"
 #include "tests/support/TestMain.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/fileCalls.h"
+#include "platform/files/fileCalls.h"
 #include "tests/platform/testFiles.h"
 #include "tests/support/TestMain.h"
 

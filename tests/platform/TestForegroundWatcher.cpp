@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "platform/ForegroundWatcher.h"
-#include "platform/QCopChannel.h"
+#include "platform/session/ForegroundWatcher.h"
+#include "platform/session/QCopChannel.h"
 #include "tests/support/TestMain.h"
 
 #include <QDataStream>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Life and death of a widget's surface, and of the frame buffer memory with the last one.
-#include "platform/FrameBuffer.h"
-#include "platform/QDirectPainter.h"
+#include "platform/screen/FrameBuffer.h"
+#include "platform/screen/QDirectPainter.h"
 #include "tests/platform/PainterTest.h"
 #include "tests/platform/paintedPixels.h"
 #include "tests/support/TestMain.h"

@@ -2,9 +2,9 @@
 // The desktop's size must not change under a viewer that writes whole lines of it. Two screens
 // are needed to see that; they are given when the application starts, so the tests run in a
 // process of their own, which TestHeldDesktop starts.
-#include "platform/FrameBuffer.h"
-#include "platform/QDirectPainter.h"
 #include "platform/QPEApplication.h"
+#include "platform/screen/FrameBuffer.h"
+#include "platform/screen/QDirectPainter.h"
 #include "tests/platform/ownProcess.h"
 #include "tests/platform/paintedPixels.h"
 #include "tests/support/FakeMachine.h"

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/QPEApplication.h"
-#include "platform/deviceKey.h"
+#include "platform/keys/deviceKey.h"
 #include "tests/support/TestMain.h"
 
 #include <QComboBox>

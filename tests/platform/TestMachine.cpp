@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/Machine.h"
-#include "platform/PowerStatusManager.h"
+#include "platform/power/PowerStatusManager.h"
 #include "tests/platform/testFiles.h"
 #include "tests/support/TestMain.h"
 

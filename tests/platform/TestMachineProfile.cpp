@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/MachineProfile.h"
-#include "platform/deviceKey.h"
-#include "platform/fileCalls.h"
+#include "platform/files/fileCalls.h"
+#include "platform/keys/deviceKey.h"
 #include "tests/platform/testFiles.h"
 #include "tests/support/TestMain.h"
 

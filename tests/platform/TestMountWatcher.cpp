@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "platform/MountWatcher.h"
-#include "platform/QCopChannel.h"
+#include "platform/cards/MountWatcher.h"
+#include "platform/session/QCopChannel.h"
 #include "tests/platform/testFiles.h"
 #include "tests/support/FakeMachine.h"
 #include "tests/support/TestMain.h"

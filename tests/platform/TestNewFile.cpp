@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/NewFile.h"
+#include "platform/files/NewFile.h"
 #include "tests/platform/testFiles.h"
 #include "tests/support/FileFaults.h"
 #include "tests/support/TestMain.h"

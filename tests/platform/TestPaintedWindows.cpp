@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Windows that are painted directly beside, below and after others, and that grow, shrink and move.
-#include "platform/FrameBuffer.h"
-#include "platform/QDirectPainter.h"
+#include "platform/screen/FrameBuffer.h"
+#include "platform/screen/QDirectPainter.h"
 #include "tests/platform/PainterTest.h"
 #include "tests/platform/paintedPixels.h"
 #include "tests/support/TestMain.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/powerSupply.h"
+#include "platform/power/powerSupply.h"
 #include "tests/platform/testFiles.h"
 #include "tests/support/TestMain.h"
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // What is painted directly: its place, its form and how it comes onto the screen.
-#include "platform/QDirectPainter.h"
+#include "platform/screen/QDirectPainter.h"
 #include "platform/toolkit/QScrollView.h"
 #include "tests/platform/PainterTest.h"
 #include "tests/platform/paintedPixels.h"

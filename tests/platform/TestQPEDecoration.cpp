@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/QPEDecoration.h"
+#include "platform/windows/QPEDecoration.h"
 #include "tests/platform/testFiles.h"
 #include "tests/support/FakeMachine.h"
 #include "tests/support/TestMain.h"

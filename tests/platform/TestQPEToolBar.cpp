@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "platform/PanelStyle.h"
-#include "platform/QPEMenuBar.h"
-#include "platform/QPEToolBar.h"
+#include "platform/screen/PanelStyle.h"
+#include "platform/windows/QPEMenuBar.h"
+#include "platform/windows/QPEToolBar.h"
 #include "tests/support/TestMain.h"
 
 #include <QMainWindow>

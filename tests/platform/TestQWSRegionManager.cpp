@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/QWSRegionManager.h"
+#include "platform/screen/QWSRegionManager.h"
 #include "tests/platform/paintedPixels.h"
 #include "tests/support/FakeMachine.h"
 #include "tests/support/TestMain.h"

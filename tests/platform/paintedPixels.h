@@ -3,7 +3,7 @@
 // corners are alike, a way to write it through a painter as viewers do, and a look at the screen.
 #pragma once
 
-#include "platform/QDirectPainter.h"
+#include "platform/screen/QDirectPainter.h"
 
 #include <QGuiApplication>
 #include <QImage>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "platform/QCopChannel.h"
-#include "platform/QCopEnvelope.h"
-#include "platform/QCopHub.h"
-#include "platform/sessionBus.h"
+#include "platform/session/QCopChannel.h"
+#include "platform/session/QCopEnvelope.h"
+#include "platform/session/QCopHub.h"
+#include "platform/session/sessionBus.h"
 #include "tests/support/TestMain.h"
 
 #include <QDBusConnection>

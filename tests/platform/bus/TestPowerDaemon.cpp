@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "platform/PowerWatcher.h"
-#include "platform/QCopChannel.h"
-#include "platform/sessionBus.h"
+#include "platform/power/PowerWatcher.h"
+#include "platform/session/QCopChannel.h"
+#include "platform/session/sessionBus.h"
 #include "tests/support/FakeMachine.h"
 #include "tests/support/TestMain.h"
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // The agent under test is the application's own.
-#include "platform/QCopEnvelope.h"
-#include "platform/ScreenSaverAgent.h"
-#include "platform/sessionBus.h"
+#include "platform/session/QCopEnvelope.h"
+#include "platform/session/ScreenSaverAgent.h"
+#include "platform/session/sessionBus.h"
 #include "tests/support/TestMain.h"
 
 #include <QDBusConnection>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Runs in mounts of its own, with the right to change them.
-#include "platform/CardSlots.h"
-#include "platform/QCopChannel.h"
+#include "platform/cards/CardSlots.h"
+#include "platform/session/QCopChannel.h"
 #include "tests/support/FakeMachine.h"
 #include "tests/support/TestMain.h"
 
