@@ -2,6 +2,7 @@
 #include "import/FormImport.h"
 
 #include "app/common/BusyScope.h"
+#include "app/common/FormId.h"
 #include "app/common/diskSpace.h"
 #include "app/common/messages.h"
 #include "app/common/power.h"
@@ -24,7 +25,6 @@
 
 namespace {
 
-constexpr int kTopForm = 0;
 constexpr int kRefreshMs = 5000;
 constexpr int kBatteryPercent = 30;
 
@@ -70,7 +70,7 @@ public:
 } // namespace
 
 FormImport::FormImport(QWidget *parent, QPEToolBar *toolBar)
-    : FormBase(parent, toolBar, kFormId)
+    : FormBase(parent, toolBar, lumi::ImportForm)
 {
     parent->setWindowTitle(msg(lumi::MsgLumiVault));
     buildMenu();
@@ -270,7 +270,7 @@ void FormImport::btn_main_clicked() { }
 
 void FormImport::menu_disp_Top()
 {
-    requestForm(kTopForm, QString());
+    requestForm(lumi::TopForm, QString());
 }
 
 void FormImport::menu_import_cf()

@@ -22,7 +22,6 @@
 
 namespace {
 
-constexpr QSize kPanelSize(640, 480);
 /// Wider screens are desktops: there the window stays as big as the handheld's panel.
 constexpr int kWidestPanel = 800;
 /// A window manager needs this long to settle a new window's size, at the most.

@@ -4,7 +4,11 @@
 
 class MyImageButton;
 
+#include <QRgb>
+
 namespace lumi {
+
+inline constexpr QRgb kFocusColor = 0xFFFFFF00; ///< of all focus frames
 
 /// The frame of the small buttons.
 void paintThreeRectangles(MyImageButton *button);

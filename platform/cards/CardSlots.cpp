@@ -10,11 +10,11 @@
 
 namespace {
 
-/// STATX_MNT_ID_UNIQUE of newer headers. Older kernels ignore it and give the number that mountinfo
-/// shows, which is used again after an unmount.
+/// STATX_MNT_ID_UNIQUE of newer headers. Older kernels ignore it and give the number of mountinfo,
+/// which they reuse after an unmount.
 constexpr unsigned kUniqueMountId = 0x4000;
 
-/// What tells one card in a slot from another.
+/// The properties by which two cards in a slot differ.
 struct Look
 {
     bool operator==(const Look &other) const = default;

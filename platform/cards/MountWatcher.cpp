@@ -19,7 +19,7 @@ QString parentOf(const QString &path)
     return parent != path ? parent : QString();
 }
 
-/// The folder, or what exists of the way to it.
+/// The folder, or the nearest folder above it that exists.
 QString nearestFolder(QString path)
 {
     while (!path.isEmpty() && !QFileInfo::exists(path)) {
@@ -60,9 +60,9 @@ lumi::MountWatcher::MountWatcher(QObject *parent)
 
 void lumi::MountWatcher::startLook()
 {
-    // At once: the next card may be in before the burst is over.
+    // Looked at immediately: the next card may be in before the burst is over.
     CardSlots::look();
-    // Not restarted: an endless burst must not keep the news back for ever.
+    // Not restarted, because an endless burst would delay the message for ever.
     if (!m_settle.isActive()) {
         m_settle.start();
     }
@@ -70,17 +70,15 @@ void lumi::MountWatcher::startLook()
 
 void lumi::MountWatcher::look()
 {
-    // Under the old name there may be another folder now, which nobody watches yet.
+    // The name may belong to a new folder now, which is not watched yet.
     watchFolders();
     const QList<unsigned> now = generations();
-    // The slots of another machine are not the ones that are watched here.
+    // Tests install another machine; its slots are not the ones watched here.
     if (now == m_told || mountPoints() != m_mountPoints) {
         return;
     }
     m_told = now;
-    if (QCopHub *hub = QCopHub::instance()) {
-        hub->post("QPE/Card", "mtabChanged()");
-    }
+    QCopHub::instance()->post("QPE/Card", "mtabChanged()");
 }
 
 void lumi::MountWatcher::watchFolders()
@@ -91,7 +89,7 @@ void lumi::MountWatcher::watchFolders()
     }
     QStringList folders;
     for (const QString &mountPoint : std::as_const(m_mountPoints)) {
-        // The parent tells when the folder is renamed, or a link there leads elsewhere.
+        // The parent reports a renamed folder or a changed link.
         folders << nearestFolder(mountPoint) << nearestFolder(parentOf(mountPoint));
     }
     folders.removeAll(QString());

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// A new file that appears under its name when it is whole, or not at all: whoever finds the name
-// after a crash, a kill or a full disk finds all of the contents. Everything that may hold a
-// photo is written through this class, and the thumbnail store as well.
+// A new file that gets its name only when it is complete. After a crash or on a full disk there is
+// either the whole file or none. All photos and the files of the thumbnail store are written
+// through this class.
 // The file is written without a name (O_TMPFILE) and linked by commit(). On file systems that
 // refuse this, such as FAT, it is written under the name kHiddenName in the same folder and then
 // renamed. A file that a kill left under that name is removed by the next one written there.
@@ -20,7 +20,7 @@ class NewFile
 public:
     static constexpr char kHiddenName[] = ".lumivault-new";
 
-    /// Makes nothing yet. path: the final name, in a folder that exists.
+    /// Creates nothing yet. path: the final name, in a folder that exists.
     explicit NewFile(const QString &path);
     /// Discards the file unless commit() has succeeded.
     ~NewFile();

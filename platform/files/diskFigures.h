@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Sizes of file systems, asked from the system or written down in a file, so that a full disk
-// can be tried without filling one.
+// Sizes of file systems, from the system or from a text file. The file lets tests and demos have a
+// full disk without filling one.
 #pragma once
 
 #include "platform/Machine.h"

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "platform/files/diskSync.h"
 
+#include "platform/files/fileCalls.h"
+
 #include <QCoreApplication>
 #include <QEventLoop>
-#include <QFile>
+#include <QFileInfo>
 #include <QProcess>
 #include <QTimer>
 
@@ -11,7 +13,7 @@
 
 namespace {
 
-/// A slow card writes it in a quarter of a second.
+/// Takes a slow card a quarter of a second.
 constexpr qint64 kPieceBytes = 256 * 1024;
 constexpr int kAskMs = 50;
 
@@ -52,13 +54,10 @@ void runEvents(QProcess *child, const lumi::GoOn &goOn)
 
 void lumi::startWriteBack(const QString &path, const GoOn &goOn)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
-        return;
-    }
-    const qint64 size = file.size();
+    const Descriptor file = openRegular(path);
+    const qint64 size = file.isOpen() ? QFileInfo(path).size() : 0;
     for (qint64 at = 0; at < size && goOn(); at += kPieceBytes) {
-        if (::sync_file_range(file.handle(), at, kPieceBytes, SYNC_FILE_RANGE_WRITE) != 0) {
+        if (::sync_file_range(file.get(), at, kPieceBytes, SYNC_FILE_RANGE_WRITE) != 0) {
             return;
         }
         QCoreApplication::processEvents();
@@ -67,7 +66,7 @@ void lumi::startWriteBack(const QString &path, const GoOn &goOn)
 
 lumi::SyncResult lumi::waitForDisk(const QString &folder, const GoOn &goOn)
 {
-    // On the heap: the end of a QProcess waits for its child.
+    // Not a local variable, because the destructor of a QProcess waits for its child.
     auto *child = new QProcess;
     start(child, folder);
     runEvents(child, goOn);
@@ -76,7 +75,7 @@ lumi::SyncResult lumi::waitForDisk(const QString &folder, const GoOn &goOn)
         child->kill();
         return SyncResult::Stopped;
     }
-    // No error: it was found and did not crash.
+    // UnknownError means that the program was found and did not crash.
     const bool isDone = child->error() == QProcess::UnknownError && child->exitCode() == 0;
     delete child;
     return isDone ? SyncResult::OnDisk : SyncResult::Failed;

@@ -50,6 +50,12 @@ std::optional<QByteArray> lumi::readSmallFile(const QString &path)
     return content;
 }
 
+bool lumi::isRegular(const QString &path)
+{
+    struct stat figures = {};
+    return ::lstat(QFile::encodeName(path).constData(), &figures) == 0 && S_ISREG(figures.st_mode);
+}
+
 bool lumi::isTaken(const QString &path)
 {
     struct stat figures = {};

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The calls on files that the toolkit does not have, or does not have safely enough for the only
-// copy of a photo. Errors are returned as errno values, 0 for success. Interrupted calls are
-// repeated.
+// File operations that Qt lacks, or that are too unsafe in Qt for the only copy of a photo. They
+// return errno values, 0 for success, and repeat interrupted calls.
 #pragma once
 
 #include <QByteArray>
@@ -52,6 +51,9 @@ private:
 /// The content of a regular file. Null if it can't be read, or is larger than 1 MiB. For files
 /// whose paths come from outside, such as the machine profile and what it names.
 [[nodiscard]] std::optional<QByteArray> readSmallFile(const QString &path);
+
+/// Whether this is the name of a regular file itself. A link to one doesn't count.
+[[nodiscard]] bool isRegular(const QString &path);
 
 /// Whether something has this name. A dangling link counts.
 [[nodiscard]] bool isTaken(const QString &path);

@@ -15,6 +15,6 @@ inline constexpr int kKeyMenu = 0x103A;
 inline constexpr int kKeyMail = 0x201A;
 inline constexpr int kKeyStop = -1;
 
-/// The device key of a press or release, by the handheld's code or by the key of today that
-/// has its meaning. Not to be asked in text fields: there the codes are characters.
+/// The device key of a press or release. Recognises the handheld's codes and the keys of the same
+/// meaning on current keyboards. Not for text fields, where some of the codes are characters.
 DeviceKey deviceKey(const QKeyEvent *event);

@@ -11,8 +11,8 @@ namespace lumi {
 /// In text fields every key stands for itself.
 [[nodiscard]] int translatedKey(const QWidget *receiver, const QKeyEvent *event);
 
-/// Sets off the accelerator on a device key that is in force at the widget; false if there is
-/// none. The toolkit itself does this for keys that come from the window system.
+/// Triggers the enabled shortcut for a device key in the widget's window; false if there is none.
+/// Qt does this only for keys that come from the window system.
 bool activateShortcut(const QWidget *receiver, int key);
 
 } // namespace lumi

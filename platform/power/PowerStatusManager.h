@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The way in to the state of the power supply.
+// Gives access to the state of the power supply.
 #pragma once
 
 #include "platform/Machine.h"

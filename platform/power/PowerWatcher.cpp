@@ -16,10 +16,8 @@ lumi::PowerWatcher::PowerWatcher(QObject *parent, int intervalMs)
 {
     m_timer.setInterval(intervalMs);
     connect(&m_timer, &QTimer::timeout, this, &PowerWatcher::look);
-    if (QCopHub *hub = QCopHub::instance()) {
-        connect(hub, &QCopHub::registrationChanged, this, &PowerWatcher::follow);
-        follow(kChannel);
-    }
+    connect(QCopHub::instance(), &QCopHub::registrationChanged, this, &PowerWatcher::follow);
+    follow(kChannel);
 }
 
 void lumi::PowerWatcher::follow(const QByteArray &channel)
@@ -39,7 +37,7 @@ void lumi::PowerWatcher::follow(const QByteArray &channel)
 
 void lumi::PowerWatcher::listenToDaemon(bool on)
 {
-    // Without a sender's name: with one, the call would wait for the daemon.
+    // No sender is named, because QtDBus would then wait for the daemon.
     const QString path = QStringLiteral("/org/freedesktop/UPower/devices/DisplayDevice");
     const QString interface = QStringLiteral("org.freedesktop.DBus.Properties");
     const QString signal = QStringLiteral("PropertiesChanged");
@@ -61,7 +59,5 @@ void lumi::PowerWatcher::look()
         return;
     }
     m_last = now;
-    if (QCopHub *hub = QCopHub::instance()) {
-        hub->post(kChannel, "batteryChanged()");
-    }
+    QCopHub::instance()->post(kChannel, "batteryChanged()");
 }

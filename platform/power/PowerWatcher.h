@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Tells the program that the power supply changed, by "batteryChanged()" on "QPE/System".
-// Looks only while somebody listens there: now and then, and when the power daemon reports
-// something, which is a hint and no more; the figures are the machine's.
+// Reads the figures of the machine at intervals, and when the power daemon reports a change. Does
+// so only while the channel has a listener.
 #pragma once
 
 #include "platform/Machine.h"

@@ -25,7 +25,7 @@ struct Content
     qint64 full = 0;
 };
 
-/// What the battery holds, in the first unit it tells both figures in.
+/// The charge of the battery, in the first unit for which it gives both figures.
 std::optional<Content> contentOf(const QString &supply)
 {
     constexpr const char *kUnits[][2]
@@ -106,7 +106,7 @@ int Survey::percent() const
     if (known == 0) {
         return kFullPercent;
     }
-    // Weighing needs all of them; otherwise each counts alike.
+    // Weighted by capacity if all batteries give theirs, otherwise a plain average.
     return weighed == known ? percentOf(now, full) : percentSum / known;
 }
 

@@ -10,9 +10,9 @@
 namespace lumi {
 
 /// State of the supplies in a folder such as /sys/class/power_supply. Several batteries are
-/// weighed by what they hold; batteries of mice and the like don't count. Without a battery,
-/// or a folder, the machine is on external power with 100 %. A battery that does not tell how
-/// full it is counts as unknown, not as empty: the others give the percentage, or it is 100 %.
+/// weighted by capacity; batteries of mice and similar devices don't count. Without a battery or
+/// without the folder the result is external power and 100 %. A battery of unknown charge is left
+/// out of the percentage; if there is no other, the percentage is 100.
 [[nodiscard]] PowerStatus readPowerSupply(const QString &folder);
 
 } // namespace lumi

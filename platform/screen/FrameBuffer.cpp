@@ -45,9 +45,9 @@ void paintTurned(QPainter &painter, const QImage &turned, const QPoint &origin,
     }
 }
 
-/// For screens with other pixels than ours. Turning first and scaling then is by far the
-/// fastest order. The whole is drawn, since scaling the parts one by one would leave seams; in
-/// a paint event only what is to be painted is touched anyway.
+/// For screens with a device pixel ratio other than 1. Turning before scaling is by far the faster
+/// order. Everything is drawn, because parts scaled one by one would show seams; the painter clips
+/// to the region of the paint event.
 void paintScaled(QPainter &painter, const QImage &turned, const QPoint &topLeft)
 {
     painter.setRenderHint(QPainter::SmoothPixmapTransform);

@@ -41,19 +41,19 @@ public:
 
     [[nodiscard]] bool isAllocated() const { return !m_image.isNull(); }
 
-    /// A window is taken to lie as far inside the desktop as it can, wherever the window
-    /// system has put it or says it has; what still sticks out is cut off.
+    /// A window that lies partly outside the desktop counts as moved inside. Parts of a window
+    /// larger than the desktop are cut off.
     [[nodiscard]] Place place(const QWidget *widget) const;
     /// From the desktop to the turned memory.
     [[nodiscard]] QRect toBuffer(const QRect &rect) const;
     [[nodiscard]] QRegion toBuffer(const QRegion &region) const;
 
-    /// The memory for a painter, or null if there is none to be had; each open() needs a
-    /// close(). Depth and desktop size stay as they are meanwhile. A visible widget has a
-    /// surface from now on. If it has moved or grown since it was last drawn, its surface
-    /// moves along, and what is new is black.
+    /// The memory for a painter, or null if it can't be allocated; each open() needs a close().
+    /// Depth and desktop size don't change in between. A visible widget has a surface from now
+    /// on. If it has moved or grown since it was last drawn, its surface moves along, and new
+    /// parts are black.
     [[nodiscard]] uchar *open(QWidget *widget, const Place &place);
-    /// Shows what was drawn; null for a widget that died meanwhile.
+    /// Shows what was drawn. Null if the widget has been deleted.
     void close(QWidget *widget);
 
     [[nodiscard]] bool hasSurface(const QWidget *widget) const;

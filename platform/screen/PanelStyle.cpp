@@ -15,7 +15,7 @@ bool isEntry(const QStyleOption *option)
     return item != nullptr && item->menuItemType != QStyleOptionMenuItem::Separator;
 }
 
-/// Other push buttons stand where the forms give them their room.
+/// The forms set the sizes of their other push buttons.
 bool isBoxButton(const QWidget *widget)
 {
     return widget != nullptr && qobject_cast<QDialogButtonBox *>(widget->parentWidget()) != nullptr;
@@ -43,7 +43,7 @@ void lumi::PanelStyle::polish(QPalette &palette)
 int lumi::PanelStyle::pixelMetric(PixelMetric metric, const QStyleOption *option,
                                   const QWidget *widget) const
 {
-    // The bar is as high as its entries and no higher: room is short.
+    // No margins: the screen is small, so the bar is just as high as its entries.
     const bool isBarMargin = metric == PM_ToolBarItemMargin || metric == PM_ToolBarFrameWidth
         || metric == PM_MenuBarVMargin || metric == PM_MenuBarPanelWidth;
     return isBarMargin ? 0 : QProxyStyle::pixelMetric(metric, option, widget);

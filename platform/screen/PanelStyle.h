@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Sizes for fingers and pens: makes the entries of menus and menu bars, tabs, and the buttons of
-// message boxes, as high as a fingertip needs, and shows what is chosen in the program's orange.
-// Tool bars are as plain as the menu bars that stand in them.
-// Everything else is the usual style's.
+// The program's style: the default style with larger targets for fingers and pens (entries of
+// menus and menu bars, tabs, buttons of message boxes), an orange highlight, and tool bars that
+// look like the menu bars in them.
 #pragma once
 
 #include <QProxyStyle>
@@ -14,7 +13,7 @@ class PanelStyle : public QProxyStyle
     Q_OBJECT
 
 public:
-    /// Least height in pixels of what is tapped.
+    /// Smallest height of a target in pixels.
     static constexpr int kTargetHeight = 40;
 
     void drawControl(ControlElement element, const QStyleOption *option, QPainter *painter,

@@ -6,7 +6,7 @@
 QDirectPainter::QDirectPainter(QWidget *widget)
     : m_widget(widget)
 {
-    // The offsets must fit the memory, also when that is made only later.
+    // The offsets must match the memory, even if it is allocated later.
     QPEApplication::holdDesktopSize();
     m_place = FrameBuffer::instance().place(widget);
     m_turned = FrameBuffer::instance().toBuffer(m_place.area);

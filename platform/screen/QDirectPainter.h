@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Access to the screen memory behind one widget. It lives for the time of one drawing: what
-// was written appears when the painter goes. All numbers are those of the turned memory, in
-// which a line is a column of the screen (see FrameBuffer.h).
+// Access to the screen memory behind one widget. It lives for one drawing: its destructor shows
+// what was written. All numbers refer to the turned memory, in which a line is a column of the
+// screen (see FrameBuffer.h).
 #pragma once
 
 #include "platform/screen/FrameBuffer.h"
@@ -18,8 +18,8 @@ public:
     ~QDirectPainter();
 
     /// First byte of the memory, with desktop-width lines of lineStep() bytes. Stays valid as
-    /// long as the painter does. Null when there is no memory to be had; then nothing can be
-    /// drawn. A painter that never asks leaves the screen alone.
+    /// long as the painter does. Null if it can't be allocated. A painter that never calls this
+    /// leaves the screen alone.
     [[nodiscard]] uchar *frameBuffer();
 
     /// 16 (RGB565) or 32.

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Tells which part of the screen memory a widget may write. Other windows over it are not
-// taken off: the window system keeps them intact, and a hole that was never written would show
-// old pixels once the other window moves away.
+// Gives the part of the screen memory that a widget may write. Windows above it are not
+// subtracted: the window system keeps them intact, and a part that was never written would show old
+// pixels when such a window moves away.
 #pragma once
 
 #include <QRegion>

@@ -8,20 +8,9 @@
 
 namespace {
 
-QString objectPath()
-{
-    return QStringLiteral("/org/lumivault/QCop");
-}
-
-QString interfaceName()
-{
-    return QStringLiteral("org.lumivault.QCop");
-}
-
-QString signalName()
-{
-    return QStringLiteral("Message");
-}
+constexpr QLatin1String kPath("/org/lumivault/QCop");
+constexpr QLatin1String kInterface("org.lumivault.QCop");
+constexpr QLatin1String kSignal("Message");
 
 } // namespace
 
@@ -29,8 +18,8 @@ lumi::BusBridge::BusBridge(QObject *parent)
     : QObject(parent)
 {
     if (hasSessionBus()) {
-        QDBusConnection::sessionBus().connect(QString(), objectPath(), interfaceName(),
-                                              signalName(), this, SLOT(receive(QDBusMessage)));
+        QDBusConnection::sessionBus().connect(QString(), kPath, kInterface, kSignal, this,
+                                              SLOT(receive(QDBusMessage)));
     }
 }
 
@@ -40,7 +29,7 @@ void lumi::BusBridge::send(const QByteArray &channel, const QByteArray &message,
     if (!hasSessionBus()) {
         return;
     }
-    QDBusMessage signal = QDBusMessage::createSignal(objectPath(), interfaceName(), signalName());
+    QDBusMessage signal = QDBusMessage::createSignal(kPath, kInterface, kSignal);
     signal << QString::fromUtf8(channel) << QString::fromUtf8(message) << data;
     QDBusConnection::sessionBus().send(signal);
 }

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Carries channel messages between processes as signals on the session bus. Without a bus it
-// does nothing, silently. Whoever is on the user's bus may send; no message carries data that
-// is acted on.
+// Carries channel messages between processes as signals on the session bus. Does nothing without a
+// bus. Every program on the user's bus can send; the program never uses the data of such a message.
 // Format: signal org.lumivault.QCop.Message(s channel, s message, ay data) of the object
 // /org/lumivault/QCop; the data may be left out.
 #pragma once

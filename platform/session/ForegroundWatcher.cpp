@@ -13,11 +13,9 @@ lumi::ForegroundWatcher::ForegroundWatcher(QObject *parent)
     m_delay.setSingleShot(true);
     m_delay.setInterval(kDelayMs);
     connect(&m_delay, &QTimer::timeout, this, &ForegroundWatcher::announce);
-    if (qGuiApp != nullptr) {
-        connect(qGuiApp, &QGuiApplication::applicationStateChanged, this,
-                &ForegroundWatcher::stateChanged);
-        stateChanged(QGuiApplication::applicationState());
-    }
+    connect(qGuiApp, &QGuiApplication::applicationStateChanged, this,
+            &ForegroundWatcher::stateChanged);
+    stateChanged(QGuiApplication::applicationState());
 }
 
 void lumi::ForegroundWatcher::stateChanged(Qt::ApplicationState state)
@@ -33,11 +31,9 @@ void lumi::ForegroundWatcher::stateChanged(Qt::ApplicationState state)
 void lumi::ForegroundWatcher::announce()
 {
     m_wasActive = false;
-    // Window systems of today don't tell who is in front.
+    // The name stays empty: current window systems don't tell which program is in front.
     QByteArray data;
     QDataStream stream(&data, QIODevice::WriteOnly);
     stream << QString();
-    if (QCopHub *hub = QCopHub::instance()) {
-        hub->post("QPE/System", "appForeground(QString)", data);
-    }
+    QCopHub::instance()->post("QPE/System", "appForeground(QString)", data);
 }

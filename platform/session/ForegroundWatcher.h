@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Tells the program that another one came to the front, by "appForeground(QString)" on
-// "QPE/System". Our own boxes and menus don't count, and neither does a window system that
-// takes the focus away for a moment.
+// Sends "appForeground(QString)" on "QPE/System" when another program has come to the front. The
+// program's own boxes and menus don't count, nor does a short loss of the focus.
 #pragma once
 
 #include <QObject>
@@ -25,7 +24,7 @@ private:
     void announce();
 
     QTimer m_delay;
-    /// A program that was never in front hasn't lost anything.
+    /// A program that was never in front sends nothing.
     bool m_wasActive = false;
 };
 

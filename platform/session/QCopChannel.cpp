@@ -7,9 +7,7 @@ QCopChannel::QCopChannel(const QCString &channel, QObject *parent)
     : QObject(parent)
     , m_channel(channel)
 {
-    if (lumi::QCopHub *hub = lumi::QCopHub::instance()) {
-        hub->add(this);
-    }
+    lumi::QCopHub::instance()->add(this);
 }
 
 QCopChannel::~QCopChannel()
@@ -21,16 +19,11 @@ QCopChannel::~QCopChannel()
 
 bool QCopChannel::isRegistered(const QCString &channel)
 {
-    const lumi::QCopHub *hub = lumi::QCopHub::existing();
-    return hub != nullptr && hub->isRegistered(channel);
+    return lumi::QCopHub::instance()->isRegistered(channel);
 }
 
 bool QCopChannel::send(const QCString &channel, const QCString &message, const QByteArray &data)
 {
-    lumi::QCopHub *hub = lumi::QCopHub::instance();
-    if (hub == nullptr) {
-        return false;
-    }
-    hub->send(channel, message, data);
+    lumi::QCopHub::instance()->send(channel, message, data);
     return true;
 }

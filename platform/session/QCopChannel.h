@@ -22,7 +22,7 @@ public:
     /// Whether anybody in this process listens on the channel.
     [[nodiscard]] static bool isRegistered(const QCString &channel);
     /// Posts a message to every listener that exists when the event loop delivers it, here and
-    /// in other processes. False without an application object.
+    /// in other processes. Always true.
     static bool send(const QCString &channel, const QCString &message, const QByteArray &data = {});
 
 Q_SIGNALS:

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Knows the channels of this process and brings them their messages, each from the event
-// loop and in the order of sending. Who listens is looked up at delivery: a listener that is
-// gone by then hears nothing, one that was made meanwhile hears it once.
+// Delivers messages to the channels of this process from the event loop, in the order of sending.
+// Listeners are looked up at delivery: one that was deleted in between gets nothing, one that was
+// created in between gets the message once.
 // Owns: the bridge to the session bus.
 #pragma once
 
@@ -21,7 +21,7 @@ class QCopHub : public QObject
 public:
     ~QCopHub() override;
 
-    /// Made at first use; null without an application object.
+    /// Made at first use; needs an application object.
     static QCopHub *instance();
     /// Only if it exists already.
     static QCopHub *existing();
@@ -30,7 +30,7 @@ public:
     void remove(QCopChannel *channel);
     [[nodiscard]] bool isRegistered(const QCString &channel) const;
 
-    /// Posts a message to this process only: what each process finds out for itself.
+    /// Posts a message to this process only, for events that every process notices by itself.
     void post(const QCString &channel, const QCString &message, const QByteArray &data = {});
     /// Posts a message here and to other processes.
     void send(const QCString &channel, const QCString &message, const QByteArray &data);

@@ -13,7 +13,7 @@
 
 namespace {
 
-/// For so long the desktop is waited for before the login manager is asked as well.
+/// Time for the desktop to answer before the login manager is asked as well.
 constexpr int kPatienceMs = 500;
 constexpr int kNoTimeLimit = std::numeric_limits<int>::max();
 
@@ -53,9 +53,7 @@ lumi::ScreenSaverAgent::ScreenSaverAgent(QObject *parent)
             askLoginManager();
         }
     });
-    if (QCopHub *hub = QCopHub::instance()) {
-        connect(hub, &QCopHub::sentHere, this, &ScreenSaverAgent::hear);
-    }
+    connect(QCopHub::instance(), &QCopHub::sentHere, this, &ScreenSaverAgent::hear);
 }
 
 lumi::ScreenSaverAgent::~ScreenSaverAgent()
@@ -132,10 +130,10 @@ void lumi::ScreenSaverAgent::askLoginManager()
 void lumi::ScreenSaverAgent::call(const QDBusConnection &bus, const QDBusMessage &message,
                                   bool ScreenSaverAgent::*asking, Handler handler)
 {
-    this->*asking = bus.isConnected();
     if (!bus.isConnected()) {
         return;
     }
+    this->*asking = true;
     auto *watcher = new QDBusPendingCallWatcher(bus.asyncCall(message, kNoTimeLimit), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, asking, handler] {
         watcher->deleteLater();

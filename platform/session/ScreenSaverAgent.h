@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Receiver of "setScreenSaverMode(int)" on "QPE/System": keeps the screen on while the program
-// asks for it. The desktop's screen saver service is asked first, the login manager if there
-// is none or it takes its time; with neither nothing happens. All calls are asynchronous and
-// end only with their answer: a daemon that hangs holds up nobody, and what it grants late is
-// kept or handed back, never lost.
+// asks for it. Asks the desktop's screen saver service first, and the login manager if there is
+// none or it is slow; without both it does nothing. All calls are asynchronous and have no time
+// limit: a late grant is kept, or released if it is no longer wanted.
 // Owns: the cookie or descriptor that keeps the screen on.
 #pragma once
 

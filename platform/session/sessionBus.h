@@ -4,8 +4,8 @@
 
 namespace lumi {
 
-/// Whether the session bus runs and this process is on it. Never starts a bus: the D-Bus
-/// library would do so by itself where it finds a display and no address.
+/// Whether the session bus runs and this process is connected. Never starts a bus, which the D-Bus
+/// library would do on a display without a bus address.
 [[nodiscard]] bool hasSessionBus();
 
 } // namespace lumi

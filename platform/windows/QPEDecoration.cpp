@@ -8,7 +8,6 @@
 #include <QDialog>
 #include <QDialogButtonBox>
 #include <QFileInfo>
-#include <QPointer>
 #include <QTextBrowser>
 #include <QUrl>
 #include <QVBoxLayout>
@@ -32,17 +31,15 @@ void showFirstPage(QTextBrowser *browser)
 
 void QPEDecoration::help(QWidget *widget)
 {
-    // On the heap: the window may go while the dialog is up.
-    const QPointer<QDialog> dialog(new QDialog(widget));
-    dialog->setWindowTitle(QStringLiteral("Help"));
-    auto *browser = new QTextBrowser(dialog);
+    QDialog dialog(widget);
+    dialog.setWindowTitle(QStringLiteral("Help"));
+    auto *browser = new QTextBrowser(&dialog);
     showFirstPage(browser);
-    auto *column = new QVBoxLayout(dialog);
+    auto *column = new QVBoxLayout(&dialog);
     column->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
     column->setSpacing(kMargin);
     column->addWidget(browser);
-    column->addWidget(lumi::makeCloseRow(dialog));
-    dialog->resize(kHelpSize.boundedTo(QPEApplication::desktopSize()));
-    dialog->exec();
-    delete dialog;
+    column->addWidget(lumi::makeCloseRow(&dialog));
+    dialog.resize(kHelpSize.boundedTo(QPEApplication::desktopSize()));
+    dialog.exec();
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the window frame of the handheld offers; of it only the help button is used.
+// The services of the handheld's window frame. Only its help button is used.
 #pragma once
 
 class QWidget;

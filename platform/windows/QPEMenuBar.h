@@ -12,7 +12,6 @@ class QPEMenuBar : public QMenuBar
     Q_OBJECT
 
 public:
-    /// A child of the tool bar's host: it dies with the tool bar, so a form that may outlive
-    /// the tool bar holds it in a QPointer.
+    /// A child of the tool bar's host. It is deleted with the tool bar, which outlives all forms.
     explicit QPEMenuBar(QPEToolBar *toolBar, const char *name = nullptr);
 };

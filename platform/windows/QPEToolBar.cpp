@@ -18,9 +18,7 @@ QPEToolBar::QPEToolBar(QMainWindow *window, const char *name)
     row->setSpacing(0);
     addWidget(m_host);
     setHorizontalStretchable(false);
-    if (window != nullptr) {
-        window->addToolBar(this);
-    }
+    window->addToolBar(this);
 }
 
 void QPEToolBar::setHorizontalStretchable(bool stretchable)

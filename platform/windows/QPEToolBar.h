@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// The one bar at the top of a window. It holds a single host widget with a row layout, and
-// menu bars are plain children of the host: a menu bar that is a tool bar widget of its own
-// ignores hide() and leaves an entry behind when it is deleted.
+// The bar at the top of a window. It holds one host widget, and the menu bars are children of the
+// host: a menu bar added to a QToolBar directly ignores hide() and leaves an action behind when it
+// is deleted.
 #pragma once
 
 #include <QToolBar>

@@ -82,7 +82,6 @@ private Q_SLOTS:
     void cleanup();
     void columnShowsNoButton();
     void layoutLeavesNoGap();
-    void backgroundIsTiled();
     void bigButtons_data();
     void bigButtons();
     void importButtonHasTheFocus();
@@ -93,7 +92,6 @@ private Q_SLOTS:
     void menuBarIsHiddenUntilTheStart();
     void menuHasThreeEntries();
     void menuBarGoesWithTheForm();
-    void toolBarMayGoFirst();
     void cacheQuestion();
     void cacheStays_data();
     void cacheStays();
@@ -207,14 +205,6 @@ void TestFormTop::layoutLeavesNoGap()
     QCOMPARE(
         area->geometry(),
         QRect(kColumnSize.width(), 0, m_form->width() - kColumnSize.width(), m_form->height()));
-}
-
-void TestFormTop::backgroundIsTiled()
-{
-    QWidget *area = bigButton(0)->parentWidget();
-    const QImage shown = area->grab().toImage();
-    QCOMPARE(shown.pixelColor(0, 0), QColor(Qt::lightGray));
-    QCOMPARE(shown.pixelColor(area->width() - 1, area->height() - 1), QColor(Qt::lightGray));
 }
 
 void TestFormTop::bigButtons_data()
@@ -332,14 +322,6 @@ void TestFormTop::menuBarGoesWithTheForm()
     delete m_window->takeCentralWidget();
     QVERIFY(m_toolBar->findChildren<QPEMenuBar *>().isEmpty());
     QVERIFY(m_toolBar->findChildren<QPopupMenu *>().isEmpty());
-}
-
-void TestFormTop::toolBarMayGoFirst()
-{
-    delete m_toolBar;
-    m_form->hide();
-    m_form->formStarted();
-    QVERIFY(m_form->isVisible());
 }
 
 void TestFormTop::cacheQuestion()

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "platform/Config.h"
 #include "platform/Machine.h"
-#include "tests/platform/testFiles.h"
 #include "tests/support/FullDisk.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/testFiles.h"
 
 #include <QTest>
 

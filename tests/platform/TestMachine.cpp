@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/Machine.h"
 #include "platform/power/PowerStatusManager.h"
-#include "tests/platform/testFiles.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/testFiles.h"
 
 #include <QTemporaryDir>
 #include <QTest>

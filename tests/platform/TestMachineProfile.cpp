@@ -2,8 +2,8 @@
 #include "platform/MachineProfile.h"
 #include "platform/files/fileCalls.h"
 #include "platform/keys/deviceKey.h"
-#include "tests/platform/testFiles.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/testFiles.h"
 
 #include <QDir>
 #include <QStandardPaths>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/files/NewFile.h"
-#include "tests/platform/testFiles.h"
 #include "tests/support/FileFaults.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/testFiles.h"
 
 #include <QDir>
 #include <QFile>

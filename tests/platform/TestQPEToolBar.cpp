@@ -54,7 +54,6 @@ private Q_SLOTS:
     void menuBarsTakeTurns();
     void aMenuBarMayGoWithoutTraces();
     void menuBarsDieWithTheBar();
-    void aBarNeedsNoWindow();
 };
 
 void TestQPEToolBar::joinsItsWindowAndStaysThere()
@@ -139,13 +138,6 @@ void TestQPEToolBar::menuBarsDieWithTheBar()
     delete w->bar;
     QVERIFY(menuBar.isNull());
     w.reset();
-}
-
-void TestQPEToolBar::aBarNeedsNoWindow()
-{
-    const QPEToolBar bar(nullptr, "lonely");
-    QVERIFY(bar.host() != nullptr);
-    QCOMPARE(bar.objectName(), QStringLiteral("lonely"));
 }
 
 LUMI_TEST(TestQPEToolBar)

@@ -163,20 +163,6 @@ QStringList SwapFixture::swapFiles() const
                    QDir::Name);
 }
 
-void writeFile(const QString &path, const QByteArray &bytes)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size()) {
-        qFatal("can't write %s", qUtf8Printable(path));
-    }
-}
-
-QByteArray readFile(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 void setFileTime(const QString &path, qint64 milliseconds)
 {
     QFile file(path);

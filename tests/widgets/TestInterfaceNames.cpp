@@ -2,6 +2,7 @@
 // Slots and signals are connected by name from outside, and some names are odd: this pins
 // each of them, in order.
 #include "tests/support/TestMain.h"
+#include "tests/support/methodNames.h"
 #include "widgets/DialogBase.h"
 #include "widgets/HkAboutDialog.h"
 #include "widgets/MyDialogProgressBar.h"
@@ -11,23 +12,7 @@
 #include "widgets/MyLeftWidget.h"
 #include "widgets/RadioButtonDialog.h"
 
-#include <QMetaMethod>
 #include <QTest>
-
-namespace {
-
-QList<QByteArray> methodsOf(const QMetaObject &meta, QMetaMethod::MethodType type)
-{
-    QList<QByteArray> found;
-    for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
-        if (meta.method(i).methodType() == type) {
-            found.append(meta.method(i).methodSignature());
-        }
-    }
-    return found;
-}
-
-} // namespace
 
 Q_DECLARE_METATYPE(const QMetaObject *)
 
@@ -78,8 +63,8 @@ void TestInterfaceNames::names()
     QFETCH(QList<QByteArray>, signalNames);
     QFETCH(QList<QByteArray>, slotNames);
     QCOMPARE(QByteArray(meta->superClass()->className()), base);
-    QCOMPARE(methodsOf(*meta, QMetaMethod::Signal), signalNames);
-    QCOMPARE(methodsOf(*meta, QMetaMethod::Slot), slotNames);
+    QCOMPARE(lumi::test::methodNames(*meta, QMetaMethod::Signal), signalNames);
+    QCOMPARE(lumi::test::methodNames(*meta, QMetaMethod::Slot), slotNames);
 }
 
 LUMI_TEST(TestInterfaceNames)

@@ -7,6 +7,8 @@
 // browser's first photo and closes them after a second, "browse" opens the browser and lets
 // the program run on, as anything else does. With $LUMI_DRIVER_PICTURES it also tells the
 // sizes of the pictures in the main window.
+#include "app/common/FormId.h"
+
 #include <QApplication>
 #include <QEventLoop>
 #include <QGenericPlugin>
@@ -24,7 +26,6 @@ namespace {
 
 constexpr int kLookMs = 50;
 constexpr int kVisitMs = 1000;
-constexpr int kBrowser = 2;
 
 class Driver : public QObject
 {
@@ -86,7 +87,7 @@ private:
 
     static void visit(QMainWindow *main)
     {
-        QMetaObject::invokeMethod(main, "changeForm", Q_ARG(int, kBrowser),
+        QMetaObject::invokeMethod(main, "changeForm", Q_ARG(int, lumi::FileForm),
                                   Q_ARG(QString, QString()));
         QEventLoop loop;
         QTimer::singleShot(kVisitMs, &loop, &QEventLoop::quit);

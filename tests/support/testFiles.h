@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Files that tests of this folder make and read.
+// Small files that tests make and read.
 #pragma once
 
 #include <QDir>
