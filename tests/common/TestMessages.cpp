@@ -54,8 +54,6 @@ private Q_SLOTS:
     void textIsTheListedOne();
     void textsAreThereBeforeMain();
     void copiesAreTheCallersOwn();
-    void spellingsStay_data();
-    void spellingsStay();
     void numberOutsideTheTable_data();
     void numberOutsideTheTable();
 };
@@ -102,29 +100,6 @@ void TestMessages::copiesAreTheCallersOwn()
     // A caller may also change what it gets without a copy of its own.
     msg(lumi::MsgWorking) += QLatin1Char('!');
     QCOMPARE(msg(lumi::MsgWorking), QStringLiteral("Working..."));
-}
-
-void TestMessages::spellingsStay_data()
-{
-    QTest::addColumn<int>("id");
-    QTest::addColumn<QString>("end");
-    QTest::newRow("a blank is missing in the mail message")
-        << 196 << QStringLiteral("\nwassaved from \"mail\" to \"Photo_Files\".");
-    QTest::newRow("contrast is cut") << 261 << QStringLiteral("Cntrst");
-    QTest::newRow("foreground is cut") << 269 << QStringLiteral("Foregd");
-    QTest::newRow("a paste fails in sticking") << 185 << QStringLiteral("It failed in sticking.");
-    QTest::newRow("the author ends in a blank") << 94 << QStringLiteral("Author ");
-    QTest::newRow("the compilation ends in a blank") << 95 << QStringLiteral("Compilation ");
-    QTest::newRow("card sizes end in blanks") << 181 << QStringLiteral("512MB Card          %4   ");
-    QTest::newRow("memory is set apart by blanks") << 180 << QStringLiteral("Memory        %1KB");
-    QTest::newRow("an ampersand stands alone") << 58 << QStringLiteral("Save & Exit");
-}
-
-void TestMessages::spellingsStay()
-{
-    QFETCH(int, id);
-    QFETCH(QString, end);
-    QVERIFY(msg(id).endsWith(end));
 }
 
 void TestMessages::numberOutsideTheTable_data()

@@ -15,7 +15,7 @@ using lumi::ForegroundWatcher;
 
 namespace {
 
-constexpr int kLongMs = 2 * ForegroundWatcher::kDelayMs;
+constexpr int kLongMs = ForegroundWatcher::kDelayMs * 6 / 5;
 constexpr int kShortMs = ForegroundWatcher::kDelayMs / 5;
 constexpr int kManyTimes = 100;
 

@@ -63,7 +63,6 @@ private Q_SLOTS:
     void grownWindowPaintsItself();
     void nextDrawAfterGrowthStartsBlack();
     void shrunkWindow();
-    void movedWindowStaysRight();
     void movedWindowKeepsItsPixelsOnTheNextDraw_data();
     void movedWindowKeepsItsPixelsOnTheNextDraw();
 };
@@ -196,18 +195,6 @@ void TestPaintedWindows::shrunkWindow()
     QVERIFY(top.showNow());
     drawPattern(&top);
     top.resize(70, 60);
-    QTRY_COMPARE(patternFault(shotOf(&top), top.rect(), QPoint(), 32), QString());
-    drawPattern(&top);
-    QCOMPARE(patternFault(shotOf(&top), top.rect(), QPoint(), 32), QString());
-}
-
-void TestPaintedWindows::movedWindowStaysRight()
-{
-    BareWindow top(QRect(50, 40, 180, 160));
-    QVERIFY(top.showNow());
-    drawPattern(&top);
-    top.move(301, 207);
-    top.repaint();
     QTRY_COMPARE(patternFault(shotOf(&top), top.rect(), QPoint(), 32), QString());
     drawPattern(&top);
     QCOMPARE(patternFault(shotOf(&top), top.rect(), QPoint(), 32), QString());

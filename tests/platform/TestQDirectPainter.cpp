@@ -58,8 +58,6 @@ class TestQDirectPainter : public PainterTest
 private Q_SLOTS:
     void geometry_data();
     void geometry();
-    void lineStep_data();
-    void lineStep();
     void depthIsTheMachines();
     void everyPixel_data();
     void everyPixel();
@@ -67,7 +65,6 @@ private Q_SLOTS:
     void photoRasterStandsUpright();
     void grabShowsIt_data();
     void grabShowsIt();
-    void partialRepaint();
     void windowOutsideIsClamped_data();
     void windowOutsideIsClamped();
     void windowBiggerThanTheDesktop();
@@ -108,21 +105,6 @@ void TestQDirectPainter::geometry()
     QCOMPARE(painter.yOffset(), turned.y());
     QCOMPARE(painter.width(), turned.width());
     QCOMPARE(painter.height(), turned.height());
-}
-
-void TestQDirectPainter::lineStep_data()
-{
-    addDepths();
-}
-
-void TestQDirectPainter::lineStep()
-{
-    QFETCH(int, depth);
-    m_machine->depth = depth;
-    BareWindow top(QRect(0, 0, 50, 50));
-    QDirectPainter painter(&top);
-    QCOMPARE(painter.depth(), depth);
-    QCOMPARE(painter.lineStep(), 480 * depth / 8);
 }
 
 void TestQDirectPainter::depthIsTheMachines()
@@ -219,16 +201,6 @@ void TestQDirectPainter::grabShowsIt()
     QCOMPARE(patternFault(child.grab(part).toImage(), QRect(QPoint(), part.size()), -part.topLeft(),
                           depth),
              QString());
-}
-
-void TestQDirectPainter::partialRepaint()
-{
-    BareWindow top(QRect(40, 30, 160, 120));
-    QVERIFY(top.showNow());
-    drawPattern(&top);
-    top.repaint(QRect(3, 5, 17, 29));
-    top.repaint(QRegion(QRect(50, 50, 11, 13)) + QRect(90, 20, 7, 80));
-    QCOMPARE(patternFault(shotOf(&top), top.rect(), QPoint(), 32), QString());
 }
 
 void TestQDirectPainter::windowOutsideIsClamped_data()

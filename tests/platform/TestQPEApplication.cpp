@@ -24,7 +24,7 @@ protected:
 /// The window as it is once everything has come to rest.
 QSize finalSize(const QWidget &widget)
 {
-    QTest::qWait(200);
+    QTest::qWait(50);
     return widget.size();
 }
 

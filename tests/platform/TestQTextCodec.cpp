@@ -193,7 +193,7 @@ void TestQTextCodec::jisIsOfSevenBits()
 // text impossible, any other cut leaves it possible. The bytes behind are never looked at.
 void TestQTextCodec::cutAtEveryLength()
 {
-    const JapanesePhrase &phrase = kJapanesePhrases[44];
+    const JapanesePhrase &phrase = kJapanesePhrases[16];
     const QString text = QString::fromUtf8(phrase.utf8);
     const QByteArray utf8 = phrase.utf8;
     const QByteArray sjis = fromHex(phrase.sjis);

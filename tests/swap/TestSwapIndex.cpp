@@ -33,7 +33,6 @@ private Q_SLOTS:
     void aVanishedSwapFileTakesNothingElse();
     void aControlWhoseBlocksHaveAllGoneIsNotMade();
     void namesOutsideLatin1DoNotSurvive();
-    void latin1NamesSurvive();
     void invalidBlocksAreWrittenAndLiveIfTheirFileDoes();
     void aSharedSwapFileIsAMissByItsTime();
     void wholeRecordsBeforeACutStand();
@@ -244,16 +243,6 @@ void TestSwapIndex::namesOutsideLatin1DoNotSurvive()
     QCOMPARE(store.controls().count(), 0);
     QVERIFY(!SwapLoad(file, &image, 100, 's'));
     QCOMPARE(m_fixture->swapFiles(), swapFiles);
-}
-
-void TestSwapIndex::latin1NamesSurvive()
-{
-    QImage image = picture();
-    const QString file = m_fixture->addPhoto(QString::fromUtf8("caf\xc3\xa9/\xc3\xbc.jpg"));
-    QVERIFY(SwapAppend(file, &image, 100, 's'));
-    m_fixture->restart();
-    QVERIFY(SwapLoad(file, &image, 100, 's'));
-    QCOMPARE(m_fixture->swapFiles(), QStringList(QString::fromUtf8("0000s_100_\xc3\xbc.jpg.swp")));
 }
 
 void TestSwapIndex::invalidBlocksAreWrittenAndLiveIfTheirFileDoes()

@@ -34,7 +34,6 @@ private Q_SLOTS:
     void namesOfAllScriptsWorkWithinARun();
     void aSecondVisitHitsWithoutWrites();
     void aFullDiskNeverStopsAView();
-    void aHitCostsLittleMoreThanReadingTheFile();
     void aLookUpAsksForTheFilesOfNoOtherBlock();
 
 private:
@@ -252,28 +251,6 @@ void TestSwapStore::aFullDiskNeverStopsAView()
     QCOMPARE(hits, stored);
     m_fixture->stop();
     QDir::setCurrent(QDir::rootPath());
-}
-
-void TestSwapStore::aHitCostsLittleMoreThanReadingTheFile()
-{
-    const QString file = m_fixture->addPhoto(QStringLiteral("photos/a.jpg"));
-    QImage image = picture(171, 119);
-    QVERIFY(SwapAppend(file, &image, 171, 's'));
-    const QString swapFile = m_fixture->swapFile(QStringLiteral("0000s_171_a.jpg.swp"));
-    const qint64 bare = shortest(300, [&swapFile] {
-        QImage read;
-        QVERIFY(read.load(swapFile, "JPEG"));
-        QVERIFY(!QPixmap::fromImage(read).isNull());
-    });
-    const qint64 hit = shortest(300, [&file] {
-        QImage read;
-        QVERIFY(SwapLoad(file, &read, 171, 's'));
-        QVERIFY(!QPixmap::fromImage(read).isNull());
-    });
-    const double ratio = static_cast<double>(hit) / static_cast<double>(bare);
-    qInfo("warm thumbnail: %.3f ms, bare %.3f ms, ratio %.2f", static_cast<double>(hit) / 1e6,
-          static_cast<double>(bare) / 1e6, ratio);
-    QVERIFY(ratio < 1.4);
 }
 
 void TestSwapStore::aLookUpAsksForTheFilesOfNoOtherBlock()

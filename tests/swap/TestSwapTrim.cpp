@@ -25,7 +25,6 @@ private Q_SLOTS:
     void aRestartBringsTheCountDown();
     void aSingleControlIsTrimmedToo();
     void invalidBlocksCount();
-    void anyOtherKindHasNoRoom();
 
 private:
     /// Stores count pictures of a kind for photos of a folder, "<kind><number>.jpg".
@@ -223,21 +222,6 @@ void TestSwapTrim::invalidBlocksCount()
     QCOMPARE(files("0000l_"), 1);
     QVERIFY(SwapAppend(photo("one/a.jpg"), &m_image, 10, 'l'));
     QCOMPARE(files("0000l_"), 0);
-}
-
-void TestSwapTrim::anyOtherKindHasNoRoom()
-{
-    fill("one", 's', 1);
-    fill("two", 'x', 1);
-    fill("three", 's', 1);
-    QCOMPARE(m_fixture->swapFiles().size(), 3);
-    QVERIFY(SwapAppend(photo("three/s0.jpg"), &m_image, 10, 'x'));
-    QCOMPARE(
-        m_fixture->swapFiles(),
-        QStringList({QStringLiteral("0000s_10_s0.jpg.swp"), QStringLiteral("0002s_10_s0.jpg.swp"),
-                     QStringLiteral("0003x_10_s0.jpg.swp")}));
-    QCOMPARE(validBlocks("one", 's'), 0);
-    QCOMPARE(validBlocks("three", 's'), 1);
 }
 
 LUMI_TEST(TestSwapTrim)

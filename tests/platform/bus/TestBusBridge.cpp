@@ -14,7 +14,7 @@
 namespace {
 
 /// Time in which a message that must not come would have come.
-constexpr int kQuietMs = 200;
+constexpr int kQuietMs = 50;
 
 const QCString kChannel = "QPE/Card";
 const QString kPath = QStringLiteral("/org/lumivault/QCop");

@@ -12,7 +12,7 @@
 
 namespace {
 
-constexpr int kQuietMs = 200;
+constexpr int kQuietMs = 50;
 
 /// What the power daemon signals when it has something to tell; sent where the watcher listens,
 /// so that the bus knows of the listener by then.

@@ -16,7 +16,7 @@ using lumi::test::FakeMachine;
 namespace {
 
 /// Time in which a wrong second message would have come.
-constexpr int kQuietMs = 200;
+constexpr int kQuietMs = 100;
 
 } // namespace
 
