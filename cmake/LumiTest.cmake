@@ -7,8 +7,8 @@ if(LUMI_SANITIZE)
   set(LUMI_TEST_SECONDS ${LUMI_SANITIZED_TEST_SECONDS})
 endif()
 
-# Qt tells each test program its folders. Nobody asks for them, and they keep the programs from
-# sharing a precompiled header.
+# Qt defines the folders of each test program as macros. They are not used, and different macros
+# would prevent a common precompiled header.
 set(LUMI_NO_TEST_PATHS -UQT_TESTCASE_BUILDDIR -UQT_TESTCASE_SOURCEDIR)
 
 # lumi_test(<folder> [LIBS <target> ...] [SOURCES <file> ...])

@@ -26,7 +26,7 @@
 
 namespace {
 
-// No form has its own idea of accepting or of closing.
+// No form overrides these functions.
 template <typename Form>
 constexpr bool kKeepsTheBase = std::is_same_v<decltype(&Form::canClose), bool (FormBase::*)()>
     &&std::is_same_v<decltype(&Form::acceptForm), void (FormBase::*)()>;
@@ -364,7 +364,7 @@ void TestMainWindow::requestWaitsForAFormThatIsBeingMade()
 
 void TestMainWindow::onlyTheCurrentFormHearsOfCards()
 {
-    // The top menu shows nothing of a card.
+    // The top menu ignores card changes.
     const QPointer<FormBase> old(m_window->currentForm());
     QVERIFY(QCopChannel::send("QPE/Card", "mtabChanged()"));
     QTest::qWait(20);
@@ -394,7 +394,7 @@ void TestMainWindow::acceptedCloseStopsEvents()
     QVERIFY(m_window->close());
     QEvent event(QEvent::User);
     QVERIFY(m_window->eventFilter(form, &event));
-    // What the window filters gets nothing any more: the form doesn't start again.
+    // The window filters all events of the form, so the form doesn't start again.
     lumi::setShutDownFlag(false);
     form->hide();
     lumi::setShutDownFlag(true);

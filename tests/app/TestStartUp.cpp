@@ -32,7 +32,7 @@ struct Outcome
     QByteArray warnings;
 };
 
-/// What the program said, without what the screen that isn't there says of itself.
+/// The warnings of the program, without those of the offscreen platform.
 QByteArrayList ownWarnings(const Outcome &outcome)
 {
     QByteArrayList lines = outcome.warnings.split('\n');
@@ -231,7 +231,7 @@ void TestStartUp::storeThatCannotBeMadeStopsNothing()
 
 void TestStartUp::argumentsAreTheApplicationObjects()
 {
-    // The program has no options: what it doesn't know is passed over.
+    // The program has no options and ignores unknown arguments.
     const Outcome outcome = run(QStringLiteral("close"),
                                 {QStringLiteral("--help"), QStringLiteral("-style"),
                                  QStringLiteral("fusion"), QStringLiteral("/no/such/photo.jpg")});
@@ -273,7 +273,7 @@ void TestStartUp::aLogThatNobodyReadsEndsNothing()
     QCOMPARE(outcome.windows, QStringList{QStringLiteral("window: Lumi Vault")});
 }
 
-/// Otherwise log lines would be written into whatever file is opened next.
+/// Otherwise log lines would be written into the next file that is opened.
 void TestStartUp::aClosedLogIsNoFile()
 {
     m_inChild = [] {
@@ -352,7 +352,7 @@ void TestStartUp::profileOfTheProgramsPrefixIsFound()
     QCOMPARE(outcome.status, 0);
     QCOMPARE(outcome.windows,
              (QStringList{QStringLiteral("window: Lumi Vault"), QStringLiteral("picture: 17x19")}));
-    // The folders of the configuration come first.
+    // A profile in a configuration folder comes first.
     writeProfile(QStringLiteral("none/lumivault/machine.ini"));
     QVERIFY(QFile::remove(at(QStringLiteral("none/lumivault/pictures/pixmaps/lumivault/"
                                             "top_look.png"))));

@@ -56,7 +56,7 @@ void TestMedium::aCardIsThereAsLongAsItIsIn()
     QVERIFY(QDir().mkpath(folder));
     const Medium medium(folder);
     QVERIFY(medium.isThere());
-    // On the same disk as before: only the marker tells.
+    // The disk is the same; only the marker shows the change.
     m_machine->removeCard(slot);
     QVERIFY(!medium.isThere());
     QVERIFY(!Medium(folder).isThere());

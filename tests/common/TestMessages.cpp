@@ -13,7 +13,7 @@
 
 namespace {
 
-// Asked for before main: the table must not depend on the order of initialisation.
+// Read before main(): the table must not depend on the order of initialisation.
 const QString kAskedBeforeMain = msg(lumi::MsgLumiVault);
 
 struct ListedRow
@@ -97,7 +97,7 @@ void TestMessages::copiesAreTheCallersOwn()
     text[0] = QLatin1Char('X');
     text += QLatin1Char('!');
     QCOMPARE(msg(lumi::MsgWorking), QStringLiteral("Working..."));
-    // A caller may also change what it gets without a copy of its own.
+    // A caller may change the temporary, too.
     msg(lumi::MsgWorking) += QLatin1Char('!');
     QCOMPARE(msg(lumi::MsgWorking), QStringLiteral("Working..."));
 }

@@ -82,7 +82,7 @@ void TestSettings::eachKeyHasItsPlace()
 
 void TestSettings::rowsAreStoredAsTheyAre()
 {
-    // Whoever owns the table clamps; the settings hand on what the file says.
+    // The settings return the value of the file; the caller clamps it.
     Settings::setFontSize(4711);
     QCOMPARE(Settings::fontSize(), 4711);
     Settings::setFontSize(-3);

@@ -50,7 +50,7 @@ const QByteArray kHang = "echo $$ > pid.new; mv pid.new pid; exec sleep 60";
 
 } // namespace
 
-// They stand before those of the library.
+// These replace the functions of the C library.
 extern "C" int kill(pid_t pid, int signal) noexcept
 {
     using Kill = int(pid_t, int);

@@ -85,7 +85,7 @@ private Q_SLOTS:
     void aMainWindowWithoutTheSlotIsLeftAlone();
 };
 
-// Which key stands for which is told by the machine profile.
+// TestMachineProfile has the table of keys.
 void TestKeyTranslation::keyArrivesAsADeviceKey()
 {
     Recorder recorder;

@@ -154,7 +154,7 @@ void TestMachine::aMissingMountPointReadsAsAnEmptySlot()
     QVERIFY(QFile::exists(sd + QStringLiteral("/NotAvailable")));
     QVERIFY2(!QFile::exists(path("no cf")), "the mount point itself isn't made");
     QCOMPARE(Machine::instance().configuredMountPoint(Slot::CF), path("no cf"));
-    // A tidy soul may clear the runtime folder under us.
+    // Another program may delete the runtime folder.
     QVERIFY(QDir(cf).removeRecursively());
     QCOMPARE(Machine::instance().mountPoint(Slot::CF), cf);
     QVERIFY(QFile::exists(cf + QStringLiteral("/NotAvailable")));

@@ -133,7 +133,7 @@ void TestPaintedWindows::newSurfaceStartsBlack()
     QCOMPARE(shotOf(&stale.keeper).pixel(0, 0), kBlue);
 }
 
-// The memory still holds what another window drew there; it must not come through.
+// The memory still has the pixels of another window there. They must not be shown.
 void TestPaintedWindows::grownWindowShowsNothingStale()
 {
     StaleMemory stale;
@@ -210,7 +210,7 @@ void TestPaintedWindows::movedWindowKeepsItsPixelsOnTheNextDraw_data()
     QTest::newRow("a bit left and up, 16 bits") << 16 << QPoint(41, 33);
 }
 
-// A draw that touches only a corner, as the sign of the slideshow does, after a move.
+// Drawing only a corner after a move, as the slideshow does with its sign.
 void TestPaintedWindows::movedWindowKeepsItsPixelsOnTheNextDraw()
 {
     QFETCH(int, depth);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What a list takes, finds and gives back, and how its cursor walks.
+// Insertion, search and walking with the cursor.
 #include "platform/toolkit/PtrList.h"
 #include "tests/platform/PtrListTest.h"
 #include "tests/support/TestMain.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What is painted directly: its place, its form and how it comes onto the screen.
+// Place and form of directly painted pixels, and their way to the screen.
 #include "platform/screen/QDirectPainter.h"
 #include "platform/toolkit/QScrollView.h"
 #include "tests/platform/PainterTest.h"
@@ -231,7 +231,7 @@ void TestQDirectPainter::windowOutsideIsClamped()
     }
     drawPattern(&child);
     QCOMPARE(patternFault(child.grab().toImage(), child.rect(), QPoint(), 32), QString());
-    // What is on the screen is in its true place.
+    // On the screen the pixels are in the window's real place.
     const QImage shown = lumi::test::screenShot();
     const QPoint origin = child.mapToGlobal(QPoint());
     const QRect visible = QRect(origin, child.size()) & shown.rect();

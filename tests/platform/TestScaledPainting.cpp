@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Direct painting on a screen with more pixels than the desktop has. The ratio is fixed when
-// the application starts, so each one needs a process of its own: TestScaledPainting starts
-// this executable again, and ScaledPaintingProcess is what runs there.
+// Direct painting on a screen with a device pixel ratio above 1. The ratio is fixed when the
+// application starts, so TestScaledPainting runs ScaledPaintingProcess in a process for each ratio.
 #include "platform/QPEApplication.h"
 #include "platform/screen/FrameBuffer.h"
 #include "platform/screen/QWSRegionManager.h"

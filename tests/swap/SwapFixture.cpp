@@ -21,7 +21,7 @@ MessageLog *currentLog = nullptr;
 
 void collect(QtMsgType type, const QMessageLogContext &context, const QString &text)
 {
-    // The offscreen platform says this of every window.
+    // The offscreen platform logs this for every window.
     const bool offscreen = text.startsWith(QLatin1String("This plugin does not support"));
     if (type == QtWarningMsg && !offscreen) {
         currentLog->warnings.append(text);

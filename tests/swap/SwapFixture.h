@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A private tree of photos with a swap folder, on a machine with plenty of room, and the
-// means to look at what the store left on the disk.
+// A private tree of photos with a swap folder, on a machine with enough free space, and functions
+// that look at the files of the store.
 #pragma once
 
 #include "swap/SwapSystem.h"

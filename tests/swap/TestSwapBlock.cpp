@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What a block stores and gives back, and where it finds no room.
+// What a block stores and loads, and blocks without room on the disk.
 #include "platform/files/fileCalls.h"
 #include "swap/SwapBlock.h"
 #include "swap/SwapPlace.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The buffer form of a block, which is written but, for want of a swap time, not read back.
+// The buffer form of a block. It has no swap time, so it is written but not read back.
 #include "swap/SwapBlock.h"
 #include "tests/support/TestMain.h"
 #include "tests/swap/SwapFixture.h"

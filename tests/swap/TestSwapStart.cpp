@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The life of the store from start to end: folder, run marker, damage.
+// Start and end of the store: folder, run marker, damage.
 #include "app/common/messages.h"
 #include "swap/SwapSystem.h"
 #include "swap/swapStore.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The store as the rest of the program uses it, by full paths, and what its use costs.
+// The store as the rest of the program uses it, by full paths, and its cost.
 #include "swap/swapStore.h"
 #include "tests/support/FullDisk.h"
 #include "tests/support/TestMain.h"
@@ -224,7 +224,7 @@ void TestSwapStore::aFullDiskNeverStopsAView()
     QVERIFY(QFile::remove(m_fixture->indexPath()));
     QDir::setCurrent(QDir::rootPath());
     const SmallDisk disk(m_fixture->swapFolder(), 64);
-    // Where nothing may be mounted, each file is cut short instead.
+    // Without the right to mount, the size of each file is limited instead.
     std::unique_ptr<FileSizeLimit> limit;
     m_fixture->start();
     QImage image = picture(171, 119);

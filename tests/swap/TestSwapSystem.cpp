@@ -172,7 +172,7 @@ void TestSwapSystem::aStaleBlockHidesItsReplacements()
         QCOMPARE(blockCount(*m_store), 2 + view);
         QCOMPARE(m_fixture->swapFiles(), QStringList(QStringLiteral("0000s_100_a.jpg.swp")));
     }
-    // All of them still have their files, so a restart doesn't help; clearing does.
+    // All blocks still have their files, so they survive a restart. Clear() removes them.
     m_store = &m_fixture->restart();
     QCOMPARE(blockCount(*m_store), 4);
     m_store->SetCurrent(m_photos, -1);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Slots and signals are connected by name from outside, and some names are odd: this pins
-// each of them, in order.
+// Other code connects to these slots and signals by name, so their names and order are fixed, odd
+// ones included.
 #include "tests/support/TestMain.h"
 #include "tests/support/methodNames.h"
 #include "widgets/DialogBase.h"

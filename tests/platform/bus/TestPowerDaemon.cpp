@@ -53,7 +53,7 @@ void TestPowerDaemon::initTestCase()
 
 void TestPowerDaemon::aSignalIsAReasonToLook()
 {
-    // The application's own watcher, whose timer is far too slow to have seen it.
+    // Tests the application's own watcher. Its timer is too slow to interfere.
     QCoreApplication::processEvents();
     const QCopChannel channel("QPE/System");
     QSignalSpy spy(&channel, &QCopChannel::received);
@@ -77,7 +77,7 @@ void TestPowerDaemon::nobodyLooksWithoutListeners()
     m_machine->powerStatus = PowerStatus(PowerStatus::Offline, 8);
     signalChange();
     QTest::qWait(kQuietMs);
-    // A listener that comes now starts from the figures of now.
+    // A new listener starts from the present figures.
     const QCopChannel channel("QPE/System");
     const QSignalSpy spy(&channel, &QCopChannel::received);
     signalChange();

@@ -184,7 +184,7 @@ void TestScreenSaverAgent::init()
 void TestScreenSaverAgent::cleanup()
 {
     sendMode(200);
-    // An answer that is still due would reach the next test.
+    // A pending answer would reach the next test.
     m_desktop->grantAll(*m_bus);
     QTRY_VERIFY(m_desktop->held.isEmpty());
     QTRY_VERIFY(!m_login->isHeld());
@@ -356,7 +356,7 @@ void TestScreenSaverAgent::withoutAnyServiceNothingHappens()
     sendMode(0);
     sendMode(300);
     QTest::qWait(kQuietMs);
-    // A wish is tried again once the answers to the last one are there.
+    // After the answers to the last request the next one is sent.
     offerDesktop();
     QTRY_VERIFY((sendMode(0), m_desktop->held.size() == 1));
 }
