@@ -2,9 +2,9 @@
 // Focus frames of the picture buttons: nested yellow rectangles, one pixel wide.
 #pragma once
 
-class MyImageButton;
-
 #include <QRgb>
+
+class MyImageButton;
 
 namespace lumi {
 
