@@ -2,13 +2,12 @@
 #include "app/FormTop.h"
 
 #include "app/common/BusyScope.h"
+#include "app/common/FormId.h"
 #include "app/common/messages.h"
-#include "files/FormFile.h"
-#include "import/FormImport.h"
-#include "platform/QPEMenuBar.h"
 #include "platform/Resource.h"
 #include "platform/toolkit/BackgroundWidget.h"
 #include "platform/toolkit/QPopupMenu.h"
+#include "platform/windows/QPEMenuBar.h"
 #include "swap/SwapSystem.h"
 #include "swap/swapStore.h"
 #include "widgets/LeftSide.h"
@@ -52,15 +51,10 @@ constexpr MenuRow kMenu[] = {
     {lumi::MsgVersion, &FormTop::menu_option_version},
 };
 
-QPixmap load(const char *name)
-{
-    return Resource::loadPixmap(QString(QStringLiteral("lumivault/") + QLatin1String(name)));
-}
-
 } // namespace
 
 FormTop::FormTop(QWidget *parent, QPEToolBar *toolBar)
-    : FormBase(parent, toolBar, kFormId)
+    : FormBase(parent, toolBar, lumi::TopForm)
 {
     parent->setWindowTitle(msg(lumi::MsgLumiVault));
     buildMenu();
@@ -68,7 +62,7 @@ FormTop::FormTop(QWidget *parent, QPEToolBar *toolBar)
     m_leftWidget = leftSide->column();
     m_leftWidget->hideButton(MyLeftWidget::AllButtons);
     auto *area = new BackgroundWidget(this);
-    area->setBackgroundPixmap(load("bg_right_top"));
+    area->setBackgroundPixmap(Resource::ownPixmap("bg_right_top"));
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
@@ -79,10 +73,8 @@ FormTop::FormTop(QWidget *parent, QPEToolBar *toolBar)
 
 FormTop::~FormTop()
 {
-    if (m_menuBar) {
-        m_menuBar->hide();
-        delete m_menuBar;
-    }
+    m_menuBar->hide();
+    delete m_menuBar;
 }
 
 void FormTop::buildMenu()
@@ -101,7 +93,7 @@ void FormTop::buildButtons(QWidget *area)
 {
     for (const ButtonRow &row : kButtons) {
         auto *button = new MyImageButton(area, lumi::paintFiveRectangles);
-        button->setNormalPixmap(load(row.normal));
+        button->setNormalPixmap(Resource::ownPixmap(row.normal));
         button->move(row.position);
         connect(button, &MyImageButton::clicked, this, row.slot);
         m_buttons.append(button);
@@ -111,18 +103,16 @@ void FormTop::buildButtons(QWidget *area)
 void FormTop::loadPressedPixmaps()
 {
     for (qsizetype i = 0; i < m_buttons.size(); ++i) {
-        m_buttons[i]->setPressedPixmap(load(kButtons[i].pressed));
+        m_buttons[i]->setPressedPixmap(Resource::ownPixmap(kButtons[i].pressed));
     }
 }
 
 void FormTop::formStarted()
 {
-    if (m_menuBar) {
-        m_menuBar->show();
-    }
+    m_menuBar->show();
     show();
     m_buttons.first()->setFocus();
-    // Nobody presses a button that isn't on the screen yet.
+    // Loaded later, so that the form appears sooner: they are needed at the first press.
     QTimer::singleShot(0, this, &FormTop::loadPressedPixmaps);
 }
 
@@ -138,12 +128,12 @@ void FormTop::btn_look_clicked()
 
 void FormTop::menu_disp_takein()
 {
-    requestForm(FormImport::kFormId, QString());
+    requestForm(lumi::ImportForm, QString());
 }
 
 void FormTop::menu_disp_look()
 {
-    requestForm(FormFile::kFormId, QString());
+    requestForm(lumi::FileForm, QString());
 }
 
 void FormTop::menu_option_deleteTempFile()

@@ -6,8 +6,6 @@
 
 #include "app/common/FormBase.h"
 
-#include <QPointer>
-
 class MyImageButton;
 class MyLeftWidget;
 class QPEMenuBar;
@@ -17,8 +15,6 @@ class FormTop : public FormBase
     Q_OBJECT
 
 public:
-    static constexpr int kFormId = 0;
-
     FormTop(QWidget *parent, QPEToolBar *toolBar);
     ~FormTop() override;
 
@@ -40,7 +36,7 @@ private:
     void buildButtons(QWidget *area);
     void loadPressedPixmaps();
 
-    QPointer<QPEMenuBar> m_menuBar; // dies with the tool bar
+    QPEMenuBar *m_menuBar = nullptr;
     MyLeftWidget *m_leftWidget;
     QList<MyImageButton *> m_buttons;
 };

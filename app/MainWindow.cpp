@@ -3,10 +3,12 @@
 
 #include "app/FormTop.h"
 #include "app/common/FormEvent.h"
+#include "app/common/FormId.h"
 #include "app/common/shutDownFlag.h"
 #include "files/FormFile.h"
 #include "import/FormImport.h"
-#include "platform/QPEToolBar.h"
+#include "platform/QPEApplication.h"
+#include "platform/windows/QPEToolBar.h"
 
 #include <QCloseEvent>
 #include <QCoreApplication>
@@ -27,12 +29,10 @@ template <typename Form> FormBase *makeA(QWidget *window, QPEToolBar *toolBar)
 }
 
 constexpr FormRow kForms[] = {
-    {FormTop::kFormId, makeA<FormTop>},
-    {FormFile::kFormId, makeA<FormFile>},
-    {FormImport::kFormId, makeA<FormImport>},
+    {lumi::TopForm, makeA<FormTop>},
+    {lumi::FileForm, makeA<FormFile>},
+    {lumi::ImportForm, makeA<FormImport>},
 };
-
-constexpr QSize kPanelSize(640, 480);
 
 auto makerOf(int id) -> decltype(FormRow::make)
 {
@@ -51,11 +51,11 @@ MainWindow::MainWindow(QWidget *parent, const char *name, Qt::WindowFlags flags)
     , m_toolBar(new QPEToolBar(this))
 {
     setObjectName(QString::fromUtf8(name));
-    resize(kPanelSize);
+    resize(QPEApplication::kPanelSize);
     m_toolBar->setMovable(false);
     m_toolBar->setHorizontalStretchable(true);
     m_toolBar->installEventFilter(this);
-    changeForm(FormTop::kFormId, QString());
+    changeForm(lumi::TopForm, QString());
 }
 
 MainWindow::~MainWindow()
@@ -84,7 +84,7 @@ void MainWindow::changeForm(int id, const QString & /*text*/)
 
 void MainWindow::replaceForm(FormMaker make)
 {
-    // The window lives in the entry point's frame.
+    // The window is a local variable of runProgram().
     setAttribute(Qt::WA_DeleteOnClose, false);
     FormBase *old = m_form;
     int oldId = -1;
@@ -93,7 +93,7 @@ void MainWindow::replaceForm(FormMaker make)
     m_form = make(this, m_toolBar);
     m_form->installEventFilter(this);
     connect(m_form, &FormBase::busyReleased, this, &MainWindow::runWaiting, Qt::QueuedConnection);
-    // Taken out first: the layout would delete the old form at a time of its own.
+    // Taken out first, because setCentralWidget() would delete the old form later.
     takeCentralWidget();
     setCentralWidget(m_form);
     if (old != nullptr) {

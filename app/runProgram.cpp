@@ -32,8 +32,8 @@ void lumi::prepareProcess()
 
 int lumi::runProgram(QPEApplication &application)
 {
-    // The order of these objects is the order of the end, read backwards: the window and its
-    // form go first, then the swap store writes its index.
+    // These objects are destroyed in reverse order: the window and its form first, then the swap
+    // store, which writes its index.
     const QString storePath = lumi::photoStorePath();
     const QDir store(storePath);
     if (!store.exists() && !store.mkpath(storePath)) {

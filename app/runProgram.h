@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: MIT
-// The life of the process: what must be set before there is an application object, then photo
-// store, swap store, main window, event loop, and the same backwards.
+// Start and end of the process: process settings, photo store, swap store, main window, event loop,
+// and their end in reverse order.
 #pragma once
 
 class QPEApplication;
 
 namespace lumi {
 
-/// Lets a failed write return an error where it would otherwise end the process: to a pipe that
-/// nobody reads, such as that of a log, or beyond the limit on file sizes. Opens the standard
-/// streams that are closed. Called before anything can log.
+/// Ignores the signals of failed writes (to a closed pipe, or beyond the limit on file sizes), so
+/// that the write returns an error instead of ending the process. Opens standard streams that are
+/// closed. Must be called before anything is logged.
 void prepareProcess();
 
 /// Returns the exit status of the event loop. Nothing stops the start: a photo store that

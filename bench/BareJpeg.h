@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The bare reference of the decoding budgets: libjpeg alone, reading through the same
-// 8132-byte window as the program, with the same transform and scale, keeping one line.
+// The bare reference of the decoding budgets: libjpeg alone with one line in memory. It reads
+// through the same 8132-byte buffer as the program, with the same transform and scale.
 #pragma once
 
 #include <QByteArray>

@@ -85,13 +85,13 @@ long peakKiB()
 bool print(const std::vector<Row> &rows)
 {
     bool allKept = true;
-    std::printf("%-44s %12s %12s  %9s %9s\n", "job", "ours", "bare", "value", "limit");
+    std::printf("%-56s %12s %12s %10s %10s %-9s %s\n", "job", "ours", "bare", "value", "limit", "",
+                "compared with");
     for (const Row &row : rows) {
         const char *sign = row.difference ? "+" : "x";
-        std::printf("%-44s %9.2f %s %9.2f %s %s%8.2f %s%8.2f  %s\n", row.job.c_str(), row.ours,
-                    row.unit, row.bare, row.unit, sign, row.value(), sign, row.limit,
-                    row.kept() ? "kept" : "EXCEEDED");
-        std::printf("    against %s\n", row.reference.c_str());
+        std::printf("%-56s %8.2f %-3s %8.2f %-3s %s%9.2f %s%9.2f %-9s %s\n", row.job.c_str(),
+                    row.ours, row.unit, row.bare, row.unit, sign, row.value(), sign, row.limit,
+                    row.kept() ? "kept" : "EXCEEDED", row.reference.c_str());
         allKept = allKept && row.kept();
     }
     return allKept;

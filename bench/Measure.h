@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// A budget of this program is a ratio: a job of ours against a bare reference that does
-// the same work with nothing around it, both run in turn in one process so that a busy
-// machine slows both. Medians are compared, never absolute times.
+// A budget of this program is the ratio of a job to a bare reference that does only the necessary
+// work. Both run in turn in one process, so that a busy machine slows both, and their medians are
+// compared.
 #pragma once
 
 #include <functional>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The rewriting of a photo's Exif block against the bare copying that it cannot do without.
-// Syncs are left out: they measure the disk.
+// Compares the rewriting of a photo's Exif block with a bare copy of the file. Syncs are left out,
+// because they measure the disk.
 #include "bench/jobs.h"
 #include "bench/photos.h"
 #include "exif/FPVExifWriter.h"
@@ -42,7 +42,7 @@ void rewrite(const QString &path)
     }
 }
 
-/// What anybody must do: copy the photo to a new file in blocks, and put that in its place.
+/// The necessary work: copies the photo to a new file in blocks and renames that.
 void bareRewrite(const QByteArray &path)
 {
     const QByteArray target = path + ".new";

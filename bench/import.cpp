@@ -80,7 +80,7 @@ std::vector<lumi::bench::Row> lumi::bench::importRows(const QString &folder)
     }
     const QByteArray oldHome = qgetenv("HOME");
     int count = 0;
-    // A new home each time: file systems are slow in places where much has just been deleted.
+    // A new home each time, because file systems are slow after large deletions.
     const auto newHome = [&homes, &count] {
         const QString home = homes + QLatin1Char('/') + QString::number(++count);
         mustWork(QDir().mkpath(home + QStringLiteral("/Documents/Photo_Files")));

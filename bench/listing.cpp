@@ -34,8 +34,8 @@ std::vector<lumi::bench::Row> lumi::bench::listingRows(const QString &folder)
     };
     std::vector<Row> rows{
         compare("list 10,000 photos, items made", "sorted QDir listing", 1.5, 7, list, bare)};
-    // The allocator has its pages from the rounds above, so the second list shows the items
-    // alone only once both are alive.
+    // The allocator still has the pages of the rounds above. The first list uses them up, so the
+    // second one shows the memory of the items.
     FPVItemList first;
     first.load(path, path);
     const long before = residentKiB();

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "app/MainWindow.h"
+#include "app/common/FormId.h"
 #include "bench/jobs.h"
 #include "bench/photos.h"
 #include "files/FormFile.h"
@@ -78,7 +79,7 @@ std::vector<lumi::bench::Row> lumi::bench::openingRows(const QString &folder)
         MainWindow window;
         window.resize(640, 480);
         window.show();
-        window.changeForm(FormFile::kFormId, QString());
+        window.changeForm(lumi::FileForm, QString());
         CellPaints paints;
         paints.waitForOne();
         auto *form = window.findChild<FormFile *>();

@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "bench/photos.h"
 
+#include "tests/support/ExifBuilder.h"
+
 #include <QBuffer>
 #include <QDir>
 #include <QFile>
 #include <QImage>
-#include <QtEndian>
 
 #include <cstdio>
 #include <vector>
@@ -15,7 +16,7 @@
 namespace {
 
 constexpr int kQuality = 88;
-/// Of the proportions of a camera; small, since nobody decodes it.
+/// Small, because it is never decoded.
 constexpr QSize kCameraPhoto(640, 480);
 
 QByteArray encoded(QSize size)
@@ -37,40 +38,19 @@ QByteArray encoded(QSize size)
     return buffer.data();
 }
 
-void appendBig16(QByteArray &bytes, int value)
-{
-    bytes.append(static_cast<char>(value >> 8)).append(static_cast<char>(value));
-}
-
-void appendEntry(QByteArray &bytes, quint16 tag, quint32 value)
-{
-    QByteArray entry(12, '\0');
-    qToLittleEndian<quint16>(tag, entry.data());
-    qToLittleEndian<quint16>(4, entry.data() + 2);
-    qToLittleEndian<quint32>(1, entry.data() + 4);
-    qToLittleEndian<quint32>(value, entry.data() + 8);
-    bytes += entry;
-}
-
-/// An APP1 segment with an empty first directory and a second one that names the thumbnail.
-QByteArray exifSegment(const QByteArray &thumbnail)
-{
-    constexpr quint32 kThumbnailAt = 8 + 6 + 2 + 2 * 12 + 4;
-    QByteArray tiff("II\x2A\x00\x08\x00\x00\x00", 8);
-    tiff += QByteArray("\x00\x00\x0E\x00\x00\x00", 6);
-    tiff += QByteArray("\x02\x00", 2);
-    appendEntry(tiff, 0x0201, kThumbnailAt);
-    appendEntry(tiff, 0x0202, static_cast<quint32>(thumbnail.size()));
-    tiff += QByteArray(4, '\0') + thumbnail;
-    QByteArray segment("\xFF\xE1", 2);
-    appendBig16(segment, static_cast<int>(tiff.size()) + 8);
-    return segment + QByteArray("Exif\0\0", 6) + tiff;
-}
-
 bool write(const QString &path, const QByteArray &bytes)
 {
     QFile file(path);
     return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
+}
+
+bool fillFolder(const QString &path, int count, const QByteArray &photo)
+{
+    bool ok = QDir().mkpath(path);
+    for (int i = 1; ok && i <= count; ++i) {
+        ok = write(path + QString::asprintf("/IMG_%05d.JPG", i), photo);
+    }
+    return ok;
 }
 
 } // namespace
@@ -117,27 +97,15 @@ bool lumi::bench::makeHugePhoto(const QString &path, QSize size)
 
 bool lumi::bench::makePhotoWithThumbnail(const QString &path, QSize size)
 {
-    QByteArray bytes = encoded(size);
-    bytes.insert(2, exifSegment(encoded({160, 120})));
-    return write(path, bytes);
+    return test::ExifBuilder().photo(encoded(size)).thumbnail(encoded({160, 120})).write(path);
 }
 
 bool lumi::bench::makeFolder(const QString &path, int count)
 {
-    const QByteArray bytes = encoded({8, 8});
-    bool ok = QDir().mkpath(path);
-    for (int i = 1; ok && i <= count; ++i) {
-        ok = write(path + QString::asprintf("/IMG_%05d.JPG", i), bytes);
-    }
-    return ok;
+    return fillFolder(path, count, encoded({8, 8}));
 }
 
 bool lumi::bench::makeCameraFolder(const QString &path, int count)
 {
-    const QByteArray bytes = encoded(kCameraPhoto);
-    bool ok = QDir().mkpath(path);
-    for (int i = 1; ok && i <= count; ++i) {
-        ok = write(path + QString::asprintf("/IMG_%05d.JPG", i), bytes);
-    }
-    return ok;
+    return fillFolder(path, count, encoded(kCameraPhoto));
 }

@@ -11,7 +11,7 @@ namespace lumi::bench {
 /// Writes a baseline colour JPEG without an Exif block. \return whether it is on the disk
 [[nodiscard]] bool makePhoto(const QString &path, QSize size);
 
-/// Writes one too large to be had as an image first: the same few lines over and over.
+/// Writes a photo that is too large for a QImage, by repeating a few lines.
 [[nodiscard]] bool makeHugePhoto(const QString &path, QSize size);
 
 /// The same as makePhoto() with an Exif block that holds a thumbnail of 160 x 120.
@@ -20,7 +20,7 @@ namespace lumi::bench {
 /// Fills a new folder with `count` one-block JPEG files named IMG_00001.JPG and on.
 [[nodiscard]] bool makeFolder(const QString &path, int count);
 
-/// Like makeFolder(), of photos that bring a thumbnail along, as cameras write them.
+/// Like makeFolder(), with photos of 640 x 480.
 [[nodiscard]] bool makeCameraFolder(const QString &path, int count);
 
 } // namespace lumi::bench

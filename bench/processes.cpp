@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "app/MainWindow.h"
+#include "app/common/FormId.h"
 #include "bench/jobs.h"
 #include "bench/photos.h"
-#include "files/FormFile.h"
 #include "items/FPVItemJpeg.h"
 #include "platform/QPEApplication.h"
 #include "swap/SwapSystem.h"
@@ -23,7 +23,6 @@ namespace {
 
 constexpr int kStartRounds = 11;
 constexpr int kSettleMs = 1500;
-constexpr int kFormFile = 2;
 constexpr double kMiB = 1024;
 constexpr int kFew = 10;
 constexpr int kMany = 10000;
@@ -120,7 +119,7 @@ int bareMemory(int argc, char **argv)
 FPVThumbnailView *openBrowser(QPEApplication &application, MainWindow &window)
 {
     application.showMainWidget(&window, false);
-    window.changeForm(kFormFile, QString());
+    window.changeForm(lumi::FileForm, QString());
     settle(kSettleMs);
     return window.findChild<FPVThumbnailView *>();
 }

@@ -28,8 +28,8 @@ void askThumbnail(const QString &path)
     }
 }
 
-/// What anybody must do for an embedded thumbnail: read the segment, find the picture in it
-/// and decode it.
+/// The necessary work for an embedded thumbnail: reads the segment, finds the picture in it and
+/// decodes it.
 void bareEmbedded(const QString &path)
 {
     QFile file(path);

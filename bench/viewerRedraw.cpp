@@ -62,7 +62,7 @@ std::vector<lumi::bench::Row> lumi::bench::viewerRedrawRows(const QString & /*fo
                 [&frame, &screen] {
                     for (int i = 0; i < kRedraws; ++i) {
                         std::memcpy(screen.data(), frame.data(), frame.size());
-                        // Otherwise all copies but the last could be left out.
+                        // Otherwise the compiler could remove all copies but the last.
                         lookedAt = screen[static_cast<std::size_t>(i)];
                     }
                 }));

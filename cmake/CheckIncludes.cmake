@@ -1,28 +1,54 @@
 # SPDX-License-Identifier: MIT
 cmake_minimum_required(VERSION 3.25)
-# cmake -DROOT=<dir> -DFOLDER=<f> -DALLOWED=<f;g;...> -DNO_WIDGETS=<0|1> -P CheckIncludes.cmake
-# Fails when a file of FOLDER includes a header of a folder it does not link, or, in a
-# folder marked NO_WIDGETS, a QtWidgets header. All folders share one include root, so the
-# compiler alone would not notice.
-file(GLOB sources ${ROOT}/${FOLDER}/*.h ${ROOT}/${FOLDER}/*.cpp
-  ${ROOT}/${FOLDER}/toolkit/*.h ${ROOT}/${FOLDER}/toolkit/*.cpp)
+# cmake -DROOT=<dir> -DFOLDER=<f> -DALLOWED=<f;g;...> [-DWIDGET_HEADERS=<dir>]
+#       -P CheckIncludes.cmake
+# Fails if a file of FOLDER includes a header of a folder that it does not link, or a header that
+# lies in WIDGET_HEADERS, Qt's own folder of widget headers. All folders share one include root,
+# so the compiler alone would not notice. A subfolder with a CMakeLists.txt is a folder of its
+# own; any other belongs to the folder above it.
+
+# owner(<variable> <subfolder of ROOT>): the folder that a subfolder belongs to
+function(owner result folder)
+  while(folder AND NOT EXISTS ${ROOT}/${folder}/CMakeLists.txt)
+    get_filename_component(folder "${folder}" DIRECTORY)
+  endwhile()
+  set(${result} "${folder}" PARENT_SCOPE)
+endfunction()
+
+file(GLOB_RECURSE files RELATIVE ${ROOT} ${ROOT}/${FOLDER}/*.h ${ROOT}/${FOLDER}/*.cpp)
+set(sources "")
+foreach(file IN LISTS files)
+  get_filename_component(from ${file} DIRECTORY)
+  owner(from ${from})
+  if(from STREQUAL FOLDER)
+    list(APPEND sources ${file})
+  endif()
+endforeach()
 if(NOT sources)
   message(FATAL_ERROR "no source file in ${FOLDER}")
 endif()
-set(widgets "<(QtWidgets/|QWidget|QApplication|QDialog|QMessageBox|QLabel|QMenu|QAbstractButton)")
+set(widgets "")
+if(WIDGET_HEADERS)
+  file(GLOB widgets RELATIVE ${WIDGET_HEADERS} ${WIDGET_HEADERS}/*)
+  if(NOT "QLabel" IN_LIST widgets)
+    message(FATAL_ERROR "no widget headers in ${WIDGET_HEADERS}")
+  endif()
+endif()
 set(bad "")
 foreach(source IN LISTS sources)
-  file(STRINGS ${source} lines REGEX "^ *# *include")
+  file(STRINGS ${ROOT}/${source} lines REGEX "^ *# *include")
   foreach(line IN LISTS lines)
     if(line MATCHES "include \"([A-Za-z/]+)/[^/\"]+\"")
-      string(REGEX REPLACE "/toolkit$" "" from "${CMAKE_MATCH_1}")
+      owner(from "${CMAKE_MATCH_1}")
       if(NOT from IN_LIST ALLOWED)
         string(APPEND bad "  ${source}: ${line}\n")
       endif()
     elseif(line MATCHES "include \"" AND NOT line MATCHES "\\.moc\"")
       string(APPEND bad "  ${source}: ${line} (write the path from the root)\n")
-    elseif(NO_WIDGETS AND line MATCHES "${widgets}")
-      string(APPEND bad "  ${source}: ${line}\n")
+    elseif(widgets AND line MATCHES "<(QtWidgets/)?([^>]+)>")
+      if(CMAKE_MATCH_1 OR CMAKE_MATCH_2 IN_LIST widgets)
+        string(APPEND bad "  ${source}: ${line}\n")
+      endif()
     endif()
   endforeach()
 endforeach()

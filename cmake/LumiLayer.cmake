@@ -3,9 +3,9 @@
 #            [LIBS <target> ...])
 #
 # Makes the static library lumi_<folder> ("/" becomes "_") from the folder and its own
-# subfolders that are no library. Configuration stops when a folder depends on one whose
-# floor is not lower than its own. A test reads every include of the folder and fails when
-# it names a folder that is not linked, or QtWidgets in a folder marked NO_WIDGETS.
+# subfolders that are no library. Configuration stops if a folder depends on one whose floor
+# is not lower than its own. A test reads every include of the folder. It fails if the header
+# belongs to a folder that is not linked, or to QtWidgets in a folder marked NO_WIDGETS.
 function(lumi_layer folder)
   cmake_parse_arguments(A "NO_WIDGETS" "LEVEL" "SOURCES;DEPENDS;QT;LIBS" ${ARGN})
   string(REPLACE "/" "_" name ${folder})
@@ -37,8 +37,13 @@ function(lumi_layer folder)
   list(REMOVE_DUPLICATES allowed)
   set_target_properties(${target} PROPERTIES LUMI_ALLOWED "${allowed}")
   if(BUILD_TESTING)
+    set(headers "")
+    if(A_NO_WIDGETS)
+      get_target_property(headers Qt6::Widgets INTERFACE_INCLUDE_DIRECTORIES)
+      list(FILTER headers INCLUDE REGEX "/QtWidgets$")
+    endif()
     add_test(NAME layers.${name} COMMAND ${CMAKE_COMMAND} -DROOT=${PROJECT_SOURCE_DIR}
-      -DFOLDER=${folder} "-DALLOWED=${allowed}" -DNO_WIDGETS=${A_NO_WIDGETS}
+      -DFOLDER=${folder} "-DALLOWED=${allowed}" -DWIDGET_HEADERS=${headers}
       -P ${PROJECT_SOURCE_DIR}/cmake/CheckIncludes.cmake)
   endif()
 endfunction()

@@ -2,7 +2,7 @@
 #include "exif/PhotoReplacement.h"
 
 #include "app/common/diskSpace.h"
-#include "platform/fileCalls.h"
+#include "platform/files/fileCalls.h"
 
 #include <QFileInfo>
 

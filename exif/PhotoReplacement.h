@@ -6,7 +6,7 @@
 // replaced. No copy of the old photo is kept: there is seldom room for two, let alone three.
 #pragma once
 
-#include "platform/NewFile.h"
+#include "platform/files/NewFile.h"
 
 #include <QFile>
 

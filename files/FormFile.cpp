@@ -1,15 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "files/FormFile.h"
 
+#include "app/common/FormId.h"
 #include "app/common/labels.h"
 #include "app/common/messages.h"
 #include "files/fileKeys.h"
 #include "items/FPVItemList.h"
-#include "platform/QPEMenuBar.h"
 #include "platform/Resource.h"
-#include "platform/deviceKey.h"
+#include "platform/keys/deviceKey.h"
 #include "platform/toolkit/BackgroundWidget.h"
 #include "platform/toolkit/QAccel.h"
+#include "platform/windows/QPEMenuBar.h"
 #include "views/FPVThumbnailView.h"
 #include "views/folderRoots.h"
 #include "widgets/LeftSide.h"
@@ -25,7 +26,6 @@
 
 namespace {
 
-constexpr int kTopForm = 0;
 constexpr int kPictureMargin = 10;
 constexpr int kPictureSpacing = 20;
 /// Height of the row above the pictures: a target for a finger.
@@ -57,7 +57,7 @@ QString statusText(const FPVItemObject &item)
 } // namespace
 
 FormFile::FormFile(QWidget *parent, QPEToolBar *toolBar)
-    : FormBase(parent, toolBar, kFormId)
+    : FormBase(parent, toolBar, lumi::FileForm)
     , m_photoFilesPath(lumi::photoStorePath())
     , m_cfPath(cardStartPath(Slot::CF))
     , m_sdPath(cardStartPath(Slot::SD))
@@ -236,7 +236,7 @@ void FormFile::btn_leftWidget_clicked(int id)
 
 void FormFile::menu_disp_Top()
 {
-    requestForm(kTopForm, QString());
+    requestForm(lumi::TopForm, QString());
 }
 
 /// Keeps the form's keys from the widget that has the focus: lists and text displays would use

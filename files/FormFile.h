@@ -31,8 +31,6 @@ class FormFile : public FormBase
     Q_OBJECT
 
 public:
-    static constexpr int kFormId = 2;
-
     FormFile(QWidget *parent, QPEToolBar *toolBar);
     ~FormFile() override;
 

@@ -3,7 +3,7 @@
 #include "app/common/messages.h"
 #include "files/FormFile.h"
 #include "items/FPVItemList.h"
-#include "platform/CardSlots.h"
+#include "platform/cards/CardSlots.h"
 #include "views/folderRoots.h"
 
 #include <QComboBox>

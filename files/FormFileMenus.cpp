@@ -4,8 +4,8 @@
 #include "app/common/messages.h"
 #include "files/FormFile.h"
 #include "items/FPVItemObject.h"
-#include "platform/QPEMenuBar.h"
 #include "platform/toolkit/QPopupMenu.h"
+#include "platform/windows/QPEMenuBar.h"
 #include "views/FPVThumbnailView.h"
 #include "widgets/commonActions.h"
 

@@ -5,8 +5,8 @@
 #include "app/common/paths.h"
 #include "items/FPVItemImage.h"
 #include "items/photoScale.h"
-#include "platform/NewFile.h"
-#include "platform/fileCalls.h"
+#include "platform/files/NewFile.h"
+#include "platform/files/fileCalls.h"
 #include "views/folderRoots.h"
 
 #include <QBuffer>

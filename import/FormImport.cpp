@@ -2,17 +2,18 @@
 #include "import/FormImport.h"
 
 #include "app/common/BusyScope.h"
+#include "app/common/FormId.h"
 #include "app/common/diskSpace.h"
 #include "app/common/messages.h"
 #include "app/common/power.h"
 #include "import/ImportRun.h"
 #include "import/importBoxes.h"
 #include "import/importTexts.h"
-#include "platform/CardSlots.h"
-#include "platform/QPEMenuBar.h"
 #include "platform/Resource.h"
+#include "platform/cards/CardSlots.h"
 #include "platform/toolkit/BackgroundWidget.h"
 #include "platform/toolkit/QPopupMenu.h"
+#include "platform/windows/QPEMenuBar.h"
 #include "widgets/LeftSide.h"
 #include "widgets/MyImageButton.h"
 #include "widgets/MyLeftWidget.h"
@@ -24,7 +25,6 @@
 
 namespace {
 
-constexpr int kTopForm = 0;
 constexpr int kRefreshMs = 5000;
 constexpr int kBatteryPercent = 30;
 
@@ -70,7 +70,7 @@ public:
 } // namespace
 
 FormImport::FormImport(QWidget *parent, QPEToolBar *toolBar)
-    : FormBase(parent, toolBar, kFormId)
+    : FormBase(parent, toolBar, lumi::ImportForm)
 {
     parent->setWindowTitle(msg(lumi::MsgLumiVault));
     buildMenu();
@@ -270,7 +270,7 @@ void FormImport::btn_main_clicked() { }
 
 void FormImport::menu_disp_Top()
 {
-    requestForm(kTopForm, QString());
+    requestForm(lumi::TopForm, QString());
 }
 
 void FormImport::menu_import_cf()

@@ -26,8 +26,6 @@ class FormImport : public FormBase
     Q_OBJECT
 
 public:
-    static constexpr int kFormId = 3;
-
     FormImport(QWidget *parent, QPEToolBar *toolBar);
     ~FormImport() override;
 

@@ -4,7 +4,7 @@
 #include "app/common/diskSpace.h"
 #include "app/common/paths.h"
 #include "files/engine/copyFile.h"
-#include "platform/diskSync.h"
+#include "platform/files/diskSync.h"
 #include "views/folderRoots.h"
 
 #include <QDir>

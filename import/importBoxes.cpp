@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "import/importBoxes.h"
 
-#include "platform/dialogButtons.h"
+#include "platform/windows/dialogButtons.h"
 
 #include <QDialogButtonBox>
 #include <QLabel>

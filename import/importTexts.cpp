@@ -2,7 +2,7 @@
 #include "import/importTexts.h"
 
 #include "app/common/messages.h"
-#include "platform/CardSlots.h"
+#include "platform/cards/CardSlots.h"
 
 #include <QDate>
 #include <QFileInfo>

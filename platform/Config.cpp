@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "platform/Config.h"
 
-#include "platform/IniText.h"
 #include "platform/Machine.h"
-#include "platform/fileCalls.h"
+#include "platform/files/IniText.h"
+#include "platform/files/fileCalls.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -52,7 +52,7 @@ int Config::readNumEntry(const QString &key, int def) const
 void Config::writeEntry(const QString &key, int value)
 {
     const std::optional<QByteArray> old = lumi::readSmallFile(m_fileName);
-    // What can't be read must not be replaced by a file with a single key.
+    // Otherwise an unreadable file would be replaced by one with a single key.
     const bool mayReplace = old.has_value() || !QFileInfo::exists(m_fileName);
     lumi::IniText text(old.value_or(QByteArray()));
     text.setValue(m_group, key, QString::number(value));

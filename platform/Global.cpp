@@ -6,8 +6,8 @@
 
 void Global::hideInputMethod()
 {
-    // Qt 6.4 on Wayland crashes here while the compositor has no seat. Then no window has the
-    // focus either, and without it nobody has called up a keyboard.
+    // Qt 6.4 on Wayland crashes here while the compositor has no seat. In that case no window has
+    // the focus, and there is no keyboard to hide.
     if (QGuiApplication::focusWindow() != nullptr
         || !QGuiApplication::platformName().startsWith(QLatin1String("wayland"))) {
         QGuiApplication::inputMethod()->hide();

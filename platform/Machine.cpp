@@ -2,10 +2,10 @@
 #include "platform/Machine.h"
 
 #include "platform/MachineProfile.h"
-#include "platform/diskFigures.h"
-#include "platform/fileCalls.h"
+#include "platform/files/diskFigures.h"
+#include "platform/files/fileCalls.h"
 #include "platform/memoryTable.h"
-#include "platform/powerSupply.h"
+#include "platform/power/powerSupply.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -19,7 +19,7 @@ namespace {
 
 using Key = lumi::MachineProfile::Key;
 
-/// What a shell gives for a program that isn't there, and for one that may not be run.
+/// Results of a shell for a missing program and for one without permission.
 constexpr int kProgramMissing = 127 << 8;
 constexpr int kProgramRefused = 126 << 8;
 constexpr int kShallowDepth = 16;
@@ -133,7 +133,7 @@ int Machine::hinge() const
 {
     const QString program = profile().path(Key::HingeProgram);
     const QFileInfo info(program);
-    // The shell would complain on the program's error output at each key press.
+    // Otherwise the shell would print an error at each key press.
     if (program.isEmpty() || !info.isFile()) {
         return kProgramMissing;
     }

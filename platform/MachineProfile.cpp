@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/MachineProfile.h"
 
-#include "platform/deviceKey.h"
-#include "platform/fileCalls.h"
+#include "platform/files/fileCalls.h"
+#include "platform/keys/deviceKey.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -55,8 +55,7 @@ constexpr DeviceKeyRow kDeviceKeys[] = {
 constexpr const char *kNamedFile = "LUMIVAULT_MACHINE";
 constexpr const char *kFileName = "lumivault/machine.ini";
 
-/// The profile installed with this program under a prefix that the configuration folders don't
-/// know; empty if there is none.
+/// The profile in etc/xdg of the prefix that this program is installed under; empty without one.
 QString fileOfThePrefix()
 {
     if (QCoreApplication::instance() == nullptr) {
@@ -152,7 +151,7 @@ void lumi::MachineProfile::addKeys(int code, const QString &sequences)
 
 int lumi::MachineProfile::deviceKey(int key, Qt::KeyboardModifiers modifiers) const
 {
-    // "+" needs Shift on some keyboards and stands on the keypad of others.
+    // Some keyboards need Shift for "+", others have it on the keypad.
     const Qt::KeyboardModifiers pressed = modifiers & ~Qt::KeyboardModifiers(Qt::KeypadModifier);
     const Qt::KeyboardModifiers unshifted = pressed & ~Qt::KeyboardModifiers(Qt::ShiftModifier);
     for (const KeyRow &row : m_keys) {

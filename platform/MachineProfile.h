@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
-// What is particular to a machine, read from a profile file at first use. The first of these
-// counts, as a whole: the file $LUMIVAULT_MACHINE names; lumivault/machine.ini in the user's,
-// then the system's configuration folders, then in the etc/xdg of the program's own prefix;
-// the handheld's own values.
+// Paths and numbers of one machine, read from a profile file at first use. Only the first file
+// found is read: the one that $LUMIVAULT_MACHINE names; lumivault/machine.ini in the user's, then
+// in the system's configuration folders; the one in etc/xdg of the program's own prefix. Without a
+// file the values of the handheld apply.
 // Format: INI (see IniText.h); the keys and their defaults are the table in the .cpp file and
 // machine.ini.in. Paths may be relative to the profile's folder; closing "/" are taken off.
 #pragma once
 
-#include "platform/IniText.h"
+#include "platform/files/IniText.h"
 
 #include <QList>
 #include <QString>
@@ -43,8 +43,8 @@ public:
 
     /// The file that a process started now would read; empty without one.
     [[nodiscard]] static QString findFile();
-    /// Makes a relative $LUMIVAULT_MACHINE absolute: it is meant from the folder the program
-    /// was started in, and the program works in another one by the time it reads the profile.
+    /// Makes a relative $LUMIVAULT_MACHINE absolute. It is relative to the folder the program was
+    /// started in, and the program changes its folder before it reads the profile.
     static void fixNamedFile();
 
 private:

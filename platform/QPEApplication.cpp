@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "platform/QPEApplication.h"
 
-#include "platform/ForegroundWatcher.h"
 #include "platform/Machine.h"
 #include "platform/MachineProfile.h"
-#include "platform/MountWatcher.h"
-#include "platform/PanelStyle.h"
-#include "platform/PowerWatcher.h"
-#include "platform/QCopHub.h"
-#include "platform/ScreenSaverAgent.h"
-#include "platform/keyTranslation.h"
+#include "platform/cards/MountWatcher.h"
+#include "platform/keys/keyTranslation.h"
+#include "platform/power/PowerWatcher.h"
+#include "platform/screen/PanelStyle.h"
+#include "platform/session/ForegroundWatcher.h"
+#include "platform/session/QCopHub.h"
+#include "platform/session/ScreenSaverAgent.h"
 
 #include <QElapsedTimer>
 #include <QEventLoop>
@@ -22,7 +22,6 @@
 
 namespace {
 
-constexpr QSize kPanelSize(640, 480);
 /// Wider screens are desktops: there the window stays as big as the handheld's panel.
 constexpr int kWidestPanel = 800;
 /// A window manager needs this long to settle a new window's size, at the most.

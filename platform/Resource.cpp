@@ -22,7 +22,7 @@ QString findFile(const QString &name, const char *ending)
 
 QPixmap Resource::loadPixmap(const QString &name)
 {
-    if (qGuiApp != nullptr && qGuiApp->devicePixelRatio() > 1) {
+    if (qGuiApp->devicePixelRatio() > 1) {
         QPixmap dense(findFile(name, "@2x.png"));
         if (!dense.isNull()) {
             dense.setDevicePixelRatio(kDenseRatio);
@@ -30,6 +30,11 @@ QPixmap Resource::loadPixmap(const QString &name)
         }
     }
     return QPixmap(findPixmap(name));
+}
+
+QPixmap Resource::ownPixmap(const char *name)
+{
+    return loadPixmap(QLatin1String("lumivault/") + QLatin1String(name));
 }
 
 QString Resource::findPixmap(const QString &name)

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Kernels once wrote their memory figures as a table in bytes; today's write a line of KB for
-// each. The program reads the table.
+// The program reads memory figures as a table in bytes, as old kernels wrote it. Current kernels
+// write one line in KB for each figure; this converts them.
 #pragma once
 
 #include <QByteArray>

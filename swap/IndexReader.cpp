@@ -11,7 +11,7 @@ namespace {
 constexpr int kIntBytes = 4;
 constexpr qint64 kMaxBytes = qint64(4) * 1024 * 1024;
 
-/// 64 bits, so that no length of the file can wrap round.
+/// 64 bits, so that no length can overflow.
 constexpr qint64 textFieldBytes(qint64 length)
 {
     return (length + 4) & ~qint64(3);
@@ -21,7 +21,7 @@ constexpr qint64 textFieldBytes(qint64 length)
 
 QByteArray lumi::IndexReader::bytesOf(QIODevice &file)
 {
-    // A read makes room for all that it is asked for, so it must not be asked for too much.
+    // Limited, because read() allocates the whole size that it is asked for.
     return file.read(std::min(file.size(), kMaxBytes));
 }
 
@@ -97,7 +97,7 @@ QString lumi::IndexReader::readText()
     }
     const char *start = m_bytes.constData() + m_position;
     m_position += field;
-    // Behind a zero byte inside the text nothing counts: no file name holds one.
+    // The text ends at a zero byte, which no file name contains.
     return QString::fromLatin1(
         start, static_cast<qsizetype>(qstrnlen(start, static_cast<std::size_t>(length))));
 }

@@ -2,7 +2,7 @@
 // Reads the index records from the bytes of an index file, which may be cut or damaged. It
 // touches no file, so the diagnostic tool and the fuzzer use it as the store does. Every
 // length is checked against the bytes that are left. After the first field that is short or
-// absurd all further reads fail; the records read before it stand.
+// absurd all further reads fail; records read before it are kept.
 #pragma once
 
 #include "swap/indexRecords.h"
@@ -23,9 +23,9 @@ public:
     /// The bytes are shared with the caller's array.
     explicit IndexReader(const QByteArray &bytes);
 
-    /// Each of the three gives false, with the record unchanged, when the record is not whole
-    /// or holds an absurd field. A negative count is absurd; a count that is too large for the
-    /// bytes left only means that one of the next reads fails.
+    /// Each of the three returns false, with the record unchanged, if the record is cut or has an
+    /// absurd field. A negative count is absurd. If a count is too large for the bytes left, one of
+    /// the next reads fails.
     [[nodiscard]] bool readHeader(IndexHeader &header);
     [[nodiscard]] bool readControl(ControlRecord &control);
     [[nodiscard]] bool readBlock(BlockRecord &block);

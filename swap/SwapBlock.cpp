@@ -2,8 +2,8 @@
 #include "swap/SwapBlock.h"
 
 #include "app/common/diskSpace.h"
-#include "platform/NewFile.h"
 #include "platform/debugLog.h"
+#include "platform/files/NewFile.h"
 #include "swap/IndexReader.h"
 #include "swap/SwapPlace.h"
 #include "swap/swapTime.h"
@@ -23,14 +23,14 @@ namespace {
 /// What the cache leaves free for the user's own files.
 constexpr int kReservedKB = 10240;
 
-/// The numbers by which the two reports of a missing buffer are told apart.
+/// Numbers in the two reports of a missing buffer.
 constexpr int kWriteAssertion = 221;
 constexpr int kReadAssertion = 267;
 
 constexpr const char *kJpeg = "JPEG";
 constexpr qint64 kNotOpened = -1;
 
-/// More than any thumbnail has, and no burden for a small machine.
+/// More than any thumbnail has, and little memory.
 constexpr qint64 kMostPixels = qint64(1024) * 1024;
 
 void reportNullBuffer(int number)
@@ -48,8 +48,8 @@ QDateTime fileTime(const QString &path)
     return QFileInfo(path).lastModified();
 }
 
-/// Returns the number of bytes written, or kNotOpened. A file that is not whole leaves nothing. An
-/// old file of this name goes in any case.
+/// Returns the number of bytes written, or kNotOpened. A partly written file is removed. An old file
+/// of this name is removed in any case.
 qint64 writeFile(const QString &path, const QByteArray &bytes)
 {
     QFile::remove(path);
@@ -89,7 +89,7 @@ SwapBlock::SwapBlock(lumi::IndexReader &index, const QString &folder, const lumi
     m_param = record.param;
     m_kind = record.kind;
     if (QFile::exists(folder + QLatin1Char('/') + m_sourceName)) {
-        m_valid = place.holds(m_swapPath) && lumi::SwapPlace::isFile(m_swapPath);
+        m_valid = place.holds(m_swapPath) && lumi::isRegular(m_swapPath);
     } else {
         place.removeFile(m_swapPath);
     }
@@ -99,7 +99,7 @@ bool SwapBlock::bWrite(stSwap &swap, QDateTime sourceTime)
 {
     debugLog("[Write]%s -> %s", qUtf8Printable(m_sourceName), qUtf8Printable(m_swapPath));
     m_sourceTime = std::move(sourceTime);
-    // Of the user's documents, whichever file system the swap folder is on.
+    // The space of the user's documents counts, even if the swap folder is on another disk.
     const long freeKB = lumi::freeDocumentsKB();
     if (freeKB <= kReservedKB) {
         qWarning("SwapBlock::bWrite() No Disc Space (%ld KB)", freeKB);
@@ -143,7 +143,7 @@ bool SwapBlock::writeBuffer(const stSwap &swap)
     if (!m_valid) {
         qWarning("SwapBlock::bWrite() / Write Error");
     }
-    // The swap time stays null, so that this form is never read back.
+    // The swap time stays null, so the buffer form is never read back. This is required.
     return m_valid;
 }
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// One cached thing: a file in the swap folder and its bookkeeping record. A block is only
-// believed while neither its source file nor its swap file has a new time. Its key, within
-// its control, is source name, param and kind. Destruction never touches the swap file.
+// One cached image or buffer: a file in the swap folder and its record. A block is used only while
+// source file and swap file have their recorded times. Its key within its control is source name,
+// param and kind. The destructor keeps the swap file.
 // Format: the swap file is a plain JPEG in the image form, the raw bytes in the buffer form.
 #pragma once
 
@@ -24,8 +24,8 @@ public:
 
     /// Reads a block record. The block is valid if the source file, in the folder of its
     /// control, and the swap file both exist. The swap file of a vanished source is removed.
-    /// Both hold of swap files of the place only: any other is neither read nor removed. After
-    /// a failed read the index says so and the block is invalid.
+    /// A swap file outside the place is neither read nor removed. If the record can't be read,
+    /// the index is in the failed state and the block invalid.
     SwapBlock(lumi::IndexReader &index, const QString &folder, const lumi::SwapPlace &place);
 
     /// Called once, right after construction. False, with the block invalid, if there is too

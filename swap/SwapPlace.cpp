@@ -2,7 +2,6 @@
 #include "swap/SwapPlace.h"
 
 #include <QFile>
-#include <QFileInfo>
 
 QString lumi::SwapPlace::imagePath(int position, char kind, int param, const QString &name) const
 {
@@ -20,12 +19,6 @@ bool lumi::SwapPlace::holds(const QString &path) const
 {
     return path.lastIndexOf(QLatin1Char('/')) == m_folder.size() && path.startsWith(m_folder)
         && path.endsWith(m_extension);
-}
-
-bool lumi::SwapPlace::isFile(const QString &path)
-{
-    const QFileInfo info(path);
-    return info.isFile() && !info.isSymLink();
 }
 
 void lumi::SwapPlace::removeFile(const QString &path) const

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Where swap files lie and what they are called. Paths of swap files come back from an index
-// that may be damaged, so everything that deletes one asks here whether it is ours to delete.
+// The folder and the names of swap files. The index may be damaged and name any path, so a path from
+// it is checked here before a file is deleted.
 #pragma once
 
 #include <QString>
@@ -24,9 +24,6 @@ public:
 
     /// True if the path lies directly in the swap folder and ends in the extension.
     [[nodiscard]] bool holds(const QString &path) const;
-
-    /// True for a regular file. False for a link to one: the store never follows links.
-    [[nodiscard]] static bool isFile(const QString &path);
 
     /// Deletes the swap file; a path that holds() denies is left alone.
     void removeFile(const QString &path) const;

@@ -2,8 +2,8 @@
 #include "swap/SwapSystem.h"
 
 #include "app/common/messages.h"
-#include "platform/NewFile.h"
 #include "platform/debugLog.h"
+#include "platform/files/NewFile.h"
 #include "swap/IndexReader.h"
 #include "swap/IndexWriter.h"
 #include "swap/swapStore.h"
@@ -21,10 +21,10 @@
 
 namespace {
 
-/// More folders than a store has blocks that live on.
+/// More folders than a store has blocks after a restart.
 constexpr int kMostControls = 4096;
 
-/// Given to a control when there is no memory for finding a free one.
+/// The id of a control if there is no memory for the search for a free one.
 constexpr int kIdOfLastResort = 9999;
 
 struct KindLimit
@@ -40,7 +40,7 @@ constexpr KindLimit kKindLimits[] = {
     {'d', 400, 200},
 };
 
-/// Kinds outside the table have no room at all.
+/// The limit of a kind outside the table is 0.
 KindLimit limitOf(char kind)
 {
     const auto *found = std::find_if(std::begin(kKindLimits), std::end(kKindLimits),
@@ -106,7 +106,7 @@ void SwapSystem::InitRead()
     }
     QFile(markerPath()).open(QIODevice::ReadWrite | QIODevice::NewOnly);
     QFile file(indexPath());
-    if (!lumi::SwapPlace::isFile(indexPath()) || !file.open(QIODevice::ReadOnly)) {
+    if (!lumi::isRegular(indexPath()) || !file.open(QIODevice::ReadOnly)) {
         qWarning("SwapSystem::InitRead Not Initialze File"); // sic
         return;
     }
@@ -240,8 +240,8 @@ void SwapSystem::trim(signed char kind, int target)
     while (m_current != nullptr) {
         trimCurrent(kind);
         m_current = m_controls.next();
-        // Counting runs the same cursor off the end: the next step but one finds no control,
-        // so no more than two are ever trimmed.
+        // countKind() moves the same cursor to the end, so the next call of next() returns null:
+        // at most two controls are trimmed. This is required.
         if (countKind(kind) <= target) {
             break;
         }
@@ -345,7 +345,7 @@ bool SwapSystem::bRemoveControl(const QString &folder)
     if (m_current == nullptr) {
         return false;
     }
-    // Kept to the end: the string may be that of the control.
+    // Deleted last, because `folder` may be the string of this control.
     m_controls.findRef(m_current);
     const std::unique_ptr<SwapControl> control(m_controls.take());
     m_current = nullptr;
@@ -363,7 +363,7 @@ void SwapSystem::removeControl(const SwapControl *control)
 void SwapSystem::Clear()
 {
     clearFiles();
-    // Copied: the string goes with its control.
+    // A copy, because the control is deleted.
     const QString folder = m_current != nullptr ? m_current->folder() : QString();
     m_current = nullptr;
     m_controls.clear();
@@ -379,7 +379,7 @@ void SwapSystem::clearFiles()
     if (!entered) {
         return;
     }
-    // By its full path, not as the working directory: only files of the store may go.
+    // The full path makes sure that only files of the store are removed.
     QDir folder(m_swapFolder);
     const QStringList names
         = folder.entryList({QLatin1Char('*') + m_extension},

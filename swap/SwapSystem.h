@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 // The swap store: a cache of thumbnails on disk that survives between runs. It owns the swap
-// folder and one control per photo folder, and loads and saves the index. A run marker in the
-// folder stands from start to clean end; a start that finds one empties the store, since
-// neither index nor swap files can then be trusted. Failures never reach the user, the
-// thumbnail is just made again. Construction and Clear() change the working directory, into
-// whose control blocks go when no control is current.
+// folder and one control per photo folder, and loads and saves the index. A run marker exists in
+// the folder from start to clean end. A start that finds one empties the store, because index and
+// swap files can't be trusted. Failures are not shown to the user: the thumbnail is made again.
+// Construction and Clear() change the working directory, whose control is used when no control is
+// current.
 // Owns: the controls and, through them, the blocks.
 #pragma once
 
@@ -22,7 +22,7 @@ class QSize;
 class SwapSystem : public QDir
 {
 public:
-    /// The folder, in the encoding of the file system, absolute, is made if it is missing.
+    /// folder: an absolute path in the encoding of the file system; created if it is missing.
     /// May show a message box.
     SwapSystem(const QByteArray &folder, const QString &extension);
 
@@ -36,8 +36,8 @@ public:
     void InitRead();
     void InitWrite();
 
-    /// Makes the control of this folder current, and creates it at need with this id, or the
-    /// lowest free one for -1. No control is current after an empty folder.
+    /// Makes the control of this folder current. If it is new, it gets this id, or the lowest free
+    /// one for -1. An empty folder makes no control current.
     void SetCurrent(const QString &folder, int id);
 
     /// Deletes the swap files and all blocks; a current folder stays current. Index and run
@@ -51,7 +51,7 @@ public:
     [[nodiscard]] bool bAppend(const QString &name, unsigned char *buf, int size, int param);
     [[nodiscard]] bool bLoad(const QString &name, QImage *image, int param, char kind);
 
-    /// In size goes the room in the buffer, out comes the number of bytes read.
+    /// size: in, the size of the buffer; out, the number of bytes read.
     [[nodiscard]] bool bLoad(const QString &name, unsigned char *buf, int *size, int param);
     [[nodiscard]] bool bGetSize(const QString &name, QSize *size);
     [[nodiscard]] bool bSetSize(const QString &name, const QSize *size);

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The transfer descriptor by which every block operation is given its payload. A non-null
-// image selects the image form, otherwise the buffer form is meant.
+// The data of a block operation. With an image it is the image form, otherwise the buffer form.
 #pragma once
 
 class QImage;

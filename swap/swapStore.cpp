@@ -11,8 +11,8 @@ SwapSystem *&handle()
     return stored;
 }
 
-/// The store with the folder of the path current, and the file's name; null if there is no
-/// store or the path is refused.
+/// The store, with the control of the path's folder current, and the file's name. Null without a
+/// store or for a path without a folder.
 SwapSystem *storeFor(const QString &path, QString &name)
 {
     SwapSystem *store = handle();

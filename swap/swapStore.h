@@ -10,8 +10,8 @@ class QImage;
 class QSize;
 class SwapSystem;
 
-/// The process-wide handle: a non-null pointer is stored; in every case the stored one comes
-/// back. A store that is destroyed takes itself out.
+/// The process-wide handle. Stores a non-null pointer; returns the stored one. The destructor of a
+/// store resets it.
 SwapSystem *swapSystem(SwapSystem *set = nullptr);
 
 namespace lumi {

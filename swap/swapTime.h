@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The store's clock. The index keeps whole seconds in 32 bits, so blocks are compared in the
-// same measure in memory too: otherwise each block written in this run would miss in the next.
+// Times of the store. The index has whole seconds in 32 bits, so times in memory are compared in
+// whole seconds too. Otherwise no block would be found after a restart.
 #pragma once
 
 #include <QDateTime>

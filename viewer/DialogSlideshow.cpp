@@ -4,7 +4,7 @@
 #include "app/common/Settings.h"
 #include "app/common/messageIds.h"
 #include "app/common/messages.h"
-#include "platform/dialogButtons.h"
+#include "platform/windows/dialogButtons.h"
 
 #include <QComboBox>
 #include <QDialogButtonBox>

@@ -2,7 +2,7 @@
 // The picture of the viewer: what is decoded when, and how large it is drawn.
 #include "app/common/messages.h"
 #include "items/FPVItemImage.h"
-#include "platform/QWSRegionManager.h"
+#include "platform/screen/QWSRegionManager.h"
 #include "viewer/FPVPictureScrollView.h"
 #include "viewer/PictureScrollView.h"
 #include "viewer/zoomSteps.h"

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "viewer/PictureScrollView.h"
 
-#include "platform/QDirectPainter.h"
-#include "platform/QWSRegionManager.h"
+#include "platform/screen/QDirectPainter.h"
+#include "platform/screen/QWSRegionManager.h"
 #include "viewer/zoomPainting.h"
 
 #include <QKeyEvent>

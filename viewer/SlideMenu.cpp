@@ -3,7 +3,7 @@
 
 #include "app/common/messageIds.h"
 #include "app/common/messages.h"
-#include "platform/deviceKey.h"
+#include "platform/keys/deviceKey.h"
 
 #include <QKeyEvent>
 

@@ -4,9 +4,9 @@
 
 #include "app/common/power.h"
 #include "platform/Global.h"
-#include "platform/QCopChannel.h"
-#include "platform/QDirectPainter.h"
 #include "platform/QPEApplication.h"
+#include "platform/screen/QDirectPainter.h"
+#include "platform/session/QCopChannel.h"
 #include "viewer/SlideMenu.h"
 #include "viewer/slideOrder.h"
 

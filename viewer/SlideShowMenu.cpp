@@ -6,7 +6,7 @@
 #include "files/engine/folderEntries.h"
 #include "platform/Machine.h"
 #include "platform/QPEApplication.h"
-#include "platform/deviceKey.h"
+#include "platform/keys/deviceKey.h"
 #include "viewer/SlideMenu.h"
 #include "viewer/SlideShow.h"
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The cycle of decoding, waiting and drawing.
-#include "platform/QDirectPainter.h"
+#include "platform/screen/QDirectPainter.h"
 #include "viewer/SlideMenu.h"
 #include "viewer/SlideShow.h"
 #include "viewer/slideOrder.h"

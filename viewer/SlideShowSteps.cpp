@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The steps that the user asks for.
-#include "platform/QDirectPainter.h"
+#include "platform/screen/QDirectPainter.h"
 #include "viewer/SlideShow.h"
 #include "viewer/slideOrder.h"
 

@@ -2,7 +2,7 @@
 #include "views/folderRoots.h"
 
 #include "app/common/paths.h"
-#include "platform/CardSlots.h"
+#include "platform/cards/CardSlots.h"
 
 QString lumi::photoStorePath()
 {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A message box under a name of our own, as base of the full-screen viewer.
+// The base class of the full-screen viewer.
 #pragma once
 
 #include <QMessageBox>

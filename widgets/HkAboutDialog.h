@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The version dialog. It holds the keyboard while it is up, and shows the build information
-// only to those who press Shift and Down.
+// The version dialog. It grabs the keyboard while it is shown. Shift and Down show the build
+// information.
 #pragma once
 
 #include "widgets/HkAboutDialogBase.h"

@@ -7,7 +7,7 @@
 
 namespace {
 
-// Small enough for three lines and the button in the height that the dialog is given.
+// Small, because the dialog's height is fixed and must hold three lines and the button.
 constexpr int kMargin = 4;
 constexpr int kSpacing = 2;
 

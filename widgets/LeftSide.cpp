@@ -10,7 +10,7 @@ lumi::LeftSide::LeftSide(QWidget *parent)
     : BackgroundWidget(parent)
     , m_column(new MyLeftWidget(this))
 {
-    setBackgroundPixmap(Resource::loadPixmap(QStringLiteral("lumivault/bg_left")));
+    setBackgroundPixmap(Resource::ownPixmap("bg_left"));
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_column, 0, Qt::AlignTop);

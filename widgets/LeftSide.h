@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The left side of a form: the column of buttons, whose size is fixed, at the top, and its
-// background from there down to the bottom of the form.
+// The left side of a form: the column of buttons at the top, which has a fixed size, and the
+// background below it.
 #pragma once
 
 #include "platform/toolkit/BackgroundWidget.h"

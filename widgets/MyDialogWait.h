@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The dialog that is seen while the program works. It can't be dismissed by the user: neither
-// Escape nor the window manager closes it, only the caller or its time limit.
+// The dialog shown while the program works. The user can't close it; it is closed by the caller or
+// by its time limit.
 #pragma once
 
 #include <QDialog>

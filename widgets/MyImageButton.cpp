@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "widgets/MyImageButton.h"
 
+#include "widgets/focusPainters.h"
+
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -8,7 +10,6 @@
 
 namespace {
 
-const QColor kYellow(255, 255, 0);
 constexpr int kPlainFrameWidth = 3;
 
 bool strictlyInside(const QPoint &position, const QSize &size)
@@ -189,6 +190,6 @@ void MyImageButton::paintEvent(QPaintEvent * /*event*/)
         painter.end(); // one painter at a time
         m_focusPainter(this);
     } else {
-        qDrawPlainRect(&painter, 0, 0, width(), height(), kYellow, kPlainFrameWidth);
+        qDrawPlainRect(&painter, 0, 0, width(), height(), lumi::kFocusColor, kPlainFrameWidth);
     }
 }

@@ -18,7 +18,7 @@ public:
     /// @param focusPainter null for a plain yellow frame of three pixels
     explicit MyImageButton(QWidget *parent, FocusPainter focusPainter = nullptr);
 
-    /// Also stands in for each other picture that is still null, and fixes the button's size.
+    /// Also used for each other picture that is null. Sets the size of the button.
     void setNormalPixmap(const QPixmap &pixmap);
     void setPressedPixmap(const QPixmap &pixmap);
     void setOnPixmap(const QPixmap &pixmap);

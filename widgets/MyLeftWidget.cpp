@@ -21,7 +21,7 @@ struct ButtonRow
     Slot slot = nullptr;
 };
 
-// The slideshow and the way back are actions, not modes: "on" looks like "off".
+// Slideshow and top menu are actions, not modes, so their "on" pictures are those of "off".
 constexpr std::array<ButtonRow, MyLeftWidget::AllButtons> kButtons = {{
     {{7, 10},
      {"look_a", "look_a_push", "look_a_on", "look_a_push_on"},
@@ -54,11 +54,6 @@ SharedPictures &pictureStore()
     return store;
 }
 
-QPixmap load(const char *name)
-{
-    return Resource::loadPixmap(QStringLiteral("lumivault/") + QLatin1String(name));
-}
-
 void releasePictures()
 {
     pictureStore() = SharedPictures();
@@ -72,10 +67,10 @@ const SharedPictures &sharedPictures()
     }
     for (std::size_t i = 0; i < kButtons.size(); ++i) {
         for (std::size_t state = 0; state < kPictureStates; ++state) {
-            store.buttons.at(i).at(state) = load(kButtons.at(i).pictures.at(state));
+            store.buttons.at(i).at(state) = Resource::ownPixmap(kButtons.at(i).pictures.at(state));
         }
     }
-    store.background = load("bg_left");
+    store.background = Resource::ownPixmap("bg_left");
     store.loaded = true;
     // No pixmap may outlive the application object.
     qAddPostRoutine(releasePictures);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the menus of all forms have in common.
+// The menu entries that all forms have.
 #pragma once
 
 class QWidget;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The look that the dialogs share: a raised double frame round all they hold.
+// The common look of the dialogs: a raised double frame round their contents.
 #pragma once
 
 class QDialog;

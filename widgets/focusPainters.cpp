@@ -8,11 +8,10 @@
 
 namespace {
 
-const QColor kYellow(255, 255, 0);
 constexpr int kStep = 2;
 
-/// Each frame is two pixels further in than the one before at the top, the left and the
-/// right, but not at the bottom: there the lines run nearer to the outer one.
+/// Each frame lies two pixels inside the one before at the top, the left and the right. At the
+/// bottom each frame lies two pixels lower than that.
 void paintFrames(MyImageButton *button, int count)
 {
     QPainter painter(button);
@@ -20,7 +19,7 @@ void paintFrames(MyImageButton *button, int count)
         const int inset = i * kStep;
         const int heightLost = i == 0 ? 0 : 2 * inset - kStep;
         qDrawPlainRect(&painter, inset, inset, button->width() - 2 * inset,
-                       button->height() - heightLost, kYellow);
+                       button->height() - heightLost, lumi::kFocusColor);
     }
 }
 

@@ -2,9 +2,13 @@
 // Focus frames of the picture buttons: nested yellow rectangles, one pixel wide.
 #pragma once
 
+#include <QRgb>
+
 class MyImageButton;
 
 namespace lumi {
+
+inline constexpr QRgb kFocusColor = 0xFFFFFF00; ///< of all focus frames
 
 /// The frame of the small buttons.
 void paintThreeRectangles(MyImageButton *button);

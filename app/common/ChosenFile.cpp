@@ -9,7 +9,7 @@
 
 namespace {
 
-/// Cards keep times in steps of this, and the system knows better only until they are unmounted.
+/// Cards store times in steps of two seconds. The system keeps finer times until the unmount.
 constexpr qint64 kCardSeconds = 2;
 
 } // namespace

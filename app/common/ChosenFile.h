@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// A file or folder that was chosen for something that is done later. Cameras number alike, so
-// that its path may lead to a photo of another card by then. Numbers of inodes don't tell: cards
-// have none, and the system makes them up anew at each mount.
+// A file or folder that the user chose and that is used later, such as a cut photo. All cameras
+// number their photos in the same way, so after a card change its path may lead to another photo.
+// Inode numbers don't help: FAT has none, and the system assigns new ones at each mount.
 #pragma once
 
 #include "app/common/Medium.h"
@@ -23,8 +23,8 @@ public:
 
     [[nodiscard]] const QString &path() const { return m_path; }
 
-    /// True while its medium has not been missed, whatever has become of it there; else only if
-    /// size and time are those of then, as on the same card that is in again.
+    /// True while its card or disk has been present all the time, even if the file has changed.
+    /// If the card was out in between, true if the file has its old size and time.
     [[nodiscard]] bool isStillIt() const;
 
     /// One for each path. Those of one folder share its medium: ten thousand are cheap.

@@ -9,7 +9,7 @@
 // another form until the release. So no form is reloaded or deleted under its own slot.
 #pragma once
 
-#include "platform/QCopChannel.h"
+#include "platform/session/QCopChannel.h"
 
 #include <QWidget>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/common/Medium.h"
 
-#include "platform/CardSlots.h"
+#include "platform/cards/CardSlots.h"
 
 #include <QFile>
 
@@ -38,8 +38,8 @@ std::optional<dev_t> lumi::Medium::device() const
 {
     struct stat figures = {};
     const QByteArray folder = QFile::encodeName(m_folder);
-    // From inside first, so that one that is mounted when somebody enters it is entered. Not
-    // everybody may enter every folder.
+    // "/." enters the folder, which makes an automounter mount it. Without the right to enter, the
+    // folder itself is looked at.
     const bool isKnown = ::stat(QByteArray(folder + "/.").constData(), &figures) == 0
         || ::stat(folder.constData(), &figures) == 0;
     return isKnown ? std::make_optional(figures.st_dev) : std::nullopt;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// The card or other file system that a folder is on, as it was when this was made. When a card is
-// unmounted its folder stays: an empty folder of the device's own disk, which must not get what was
-// meant for the card, because the next card hides it.
+// The card or other file system that a folder was on when this object was made. When a card is
+// unmounted, its folder remains as an empty folder of the device's own disk. Nothing may be written
+// there: the next card hides it.
 #pragma once
 
 #include <QString>
@@ -15,7 +15,7 @@ namespace lumi {
 class Medium
 {
 public:
-    /// Of no folder, and never gone.
+    /// Belongs to no folder; always there.
     Medium() = default;
     explicit Medium(const QString &folder);
 

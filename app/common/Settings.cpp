@@ -5,97 +5,73 @@
 
 namespace {
 
-int readEntry(const QString &group, const QString &key, int defaultValue)
-{
-    Config config(QStringLiteral("lumivault"), Config::User);
-    config.setGroup(group);
-    return config.readNumEntry(key, defaultValue);
-}
-
-void writeEntry(const QString &group, const QString &key, int value)
-{
-    Config config(QStringLiteral("lumivault"), Config::User);
-    config.setGroup(group);
-    config.writeEntry(key, value);
-}
-
-int slideshowEntry(const QString &key, int defaultValue)
-{
-    return readEntry(QStringLiteral("Slideshow"), key, defaultValue);
-}
-
-void setSlideshowEntry(const QString &key, int value)
-{
-    writeEntry(QStringLiteral("Slideshow"), key, value);
-}
-
-int commonEntry(const QString &key, int defaultValue)
-{
-    return readEntry(QStringLiteral("Common"), key, defaultValue);
-}
-
-void setCommonEntry(const QString &key, int value)
-{
-    writeEntry(QStringLiteral("Common"), key, value);
-}
-
 constexpr int kFirstRow = 0;
 constexpr int kDefaultTimeRow = 1;  // 3 seconds
 constexpr int kDefaultCountRow = 1; // twice
 constexpr int kDefaultFontIndex = 2;
 
+Config slideshow()
+{
+    Config config(QStringLiteral("lumivault"));
+    config.setGroup(QStringLiteral("Slideshow"));
+    return config;
+}
+
+Config common()
+{
+    Config config(QStringLiteral("lumivault"));
+    config.setGroup(QStringLiteral("Common"));
+    return config;
+}
+
 } // namespace
 
-namespace lumi {
-
-int Settings::operation()
+int lumi::Settings::operation()
 {
-    return slideshowEntry(QStringLiteral("Operation"), kFirstRow);
+    return slideshow().readNumEntry(QStringLiteral("Operation"), kFirstRow);
 }
 
-void Settings::setOperation(int row)
+void lumi::Settings::setOperation(int row)
 {
-    setSlideshowEntry(QStringLiteral("Operation"), row);
+    slideshow().writeEntry(QStringLiteral("Operation"), row);
 }
 
-int Settings::dispOrder()
+int lumi::Settings::dispOrder()
 {
-    return slideshowEntry(QStringLiteral("DispOrder"), kFirstRow);
+    return slideshow().readNumEntry(QStringLiteral("DispOrder"), kFirstRow);
 }
 
-void Settings::setDispOrder(int row)
+void lumi::Settings::setDispOrder(int row)
 {
-    setSlideshowEntry(QStringLiteral("DispOrder"), row);
+    slideshow().writeEntry(QStringLiteral("DispOrder"), row);
 }
 
-int Settings::dispTime()
+int lumi::Settings::dispTime()
 {
-    return slideshowEntry(QStringLiteral("DispTime"), kDefaultTimeRow);
+    return slideshow().readNumEntry(QStringLiteral("DispTime"), kDefaultTimeRow);
 }
 
-void Settings::setDispTime(int row)
+void lumi::Settings::setDispTime(int row)
 {
-    setSlideshowEntry(QStringLiteral("DispTime"), row);
+    slideshow().writeEntry(QStringLiteral("DispTime"), row);
 }
 
-int Settings::dispCount()
+int lumi::Settings::dispCount()
 {
-    return slideshowEntry(QStringLiteral("DispCount"), kDefaultCountRow);
+    return slideshow().readNumEntry(QStringLiteral("DispCount"), kDefaultCountRow);
 }
 
-void Settings::setDispCount(int row)
+void lumi::Settings::setDispCount(int row)
 {
-    setSlideshowEntry(QStringLiteral("DispCount"), row);
+    slideshow().writeEntry(QStringLiteral("DispCount"), row);
 }
 
-int Settings::fontSize()
+int lumi::Settings::fontSize()
 {
-    return commonEntry(QStringLiteral("FontSize"), kDefaultFontIndex);
+    return common().readNumEntry(QStringLiteral("FontSize"), kDefaultFontIndex);
 }
 
-void Settings::setFontSize(int index)
+void lumi::Settings::setFontSize(int index)
 {
-    setCommonEntry(QStringLiteral("FontSize"), index);
+    common().writeEntry(QStringLiteral("FontSize"), index);
 }
-
-} // namespace lumi

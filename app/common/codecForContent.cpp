@@ -7,7 +7,7 @@
 
 namespace {
 
-// In a tie the earlier one stands.
+// Of equal scores the first one wins.
 constexpr std::array<const char *, 4> kCandidates = {"SJIS", "eucJP", "JIS", "UTF-8"};
 
 } // namespace

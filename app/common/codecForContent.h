@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Guesses the encoding of text that doesn't say its own.
+// Guesses the encoding of a text.
 #pragma once
 
 class QTextCodec;

@@ -2,7 +2,7 @@
 #include "app/common/diskSpace.h"
 
 #include "app/common/paths.h"
-#include "platform/CardSlots.h"
+#include "platform/cards/CardSlots.h"
 
 #include <QFile>
 

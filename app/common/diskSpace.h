@@ -5,15 +5,15 @@
 #include <QByteArray>
 #include <QString>
 
-/// KB that an ordinary user may still write; -1 if the path is null or can't be asked.
+/// Free KB for an ordinary user; -1 if the path is null or the call fails.
 [[nodiscard]] int freeDiskKB(const QByteArray &path);
 
-/// Size of the file system in KB; -1 if the path is null or can't be asked.
+/// Size of the file system in KB; -1 if the path is null or the call fails.
 [[nodiscard]] int totalDiskKB(const QByteArray &path);
 
 namespace lumi {
 
-/// Free KB where the photo store is, whatever the path at hand; -1 if it can't be asked.
+/// Free KB on the file system of the photo store; -1 if the call fails.
 [[nodiscard]] int freeDocumentsKB();
 
 /// Free KB of the card whose folder's path begins the given one, if it is in, else of the file

@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "app/common/getText.h"
 
-#include "platform/PanelStyle.h"
+#include "platform/screen/PanelStyle.h"
 
 #include <QDialog>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPointer>
 #include <QVBoxLayout>
 
 namespace {
@@ -35,10 +34,10 @@ QLineEdit *addLine(QDialog *dialog, const QString &label)
 QString getText(QWidget *parent, const QString &caption, const QString &label,
                 const QString &initial, int maxLength)
 {
-    const QPointer<QDialog> dialog(new QDialog(parent)); // the parent may go while it is up
-    dialog->setModal(true);
-    dialog->setWindowTitle(caption);
-    QLineEdit *line = addLine(dialog, label);
+    QDialog dialog(parent);
+    dialog.setModal(true);
+    dialog.setWindowTitle(caption);
+    QLineEdit *line = addLine(&dialog, label);
     if (maxLength > 0) {
         line->setMaxLength(maxLength);
     }
@@ -47,8 +46,5 @@ QString getText(QWidget *parent, const QString &caption, const QString &label,
         line->selectAll();
     }
     line->setFocus();
-    const bool accepted = dialog->exec() == QDialog::Accepted;
-    QString text = accepted && dialog ? line->text() : QString();
-    delete dialog;
-    return text;
+    return dialog.exec() == QDialog::Accepted ? line->text() : QString();
 }

@@ -6,6 +6,6 @@ class QString;
 class QWidget;
 
 /// @param maxLength in characters; no limit if 0 or less
-/// Returns the line, which may be empty but is not null then; a null string on cancel.
+/// Returns the line (empty, not null, if nothing was typed), or a null string on cancel.
 [[nodiscard]] QString getText(QWidget *parent, const QString &caption, const QString &label,
                               const QString &initial, int maxLength);

@@ -7,8 +7,7 @@
 
 namespace {
 
-/// Takes characters from the front as long as the next one and the dots still fit, so that a
-/// cut text may be shorter than it would have to be.
+/// Takes characters from the front while the next one fits together with the dots.
 QString elided(const QString &text, const QFontMetrics &metrics, int width)
 {
     const QString dots = QStringLiteral("...");

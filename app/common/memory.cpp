@@ -28,7 +28,7 @@ int lumi::memoryToCountOnKB(const QByteArray &figures)
 {
     const QByteArray secondLine = figures.split('\n').value(1);
     const QList<QByteArray> fields = secondLine.simplified().split(' ');
-    // Buffers count twice on purpose: they are given back first.
+    // Buffers count twice on purpose: the kernel frees them first.
     const qint64 bytes = figure(fields, kFreeColumn) + figure(fields, kCachedColumn)
         + 2 * figure(fields, kBuffersColumn);
     const qint64 kiloBytes = bytes >> kShiftToKB;

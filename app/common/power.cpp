@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "app/common/power.h"
 
-#include "platform/PowerStatusManager.h"
-#include "platform/QCopEnvelope.h"
+#include "platform/power/PowerStatusManager.h"
+#include "platform/session/QCopEnvelope.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// One process-wide fact: the main window has accepted its closing, and the program is on its
-// way out. Set once by the main window; only tests ever clear it.
+// Process-wide flag: the main window was closed and the program is about to end. The main window
+// sets it; only tests clear it.
 #pragma once
 
 namespace lumi {

@@ -11,10 +11,10 @@
 #include "exif/ui/MyMultiLineEdit.h"
 #include "exif/ui/exifWriteBack.h"
 #include "platform/QPEApplication.h"
-#include "platform/QPEMenuBar.h"
-#include "platform/QPEToolBar.h"
 #include "platform/Resource.h"
 #include "platform/toolkit/QPopupMenu.h"
+#include "platform/windows/QPEMenuBar.h"
+#include "platform/windows/QPEToolBar.h"
 #include "widgets/MyDialogWait.h"
 #include "widgets/commonActions.h"
 

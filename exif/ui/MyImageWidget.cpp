@@ -6,7 +6,7 @@
 #include "app/common/messages.h"
 #include "exif/FPVExifFields.h"
 #include "exif/ui/infoRow.h"
-#include "platform/deviceKey.h"
+#include "platform/keys/deviceKey.h"
 #include "views/FPVPictureView.h"
 #include "widgets/MyDialogWait.h"
 

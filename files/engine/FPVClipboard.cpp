@@ -8,7 +8,7 @@
 #include "files/engine/folderEntries.h"
 #include "files/engine/rawCopy.h"
 #include "items/FPVItemList.h"
-#include "platform/fileCalls.h"
+#include "platform/files/fileCalls.h"
 
 #include <QDir>
 #include <QFile>

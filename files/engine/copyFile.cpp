@@ -3,7 +3,7 @@
 
 #include "app/common/diskSpace.h"
 #include "files/engine/folderEntries.h"
-#include "platform/NewFile.h"
+#include "platform/files/NewFile.h"
 
 #include <QCoreApplication>
 #include <QFile>

@@ -2,7 +2,7 @@
 #include "files/engine/folderEntries.h"
 
 #include "app/common/paths.h"
-#include "platform/fileCalls.h"
+#include "platform/files/fileCalls.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "files/engine/rawCopy.h"
 
-#include "platform/NewFile.h"
 #include "platform/debugLog.h"
-#include "platform/fileCalls.h"
+#include "platform/files/NewFile.h"
+#include "platform/files/fileCalls.h"
 
 #include <QFile>
 #include <QFileInfo>

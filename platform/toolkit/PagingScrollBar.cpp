@@ -4,7 +4,7 @@
 PagingScrollBar::PagingScrollBar(Qt::Orientation orientation, QWidget *parent)
     : QScrollBar(orientation, parent)
 {
-    // The menu of the base jumps about without a step or a drag that could be told on.
+    // The context menu would change the value without any of the signals below.
     setContextMenuPolicy(Qt::PreventContextMenu);
     connect(this, &QAbstractSlider::actionTriggered, this, &PagingScrollBar::takeAction);
 }
@@ -44,8 +44,8 @@ void PagingScrollBar::takeAction(int action)
 
 void PagingScrollBar::takePlace()
 {
-    // A drag, and a click that pulls the slider to itself, are told by the release. A wheel
-    // turned against the end moves nothing.
+    // Drags, and clicks that move the slider to the pointer, are reported at the release. A wheel
+    // turn at the end of the range changes nothing.
     if (m_beingPressed || isSliderDown() || sliderPosition() == value()) {
         return;
     }

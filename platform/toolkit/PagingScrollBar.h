@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
-// A scroll bar that tells apart what the user did to it: a view that builds its pages anew
-// wants to act once per step, and on a drag not before the slider is let go. valueChanged()
-// can't say that. Arrows, groove and keys come as steps; whatever puts the bar to a place in
-// one go (wheel, Home, End) comes as one sliderReleased(), as the end of a drag does.
-// The value is the new one whenever a signal comes.
+// A scroll bar that reports what the user did, for a view that rebuilds its page at each step and
+// at the end of a drag; valueChanged() doesn't tell these apart. Arrows, groove and keys are
+// steps. A wheel turn, Home and End are one sliderReleased(), like the end of a drag. The value is
+// already the new one when a signal is sent.
 #pragma once
 
 #include <QScrollBar>
@@ -16,7 +15,7 @@ public:
     explicit PagingScrollBar(Qt::Orientation orientation, QWidget *parent = nullptr);
 
 Q_SIGNALS:
-    /// One line or page on or back was asked for, even where the bar stands at its end.
+    /// A step of one line or page, also at the end of the range.
     void nextLine();
     void prevLine();
     void nextPage();

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
-// A list of pointers with a cursor and, if wanted, with ownership. Several containers of the
-// system are walked by first/next while their items are removed or the list is counted, and
-// what follows depends on where the cursor ends up, which no standard container can say.
-// Every access that names a place moves the cursor there; a range-for does not.
+// A list of pointers with a cursor and optional ownership. Code that walks such a list by first()
+// and next() while it removes or counts items relies on where the cursor stands afterwards; no
+// standard container has one. Every access to a place moves the cursor there; a range-for does not.
 // Owns: its items while auto-delete is on.
 #pragma once
 
@@ -107,8 +106,8 @@ public:
 
     T *last() { return moveTo(count() - 1); }
 
-    /// Off either end the answer is null and so is the cursor, from where next() and prev()
-    /// lead nowhere; only first(), last(), at(i), find() and insertion bring it back.
+    /// Beyond either end the result and the cursor are null. From there next() and prev() return
+    /// null; first(), last(), at(i), find() and insertion set the cursor again.
     T *next() { return m_current < 0 ? nullptr : moveTo(m_current + 1); }
 
     T *prev() { return m_current < 0 ? nullptr : moveTo(m_current - 1); }

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
-// An accelerator on a key code, heard wherever the focus is in the window of its parent; the
-// code may be one of the device's own keys, which stand for no character or named key.
-// activated() tells of it.
+// A shortcut for a key code in the whole window of its parent. The code may be one of the device's
+// own keys, for which Qt has no name. Emits activated().
 #pragma once
 
 #include <QShortcut>

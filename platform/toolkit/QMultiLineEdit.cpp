@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/toolkit/QMultiLineEdit.h"
 
-#include "platform/PanelStyle.h"
+#include "platform/screen/PanelStyle.h"
 
 #include <QInputMethodEvent>
 #include <QKeyEvent>

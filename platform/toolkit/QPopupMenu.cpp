@@ -3,7 +3,7 @@
 
 namespace {
 
-// -1 means "any number" to the callers and "none" to those who ask.
+// -1 is not used: as an argument it means "any number", as a result "none".
 int freshId()
 {
     static int next = -2;

@@ -26,18 +26,18 @@ public:
         return identify(action, accel, id);
     }
 
-    /// Appends an entry that only exec() tells of.
+    /// Appends an entry without a slot; exec() returns its number.
     int insertItem(const QString &text, int id = -1);
 
-    /// Appends a submenu, which stays with its own parent.
+    /// Appends a submenu, which keeps its parent.
     int insertItem(const QString &text, QPopupMenu *popup, int id = -1);
 
     void insertSeparator() { addSeparator(); }
 
     /// The three setters look through the submenus too; an unknown number does nothing.
     void setItemEnabled(int id, bool enable);
-    /// The entry shows a check mark from the first call on. Choosing a checkable entry turns
-    /// its mark over before the slot runs; set all marks anew at aboutToShow().
+    /// The first call makes the entry checkable. Choosing a checkable entry toggles its mark before
+    /// the slot runs, so set all marks at aboutToShow().
     void setItemChecked(int id, bool check);
     void setItemVisible(int id, bool visible);
 

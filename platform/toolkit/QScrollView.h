@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A scroll area in which mouse events come in the coordinates of the contents and children
-// are put to a place of the contents. The views of this program switch its bars off and bring
-// their own; what they use of it is the viewport, the frame and the focus.
+// A scroll area with mouse events and child positions in coordinates of its contents. The views of
+// this program switch its bars off and have their own; they use its viewport, frame and focus.
 #pragma once
 
 #include <QAbstractScrollArea>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "app/FormTop.h"
-#include "platform/QPEMenuBar.h"
-#include "platform/QPEToolBar.h"
 #include "platform/toolkit/QPopupMenu.h"
+#include "platform/windows/QPEMenuBar.h"
+#include "platform/windows/QPEToolBar.h"
 #include "swap/SwapSystem.h"
 #include "swap/swapStore.h"
 #include "tests/support/FakeMachine.h"
@@ -83,7 +83,6 @@ private Q_SLOTS:
     void cleanup();
     void columnShowsNoButton();
     void layoutLeavesNoGap();
-    void backgroundIsTiled();
     void bigButtons_data();
     void bigButtons();
     void importButtonHasTheFocus();
@@ -94,7 +93,6 @@ private Q_SLOTS:
     void menuBarIsHiddenUntilTheStart();
     void menuHasThreeEntries();
     void menuBarGoesWithTheForm();
-    void toolBarMayGoFirst();
     void cacheQuestion();
     void cacheStays_data();
     void cacheStays();
@@ -210,14 +208,6 @@ void TestFormTop::layoutLeavesNoGap()
         QRect(kColumnSize.width(), 0, m_form->width() - kColumnSize.width(), m_form->height()));
 }
 
-void TestFormTop::backgroundIsTiled()
-{
-    QWidget *area = bigButton(0)->parentWidget();
-    const QImage shown = area->grab().toImage();
-    QCOMPARE(shown.pixelColor(0, 0), QColor(Qt::lightGray));
-    QCOMPARE(shown.pixelColor(area->width() - 1, area->height() - 1), QColor(Qt::lightGray));
-}
-
 void TestFormTop::bigButtons_data()
 {
     lumi::test::columns<int, QPoint, QColor, QColor>();
@@ -325,14 +315,6 @@ void TestFormTop::menuBarGoesWithTheForm()
     delete m_window->takeCentralWidget();
     QVERIFY(m_toolBar->findChildren<QPEMenuBar *>().isEmpty());
     QVERIFY(m_toolBar->findChildren<QPopupMenu *>().isEmpty());
-}
-
-void TestFormTop::toolBarMayGoFirst()
-{
-    delete m_toolBar;
-    m_form->hide();
-    m_form->formStarted();
-    QVERIFY(m_form->isVisible());
 }
 
 void TestFormTop::cacheQuestion()

@@ -3,20 +3,21 @@
 #include "app/MainWindow.h"
 #include "app/common/BusyScope.h"
 #include "app/common/FormEvent.h"
+#include "app/common/FormId.h"
 #include "app/common/shutDownFlag.h"
 #include "files/FormFile.h"
 #include "import/FormImport.h"
-#include "platform/QPEMenuBar.h"
-#include "platform/QPEToolBar.h"
+#include "platform/windows/QPEMenuBar.h"
+#include "platform/windows/QPEToolBar.h"
 #include "tests/support/FakeMachine.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/methodNames.h"
 #include "views/FPVThumbnailView.h"
 #include "widgets/MyImageButton.h"
 
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDir>
-#include <QMetaMethod>
 #include <QPointer>
 #include <QTest>
 
@@ -25,7 +26,7 @@
 
 namespace {
 
-// No form has its own idea of accepting or of closing.
+// No form overrides these functions.
 template <typename Form>
 constexpr bool kKeepsTheBase = std::is_same_v<decltype(&Form::canClose), bool (FormBase::*)()>
     &&std::is_same_v<decltype(&Form::acceptForm), void (FormBase::*)()>;
@@ -42,10 +43,8 @@ public:
 class RecordingForm : public FormBase
 {
 public:
-    static constexpr int kFormId = 2;
-
     RecordingForm(QWidget *parent, QPEToolBar *toolBar)
-        : FormBase(parent, toolBar, kFormId)
+        : FormBase(parent, toolBar, lumi::FileForm)
     { }
 
     static FormBase *make(QWidget *window, QPEToolBar *toolBar)
@@ -65,7 +64,7 @@ public:
     HastyForm(QWidget *parent, QPEToolBar *toolBar)
         : RecordingForm(parent, toolBar)
     {
-        requestForm(FormTop::kFormId, QString());
+        requestForm(lumi::TopForm, QString());
         QCoreApplication::processEvents();
         const auto *window = qobject_cast<MainWindow *>(parent);
         formMeanwhile = window->currentForm();
@@ -78,17 +77,6 @@ public:
 
     const FormBase *formMeanwhile;
 };
-
-QList<QByteArray> methodsOf(const QMetaObject &meta, QMetaMethod::MethodType type)
-{
-    QList<QByteArray> found;
-    for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
-        if (meta.method(i).methodType() == type && meta.method(i).access() == QMetaMethod::Public) {
-            found.append(meta.method(i).methodSignature());
-        }
-    }
-    return found;
-}
 
 /// Keeps the captions that a window is given, one after the other.
 class CaptionRecorder : public QObject
@@ -125,7 +113,6 @@ private Q_SLOTS:
     void toolBarOutlivesTheForms();
     void theTopMenuComesBackWithTheFocus();
     void previousFormIsRemembered();
-    void returningTwiceAsksOnce();
     void requestsRunInOrder();
     void unknownFormChangesNothing_data();
     void unknownFormChangesNothing();
@@ -273,17 +260,6 @@ void TestMainWindow::previousFormIsRemembered()
     QCOMPARE(m_window->currentForm()->previousForm(), 2);
 }
 
-void TestMainWindow::returningTwiceAsksOnce()
-{
-    m_window->changeForm(2, QString());
-    FormBase *form = m_window->currentForm();
-    form->returnToPrevious();
-    form->returnToPrevious();
-    QCoreApplication::processEvents();
-    QCOMPARE(m_window->currentForm()->formId(), 0);
-    QCOMPARE(m_window->currentForm()->previousForm(), 2);
-}
-
 void TestMainWindow::requestsRunInOrder()
 {
     FormBase *form = m_window->currentForm();
@@ -383,12 +359,12 @@ void TestMainWindow::requestWaitsForAFormThatIsBeingMade()
     QVERIFY(!old);
     QTRY_VERIFY(!hasty);
     QCOMPARE(m_window->currentForm()->formId(), 0);
-    QCOMPARE(m_window->currentForm()->previousForm(), HastyForm::kFormId);
+    QCOMPARE(m_window->currentForm()->previousForm(), int(lumi::FileForm));
 }
 
 void TestMainWindow::onlyTheCurrentFormHearsOfCards()
 {
-    // The top menu shows nothing of a card.
+    // The top menu ignores card changes.
     const QPointer<FormBase> old(m_window->currentForm());
     QVERIFY(QCopChannel::send("QPE/Card", "mtabChanged()"));
     QTest::qWait(20);
@@ -418,7 +394,7 @@ void TestMainWindow::acceptedCloseStopsEvents()
     QVERIFY(m_window->close());
     QEvent event(QEvent::User);
     QVERIFY(m_window->eventFilter(form, &event));
-    // What the window filters gets nothing any more: the form doesn't start again.
+    // The window filters all events of the form, so the form doesn't start again.
     lumi::setShutDownFlag(false);
     form->hide();
     lumi::setShutDownFlag(true);
@@ -474,13 +450,13 @@ void TestMainWindow::windowMayDieAtAnyTime()
 
 void TestMainWindow::slotsKeepTheirNames()
 {
-    QCOMPARE(methodsOf(MainWindow::staticMetaObject, QMetaMethod::Slot),
+    QCOMPARE(lumi::test::methodNames(MainWindow::staticMetaObject, QMetaMethod::Slot),
              (QList<QByteArray>{"accept()", "changeForm(int,QString)"}));
-    QCOMPARE(methodsOf(FormTop::staticMetaObject, QMetaMethod::Slot),
+    QCOMPARE(lumi::test::methodNames(FormTop::staticMetaObject, QMetaMethod::Slot),
              (QList<QByteArray>{"btn_takein_clicked()", "btn_look_clicked()", "menu_disp_takein()",
                                 "menu_disp_look()", "menu_option_deleteTempFile()",
                                 "menu_option_help()", "menu_option_version()"}));
-    QVERIFY(methodsOf(FormTop::staticMetaObject, QMetaMethod::Signal).isEmpty());
+    QVERIFY(lumi::test::methodNames(FormTop::staticMetaObject, QMetaMethod::Signal).isEmpty());
 }
 
 LUMI_TEST(TestMainWindow)

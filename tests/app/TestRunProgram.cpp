@@ -8,7 +8,6 @@
 #include "tests/support/TestMain.h"
 
 #include <QDir>
-#include <QMessageBox>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QThread>
@@ -26,9 +25,6 @@ private Q_SLOTS:
     void cleanup();
     void lifeOfTheProcess();
     void orderOfTheEnd();
-    void boxComesBeforeAnyWindow();
-    void markerOfADamagedRunStays();
-    void storeThatCannotBeMadeIsLogged();
     void storeOfSomebodyElseStopsNothing();
     void windowStandsOnThePanel();
 
@@ -126,71 +122,6 @@ void TestRunProgram::orderOfTheEnd()
     QCOMPARE(status, 3);
     QVERIFY(markerAtFormsEnd);
     QVERIFY(storeAtFormsEnd);
-}
-
-void TestRunProgram::boxComesBeforeAnyWindow()
-{
-    QVERIFY(QDir().mkpath(QFileInfo(swapFile("x")).path()));
-    for (const char *name : {".SwapMng.chk", ".SwapMng.bin", "0000s_100_a.jpg.swp"}) {
-        QFile file(swapFile(name));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-    }
-    int boxes = 0;
-    QTimer answer;
-    answer.callOnTimeout([&] {
-        if (auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget())) {
-            ++boxes;
-            QVERIFY(window() == nullptr);
-            QVERIFY(box->parentWidget() == nullptr);
-            QCOMPARE(box->windowTitle(), QStringLiteral("Error"));
-            QCOMPARE(box->text(),
-                     QStringLiteral("Temporary files seem corrupted.\nThey will be deleted.\n\n"
-                                    "(the program may run temporarily slow)"));
-            box->accept();
-        }
-    });
-    answer.start(5);
-    const int status = run([this](MainWindow *) {
-        QVERIFY(!QFile::exists(swapFile("0000s_100_a.jpg.swp")));
-        QVERIFY(!QFile::exists(swapFile(".SwapMng.bin")));
-        QVERIFY(QFile::exists(swapFile(".SwapMng.chk")));
-    });
-    QCOMPARE(status, 3); // the closed box has not ended the program
-    QCOMPARE(boxes, 1);
-}
-
-void TestRunProgram::markerOfADamagedRunStays()
-{
-    QVERIFY(QDir().mkpath(QFileInfo(swapFile("x")).path()));
-    QFile marker(swapFile(".SwapMng.chk"));
-    QVERIFY(marker.open(QIODevice::WriteOnly));
-    marker.close();
-    QTimer::singleShot(0, this, [] {
-        QApplication::activeModalWidget()->close();
-    });
-    bool markerInTheRun = false;
-    QCOMPARE(run([&](MainWindow *) {
-                 markerInTheRun = QFile::exists(swapFile(".SwapMng.chk"));
-             }),
-             3);
-    QVERIFY(markerInTheRun);
-    QVERIFY(!QFile::exists(swapFile(".SwapMng.chk")));
-}
-
-void TestRunProgram::storeThatCannotBeMadeIsLogged()
-{
-    QFile obstacle(m_home->filePath(QStringLiteral("Documents")));
-    QVERIFY(obstacle.open(QIODevice::WriteOnly));
-    QTest::ignoreMessage(QtDebugMsg, "Photo_Files mkdir err");
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("^Error SwapSystem\\(")));
-    QTest::ignoreMessage(QtWarningMsg, "SwapSystem::InitRead Not Initialze File");
-    QTest::ignoreMessage(QtWarningMsg, "SwapSystem::InitWrite Not Initialze File");
-    bool shown = false;
-    QCOMPARE(run([&shown](MainWindow *found) {
-                 shown = found->currentForm()->isVisible();
-             }),
-             3);
-    QVERIFY(shown);
 }
 
 /// The photo store can be read, but nothing can be made in it.

@@ -18,7 +18,6 @@
 
 #include <fcntl.h>
 #include <sys/resource.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
@@ -34,7 +33,7 @@ struct Outcome
     QByteArray warnings;
 };
 
-/// What the program said, without what the screen that isn't there says of itself.
+/// The warnings of the program, without those of the offscreen platform.
 QByteArrayList ownWarnings(const Outcome &outcome)
 {
     QByteArrayList lines = outcome.warnings.split('\n');
@@ -55,18 +54,14 @@ private Q_SLOTS:
     void init();
     void cleanup();
     void firstStartMakesTheFolders();
-    void cleanEndKeepsTheIndex();
     void secondStartReadsTheIndex();
     void killedRunIsNoticed();
     void exitStatusIsThatOfTheLoop_data();
     void exitStatusIsThatOfTheLoop();
     void storeThatCannotBeMadeStopsNothing_data();
     void storeThatCannotBeMadeStopsNothing();
-    void storeThatCannotBeWrittenStopsNothing();
     void argumentsAreTheApplicationObjects();
     void withoutBusBatteryOrCardSlotsNothingIsSaid();
-    void pipesAndDevicesInTheProfileStopNothing_data();
-    void pipesAndDevicesInTheProfileStopNothing();
     void aLogThatNobodyReadsEndsNothing();
     void aClosedLogIsNoFile();
     void aLimitOnFileSizesEndsNothing();
@@ -148,13 +143,6 @@ void TestStartUp::firstStartMakesTheFolders()
     QCOMPARE(outcome.windows, QStringList{QStringLiteral("window: Lumi Vault")});
     QVERIFY(outcome.warnings.contains("SwapSystem::InitRead Not Initialze File")); // sic
     QVERIFY(QDir(at(QStringLiteral("Documents/Photo_Files/.photo_swp"))).exists());
-}
-
-void TestStartUp::cleanEndKeepsTheIndex()
-{
-    QVERIFY(run(QStringLiteral("close")).ended);
-    QVERIFY(!QFile::exists(inSwapFolder(QStringLiteral(".SwapMng.chk"))));
-    QVERIFY(QFile::exists(inSwapFolder(QStringLiteral(".SwapMng.bin"))));
 }
 
 void TestStartUp::secondStartReadsTheIndex()
@@ -240,24 +228,9 @@ void TestStartUp::storeThatCannotBeMadeStopsNothing()
     QVERIFY(QFileInfo(at(obstacle)).isFile());
 }
 
-/// A plain file is where the thumbnails should go, so that nothing can be written there.
-void TestStartUp::storeThatCannotBeWrittenStopsNothing()
-{
-    QVERIFY(QDir().mkpath(at(QStringLiteral("Documents/Photo_Files"))));
-    QFile file(at(QStringLiteral("Documents/Photo_Files/.photo_swp")));
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.close();
-    const Outcome outcome = run(QStringLiteral("close"));
-    QVERIFY(outcome.ended);
-    QCOMPARE(outcome.status, 0);
-    QCOMPARE(outcome.windows, QStringList{QStringLiteral("window: Lumi Vault")});
-    QVERIFY(!outcome.warnings.contains("Photo_Files mkdir err"));
-    QVERIFY2(outcome.warnings.contains("Error SwapSystem("), outcome.warnings.constData());
-}
-
 void TestStartUp::argumentsAreTheApplicationObjects()
 {
-    // The program has no options: what it doesn't know is passed over.
+    // The program has no options and ignores unknown arguments.
     const Outcome outcome = run(QStringLiteral("close"),
                                 {QStringLiteral("--help"), QStringLiteral("-style"),
                                  QStringLiteral("fusion"), QStringLiteral("/no/such/photo.jpg")});
@@ -282,36 +255,6 @@ void TestStartUp::withoutBusBatteryOrCardSlotsNothingIsSaid()
     QCOMPARE(ownWarnings(second), QByteArrayList());
 }
 
-void TestStartUp::pipesAndDevicesInTheProfileStopNothing_data()
-{
-    QTest::addColumn<QString>("target");
-    QTest::newRow("pipes that nobody writes to") << QStringLiteral("pipe");
-    QTest::newRow("devices without an end") << QStringLiteral("/dev/zero");
-}
-
-/// The visit reads the state of the memory, the disk and the battery.
-void TestStartUp::pipesAndDevicesInTheProfileStopNothing()
-{
-    QFETCH(QString, target);
-    QVERIFY(QDir().mkpath(at(QStringLiteral("power/B"))));
-    QCOMPARE(::mkfifo(QFile::encodeName(at(QStringLiteral("pipe"))).constData(), 0600), 0);
-    const QString file = QDir(m_home->path()).absoluteFilePath(target);
-    QVERIFY(QFile::link(file, at(QStringLiteral("odd"))));
-    QVERIFY(QFile::link(file, at(QStringLiteral("power/B/type"))));
-    QFile profile(at(QStringLiteral("machine.ini")));
-    QVERIFY(profile.open(QIODevice::WriteOnly));
-    profile.write("[Mounts]\nTable=odd\n[Memory]\nFile=odd\n[Power]\nDir=power\n"
-                  "[Hinge]\nProgram=odd\n[Disk]\nFigures=odd\n");
-    profile.close();
-    makePhoto();
-    m_environment.insert(QStringLiteral("LUMIVAULT_MACHINE"), profile.fileName());
-    const Outcome outcome = run(QStringLiteral("visit"));
-    QVERIFY(outcome.ended);
-    QCOMPARE(outcome.how, QProcess::NormalExit);
-    QCOMPARE(outcome.status, 0);
-    QVERIFY(outcome.windows.contains(QStringLiteral("window: Lumi Vault")));
-}
-
 /// The first start logs that there is no index.
 void TestStartUp::aLogThatNobodyReadsEndsNothing()
 {
@@ -329,7 +272,7 @@ void TestStartUp::aLogThatNobodyReadsEndsNothing()
     QCOMPARE(outcome.windows, QStringList{QStringLiteral("window: Lumi Vault")});
 }
 
-/// Otherwise log lines would be written into whatever file is opened next.
+/// Otherwise log lines would be written into the next file that is opened.
 void TestStartUp::aClosedLogIsNoFile()
 {
     m_inChild = [] {
@@ -408,7 +351,7 @@ void TestStartUp::profileOfTheProgramsPrefixIsFound()
     QCOMPARE(outcome.status, 0);
     QCOMPARE(outcome.windows,
              (QStringList{QStringLiteral("window: Lumi Vault"), QStringLiteral("picture: 17x19")}));
-    // The folders of the configuration come first.
+    // A profile in a configuration folder comes first.
     writeProfile(QStringLiteral("none/lumivault/machine.ini"));
     QVERIFY(QFile::remove(at(QStringLiteral("none/lumivault/pictures/pixmaps/lumivault/"
                                             "top_look.png"))));

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "app/common/ChosenFile.h"
-#include "platform/CardSlots.h"
+#include "platform/cards/CardSlots.h"
 #include "tests/support/FakeMachine.h"
 #include "tests/support/TestMain.h"
 #include "tests/support/fileAge.h"
@@ -97,7 +97,7 @@ void TestChosenFile::onItsMediumItMayChange()
     makeFile(m_path, 11);
     setChangedAt(m_path, kThen + 60);
     QVERIFY(file.isStillIt());
-    // That it is gone is for others to find out.
+    // The class doesn't notice a missing file on a card that stayed in.
     QVERIFY(QFile::remove(m_path));
     QVERIFY(file.isStillIt());
 }
@@ -136,7 +136,7 @@ void TestChosenFile::afterThatAFolderMustLookTheSame()
     QVERIFY(file.isStillIt());
     setChangedAt(folder, kThen + 2);
     QVERIFY(!file.isStillIt());
-    // Once more the first card.
+    // The first card again.
     setChangedAt(folder, kThen);
     QVERIFY(file.isStillIt());
 }
@@ -192,7 +192,7 @@ void TestChosenFile::manyOfAFolderAreCheap()
     }
     m_machine->timesAsked = 0;
     QCOMPARE(ChosenFile::all(paths).size(), kMany);
-    // They share what is costly.
+    // They share the medium.
     QCOMPARE(m_machine->timesAsked, forOne);
 }
 

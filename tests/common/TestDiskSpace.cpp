@@ -21,7 +21,6 @@ private Q_SLOTS:
     void totalKilobytes();
     void nullPathIsNotAsked();
     void failedQuestionIsMinusOne();
-    void pathIsHandedOn();
     void realDiskIsAsked();
 
 private:
@@ -112,17 +111,6 @@ void TestDiskSpace::failedQuestionIsMinusOne()
     };
     QCOMPARE(freeDiskKB("/anywhere"), -1);
     QCOMPARE(totalDiskKB("/anywhere"), -1);
-}
-
-void TestDiskSpace::pathIsHandedOn()
-{
-    QByteArray asked;
-    m_machine->diskAt = [&asked](const QByteArray &path) {
-        asked = path;
-        return DiskFigures{4096, 100, 100, true};
-    };
-    QCOMPARE(freeDiskKB("/home/user/Documents"), 400);
-    QCOMPARE(asked, QByteArray("/home/user/Documents"));
 }
 
 void TestDiskSpace::realDiskIsAsked()

@@ -4,6 +4,7 @@
 #include "app/common/FormEvent.h"
 #include "tests/support/RequestLog.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/methodNames.h"
 #include "tests/support/rows.h"
 
 #include <QCoreApplication>
@@ -344,14 +345,8 @@ void TestFormBase::formMayDieBusy()
 
 void TestFormBase::slotsKeepTheirNames()
 {
-    QList<QByteArray> found;
-    const QMetaObject &meta = FormBase::staticMetaObject;
-    for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
-        if (meta.method(i).methodType() == QMetaMethod::Slot) {
-            found.append(meta.method(i).methodSignature());
-        }
-    }
-    QCOMPARE(found, QList<QByteArray>{"cardChannel(QCString,QByteArray)"});
+    QCOMPARE(lumi::test::methodNames(FormBase::staticMetaObject, QMetaMethod::Slot),
+             QList<QByteArray>{"cardChannel(QCString,QByteArray)"});
 }
 
 LUMI_TEST(TestFormBase)

@@ -8,13 +8,11 @@
 #include <QDialog>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPointer>
 #include <QTest>
 #include <QTimer>
 #include <QVBoxLayout>
 
 #include <functional>
-#include <memory>
 
 using Visitor = std::function<void(QDialog *, QLineEdit *)>;
 
@@ -31,7 +29,6 @@ private Q_SLOTS:
     void maximumLength_data();
     void maximumLength();
     void looks();
-    void parentMayGo();
 
 private:
     /// Runs the visitor on the dialog once it is up; it must end the dialog.
@@ -148,18 +145,6 @@ void TestGetText::looks()
         dialog->reject();
     });
     QVERIFY(text.isNull());
-}
-
-void TestGetText::parentMayGo()
-{
-    auto parent = std::make_unique<QWidget>();
-    const QString text = ask(
-        [&parent](QDialog *, QLineEdit *) {
-            parent.reset();
-        },
-        QStringLiteral("typed"), 0, parent.get());
-    QVERIFY(text.isNull());
-    QVERIFY(!parent);
 }
 
 LUMI_TEST(TestGetText)

@@ -65,7 +65,7 @@ void TestLabels::textIsCutToTheLabel()
         QVERIFY(shown.endsWith(dots));
         const qsizetype taken = shown.size() - dots.size();
         QCOMPARE(shown, QString(text.left(taken) + dots));
-        // What is taken fits with the dots, and one more character would not.
+        // The taken characters fit together with the dots, and one more would not.
         QVERIFY(taken == 0 || widthOf(label, shown) <= width);
         QVERIFY(widthOf(label, QString(text.left(taken + 1) + dots)) > width);
     }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "app/common/Medium.h"
-#include "platform/CardSlots.h"
+#include "platform/cards/CardSlots.h"
 #include "tests/support/FakeMachine.h"
 #include "tests/support/OrdinaryUser.h"
 #include "tests/support/TestMain.h"
@@ -55,7 +55,7 @@ void TestMedium::aCardIsThereAsLongAsItIsIn()
     QVERIFY(QDir().mkpath(folder));
     const Medium medium(folder);
     QVERIFY(medium.isThere());
-    // On the same disk as before: only the marker tells.
+    // The disk is the same; only the marker shows the change.
     m_machine->removeCard(slot);
     QVERIFY(!medium.isThere());
     QVERIFY(!Medium(folder).isThere());

@@ -14,7 +14,7 @@
 
 namespace {
 
-// Asked for before main: the table must not depend on the order of initialisation.
+// Read before main(): the table must not depend on the order of initialisation.
 const QString kAskedBeforeMain = msg(lumi::MsgLumiVault);
 
 struct ListedRow
@@ -55,8 +55,6 @@ private Q_SLOTS:
     void textIsTheListedOne();
     void textsAreThereBeforeMain();
     void copiesAreTheCallersOwn();
-    void spellingsStay_data();
-    void spellingsStay();
     void numberOutsideTheTable_data();
     void numberOutsideTheTable();
 };
@@ -98,30 +96,9 @@ void TestMessages::copiesAreTheCallersOwn()
     text[0] = QLatin1Char('X');
     text += QLatin1Char('!');
     QCOMPARE(msg(lumi::MsgWorking), QStringLiteral("Working..."));
-    // A caller may also change what it gets without a copy of its own.
+    // A caller may change the temporary, too.
     msg(lumi::MsgWorking) += QLatin1Char('!');
     QCOMPARE(msg(lumi::MsgWorking), QStringLiteral("Working..."));
-}
-
-void TestMessages::spellingsStay_data()
-{
-    lumi::test::columns<int, QString>();
-    QTest::newRow("a blank is missing in the mail message")
-        << 196 << QStringLiteral("\nwassaved from \"mail\" to \"Photo_Files\".");
-    QTest::newRow("contrast is cut") << 261 << QStringLiteral("Cntrst");
-    QTest::newRow("foreground is cut") << 269 << QStringLiteral("Foregd");
-    QTest::newRow("a paste fails in sticking") << 185 << QStringLiteral("It failed in sticking.");
-    QTest::newRow("the author ends in a blank") << 94 << QStringLiteral("Author ");
-    QTest::newRow("the compilation ends in a blank") << 95 << QStringLiteral("Compilation ");
-    QTest::newRow("card sizes end in blanks") << 181 << QStringLiteral("512MB Card          %4   ");
-    QTest::newRow("memory is set apart by blanks") << 180 << QStringLiteral("Memory        %1KB");
-    QTest::newRow("an ampersand stands alone") << 58 << QStringLiteral("Save & Exit");
-}
-
-void TestMessages::spellingsStay()
-{
-    const auto [id, end] = lumi::test::row<int, QString>();
-    QVERIFY(msg(id).endsWith(end));
 }
 
 void TestMessages::numberOutsideTheTable_data()

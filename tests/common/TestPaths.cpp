@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "app/common/paths.h"
-#include "platform/fileCalls.h"
+#include "platform/files/fileCalls.h"
 #include "tests/support/TestMain.h"
 #include "tests/support/rows.h"
 
@@ -13,6 +13,7 @@
 #include <memory>
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 class TestPaths : public QObject
 {
@@ -216,9 +217,10 @@ void TestPaths::nullSeparatorIsNotLookedFor()
 void TestPaths::numbersEndAt65535()
 {
     make(QStringLiteral("f"));
+    // Links are made faster than files.
+    const QByteArray stem = QFile::encodeName(at(QStringLiteral("f")));
     for (int n = 1; n <= 65534; ++n) {
-        QFile file(at(QStringLiteral("f%1").arg(n)));
-        QVERIFY(file.open(QIODevice::WriteOnly));
+        QCOMPARE(::symlink("f", QByteArray(stem + QByteArray::number(n)).constData()), 0);
     }
     const QString last = at(QStringLiteral("f65535"));
     QCOMPARE(uniquePath(at(QStringLiteral("f")), "%d", QChar()), last);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "app/common/power.h"
-#include "platform/QCopChannel.h"
+#include "platform/session/QCopChannel.h"
 #include "tests/support/FakeMachine.h"
 #include "tests/support/TestMain.h"
 #include "tests/support/rows.h"

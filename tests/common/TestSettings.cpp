@@ -50,8 +50,6 @@ private Q_SLOTS:
     void init();
     void unsetKeysHaveTheirDefaults();
     void eachKeyHasItsPlace();
-    void aWriteIsOnDiskAtOnce();
-    void anEditFromOutsideIsSeen();
     void rowsAreStoredAsTheyAre();
 };
 
@@ -82,35 +80,9 @@ void TestSettings::eachKeyHasItsPlace()
     }
 }
 
-void TestSettings::aWriteIsOnDiskAtOnce()
-{
-    Settings::setDispTime(8);
-    QFile file(settingsFile());
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    const QByteArray text = file.readAll().simplified().replace(" = ", "=");
-    QVERIFY(text.contains("[Slideshow]"));
-    QVERIFY(text.contains("DispTime=8"));
-}
-
-void TestSettings::anEditFromOutsideIsSeen()
-{
-    Settings::setDispCount(4);
-    QCOMPARE(Settings::dispCount(), 4);
-    QFile file(settingsFile());
-    QVERIFY(file.open(QIODevice::ReadWrite));
-    QByteArray text = file.readAll();
-    QVERIFY(text.contains("DispCount"));
-    text.replace('4', '7');
-    file.resize(0);
-    file.seek(0);
-    file.write(text);
-    file.close();
-    QCOMPARE(Settings::dispCount(), 7);
-}
-
 void TestSettings::rowsAreStoredAsTheyAre()
 {
-    // Whoever owns the table clamps; the settings hand on what the file says.
+    // The settings return the value of the file; the caller clamps it.
     Settings::setFontSize(4711);
     QCOMPARE(Settings::fontSize(), 4711);
     Settings::setFontSize(-3);

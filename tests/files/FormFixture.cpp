@@ -3,9 +3,9 @@
 
 #include "files/engine/FPVFileTree.h"
 #include "items/FPVItemList.h"
-#include "platform/CardSlots.h"
-#include "platform/QCopChannel.h"
-#include "platform/QPEMenuBar.h"
+#include "platform/cards/CardSlots.h"
+#include "platform/session/QCopChannel.h"
+#include "platform/windows/QPEMenuBar.h"
 #include "widgets/MyLeftWidget.h"
 
 #include <QDir>

@@ -3,8 +3,8 @@
 #pragma once
 
 #include "files/FormFile.h"
-#include "platform/QPEToolBar.h"
 #include "platform/toolkit/QPopupMenu.h"
+#include "platform/windows/QPEToolBar.h"
 #include "tests/support/DialogDriver.h"
 #include "tests/support/nameList.h"
 #include "tests/views/BrowserWorld.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // A card that is pulled in the middle of file work: its files are gone, and the news of it comes
 // in while the form is busy. Each work ends in its own message, and then the store is on show.
-#include "platform/QCopChannel.h"
+#include "platform/session/QCopChannel.h"
 #include "tests/files/FormFixture.h"
 #include "tests/files/menuEntries.h"
 #include "tests/support/FileFaults.h"

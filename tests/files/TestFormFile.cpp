@@ -2,7 +2,7 @@
 // Layout and navigation of the browser form, its status field, and the keys it passes on.
 #include "items/FPVItemFolder.h"
 #include "items/FPVItemList.h"
-#include "platform/deviceKey.h"
+#include "platform/keys/deviceKey.h"
 #include "platform/toolkit/QAccel.h"
 #include "tests/files/FormFixture.h"
 #include "tests/support/TestMain.h"

@@ -2,7 +2,7 @@
 // The media of the browser form: which are offered, what is remembered of them, and what
 // happens when a card comes or goes.
 #include "app/common/BusyScope.h"
-#include "platform/QCopChannel.h"
+#include "platform/session/QCopChannel.h"
 #include "tests/files/FormFixture.h"
 #include "tests/support/TestMain.h"
 

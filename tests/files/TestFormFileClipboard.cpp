@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Copy, cut and paste, and the marks, by menu and by key.
-#include "platform/QCopChannel.h"
+#include "platform/session/QCopChannel.h"
 #include "tests/files/FormFixture.h"
 #include "tests/files/menuEntries.h"
 #include "tests/support/FullDisk.h"

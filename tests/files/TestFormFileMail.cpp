@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The mail key in the browser: what the user sees, and what it leaves alone.
 #include "files/mailCopy.h"
-#include "platform/deviceKey.h"
+#include "platform/keys/deviceKey.h"
 #include "tests/files/FormFixture.h"
 #include "tests/support/FileFaults.h"
 #include "tests/support/FullDisk.h"

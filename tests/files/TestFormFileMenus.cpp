@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/common/FormEvent.h"
 #include "files/fileKeys.h"
-#include "platform/QPEMenuBar.h"
+#include "platform/windows/QPEMenuBar.h"
 #include "tests/files/FormFixture.h"
 #include "tests/support/TestMain.h"
 #include "tests/support/rows.h"

@@ -3,8 +3,8 @@
 
 #include "files/engine/FPVFileTree.h"
 #include "files/engine/copyFile.h"
-#include "platform/CardSlots.h"
-#include "platform/QCopChannel.h"
+#include "platform/cards/CardSlots.h"
+#include "platform/session/QCopChannel.h"
 #include "widgets/MyImageButton.h"
 
 #include <QApplication>

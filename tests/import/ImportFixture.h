@@ -4,7 +4,7 @@
 #pragma once
 
 #include "import/FormImport.h"
-#include "platform/QPEToolBar.h"
+#include "platform/windows/QPEToolBar.h"
 #include "tests/import/cardTree.h"
 #include "tests/support/DialogDriver.h"
 #include "tests/support/StandInSync.h"

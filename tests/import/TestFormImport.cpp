@@ -2,8 +2,8 @@
 // The import form at rest: layout, buttons that follow the cards, labels, menu, names.
 #include "app/common/BusyScope.h"
 #include "import/importTexts.h"
-#include "platform/QPEMenuBar.h"
 #include "platform/toolkit/QPopupMenu.h"
+#include "platform/windows/QPEMenuBar.h"
 #include "tests/import/ImportFixture.h"
 #include "tests/support/RequestLog.h"
 #include "tests/support/TestMain.h"

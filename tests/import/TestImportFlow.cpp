@@ -4,7 +4,7 @@
 #include "files/engine/FPVClipboard.h"
 #include "files/engine/FPVFileTree.h"
 #include "import/importTexts.h"
-#include "platform/QCopChannel.h"
+#include "platform/session/QCopChannel.h"
 #include "tests/import/FlowTest.h"
 #include "tests/support/TestMain.h"
 #include "tests/support/rows.h"

@@ -3,7 +3,7 @@
 // as new after each.
 #include "files/engine/FPVFileTree.h"
 #include "import/importTexts.h"
-#include "platform/QCopChannel.h"
+#include "platform/session/QCopChannel.h"
 #include "tests/import/FlowTest.h"
 #include "tests/support/FileFaults.h"
 #include "tests/support/FullDisk.h"

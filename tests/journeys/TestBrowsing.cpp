@@ -2,7 +2,7 @@
 // Whole visits to the photo store and the cards, by taps on the real window.
 #include "app/FormTop.h"
 #include "files/FormFile.h"
-#include "platform/QCopChannel.h"
+#include "platform/session/QCopChannel.h"
 #include "platform/toolkit/PagingScrollBar.h"
 #include "tests/items/LibraryFaults.h"
 #include "tests/journeys/Traveller.h"

@@ -2,8 +2,8 @@
 // Visits to the full view of photos and back, by taps and keys on the real windows.
 #include "files/FormFile.h"
 #include "items/FPVItemImage.h"
-#include "platform/FrameBuffer.h"
-#include "platform/QCopChannel.h"
+#include "platform/screen/FrameBuffer.h"
+#include "platform/session/QCopChannel.h"
 #include "tests/journeys/Traveller.h"
 #include "tests/support/TestMain.h"
 #include "viewer/FPVPictureScrollView.h"

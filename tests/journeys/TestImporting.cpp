@@ -3,7 +3,7 @@
 #include "app/FormTop.h"
 #include "files/FormFile.h"
 #include "import/FormImport.h"
-#include "platform/QCopChannel.h"
+#include "platform/session/QCopChannel.h"
 #include "tests/import/cardTree.h"
 #include "tests/journeys/Traveller.h"
 #include "tests/support/DialogDriver.h"

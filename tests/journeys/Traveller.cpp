@@ -4,7 +4,7 @@
 #include "app/FormTop.h"
 #include "files/FormFile.h"
 #include "items/FPVItemList.h"
-#include "platform/QPEMenuBar.h"
+#include "platform/windows/QPEMenuBar.h"
 #include "swap/swapStore.h"
 #include "views/FPVThumbnailItem.h"
 #include "views/FPVThumbnailLabel.h"

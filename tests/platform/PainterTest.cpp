@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/platform/PainterTest.h"
 
-#include "platform/FrameBuffer.h"
+#include "platform/screen/FrameBuffer.h"
 
 #include <QTest>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/CardSlots.h"
+#include "platform/cards/CardSlots.h"
 #include "tests/support/FakeMachine.h"
 #include "tests/support/TestMain.h"
 
@@ -65,7 +65,7 @@ void TestCardSlots::generationChangesWithTheCard()
     m_machine->insertCard(Slot::SD);
     const unsigned first = CardSlots::generation(Slot::SD);
     QVERIFY(first != empty);
-    // Nothing but a look tells that it was out.
+    // Only look() notices that it was out.
     m_machine->removeCard(Slot::SD);
     CardSlots::look();
     m_machine->insertCard(Slot::SD);

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "platform/Config.h"
 #include "platform/Machine.h"
-#include "tests/platform/testFiles.h"
 #include "tests/support/FullDisk.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/testFiles.h"
 
 #include <QTest>
 
@@ -146,7 +146,7 @@ void TestConfig::aFolderInPlaceOfTheFileIsLeftAlone()
 
 void TestConfig::anUnreadableFileIsLeftAlone()
 {
-    // More than any settings file has; what can't be read whole must not be written back.
+    // Larger than the limit: a file that can't be read completely must not be overwritten.
     const QByteArray big = "[Common]\nFontSize=1\n" + QByteArray(2 * 1024 * 1024, '#');
     QVERIFY(writeFile(settingsPath(), big));
     QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("can't be written")));

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/deviceKey.h"
+#include "platform/keys/deviceKey.h"
 #include "tests/support/TestMain.h"
 #include "tests/support/rows.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/dialogButtons.h"
+#include "platform/windows/dialogButtons.h"
 #include "tests/support/TestMain.h"
 
 #include <QDialog>

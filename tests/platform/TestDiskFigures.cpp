@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/diskFigures.h"
+#include "platform/files/diskFigures.h"
 #include "tests/support/TestMain.h"
 #include "tests/support/rows.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "platform/fileCalls.h"
-#include "tests/platform/testFiles.h"
+#include "platform/files/fileCalls.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/testFiles.h"
 
 #include <QTemporaryDir>
 #include <QTest>
@@ -25,6 +25,7 @@ private Q_SLOTS:
     void filesOfTheKernelAreRead();
     void largeFilesAreNotRead();
     void onlyRegularFilesAreOpened();
+    void linksAndPipesAreNotRegular();
 
 private:
     QString path(const char *name) const { return m_folder->filePath(QLatin1String(name)); }
@@ -91,6 +92,17 @@ void TestFileCalls::onlyRegularFilesAreOpened()
     }
     QVERIFY(writeFile(path("file"), "1"));
     QVERIFY(lumi::openRegular(path("file")).isOpen());
+}
+
+void TestFileCalls::linksAndPipesAreNotRegular()
+{
+    QVERIFY(!lumi::isRegular(path("file")));
+    QVERIFY(writeFile(path("file"), "1"));
+    QVERIFY(lumi::isRegular(path("file")));
+    QCOMPARE(::mkfifo(QFile::encodeName(path("pipe")).constData(), 0600), 0);
+    QVERIFY(!lumi::isRegular(path("pipe")));
+    QVERIFY(QFile::link(path("file"), path("link")));
+    QVERIFY(!lumi::isRegular(path("link")));
 }
 
 LUMI_TEST(TestFileCalls)

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Life and death of a widget's surface, and of the frame buffer memory with the last one.
-#include "platform/FrameBuffer.h"
-#include "platform/QDirectPainter.h"
+// Creation and end of a widget's surface, and of the frame buffer memory with the last surface.
+#include "platform/screen/FrameBuffer.h"
+#include "platform/screen/QDirectPainter.h"
 #include "tests/platform/PainterTest.h"
 #include "tests/platform/paintedPixels.h"
 #include "tests/support/TestMain.h"
@@ -62,7 +62,7 @@ void TestFrameBufferMemory::hiddenParentTakesTheSurface()
     QVERIFY(!FrameBuffer::instance().isAllocated());
 }
 
-// A late timer may draw after its viewer was closed. It gets memory to write to, and no more.
+// A late timer may draw after its viewer was closed. It gets memory, but nothing is shown.
 void TestFrameBufferMemory::hiddenWidgetGetsNone()
 {
     BareWindow top(QRect(50, 40, 100, 80));

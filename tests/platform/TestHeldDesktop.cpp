@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-// The desktop's size must not change under a viewer that writes whole lines of it. Two screens
-// are needed to see that; they are given when the application starts, so the tests run in a
-// process of their own, which TestHeldDesktop starts.
-#include "platform/FrameBuffer.h"
-#include "platform/QDirectPainter.h"
+// The desktop's size must not change while a viewer writes lines of this width. The tests need two
+// screens, which are fixed when the application starts, so TestHeldDesktop runs them in a process
+// of their own.
 #include "platform/QPEApplication.h"
+#include "platform/screen/FrameBuffer.h"
+#include "platform/screen/QDirectPainter.h"
 #include "tests/platform/ownProcess.h"
 #include "tests/platform/paintedPixels.h"
 #include "tests/support/FakeMachine.h"
@@ -133,7 +133,7 @@ void HeldDesktopProcess::painterHoldsTheSize()
     QCOMPARE(QPEApplication::desktopSize(), kBig);
 }
 
-// Places count from the corner of the screen that the window is on.
+// Positions are relative to the screen of the window.
 void HeldDesktopProcess::windowOnTheOtherScreen()
 {
     const auto main = mainWidgetOn(kBig);

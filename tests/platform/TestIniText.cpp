@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/IniText.h"
+#include "platform/files/IniText.h"
 #include "tests/support/TestMain.h"
 #include "tests/support/rows.h"
 

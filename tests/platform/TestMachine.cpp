@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "platform/Machine.h"
-#include "platform/PowerStatusManager.h"
-#include "tests/platform/testFiles.h"
+#include "platform/power/PowerStatusManager.h"
 #include "tests/support/TestMain.h"
 #include "tests/support/rows.h"
+#include "tests/support/testFiles.h"
 
 #include <QTemporaryDir>
 #include <QTest>
@@ -155,7 +155,7 @@ void TestMachine::aMissingMountPointReadsAsAnEmptySlot()
     QVERIFY(QFile::exists(sd + QStringLiteral("/NotAvailable")));
     QVERIFY2(!QFile::exists(path("no cf")), "the mount point itself isn't made");
     QCOMPARE(Machine::instance().configuredMountPoint(Slot::CF), path("no cf"));
-    // A tidy soul may clear the runtime folder under us.
+    // Another program may delete the runtime folder.
     QVERIFY(QDir(cf).removeRecursively());
     QCOMPARE(Machine::instance().mountPoint(Slot::CF), cf);
     QVERIFY(QFile::exists(cf + QStringLiteral("/NotAvailable")));

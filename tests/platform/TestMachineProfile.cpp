@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "platform/MachineProfile.h"
-#include "platform/deviceKey.h"
-#include "platform/fileCalls.h"
-#include "tests/platform/testFiles.h"
+#include "platform/files/fileCalls.h"
+#include "platform/keys/deviceKey.h"
 #include "tests/support/TestMain.h"
 #include "tests/support/rows.h"
+#include "tests/support/testFiles.h"
 
 #include <QDir>
 #include <QStandardPaths>

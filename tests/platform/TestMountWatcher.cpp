@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "platform/MountWatcher.h"
-#include "platform/QCopChannel.h"
-#include "tests/platform/testFiles.h"
+#include "platform/cards/MountWatcher.h"
+#include "platform/session/QCopChannel.h"
 #include "tests/support/FakeMachine.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/testFiles.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -18,7 +18,7 @@ using lumi::test::FakeMachine;
 namespace {
 
 /// Time in which a wrong second message would have come.
-constexpr int kQuietMs = 200;
+constexpr int kQuietMs = 100;
 
 } // namespace
 

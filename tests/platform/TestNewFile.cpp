@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "platform/NewFile.h"
-#include "tests/platform/testFiles.h"
+#include "platform/files/NewFile.h"
 #include "tests/support/FileFaults.h"
 #include "tests/support/TestMain.h"
 #include "tests/support/rows.h"
+#include "tests/support/testFiles.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Windows that are painted directly beside, below and after others, and that grow, shrink and move.
-#include "platform/FrameBuffer.h"
-#include "platform/QDirectPainter.h"
+#include "platform/screen/FrameBuffer.h"
+#include "platform/screen/QDirectPainter.h"
 #include "tests/platform/PainterTest.h"
 #include "tests/platform/paintedPixels.h"
 #include "tests/support/TestMain.h"
@@ -64,7 +64,6 @@ private Q_SLOTS:
     void grownWindowPaintsItself();
     void nextDrawAfterGrowthStartsBlack();
     void shrunkWindow();
-    void movedWindowStaysRight();
     void movedWindowKeepsItsPixelsOnTheNextDraw_data();
     void movedWindowKeepsItsPixelsOnTheNextDraw();
 };
@@ -135,7 +134,7 @@ void TestPaintedWindows::newSurfaceStartsBlack()
     QCOMPARE(shotOf(&stale.keeper).pixel(0, 0), kBlue);
 }
 
-// The memory still holds what another window drew there; it must not come through.
+// The memory still has the pixels of another window there. They must not be shown.
 void TestPaintedWindows::grownWindowShowsNothingStale()
 {
     StaleMemory stale;
@@ -202,18 +201,6 @@ void TestPaintedWindows::shrunkWindow()
     QCOMPARE(patternFault(shotOf(&top), top.rect(), QPoint(), 32), QString());
 }
 
-void TestPaintedWindows::movedWindowStaysRight()
-{
-    BareWindow top(QRect(50, 40, 180, 160));
-    QVERIFY(top.showNow());
-    drawPattern(&top);
-    top.move(301, 207);
-    top.repaint();
-    QTRY_COMPARE(patternFault(shotOf(&top), top.rect(), QPoint(), 32), QString());
-    drawPattern(&top);
-    QCOMPARE(patternFault(shotOf(&top), top.rect(), QPoint(), 32), QString());
-}
-
 void TestPaintedWindows::movedWindowKeepsItsPixelsOnTheNextDraw_data()
 {
     lumi::test::columns<int, QPoint>();
@@ -223,7 +210,7 @@ void TestPaintedWindows::movedWindowKeepsItsPixelsOnTheNextDraw_data()
     QTest::newRow("a bit left and up, 16 bits") << 16 << QPoint(41, 33);
 }
 
-// A draw that touches only a corner, as the sign of the slideshow does, after a move.
+// Drawing only a corner after a move, as the slideshow does with its sign.
 void TestPaintedWindows::movedWindowKeepsItsPixelsOnTheNextDraw()
 {
     const auto [depth, place] = lumi::test::row<int, QPoint>();

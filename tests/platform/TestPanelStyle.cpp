@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/PanelStyle.h"
+#include "platform/screen/PanelStyle.h"
 #include "tests/support/TestMain.h"
 
 #include <QMainWindow>

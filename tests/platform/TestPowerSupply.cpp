@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "platform/powerSupply.h"
-#include "tests/platform/testFiles.h"
+#include "platform/power/powerSupply.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/testFiles.h"
 
 #include <QTemporaryDir>
 #include <QTest>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "platform/PowerWatcher.h"
-#include "platform/QCopChannel.h"
+#include "platform/power/PowerWatcher.h"
+#include "platform/session/QCopChannel.h"
 #include "tests/support/FakeMachine.h"
 #include "tests/support/TestMain.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What a list takes, finds and gives back, and how its cursor walks.
+// Insertion, search and walking with the cursor.
 #include "platform/toolkit/PtrList.h"
 #include "tests/platform/PtrListTest.h"
 #include "tests/support/TestMain.h"
@@ -42,7 +42,6 @@ private Q_SLOTS:
     void findsByPointer();
     void findsByComparison();
     void rangeForLeavesTheCursor();
-    void virtualOperationsThroughTheBase();
     void countingDuringAWalkEndsIt();
 };
 
@@ -213,29 +212,6 @@ void TestPtrList::rangeForLeavesTheCursor()
     m_list->at(1);
     QCOMPARE(numbers(), (std::vector<int>{0, 1, 2}));
     QCOMPARE(m_list->at(), 1);
-}
-
-void TestPtrList::virtualOperationsThroughTheBase()
-{
-    class Counted : public PtrList<Item>
-    {
-    public:
-        void clear() override
-        {
-            ++cleared;
-            PtrList::clear();
-        }
-
-        int cleared = 0;
-    };
-
-    Counted list;
-    PtrList<Item> &base = list;
-    Item item(1);
-    base.append(&item);
-    base.clear();
-    QCOMPARE(list.cleared, 1);
-    QCOMPARE(base.count(), 0);
 }
 
 // A walk that counts the whole list by the same cursor in each step visits two items: the

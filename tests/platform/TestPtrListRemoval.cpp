@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What goes from a list: where its cursor stands then, and who deletes the item.
+// Removal: the place of the cursor afterwards, and who deletes the item.
 #include "platform/toolkit/PtrList.h"
 #include "tests/platform/PtrListTest.h"
 #include "tests/support/TestMain.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "platform/QCopChannel.h"
-#include "platform/QCopEnvelope.h"
-#include "platform/QCopHub.h"
+#include "platform/session/QCopChannel.h"
+#include "platform/session/QCopEnvelope.h"
+#include "platform/session/QCopHub.h"
 #include "tests/support/TestMain.h"
 
 #include <QDataStream>

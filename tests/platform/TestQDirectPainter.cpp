@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What is painted directly: its place, its form and how it comes onto the screen.
-#include "platform/QDirectPainter.h"
+// Place and form of directly painted pixels, and their way to the screen.
+#include "platform/screen/QDirectPainter.h"
 #include "platform/toolkit/QScrollView.h"
 #include "tests/platform/PainterTest.h"
 #include "tests/platform/paintedPixels.h"
@@ -59,8 +59,6 @@ class TestQDirectPainter : public PainterTest
 private Q_SLOTS:
     void geometry_data();
     void geometry();
-    void lineStep_data();
-    void lineStep();
     void depthIsTheMachines();
     void everyPixel_data();
     void everyPixel();
@@ -68,7 +66,6 @@ private Q_SLOTS:
     void photoRasterStandsUpright();
     void grabShowsIt_data();
     void grabShowsIt();
-    void partialRepaint();
     void windowOutsideIsClamped_data();
     void windowOutsideIsClamped();
     void windowBiggerThanTheDesktop();
@@ -105,21 +102,6 @@ void TestQDirectPainter::geometry()
     QCOMPARE(painter.yOffset(), turned.y());
     QCOMPARE(painter.width(), turned.width());
     QCOMPARE(painter.height(), turned.height());
-}
-
-void TestQDirectPainter::lineStep_data()
-{
-    addDepths();
-}
-
-void TestQDirectPainter::lineStep()
-{
-    QFETCH(int, depth);
-    m_machine->depth = depth;
-    BareWindow top(QRect(0, 0, 50, 50));
-    QDirectPainter painter(&top);
-    QCOMPARE(painter.depth(), depth);
-    QCOMPARE(painter.lineStep(), 480 * depth / 8);
 }
 
 void TestQDirectPainter::depthIsTheMachines()
@@ -218,16 +200,6 @@ void TestQDirectPainter::grabShowsIt()
              QString());
 }
 
-void TestQDirectPainter::partialRepaint()
-{
-    BareWindow top(QRect(40, 30, 160, 120));
-    QVERIFY(top.showNow());
-    drawPattern(&top);
-    top.repaint(QRect(3, 5, 17, 29));
-    top.repaint(QRegion(QRect(50, 50, 11, 13)) + QRect(90, 20, 7, 80));
-    QCOMPARE(patternFault(shotOf(&top), top.rect(), QPoint(), 32), QString());
-}
-
 void TestQDirectPainter::windowOutsideIsClamped_data()
 {
     lumi::test::columns<QPoint, QPoint>();
@@ -254,7 +226,7 @@ void TestQDirectPainter::windowOutsideIsClamped()
     }
     drawPattern(&child);
     QCOMPARE(patternFault(child.grab().toImage(), child.rect(), QPoint(), 32), QString());
-    // What is on the screen is in its true place.
+    // On the screen the pixels are in the window's real place.
     const QImage shown = lumi::test::screenShot();
     const QPoint origin = child.mapToGlobal(QPoint());
     const QRect visible = QRect(origin, child.size()) & shown.rect();

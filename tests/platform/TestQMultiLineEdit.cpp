@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/PanelStyle.h"
+#include "platform/screen/PanelStyle.h"
 #include "platform/toolkit/QMultiLineEdit.h"
 #include "tests/support/TestMain.h"
 
@@ -224,7 +224,7 @@ void TestQMultiLineEdit::theLimitNeverCutsWhatIsThere()
     QCOMPARE(edit.text(), QStringLiteral("abcdefgh"));
     edit.send(Qt::Key_X, QStringLiteral("x"));
     QCOMPARE(edit.text(), QStringLiteral("abcdefgh"));
-    // What is marked is not lost for a text that does not fit in its place.
+    // Marked text stays if its replacement doesn't fit.
     edit.moveCursor(QTextCursor::NextCharacter, QTextCursor::KeepAnchor);
     edit.send(Qt::Key_X, QStringLiteral("x"));
     edit.insert(QStringLiteral("xyz"));

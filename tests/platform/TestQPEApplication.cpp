@@ -24,7 +24,7 @@ protected:
 /// The window as it is once everything has come to rest.
 QSize finalSize(const QWidget &widget)
 {
-    QTest::qWait(200);
+    QTest::qWait(50);
     return widget.size();
 }
 
@@ -107,7 +107,7 @@ void TestQPEApplication::aWindowIsPaintedBeforeWorkBegins()
     QPEApplication::waitPainted(&window, 1000);
     QVERIFY(window.paints > 0);
     QVERIFY(window.windowHandle() != nullptr);
-    // For a child, too, it is the window that counts.
+    // For a child the window is waited for.
     Canvas outer;
     auto *inner = new Canvas;
     QVBoxLayout(&outer).addWidget(inner);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "platform/PanelStyle.h"
-#include "platform/QPEMenuBar.h"
-#include "platform/QPEToolBar.h"
+#include "platform/screen/PanelStyle.h"
+#include "platform/windows/QPEMenuBar.h"
+#include "platform/windows/QPEToolBar.h"
 #include "tests/support/TestMain.h"
 
 #include <QMainWindow>
@@ -54,7 +54,6 @@ private Q_SLOTS:
     void menuBarsTakeTurns();
     void aMenuBarMayGoWithoutTraces();
     void menuBarsDieWithTheBar();
-    void aBarNeedsNoWindow();
 };
 
 void TestQPEToolBar::joinsItsWindowAndStaysThere()
@@ -139,13 +138,6 @@ void TestQPEToolBar::menuBarsDieWithTheBar()
     delete w->bar;
     QVERIFY(menuBar.isNull());
     w.reset();
-}
-
-void TestQPEToolBar::aBarNeedsNoWindow()
-{
-    const QPEToolBar bar(nullptr, "lonely");
-    QVERIFY(bar.host() != nullptr);
-    QCOMPARE(bar.objectName(), QStringLiteral("lonely"));
 }
 
 LUMI_TEST(TestQPEToolBar)

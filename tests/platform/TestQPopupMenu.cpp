@@ -78,12 +78,10 @@ class TestQPopupMenu : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void givenIdsStay();
     void freshIdsAreNegativeAndDiffer();
     void findsInSubmenus();
     void separatorsHaveNoId();
     void separatorsStayInSight();
-    void callsTheSlot();
     void acceleratorGoesToTheAction();
     void textStaysRaw();
     void setters();
@@ -94,17 +92,6 @@ private Q_SLOTS:
     void disabledEntryCannotBeChosen();
     void aboutToShowComesBeforeTheMenu();
 };
-
-void TestQPopupMenu::givenIdsStay()
-{
-    QPopupMenu menu;
-    Receiver receiver;
-    QCOMPARE(menu.insertItem(QStringLiteral("a"), 0), 0);
-    QCOMPARE(menu.insertItem(QStringLiteral("b"), &receiver, &Receiver::act, 0, 19), 19);
-    QCOMPARE(menu.findItem(0)->text(), QStringLiteral("a"));
-    QCOMPARE(menu.findItem(19)->text(), QStringLiteral("b"));
-    QCOMPARE(menu.findItem(1), nullptr);
-}
 
 void TestQPopupMenu::freshIdsAreNegativeAndDiffer()
 {
@@ -173,15 +160,6 @@ void TestQPopupMenu::separatorsStayInSight()
         QVERIFY(menu.actionGeometry(const_cast<QAction *>(action)).height() > 0);
     }
     menu.close();
-}
-
-void TestQPopupMenu::callsTheSlot()
-{
-    QPopupMenu menu;
-    Receiver receiver;
-    menu.insertItem(QStringLiteral("a"), &receiver, &Receiver::act, 0, 5);
-    menu.findItem(5)->trigger();
-    QCOMPARE(receiver.calls, 1);
 }
 
 void TestQPopupMenu::acceleratorGoesToTheAction()

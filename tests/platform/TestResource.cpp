@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/Resource.h"
-#include "tests/platform/testFiles.h"
 #include "tests/support/FakeMachine.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/testFiles.h"
 
 #include <QImage>
 #include <QTest>

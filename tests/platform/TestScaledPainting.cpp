@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
-// Direct painting on a screen with more pixels than the desktop has. The ratio is fixed when
-// the application starts, so each one needs a process of its own: TestScaledPainting starts
-// this executable again, and ScaledPaintingProcess is what runs there.
-#include "platform/FrameBuffer.h"
+// Direct painting on a screen with a device pixel ratio above 1. The ratio is fixed when the
+// application starts, so TestScaledPainting runs ScaledPaintingProcess in a process for each ratio.
 #include "platform/QPEApplication.h"
-#include "platform/QWSRegionManager.h"
+#include "platform/screen/FrameBuffer.h"
+#include "platform/screen/QWSRegionManager.h"
 #include "tests/platform/ownProcess.h"
 #include "tests/platform/paintedPixels.h"
 #include "tests/support/FakeMachine.h"

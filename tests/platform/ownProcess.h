@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Runs another test class of this executable in a process of its own, for what is fixed once
-// the application has started: pixel ratio, screens.
+// Runs another test class of this executable in a process of its own, for properties that are fixed
+// when the application starts: pixel ratio and screens.
 #pragma once
 
 #include <QCoreApplication>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-// What the tests of direct painting share: a pattern in which no two neighbours and no two
-// corners are alike, a way to write it through a painter as viewers do, and a look at the screen.
+// Helpers for tests of direct painting: a pattern in which all neighbours and all corners differ,
+// a function that writes it through a painter as viewers do, and screenshots.
 #pragma once
 
-#include "platform/QDirectPainter.h"
+#include "platform/screen/QDirectPainter.h"
 
 #include <QGuiApplication>
 #include <QImage>

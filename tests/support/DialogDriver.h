@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Stands in for the user in front of dialogs: keeps a record of every dialog that appears and
-// answers it from inside its own event loop, as told beforehand, by name or in order, or in the
-// most usual way.
+// Answers dialogs in place of the user: records every dialog that appears and answers it from its
+// own event loop. The answers are given by name or in order; without one the default is used.
 #pragma once
 
 #include "tests/support/dialogAnswers.h"

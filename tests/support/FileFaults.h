@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Watches the calls of the C library that concern one folder and what lies in it, in their
-// order, and lets single ones fail or something else happen before them. This program's own
-// versions of the calls stand before those of the library and go straight to the system. A test
-// that uses it compiles it in. Faults at every call, and kills, are the matter of tests/faults.
+// Records the C library's calls on one folder and its files in their order. Single calls can fail,
+// or a function can run before them. The test program compiles this file in, so its versions of the
+// calls replace those of the library. For faults at every call, and kills, see tests/faults.
 #pragma once
 
 #include <QString>

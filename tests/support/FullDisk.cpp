@@ -12,7 +12,7 @@ namespace lumi::test {
 
 FileSizeLimit::FileSizeLimit(rlim_t bytes)
 {
-    // The signal would end the process; ignored, the write fails instead.
+    // Ignored, so that the write fails instead of ending the process.
     std::signal(SIGXFSZ, SIG_IGN);
     getrlimit(RLIMIT_FSIZE, &m_before);
     const rlimit lower{bytes, m_before.rlim_max};

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Makes writes fail as on a full disk while it lives: with a real, tiny file system over a
-// folder where this process may mount one, else by a limit on the size of files.
+// Makes writes fail as on a full disk while it exists: with a tiny file system mounted over a folder
+// if this process may mount, otherwise by a limit on the size of files.
 #pragma once
 
 #include <QByteArray>

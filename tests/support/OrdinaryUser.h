@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Tests of what may not be read or written would see nothing as root, who may do everything.
+// For tests of missing permissions, which root would not notice.
 #pragma once
 
 namespace lumi::test {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A program "sync" that does what a test wants, found before the real one.
+// A program "sync" of the test, which is found before the real one.
 #pragma once
 
 #include <QByteArray>

@@ -58,7 +58,7 @@ int main(int argc, char **argv)
     setPrivateHome(home.path());
     QPEApplication app(argc, argv);
     const std::unique_ptr<QObject> test(found->second());
-    // The class name is our argument, not the test library's.
+    // The class name is an argument for this function, not for Qt Test.
     QStringList arguments = QCoreApplication::arguments();
     arguments.removeAt(1);
     return QTest::qExec(test.get(), arguments);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What a user may do with a dialog.
+// Answers of a user to a dialog.
 #pragma once
 
 #include <QDialog>

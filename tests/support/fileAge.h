@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Times of files and folders, for tests in which two things made one after the other must not
-// look alike.
+// Sets times of files and folders, for tests in which two files must have different times.
 #pragma once
 
 #include <QFile>

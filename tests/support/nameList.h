@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Lists of file names, short to write.
+// Lists of file names in a short form.
 #pragma once
 
 #include <QString>

@@ -21,7 +21,7 @@ MessageLog *currentLog = nullptr;
 
 void collect(QtMsgType type, const QMessageLogContext &context, const QString &text)
 {
-    // The offscreen platform says this of every window.
+    // The offscreen platform logs this for every window.
     const bool offscreen = text.startsWith(QLatin1String("This plugin does not support"));
     if (type == QtWarningMsg && !offscreen) {
         currentLog->warnings.append(text);
@@ -161,20 +161,6 @@ QStringList SwapFixture::swapFiles() const
     return QDir(swapFolder())
         .entryList({QStringLiteral("*.swp")}, QDir::AllEntries | QDir::Hidden | QDir::System,
                    QDir::Name);
-}
-
-void writeFile(const QString &path, const QByteArray &bytes)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size()) {
-        qFatal("can't write %s", qUtf8Printable(path));
-    }
-}
-
-QByteArray readFile(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 void setFileTime(const QString &path, qint64 milliseconds)

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
-// A private tree of photos with a swap folder, on a machine with plenty of room, and the
-// means to look at what the store left on the disk.
+// A private tree of photos with a swap folder, on a machine with enough free space, and functions
+// that look at the files of the store.
 #pragma once
 
 #include "swap/SwapSystem.h"
 #include "tests/support/FakeMachine.h"
+#include "tests/support/testFiles.h"
 
 #include <QDateTime>
 #include <QImage>
@@ -108,8 +109,6 @@ public:
     std::unique_ptr<SwapSystem> store;
 };
 
-void writeFile(const QString &path, const QByteArray &bytes);
-[[nodiscard]] QByteArray readFile(const QString &path);
 /// Milliseconds since 1970-01-01 UTC.
 void setFileTime(const QString &path, qint64 milliseconds);
 /// Size and time of each file below the folder, hidden ones too.

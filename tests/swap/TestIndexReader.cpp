@@ -6,7 +6,6 @@
 #include "tests/swap/SwapFixture.h"
 
 #include <QTest>
-#include <QtEndian>
 
 using namespace lumi::test;
 
@@ -17,12 +16,9 @@ class TestIndexReader : public QObject
 private Q_SLOTS:
     void aTextHasItsPaddedField_data();
     void aTextHasItsPaddedField();
-    void theWholeLayoutByteByByte();
     void theKindIsSignExtendedAndCutOnReading();
     void charactersOutsideLatin1AreLost();
     void aTextEndsAtAZeroByte();
-    void wholeRecordsBeforeACutStand();
-    void anyFieldMayHoldAnything();
     void absurdFieldsEndTheReading_data();
     void absurdFieldsEndTheReading();
 };
@@ -41,14 +37,6 @@ lumi::BlockRecord block(const char *name, const char *swapPath)
     record.swapPath = QString::fromLatin1(swapPath);
     record.swapTime = 1700000001;
     return record;
-}
-
-bool same(const lumi::BlockRecord &one, const lumi::BlockRecord &other)
-{
-    return one.sourceName == other.sourceName && one.sourceTime == other.sourceTime
-        && one.width == other.width && one.height == other.height && one.param == other.param
-        && one.kind == other.kind && one.swapPath == other.swapPath
-        && one.swapTime == other.swapTime;
 }
 
 struct Parsed
@@ -75,30 +63,6 @@ Parsed parse(const QByteArray &bytes)
     }
     parsed.whole = !reader.failed();
     return parsed;
-}
-
-/// Two controls with three blocks; ends[i] is where block i ends.
-QByteArray sample(QList<qsizetype> *ends = nullptr, QList<lumi::BlockRecord> *blocks = nullptr)
-{
-    const QList<lumi::BlockRecord> records{block("a.jpg", "/s/0000s_100_a.jpg.swp"),
-                                           block("", "/s/0000s_100_.swp"),
-                                           block("long name.jpeg", "/s/0001s_100_x.swp")};
-    lumi::IndexWriter writer;
-    QList<qsizetype> found;
-    writer.writeHeader({1700000002, 2});
-    writer.writeControl({0, 2, QStringLiteral("/photos/one")});
-    for (int i = 0; i < 2; ++i) {
-        writer.writeBlock(records[i]);
-        found.append(writer.bytes().size());
-    }
-    writer.writeControl({1, 1, QStringLiteral("/photos/two")});
-    writer.writeBlock(records[2]);
-    found.append(writer.bytes().size());
-    if (ends != nullptr) {
-        *ends = found;
-        *blocks = records;
-    }
-    return writer.bytes();
 }
 
 } // namespace
@@ -143,35 +107,6 @@ void TestIndexReader::aTextHasItsPaddedField()
     QCOMPARE(control.folder, QString::fromLatin1(text));
 }
 
-void TestIndexReader::theWholeLayoutByteByByte()
-{
-    lumi::IndexWriter writer;
-    writer.writeHeader({0x01020304, 1});
-    writer.writeControl({-2, 1, QStringLiteral("/p")});
-    writer.writeBlock(block("a.jpg", "/s/a.swp"));
-    const QByteArray expected = "04030201"
-                                "01000000"
-                                "feffffff"
-                                "01000000"
-                                "02000000"
-                                "2f700000"
-                                "05000000"
-                                "612e6a7067000000"
-                                "00f15365"
-                                "ab000000"
-                                "ffffffff"
-                                "64000000"
-                                "73000000"
-                                "08000000"
-                                "2f732f612e73777000000000"
-                                "01f15365";
-    QCOMPARE(writer.bytes().toHex(), expected);
-    const Parsed parsed = parse(writer.bytes());
-    QVERIFY(parsed.whole);
-    QCOMPARE(parsed.controls, 1);
-    QVERIFY(same(parsed.blocks.value(0), block("a.jpg", "/s/a.swp")));
-}
-
 void TestIndexReader::theKindIsSignExtendedAndCutOnReading()
 {
     lumi::BlockRecord record = block("a", "b");
@@ -212,48 +147,6 @@ void TestIndexReader::aTextEndsAtAZeroByte()
     QCOMPARE(control.folder, QStringLiteral("/p"));
     QVERIFY(reader.readControl(control));
     QCOMPARE(control.folder, QStringLiteral("r"));
-}
-
-void TestIndexReader::wholeRecordsBeforeACutStand()
-{
-    QList<qsizetype> ends;
-    QList<lumi::BlockRecord> blocks;
-    const QByteArray whole = sample(&ends, &blocks);
-    QVERIFY(parse(whole).whole);
-    for (qsizetype length = 0; length < whole.size(); ++length) {
-        const Parsed parsed = parse(whole.left(length));
-        QVERIFY(!parsed.whole);
-        const auto expected = std::count_if(ends.begin(), ends.end(), [length](qsizetype end) {
-            return end <= length;
-        });
-        QCOMPARE(parsed.blocks.size(), expected);
-        for (qsizetype i = 0; i < expected; ++i) {
-            QVERIFY(same(parsed.blocks[i], blocks[i]));
-        }
-    }
-}
-
-void TestIndexReader::anyFieldMayHoldAnything()
-{
-    QList<qsizetype> ends;
-    QList<lumi::BlockRecord> blocks;
-    const QByteArray whole = sample(&ends, &blocks);
-    for (qsizetype at = 0; at < whole.size(); at += 4) {
-        for (const quint32 value : {0xFFFFFFFFU, 0x7FFFFFFFU, 0x80000000U, 0U, 7U}) {
-            QByteArray bytes = whole;
-            qToLittleEndian(value, bytes.data() + at);
-            // A header that asks for fewer controls than there are ends the reading early.
-            const qsizetype before
-                = at == 4 ? 0 : std::count_if(ends.begin(), ends.end(), [at](qsizetype end) {
-                      return end <= at;
-                  });
-            const Parsed parsed = parse(bytes);
-            QVERIFY(parsed.blocks.size() >= before);
-            for (qsizetype i = 0; i < before; ++i) {
-                QVERIFY(same(parsed.blocks[i], blocks[i]));
-            }
-        }
-    }
 }
 
 void TestIndexReader::absurdFieldsEndTheReading_data()

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What a block stores and gives back, and where it finds no room.
+// What a block stores and loads, and blocks without room on the disk.
+#include "platform/files/fileCalls.h"
 #include "swap/SwapBlock.h"
 #include "swap/SwapPlace.h"
 #include "tests/support/FullDisk.h"
@@ -42,11 +43,9 @@ private Q_SLOTS:
     void aNameThatPromisesDensePixelsChangesNothing();
     void whatTookTheNameOfASwapFileIsReplaced();
     void linkToASwapFileIsNotRead();
-    void aNullImageIsNotStored();
     void aNameThatIsTooLongIsNotStored();
     void aFullDiskLeavesNothingBehind_data();
     void aFullDiskLeavesNothingBehind();
-    void destructionLeavesTheSwapFile();
     void traceOfAWriteAndARead();
     void traceOfABuffer();
 };
@@ -173,12 +172,12 @@ void TestSwapBlock::whatTookTheNameOfASwapFileIsReplaced()
     QVERIFY(QFile::link(other, m_swapPath));
     SwapBlock block = made();
     QVERIFY(write(block));
-    QVERIFY(lumi::SwapPlace::isFile(m_swapPath));
+    QVERIFY(lumi::isRegular(m_swapPath));
     QCOMPARE(readFile(other), QByteArray("another file"));
     QVERIFY(QFile::remove(m_swapPath));
     QCOMPARE(::mkfifo(QFile::encodeName(m_swapPath).constData(), 0600), 0);
     QVERIFY(write(block));
-    QVERIFY(lumi::SwapPlace::isFile(m_swapPath));
+    QVERIFY(lumi::isRegular(m_swapPath));
 }
 
 void TestSwapBlock::linkToASwapFileIsNotRead()
@@ -190,14 +189,6 @@ void TestSwapBlock::linkToASwapFileIsNotRead()
     QVERIFY(QFile::rename(m_swapPath, moved));
     QVERIFY(QFile::link(moved, m_swapPath));
     QVERIFY(!read(block));
-}
-
-void TestSwapBlock::aNullImageIsNotStored()
-{
-    SwapBlock block = made();
-    QVERIFY(!write(block, QImage()));
-    QVERIFY(!block.isValid());
-    QVERIFY(!QFile::exists(m_swapPath));
 }
 
 void TestSwapBlock::aNameThatIsTooLongIsNotStored()
@@ -240,15 +231,6 @@ void TestSwapBlock::aFullDiskLeavesNothingBehind()
     QVERIFY(!block.bRead(swap, sourceTime()));
     const QStringList expected(QStringLiteral("SwapBlock::bWrite() / Write Error"));
     QCOMPARE(log.warnings, image ? QStringList() : expected);
-}
-
-void TestSwapBlock::destructionLeavesTheSwapFile()
-{
-    {
-        SwapBlock block = made();
-        QVERIFY(write(block));
-    }
-    QVERIFY(QFile::exists(m_swapPath));
 }
 
 void TestSwapBlock::traceOfAWriteAndARead()

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Stored pictures that are not given back: their photo or their file has changed, or the file is
-// none that a block would have written.
+// Stored pictures that are not loaded: the photo or the swap file has changed, or a block would not
+// write such a swap file.
 #include "swap/SwapBlock.h"
 #include "tests/support/PeakMemory.h"
 #include "tests/support/TestMain.h"
@@ -127,7 +127,7 @@ void TestSwapBlockMisses::aGiantThatWasPlantedIsNotDecoded()
     QByteArray bytes = readFile(m_swapPath);
     const qsizetype frame = bytes.indexOf("\xff\xc0");
     QVERIFY(frame > 0);
-    // Less than the image reader's own limit.
+    // Below the limit of QImageReader.
     constexpr quint16 kSide = 7000;
     qToBigEndian(kSide, bytes.data() + frame + 5);
     qToBigEndian(kSide, bytes.data() + frame + 7);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Blocks that are read from an index, which may name anything.
+// Blocks that are read from an index, which may be damaged.
 #include "swap/IndexReader.h"
 #include "swap/SwapBlock.h"
 #include "swap/SwapPlace.h"

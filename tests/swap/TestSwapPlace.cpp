@@ -7,8 +7,6 @@
 
 #include <QTest>
 
-#include <sys/stat.h>
-
 using namespace lumi::test;
 
 class TestSwapPlace : public QObject
@@ -19,11 +17,8 @@ private Q_SLOTS:
     void namesOfSwapFiles();
     void onlyFilesOfThePlaceAreHeld_data();
     void onlyFilesOfThePlaceAreHeld();
-    void removesOnlyWhatItHolds();
-    void linksAndPipesAreNoFilesOfTheStore();
     void timesAreWholeSecondsIn32Bits_data();
     void timesAreWholeSecondsIn32Bits();
-    void timesSurviveTheIndex();
 };
 
 namespace {
@@ -73,38 +68,6 @@ void TestSwapPlace::onlyFilesOfThePlaceAreHeld()
     QCOMPARE(place().holds(path), held);
 }
 
-void TestSwapPlace::removesOnlyWhatItHolds()
-{
-    const QTemporaryDir root;
-    const QString folder = root.path() + QStringLiteral("/swap");
-    QVERIFY(QDir().mkpath(folder));
-    const QString inside = folder + QStringLiteral("/a.swp");
-    const QString outside = root.path() + QStringLiteral("/a.swp");
-    writeFile(inside, "x");
-    writeFile(outside, "x");
-    const lumi::SwapPlace here(folder, QStringLiteral(".swp"));
-    here.removeFile(outside);
-    here.removeFile(folder + QStringLiteral("/../a.swp"));
-    QVERIFY(QFile::exists(outside));
-    here.removeFile(inside);
-    QVERIFY(!QFile::exists(inside));
-}
-
-void TestSwapPlace::linksAndPipesAreNoFilesOfTheStore()
-{
-    const QTemporaryDir root;
-    const QString file = root.filePath(QStringLiteral("a.swp"));
-    QVERIFY(!lumi::SwapPlace::isFile(file));
-    writeFile(file, "x");
-    QVERIFY(lumi::SwapPlace::isFile(file));
-    const QString pipe = root.filePath(QStringLiteral("pipe.swp"));
-    QCOMPARE(::mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
-    QVERIFY(!lumi::SwapPlace::isFile(pipe));
-    const QString link = root.filePath(QStringLiteral("link.swp"));
-    QVERIFY(QFile::link(file, link));
-    QVERIFY(!lumi::SwapPlace::isFile(link));
-}
-
 void TestSwapPlace::timesAreWholeSecondsIn32Bits_data()
 {
     lumi::test::columns<QDateTime, int>();
@@ -122,16 +85,6 @@ void TestSwapPlace::timesAreWholeSecondsIn32Bits()
 {
     const auto [time, seconds] = lumi::test::row<QDateTime, int>();
     QCOMPARE(static_cast<int>(lumi::swapSeconds(time)), seconds);
-}
-
-void TestSwapPlace::timesSurviveTheIndex()
-{
-    for (const qint64 seconds : {qint64(0), qint64(1), qint64(1700000000), qint64(4102444800)}) {
-        const QDateTime before = QDateTime::fromMSecsSinceEpoch(seconds * 1000 + 700);
-        const QDateTime after = lumi::swapDateTime(lumi::swapSeconds(before));
-        QVERIFY(lumi::sameSwapTime(before, after));
-        QVERIFY(!lumi::sameSwapTime(before.addSecs(1), after));
-    }
 }
 
 LUMI_TEST(TestSwapPlace)

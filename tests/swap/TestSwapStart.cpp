@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The life of the store from start to end: folder, run marker, damage.
+// Start and end of the store: folder, run marker, damage.
 #include "app/common/messages.h"
 #include "swap/SwapSystem.h"
 #include "swap/swapStore.h"
@@ -25,11 +25,9 @@ private Q_SLOTS:
     void cleanup() { m_fixture.reset(); }
 
     void theFirstStartMakesFolderAndMarker();
-    void theFolderIsMadeWithAllParents();
     void aFolderOutsideLatin1IsEntered();
     void aFolderThatCannotBeMadeIsReported();
     void aCleanEndLeavesTheIndexAndNoMarker();
-    void anEmptyStoreWritesAnEmptyIndex();
     void aMarkerMeansDamage();
     void damageLeavesOtherFilesAlone();
     void afterDamageTheRunGoesOnAndEndsCleanly();
@@ -58,15 +56,6 @@ void TestSwapStart::theFirstStartMakesFolderAndMarker()
     QCOMPARE(store.controls().count(), 0);
     QVERIFY(store.current() == nullptr);
     QCOMPARE(QDir::currentPath(), m_fixture->swapFolder());
-}
-
-void TestSwapStart::theFolderIsMadeWithAllParents()
-{
-    const QString folder = m_fixture->path(QStringLiteral("x/y/Photo_Files/.photo_swp"));
-    const MessageLog log;
-    const SwapSystem store(QFile::encodeName(folder), QStringLiteral(".swp"));
-    QVERIFY(QFile::exists(folder + QStringLiteral("/.SwapMng.chk")));
-    QCOMPARE(QDir::currentPath(), folder);
 }
 
 void TestSwapStart::aFolderOutsideLatin1IsEntered()
@@ -113,23 +102,6 @@ void TestSwapStart::aCleanEndLeavesTheIndexAndNoMarker()
     m_fixture->start();
     QVERIFY(closer.boxes.isEmpty());
     QVERIFY(QFile::exists(m_fixture->markerPath()));
-}
-
-void TestSwapStart::anEmptyStoreWritesAnEmptyIndex()
-{
-    const MessageLog log;
-    const qint64 before = QDateTime::currentSecsSinceEpoch();
-    m_fixture->start();
-    m_fixture->stop();
-    const qint64 after = QDateTime::currentSecsSinceEpoch();
-    const QByteArray index = readFile(m_fixture->indexPath());
-    QCOMPARE(index.size(), 8);
-    bool timed = false;
-    for (qint64 time = before; time <= after; ++time) {
-        timed = timed
-            || index == IndexBytes().number(static_cast<std::int32_t>(time)).number(0).bytes;
-    }
-    QVERIFY(timed);
 }
 
 void TestSwapStart::aMarkerMeansDamage()

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The store as the rest of the program uses it, by full paths, and what its use costs.
+// The store as the rest of the program uses it, by full paths, and its cost.
 #include "swap/swapStore.h"
 #include "tests/support/FullDisk.h"
 #include "tests/support/TestMain.h"
@@ -34,7 +34,6 @@ private Q_SLOTS:
     void namesOfAllScriptsWorkWithinARun();
     void aSecondVisitHitsWithoutWrites();
     void aFullDiskNeverStopsAView();
-    void aHitCostsLittleMoreThanReadingTheFile();
     void aLookUpAsksForTheFilesOfNoOtherBlock();
 
 private:
@@ -225,7 +224,7 @@ void TestSwapStore::aFullDiskNeverStopsAView()
     QVERIFY(QFile::remove(m_fixture->indexPath()));
     QDir::setCurrent(QDir::rootPath());
     const SmallDisk disk(m_fixture->swapFolder(), 64);
-    // Where nothing may be mounted, each file is cut short instead.
+    // Without the right to mount, the size of each file is limited instead.
     std::unique_ptr<FileSizeLimit> limit;
     m_fixture->start();
     QImage image = picture(171, 119);
@@ -252,28 +251,6 @@ void TestSwapStore::aFullDiskNeverStopsAView()
     QCOMPARE(hits, stored);
     m_fixture->stop();
     QDir::setCurrent(QDir::rootPath());
-}
-
-void TestSwapStore::aHitCostsLittleMoreThanReadingTheFile()
-{
-    const QString file = m_fixture->addPhoto(QStringLiteral("photos/a.jpg"));
-    QImage image = picture(171, 119);
-    QVERIFY(SwapAppend(file, &image, 171, 's'));
-    const QString swapFile = m_fixture->swapFile(QStringLiteral("0000s_171_a.jpg.swp"));
-    const qint64 bare = shortest(300, [&swapFile] {
-        QImage read;
-        QVERIFY(read.load(swapFile, "JPEG"));
-        QVERIFY(!QPixmap::fromImage(read).isNull());
-    });
-    const qint64 hit = shortest(300, [&file] {
-        QImage read;
-        QVERIFY(SwapLoad(file, &read, 171, 's'));
-        QVERIFY(!QPixmap::fromImage(read).isNull());
-    });
-    const double ratio = static_cast<double>(hit) / static_cast<double>(bare);
-    qInfo("warm thumbnail: %.3f ms, bare %.3f ms, ratio %.2f", static_cast<double>(hit) / 1e6,
-          static_cast<double>(bare) / 1e6, ratio);
-    QVERIFY(ratio < 1.4);
 }
 
 void TestSwapStore::aLookUpAsksForTheFilesOfNoOtherBlock()

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What happens when a kind of thumbnail has outgrown its limit.
+// The store when a kind of thumbnail exceeds its limit.
 #include "swap/SwapSystem.h"
 #include "swap/swapStore.h"
 #include "tests/support/TestMain.h"
@@ -26,7 +26,6 @@ private Q_SLOTS:
     void aRestartBringsTheCountDown();
     void aSingleControlIsTrimmedToo();
     void invalidBlocksCount();
-    void anyOtherKindHasNoRoom();
 
 private:
     /// Stores count pictures of a kind for photos of a folder, "<kind><number>.jpg".
@@ -122,7 +121,7 @@ void TestSwapTrim::threeControlsAtTheLimit()
     fillThreeFolders();
     QCOMPARE(files("000[012]s_"), 401);
     QVERIFY(SwapAppend(m_fixture->addPhoto(QStringLiteral("three/new.jpg")), &m_image, 10, 's'));
-    // The small ones of the first two folders have gone, no others.
+    // Only the small ones of the first two folders are removed.
     QCOMPARE(files("0000s_"), 0);
     QCOMPARE(files("0001s_"), 0);
     QCOMPARE(files("0002s_"), 101);
@@ -165,13 +164,13 @@ void TestSwapTrim::afterATrimTheWorkingDirectoryTakesTheBlock()
 void TestSwapTrim::eachLaterAppendTrimsAgain()
 {
     fillThreeFolders();
-    // An append of another kind doesn't trim, and revives nothing.
+    // An append of another kind trims nothing and makes no block valid.
     QVERIFY(SwapAppend(m_fixture->addPhoto(QStringLiteral("one/new1.jpg")), &m_image, 10, 's'));
     QVERIFY(SwapAppend(photo("one/new1.jpg"), &m_image, 10, 'd'));
     QCOMPARE(validBlocks("one", 'd'), 1);
     QCOMPARE(files("0000d_"), 1);
     QVERIFY(SwapAppend(m_fixture->addPhoto(QStringLiteral("two/new2.jpg")), &m_image, 10, 's'));
-    // The detail block of the first folder is invalid in passing, its file stays.
+    // The detail block of the first folder becomes invalid, too; its file stays.
     QCOMPARE(validBlocks("one", 'd'), 0);
     QCOMPARE(files("0000d_"), 1);
     QCOMPARE(files("0002s_"), 101);
@@ -185,7 +184,8 @@ void TestSwapTrim::aRestartBringsTheCountDown()
     fillThreeFolders();
     QVERIFY(SwapAppend(m_fixture->addPhoto(QStringLiteral("three/new.jpg")), &m_image, 10, 's'));
     const SwapSystem &store = m_fixture->restart();
-    // The blocks of the other kinds live again, and the lost block has gone with its file.
+    // The blocks of the other kinds are valid again. The block in the wrong control is removed with
+    // its file.
     QCOMPARE(store.controls().count(), 3);
     QCOMPARE(controlOf(store, photo("one"))->count(), 2);
     QCOMPARE(controlOf(store, photo("two"))->count(), 3);
@@ -222,21 +222,6 @@ void TestSwapTrim::invalidBlocksCount()
     QCOMPARE(files("0000l_"), 1);
     QVERIFY(SwapAppend(photo("one/a.jpg"), &m_image, 10, 'l'));
     QCOMPARE(files("0000l_"), 0);
-}
-
-void TestSwapTrim::anyOtherKindHasNoRoom()
-{
-    fill("one", 's', 1);
-    fill("two", 'x', 1);
-    fill("three", 's', 1);
-    QCOMPARE(m_fixture->swapFiles().size(), 3);
-    QVERIFY(SwapAppend(photo("three/s0.jpg"), &m_image, 10, 'x'));
-    QCOMPARE(
-        m_fixture->swapFiles(),
-        QStringList({QStringLiteral("0000s_10_s0.jpg.swp"), QStringLiteral("0002s_10_s0.jpg.swp"),
-                     QStringLiteral("0003x_10_s0.jpg.swp")}));
-    QCOMPARE(validBlocks("one", 's'), 0);
-    QCOMPARE(validBlocks("three", 's'), 1);
 }
 
 LUMI_TEST(TestSwapTrim)

@@ -2,7 +2,7 @@
 #include "tests/viewer/ShowFixture.h"
 
 #include "items/FPVItemFolder.h"
-#include "platform/QCopChannel.h"
+#include "platform/session/QCopChannel.h"
 #include "viewer/SlideMenu.h"
 
 #include <QApplication>

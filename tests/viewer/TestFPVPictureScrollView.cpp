@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The viewer with pictures that decode at the test's word: its two looks, its row of buttons and
 // labels, and when it draws.
-#include "platform/FrameBuffer.h"
+#include "platform/screen/FrameBuffer.h"
 #include "tests/platform/paintedPixels.h"
 #include "tests/support/TestMain.h"
 #include "tests/viewer/ViewerTest.h"

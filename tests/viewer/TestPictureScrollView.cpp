@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The picture alone, in a window of its own, with rasters in which no two neighbours are alike.
-#include "platform/FrameBuffer.h"
+#include "platform/screen/FrameBuffer.h"
 #include "tests/platform/paintedPixels.h"
 #include "tests/support/FakeMachine.h"
 #include "tests/support/TestMain.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The cycle of an automatic show, and what ends a show.
-#include "platform/FrameBuffer.h"
-#include "platform/QCopChannel.h"
+#include "platform/screen/FrameBuffer.h"
+#include "platform/session/QCopChannel.h"
 #include "tests/support/TestMain.h"
 #include "tests/viewer/Leftovers.h"
 #include "tests/viewer/ShowFixture.h"

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The keys of the show: what each of them does and which ones it leaves to others.
-#include "platform/deviceKey.h"
+#include "platform/keys/deviceKey.h"
 #include "tests/support/TestMain.h"
 #include "tests/viewer/ShowFixture.h"
 #include "viewer/SlideMenu.h"

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The menu of the running show and what it leads to.
-#include "platform/deviceKey.h"
+#include "platform/keys/deviceKey.h"
 #include "tests/support/TestMain.h"
 #include "tests/viewer/ShowFixture.h"
 #include "viewer/SlideMenu.h"

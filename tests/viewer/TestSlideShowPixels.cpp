@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // A show of real photos, down to the pixels on the screen.
 #include "items/FPVItemJpeg.h"
-#include "platform/FrameBuffer.h"
+#include "platform/screen/FrameBuffer.h"
 #include "tests/items/JpegMaker.h"
 #include "tests/support/TestMain.h"
 #include "tests/viewer/Leftovers.h"

@@ -2,7 +2,7 @@
 // Real photos in the viewer: where each corner of a photo appears, and what becomes of files
 // that are huge, tiny, cut or broken.
 #include "items/FPVItemJpeg.h"
-#include "platform/FrameBuffer.h"
+#include "platform/screen/FrameBuffer.h"
 #include "tests/items/HostileFiles.h"
 #include "tests/items/JpegMaker.h"
 #include "tests/items/LibraryFaults.h"

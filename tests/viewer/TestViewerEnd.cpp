@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // What ends the viewer: decodes that fail, other programs, its user, and the end of what it shows.
-#include "platform/FrameBuffer.h"
-#include "platform/QCopChannel.h"
+#include "platform/screen/FrameBuffer.h"
+#include "platform/session/QCopChannel.h"
 #include "tests/support/TestMain.h"
 #include "tests/viewer/ViewerTest.h"
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // What the viewer decodes when it zooms, how large it shows it, and the keys and buttons for it.
-#include "platform/deviceKey.h"
+#include "platform/keys/deviceKey.h"
 #include "tests/support/TestMain.h"
 #include "tests/support/rows.h"
 #include "tests/viewer/ViewerTest.h"

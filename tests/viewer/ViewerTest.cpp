@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/viewer/ViewerTest.h"
 
-#include "platform/FrameBuffer.h"
+#include "platform/screen/FrameBuffer.h"
 #include "viewer/zoomSteps.h"
 
 #include <QLabel>

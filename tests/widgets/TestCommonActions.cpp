@@ -1,19 +1,15 @@
 // SPDX-License-Identifier: MIT
 // The boxes and dialogs that are opened by one call and answered by the user.
-#include "tests/support/FakeMachine.h"
 #include "tests/support/TestMain.h"
-#include "widgets/DialogBase.h"
 #include "widgets/HkAboutDialog.h"
 #include "widgets/askBox.h"
 #include "widgets/commonActions.h"
 
 #include <QApplication>
-#include <QDir>
 #include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
-#include <QTextBrowser>
 #include <QTimer>
 
 #include <functional>
@@ -29,10 +25,6 @@ private Q_SLOTS:
     void askLooks();
     void askParentMayGo();
     void versionTexts();
-    void versionParentMayGo();
-    void helpShowsThePages();
-    void helpParentMayGo();
-    void dialogBaseIsAMessageBox();
 
 private:
     /// Calls the visitor with the modal window that comes up next.
@@ -129,7 +121,7 @@ void TestCommonActions::versionTexts()
             return dialog->findChild<QLabel *>(QLatin1String(name))->text();
         };
         QCOMPARE(text("appName"), QStringLiteral("Lumi Vault"));
-        QCOMPARE(text("version"), QStringLiteral("Ver 1.0.0"));
+        QCOMPARE(text("version"), QStringLiteral("Ver " LUMI_VERSION));
         QVERIFY(text("copyright").contains(QStringLiteral("Lumi Vault contributors")));
         QCOMPARE(text("buildInfo"), QStringLiteral("Jan 31 2005 12:42:36"));
         dialog->reject();
@@ -138,57 +130,6 @@ void TestCommonActions::versionTexts()
     QCOMPARE(m_visits, 1);
     QVERIFY(parent.findChildren<QDialog *>().isEmpty());
     QCOMPARE(QWidget::keyboardGrabber(), nullptr);
-}
-
-void TestCommonActions::versionParentMayGo()
-{
-    auto parent = std::make_unique<QWidget>();
-    whenModal([&parent](QWidget *) {
-        parent.reset();
-    });
-    showVersion(parent.get());
-    QCOMPARE(m_visits, 1);
-}
-
-void TestCommonActions::helpShowsThePages()
-{
-    auto *machine = lumi::test::FakeMachine::install();
-    const QDir folder(machine->folder.path());
-    machine->resources = folder.path();
-    QVERIFY(folder.mkpath(QStringLiteral("help")));
-    QFile page(folder.filePath(QStringLiteral("help/index.html")));
-    QVERIFY(page.open(QIODevice::WriteOnly));
-    page.write("<html><body>How to import</body></html>");
-    page.close();
-    QWidget parent;
-    whenModal([](QWidget *window) {
-        auto *browser = window->findChild<QTextBrowser *>();
-        QVERIFY(browser != nullptr);
-        QCOMPARE(browser->toPlainText().trimmed(), QStringLiteral("How to import"));
-        window->close();
-    });
-    showHelp(&parent);
-    QCOMPARE(m_visits, 1);
-    Machine::install(nullptr);
-}
-
-void TestCommonActions::helpParentMayGo()
-{
-    auto parent = std::make_unique<QWidget>();
-    whenModal([&parent](QWidget *) {
-        parent.reset();
-    });
-    showHelp(parent.get());
-    QCOMPARE(m_visits, 1);
-}
-
-void TestCommonActions::dialogBaseIsAMessageBox()
-{
-    const DialogBase dialog(nullptr, "viewer");
-    QCOMPARE(dialog.objectName(), QStringLiteral("viewer"));
-    QVERIFY(dialog.inherits("QMessageBox"));
-    const QMetaObject &meta = DialogBase::staticMetaObject;
-    QCOMPARE(meta.methodCount(), meta.methodOffset()); // nothing of its own
 }
 
 LUMI_TEST(TestCommonActions)

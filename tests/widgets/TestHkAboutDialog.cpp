@@ -41,7 +41,7 @@ private:
 void TestHkAboutDialog::init()
 {
     m_dialog = std::make_unique<HkAboutDialog>(
-        QStringLiteral("Lumi Vault"), QStringLiteral("Ver 1.0.0"), QStringLiteral("Copyright us"),
+        QStringLiteral("Lumi Vault"), QStringLiteral("Ver 2"), QStringLiteral("Copyright us"),
         QStringLiteral("Jan 31 2005 12:42:36"), nullptr);
 }
 
@@ -67,7 +67,7 @@ void TestHkAboutDialog::textsAndCaption()
     QVERIFY(m_dialog->isModal());
     QCOMPARE(m_dialog->windowTitle(), QStringLiteral("Version"));
     QCOMPARE(child("appName")->text(), QStringLiteral("Lumi Vault"));
-    QCOMPARE(child("version")->text(), QStringLiteral("Ver 1.0.0"));
+    QCOMPARE(child("version")->text(), QStringLiteral("Ver 2"));
     QCOMPARE(child("copyright")->text(), QStringLiteral("Copyright us"));
     QCOMPARE(child("buildInfo")->text(), QStringLiteral("Jan 31 2005 12:42:36"));
     m_dialog->show();

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
-// Slots and signals are connected by name from outside, and some names are odd: this pins
-// each of them, in order.
+// Other code connects to these slots and signals by name, so their names and order are fixed, odd
+// ones included.
 #include "tests/support/TestMain.h"
+#include "tests/support/methodNames.h"
 #include "tests/support/rows.h"
 #include "widgets/DialogBase.h"
 #include "widgets/HkAboutDialog.h"
@@ -12,23 +13,7 @@
 #include "widgets/MyLeftWidget.h"
 #include "widgets/RadioButtonDialog.h"
 
-#include <QMetaMethod>
 #include <QTest>
-
-namespace {
-
-QList<QByteArray> methodsOf(const QMetaObject &meta, QMetaMethod::MethodType type)
-{
-    QList<QByteArray> found;
-    for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
-        if (meta.method(i).methodType() == type) {
-            found.append(meta.method(i).methodSignature());
-        }
-    }
-    return found;
-}
-
-} // namespace
 
 Q_DECLARE_METATYPE(const QMetaObject *)
 
@@ -75,8 +60,8 @@ void TestInterfaceNames::names()
     const auto [meta, base, signalNames, slotNames]
         = lumi::test::row<const QMetaObject *, QByteArray, Names, Names>();
     QCOMPARE(QByteArray(meta->superClass()->className()), base);
-    QCOMPARE(methodsOf(*meta, QMetaMethod::Signal), signalNames);
-    QCOMPARE(methodsOf(*meta, QMetaMethod::Slot), slotNames);
+    QCOMPARE(lumi::test::methodNames(*meta, QMetaMethod::Signal), signalNames);
+    QCOMPARE(lumi::test::methodNames(*meta, QMetaMethod::Slot), slotNames);
 }
 
 LUMI_TEST(TestInterfaceNames)

@@ -55,7 +55,6 @@ private Q_SLOTS:
     void noLimitStaysUp_data();
     void noLimitStaysUp();
     void limitAccepts();
-    void limitMayOutliveTheDialog();
     void escapeIsSwallowed();
     void escapeWithAModifierGoesOn();
     void windowManagerCannotCloseIt();
@@ -166,14 +165,6 @@ void TestMyDialogWait::limitAccepts()
     QTRY_VERIFY(!dialog.isVisible());
     QCOMPARE(accepted.size(), 1);
     QCOMPARE(dialog.result(), int(QDialog::Accepted));
-}
-
-void TestMyDialogWait::limitMayOutliveTheDialog()
-{
-    auto dialog = std::make_unique<MyDialogWait>(nullptr, QStringLiteral("Working..."));
-    dialog->start(30);
-    dialog.reset();
-    QTest::qWait(kLongerThanAnyTimer);
 }
 
 void TestMyDialogWait::escapeIsSwallowed()

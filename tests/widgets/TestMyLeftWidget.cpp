@@ -5,12 +5,9 @@
 #include "widgets/MyLeftWidget.h"
 
 #include <QDir>
-#include <QPixmapCache>
-#include <QProcess>
 #include <QSignalSpy>
 #include <QTest>
 
-#include <cstdio>
 #include <memory>
 
 namespace {
@@ -56,51 +53,7 @@ QColor colorOf(const char *name)
     return QColor::fromRgb(static_cast<QRgb>(hash & 0xFFFFFF));
 }
 
-/// Whether nobody but the caller holds the picture.
-const char *holder(const QPixmap &picture)
-{
-    return !picture.isNull() && picture.isDetached() ? "one holder" : "shared";
-}
-
-/// A picture that the columns share.
-QPixmap &sharedPicture()
-{
-    static QPixmap picture;
-    return picture;
-}
-
-/// Behind what else is due at the end of the application.
-void tellAtTheEnd()
-{
-    std::printf("\nat the end: %s\n", holder(sharedPicture()));
-    sharedPicture() = QPixmap();
-}
-
 } // namespace
-
-/// A run of its own, started by the test below: it tells who holds a picture, and when.
-class PictureWitness : public QObject
-{
-    Q_OBJECT
-
-private Q_SLOTS:
-
-    void look()
-    {
-        auto *machine = lumi::test::FakeMachine::install();
-        machine->resources = machine->folder.path();
-        const QDir folder(machine->resources);
-        QVERIFY(folder.mkpath(QStringLiteral("pixmaps/lumivault")));
-        QImage image(kButtonSize, QImage::Format_RGB32);
-        image.fill(Qt::red);
-        QVERIFY(image.save(folder.filePath(QStringLiteral("pixmaps/lumivault/look_a.png"))));
-        qAddPostRoutine(tellAtTheEnd); // the last routine is the first to be called
-        sharedPicture() = MyLeftWidget(nullptr).button(0)->pixmap(Qt::ReturnByValue);
-        QPixmapCache::clear();
-        std::printf("\nwithout a column: %s\n", holder(sharedPicture()));
-        Machine::install(nullptr);
-    }
-};
 
 class TestMyLeftWidget : public QObject
 {
@@ -122,7 +75,6 @@ private Q_SLOTS:
     void unknownIndexDoesNothing();
     void focusFrameIsTheSmallOne();
     void picturesAreLoadedOnce();
-    void picturesGoWithTheApplication();
 
 private:
     QColor colorAt(int index) const;
@@ -296,17 +248,5 @@ void TestMyLeftWidget::picturesAreLoadedOnce()
     m_machine->resources = m_machine->folder.path();
 }
 
-void TestMyLeftWidget::picturesGoWithTheApplication()
-{
-    QProcess run;
-    run.start(QCoreApplication::applicationFilePath(), {QStringLiteral("PictureWitness")});
-    QVERIFY(run.waitForFinished());
-    const QByteArray told = run.readAllStandardOutput();
-    QCOMPARE(run.exitCode(), 0);
-    QVERIFY2(told.contains("\nwithout a column: shared\n"), told.constData());
-    QVERIFY2(told.contains("\nat the end: one holder\n"), told.constData());
-}
-
-LUMI_TEST(PictureWitness)
 LUMI_TEST(TestMyLeftWidget)
 #include "TestMyLeftWidget.moc"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Stands in for the kernel when chkhinge is tested: linked in, this ioctl takes the place of
-// the C library's. $FAKE_SWITCH says what the device answers: "none" has no switches,
-// "lid" another one than that of the screen, "laptop" and "tablet" have it, off and on.
+// Replaces the C library's ioctl in tests of chkhinge. $FAKE_SWITCH gives the answer of the device:
+// "none" has no switches, "lid" has another switch than that of the screen, "laptop" and "tablet"
+// have it, off and on.
 #include <cstdarg>
 #include <cstdlib>
 #include <cstring>

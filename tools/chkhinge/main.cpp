@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// chkhinge: tells by its exit status how the screen of a convertible stands: 1 when it is
-// folded back onto the keyboard (tablet mode), else 0, also on a machine that has no such
-// switch or doesn't let this user read it. The program then knows what "up" is.
+// chkhinge: its exit status is the position of a convertible's screen: 1 if it is folded back
+// (tablet mode), otherwise 0, also on a machine without such a switch or without the permission to
+// read it. The program then knows the meaning of the "up" key.
 #include <array>
 #include <string>
 

@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: MIT
-// A plugin that stands in for the user of the real program, where no pointer and no window
-// manager are at hand. It writes a line for each window that appears to standard output,
+// A plugin that acts as the user of the real program, in tests without a pointer and without a
+// window manager. It writes a line for each window that appears to standard output,
 // answers message boxes with their default button, and ends the program in the way that
 // $LUMI_DRIVER_END names: "close" closes the main window as a window manager would, "exit:N"
 // leaves the event loop with N, "visit" first opens the slideshow and the full view of the
 // browser's first photo and closes them after a second, "browse" opens the browser and lets
-// the program run on, as anything else does. With $LUMI_DRIVER_PICTURES it also tells the
-// sizes of the pictures in the main window.
+// the program run on. Any other value only lets the program run. With $LUMI_DRIVER_PICTURES it
+// also writes the sizes of the pictures in the main window.
+#include "app/common/FormId.h"
+
 #include <QApplication>
 #include <QEventLoop>
 #include <QGenericPlugin>
@@ -24,7 +26,6 @@ namespace {
 
 constexpr int kLookMs = 50;
 constexpr int kVisitMs = 1000;
-constexpr int kBrowser = 2;
 
 class Driver : public QObject
 {
@@ -86,7 +87,7 @@ private:
 
     static void visit(QMainWindow *main)
     {
-        QMetaObject::invokeMethod(main, "changeForm", Q_ARG(int, kBrowser),
+        QMetaObject::invokeMethod(main, "changeForm", Q_ARG(int, lumi::FileForm),
                                   Q_ARG(QString, QString()));
         QEventLoop loop;
         QTimer::singleShot(kVisitMs, &loop, &QEventLoop::quit);

@@ -2,7 +2,7 @@
 #include "tests/exif/ui/EditorFixture.h"
 
 #include "exif/FPVExifTagBytes.h"
-#include "platform/QPEMenuBar.h"
+#include "platform/windows/QPEMenuBar.h"
 
 #include <QApplication>
 #include <QClipboard>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The editor's window, and what its fields show and take.
 #include "app/common/labels.h"
-#include "platform/QPEMenuBar.h"
+#include "platform/windows/QPEMenuBar.h"
 #include "tests/exif/ui/CallCounter.h"
 #include "tests/exif/ui/EditorFixture.h"
 #include "tests/support/TestMain.h"

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The editor's actions, by its menus and its tool bar.
-#include "platform/QPEMenuBar.h"
+#include "platform/windows/QPEMenuBar.h"
 #include "tests/exif/ui/EditorFixture.h"
 #include "tests/support/TestMain.h"
 #include "tests/support/rows.h"

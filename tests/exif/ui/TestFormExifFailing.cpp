@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // When the editor cannot save: the photo stays as it was, and the user is told why.
-#include "platform/CardSlots.h"
+#include "platform/cards/CardSlots.h"
 #include "tests/exif/ui/EditorFixture.h"
 #include "tests/support/FullDisk.h"
 #include "tests/support/OrdinaryUser.h"

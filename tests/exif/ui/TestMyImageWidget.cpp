@@ -4,7 +4,7 @@
 #include "exif/ui/MyImageWidget.h"
 #include "items/FPVItemFolder.h"
 #include "items/FPVItemJpeg.h"
-#include "platform/deviceKey.h"
+#include "platform/keys/deviceKey.h"
 #include "tests/exif/ui/PanelFixture.h"
 #include "tests/support/TestMain.h"
 #include "tests/support/rows.h"

@@ -3,7 +3,7 @@
 // in for its mount point: what they lead to changes.
 #include "app/common/Medium.h"
 #include "items/FPVItemList.h"
-#include "platform/CardSlots.h"
+#include "platform/cards/CardSlots.h"
 #include "tests/files/engine/PasteTest.h"
 #include "tests/support/FileFaults.h"
 #include "tests/support/TestMain.h"

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "platform/QCopChannel.h"
-#include "platform/QCopEnvelope.h"
-#include "platform/QCopHub.h"
-#include "platform/sessionBus.h"
+#include "platform/session/QCopChannel.h"
+#include "platform/session/QCopEnvelope.h"
+#include "platform/session/QCopHub.h"
+#include "platform/session/sessionBus.h"
 #include "tests/support/TestMain.h"
 #include "tests/support/rows.h"
 
@@ -15,7 +15,7 @@
 namespace {
 
 /// Time in which a message that must not come would have come.
-constexpr int kQuietMs = 200;
+constexpr int kQuietMs = 50;
 
 const QCString kChannel = "QPE/Card";
 const QString kPath = QStringLiteral("/org/lumivault/QCop");

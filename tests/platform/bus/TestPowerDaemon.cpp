@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "platform/PowerWatcher.h"
-#include "platform/QCopChannel.h"
-#include "platform/sessionBus.h"
+#include "platform/power/PowerWatcher.h"
+#include "platform/session/QCopChannel.h"
+#include "platform/session/sessionBus.h"
 #include "tests/support/FakeMachine.h"
 #include "tests/support/TestMain.h"
 
@@ -12,7 +12,7 @@
 
 namespace {
 
-constexpr int kQuietMs = 200;
+constexpr int kQuietMs = 50;
 
 /// What the power daemon signals when it has something to tell; sent where the watcher listens,
 /// so that the bus knows of the listener by then.
@@ -53,7 +53,7 @@ void TestPowerDaemon::initTestCase()
 
 void TestPowerDaemon::aSignalIsAReasonToLook()
 {
-    // The application's own watcher, whose timer is far too slow to have seen it.
+    // Tests the application's own watcher. Its timer is too slow to interfere.
     QCoreApplication::processEvents();
     const QCopChannel channel("QPE/System");
     QSignalSpy spy(&channel, &QCopChannel::received);
@@ -77,7 +77,7 @@ void TestPowerDaemon::nobodyLooksWithoutListeners()
     m_machine->powerStatus = PowerStatus(PowerStatus::Offline, 8);
     signalChange();
     QTest::qWait(kQuietMs);
-    // A listener that comes now starts from the figures of now.
+    // A new listener starts from the present figures.
     const QCopChannel channel("QPE/System");
     const QSignalSpy spy(&channel, &QCopChannel::received);
     signalChange();

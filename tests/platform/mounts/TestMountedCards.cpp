@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Runs in mounts of its own, with the right to change them.
-#include "platform/CardSlots.h"
-#include "platform/QCopChannel.h"
+// Runs in a mount namespace of its own.
+#include "platform/cards/CardSlots.h"
+#include "platform/session/QCopChannel.h"
 #include "tests/support/FakeMachine.h"
 #include "tests/support/TestMain.h"
 
@@ -16,7 +16,7 @@ using lumi::test::FakeMachine;
 namespace {
 
 /// Time in which a wrong second message would have come.
-constexpr int kQuietMs = 200;
+constexpr int kQuietMs = 100;
 
 } // namespace
 
@@ -56,7 +56,7 @@ void TestMountedCards::aMountAndItsEndAreOneMessageEach()
     const QSignalSpy spy(&channel, &QCopChannel::received);
     QCOMPARE(::mount("tmpfs", folder.constData(), "tmpfs", 0, "size=64k"), 0);
     QTRY_COMPARE(spy.count(), 1);
-    // Nothing but the table tells of its end: the marker is on it as well.
+    // With a marker on the mount, only the mount table shows the unmount.
     QFile marker(QFile::decodeName(folder) + QStringLiteral("/NotAvailable"));
     QVERIFY(marker.open(QIODevice::WriteOnly));
     marker.close();

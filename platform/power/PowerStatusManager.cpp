@@ -1,0 +1,7 @@
+// SPDX-License-Identifier: MIT
+#include "platform/power/PowerStatusManager.h"
+
+PowerStatus PowerStatusManager::readStatus()
+{
+    return Machine::instance().power();
+}
