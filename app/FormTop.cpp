@@ -2,11 +2,11 @@
 #include "app/FormTop.h"
 
 #include "app/common/BusyScope.h"
+#include "app/common/loadPixmap.h"
 #include "app/common/messages.h"
 #include "files/FormFile.h"
 #include "import/FormImport.h"
 #include "platform/QPEMenuBar.h"
-#include "platform/Resource.h"
 #include "platform/toolkit/BackgroundWidget.h"
 #include "platform/toolkit/QPopupMenu.h"
 #include "swap/SwapSystem.h"
@@ -52,11 +52,6 @@ constexpr MenuRow kMenu[] = {
     {lumi::MsgVersion, &FormTop::menu_option_version},
 };
 
-QPixmap load(const char *name)
-{
-    return Resource::loadPixmap(QString(QStringLiteral("lumivault/") + QLatin1String(name)));
-}
-
 } // namespace
 
 FormTop::FormTop(QWidget *parent, QPEToolBar *toolBar)
@@ -68,7 +63,7 @@ FormTop::FormTop(QWidget *parent, QPEToolBar *toolBar)
     m_leftWidget = leftSide->column();
     m_leftWidget->hideButton(MyLeftWidget::AllButtons);
     auto *area = new BackgroundWidget(this);
-    area->setBackgroundPixmap(load("bg_right_top"));
+    area->setBackgroundPixmap(lumi::loadPixmap("bg_right_top"));
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
@@ -101,7 +96,7 @@ void FormTop::buildButtons(QWidget *area)
 {
     for (const ButtonRow &row : kButtons) {
         auto *button = new MyImageButton(area, lumi::paintFiveRectangles);
-        button->setNormalPixmap(load(row.normal));
+        button->setNormalPixmap(lumi::loadPixmap(row.normal));
         button->move(row.position);
         connect(button, &MyImageButton::clicked, this, row.slot);
         m_buttons.append(button);
@@ -111,7 +106,7 @@ void FormTop::buildButtons(QWidget *area)
 void FormTop::loadPressedPixmaps()
 {
     for (qsizetype i = 0; i < m_buttons.size(); ++i) {
-        m_buttons[i]->setPressedPixmap(load(kButtons[i].pressed));
+        m_buttons[i]->setPressedPixmap(lumi::loadPixmap(kButtons[i].pressed));
     }
 }
 

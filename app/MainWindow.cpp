@@ -7,6 +7,7 @@
 #include "files/FormFile.h"
 #include "import/FormImport.h"
 #include "platform/QPEToolBar.h"
+#include "platform/panel.h"
 
 #include <QCloseEvent>
 #include <QCoreApplication>
@@ -32,8 +33,6 @@ constexpr FormRow kForms[] = {
     {FormImport::kFormId, makeA<FormImport>},
 };
 
-constexpr QSize kPanelSize(640, 480);
-
 auto makerOf(int id) -> decltype(FormRow::make)
 {
     for (const FormRow &row : kForms) {
@@ -51,7 +50,7 @@ MainWindow::MainWindow(QWidget *parent, const char *name, Qt::WindowFlags flags)
     , m_toolBar(new QPEToolBar(this))
 {
     setObjectName(QString::fromUtf8(name));
-    resize(kPanelSize);
+    resize(lumi::kPanelSize);
     m_toolBar->setMovable(false);
     m_toolBar->setHorizontalStretchable(true);
     m_toolBar->installEventFilter(this);

@@ -14,9 +14,6 @@ class PanelStyle : public QProxyStyle
     Q_OBJECT
 
 public:
-    /// Least height in pixels of what is tapped.
-    static constexpr int kTargetHeight = 40;
-
     void drawControl(ControlElement element, const QStyleOption *option, QPainter *painter,
                      const QWidget *widget) const override;
     using QProxyStyle::polish;

@@ -10,6 +10,7 @@
 #include "platform/QCopHub.h"
 #include "platform/ScreenSaverAgent.h"
 #include "platform/keyTranslation.h"
+#include "platform/panel.h"
 
 #include <QElapsedTimer>
 #include <QEventLoop>
@@ -22,7 +23,6 @@
 
 namespace {
 
-constexpr QSize kPanelSize(640, 480);
 /// Wider screens are desktops: there the window stays as big as the handheld's panel.
 constexpr int kWidestPanel = 800;
 /// A window manager needs this long to settle a new window's size, at the most.
@@ -136,7 +136,7 @@ void QPEApplication::startAgents()
 void QPEApplication::showMainWidget(QWidget *widget, bool noMaximize)
 {
     m_mainWidget = widget;
-    widget->resize(kPanelSize);
+    widget->resize(lumi::kPanelSize);
     if (noMaximize || widget->screen()->availableSize().width() > kWidestPanel) {
         widget->show();
     } else {
@@ -228,7 +228,7 @@ QSize QPEApplication::desktopSize()
     const auto *app = qobject_cast<QPEApplication *>(QCoreApplication::instance());
     const QWidget *window = app != nullptr ? app->m_mainWidget.data() : nullptr;
     const QScreen *screen = window != nullptr ? window->screen() : QGuiApplication::primaryScreen();
-    return screen != nullptr ? screen->size() : kPanelSize;
+    return screen != nullptr ? screen->size() : lumi::kPanelSize;
 }
 
 void QPEApplication::holdDesktopSize()

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "widgets/dialogFrame.h"
 
+#include "platform/panel.h"
+
 #include <QDialog>
 #include <QFrame>
 #include <QLabel>
@@ -13,8 +15,6 @@ constexpr int kDialogMargin = 4;
 constexpr int kSpacing = 4;
 constexpr int kLineWidth = 2;
 constexpr int kButtonExtraWidth = 16;
-/// A finger must find it while the card is being copied.
-constexpr int kButtonHeight = 40;
 
 } // namespace
 
@@ -47,7 +47,7 @@ QPushButton *lumi::addNarrowButton(QVBoxLayout *box, const QString &text)
 {
     auto *button = new QPushButton(text, box->parentWidget());
     button->setMaximumWidth(button->fontMetrics().horizontalAdvance(text) + kButtonExtraWidth);
-    button->setMinimumHeight(kButtonHeight);
+    button->setMinimumHeight(lumi::kFingerSize);
     box->addWidget(button, 0, Qt::AlignHCenter);
     return button;
 }

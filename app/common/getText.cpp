@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/common/getText.h"
 
-#include "platform/PanelStyle.h"
+#include "platform/panel.h"
 
 #include <QDialog>
 #include <QLabel>
@@ -23,7 +23,7 @@ QLineEdit *addLine(QDialog *dialog, const QString &label)
     text->setTextFormat(Qt::PlainText);
     text->setText(label);
     auto *line = new QLineEdit(dialog);
-    line->setMinimumSize(kLineWidth, lumi::PanelStyle::kTargetHeight);
+    line->setMinimumSize(kLineWidth, lumi::kFingerSize);
     layout->addWidget(text);
     layout->addWidget(line);
     QObject::connect(line, &QLineEdit::returnPressed, dialog, &QDialog::accept);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/toolkit/QMultiLineEdit.h"
 
-#include "platform/PanelStyle.h"
+#include "platform/panel.h"
 
 #include <QInputMethodEvent>
 #include <QKeyEvent>
@@ -187,8 +187,7 @@ void QMultiLineEdit::fixHeight()
     }
     const int frame = 2 * frameWidth();
     const int lines = m_visibleLines * fontMetrics().lineSpacing();
-    const int margin
-        = std::max(kLeastMargin, (lumi::PanelStyle::kTargetHeight - frame - lines) / 2);
+    const int margin = std::max(kLeastMargin, (lumi::kFingerSize - frame - lines) / 2);
     document()->setDocumentMargin(margin);
-    setFixedHeight(std::max(lumi::PanelStyle::kTargetHeight, lines + 2 * margin + frame));
+    setFixedHeight(std::max(lumi::kFingerSize, lines + 2 * margin + frame));
 }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "platform/PanelStyle.h"
 #include "platform/QPEMenuBar.h"
 #include "platform/QPEToolBar.h"
+#include "platform/panel.h"
 #include "tests/support/TestMain.h"
 
 #include <QMainWindow>
@@ -88,9 +88,8 @@ void TestQPEToolBar::menuBarsFillTheBar()
     w.show();
     QCOMPARE(menuBar->parentWidget(), w.bar->host());
     QCOMPARE(menuBar->geometry(), w.bar->host()->rect());
-    QCOMPARE(w.bar->height(), lumi::PanelStyle::kTargetHeight);
-    QCOMPARE(menuBar->actionGeometry(menuBar->actions().first()).height(),
-             lumi::PanelStyle::kTargetHeight);
+    QCOMPARE(w.bar->height(), lumi::kFingerSize);
+    QCOMPARE(menuBar->actionGeometry(menuBar->actions().first()).height(), lumi::kFingerSize);
     QVERIFY(w.bar->rect().contains(w.bar->host()->geometry()));
     for (const QToolButton *button : w.bar->findChildren<QToolButton *>()) {
         QVERIFY2(!button->isVisible(), "no button for entries that find no room");
