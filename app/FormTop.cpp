@@ -3,7 +3,10 @@
 
 #include "app/common/BusyScope.h"
 #include "app/common/FormId.h"
+#include "app/common/loadPixmap.h"
 #include "app/common/messages.h"
+#include "files/FormFile.h"
+#include "import/FormImport.h"
 #include "platform/Resource.h"
 #include "platform/toolkit/BackgroundWidget.h"
 #include "platform/toolkit/QPopupMenu.h"
@@ -62,7 +65,7 @@ FormTop::FormTop(QWidget *parent, QPEToolBar *toolBar)
     m_leftWidget = leftSide->column();
     m_leftWidget->hideButton(MyLeftWidget::AllButtons);
     auto *area = new BackgroundWidget(this);
-    area->setBackgroundPixmap(Resource::ownPixmap("bg_right_top"));
+    area->setBackgroundPixmap(lumi::loadPixmap("bg_right_top"));
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
@@ -93,7 +96,7 @@ void FormTop::buildButtons(QWidget *area)
 {
     for (const ButtonRow &row : kButtons) {
         auto *button = new MyImageButton(area, lumi::paintFiveRectangles);
-        button->setNormalPixmap(Resource::ownPixmap(row.normal));
+        button->setNormalPixmap(lumi::loadPixmap(row.normal));
         button->move(row.position);
         connect(button, &MyImageButton::clicked, this, row.slot);
         m_buttons.append(button);
@@ -103,7 +106,7 @@ void FormTop::buildButtons(QWidget *area)
 void FormTop::loadPressedPixmaps()
 {
     for (qsizetype i = 0; i < m_buttons.size(); ++i) {
-        m_buttons[i]->setPressedPixmap(Resource::ownPixmap(kButtons[i].pressed));
+        m_buttons[i]->setPressedPixmap(lumi::loadPixmap(kButtons[i].pressed));
     }
 }
 

@@ -8,6 +8,7 @@
 #include "files/FormFile.h"
 #include "import/FormImport.h"
 #include "platform/QPEApplication.h"
+#include "platform/screen/panel.h"
 #include "platform/windows/QPEToolBar.h"
 
 #include <QCloseEvent>
@@ -51,7 +52,7 @@ MainWindow::MainWindow(QWidget *parent, const char *name, Qt::WindowFlags flags)
     , m_toolBar(new QPEToolBar(this))
 {
     setObjectName(QString::fromUtf8(name));
-    resize(QPEApplication::kPanelSize);
+    resize(lumi::kPanelSize);
     m_toolBar->setMovable(false);
     m_toolBar->setHorizontalStretchable(true);
     m_toolBar->installEventFilter(this);

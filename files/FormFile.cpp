@@ -3,11 +3,13 @@
 
 #include "app/common/FormId.h"
 #include "app/common/labels.h"
+#include "app/common/loadPixmap.h"
 #include "app/common/messages.h"
 #include "files/fileKeys.h"
 #include "items/FPVItemList.h"
 #include "platform/Resource.h"
 #include "platform/keys/deviceKey.h"
+#include "platform/screen/panel.h"
 #include "platform/toolkit/BackgroundWidget.h"
 #include "platform/toolkit/QAccel.h"
 #include "platform/windows/QPEMenuBar.h"
@@ -28,14 +30,7 @@ namespace {
 
 constexpr int kPictureMargin = 10;
 constexpr int kPictureSpacing = 20;
-/// Height of the row above the pictures: a target for a finger.
-constexpr int kTopRowHeight = 40;
 constexpr int kUpIconSide = 28;
-
-QPixmap load(const char *name)
-{
-    return Resource::loadPixmap(QLatin1String("lumivault/") + QLatin1String(name));
-}
 
 void setDarkGray(QWidget *widget)
 {
@@ -106,14 +101,14 @@ QWidget *FormFile::buildRightSide()
 QLayout *FormFile::buildTopRow(QWidget *rightSide)
 {
     m_deviceCombo = new QComboBox(rightSide);
-    m_deviceCombo->setMinimumHeight(kTopRowHeight);
+    m_deviceCombo->setMinimumHeight(lumi::kFingerSize);
     setDarkGray(m_deviceCombo);
     fillDeviceCombo();
     connect(m_deviceCombo, &QComboBox::textActivated, this, &FormFile::combo_device_activated);
     m_upButton = new QToolButton(rightSide);
-    m_upButton->setIcon(load("to_top"));
+    m_upButton->setIcon(lumi::loadPixmap("to_top"));
     m_upButton->setIconSize(QSize(kUpIconSide, kUpIconSide));
-    m_upButton->setMinimumSize(kTopRowHeight, kTopRowHeight);
+    m_upButton->setMinimumSize(lumi::kFingerSize, lumi::kFingerSize);
     m_upButton->setEnabled(false);
     connect(m_upButton, &QToolButton::clicked, this, &FormFile::btn_root_cliced);
     m_statusField = new QLabel(rightSide);
@@ -132,7 +127,7 @@ QLayout *FormFile::buildTopRow(QWidget *rightSide)
 
 QWidget *FormFile::buildPicturePart(QWidget *rightSide)
 {
-    const QPixmap background = load("bg_right");
+    const QPixmap background = lumi::loadPixmap("bg_right");
     auto *part = new BackgroundWidget(rightSide);
     part->setBackgroundPixmap(background);
     QWidget *panel = buildDetailPanel(part);

@@ -4,6 +4,7 @@
 #include "app/common/BusyScope.h"
 #include "app/common/FormId.h"
 #include "app/common/diskSpace.h"
+#include "app/common/loadPixmap.h"
 #include "app/common/messages.h"
 #include "app/common/power.h"
 #include "import/ImportRun.h"
@@ -43,11 +44,6 @@ constexpr int kSdEntry = 1;
 /// All of a card, hidden folders too. A link to a file is read as what it points to; one to a
 /// folder is looked at and not followed.
 constexpr auto kWholeCard = QDir::Dirs | QDir::Files | QDir::Readable | QDir::Hidden | QDir::System;
-
-QPixmap load(const char *name)
-{
-    return Resource::loadPixmap(QLatin1String("lumivault/") + QLatin1String(name));
-}
 
 void setColour(QWidget *widget, QPalette::ColorRole role, const QColor &colour)
 {
@@ -114,17 +110,17 @@ void FormImport::buildMenu()
 QWidget *FormImport::buildRightSide()
 {
     auto *rightSide = new BackgroundWidget(this);
-    rightSide->setBackgroundPixmap(load("bg_right_copy"));
+    rightSide->setBackgroundPixmap(lumi::loadPixmap("bg_right_copy"));
     m_cfButton = new MyImageButton(rightSide);
-    m_cfButton->setNormalPixmap(load("copy_cf"));
-    m_cfButton->setPressedPixmap(load("copy_cf_push"));
-    m_cfButton->setDisabledPixmap(load("copy_cf_gray"));
+    m_cfButton->setNormalPixmap(lumi::loadPixmap("copy_cf"));
+    m_cfButton->setPressedPixmap(lumi::loadPixmap("copy_cf_push"));
+    m_cfButton->setDisabledPixmap(lumi::loadPixmap("copy_cf_gray"));
     m_cfButton->move(kCfPosition);
     connect(m_cfButton, &MyImageButton::clicked, this, &FormImport::btn_cf_clicked);
     m_sdButton = new MyImageButton(rightSide);
-    m_sdButton->setNormalPixmap(load("copy_sd"));
-    m_sdButton->setPressedPixmap(load("copy_sd_push"));
-    m_sdButton->setDisabledPixmap(load("copy_sd_gray"));
+    m_sdButton->setNormalPixmap(lumi::loadPixmap("copy_sd"));
+    m_sdButton->setPressedPixmap(lumi::loadPixmap("copy_sd_push"));
+    m_sdButton->setDisabledPixmap(lumi::loadPixmap("copy_sd_gray"));
     m_sdButton->move(kSdPosition);
     connect(m_sdButton, &MyImageButton::clicked, this, &FormImport::btn_sd_clicked);
     m_memoryLabel = addLabel(rightSide, kMemoryPosition);

@@ -36,7 +36,7 @@ bool passesKind(const QFileInfo &info, QDir::Filters filter)
         && (!info.isFile() || filter.testFlag(QDir::Files));
 }
 
-/// All three bits together ask for nothing, as none does.
+/// As in QDir, all three bits together restrict nothing, like none of them.
 bool passesPermissions(const QFileInfo &info, QDir::Filters filter)
 {
     return filter.testFlags(QDir::PermissionMask)
@@ -45,7 +45,7 @@ bool passesPermissions(const QFileInfo &info, QDir::Filters filter)
             && (!filter.testFlag(QDir::Executable) || info.isExecutable()));
 }
 
-/// What QDir lists with these bits, entry by entry.
+/// Whether QDir would list the entry with these bits.
 bool passesFilter(const QFileInfo &info, QDir::Filters filter)
 {
     return (filter.testFlag(QDir::Hidden) || !info.isHidden()) && passesKind(info, filter)

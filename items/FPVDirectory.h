@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A directory that can be asked whether it holds an entry of a kind without listing it: it is
-// read entry by entry and only up to the first match, so that a page full of folders costs
-// little.
+// A directory that can tell whether it has a certain entry without listing all of them. It is read
+// up to the first match, so a page full of folders is cheap.
 #pragma once
 
 #include <QDir>
@@ -12,8 +11,8 @@ class FPVDirectory : public QDir
 public:
     explicit FPVDirectory(const QString &path);
 
-    /// Whether an entry matches. nameFilter: wildcards separated by ";", without regard to
-    /// case. filterSpec: QDir::Filters bits; with Hidden, "." and ".." are passed over. An
-    /// unreadable directory is reported to the log and holds nothing.
+    /// Whether an entry matches. nameFilter: wildcards separated by ";", case-insensitive.
+    /// filterSpec: QDir::Filters bits; with Hidden, "." and ".." are skipped. An unreadable
+    /// directory is reported to the log and counts as empty.
     [[nodiscard]] bool hasEntries(const QString &nameFilter, int filterSpec) const;
 };

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A directory in a listed folder. It has no thumbnail of its own: the views draw it as a
-// folder, in another way when it holds photos.
+// A directory in a listed folder. It has no thumbnail. The views draw it as a folder, with another
+// frame if it contains photos.
 #pragma once
 
 #include "items/FPVItemObject.h"
@@ -17,7 +17,7 @@ public:
     [[nodiscard]] int kindFlag1() const override;
     [[nodiscard]] int kindFlag2() const override;
 
-    /// Whether the folder directly holds a photo, hidden ones included. Reads the directory
-    /// up to the first photo, on every call.
+    /// Whether the folder itself contains a photo, hidden ones included. Each call reads the
+    /// directory up to the first photo.
     [[nodiscard]] bool hasPictures() const;
 };

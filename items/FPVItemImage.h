@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-// A picture file of any format: thumbnails, fitting, and the decoding interface with its
-// default answers. Formats that can be decoded derive from it.
-// A screen decode fills a raster that is the photo turned 90 degrees clockwise: with W x H the
-// decoded size, W rows of H pixels, photo column x of photo row r at x * H + (H - 1 - r).
+// A picture file of any format: thumbnails, fitting, and the decoding interface with default
+// implementations. Classes of formats that can be decoded derive from it.
+// A screen decode fills a raster that is the photo turned 90 degrees clockwise. For a decoded size
+// of W x H it has W rows of H pixels; column x of row r of the photo is at x * H + (H - 1 - r).
 #pragma once
 
 #include "items/FPVItemObject.h"
@@ -38,7 +38,7 @@ public:
 
     /// The photo's own size in pixels, (-1, -1) if it cannot be read.
     [[nodiscard]] virtual QSize imageSize();
-    /// The largest size of the photo's proportions in box, each side at least 1; (0, 0) for a
+    /// The largest size with the photo's proportions in box, each side at least 1. (0, 0) for a
     /// photo of unknown size.
     [[nodiscard]] virtual QSize fitSize(QSize box);
     /// A new image of exactly w x h, owned by the caller, or null.
@@ -47,18 +47,18 @@ public:
     /// been replaced by one of other proportions, the pixmap is fitted into w x h.
     [[nodiscard]] virtual QPixmap *scaledPixmap(int w, int h);
     [[nodiscard]] virtual QPixmap *decodedPixmap(int w, int h);
-    /// Begins a screen decode into a raster of depth 16 or 32. request null: the whole photo,
-    /// halved until it has fewer than 8388608 pixels; else the smallest scale that covers it.
-    /// outSize, unless null, receives the decoded (unturned) size. Emits decodeUpdate() before
-    /// it returns; where incremental is off, everything up to decodeComplete(). False leaves
+    /// Begins a screen decode into a raster of depth 16 or 32, at the smallest scale that covers
+    /// *request. If request is null, the photo is halved until it has fewer than 8388608 pixels.
+    /// outSize, unless null, receives the decoded, upright size. Emits decodeUpdate() before it
+    /// returns. If incremental is off, emits everything up to decodeComplete(). False leaves
     /// neither decoder nor raster, and errorCode() says why.
     [[nodiscard]] virtual bool startDecode(int depth, QSize *outSize, QSize *request);
-    /// The raster if there is one, whatever its depth and size; else what startDecode() makes.
+    /// The raster if there is one, of any depth and size; else the one that startDecode() makes.
     /// Lent: the item keeps it.
     [[nodiscard]] virtual uchar *decodedRaster(int depth, QSize *outSize, QSize *request = nullptr);
-    /// The raster as it stands, possibly half filled, or null. Lent: the item keeps it.
+    /// The raster, possibly half filled, or null. Lent: the item keeps it.
     [[nodiscard]] virtual uchar *rasterBits();
-    /// Gives up decoder and raster. Safe at any time, also inside the signals below.
+    /// Deletes decoder and raster. Safe at any time, also in slots of the signals below.
     virtual void releaseDecode();
     /// The decode ends at its next slice, without decodeComplete().
     virtual void abortDecode();
@@ -74,20 +74,19 @@ public:
     /// True exactly while decodeComplete() is being emitted, unless a receiver clears it.
     [[nodiscard]] virtual bool inDecodeComplete() const;
     virtual void setInDecodeComplete(bool on);
-    /// The raster, which the item no longer has afterwards; null if there is none. Not to be
-    /// called while lines are still being decoded into it.
+    /// Passes the raster to the caller. Null if there is none. Ends a running decode.
     [[nodiscard]] virtual std::unique_ptr<uchar[]> takeRaster();
-    /// Reads the photo's size anew. If the recorded size has other proportions, the photo has been
-    /// replaced: then fitSize() goes by the photo's own size from now on, and the result is true.
+    /// Reads the photo's size again. If the recorded size has other proportions, the photo has been
+    /// replaced: fitSize() then uses the photo's own size, and the result is true.
     virtual bool refreshSize();
 
-    /// 'l', 's' or 'd': the layout that thumbnails are asked for, part of their key in the store.
+    /// 'l', 's' or 'd': the display mode of the thumbnails, part of their key in the store.
     void setThumbnailKind(char kind) { m_thumbnailKind = kind; }
 
     [[nodiscard]] char thumbnailKind() const { return m_thumbnailKind; }
 
 protected:
-    /// What fitSize() goes by, of this item or of the store; empty if neither has one.
+    /// The size that fitSize() uses, from this item or from the store. Empty if neither has one.
     [[nodiscard]] QSize recordedSize();
     /// The second half of refreshSize(). photo is the size just read.
     [[nodiscard]] bool correctRecordedSize(QSize photo);
@@ -99,7 +98,7 @@ private:
 
 namespace lumi {
 
-/// A pixmap for the caller, or null where the image is null or no pixmap can be made of it.
+/// A pixmap owned by the caller. Null if the image is null or no pixmap can be made of it.
 [[nodiscard]] QPixmap *newPixmap(const QImage &image);
 
 } // namespace lumi

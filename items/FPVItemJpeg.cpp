@@ -27,10 +27,10 @@ using lumi::DecodeFor;
 
 namespace {
 
-/// The low byte says picture, the high one JPEG.
+/// The low byte means picture, the high byte JPEG.
 constexpr int kJpegKind = 0x0101;
 constexpr int kSlicePauseMs = 20;
-/// About what a slice takes.
+/// About the time of a slice.
 constexpr int kReadAheadMs = 10;
 constexpr int kDateTimeOriginal = 0x9003;
 
@@ -89,22 +89,21 @@ void FPVItemJpeg::setIncremental(bool incremental)
 QSize FPVItemJpeg::imageSize()
 {
     if (m_imageSize.isEmpty()) {
-        DecodeError error = DecodeError::None;
-        m_imageSize = lumi::readPhotoSize(path(), &error);
-        noteError(error);
+        const lumi::PhotoSize photo = lumi::readPhotoSize(path());
+        m_imageSize = photo.size;
+        noteError(photo.error);
     }
     return m_imageSize;
 }
 
 QImage *FPVItemJpeg::scaledImage(int w, int h)
 {
-    DecodeError error = DecodeError::None;
-    QImage *image = lumi::decodeThumbnail(path(), QSize(w, h), &error);
-    if (error != DecodeError::None) {
-        qWarning("FPVItemJpeg Error (%d)", static_cast<int>(error));
+    lumi::DecodedThumbnail thumbnail = lumi::decodeThumbnail(path(), QSize(w, h));
+    if (thumbnail.error != DecodeError::None) {
+        qWarning("FPVItemJpeg Error (%d)", static_cast<int>(thumbnail.error));
     }
-    noteError(error);
-    return image;
+    noteError(thumbnail.error);
+    return thumbnail.image.release();
 }
 
 QPixmap *FPVItemJpeg::scaledPixmap(int w, int h)
@@ -134,11 +133,8 @@ bool FPVItemJpeg::refreshSize()
 bool FPVItemJpeg::InitJpegLib(int w, int h)
 {
     const QSize wanted(w, h);
-    m_session.reset();
     m_scanLine.reset(); // made for the lines of a screen decode, which ends here
-    m_errorCode = DecodeError::None;
-    m_session = lumi::openPhoto(path(), &wanted, DecodeFor::Screen, &m_errorCode);
-    return m_session != nullptr;
+    return openSession(&wanted, DecodeFor::Screen);
 }
 
 bool FPVItemJpeg::startDecode(int depth, QSize *outSize, QSize *request)
@@ -170,23 +166,27 @@ bool FPVItemJpeg::startDecode(int depth, QSize *outSize, QSize *request)
     return whole;
 }
 
-/// Leaves a decompressor that stands before its first line, or has reported why there is none.
+/// Makes a decompressor that is ready for its first line, or reports the failure.
 bool FPVItemJpeg::prepareScreenDecode(const QSize *request)
 {
-    m_session.reset();
     if (request != nullptr && request->isEmpty()) {
         fail(DecodeError::OutOfMemory);
         return false;
     }
-    m_errorCode = DecodeError::None;
-    m_session = lumi::openPhoto(path(), request,
-                                m_incremental ? DecodeFor::ScreenInPieces : DecodeFor::Screen,
-                                &m_errorCode);
-    if (!m_session) {
+    if (!openSession(request, m_incremental ? DecodeFor::ScreenInPieces : DecodeFor::Screen)) {
         fail(DecodeError::Undecodable);
         return false;
     }
     return true;
+}
+
+bool FPVItemJpeg::openSession(const QSize *wanted, DecodeFor purpose)
+{
+    m_session.reset(); // before the next one needs its memory
+    lumi::OpenedPhoto photo = lumi::openPhoto(path(), wanted, purpose);
+    m_session = std::move(photo.session);
+    m_errorCode = photo.error;
+    return m_session != nullptr;
 }
 
 bool FPVItemJpeg::makeRaster(int depth)
@@ -194,7 +194,7 @@ bool FPVItemJpeg::makeRaster(int depth)
     m_raster.reset();
     m_scanLine.reset();
     m_rasterDepth = depth;
-    // What is held but not yet read into doesn't show in the system's figures.
+    // Memory that was allocated but not yet written does not show in the system's figures.
     const qint64 heldKB = m_session->isReady() ? 0 : m_session->heldKB();
     const qint64 needKB
         = heldKB + lumi::screenNeedKB(m_session->imageSize().width(), m_rasterSize, depth);
@@ -244,8 +244,8 @@ void FPVItemJpeg::decodeScreenImage()
     }
 }
 
-/// Nobody sees a picture of several scans before its file is read, so nothing is told meanwhile
-/// and there are no pauses; but events are answered after each piece.
+/// A picture of several scans can be shown only after its file was read. So there are no updates
+/// and no pauses, but the event loop runs after each piece.
 void FPVItemJpeg::readAhead()
 {
     if (m_session->readAhead(kReadAheadMs)) {
@@ -256,8 +256,8 @@ void FPVItemJpeg::readAhead()
     Q_EMIT decodeUpdate();
 }
 
-/// True when the last line is in the raster, false when the next slice goes on, the decode
-/// failed or a receiver of a signal ended it. After false the item may be gone.
+/// True if the last line is in the raster. False if another slice follows, the decode failed or a
+/// receiver of a signal ended it. After false the item may have been deleted.
 bool FPVItemJpeg::decodeSlice()
 {
     const lumi::TurnBlock turn = lumi::turnerFor(m_rasterDepth, m_session->components());
@@ -280,7 +280,7 @@ bool FPVItemJpeg::decodeSlice()
     return true;
 }
 
-/// False when the slice ends here; the item may be gone then.
+/// False if the slice ends here. The item may then have been deleted.
 bool FPVItemJpeg::sliceGoesOn()
 {
     if (!m_session) {
@@ -351,7 +351,7 @@ void FPVItemJpeg::fail(DecodeError error)
     releaseDecode();
 }
 
-/// A thumbnail or a size asked for while the screen decode runs does not touch its code.
+/// Thumbnails and sizes requested during a screen decode leave its error code unchanged.
 void FPVItemJpeg::noteError(DecodeError error)
 {
     if (!m_session) {

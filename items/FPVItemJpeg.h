@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
-// A JPEG photo. Thumbnails come from the cheapest source there is: the swap store, the
-// embedded thumbnail, a decode at reduced scale. For the screen the photo is decoded in slices
-// of 64 lines with 20 ms pauses, so that the event loop stays alive; a photo of several scans
-// is first read in pieces.
-// Idle items are small (a folder makes thousands): timer, decoder and raster exist only from
-// startDecode() on. Free memory is asked before anything large is allocated.
+// A JPEG photo. Thumbnails come from the cheapest source: the swap store, the embedded thumbnail or
+// a decode at reduced scale. For the screen the photo is decoded in slices of 64 lines with pauses
+// of 20 ms for the event loop. A photo of several scans is first read in pieces.
+// A folder may have thousands of items, so idle items are small: timer, decoder and raster are made
+// by startDecode(). Free memory is checked before each large allocation.
 // Owns: decoder, raster and line buffer of its screen decode.
 #pragma once
 
@@ -17,7 +16,8 @@ class QTimer;
 
 namespace lumi {
 class JpegSession;
-}
+enum class DecodeFor;
+} // namespace lumi
 
 class FPVItemJpeg : public FPVItemImage
 {
@@ -46,8 +46,8 @@ public:
     [[nodiscard]] std::unique_ptr<uchar[]> takeRaster() override;
     bool refreshSize() override;
 
-    /// Opens the photo and readies the item's decompressor at the smallest scale that covers
-    /// w x h; a side of 0 means no scaling. False leaves no decompressor.
+    /// Opens the photo and prepares the item's decompressor at the smallest scale that covers
+    /// w x h. A side of 0 means no scaling. False leaves no decompressor.
     [[nodiscard]] bool
     InitJpegLib(int w, int h); // NOLINT(readability-identifier-naming): part of the interface
 
@@ -56,6 +56,7 @@ public Q_SLOTS:
 
 private:
     [[nodiscard]] bool prepareScreenDecode(const QSize *request);
+    [[nodiscard]] bool openSession(const QSize *wanted, lumi::DecodeFor purpose);
     [[nodiscard]] bool makeRaster(int depth);
     [[nodiscard]] bool decodeSlice();
     [[nodiscard]] bool sliceGoesOn();

@@ -81,7 +81,7 @@ FPVItemObject *FPVItemList::makeItem(const QFileInfo &info)
     if (info.isDir()) {
         return new FPVItemFolder(info.filePath(), QString(), false);
     }
-    // Reading a pipe or a device named like a photo would wait for ever.
+    // Reading a pipe or a device named like a photo would block.
     const bool isOther = info.exists() && !info.isFile();
     if (isOther || !isPhotoName(info)) {
         return nullptr;

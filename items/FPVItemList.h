@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The items of one folder, in the order in which they are shown: folders first, then photos,
-// each group by name. The one container of items in the program; reloading a folder reloads
-// the list in place.
+// The items of one folder in display order: folders first, then photos, each group by name. The
+// only container of items in the program. A folder is reloaded in place.
 // Owns: its items (clearing or destroying the list deletes them).
 #pragma once
 
@@ -9,7 +8,6 @@
 #include "items/FPVItemObject.h"
 #include "platform/toolkit/PtrList.h"
 
-#include <QObject>
 #include <QString>
 
 class QFileInfo;
@@ -27,9 +25,9 @@ public:
     /// Loads at once.
     FPVItemList(const QString &path, const QString &root);
 
-    /// Lists the cleaned path. root, unless empty, becomes rootPath(). PathMissing leaves items and
-    /// currentPath() as they were. RootMissing has told the user, once for the process, and is
-    /// ending the application.
+    /// Lists the cleaned path. root, unless empty, becomes rootPath(). PathMissing changes neither
+    /// items nor currentPath(). With RootMissing the user was told, once per process, and the
+    /// application is about to end.
     lumi::ListResult load(const QString &path, const QString &root);
     /// A new item owned by the caller, or null for an entry that is not shown.
     [[nodiscard]] static FPVItemObject *makeItem(const QFileInfo &info);
@@ -40,13 +38,10 @@ public:
     /// Absolute path of the folder listed now.
     [[nodiscard]] QString currentPath() const { return m_currentPath; }
 
-    /// What that folder was on when it was listed.
+    /// The medium of that folder when it was listed.
     [[nodiscard]] const lumi::Medium &medium() const { return m_medium; }
 
-    /// Goes with the list: for those who let events in while they hold it.
-    [[nodiscard]] QObject *life() { return &m_life; }
-
-    /// Lets loads run again after a root had gone; only tests outlive that.
+    /// For tests: allows loads again after a missing root.
     static void resetRootMissing() { s_rootMissing = false; }
 
 private:
@@ -56,5 +51,4 @@ private:
     QString m_rootPath;
     QString m_currentPath;
     lumi::Medium m_medium;
-    QObject m_life;
 };

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-// One entry of a listed folder: its path, its check mark and who shows it at the moment.
-// Hundreds of items live at once, so an item holds strings and a few integers; whatever costs
-// time or memory (thumbnails, sizes, pixels) is made on demand by the derived classes.
-// Owns: nothing. The item itself belongs to the FPVItemList that holds it.
+// One entry of a listed folder: its path, its check mark and the cell that shows it.
+// Thousands of items may exist at once, so an item has only strings and a few integers. Derived
+// classes make thumbnails, sizes and pixels on demand.
+// Owns: nothing. The item itself belongs to its FPVItemList.
 #pragma once
 
 #include <QList>
@@ -15,14 +15,14 @@ class QPixmap;
 
 namespace lumi {
 
-/// One paragraph about an item: its heading and its lines, each closed by a line feed.
+/// One paragraph about an item: a heading and lines that each end with a line feed.
 struct InfoRecord
 {
     QString title;
     QString text;
 };
 
-/// What the low byte of FPVItemObject::itemKind() says.
+/// The low byte of FPVItemObject::itemKind().
 enum class ItemKind : int { Picture = 1, Folder = 2 };
 
 } // namespace lumi
@@ -35,7 +35,7 @@ public:
     FPVItemObject() = default;
     FPVItemObject(const QString &path, const QString &displayName, bool checked);
 
-    /// The low byte is a lumi::ItemKind; higher bits tell the format.
+    /// The low byte is a lumi::ItemKind. Higher bits stand for the format.
     [[nodiscard]] virtual int itemKind() const = 0;
     [[nodiscard]] virtual int kindFlag1() const = 0;
     [[nodiscard]] virtual int kindFlag2() const = 0;
@@ -46,15 +46,15 @@ public:
     /// The file name up to its first dot.
     [[nodiscard]] virtual QString baseName() const;
     virtual void setDisplayName(const QString &displayName);
-    /// The display name, or the file name where none was given.
+    /// The display name, or the file name if none was given.
     [[nodiscard]] virtual QString displayName() const;
     virtual void setChecked(bool checked);
     [[nodiscard]] virtual bool isChecked() const;
-    /// A new pixmap that fits w x h, owned by the caller, or null where there is no picture.
+    /// A new pixmap that fits w x h, owned by the caller, or null.
     [[nodiscard]] virtual QPixmap *thumbnail(int w, int h);
     /// New records in a new list, owned by the caller; never null.
     [[nodiscard]] virtual QList<lumi::InfoRecord> *infoList();
-    /// False makes the next screen decode run to its end inside its start call.
+    /// If false, the next startDecode() decodes the whole picture before it returns.
     virtual void setIncremental(bool incremental);
 
     void setOwnerList(FPVItemList *list) { m_ownerList = list; }

@@ -8,42 +8,18 @@
 
 #include <new>
 
-#include <fcntl.h>
 #include <jerror.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace {
 
 /// A photo has about ten scans.
 constexpr int kMaxScans = 500;
-/// A block of an arithmetic-coded photo can take this many times as long as any other.
+/// A block of an arithmetic-coded photo can take this many times as long as another.
 constexpr qint64 kArithmeticCost = 8;
 
 qint64 roundedUp(JDIMENSION blocks, int factor)
 {
     return (qint64{blocks} + factor - 1) / factor * factor;
-}
-
-/// Opening a pipe would wait for its writer, hence the flag; on a regular file it has no effect.
-FILE *openRegularFile(const char *path)
-{
-    const int fd = ::open(path, O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-    if (fd < 0) {
-        return nullptr;
-    }
-    struct stat status = {};
-    FILE *file = nullptr;
-    if (::fstat(fd, &status) == 0 && S_ISREG(status.st_mode)) {
-        file = ::fdopen(fd, "rb");
-    }
-    if (file == nullptr) {
-        ::close(fd);
-        return nullptr;
-    }
-    // The window is the buffer: a second one would only copy.
-    std::setvbuf(file, nullptr, _IONBF, 0);
-    return file;
 }
 
 } // namespace
@@ -57,10 +33,9 @@ std::unique_ptr<JpegSession> JpegSession::open(const QString &path)
     if (!session) {
         return nullptr;
     }
-    const QByteArray name = path.toUtf8();
-    session->m_file = openRegularFile(name.constData());
-    if (session->m_file == nullptr) {
-        qWarning("my_jpeg_source_mgr cannot read file %s", name.constData());
+    session->m_file = openRegular(path);
+    if (!session->m_file.isOpen()) {
+        qWarning("my_jpeg_source_mgr cannot read file %s", path.toUtf8().constData());
     }
     return session->create() ? std::move(session) : nullptr;
 }
@@ -68,9 +43,6 @@ std::unique_ptr<JpegSession> JpegSession::open(const QString &path)
 JpegSession::~JpegSession()
 {
     jpeg_destroy_decompress(&m_cinfo);
-    if (m_file != nullptr) {
-        std::fclose(m_file);
-    }
 }
 
 bool JpegSession::create()
@@ -82,7 +54,7 @@ bool JpegSession::create()
         return false;
     }
     jpeg_create_decompress(&m_cinfo);
-    attachJpegSource(&m_cinfo, &m_source, m_file);
+    attachJpegSource(&m_cinfo, &m_source, m_file.get());
     m_progress.manager.progress_monitor = limitScans;
     m_cinfo.progress = &m_progress.manager;
     return true;
@@ -132,8 +104,8 @@ bool JpegSession::readAhead(int milliseconds)
     return isGood;
 }
 
-/// One row of blocks of the present scan, or what stands between two scans. Only the last scan
-/// is turned into lines: those before it are coarser views of the same picture.
+/// Reads one row of blocks of the present scan, or the data between two scans. Lines are made from
+/// the last scan only: the others are coarser versions of the same picture.
 bool JpegSession::readOn()
 {
     if (setjmp(m_errors.jump) != 0) {

@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
-// One libjpeg decompressor on one file, from the opening to the last line. libjpeg reports
-// errors by a long jump; here every call into it stands in a function that catches the jump
-// and has nothing to unwind, so that the rest of the program only sees false.
+// One libjpeg decompressor on one file, from the opening to the last line. libjpeg reports errors
+// by a long jump. Each function that calls it catches the jump, has nothing to unwind and returns
+// false. After a false the session can only be destroyed.
 // A few hundred bytes can claim hundreds of scans over a huge picture, so the number of scans and
 // the blocks that they read are limited.
-// After a false the session is of no use but to be destroyed, which is always safe.
 // Owns: the open file and all memory of libjpeg.
 #pragma once
 
 #include "items/jpegSource.h"
+#include "platform/files/fileCalls.h"
 
 #include <QSize>
 #include <QString>
@@ -25,22 +25,22 @@ enum class DecodeFor { Thumbnail, Screen, ScreenInPieces };
 class JpegSession
 {
 public:
-    /// Null when memory is short. A file that cannot be opened, or is none that can be read to
-    /// an end (a pipe, a device), is reported to the log and reads as empty.
+    /// Null if memory is short. A file that cannot be opened or is not a regular file is reported
+    /// to the log and reads as empty.
     [[nodiscard]] static std::unique_ptr<JpegSession> open(const QString &path);
     ~JpegSession();
     JpegSession(const JpegSession &) = delete;
     JpegSession &operator=(const JpegSession &) = delete;
 
     [[nodiscard]] bool readHeader();
-    /// Readies the first line at 1 / denominator (1, 2, 4 or 8). All of a photo of several scans
-    /// has to be read for that: here or, in pieces, by readAhead().
+    /// Prepares the first line at 1 / denominator (1, 2, 4 or 8). A photo of several scans is read
+    /// to its end for that: here or, in pieces, by readAhead().
     [[nodiscard]] bool start(int denominator, DecodeFor purpose);
 
     /// Whether readLines() may be called.
     [[nodiscard]] bool isReady() const { return m_isReady; }
 
-    /// Reads on for this long, or until the first line is ready.
+    /// Reads for this long or until the first line is ready.
     [[nodiscard]] bool readAhead(int milliseconds);
     /// Memory, in KB, that libjpeg takes to hold a photo of several scans, 0 for any other. Known
     /// from readHeader() on; start() allocates it and the reading of the scans uses it.
@@ -94,7 +94,7 @@ private:
     static void outputMessage(j_common_ptr cinfo);
     static void limitScans(j_common_ptr cinfo);
 
-    FILE *m_file = nullptr;
+    Descriptor m_file;
     my_jpeg_source_mgr m_source{};
     jpeg_decompress_struct m_cinfo{};
     ErrorManager m_errors{};

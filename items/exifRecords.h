@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The information records of a photo that its Exif tags give.
+// The information records of a photo that come from its Exif tags.
 #pragma once
 
 #include "exif/ExifTagList.h"
@@ -7,8 +7,8 @@
 
 namespace lumi {
 
-/// Appends a record for each group of kExifInfoGroups of which tags has any, a line per tag,
-/// but for the first group, whose record comes from other sources.
+/// Appends a record with one line per tag for each group of kExifInfoGroups that occurs in tags.
+/// The first group is left out: its record comes from other sources.
 void appendExifRecords(const ExifTagList &tags, QList<InfoRecord> *records);
 
 } // namespace lumi

@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "items/jpegSource.h"
 
+#include <cerrno>
+
+#include <unistd.h>
+
 namespace {
 
 void doNothing(j_decompress_ptr /*cinfo*/) { }
@@ -8,17 +12,17 @@ void doNothing(j_decompress_ptr /*cinfo*/) { }
 boolean fillInputBuffer(j_decompress_ptr cinfo)
 {
     auto *source = reinterpret_cast<my_jpeg_source_mgr *>(cinfo->src);
-    std::size_t count = 0;
-    if (source->file != nullptr) {
-        count = std::fread(source->buffer, 1, kJpegWindowBytes, source->file);
-    }
-    if (count == 0) {
+    ssize_t count = 0;
+    do {
+        count = ::read(source->file, source->buffer, kJpegWindowBytes);
+    } while (count < 0 && errno == EINTR);
+    if (count <= 0) {
         source->buffer[0] = 0xFF;
         source->buffer[1] = JPEG_EOI;
         count = 2;
     }
     source->manager.next_input_byte = source->buffer;
-    source->manager.bytes_in_buffer = count;
+    source->manager.bytes_in_buffer = static_cast<std::size_t>(count);
     return TRUE;
 }
 
@@ -39,7 +43,7 @@ void skipInputData(j_decompress_ptr cinfo, long count)
 
 } // namespace
 
-void lumi::attachJpegSource(jpeg_decompress_struct *cinfo, my_jpeg_source_mgr *source, FILE *file)
+void lumi::attachJpegSource(jpeg_decompress_struct *cinfo, my_jpeg_source_mgr *source, int file)
 {
     source->manager.init_source = doNothing;
     source->manager.fill_input_buffer = fillInputBuffer;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Feeds libjpeg from a file through a window of 8132 bytes. A file that ends early, or that
-// could not be opened, ends with a made-up end-of-image marker: a truncated photo comes out as
-// a short picture, not as an error.
+// Feeds libjpeg from a file through a window of 8132 bytes. At the end of the file, or if it could
+// not be opened, an end-of-image marker is added: a truncated photo decodes to a short picture
+// instead of an error.
 #pragma once
 
 #include <cstddef>
@@ -15,13 +15,13 @@ inline constexpr std::size_t kJpegWindowBytes = 8132;
 struct my_jpeg_source_mgr
 {
     jpeg_source_mgr manager; ///< must stay first: libjpeg knows only this
-    FILE *file;              ///< lent; null reads as an empty file
+    int file;                ///< descriptor, lent; -1 reads as an empty file
     JOCTET buffer[kJpegWindowBytes];
 };
 
 namespace lumi {
 
 /// Makes source the source of cinfo. Both must stay where they are.
-void attachJpegSource(jpeg_decompress_struct *cinfo, my_jpeg_source_mgr *source, FILE *file);
+void attachJpegSource(jpeg_decompress_struct *cinfo, my_jpeg_source_mgr *source, int file);
 
 } // namespace lumi

@@ -11,12 +11,11 @@ namespace {
 using lumi::DecodeError;
 using lumi::DecodeFor;
 using lumi::JpegSession;
-using SessionPtr = std::unique_ptr<JpegSession>;
+using lumi::OpenedPhoto;
 
-SessionPtr refuseForMemory(DecodeError *error)
+OpenedPhoto failure(DecodeError error)
 {
-    *error = DecodeError::OutOfMemory;
-    return nullptr;
+    return {nullptr, error};
 }
 
 /// The estimate for progressive photos, which goes by the pixels alone.
@@ -39,61 +38,60 @@ bool mayBeHeld(JpegSession &session, DecodeFor purpose)
             && (purpose != DecodeFor::Thumbnail || heldKB <= lumi::kMostThumbnailKB));
 }
 
-SessionPtr openHeader(const QString &path, DecodeError *error)
+OpenedPhoto openHeader(const QString &path)
 {
-    *error = DecodeError::None;
     if (!QFile::exists(path)) {
-        return nullptr;
+        return {};
     }
-    SessionPtr session = JpegSession::open(path);
+    std::unique_ptr<JpegSession> session = JpegSession::open(path);
     if (!session) {
         qWarning("Memory Allocation Error(FPVItemJpeg::InitJpegLib)");
-        return nullptr;
+        return {};
     }
     if (!session->readHeader()) {
-        return nullptr;
+        return {};
     }
-    return isEstimateFree(*session) ? std::move(session) : refuseForMemory(error);
+    if (!isEstimateFree(*session)) {
+        return failure(DecodeError::OutOfMemory);
+    }
+    return {std::move(session), DecodeError::None};
 }
 
-bool start(JpegSession &session, int denominator, DecodeFor purpose, DecodeError *error)
+OpenedPhoto start(OpenedPhoto photo, int denominator, DecodeFor purpose)
 {
+    JpegSession &session = *photo.session;
     if (!session.start(denominator, purpose)) {
-        *error = session.outOfMemory() ? DecodeError::OutOfMemory : DecodeError::None;
-        return false;
+        return failure(session.outOfMemory() ? DecodeError::OutOfMemory : DecodeError::None);
     }
     const int components = session.components();
     if (components != 1 && components != 3 && components != 4) {
-        *error = DecodeError::Undecodable;
-        return false;
+        return failure(DecodeError::Undecodable);
     }
-    return true;
+    return photo;
 }
 
 } // namespace
 
-SessionPtr lumi::openPhoto(const QString &path, const QSize *wanted, DecodeFor purpose,
-                           DecodeError *error)
+OpenedPhoto lumi::openPhoto(const QString &path, const QSize *wanted, DecodeFor purpose)
 {
-    SessionPtr session = openHeader(path, error);
-    if (!session) {
-        return nullptr;
+    OpenedPhoto photo = openHeader(path);
+    if (!photo.session) {
+        return photo;
     }
-    const QSize photo = session->imageSize();
+    const QSize size = photo.session->imageSize();
     const int denominator
-        = wanted != nullptr ? coveringDenominator(photo, *wanted) : screenDenominator(photo);
-    if (denominator == 0 || !mayBeHeld(*session, purpose)) {
-        return refuseForMemory(error);
+        = wanted != nullptr ? coveringDenominator(size, *wanted) : screenDenominator(size);
+    if (denominator == 0 || !mayBeHeld(*photo.session, purpose)) {
+        return failure(DecodeError::OutOfMemory);
     }
-    return start(*session, denominator, purpose, error) ? std::move(session) : nullptr;
+    return start(std::move(photo), denominator, purpose);
 }
 
-QSize lumi::readPhotoSize(const QString &path, DecodeError *error)
+lumi::PhotoSize lumi::readPhotoSize(const QString &path)
 {
-    const SessionPtr session = openHeader(path, error);
-    if (!session
-        || (!session->hasSeveralScans() && !start(*session, 1, DecodeFor::Screen, error))) {
-        return {-1, -1};
+    OpenedPhoto photo = openHeader(path);
+    if (photo.session && !photo.session->hasSeveralScans()) {
+        photo = start(std::move(photo), 1, DecodeFor::Screen);
     }
-    return session->imageSize();
+    return {photo.session ? photo.session->imageSize() : QSize(-1, -1), photo.error};
 }

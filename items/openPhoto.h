@@ -14,16 +14,27 @@
 
 namespace lumi {
 
-/// Starts at the smallest scale that covers *wanted (unscaled if a side of it is 0), or, where
-/// wanted is null, at the first one with fewer pixels than a screen raster may have.
-/// Null on failure. *error is then OutOfMemory or Undecodable where the cause is known and
-/// None where the file is missing or no JPEG file; it is None on success.
-[[nodiscard]] std::unique_ptr<JpegSession> openPhoto(const QString &path, const QSize *wanted,
-                                                     DecodeFor purpose, DecodeError *error);
+/// error says why session is null: OutOfMemory or Undecodable where the cause is known, None where
+/// the file is missing or is no JPEG file.
+struct OpenedPhoto
+{
+    std::unique_ptr<JpegSession> session;
+    DecodeError error = DecodeError::None;
+};
 
-/// The photo's size; (-1, -1), with the same errors, if the header cannot be read or decoding
-/// cannot begin. A photo of several scans is judged by its header, since its decoding begins
-/// with reading it whole.
-[[nodiscard]] QSize readPhotoSize(const QString &path, DecodeError *error);
+/// Starts at the smallest scale that covers *wanted (unscaled if a side of it is 0). If wanted is
+/// null, it starts at the largest scale with fewer pixels than a screen raster may have.
+[[nodiscard]] OpenedPhoto openPhoto(const QString &path, const QSize *wanted, DecodeFor purpose);
+
+/// size is (-1, -1) if the header cannot be read or decoding cannot begin; error is as above.
+struct PhotoSize
+{
+    QSize size{-1, -1};
+    DecodeError error = DecodeError::None;
+};
+
+/// Only the header is read of a photo of several scans, because its decoding would begin with
+/// reading all of it.
+[[nodiscard]] PhotoSize readPhotoSize(const QString &path);
 
 } // namespace lumi

@@ -12,8 +12,8 @@ constexpr qint64 kSpareBytes = 1048576;
 constexpr qint64 kProgressiveBytesAPixel = 7;
 constexpr qint64 kProgressiveSpareKB = 8192;
 constexpr int kLineBytesAPixel = 4;
-/// A pixel and this part of the longer side may be wrong: roundings of a small thumbnail by which
-/// a larger one was fitted.
+/// A side may be wrong by one pixel plus the longer side divided by this: a small thumbnail is
+/// rounded, and a larger one may have been fitted by it.
 constexpr qint64 kToleratedPart = 32;
 
 int axisDenominator(int photo, int wanted)

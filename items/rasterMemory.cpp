@@ -17,7 +17,7 @@ std::unique_ptr<uchar[]> lumi::newRaster(std::size_t bytes)
     void *start = raster.get();
     std::size_t space = bytes;
     if (raster && std::align(kPageBytes, kPageBytes, start, space) != nullptr) {
-        // Advice only: refused, everything works as before.
+        // Only advice: if it is refused, ordinary pages are used.
         (void)::madvise(start, space, MADV_HUGEPAGE);
     }
     return raster;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// The memory of a screen raster. A raster is large, is touched all over before its first line
-// is decoded, and is written down its columns: on ordinary pages that costs a fault for each
-// 4 KB and more address look-ups than the processor remembers, a third of the decoding time.
+// The memory of a screen raster. A raster is large, is filled before its first line is decoded, and
+// is written column by column. With ordinary pages of 4 KB, page faults and address look-ups take a
+// third of the decoding time.
 #pragma once
 
 #include <QtGlobal>
@@ -11,7 +11,7 @@
 
 namespace lumi {
 
-/// Uninitialised bytes, on large pages where the system grants them; null without memory.
+/// Uninitialised bytes, on large pages if the system has them. Null without memory.
 [[nodiscard]] std::unique_ptr<uchar[]> newRaster(std::size_t bytes);
 
 } // namespace lumi

@@ -19,84 +19,66 @@ quint32 rgb32(quint32 r, quint32 g, quint32 b)
     return kOpaque | r << 16 | g << 8 | b;
 }
 
-// One type for each combination: its pixel, its samples a pixel and its conversion. Each makes
-// a loop of its own, so that no test stands in the inner one.
-struct Gray16
+quint16 gray16(const uchar *s)
 {
-    using Pixel = quint16;
-    static constexpr int kSamples = 1;
-
-    static Pixel pixel(const uchar *s) { return rgb565(s[0], s[0], s[0]); }
-};
-
-struct Rgb16
-{
-    using Pixel = quint16;
-    static constexpr int kSamples = 3;
-
-    static Pixel pixel(const uchar *s) { return rgb565(s[0], s[1], s[2]); }
-};
-
-struct Four16
-{
-    using Pixel = quint16;
-    static constexpr int kSamples = 4;
-
-    static Pixel pixel(const uchar *s) { return rgb565(s[1], s[2], s[3]); }
-};
-
-struct Gray32
-{
-    using Pixel = quint32;
-    static constexpr int kSamples = 1;
-
-    static Pixel pixel(const uchar *s) { return rgb32(s[0], s[0], s[0]); }
-};
-
-struct Rgb32
-{
-    using Pixel = quint32;
-    static constexpr int kSamples = 3;
-
-    static Pixel pixel(const uchar *s) { return rgb32(s[0], s[1], s[2]); }
-};
-
-struct Four32
-{
-    using Pixel = quint32;
-    static constexpr int kSamples = 4;
-
-    static Pixel pixel(const uchar *s) { return qFromLittleEndian<quint32>(s); }
-};
-
-template <class Format> typename Format::Pixel *pixels(uchar *raster)
-{
-    return static_cast<typename Format::Pixel *>(static_cast<void *>(raster));
+    return rgb565(s[0], s[0], s[0]);
 }
 
-/// count is a template argument for a whole block, so that its loop has a fixed length.
-template <class Format, class Count>
+quint16 colour16(const uchar *s)
+{
+    return rgb565(s[0], s[1], s[2]);
+}
+
+quint16 lastThree16(const uchar *s)
+{
+    return rgb565(s[1], s[2], s[3]);
+}
+
+quint32 gray32(const uchar *s)
+{
+    return rgb32(s[0], s[0], s[0]);
+}
+
+quint32 colour32(const uchar *s)
+{
+    return rgb32(s[0], s[1], s[2]);
+}
+
+quint32 word32(const uchar *s)
+{
+    return qFromLittleEndian<quint32>(s);
+}
+
+template <class Pixel> Pixel *pixels(uchar *raster)
+{
+    return static_cast<Pixel *>(static_cast<void *>(raster));
+}
+
+/// Samples and conversion are template arguments, so that the inner loop has no branches. So is
+/// count for a whole block, so that its loop has a fixed length.
+template <int samples, auto convert, class Count>
 void turnLines(const lumi::LineBlock &block, Count count, int width, int height, uchar *raster)
 {
+    using Pixel = decltype(convert(nullptr));
     const uchar *last = block.lines + (count - 1) * block.stride;
-    auto *target = pixels<Format>(raster) + (height - block.first - count);
+    auto *target = pixels<Pixel>(raster) + (height - block.first - count);
     for (int x = 0; x < width; ++x) {
         for (int i = 0; i < count; ++i) {
-            target[i] = Format::pixel(last - i * block.stride);
+            target[i] = convert(last - i * block.stride);
         }
-        last += Format::kSamples;
+        last += samples;
         target += height;
     }
 }
 
-template <class Format>
+template <int samples, auto convert>
 void turn(const lumi::LineBlock &block, int width, int height, uchar *raster)
 {
     if (block.count == lumi::kBlockLines) {
-        turnLines<Format>(block, std::integral_constant<int, lumi::kBlockLines>(), width, height,
-                          raster);
+        turnLines<samples, convert>(block, std::integral_constant<int, lumi::kBlockLines>(), width,
+                                    height, raster);
     } else {
-        turnLines<Format>(block, block.count, width, height, raster);
+        turnLines<samples, convert>(block, block.count, width, height, raster);
     }
 }
 
@@ -108,8 +90,8 @@ struct Turner
 };
 
 constexpr Turner kTurners[] = {
-    {16, 1, turn<Gray16>}, {16, 3, turn<Rgb16>}, {16, 4, turn<Four16>},
-    {32, 1, turn<Gray32>}, {32, 3, turn<Rgb32>}, {32, 4, turn<Four32>},
+    {16, 1, turn<1, gray16>}, {16, 3, turn<3, colour16>}, {16, 4, turn<4, lastThree16>},
+    {32, 1, turn<1, gray32>}, {32, 3, turn<3, colour32>}, {32, 4, turn<4, word32>},
 };
 
 } // namespace
@@ -126,8 +108,8 @@ lumi::TurnBlock lumi::turnerFor(int depth, int components)
 void lumi::fillBlack(uchar *raster, qsizetype pixelCount, int depth)
 {
     if (depth == 16) {
-        std::fill_n(pixels<Gray16>(raster), pixelCount, quint16(0));
+        std::fill_n(pixels<quint16>(raster), pixelCount, quint16(0));
     } else {
-        std::fill_n(pixels<Gray32>(raster), pixelCount, kOpaque);
+        std::fill_n(pixels<quint32>(raster), pixelCount, kOpaque);
     }
 }

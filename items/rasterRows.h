@@ -1,19 +1,19 @@
 // SPDX-License-Identifier: MIT
-// From the decoder's lines to the turned raster: photo column x of photo row r goes to
-// x * height + (height - 1 - r). A single line would touch one pixel in each of width far
-// apart places; turning a block of lines at once fills a cache line at each of them.
-// Format: 16 bits are RGB565, 32 bits 0xFFRRGGBB in host order. Of four samples, 16 bits take
-// the last three as red, green and blue, and 32 bits take all four as one little-endian word.
+// Copies the decoder's lines into the turned raster: column x of row r of the photo goes to
+// x * height + (height - 1 - r). The pixels of one line lie far apart there, so a block of lines is
+// turned at once, which fills a cache line at each place.
+// Format: 16 bits are RGB565, 32 bits are 0xFFRRGGBB in host order. Of four samples, 16 bits use
+// the last three as red, green and blue, and 32 bits use all four as one little-endian word.
 #pragma once
 
 #include <QtGlobal>
 
 namespace lumi {
 
-/// Most lines of a block. A slice is a whole number of blocks.
+/// A block has at most this many lines. A slice is a whole number of blocks.
 inline constexpr int kBlockLines = 16;
 
-/// Decoded lines of a photo, one behind the other.
+/// Consecutive decoded lines of a photo.
 struct LineBlock
 {
     const uchar *lines;
@@ -25,7 +25,7 @@ struct LineBlock
 /// Puts the block into the raster of a photo of width x height pixels.
 using TurnBlock = void (*)(const LineBlock &block, int width, int height, uchar *raster);
 
-/// The loop for 16 or 32 bits and 1, 3 or 4 samples a pixel; null for anything else.
+/// The function for 16 or 32 bits and 1, 3 or 4 samples a pixel. Null for anything else.
 [[nodiscard]] TurnBlock turnerFor(int depth, int components);
 
 /// Fills pixelCount pixels with black.

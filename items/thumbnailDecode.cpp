@@ -7,12 +7,14 @@
 
 #include <QImage>
 
+#include <utility>
+
 namespace {
 
 constexpr int kGray = 1;
 constexpr int kRgb = 3;
 
-/// In place, from the right end, as the pixels are wider than the samples.
+/// In place. From the right end, because a pixel is wider than its samples.
 void widenRow(uchar *row, int width)
 {
     auto *pixels = static_cast<QRgb *>(static_cast<void *>(row));
@@ -22,7 +24,7 @@ void widenRow(uchar *row, int width)
     }
 }
 
-/// Null without the memory for it; a null image if libjpeg failed.
+/// Null without the memory for it. A null image if libjpeg failed.
 std::unique_ptr<QImage> readWhole(lumi::JpegSession &session)
 {
     const QSize size = session.outputSize();
@@ -45,7 +47,7 @@ std::unique_ptr<QImage> readWhole(lumi::JpegSession &session)
     return image;
 }
 
-/// Scaling gives a gray picture as a coloured one.
+/// Scaling turns a gray picture into one with colours.
 void makeGrayAgain(QImage *image)
 {
     QList<QRgb> table(256);
@@ -57,33 +59,34 @@ void makeGrayAgain(QImage *image)
     image->setColorTable(table);
 }
 
+lumi::DecodedThumbnail failure(lumi::DecodeError error)
+{
+    return {nullptr, error};
+}
+
 } // namespace
 
-QImage *lumi::decodeThumbnail(const QString &path, QSize size, DecodeError *error)
+lumi::DecodedThumbnail lumi::decodeThumbnail(const QString &path, QSize size)
 {
-    std::unique_ptr<JpegSession> session = openPhoto(path, &size, DecodeFor::Thumbnail, error);
-    if (!session) {
-        *error = *error == DecodeError::None ? DecodeError::Undecodable : *error;
-        return nullptr;
+    OpenedPhoto photo = openPhoto(path, &size, DecodeFor::Thumbnail);
+    if (!photo.session) {
+        return failure(photo.error == DecodeError::None ? DecodeError::Undecodable : photo.error);
     }
-    // Nothing was asked for but what is wrong with the photo.
     if (size.isEmpty()) {
-        return nullptr;
+        return {};
     }
-    const bool gray = session->components() == kGray;
-    std::unique_ptr<QImage> image = readWhole(*session);
-    session.reset();
+    const bool gray = photo.session->components() == kGray;
+    std::unique_ptr<QImage> image = readWhole(*photo.session);
+    photo.session.reset();
     if (!image || image->isNull()) {
-        *error = image ? DecodeError::Undecodable : DecodeError::OutOfMemory;
-        return nullptr;
+        return failure(image ? DecodeError::Undecodable : DecodeError::OutOfMemory);
     }
     *image = image->scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
     if (image->isNull()) {
-        *error = DecodeError::OutOfMemory;
-        return nullptr;
+        return failure(DecodeError::OutOfMemory);
     }
     if (gray) {
         makeGrayAgain(image.get());
     }
-    return image.release();
+    return {std::move(image), DecodeError::None};
 }

@@ -8,10 +8,21 @@
 #include <QSize>
 #include <QString>
 
+#include <memory>
+
+class QImage;
+
 namespace lumi {
 
-/// A new image of exactly this size, 8 bits with a gray table for a gray photo and 32 bits for
-/// any other; null on failure, with the cause in *error.
-[[nodiscard]] QImage *decodeThumbnail(const QString &path, QSize size, DecodeError *error);
+/// error says why image is null.
+struct DecodedThumbnail
+{
+    std::unique_ptr<QImage> image;
+    DecodeError error = DecodeError::None;
+};
+
+/// The image has exactly this size: 8 bits with a gray table for a gray photo, 32 bits for any
+/// other. For an empty size the photo is only opened, which tells its error.
+[[nodiscard]] DecodedThumbnail decodeThumbnail(const QString &path, QSize size);
 
 } // namespace lumi

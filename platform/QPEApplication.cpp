@@ -7,6 +7,7 @@
 #include "platform/keys/keyTranslation.h"
 #include "platform/power/PowerWatcher.h"
 #include "platform/screen/PanelStyle.h"
+#include "platform/screen/panel.h"
 #include "platform/session/ForegroundWatcher.h"
 #include "platform/session/QCopHub.h"
 #include "platform/session/ScreenSaverAgent.h"
@@ -135,7 +136,7 @@ void QPEApplication::startAgents()
 void QPEApplication::showMainWidget(QWidget *widget, bool noMaximize)
 {
     m_mainWidget = widget;
-    widget->resize(kPanelSize);
+    widget->resize(lumi::kPanelSize);
     if (noMaximize || widget->screen()->availableSize().width() > kWidestPanel) {
         widget->show();
     } else {
@@ -227,7 +228,7 @@ QSize QPEApplication::desktopSize()
     const auto *app = qobject_cast<QPEApplication *>(QCoreApplication::instance());
     const QWidget *window = app != nullptr ? app->m_mainWidget.data() : nullptr;
     const QScreen *screen = window != nullptr ? window->screen() : QGuiApplication::primaryScreen();
-    return screen != nullptr ? screen->size() : kPanelSize;
+    return screen != nullptr ? screen->size() : lumi::kPanelSize;
 }
 
 void QPEApplication::holdDesktopSize()

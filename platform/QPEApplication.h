@@ -21,9 +21,6 @@ class QPEApplication : public QApplication
 public:
     enum Type { GuiClient };
 
-    /// The screen of the handheld.
-    static constexpr QSize kPanelSize{640, 480};
-
     QPEApplication(
         int &argc, char **argv,
         Type type

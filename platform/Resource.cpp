@@ -32,11 +32,6 @@ QPixmap Resource::loadPixmap(const QString &name)
     return QPixmap(findPixmap(name));
 }
 
-QPixmap Resource::ownPixmap(const char *name)
-{
-    return loadPixmap(QLatin1String("lumivault/") + QLatin1String(name));
-}
-
 QString Resource::findPixmap(const QString &name)
 {
     return findFile(name, ".png");

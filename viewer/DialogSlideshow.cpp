@@ -4,6 +4,7 @@
 #include "app/common/Settings.h"
 #include "app/common/messageIds.h"
 #include "app/common/messages.h"
+#include "platform/screen/panel.h"
 #include "platform/windows/dialogButtons.h"
 
 #include <QComboBox>
@@ -19,12 +20,10 @@ using lumi::Settings;
 namespace {
 
 constexpr int kAutoRow = 0;
-/// Lists are targets for a finger.
-constexpr int kComboHeight = 40;
 
 } // namespace
 
-/// One line of the dialog: its label, its list with the rows' texts, where its row is kept.
+/// One line of the dialog: label, list, texts of the rows, setting.
 struct DialogSlideshow::Choice
 {
     QComboBox *DialogSlideshow::*combo;
@@ -35,7 +34,7 @@ struct DialogSlideshow::Choice
     int (*stored)();
     void (*store)(int row);
 
-    /// In the order in which they stand in the dialog and are written.
+    /// In the order of the dialog, in which they are stored too.
     static const Choice kAll[];
 };
 
@@ -75,7 +74,7 @@ void DialogSlideshow::addChoice(const Choice &choice, QGridLayout *grid, int lin
     auto *label = new QLabel(msg(choice.label), this);
     auto *combo = new QComboBox(this);
     combo->setObjectName(QLatin1String(choice.name));
-    combo->setMinimumHeight(kComboHeight);
+    combo->setMinimumHeight(lumi::kFingerSize);
     for (int row = choice.firstRow; row <= choice.lastRow; ++row) {
         combo->addItem(msg(row));
     }

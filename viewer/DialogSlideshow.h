@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The four settings of the slideshow. They are kept as the rows of the lists; what a row means
-// is the business of whoever starts a slideshow.
+// The dialog of the slideshow's four settings. They are stored as row numbers of its lists. The
+// caller that starts a slideshow turns them into values.
 #pragma once
 
 #include <QDialog>
@@ -17,13 +17,13 @@ public:
 
 public Q_SLOTS:
     // NOLINTBEGIN(readability-identifier-naming): parts of the interface
-    /// Order, delay and loops mean nothing to a user who steps by hand.
+    /// Order, delay and loops are enabled for the row "Auto" only.
     void combo_operation_activated(int row);
     void combo_activated(int row);
     // NOLINTEND(readability-identifier-naming)
     /// Stores all four rows, also those of disabled lists.
     void accept() override;
-    /// Asks first if a list was used.
+    /// If a list was used, asks first.
     void reject() override;
 
 private:

@@ -2,11 +2,13 @@
 // The window of the viewer: its widgets, its two looks and its keys.
 #include "viewer/FPVPictureScrollView.h"
 
+#include "app/common/loadPixmap.h"
 #include "items/FPVItemImage.h"
 #include "platform/QPEApplication.h"
 #include "platform/Resource.h"
 #include "platform/keys/deviceKey.h"
 #include "platform/screen/QDirectPainter.h"
+#include "platform/screen/panel.h"
 #include "platform/session/QCopChannel.h"
 #include "viewer/PictureScrollView.h"
 #include "viewer/zoomSteps.h"
@@ -22,11 +24,9 @@
 namespace {
 
 constexpr int kRowSpacing = 5;
-/// A target for a finger.
-constexpr int kButtonSide = 40;
 constexpr int kIconSide = 32;
 constexpr int kBarHeight = 20;
-/// The window can't close before exec() has started.
+/// The window cannot be closed before exec() has started.
 constexpr int kCloseMs = 5;
 
 } // namespace
@@ -59,7 +59,7 @@ FPVPictureScrollView::~FPVPictureScrollView()
     leavePicture();
 }
 
-/// What a message box brings along has no use in this window.
+/// DialogBase is a message box. This window uses neither its layout nor its parts.
 void FPVPictureScrollView::dropMessageBox()
 {
     delete layout();
@@ -77,14 +77,14 @@ QToolButton *FPVPictureScrollView::makeButton(const char *icon,
                                               void (FPVPictureScrollView::*slot)())
 {
     auto *button = new QToolButton(this);
-    button->setIcon(Resource::loadPixmap(QLatin1String("lumivault/") + QLatin1String(icon)));
+    button->setIcon(lumi::loadPixmap(icon));
     button->setIconSize(QSize(kIconSide, kIconSide));
-    button->setFixedSize(kButtonSide, kButtonSide);
+    button->setFixedSize(lumi::kFingerSize, lumi::kFingerSize);
     connect(button, &QToolButton::clicked, this, slot);
     return button;
 }
 
-/// In the order in which Tab goes through them.
+/// They are made in the order of the Tab key.
 void FPVPictureScrollView::buildWidgets()
 {
     m_zoomInButton = makeButton("spread", &FPVPictureScrollView::zoomIn);
@@ -118,7 +118,7 @@ QLayout *FPVPictureScrollView::buildButtonRow()
         row->addWidget(widget);
     }
     row->addWidget(m_percentLabel);
-    // The bar, while it is on show, takes all the room.
+    // While the bar is visible it takes all free width.
     row->addStretch();
     row->addWidget(m_progressBar, 1);
     row->addWidget(m_sizeLabel);
@@ -141,7 +141,7 @@ void FPVPictureScrollView::setDecodingLook(bool on)
     m_percentLabel->setVisible(!on);
     m_prevButton->setVisible(!on);
     m_nextButton->setVisible(!on);
-    // A button that goes or turns gray hands the focus to any other.
+    // A button that is hidden or disabled passes the focus to another widget.
     m_scrollView->setFocus();
 }
 
@@ -201,8 +201,8 @@ void FPVPictureScrollView::keyPressEvent(QKeyEvent *event)
     }
 }
 
-// The message box would give the window its own size and buttons back, and answer keys with
-// them: in all of these only the plain dialog below it has a say.
+// QMessageBox would restore its own size and buttons and handle keys with them. These functions
+// therefore call QDialog directly.
 // NOLINTBEGIN(bugprone-parent-virtual-call)
 bool FPVPictureScrollView::event(QEvent *event)
 {

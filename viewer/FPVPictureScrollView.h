@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-// The modal screen that shows one photo, with zoom, panning, next and previous. A photo is
-// first decoded just well enough for the screen, so that it comes up fast, and decoded again at
-// full size only when the user zooms in. Meanwhile a progress bar takes the place of the
-// buttons (the decoding look); the viewing look comes back with the picture.
-// Only the present picture holds a raster. One timer serves the end of a decode and, once a
-// second, the repainting of what another window may have covered.
-// Owns: its widgets and its channel. Items and view are the browser's.
+// The modal screen that shows one photo, with zoom, panning, next and previous. A photo is first
+// decoded at the scale of the screen, which is fast. It is decoded at full size when the user
+// zooms in. During a decode the window has the decoding look: a progress bar replaces the buttons.
+// Otherwise it has the viewing look.
+// Only the present picture has a raster. One timer ends the decoding look and then repaints, once a
+// second, what another window may have covered.
+// Owns: its widgets and its channel. Items and view belong to the browser.
 #pragma once
 
 #include "platform/toolkit/QCString.h"
@@ -31,9 +31,9 @@ class FPVPictureScrollView : public DialogBase
     Q_OBJECT
 
 public:
-    /// Comes up at once and runs the event loop, without the user's input, until the window has
-    /// its size. view: gives the next and previous picture; may be null. A picture that can't
-    /// be opened is told here, and the exec() that follows returns by itself.
+    /// Shows the window and runs the event loop, without user input, until it has its size.
+    /// view: gives the next and previous picture; may be null. If the picture cannot be opened, the
+    /// user is told here and exec() returns by itself.
     FPVPictureScrollView(QWidget *parent, FPVThumbnailView *view, FPVItemImage *item);
     ~FPVPictureScrollView() override;
 
@@ -92,7 +92,7 @@ private:
     QToolButton *m_nextButton = nullptr;
     PictureScrollView *m_scrollView = nullptr;
     QPointer<FPVItemImage> m_item;
-    QPointer<FPVThumbnailView> m_view;
+    FPVThumbnailView *m_view;
     QLabel *m_sizeLabel = nullptr;
     QLabel *m_percentLabel = nullptr;
     QProgressBar *m_progressBar = nullptr;

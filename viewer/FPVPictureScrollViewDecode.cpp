@@ -12,7 +12,7 @@
 
 namespace {
 
-/// From the last line to the viewing look: soon where the picture was there at once.
+/// From the last decoded line to the viewing look. The second is for a decode without pauses.
 constexpr int kDecodedMs = 50;
 constexpr int kDecodedAtOnceMs = 5;
 constexpr int kRegionCheckMs = 1000;
@@ -24,7 +24,7 @@ void startOnce(QTimer *timer, int ms)
     timer->start(ms);
 }
 
-/// "[*]" in a window's title is where the mark of a changed document goes.
+/// The toolkit replaces "[*]" in a title by the mark of a changed document.
 QString asTitle(QString name)
 {
     return name.replace(QLatin1String("[*]"), QLatin1String("[*][*]"));
@@ -103,7 +103,7 @@ void FPVPictureScrollView::decodeFullSize()
     updateLabels();
 }
 
-/// The news that came out of the start of a decode counts for nothing.
+/// The update that startDecode() itself emits is not counted.
 void FPVPictureScrollView::startProgress()
 {
     m_progress = 0;
@@ -112,7 +112,7 @@ void FPVPictureScrollView::startProgress()
     m_progressBar->setValue(0);
 }
 
-/// A decode that doesn't pause has completed before its start returned.
+/// A decode without pauses has completed before startDecode() returned.
 void FPVPictureScrollView::finishStart()
 {
     if (!m_firstDraw) {
@@ -243,7 +243,7 @@ void FPVPictureScrollView::showOther(FPVItemObject *object)
     }
 }
 
-/// Once: what follows a failure may well fail too.
+/// Once per window: after one failure others often follow.
 void FPVPictureScrollView::tellFailure()
 {
     if (m_failureTold) {
@@ -258,11 +258,8 @@ void FPVPictureScrollView::tellFailure()
 
 void FPVPictureScrollView::failAndClose()
 {
-    const QPointer<FPVPictureScrollView> self(this);
     tellFailure();
-    if (self) {
-        hide();
-    }
+    hide();
 }
 
 void FPVPictureScrollView::memFull()
@@ -275,7 +272,7 @@ void FPVPictureScrollView::systemChannel(const QCString &message, const QByteArr
     if (message != kForegroundMessage) {
         return;
     }
-    // Nothing more may be drawn over the program that came to the front.
+    // Nothing may be drawn over the program that is now in front.
     if (m_item) {
         m_item->abortDecode();
         disconnect(m_item, &FPVItemImage::decodeUpdate, this, nullptr);

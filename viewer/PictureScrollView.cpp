@@ -37,7 +37,7 @@ PictureScrollView::PictureScrollView(QWidget *parent)
     setVScrollBarMode(AlwaysOff);
     setFrameShape(NoFrame);
     setFocusPolicy(Qt::StrongFocus);
-    // Before the first picture is drawn its place looks like the margin round it.
+    // Before the first picture is drawn its place has the colour of the margin.
     QPalette colours = viewport()->palette();
     colours.setColor(QPalette::Window, QColor::fromRgb(lumi::kMargin32));
     viewport()->setPalette(colours);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// The picture inside the full-screen viewer. It has no pixels of its own: the decoder's raster
-// is written straight into the screen memory, scaled on the way, so that no second copy of a
-// large photo ever exists. Pen and arrow keys move the part on show.
+// The picture inside the full-screen viewer. It scales the decoder's raster straight into the
+// screen memory, so there is no second copy of a large photo. Pen and arrow keys move the visible
+// part.
 #pragma once
 
 #include "platform/toolkit/QScrollView.h"
@@ -16,20 +16,20 @@ class PictureScrollView : public QScrollView
 public:
     explicit PictureScrollView(QWidget *parent);
 
-    /// Draws another raster. origin: its pixel at the top left of the viewport; lent, changed
-    /// by moves and put inside the picture when drawn. raster: turned, lent until the next call;
-    /// null for nothing to draw. size: not turned. percent: for the raster's pixels.
+    /// Draws another raster. origin: its pixel at the top left of the viewport; lent, changed by
+    /// moves, kept inside the picture. raster: turned, lent until the next call; null draws
+    /// nothing. size: upright. percent: for the raster's pixels.
     void setRaster(QPoint *origin, const uchar *raster, QSize size, int percent);
     /// Draws the raster at another percent.
     void setPercent(int percent);
-    /// Moves the picture by a step of an arrow key.
+    /// Moves the picture by the step of this arrow key.
     void scrollKey(int key);
     void redraw();
 
 protected:
     void contentsMousePressEvent(QMouseEvent *event) override;
     void contentsMouseMoveEvent(QMouseEvent *event) override;
-    /// All keys are the viewer's.
+    /// The viewer handles all keys.
     void keyPressEvent(QKeyEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
 

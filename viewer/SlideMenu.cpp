@@ -30,7 +30,7 @@ constexpr Row kRows[] = {
 lumi::SlideMenu::SlideMenu(QWidget *parent)
     : QPopupMenu(parent)
 {
-    // A press beside the menu only closes it.
+    // A press outside the menu closes it and does nothing else.
     setAttribute(Qt::WA_NoMouseReplay);
     for (const Row &row : kRows) {
         if (row.opensGroup) {

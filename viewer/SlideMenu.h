@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The menu of the running slideshow. The device key that opens it closes it too, and the one
-// that ends the slideshow does so from inside it.
+// The menu of the running slideshow. The device key that opens the menu also closes it. The key
+// that ends the slideshow works in the menu too.
 #pragma once
 
 #include "platform/toolkit/QPopupMenu.h"

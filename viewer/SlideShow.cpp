@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The frame of a show: how it starts, what can end it.
+// The start of a show and what ends it.
 #include "viewer/SlideShow.h"
 
 #include "app/common/power.h"
@@ -8,7 +8,6 @@
 #include "platform/screen/QDirectPainter.h"
 #include "platform/session/QCopChannel.h"
 #include "viewer/SlideMenu.h"
-#include "viewer/slideOrder.h"
 
 #include <QCloseEvent>
 #include <QEventLoop>
@@ -16,12 +15,11 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <vector>
 
 namespace {
 
 constexpr int kFirstDrawMs = 100;
-/// With no more left in the battery a show ends.
+/// At this charge or below a show ends.
 constexpr int kBatteryPercent = 10;
 constexpr int kScreenSaverOff = 0;
 constexpr int kScreenSaverBack = 1;
@@ -34,23 +32,21 @@ SlideShow::SlideShow(QWidget *parent, FPVItemList *source, bool autoMode, bool i
     : QWidget(parent, Qt::Window)
     , m_sourceList(source)
     , m_delay(std::max(0, delay))
-    , m_loopCount(loopCount)
     , m_autoMode(autoMode)
-    , m_inOrder(inOrder)
-    , m_screenSize(QPEApplication::desktopSize())
-    , m_depth(QDirectPainter(this).depth())
+    , m_cycle(*source, startIndex, autoMode ? loopCount : 0,
+              autoMode && !inOrder ? std::rand : lumi::SlideCycle::Dice())
+    , m_screen(this, QPEApplication::desktopSize())
     , m_systemChannel(new QCopChannel("QPE/System", this))
 {
-    // Pictures are drawn for this size, whatever becomes of the screen meanwhile.
+    // Pictures are drawn for this size even if the screen changes.
     QPEApplication::holdDesktopSize();
     Global::hideInputMethod();
     setWindowModality(Qt::ApplicationModal);
-    resize(m_screenSize);
+    resize(m_screen.size());
     QPalette black = palette();
     black.setColor(QPalette::Window, Qt::black);
     setPalette(black);
     connect(m_systemChannel, &QCopChannel::received, this, &SlideShow::systemChannel);
-    buildPlayList(startIndex);
     connectTimers();
     setScreenSaver(kScreenSaverOff);
     m_paused = true;
@@ -65,24 +61,6 @@ SlideShow::~SlideShow()
     leaveDecoding();
     setScreenSaver(kScreenSaverBack);
     QPEApplication::releaseDesktopSize();
-}
-
-void SlideShow::buildPlayList(int startIndex)
-{
-    std::vector<FPVItemObject *> items(m_sourceList->begin(), m_sourceList->end());
-    std::vector<bool> isPicture;
-    isPicture.reserve(items.size());
-    for (const FPVItemObject *item : items) {
-        isPicture.push_back(item->isPicture());
-    }
-    const bool shuffles = m_autoMode && !m_inOrder;
-    const lumi::SlideDice dice = shuffles ? lumi::SlideDice(std::rand) : lumi::SlideDice();
-    m_playList.setAutoDelete(false);
-    for (const int place : lumi::slideOrder(isPicture, startIndex, dice)) {
-        m_playList.append(items[static_cast<std::size_t>(place)]);
-    }
-    m_pictureCount = m_playList.count();
-    m_playList.first();
 }
 
 void SlideShow::connectTimers()
@@ -101,10 +79,10 @@ void SlideShow::connectTimers()
     connect(&m_playBackTimer, &QTimer::timeout, this, &SlideShow::ScreenOutPlayBack);
 }
 
-/// In one piece, while the caller's wait dialog stands.
+/// In one piece, while the caller's wait dialog is open.
 void SlideShow::decodeFirst()
 {
-    const QPointer<FPVItemImage> first(currentPicture());
+    const QPointer<FPVItemImage> first(m_cycle.present());
     if (!first) {
         return;
     }
@@ -117,7 +95,7 @@ void SlideShow::decodeFirst()
 
 int SlideShow::exec()
 {
-    if (m_pictureCount == 0) {
+    if (m_cycle.isEmpty()) {
         end(ToBrowser);
     }
     if (m_ended || m_inLoop != nullptr) {
@@ -131,7 +109,7 @@ int SlideShow::exec()
     raise();
     activateWindow();
     update();
-    if (!m_curRaster) {
+    if (!m_screen.hasPresent()) {
         m_paused = false;
         m_screenOutTimer.start(kFirstDrawMs);
     }
@@ -189,5 +167,5 @@ void SlideShow::closeEvent(QCloseEvent *event)
 
 void SlideShow::paintEvent(QPaintEvent * /*event*/)
 {
-    // The pictures don't come this way.
+    // SlideScreen draws the pictures.
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Keys, menu and boxes.
+// What the user does: keys, menu and the deletion of a picture.
 #include "app/common/labels.h"
 #include "app/common/messageIds.h"
 #include "app/common/messages.h"
@@ -19,15 +19,14 @@
 
 using lumi::DecodeError;
 using lumi::SlideMenu;
-using lumi::SlideSign;
 
 namespace {
 
-/// From the end of the menu to the picture that it covered.
+/// From the closing of the menu to the redrawing of the picture.
 constexpr int kRedrawMs = 1;
-/// The handheld's own keyboard, on which Up and Down have a meaning here.
+/// The handheld's own keyboard. Up and Down have an effect on it only.
 constexpr int kOwnKeyboard = 1;
-/// Longer names don't fit a box.
+/// Longer names do not fit into a box.
 constexpr int kNameLength = 40;
 
 bool isOwnKeyboard()
@@ -65,11 +64,11 @@ void SlideShow::keyPressEvent(QKeyEvent *event)
     // clang-format off
     static constexpr Row kRows[] = {
         {Qt::Key_Escape, [](SlideShow *show) { show->end(ToBrowser); }},
-        {Qt::Key_Left, [](SlideShow *show) { show->userPrevious(true); }},
-        {Qt::Key_Right, [](SlideShow *show) { show->userNext(true); }},
-        {Qt::Key_Return, [](SlideShow *show) { show->userNext(true); }},
-        {Qt::Key_Up, [](SlideShow *show) { show->keyUp(); }},
-        {Qt::Key_Down, [](SlideShow *show) { show->keyDown(); }},
+        {Qt::Key_Left, [](SlideShow *show) { show->userPrevious(); }},
+        {Qt::Key_Right, [](SlideShow *show) { show->userNext(); }},
+        {Qt::Key_Return, [](SlideShow *show) { show->userNext(); }},
+        {Qt::Key_Up, [](SlideShow *show) { show->keyUpOrDown(true); }},
+        {Qt::Key_Down, [](SlideShow *show) { show->keyUpOrDown(false); }},
         {Qt::Key_Delete, [](SlideShow *show) { show->deleteAndGoOn(); }},
     };
     // clang-format on
@@ -111,27 +110,16 @@ void SlideShow::keyReleaseEvent(QKeyEvent *event)
     }
 }
 
-void SlideShow::keyUp()
+/// With the hinge turned, the two keys change places.
+void SlideShow::keyUpOrDown(bool isUp)
 {
     if (!isOwnKeyboard()) {
         return;
     }
-    if (isHingeNormal()) {
-        userNext(true);
+    if (isUp == isHingeNormal()) {
+        userNext();
     } else {
-        userPrevious(true);
-    }
-}
-
-void SlideShow::keyDown()
-{
-    if (!isOwnKeyboard()) {
-        return;
-    }
-    if (isHingeNormal()) {
-        userPrevious(true);
-    } else {
-        userNext(true);
+        userPrevious();
     }
 }
 
@@ -142,7 +130,7 @@ void SlideShow::mousePressEvent(QMouseEvent *event)
 
 void SlideShow::openMenu(QPoint position)
 {
-    if (m_ended || m_failed || isInterrupted()) {
+    if (isHeld()) {
         return;
     }
     interrupt();
@@ -185,7 +173,7 @@ void SlideShow::actOn(int entry)
     }
 }
 
-/// Nothing is drawn until resume(), whatever is decoded meanwhile.
+/// Nothing is drawn until resume().
 void SlideShow::interrupt()
 {
     if (m_playBackTimer.isActive()) {
@@ -193,7 +181,7 @@ void SlideShow::interrupt()
     }
     m_paused = true;
     m_slideTimer.stop();
-    m_overlay = SlideSign::None;
+    m_screen.forgetSign();
 }
 
 void SlideShow::resume()
@@ -208,8 +196,8 @@ void SlideShow::resume()
     if (m_failed) {
         return;
     }
-    // What the user asked for comes at once, the rest after the delay.
-    const bool isAwaited = !m_autoMode || isStepPending() || !m_curRaster;
+    // A picture that the user asked for comes at once, any other after the delay.
+    const bool isAwaited = !m_autoMode || m_cycle.isStepPending() || !m_screen.hasPresent();
     m_paused = !isAwaited && !m_decodeDone;
     if (!m_decodingItem || (isAwaited && isReady())) {
         m_slideTimer.start(kRedrawMs);
@@ -218,7 +206,7 @@ void SlideShow::resume()
     }
 }
 
-/// False when the picture is still there.
+/// False if the picture was not deleted.
 bool SlideShow::deletePicture()
 {
     const QPointer<FPVItemImage> item(m_shownItem);
@@ -238,13 +226,9 @@ bool SlideShow::deletePicture()
                        QMessageBox::Ok, this));
         return false;
     }
-    const bool wasLast = dropPicture(item);
-    if (m_playList.isEmpty()) {
+    dropPicture(item);
+    if (m_cycle.isEmpty()) {
         end(ToBrowser);
-    } else if (m_decodingItem) {
-        m_playList.findRef(m_decodingItem); // on its way already
-    } else if (wasLast) {
-        startNewRound();
     }
     return true;
 }
@@ -261,10 +245,9 @@ void SlideShow::deleteAndGoOn()
         return;
     }
     if (isDeleted) {
-        countStepsFromPresent();
-        m_prevStep = m_step; // the follower comes as soon as it is decoded
+        m_cycle.awaitPresent();
         if (!m_decodingItem) {
-            startPicture(currentPicture());
+            startPicture(m_cycle.present());
         }
     }
     resume();

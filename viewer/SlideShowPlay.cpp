@@ -1,15 +1,12 @@
 // SPDX-License-Identifier: MIT
-// The cycle of decoding, waiting and drawing.
-#include "platform/screen/QDirectPainter.h"
+// Decoding, waiting and drawing, and the steps of the user.
 #include "viewer/SlideMenu.h"
 #include "viewer/SlideShow.h"
-#include "viewer/slideOrder.h"
+#include "viewer/slideWait.h"
 
 #include <QFile>
 #include <QMessageBox>
 #include <QScopedValueRollback>
-
-#include <algorithm>
 
 using lumi::DecodeError;
 using lumi::SlideRaster;
@@ -17,35 +14,34 @@ using lumi::SlideSign;
 
 namespace {
 
-/// From a file that is gone, or a failure with nothing to look at, to what comes next.
+/// From a missing file, or a failure that no picture has to wait for, to what comes next.
 constexpr int kSkipMs = 10;
+/// From the key to the previous picture, whose raster is kept.
+constexpr int kPlayBackMs = 1;
 
 } // namespace
-
-FPVItemImage *SlideShow::currentPicture() const
-{
-    return qobject_cast<FPVItemImage *>(m_playList.current());
-}
 
 bool SlideShow::isInterrupted() const
 {
     return m_menu || m_box;
 }
 
-bool SlideShow::isStepPending() const
+/// Nothing may be drawn.
+bool SlideShow::isHeld() const
 {
-    return m_prevStep.has_value();
+    return m_ended || m_failed || isInterrupted();
+}
+
+/// A picture has been shown and is to keep its time: the user did not ask for another one.
+bool SlideShow::isDelayRunning() const
+{
+    return m_autoMode && m_screen.hasPresent() && !m_cycle.isStepPending();
 }
 
 /// A picture is decoded and was not drawn yet.
 bool SlideShow::isReady() const
 {
-    return m_decodeDone && m_nextRaster && m_nextRaster != m_curRaster;
-}
-
-bool SlideShow::roundsAreOver() const
-{
-    return m_autoMode && m_loopCount != 0 && m_loopsDone >= m_loopCount;
+    return m_decodeDone && m_screen.isNextNew();
 }
 
 void SlideShow::startPicture(FPVItemImage *item)
@@ -54,13 +50,6 @@ void SlideShow::startPicture(FPVItemImage *item)
     m_playBackTimer.stop();
     leaveDecoding();
     m_decodingItem = item;
-    if (item == nullptr) {
-        if (m_autoMode) {
-            m_paused = false;
-            m_slideTimer.start(m_delay);
-        }
-        return;
-    }
     if (!QFile::exists(item->path())) {
         skipMissing(item);
         return;
@@ -68,13 +57,13 @@ void SlideShow::startPicture(FPVItemImage *item)
     connect(item, &FPVItemImage::decodeComplete, this, &SlideShow::decodeComplete);
     connect(item, &FPVItemImage::decodeUpdate, this, &SlideShow::watchDecode);
     m_decodeTimer.start();
-    QSize request = m_screenSize;
-    if (!item->startDecode(m_depth, nullptr, &request)) {
+    QSize request = m_screen.size();
+    if (!item->startDecode(m_screen.depth(), nullptr, &request)) {
         noteFailure();
     }
 }
 
-/// What is being decoded will not be drawn.
+/// Ends the decode under way, whose picture is then not drawn.
 void SlideShow::leaveDecoding()
 {
     if (m_decodingItem) {
@@ -84,7 +73,7 @@ void SlideShow::leaveDecoding()
     m_decodeDone = false;
 }
 
-/// A decode that fails after its start tells of it by an update.
+/// A decode that fails after its start emits an update.
 void SlideShow::watchDecode()
 {
     if (m_decodingItem && m_decodingItem->errorCode() != DecodeError::None) {
@@ -92,86 +81,61 @@ void SlideShow::watchDecode()
     }
 }
 
-/// The picture on the screen keeps its time.
+/// A picture on the screen keeps its time.
 void SlideShow::noteFailure()
 {
     m_failed = true;
-    const bool somebodyLooks = m_autoMode && m_curRaster && !isStepPending();
-    m_redrawTimer.start(somebodyLooks ? m_delay : kSkipMs);
+    m_redrawTimer.start(isDelayRunning() ? m_delay : kSkipMs);
 }
 
 void SlideShow::skipMissing(FPVItemImage *item)
 {
-    const bool wasLast = dropPicture(item);
-    if (m_playList.isEmpty()) {
+    dropPicture(item);
+    if (m_cycle.isEmpty()) {
         end(ToBrowser);
         return;
     }
-    if (wasLast) {
-        startNewRound();
-    }
-    if (!m_startItem || isStepPending()) {
-        countStepsFromPresent(); // a step that led to the lost file is done
-    }
+    m_cycle.repairSteps();
     m_slideTimer.start(kSkipMs);
 }
 
-/// Takes a picture out of both lists, and a failure to decode it with it; the play list then
-/// stands on its follower. True if it was the last one of a round.
-bool SlideShow::dropPicture(FPVItemImage *item)
+/// Takes a picture out of both lists. If it could not be decoded, that failure is forgotten.
+void SlideShow::dropPicture(FPVItemImage *item)
 {
     m_failed = m_failed && m_decodingItem != item;
-    for (QPointer<FPVItemImage> *pointer : {&m_decodingItem, &m_shownItem, &m_startItem}) {
+    for (QPointer<FPVItemImage> *pointer : {&m_decodingItem, &m_shownItem}) {
         if (*pointer == item) {
             pointer->clear();
         }
     }
-    const int place = m_playList.findRef(item);
-    const bool wasLast = place == m_playList.count() - 1;
-    m_playList.remove(place);
+    m_cycle.remove(item, m_decodingItem);
     m_sourceList->remove(m_sourceList->findRef(item)); // deletes it
-    return wasLast;
-}
-
-void SlideShow::startNewRound()
-{
-    m_playList.first();
-    ++m_loopsDone;
-    m_aheadInNewRound = true;
-}
-
-/// What steps are counted from is gone: the play list's present picture takes its place.
-void SlideShow::countStepsFromPresent()
-{
-    m_startItem = currentPicture();
-    m_step = 0;
-    m_aheadInNewRound = false;
 }
 
 void SlideShow::slot_timeout()
 {
-    if (m_ended || m_failed || isInterrupted()) {
+    if (isHeld()) {
         return;
     }
     if (!m_decodingItem) {
         playPresent();
         return;
     }
-    // A picture that is still being decoded comes as soon as it is ready.
+    // A picture that is still being decoded is drawn by decodeComplete().
     m_paused = false;
     if (m_decodeDone) {
         ScreenOut();
     }
 }
 
-/// After a loss: the follower of what is gone.
+/// After a picture was dropped: its follower.
 void SlideShow::playPresent()
 {
-    m_paused = m_autoMode && m_curRaster && !isStepPending();
+    m_paused = isDelayRunning();
     if (m_paused) {
         m_slideTimer.start(m_delay);
     }
-    startPicture(currentPicture());
+    startPicture(m_cycle.present());
 }
 
 void SlideShow::decodeComplete()
@@ -183,14 +147,14 @@ void SlideShow::decodeComplete()
     item->setInDecodeComplete(false);
     const auto raster = std::make_shared<SlideRaster>();
     if (item->rasterBits() == nullptr
-        || item->decodedRaster(m_depth, &raster->size, nullptr) == nullptr) {
+        || item->decodedRaster(m_screen.depth(), &raster->size, nullptr) == nullptr) {
         return;
     }
     raster->bits = item->takeRaster();
     raster->item = item;
-    m_nextRaster = raster;
+    m_screen.setNext(raster);
     m_decodeDone = true;
-    const bool waits = m_paused && !isStepPending();
+    const bool waits = m_paused && !m_cycle.isStepPending();
     m_paused = false;
     if (!waits) {
         ScreenOut();
@@ -200,16 +164,22 @@ void SlideShow::decodeComplete()
 void SlideShow::ScreenOut()
 {
     m_screenOutTimer.stop();
-    if (m_ended || m_failed || isInterrupted()) {
+    if (isHeld()) {
         return;
     }
-    m_overlay = SlideSign::None;
-    m_step = 0;
-    m_prevStep.reset();
-    m_startItem = m_decodingItem;
-    m_loopsDone = std::max(0, m_loopsDone);
+    m_cycle.setShown(m_decodingItem);
+    if (!m_screen.hasNext()) {
+        return;
+    }
+    if (m_cycle.roundsAreOver()) {
+        end(ToBrowser);
+        return;
+    }
     const QScopedValueRollback<bool> drawing(m_drawing, true);
-    drawNext();
+    m_shownItem = m_screen.showNext();
+    if (m_autoMode) {
+        playOn();
+    }
 }
 
 void SlideShow::ScreenOutRedraw()
@@ -222,30 +192,22 @@ void SlideShow::ScreenOutRedraw()
         reportFailure();
         return;
     }
-    const QScopedValueRollback<bool> drawing(m_drawing, true);
-    drawRaster();
+    m_screen.redraw();
 }
 
 void SlideShow::ScreenOutPlayBack()
 {
     m_playBackTimer.stop();
-    if (m_ended || m_failed || isInterrupted()) {
+    if (isHeld()) {
+        return;
+    }
+    if (!m_screen.hasPrevious()) {
+        m_screen.redraw();
         return;
     }
     const QScopedValueRollback<bool> drawing(m_drawing, true);
-    if (!m_prevRaster) {
-        drawRaster();
-        return;
-    }
-    m_overlay = SlideSign::None;
-    m_step = 0;
-    m_prevStep.reset();
-    m_curRaster = std::move(m_prevRaster);
-    m_prevRaster.reset();
-    m_nextRaster = m_curRaster;
-    m_shownItem = m_curRaster->item;
-    m_startItem = m_shownItem;
-    drawRaster();
+    m_shownItem = m_screen.showPrevious();
+    m_cycle.setShownAgain(m_shownItem);
     leaveDecoding();
     m_decodingItem = m_shownItem;
     m_decodeDone = true;
@@ -255,50 +217,66 @@ void SlideShow::ScreenOutPlayBack()
     }
 }
 
-/// The next picture comes on the screen; in an automatic show the one after it is begun.
-void SlideShow::drawNext()
-{
-    if (!m_nextRaster) {
-        return;
-    }
-    if (roundsAreOver()) {
-        end(ToBrowser);
-        return;
-    }
-    m_prevRaster = m_curRaster;
-    m_curRaster = m_nextRaster;
-    m_shownItem = m_curRaster->item;
-    drawRaster();
-    if (m_autoMode) {
-        playOn();
-    }
-}
-
-void SlideShow::drawRaster()
-{
-    if (!m_curRaster) {
-        return;
-    }
-    QDirectPainter painter(this);
-    uchar *bits = painter.frameBuffer();
-    if (bits != nullptr && painter.depth() == m_depth) {
-        lumi::drawSlide({bits, painter.lineStep(), m_depth, m_screenSize},
-                        {m_curRaster->bits.get(), m_curRaster->size}, m_overlay);
-    }
-}
-
+/// Begins the picture after the one that was just drawn.
 void SlideShow::playOn()
 {
     m_slideTimer.start(lumi::slideWait(m_delay, m_decodeTimer.elapsed()));
     m_paused = true;
-    nextInList();
+    m_cycle.goOn();
+    startPicture(m_cycle.present());
 }
 
-void SlideShow::nextInList()
+void SlideShow::userNext()
 {
-    m_aheadInNewRound = false;
-    if (m_playList.next() == nullptr) {
-        startNewRound();
+    step(SlideSign::Next);
+}
+
+void SlideShow::userPrevious()
+{
+    step(SlideSign::Previous);
+}
+
+void SlideShow::step(SlideSign sign)
+{
+    if (isHeld() || m_cycle.isEmpty()) {
+        return;
     }
-    startPicture(currentPicture());
+    if (m_cycle.roundsAreOver()) {
+        end(ToBrowser);
+        return;
+    }
+    if (m_screen.sign() != SlideSign::None) {
+        m_screen.forgetSign();
+        ScreenOutRedraw();
+    }
+    m_screen.drawSign(sign);
+    m_paused = false;
+    if (m_autoMode) {
+        m_slideTimer.stop();
+        m_cycle.step(sign == SlideSign::Next ? 1 : -1);
+    } else if (sign == SlideSign::Next) {
+        m_cycle.goOn();
+    } else {
+        m_cycle.goBack();
+    }
+    goTo(m_cycle.present(), sign);
+}
+
+/// Takes what is there already, if it is: the picture decoded ahead or the previous one.
+void SlideShow::goTo(FPVItemImage *item, SlideSign sign)
+{
+    const bool isAhead = item == m_decodingItem && (!m_decodeDone || isReady());
+    if (isAhead) {
+        if (m_decodeDone) {
+            ScreenOut();
+        }
+        return; // a picture that is still being decoded is drawn by decodeComplete()
+    }
+    if (sign == SlideSign::Next || !m_screen.isPrevious(item) || !QFile::exists(item->path())) {
+        startPicture(item);
+        return;
+    }
+    leaveDecoding();
+    m_decodingItem = item;
+    m_playBackTimer.start(kPlayBackMs);
 }

@@ -30,7 +30,7 @@ template <> struct Format<quint32>
 {
     static constexpr quint32 kBlack = kOpaque;
 
-    /// The short channels are stretched, so that full stays full.
+    /// The channels are stretched so that full intensity stays full.
     static quint32 fromRgb565(quint16 pixel)
     {
         const quint32 r = pixel >> 11;
@@ -70,8 +70,8 @@ template <class Pixel> void drawSign(const SlideTarget &target, SlideSign sign)
     }
 }
 
-/// How many pixels of a row the picture may write. The place that is spared is not the one of
-/// the sign: the rule counts columns from the other end.
+/// How many pixels of a row the picture may write. The pixels left out are not those of the sign:
+/// they are counted from the other end of the row.
 int writtenColumns(int row, SlideSign sign, QSize screen)
 {
     const bool isBesideNext

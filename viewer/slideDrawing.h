@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-// The drawing of the slideshow into plain memory: pictures scaled to the nearest pixel, and the
-// signs that answer a key before the next picture is there. Knows no widget and no screen.
-// Format: the screen memory has a row for each pixel of the screen's width, and in a row one
-// pixel for each of its height, from the bottom up.
+// Draws pictures and signs of the slideshow into plain memory. Pictures are scaled to the nearest
+// pixel. A sign answers a key before the next picture is decoded.
+// Format: the memory has a row for each pixel of the screen's width. A row has a pixel for each of
+// the screen's height, from the bottom up.
 #pragma once
 
 #include <QSize>
@@ -27,9 +27,9 @@ struct SlideSource
     QSize size;
 };
 
-/// Draws the sign, then the picture over the whole screen, which is black beside it. With a
-/// sign the picture spares the end of some rows; the sign itself it covers. Nothing happens for
-/// an empty picture or another depth.
+/// Draws the sign, then the picture over the whole screen, black beside it. With a sign the picture
+/// leaves out the end of some rows but covers the sign itself. Nothing happens for an empty picture
+/// or another depth.
 void drawSlide(const SlideTarget &target, const SlideSource &source, SlideSign sign);
 
 /// Draws the sign alone: next at the right, previous at the left, both at the bottom.

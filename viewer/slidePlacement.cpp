@@ -15,7 +15,7 @@ qint64 ratio(int screen, int picture)
 lumi::SlideSpan centred(int picture, int screen, qint64 numerator, qint64 denominator)
 {
     const auto length = static_cast<int>(picture * numerator / denominator);
-    // With the picture's own side odd it lies one pixel further on: kept as it is, pixel for pixel.
+    // A picture with an odd side lies one pixel further on. The handheld places it like that.
     return {(screen >> 1) - (length >> 1) + (picture & 1), length};
 }
 

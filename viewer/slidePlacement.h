@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Where a picture of the slideshow lies on the screen: as large as it can be with its
-// proportions kept, in the middle. The screen memory is turned as the decoded pictures are (see
-// FPVItemImage): its rows run along the screen's width, its columns along the height.
+// Where a picture of the slideshow lies on the screen: centred, as large as its proportions allow.
+// The screen memory is turned like the decoded pictures (see FPVItemImage): its rows run along the
+// screen's width, its columns along the height.
 #pragma once
 
 #include <QSize>
@@ -10,7 +10,7 @@
 
 namespace lumi {
 
-/// The part of the rows or columns that the scaled picture takes. May reach one past the end.
+/// The rows or columns that the scaled picture takes. May reach one past the end.
 struct SlideSpan
 {
     int first = 0;
@@ -28,11 +28,11 @@ struct SlidePlacement
     qint64 denominator = 1;
 };
 
-/// Both sizes upright, as width and height. Without pixels on either side nothing is taken.
+/// Both sizes are upright. An empty size gives empty spans.
 [[nodiscard]] SlidePlacement placeSlide(QSize picture, QSize screen);
 
-/// For each of count rows (or columns) of the screen the row of the picture, which has `length`
-/// of them, or -1 where it is black.
+/// For each of count rows (or columns) of the screen: the row of the picture, which has `length` of
+/// them, or -1 for black.
 [[nodiscard]] std::vector<int> slideSources(const SlidePlacement &placement, SlideSpan span,
                                             int length, int count);
 

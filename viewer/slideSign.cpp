@@ -7,14 +7,14 @@
 namespace {
 
 constexpr int kLast = lumi::kSlideSignSide - 1;
-/// The frame: this far in from the edge, this wide.
+/// Of the frame: distance from the edge and width.
 constexpr int kFrameInset = 1;
 constexpr int kFrameWidth = 2;
-/// The arrow, from its tip to its base. It grows by this many half pixels a column.
+/// Columns of the arrow's tip and base. It grows by this many half pixels per column.
 constexpr int kArrowTip = 9;
 constexpr int kArrowBase = 28;
 constexpr int kArrowGrowth = 2;
-/// Twice the distance from the middle that the arrow has at its base, and so have the bars.
+/// Twice the distance of the edge of base and bars from the middle.
 constexpr int kReach = (kArrowBase - kArrowTip) * kArrowGrowth;
 
 struct Bar
@@ -25,7 +25,7 @@ struct Bar
 
 constexpr Bar kBars[] = {{33, 39}, {43, 46}, {49, 50}};
 
-/// x from the left of the sign, y from its bottom.
+/// x counts from the left of the sign, y from its bottom.
 constexpr bool isFrame(int x, int y)
 {
     const int distance = std::min({x, y, kLast - x, kLast - y});

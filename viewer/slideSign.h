@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// The sign of a step in the slideshow: a frame, in it an arrow to the left that trails bars.
-// Format: RGB565, in the order of the screen memory: rows from the left of the screen to the
-// right, in each the pixels from the bottom up. Read from its end it points to the right.
+// The sign of a step in the slideshow: an arrow to the left with bars behind it, in a frame.
+// Format: RGB565 in the order of the screen memory: rows from the left to the right, the pixels of
+// a row from the bottom up. Read backwards the arrow points to the right.
 #pragma once
 
 #include <QtGlobal>

@@ -35,8 +35,8 @@ bool isDrawable(const ZoomSource &source, const QRect &area)
         && !area.isEmpty();
 }
 
-/// Line pixel i becomes row pixel places[i]. Loading several before storing any keeps more loads
-/// under way: nothing says here that row and line don't overlap.
+/// Line pixel i becomes row pixel places[i]. The compiler must assume that row and line overlap.
+/// Loading several pixels before storing any lets the processor load them in parallel.
 template <typename Pixel> void gather(const Pixel *row, const int *places, int count, Pixel *line)
 {
     constexpr int kAtOnce = 8;
@@ -52,7 +52,7 @@ template <typename Pixel> void gather(const Pixel *row, const int *places, int c
     }
 }
 
-/// What is drawn into one line of the memory after another.
+/// Draws the lines of the memory one after the other.
 template <typename Pixel> class Painter
 {
 public:
@@ -72,10 +72,10 @@ private:
     const ZoomTarget &m_target;
     Placement m_placement;
     int m_room;    ///< pixels of a line
-    bool m_isOpen; ///< every pixel of the place may be written
+    bool m_isOpen; ///< every pixel of the area may be written
     std::unique_ptr<Pixel[]> m_line;
     std::unique_ptr<Pixel[]> m_gray;
-    std::unique_ptr<int[]> m_places; ///< in a raster row, of each pixel of the picture
+    std::unique_ptr<int[]> m_places; ///< index in a raster row of each visible pixel
 };
 
 template <typename Pixel>
@@ -111,7 +111,7 @@ template <typename Pixel> Pixel *Painter<Pixel>::lineAt(int index) const
     return reinterpret_cast<Pixel *>(bits) + start.x();
 }
 
-/// Makes a whole line of a row, with the margins on both sides.
+/// Fills a whole line from a raster row, with the margins on both sides.
 template <typename Pixel> void Painter<Pixel>::takeRow(int row, Pixel *line) const
 {
     const ZoomPlacement &down = m_placement.down;
@@ -120,7 +120,7 @@ template <typename Pixel> void Painter<Pixel>::takeRow(int row, Pixel *line) con
     Pixel *picture = std::copy_n(m_gray.get(), m_room - down.margin - down.shown, line);
     std::copy_n(m_gray.get(), down.margin, picture + down.shown);
     if (m_source.percent == lumi::kFullSize) {
-        // Those of a row lie side by side.
+        // At full size the pixels of a row are adjacent.
         std::copy_n(pixels + m_places[0], down.shown, picture);
     } else {
         gather(pixels, m_places.get(), down.shown, picture);
@@ -155,7 +155,7 @@ template <typename Pixel> void Painter<Pixel>::paint()
             write(taken, i);
             continue;
         }
-        // Where nothing is in the way a row goes to its place at once.
+        // If no window covers the area, the row is written straight into the memory.
         Pixel *line = m_isOpen ? lineAt(i) : m_line.get();
         takeRow(row, line);
         taken = line;

@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: MIT
-// Draws a turned raster at some percent into memory that is turned alike: a line of the memory
-// is a column of the screen, a row of the raster is a column of the photo, and both count from
-// the bottom up. Each pixel is the raster's nearest, with a gray margin round a picture that
-// is smaller than its place.
-// This is the whole cost of a zoom or a move of the pen, so nothing is computed per pixel: the
-// places in a raster row are the same for all lines and are found once, and lines that show the
-// same row are copies of one.
+// Draws a turned raster at some percent into memory that is turned alike: a line of the memory is a
+// column of the screen, a row of the raster is a column of the photo, and both count from the
+// bottom up. Each pixel is the nearest one of the raster. A picture smaller than its place gets a
+// gray margin.
+// This runs for each zoom and each move of the pen, so nothing is computed per pixel: the places
+// within a raster row are computed once for all lines, and lines that show the same row are copied.
 #pragma once
 
 #include <QPoint>
@@ -23,7 +22,7 @@ struct ZoomSource
 {
     const uchar *raster; ///< size.width() rows of size.height() pixels
     QSize size;          ///< not turned
-    QPoint origin;       ///< the photo pixel at the top left of a picture larger than its place
+    QPoint origin;       ///< the photo pixel at the top left, if the picture exceeds its place
     int percent;
     int depth; ///< of raster and target: 16 or 32
 };
@@ -32,15 +31,15 @@ struct ZoomTarget
 {
     uchar *bits;
     int lineStep;   ///< bytes
-    QRect area;     ///< the place of the picture: x counts pixels of a line, y lines
-    QRegion region; ///< the only pixels to be written
+    QRect area;     ///< place of the picture: x counts pixels of a line, y counts lines
+    QRegion region; ///< only these pixels are written
 };
 
-/// The origin that is drawn when another one is wanted: never past the raster, and 0 along an
-/// axis on which all of the picture is on show. area: of the target.
+/// The nearest origin that can be drawn: never past the raster, and 0 along an axis on which the
+/// whole picture is visible. area: of the target.
 [[nodiscard]] QPoint zoomOrigin(const ZoomSource &source, const QRect &area);
 
-/// Draws nothing without pixels to take or to write, or without memory for a line.
+/// Draws nothing if source or target is empty, or without memory for a line.
 void paintZoomed(const ZoomSource &source, const ZoomTarget &target);
 
 } // namespace lumi

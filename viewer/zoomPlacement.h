@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
-// Where a picture drawn at some percent lies in a viewport, along one axis: either it is
-// smaller and stands in the middle, or it is larger and a part of it fills the viewport.
+// Where a picture drawn at some percent lies in a viewport, along one axis. A smaller picture is
+// centred. Of a larger one a part fills the viewport.
 #pragma once
 
 namespace lumi {
 
 struct ZoomPlacement
 {
-    int origin = 0; ///< the first raster pixel on show
+    int origin = 0; ///< the first visible raster pixel
     int margin = 0; ///< viewport pixels before the picture
     int shown = 0;  ///< viewport pixels of the picture; each has its pixel in the raster
 
@@ -22,8 +22,8 @@ struct ZoomPlacement
 }
 
 /// length: raster pixels along the axis; origin: the wanted first one; room: viewport pixels.
-/// All but origin must be above 0. A picture is at least one pixel large at any percent. The
-/// last pixel of a picture is the last that can be reached.
+/// All but origin must be above 0. A picture is at least one pixel large at any percent. It can be
+/// moved until its last pixel is visible.
 [[nodiscard]] ZoomPlacement zoomPlacement(int length, int percent, int origin, int room);
 
 } // namespace lumi

@@ -18,10 +18,7 @@ bool FPVPictureView::setItem(FPVItemObject *item, bool refresh)
     m_pixmap.reset();
     m_item = qobject_cast<FPVItemImage *>(item);
     if (refresh) {
-        QResizeEvent event(size(), size());
-        m_refreshing = true;
-        resizeEvent(&event);
-        m_refreshing = false;
+        showPicture();
     }
     return true;
 }
@@ -29,7 +26,7 @@ bool FPVPictureView::setItem(FPVItemObject *item, bool refresh)
 void FPVPictureView::resizeEvent(QResizeEvent *event)
 {
     QLabel::resizeEvent(event);
-    if (m_refreshing || event->size() != event->oldSize()) {
+    if (event->size() != event->oldSize()) {
         showPicture();
     }
 }
@@ -40,13 +37,8 @@ void FPVPictureView::showPicture()
         const QSize fit = m_item->fitSize(size());
         m_pixmap.reset(m_item->decodedPixmap(fit.width(), fit.height()));
     }
-    // A picture that can't be decoded leaves the place empty.
+    // If the picture cannot be decoded, the widget is empty.
     setPixmap(m_item && m_pixmap ? *m_pixmap : QPixmap());
-}
-
-void FPVPictureView::mousePressEvent(QMouseEvent *event)
-{
-    QLabel::mousePressEvent(event);
 }
 
 void FPVPictureView::mouseReleaseEvent(QMouseEvent *event)
@@ -55,7 +47,7 @@ void FPVPictureView::mouseReleaseEvent(QMouseEvent *event)
     const QPoint at = event->position().toPoint();
     const bool isInside = rect().contains(at) && at.x() > 0 && at.y() > 0;
     if (isInside && m_item) {
-        // Whoever opens the picture may stay long: nothing is left to do here afterwards.
+        // The receiver may run an event loop for a long time, so this comes last.
         event->accept();
         Q_EMIT decided(m_item);
     }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// One picture, as large as the place it is given, that can be tapped. It decodes an item once
-// and keeps the pixmap, so that a new size of the place costs no second decoding.
-// Owns: the pixmap. The item is the list's and may die at any time: then there is none.
+// One picture that fills its widget and can be tapped. It decodes an item once and keeps the
+// pixmap, so a change of size needs no second decode.
+// Owns: the pixmap. The item belongs to its list and may be deleted at any time.
 #pragma once
 
 #include "items/FPVItemImage.h"
@@ -20,22 +20,21 @@ public:
     explicit FPVPictureView(QWidget *parent = nullptr);
     ~FPVPictureView() override;
 
-    /// Takes another item; whatever is no picture counts as none. With refresh it is decoded
-    /// and shown before this returns, else at the next change of size. Always true.
+    /// Shows another item. An item that is not a picture counts as none. With refresh it is decoded
+    /// and shown before this returns, otherwise at the next change of size. Always true.
     bool setItem(FPVItemObject *item, bool refresh);
 
-    /// Null when there is none, or when it has died.
+    /// Null if there is none or it was deleted.
     [[nodiscard]] FPVItemImage *item() const { return m_item; }
 
 Q_SIGNALS:
-    /// Part of the interface; nothing emits it.
+    /// Part of the interface. Never emitted.
     void clicked(QMouseEvent *event);
     /// The picture was tapped.
     void decided(FPVItemObject *item);
 
 protected:
     void resizeEvent(QResizeEvent *event) override;
-    void mousePressEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
 
 private:
@@ -43,5 +42,4 @@ private:
 
     QPointer<FPVItemImage> m_item;
     std::unique_ptr<QPixmap> m_pixmap;
-    bool m_refreshing = false;
 };

@@ -12,9 +12,9 @@ namespace {
 
 /// From one thumbnail to the next, so that the event loop runs in between.
 constexpr int kChainMs = 10;
-/// Where nobody has told a size yet.
+/// The box of a thumbnail if no size was given.
 constexpr QSize kDefaultThumbnail(80, 60);
-/// Size of a text label before it is laid out; it keeps the height.
+/// Size of a text label before the layout, which keeps the height.
 constexpr QSize kTextLabel(100, 30);
 
 } // namespace
@@ -108,7 +108,7 @@ bool FPVThumbnailItem::setDetailVisible(bool show, bool relayout)
 bool FPVThumbnailItem::setCheckVisible(bool show, bool relayout)
 {
     m_checkVisible = show;
-    // A box that stands already is kept: the pen may be on it.
+    // An existing box is kept: the pen may be on it.
     if (show && m_checkBox == nullptr && isPicture()) {
         m_checkBox = new MyImageCheckBox(m_metrics->checkOn, m_metrics->checkOff, this);
         m_checkBox->hide();
@@ -171,7 +171,7 @@ void FPVThumbnailItem::leavePage()
     }
     m_item = nullptr;
     m_next = nullptr;
-    // A dying widget whose proxy has the keyboard focus would take it along.
+    // If the focus proxy has the keyboard focus, deleting this widget would clear the focus.
     setFocusProxy(nullptr);
 }
 
@@ -214,7 +214,7 @@ void FPVThumbnailItem::mouseReleaseEvent(QMouseEvent *event)
 
 void FPVThumbnailItem::mouseDoubleClickEvent(QMouseEvent *event)
 {
-    // The base makes a press of it.
+    // The base class handles it as a press.
     QFrame::mouseDoubleClickEvent(event);
     event->accept();
 }

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-// One cell on a page of the thumbnail view: a frame with a picture and, by display mode, a
-// name, a detail line and a check box. It comes up in stages: frame, name and a black
-// placeholder at once, thumbnail and check box when its turn in the chain of cells comes.
-// It lives as long as its page; the item behind it may die earlier and then counts as none.
+// One cell on a page of the thumbnail view: a frame with a picture and, depending on the display
+// mode, a name, a detail line and a check box. Frame, name and a black placeholder appear at once,
+// thumbnail and check box when the chain of cells reaches the cell.
+// It lives as long as its page. Its item may be deleted earlier.
 // Owns: the thumbnail and its parts.
 #pragma once
 
@@ -25,43 +25,43 @@ class FPVThumbnailItem : public QFrame
     Q_OBJECT
 
 public:
-    /// index: the item's place in its list. metrics: lent by the view, outlives the cell.
+    /// index: of the item in its list. metrics: lent by the view, outlives the cell.
     FPVThumbnailItem(QWidget *parent, FPVItemObject *item, const FPVThumbnailMetrics *metrics,
                      int index);
     ~FPVThumbnailItem() override;
 
-    /// The thumbnail that fits w x h, null if there is none. A side that isn't positive means
-    /// the thumbnail at hand, if any, and else one of 80 x 60. Lent: the cell keeps it.
+    /// The thumbnail that fits w x h, null if there is none. A side that is not positive means the
+    /// thumbnail loaded before, if any, else one that fits 80 x 60. Lent: the cell keeps it.
     QPixmap *loadThumbnail(int w, int h);
-    /// These show or hide a part and lay the cell out anew if asked. False where a picture has
-    /// no thumbnail and stays a black placeholder.
+    /// These show or hide a part, and lay the cell out again if relayout is set. False if a picture
+    /// has no thumbnail and stays a black placeholder.
     bool setPictureVisible(bool show, bool relayout);
     bool setNameVisible(bool show, bool relayout);
     bool setDetailVisible(bool show, bool relayout);
-    /// Photos only. The box takes its room at once but is not seen before viewthumbnail().
+    /// Photos only. The box takes its place at once but appears with viewthumbnail().
     bool setCheckVisible(bool show, bool relayout);
-    /// A black picture of this size where a photo's thumbnail will be; loads nothing.
+    /// A black picture of this size in place of a photo's thumbnail. Loads nothing.
     void showPlaceholder(QSize size);
-    /// Whether the cursor is here; it is drawn while the view has the keyboard focus.
+    /// Whether the cursor is here. It is drawn while the view has the keyboard focus.
     void setFocusMark(bool on, bool relayout);
-    /// The thumbnail loads after so many milliseconds.
+    /// The thumbnail is loaded after this many milliseconds.
     void startChain(int ms);
     void stopChain();
-    /// next: the cell whose turn comes after this one, or null. size: the box for the thumbnail.
+    /// next: the following cell of the chain, or null. size: the box for the thumbnail.
     void setNext(FPVThumbnailItem *next, QSize size, bool wantCheck);
     void toggleItemCheck(bool on);
     void relayout();
-    /// Cuts the ties to item, chain and timer: the cell is about to go.
+    /// Disconnects the cell from item, chain and timer before it is deleted.
     void leavePage();
 
-    /// Null once the item has died or the cell has left its page.
+    /// Null after the item was deleted or the cell has left its page.
     [[nodiscard]] FPVItemObject *item() const { return m_item; }
 
     [[nodiscard]] int index() const { return m_index; }
 
 Q_SIGNALS:
-    /// A tap; with null the first half of a tap on a photo's name, which unsets the cursor so
-    /// that the second half selects and never opens.
+    /// A tap. A tap on a photo's name emits null first, which removes the cursor, so that the tap
+    /// selects the photo and never opens it.
     void clicked(FPVThumbnailItem *cell);
     /// A tap on a folder that ended inside it.
     void decided(FPVThumbnailItem *cell);
@@ -112,8 +112,8 @@ private:
     bool m_detailVisible = false;
     bool m_checkVisible = false;
     bool m_focusMark = false;
-    bool m_hadTurn = false;            ///< in the chain: from then on the check box is seen
-    std::optional<bool> m_hasPictures; ///< asked once: it reads the folder
+    bool m_hadTurn = false;            ///< the chain was here: the check box is visible
+    std::optional<bool> m_hasPictures; ///< asked once because it reads the folder
     FPVThumbnailMetrics::Frame m_frame = FPVThumbnailMetrics::Picture;
     bool m_isFocused = false;
 };

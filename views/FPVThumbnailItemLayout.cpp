@@ -11,16 +11,16 @@
 
 namespace {
 
-/// The frame's inner box: first column and line, and how far the last ones lie from the size.
+/// The frame's inner box: first column, first line, and the margin at the other end.
 constexpr int kInnerLeft = 2;
 constexpr int kInnerTop = 2;
 constexpr int kInnerMargin = 3;
 /// Between the check box and the text beside it.
 constexpr int kNameGap = 6;
 constexpr int kDetailGap = 1;
-/// Between a text and the left edge of its label, where the text leaves so much.
+/// Between a text and the left edge of its label, if the text leaves enough room.
 constexpr int kTextIndent = 4;
-/// Where the labels begin in a cell without any, from the bottom.
+/// Height of the label area of a cell without labels.
 constexpr int kNoLabels = 4;
 
 void indentText(QLabel *label)
@@ -36,7 +36,7 @@ void FPVThumbnailItem::relayout()
     if (!m_item) {
         return;
     }
-    // Hidden before and shown after the moves, so that nothing is painted in between.
+    // Parts are hidden before they move and shown afterwards, so that they are painted once.
     hideParts();
     int labelsTop = height() - kNoLabels;
     labelsTop = placeCheckBox(labelsTop);
@@ -161,7 +161,7 @@ void FPVThumbnailItem::applyFocus()
 {
     m_frame = frameKind();
     m_isFocused = m_focusMark && hasFocus();
-    // What lies behind need not be painted then.
+    // Nothing behind the frame is visible then.
     setAttribute(Qt::WA_OpaquePaintEvent, isCoveredBy(m_metrics->frame(m_frame, m_isFocused)));
     const QPalette &palette = m_metrics->palette(m_isFocused);
     if (m_nameLabel != nullptr && m_nameVisible) {

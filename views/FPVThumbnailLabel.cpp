@@ -6,7 +6,7 @@
 FPVThumbnailLabel::FPVThumbnailLabel(QWidget *cell)
     : QLabel(cell)
 {
-    // Names of files must not be taken for markup.
+    // File names are not markup.
     setTextFormat(Qt::PlainText);
     setFocusProxy(cell);
 }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The label from which a cell of the thumbnail view is built: a QLabel that passes its mouse
-// events on as signals. It takes the events, so that the cell below doesn't see them twice.
+// A label of a cell of the thumbnail view. It emits its mouse events as signals and accepts them,
+// so that the cell does not get them twice.
 #pragma once
 
 #include <QLabel>
@@ -22,7 +22,7 @@ Q_SIGNALS:
 protected:
     void mousePressEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
-    /// The second press of a double tap is a press as well: mousePress() comes first.
+    /// mousePress() comes first: the second press of a double tap is also a press.
     void mouseDoubleClickEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
 };

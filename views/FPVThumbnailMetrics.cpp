@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "views/FPVThumbnailMetrics.h"
 
-#include "platform/Resource.h"
+#include "app/common/loadPixmap.h"
 #include "views/pageArithmetic.h"
 
 #include <optional>
@@ -19,15 +19,10 @@ constexpr FrameNames kSmallFrames = {
     "frame_folder_ps", "frame_folder_ps_on", "frame_folder_s_back", "frame_folder_s_back_on",
 };
 
-QPixmap loadPixmap(const char *name)
-{
-    return Resource::loadPixmap(QLatin1String("lumivault/") + QLatin1String(name));
-}
-
-/// The picture at exactly this size, with the dots of a dense screen if it has them.
+/// The picture at exactly this size, in the resolution of a dense screen if there is one.
 QImage scaledFrame(const char *name, QSize size)
 {
-    const QImage image = loadPixmap(name).toImage();
+    const QImage image = lumi::loadPixmap(name).toImage();
     if (image.isNull()) {
         return image;
     }
@@ -70,6 +65,6 @@ void FPVThumbnailMetrics::loadPictures()
     for (std::size_t i = 0; i < frames.size(); ++i) {
         frames.at(i) = scaledFrame(names.at(i), pitch);
     }
-    checkOff = loadPixmap(showName ? "check_l" : "check_s");
-    checkOn = loadPixmap(showName ? "check_l_on" : "check_s_on");
+    checkOff = lumi::loadPixmap(showName ? "check_l" : "check_s");
+    checkOn = lumi::loadPixmap(showName ? "check_l_on" : "check_s_on");
 }

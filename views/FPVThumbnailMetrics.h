@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
-// One display mode of the thumbnail view: its grid, what a cell shows, and, once it has been
-// laid out, sizes and pictures. Passed by value; the view keeps the copy that is in use and
-// the cells of a page look things up there, so that frames are scaled once per layout.
+// One display mode of the thumbnail view: its grid, the parts of a cell and, after the layout,
+// sizes and pictures. Passed by value. The cells of a page use the view's copy, so that frames are
+// scaled once per layout.
 #pragma once
+
+#include "platform/screen/panel.h"
 
 #include <QImage>
 #include <QPalette>
@@ -14,16 +16,16 @@
 class FPVThumbnailMetrics
 {
 public:
-    /// Frames come in pairs: the second of each is that of the cell under the cursor.
+    /// Each frame has a second version for the cell with the cursor.
     enum Frame : int { Picture, Folder, PicturesFolder, Back, FrameKinds };
 
     /// No cells at all.
     FPVThumbnailMetrics() = default;
-    /// modeKind: 'l', 's' or 'd', under which the mode's thumbnails are kept.
+    /// modeKind: 'l', 's' or 'd', part of the key under which thumbnails are stored.
     FPVThumbnailMetrics(char modeKind, int across, int down);
 
-    /// The page's cells and pictures, for bars of this width (vertical) and height
-    /// (horizontal); 0 for a bar that is not in use. Does nothing without columns or rows.
+    /// Computes the sizes and loads the pictures. bars: width of the vertical and height of the
+    /// horizontal bar, 0 for a bar that is not in use. Does nothing without columns or rows.
     void layOut(QSize bars);
 
     [[nodiscard]] const QImage &frame(Frame frame, bool isFocused) const;
@@ -45,8 +47,8 @@ public:
     std::array<QImage, std::size_t{2} * FrameKinds> frames;
     QPixmap checkOff;
     QPixmap checkOn;
-    QPalette normalPalette{QColor(0xAC, 0xAC, 0xAC)};
-    QPalette focusedPalette{QColor(0xE8, 0x94, 0x5A)};
+    QPalette normalPalette{QColor(lumi::kCellColor)};
+    QPalette focusedPalette{QColor(lumi::kChosenColor)};
 
 private:
     void loadPictures();

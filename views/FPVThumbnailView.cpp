@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
+// Modes, layout and the change of pages.
 #include "views/FPVThumbnailView.h"
 
 #include "items/FPVItemList.h"
 #include "platform/QPEApplication.h"
-#include "platform/toolkit/BackgroundWidget.h"
 #include "platform/toolkit/PagingScrollBar.h"
 #include "views/FPVThumbnailItem.h"
+#include "views/ThumbnailPage.h"
 
 #include <QBoxLayout>
 #include <QFile>
@@ -17,11 +18,9 @@ namespace {
 
 /// From a page change to the cells of the new page.
 constexpr int kFillMs = 30;
-/// From the cells to the first thumbnail.
-constexpr int kFirstThumbnailMs = 10;
 /// Wide enough for a finger.
 constexpr int kBarThickness = 24;
-/// A view is laid out only if something is left of its size inside this border.
+/// A view without room inside this border is not laid out.
 constexpr int kBorder = 2;
 
 } // namespace
@@ -36,9 +35,9 @@ FPVThumbnailView::FPVThumbnailView(QWidget *parent, FPVItemList *list)
     setFocusPolicy(Qt::WheelFocus);
     setFrameStyle(QFrame::NoFrame);
     viewport()->setFocusProxy(this);
-    // What the view lies on shows between two pages and outside the cells.
+    // The parent is visible between two pages and outside the cells.
     viewport()->setAutoFillBackground(false);
-    // Its own role is that of text fields, and the cells' labels would take it over.
+    // The default role is that of text fields, and the cells' labels would inherit it.
     viewport()->setBackgroundRole(QPalette::Window);
     m_vBar->setFixedWidth(kBarThickness);
     m_hBar->setFixedHeight(kBarThickness);
@@ -61,21 +60,20 @@ void FPVThumbnailView::setList(FPVItemList *list)
 
 void FPVThumbnailView::setVerticalMode(bool relayout)
 {
-    m_horizontal = false;
-    m_barLayout->setDirection(QBoxLayout::LeftToRight);
-    m_vBar->show();
-    m_hBar->hide();
-    if (relayout) {
-        resizeEvent(nullptr);
-    }
+    setMode(false, relayout);
 }
 
 void FPVThumbnailView::setHorizontalMode(bool relayout)
 {
-    m_horizontal = true;
-    m_barLayout->setDirection(QBoxLayout::TopToBottom);
-    m_hBar->show();
-    m_vBar->hide();
+    setMode(true, relayout);
+}
+
+void FPVThumbnailView::setMode(bool isHorizontal, bool relayout)
+{
+    m_horizontal = isHorizontal;
+    m_barLayout->setDirection(isHorizontal ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
+    m_hBar->setVisible(isHorizontal);
+    m_vBar->setVisible(!isHorizontal);
     if (relayout) {
         resizeEvent(nullptr);
     }
@@ -113,7 +111,7 @@ void FPVThumbnailView::resizeEvent(QResizeEvent *event)
     } else {
         resizeContents(m_viewSize.width(), m_viewSize.height());
         rebuildContainer(m_viewSize);
-        // Nobody else fills it again.
+        // Only this timer fills the new page.
         m_loadCursor = m_topIndex;
         m_loadTimer.start(kFillMs);
     }
@@ -192,46 +190,13 @@ void FPVThumbnailView::updateBar(bool setValue)
 
 void FPVThumbnailView::rebuildContainer(QSize size)
 {
-    discardContainer();
-    m_container = new BackgroundWidget(viewport());
-    m_container->setFocusProxy(viewport());
-    m_container->resize(size);
+    if (m_container != nullptr) {
+        m_current = nullptr;
+        m_container->leave();
+    }
+    m_container = new lumi::ThumbnailPage(viewport(), &m_metrics, size);
     m_container->setBackgroundPixmap(m_background);
     addChild(m_container, 0, 0);
-}
-
-void FPVThumbnailView::discardContainer()
-{
-    ++m_generation;
-    if (m_container == nullptr) {
-        return;
-    }
-    // This may run out of a signal of one of the cells: they must outlive it, without being
-    // of any effect.
-    const QList<FPVThumbnailItem *> old = cells();
-    for (FPVThumbnailItem *cell : old) {
-        takeOut(cell);
-    }
-    m_current = nullptr;
-    m_container->setFocusProxy(nullptr);
-    m_container->hide();
-    m_container->setParent(nullptr);
-    m_container->deleteLater();
-    m_container = nullptr;
-}
-
-void FPVThumbnailView::takeOut(FPVThumbnailItem *cell)
-{
-    cell->leavePage();
-    disconnect(cell, nullptr, this, nullptr);
-}
-
-QList<FPVThumbnailItem *> FPVThumbnailView::cells() const
-{
-    if (m_container == nullptr) {
-        return {};
-    }
-    return m_container->findChildren<FPVThumbnailItem *>(QString(), Qt::FindDirectChildrenOnly);
 }
 
 void FPVThumbnailView::itemLoadTime()
@@ -244,79 +209,53 @@ void FPVThumbnailView::itemLoadTime()
 
 void FPVThumbnailView::fillPage()
 {
-    const unsigned generation = m_generation;
+    const QPointer<lumi::ThumbnailPage> page(m_container);
     const int end = std::min(itemCount(), m_topIndex + grid().visibleCount());
-    QPointer<FPVThumbnailItem> first;
-    QPointer<FPVThumbnailItem> previous;
     for (int index = m_loadCursor; index < end; ++index) {
         FPVItemObject *item = m_list->at(index);
-        // Once only: a file that can't be reached by its name would be missing every time.
+        // Once only: a file whose name cannot be encoded would be missing each time.
         if (!m_reloadedForLoss && !QFile::exists(item->path())) {
             m_reloadedForLoss = true;
             reloadFolder();
             return;
         }
-        FPVThumbnailItem *cell = makeCell(item, index);
+        FPVThumbnailItem *cell = addCell(item, index);
         if (index == m_currentIndex) {
             m_current = cell;
             cell->setFocusMark(true, true);
             Q_EMIT selected(item);
-            if (generation != m_generation) {
+            if (!page || page->isStopped()) {
                 return;
             }
         }
-        if (previous) {
-            previous->setNext(cell, m_metrics.imageSize, m_metrics.showCheck);
-        }
-        first = first ? first : QPointer<FPVThumbnailItem>(cell);
-        previous = cell;
     }
     m_loadCursor = itemCount();
     m_reloadedForLoss = false;
-    if (previous) {
-        previous->setNext(nullptr, m_metrics.imageSize, m_metrics.showCheck);
-    }
-    if (first) {
-        first->startChain(kFirstThumbnailMs);
-    }
+    page->startChain();
 }
 
-FPVThumbnailItem *FPVThumbnailView::makeCell(FPVItemObject *item, int index)
+FPVThumbnailItem *FPVThumbnailView::addCell(FPVItemObject *item, int index)
 {
-    auto *cell = new FPVThumbnailItem(m_container, item, &m_metrics, index);
-    cell->setFocusProxy(m_container);
-    item->setThumbnailItem(cell);
     const int place = index - m_topIndex;
-    const QSize pitch = m_metrics.pitch;
-    cell->setGeometry(pitch.width() * (place % m_columns), pitch.height() * (place / m_columns),
-                      pitch.width(), pitch.height());
-    cell->showPlaceholder(m_metrics.imageSize);
-    cell->setCheckVisible(m_metrics.showCheck, false);
-    cell->setNameVisible(m_metrics.showName, false);
-    cell->setDetailVisible(m_metrics.showDetail, true);
+    FPVThumbnailItem *cell
+        = m_container->addCell(item, index, QPoint(place % m_columns, place / m_columns));
     if (item->isPicture()) {
         connect(cell, &FPVThumbnailItem::clicked, this, &FPVThumbnailView::itemselected);
     } else {
         connect(cell, &FPVThumbnailItem::clicked, this, &FPVThumbnailView::folderselected);
         connect(cell, &FPVThumbnailItem::decided, this, &FPVThumbnailView::folderdecided);
     }
-    cell->show();
-    m_container->show();
     return cell;
 }
 
 void FPVThumbnailView::dropCursorThumbnail()
 {
     m_loadTimer.stop();
-    ++m_generation;
-    const QList<FPVThumbnailItem *> page = cells();
-    for (FPVThumbnailItem *cell : page) {
-        cell->stopChain();
+    if (m_container != nullptr) {
+        m_container->stop();
     }
     if (m_current) {
-        takeOut(m_current);
-        m_current->hide();
-        m_current->deleteLater();
+        lumi::ThumbnailPage::takeOut(m_current);
         m_current = nullptr;
     }
 }

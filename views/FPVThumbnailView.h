@@ -1,12 +1,9 @@
 // SPDX-License-Identifier: MIT
-// Shows one page of a folder at a time. A folder may hold thousands of photos on a machine
-// with little memory, so the view doesn't scroll over a canvas: it keeps cells for the page on
-// screen only, throws them away when the page changes and builds new ones: empty at once,
+// Shows one page of a folder at a time. A folder may have thousands of photos and memory is small,
+// so there are cells for the visible page only. A change of page shows an empty page at once,
 // frames, names and placeholders after 30 ms, then one thumbnail every 10 ms.
-// Slots of the view may run nested event loops (the form shows dialogs out of signals of a
-// cell): what goes is first taken out of the view and deleted from the event loop, and a
-// builder that was overtaken by another page stops.
-// Owns: bars, cells and clipboard. The list is the form's.
+// A slot of one of the signals may run an event loop: the form shows dialogs.
+// Owns: bars, page and clipboard. The list belongs to the form.
 #pragma once
 
 #include "files/engine/FPVClipboard.h"
@@ -18,56 +15,59 @@
 #include <QPointer>
 #include <QTimer>
 
-class BackgroundWidget;
 class FPVItemList;
 class FPVItemObject;
 class FPVThumbnailItem;
 class PagingScrollBar;
 class QBoxLayout;
 
+namespace lumi {
+class ThumbnailPage;
+} // namespace lumi
+
 class FPVThumbnailView : public QScrollView
 {
     Q_OBJECT
 
 public:
-    /// list: lent, may be null; it must outlive the view or be replaced.
+    /// list: lent, may be null. It must outlive the view or be replaced.
     FPVThumbnailView(QWidget *parent, FPVItemList *list);
     ~FPVThumbnailView() override;
 
     void setList(FPVItemList *list);
     void setVerticalMode(bool relayout);
     void setHorizontalMode(bool relayout);
-    /// With relayout the page is laid out and built anew.
+    /// With relayout the page is laid out and built again.
     void setMetrics(const FPVThumbnailMetrics &metrics, bool relayout);
     /// Changes the page. top: its first item, -1 for the page of index or, if that is negative
     /// too, for the present page. index becomes the cursor if it is on the page. The page is
-    /// filled from the event loop; several calls within 30 ms fill it once.
+    /// filled from the event loop. Several calls within 30 ms fill it once.
     void showPage(int top, int index, bool setBar);
     /// A lumi::ViewAction.
     void action(int number);
     /// Lists the folder and shows its first page.
     void reload(const QString &path);
-    /// A null pixmap means none.
+    /// A null pixmap removes the background of later pages.
     void setBackground(const QPixmap &pixmap);
 
     /// The item at the cursor, or null.
     [[nodiscard]] FPVItemObject *currentObject() const;
 
-    /// -1 before the first cursor. May lie behind the end of a list that has shrunk.
+    /// -1 before the first cursor. May lie past the end of a list that has shrunk.
     [[nodiscard]] int currentIndex() const { return m_currentIndex; }
 
-    /// Whether the cursor is on an entry for the folder above.
+    /// Whether the cursor is on the entry "..".
     [[nodiscard]] bool currentIsParentEntry() const;
-    /// Move the cursor to the picture after or before it, round the end of the list and past
-    /// folders, without building a page. Null, with the cursor where it was, without pictures.
+    /// Move the cursor to the next or previous picture without building a page. They skip folders
+    /// and wrap at the end of the list. Null, with the cursor unchanged, without pictures.
     FPVItemObject *nextPicture();
     FPVItemObject *prevPicture();
-    /// Moves the cursor, and the page if it must be.
+    /// Moves the cursor, and changes the page if necessary.
     void setCurrentObject(FPVItemObject *item);
-    /// Moves the cursor and the top of the page without building it or telling anybody.
+    /// Moves the cursor and the top of the page. Builds no page and emits nothing.
     void setCurrentObjectQuiet(FPVItemObject *item);
-    /// Stops the page and takes the cell of the cursor away, before a window opens that may
-    /// outlive the items. The next showPage() builds the page again.
+    /// Stops the page and removes the cell of the cursor, before a window opens during which the
+    /// items may be deleted. The next showPage() builds the page again.
     void dropCursorThumbnail();
 
     [[nodiscard]] bool anyChecked() const;
@@ -76,28 +76,28 @@ public:
 
     [[nodiscard]] const QStringList &clipboardPaths() const { return m_clipboard.paths(); }
 
-    /// Whether there is a folder on show, which the following work on. They reload nothing.
+    /// Whether there is a folder to work on. The following functions do not reload it.
     [[nodiscard]] bool hasFolder() const;
-    /// Whether something in it has this name.
+    /// Whether the folder has an entry of this name.
     [[nodiscard]] bool hasEntry(const QString &name) const;
-    /// These do nothing and are false once its medium has gone.
+    /// These do nothing and return false after its medium was removed.
     [[nodiscard]] bool makeFolder(const QString &name);
     [[nodiscard]] bool renameItem(const QString &oldName, const QString &newName);
     /// Photos only.
     [[nodiscard]] bool deleteCurrent();
-    /// True if at least one photo went, however many stayed.
+    /// True if at least one photo was deleted.
     [[nodiscard]] bool deleteChecked();
-    /// Tries all subfolders; a folder that stays is no failure.
+    /// Tries all subfolders. A folder that stays is no failure.
     [[nodiscard]] bool deleteEmptyFolders();
-    /// Put the item at the cursor, or all checked items, on the clipboard; without any it
-    /// stays as it was. Nothing is seen of a cut before the paste.
+    /// Put the item at the cursor, or all checked items, on the clipboard. Without any the
+    /// clipboard stays unchanged. A cut changes no file before the paste.
     void copyCurrent();
     void cutCurrent(); ///< photos only
     void copyChecked();
     void cutChecked();
-    /// Pastes into the folder on show and shows the page of the first new item.
+    /// Pastes into the folder and shows the page of the first new item.
     [[nodiscard]] lumi::PasteResult paste();
-    void checkAll(); ///< photos; folders lose their marks
+    void checkAll(); ///< photos only; unchecks folders
     void uncheckAll();
 
     /// The first item of the page.
@@ -105,7 +105,7 @@ public:
 
 Q_SIGNALS:
     void selected(FPVItemObject *item);
-    /// An item is to be opened; null means the folder above.
+    /// An item is to be opened. Null means the parent folder.
     void decided(FPVItemObject *item);
 
 public Q_SLOTS:
@@ -127,7 +127,7 @@ public Q_SLOTS:
     // NOLINTEND(readability-identifier-naming)
 
 protected:
-    /// Null lays the page out anew without a change of size.
+    /// Null lays the page out again at the same size.
     void resizeEvent(QResizeEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void focusInEvent(QFocusEvent *event) override;
@@ -141,15 +141,13 @@ private:
     [[nodiscard]] lumi::PageGrid grid() const;
     [[nodiscard]] PagingScrollBar *activeBar() const;
     void connectBars();
+    void setMode(bool isHorizontal, bool relayout);
     void layOut();
     void rebuildContainer(QSize size);
-    void discardContainer();
     void showEmptyList();
     void updateBar(bool setValue);
     void fillPage();
-    [[nodiscard]] FPVThumbnailItem *makeCell(FPVItemObject *item, int index);
-    [[nodiscard]] QList<FPVThumbnailItem *> cells() const;
-    void takeOut(FPVThumbnailItem *cell);
+    FPVThumbnailItem *addCell(FPVItemObject *item, int index);
     void unfocusCurrent();
     void moveCursor(FPVThumbnailItem *cell);
     [[nodiscard]] bool reloadIfGone(const FPVItemObject *item);
@@ -160,7 +158,7 @@ private:
     void setChecks(bool on);
     FPVItemObject *stepToPicture(int from, int step);
 
-    BackgroundWidget *m_container = nullptr;
+    lumi::ThumbnailPage *m_container = nullptr;
     QPixmap m_background;
     FPVItemList *m_list;
     int m_columns = 0;
@@ -177,6 +175,5 @@ private:
     QBoxLayout *m_barLayout;
     FPVClipboard m_clipboard;
     int m_currentIndex = -1;
-    unsigned m_generation = 0;      ///< counts containers: a page builder that sees it change stops
-    bool m_reloadedForLoss = false; ///< a page is built after such a reload, whatever is missing
+    bool m_reloadedForLoss = false; ///< after such a reload a page is built, whatever is missing
 };

@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: MIT
-// File work on the folder on show. Nothing here asks or tells the user: the form does.
+// File work on the folder. The form asks and tells the user.
 #include "files/engine/folderEntries.h"
 #include "items/FPVItemList.h"
 #include "views/FPVThumbnailView.h"
 
 #include <algorithm>
-#include <utility>
 
 bool FPVThumbnailView::hasFolder() const
 {
@@ -126,14 +125,7 @@ lumi::PasteResult FPVThumbnailView::paste()
         return lumi::PasteResult::Missing;
     }
     const int before = itemCount();
-    // Events run meanwhile, and the view may go by them, its clipboard with it.
-    const QPointer<FPVThumbnailView> alive(this);
-    FPVClipboard clipboard = std::exchange(m_clipboard, FPVClipboard());
-    const lumi::PasteResult result = clipboard.paste(m_list->currentPath(), m_list);
-    if (!alive) {
-        return lumi::PasteResult::Missing;
-    }
-    m_clipboard = std::move(clipboard);
+    const lumi::PasteResult result = m_clipboard.paste(m_list->currentPath(), m_list);
     if (itemCount() > before) {
         showPage(before, before, true);
     }

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// The bars, and the cursor by taps and keys.
 #include "items/FPVItemList.h"
 #include "platform/Machine.h"
 #include "platform/QPEApplication.h"
@@ -14,7 +15,7 @@
 
 namespace {
 
-/// The handheld's own keyboard, whose Up and Down lie beside each other.
+/// The handheld's own keyboard. Its Up and Down keys lie side by side.
 constexpr int kOwnKeyboard = 1;
 
 bool arrowsOnlyStep()
@@ -213,7 +214,7 @@ void FPVThumbnailView::moveOrTurnPage(lumi::ViewAction action)
         showPage(move.top, move.target, true);
         return;
     }
-    // With the cursor off the page nothing leads back onto it.
+    // Keys cannot move a cursor that is not on the page back onto it.
     if (move.kind == lumi::CursorMove::Nothing || !m_current) {
         return;
     }

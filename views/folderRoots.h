@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Where the user's folders begin: the photo store and the two cards. Above these paths nobody
-// walks, and they are compared as exact strings.
+// The top folders: the photo store and the two cards. The user cannot go above them. Paths are
+// compared as exact strings.
 #pragma once
 
 #include <QString>

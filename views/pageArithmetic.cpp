@@ -7,7 +7,7 @@
 
 namespace {
 
-/// What a cell takes beside the picture: its frame, and the name below it.
+/// Pixels of a cell beside the picture: its frame, and the name below it.
 constexpr int kFrame = 4;
 constexpr int kFrameAndName = 38;
 
@@ -130,8 +130,8 @@ int lumi::topOnePageBack(const PageGrid &grid, int top)
         return top;
     }
     for (int row = 0; row < grid.rows; ++row) {
-        // The test is on rows though a step is a line of columns: from a top that is no
-        // multiple of columns the last step may lead below zero.
+        // The test uses rows, the step uses columns: the pages of a list rely on it. From a top
+        // that is not a multiple of columns the last step may lead below zero.
         top = top - grid.rows < 0 ? 0 : top - grid.columns;
     }
     return std::max(0, top);

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-// The arithmetic of a paged thumbnail view: cell sizes, which item a page begins with, what
-// the bar shows, where lines, pages and cursor keys lead. Plain values in and out.
-// A page is laid out in a box of fixed size, whatever the window: the number of cells, and so
-// the memory in use, never grows with the screen.
+// The arithmetic of a paged thumbnail view: cell sizes, the first item of a page, the range of the
+// bar, and the targets of lines, pages and cursor keys.
+// A page is laid out in a box of fixed size. So the number of cells, and the memory they use, does
+// not grow with the window.
 #pragma once
 
 #include <QSize>
@@ -13,7 +13,7 @@ namespace lumi {
 
 /// Width of the box that a page is laid out in, its scroll bar included, in pixels.
 inline constexpr int kPageWidth = 541;
-/// Height of the box, and its height when there is but one row.
+/// Height of the box, and its height with only one row.
 inline constexpr int kPageHeight = 314;
 inline constexpr int kStripHeight = 109;
 
@@ -28,7 +28,7 @@ struct CellSizes
     QSize pitch; ///< one cell
 };
 
-/// What a display mode makes of a list: the cells of a page and which way it scrolls.
+/// The cells of a page and the direction in which it scrolls.
 struct PageGrid
 {
     int columns = 0;
@@ -46,7 +46,7 @@ struct BarRange
     int value = 0;
 };
 
-/// Where a cursor move leads.
+/// The target of a cursor move.
 struct CursorMove
 {
     enum Kind { Nothing, OnPage, OtherPage };
@@ -56,21 +56,21 @@ struct CursorMove
     int top = 0; ///< of the other page
 };
 
-/// What a view does on a key, with the numbers that FPVThumbnailView::action() takes.
+/// The actions of the keys. The values are those of FPVThumbnailView::action().
 enum class ViewAction : int { Up, Down, Left, Right, ToggleCheck, Open, FolderUp, None };
 
-/// bars: width of the vertical bar and height of the horizontal one, 0 for one that is not in
-/// use. Nothing without columns or rows.
+/// bars: width of the vertical and height of the horizontal bar, 0 for a bar that is not in use.
+/// Null without columns or rows.
 [[nodiscard]] std::optional<CellSizes> cellSizes(int columns, int rows, bool showName, QSize bars);
 
-/// Rows of the whole list.
+/// Number of rows of the whole list.
 [[nodiscard]] int rowsInAll(int count, int columns);
 
-/// First item of the page that FPVThumbnailView::showPage(top, index) shows while the page
-/// begins with `present`; 0 or more and, in a list that isn't empty, less than count.
+/// First item of the page of FPVThumbnailView::showPage(top, index). present: first item of the
+/// present page. At least 0 and, unless the list is empty, less than count.
 [[nodiscard]] int pageTop(const PageGrid &grid, int count, int present, int top, int index);
 
-/// All zero if the page holds the whole list.
+/// All zero if the whole list is on the page.
 [[nodiscard]] BarRange barRange(const PageGrid &grid, int count, int top);
 /// First item of the page for a value of the bar.
 [[nodiscard]] int topForBar(int columns, int value);
@@ -80,10 +80,10 @@ enum class ViewAction : int { Up, Down, Left, Right, ToggleCheck, Open, FolderUp
 [[nodiscard]] int topOnePageOn(const PageGrid &grid, int count, int top);
 [[nodiscard]] int topOnePageBack(const PageGrid &grid, int top);
 
-/// stepsOnly: Up and Down act like Right and Left, as on a keyboard that is folded away.
+/// stepsOnly: Up and Down act like Right and Left, as when the keyboard is folded away.
 [[nodiscard]] ViewAction viewAction(int key, bool stepsOnly);
 
-/// Where Up, Down, Left or Right lead from the item `index`; any other action leads nowhere.
+/// The move of Up, Down, Left or Right from the item `index`. Other actions give Nothing.
 [[nodiscard]] CursorMove cursorMove(ViewAction action, const PageGrid &grid, int count, int top,
                                     int index);
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "widgets/MyLeftWidget.h"
 
-#include "platform/Resource.h"
+#include "app/common/loadPixmap.h"
 #include "widgets/MyImageButton.h"
 #include "widgets/focusPainters.h"
 
@@ -67,10 +67,10 @@ const SharedPictures &sharedPictures()
     }
     for (std::size_t i = 0; i < kButtons.size(); ++i) {
         for (std::size_t state = 0; state < kPictureStates; ++state) {
-            store.buttons.at(i).at(state) = Resource::ownPixmap(kButtons.at(i).pictures.at(state));
+            store.buttons.at(i).at(state) = lumi::loadPixmap(kButtons.at(i).pictures.at(state));
         }
     }
-    store.background = Resource::ownPixmap("bg_left");
+    store.background = lumi::loadPixmap("bg_left");
     store.loaded = true;
     // No pixmap may outlive the application object.
     qAddPostRoutine(releasePictures);

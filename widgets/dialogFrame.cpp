@@ -2,6 +2,7 @@
 #include "widgets/dialogFrame.h"
 
 #include "platform/screen/PanelStyle.h"
+#include "platform/screen/panel.h"
 
 #include <QDialog>
 #include <QFrame>
@@ -47,7 +48,7 @@ QPushButton *lumi::addNarrowButton(QVBoxLayout *box, const QString &text)
 {
     auto *button = new QPushButton(text, box->parentWidget());
     button->setMaximumWidth(button->fontMetrics().horizontalAdvance(text) + kButtonExtraWidth);
-    button->setMinimumHeight(lumi::PanelStyle::kTargetHeight);
+    button->setMinimumHeight(lumi::kFingerSize);
     box->addWidget(button, 0, Qt::AlignHCenter);
     return button;
 }

@@ -2,6 +2,7 @@
 #include "app/common/getText.h"
 
 #include "platform/screen/PanelStyle.h"
+#include "platform/screen/panel.h"
 
 #include <QDialog>
 #include <QLabel>
@@ -22,7 +23,7 @@ QLineEdit *addLine(QDialog *dialog, const QString &label)
     text->setTextFormat(Qt::PlainText);
     text->setText(label);
     auto *line = new QLineEdit(dialog);
-    line->setMinimumSize(kLineWidth, lumi::PanelStyle::kTargetHeight);
+    line->setMinimumSize(kLineWidth, lumi::kFingerSize);
     layout->addWidget(text);
     layout->addWidget(line);
     QObject::connect(line, &QLineEdit::returnPressed, dialog, &QDialog::accept);

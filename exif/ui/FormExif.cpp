@@ -2,6 +2,7 @@
 #include "exif/ui/FormExif.h"
 
 #include "app/common/labels.h"
+#include "app/common/loadPixmap.h"
 #include "app/common/messages.h"
 #include "app/common/paths.h"
 #include "exif/FPVExifFields.h"
@@ -12,6 +13,7 @@
 #include "exif/ui/exifWriteBack.h"
 #include "platform/QPEApplication.h"
 #include "platform/Resource.h"
+#include "platform/screen/panel.h"
 #include "platform/toolkit/QPopupMenu.h"
 #include "platform/windows/QPEMenuBar.h"
 #include "platform/windows/QPEToolBar.h"
@@ -43,8 +45,6 @@ constexpr int kHintIndent = 10;
 constexpr int kHintPoints = 16;
 constexpr int kPagePoints = 12;
 constexpr int kSavedResult = 1;
-/// A target for a finger.
-constexpr QSize kButtonSize(40, 40);
 
 struct FailureRow
 {
@@ -63,8 +63,7 @@ constexpr FailureRow kFailures[] = {
 
 QAction *makeAction(QObject *parent, lumi::MessageId text, const char *icon)
 {
-    const QPixmap pixmap = Resource::loadPixmap(QLatin1String("lumivault/") + QLatin1String(icon));
-    return new QAction(pixmap, msg(text), parent);
+    return new QAction(lumi::loadPixmap(icon), msg(text), parent);
 }
 
 /// A single ampersand would be taken for the mark of a shortcut.
@@ -165,7 +164,7 @@ void FormExif::buildBars()
     auto *buttons = new QPEToolBar(this);
     buttons->addActions(actions);
     for (QAction *action : actions) {
-        buttons->widgetForAction(action)->setMinimumSize(kButtonSize);
+        buttons->widgetForAction(action)->setMinimumSize(lumi::kFingerSize, lumi::kFingerSize);
     }
 }
 

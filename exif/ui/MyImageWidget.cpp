@@ -7,6 +7,7 @@
 #include "exif/FPVExifFields.h"
 #include "exif/ui/infoRow.h"
 #include "platform/keys/deviceKey.h"
+#include "platform/screen/panel.h"
 #include "views/FPVPictureView.h"
 #include "widgets/MyDialogWait.h"
 
@@ -24,8 +25,6 @@ namespace {
 constexpr QSize kPictureSize(245, 185);
 constexpr std::array<int, 5> kFontPoints = {12, 16, 20, 24, 36};
 constexpr int kDefaultFont = 2;
-/// Height of combo and button: targets for a finger.
-constexpr int kTargetHeight = 40;
 constexpr int kShiftToKB = 10;
 constexpr QLatin1Char kLineEnd('\n');
 
@@ -63,14 +62,14 @@ MyImageWidget::~MyImageWidget() = default;
 QHBoxLayout *MyImageWidget::buildTopRow()
 {
     m_infoCombo = new QComboBox(this);
-    m_infoCombo->setMinimumHeight(kTargetHeight);
+    m_infoCombo->setMinimumHeight(lumi::kFingerSize);
     const int groups = static_cast<int>(lumi::exifFieldGroups().size());
     for (int group = 0; group < groups; ++group) {
         m_infoCombo->addItem(FPVExifFields::groupTitle(group));
     }
     connect(m_infoCombo, &QComboBox::activated, this, &MyImageWidget::combo_exifinfo_activated);
     m_editButton = new QPushButton(msg(lumi::MsgEdit), this);
-    m_editButton->setMinimumHeight(kTargetHeight);
+    m_editButton->setMinimumHeight(lumi::kFingerSize);
     connect(m_editButton, &QPushButton::clicked, this, &MyImageWidget::btn_edit_clicked);
     auto *row = new QHBoxLayout;
     row->setContentsMargins(0, 0, 0, 0);

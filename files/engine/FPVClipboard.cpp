@@ -13,7 +13,6 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QPointer>
 
 #include <new>
 
@@ -73,11 +72,9 @@ PasteResult pasteFolder(const lumi::ChosenFile &source, const QString &wanted, F
     FPVFileTree tree;
     FPVFileTree::setPatterns(QStringLiteral("*.jpg; *.jpeg"));
     const lumi::Medium medium = mediumOf(folderOf(wanted), list);
-    const QPointer<QObject> life(list == nullptr ? nullptr : list->life());
     tree.walk(source.path(), true, nullptr);
     // Events ran, and what was read may be another card's.
-    const bool isListGone = list != nullptr && !life;
-    if (isListGone || !medium.isThere() || !source.isStillIt()) {
+    if (!medium.isThere() || !source.isStillIt()) {
         return PasteResult::Missing;
     }
     const QString target = uniquePath(wanted, "%03d", QChar());

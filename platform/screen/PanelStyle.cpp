@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "platform/screen/PanelStyle.h"
 
+#include "platform/screen/panel.h"
+
 #include <QDialogButtonBox>
 #include <QPainter>
 #include <QStyleOptionMenuItem>
 
 namespace {
-
-constexpr QRgb kCursorColor = 0xFFE8945A;
 
 bool isEntry(const QStyleOption *option)
 {
@@ -36,7 +36,7 @@ void lumi::PanelStyle::drawControl(ControlElement element, const QStyleOption *o
 void lumi::PanelStyle::polish(QPalette &palette)
 {
     QProxyStyle::polish(palette);
-    palette.setColor(QPalette::Highlight, kCursorColor);
+    palette.setColor(QPalette::Highlight, kChosenColor);
     palette.setColor(QPalette::HighlightedText, Qt::black);
 }
 
@@ -55,5 +55,5 @@ QSize lumi::PanelStyle::sizeFromContents(ContentsType type, const QStyleOption *
     const QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
     const bool isTarget = (type == CT_MenuItem && isEntry(option)) || type == CT_MenuBarItem
         || type == CT_TabBarTab || (type == CT_PushButton && isBoxButton(widget));
-    return isTarget ? size.expandedTo(QSize(0, kTargetHeight)) : size;
+    return isTarget ? size.expandedTo(QSize(0, kFingerSize)) : size;
 }

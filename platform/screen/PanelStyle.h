@@ -13,9 +13,6 @@ class PanelStyle : public QProxyStyle
     Q_OBJECT
 
 public:
-    /// Smallest height of a target in pixels.
-    static constexpr int kTargetHeight = 40;
-
     void drawControl(ControlElement element, const QStyleOption *option, QPainter *painter,
                      const QWidget *widget) const override;
     using QProxyStyle::polish;

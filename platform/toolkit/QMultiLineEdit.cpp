@@ -2,6 +2,7 @@
 #include "platform/toolkit/QMultiLineEdit.h"
 
 #include "platform/screen/PanelStyle.h"
+#include "platform/screen/panel.h"
 
 #include <QInputMethodEvent>
 #include <QKeyEvent>
@@ -187,8 +188,7 @@ void QMultiLineEdit::fixHeight()
     }
     const int frame = 2 * frameWidth();
     const int lines = m_visibleLines * fontMetrics().lineSpacing();
-    const int margin
-        = std::max(kLeastMargin, (lumi::PanelStyle::kTargetHeight - frame - lines) / 2);
+    const int margin = std::max(kLeastMargin, (lumi::kFingerSize - frame - lines) / 2);
     document()->setDocumentMargin(margin);
-    setFixedHeight(std::max(lumi::PanelStyle::kTargetHeight, lines + 2 * margin + frame));
+    setFixedHeight(std::max(lumi::kFingerSize, lines + 2 * margin + frame));
 }

@@ -17,7 +17,7 @@ constexpr int kMostTimes = 2;
 constexpr int kAttempts = 3;
 constexpr int kThumbnailScale = 8;
 
-/// With full colour, since photos of any sampling have to pass, and as large as cameras write it.
+/// With full colour, because photos of any sampling must be decoded, and as large as in cameras.
 const QByteArray &photo()
 {
     static const QByteArray kBytes = makeJpeg(

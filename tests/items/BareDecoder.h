@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What libjpeg alone takes for a progressive photo of 12 megapixels: the measure for everything
-// that a thumbnail, a mail copy or an embedded picture may cost.
+// The cost of a bare libjpeg decode of a progressive photo of 12 megapixels. Thumbnails, mail
+// copies and embedded pictures are compared with it.
 #pragma once
 
 #include <QString>
@@ -17,9 +17,8 @@ struct Cost
 
 [[nodiscard]] Cost costOf(const std::function<void()> &job);
 
-/// The text is empty if the job takes at most twice what the bare decoder does, else it tells both
-/// costs. A job that is too slow is measured again, and the decoder with it, since the machine may
-/// be busy.
+/// Empty if the job takes at most twice the cost of the bare decoder, else a text with both costs.
+/// If the job is too slow, both are measured again, because the machine may be busy.
 [[nodiscard]] QString faultOfCost(const std::function<void()> &job);
 
 } // namespace lumi::test

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What the tests of screen decodes share: one photo in a private folder, a machine whose free
-// memory they set, and what they do with an item.
+// The base of tests of screen decodes: one photo in a private folder, a machine with adjustable
+// free memory, and helpers.
 #pragma once
 
 #include "items/FPVItemJpeg.h"
@@ -29,13 +29,13 @@ struct Watched
 
 bool start(FPVItemJpeg *item, QSize *request = nullptr, int depth = 32);
 
-/// All slices and pieces without the pauses between them.
+/// Decodes all slices and pieces without the pauses between them.
 void decodeOn(FPVItemJpeg *item);
 
 /// Long enough for several slices.
 void waitForSlices();
 
-/// Makes and checks what each test of such a class needs.
+/// Makes the folder and the machine for each test, and checks that no decompressor is left.
 class DecodeTest : public QObject
 {
     Q_OBJECT

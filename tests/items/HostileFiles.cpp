@@ -18,7 +18,7 @@ class Collection
 public:
     void add(const QByteArray &name, const QByteArray &bytes) { files.push_back({name, bytes}); }
 
-    /// The file whole and cut just before, at and just behind each of its segments.
+    /// The whole file, and the file cut before, at and after each boundary of a segment.
     void addWithCuts(const QByteArray &name, const QByteArray &bytes);
 
     std::vector<HostileFile> files;
@@ -35,7 +35,7 @@ void setWord(QByteArray *bytes, qsizetype at, int value)
     (*bytes)[at + 1] = static_cast<char>(value);
 }
 
-/// Where each marker up to the first scan stands, the scan's own included.
+/// The positions of all markers up to the first scan, including its own.
 std::vector<qsizetype> markers(const QByteArray &jpeg)
 {
     std::vector<qsizetype> found;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Photos that are broken on purpose, in every way that has a name: cut at each boundary, with
-// lying sizes, lengths, counts, types and links, of forms that few decoders know.
+// Photos that are broken on purpose: cut at each boundary, with wrong sizes, lengths, counts, types
+// and links, or of rare formats.
 #pragma once
 
 #include <QByteArray>
@@ -15,7 +15,7 @@ struct HostileFile
     QByteArray bytes;
 };
 
-/// The same files in every run, several hundred.
+/// Several hundred files, the same in each run.
 [[nodiscard]] std::vector<HostileFile> hostileFiles();
 
 } // namespace lumi::test

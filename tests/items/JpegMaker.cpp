@@ -13,7 +13,7 @@ namespace lumi::test {
 
 namespace {
 
-/// libjpeg's own handler ends the process on an error, which is right for a maker.
+/// On an error libjpeg's own handler ends the process.
 struct Compressor
 {
     Compressor()
@@ -241,7 +241,7 @@ Decoded referenceDecode(const QByteArray &jpeg, int denominator)
     jpeg_decompress_struct info{};
     jpeg_error_mgr errors{};
     info.err = jpeg_std_error(&errors);
-    // A cut file is worth a picture, not a line of the test's output.
+    // Warnings about truncated files are not printed.
     errors.output_message = [](j_common_ptr) {};
     jpeg_create_decompress(&info);
     jpeg_mem_src(&info, reinterpret_cast<const unsigned char *>(jpeg.constData()),

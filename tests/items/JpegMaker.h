@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
-// JPEG files of every kind for tests, and libjpeg's own answer to what their pixels are. The
-// pictures have a pattern in which no two neighbours are alike, so that a pixel in a wrong
-// place shows.
+// Makes JPEG files of many kinds for tests, and decodes them with libjpeg as a reference. Adjacent
+// pixels differ, so a pixel in a wrong place is detected.
 #pragma once
 
 #include <QByteArray>
@@ -35,14 +34,14 @@ struct JpegKind
 /// A gray arithmetic-coded picture with this many scans, three at least. The last one stands in the
 /// file again and again: it looks at each coefficient of each block and takes a bit a block.
 [[nodiscard]] QByteArray makeArithmeticBomb(QSize size, int scans);
-/// Writes one; gives its path.
+/// Writes a file. Returns its path.
 QString writeJpeg(const QString &path, const JpegKind &kind);
 
 /// The same file with another size in its frame header.
 [[nodiscard]] QByteArray withSize(QByteArray jpeg, int width, int height);
 
-/// Whether a file of this length ends within one of its segments, those of scans included: the
-/// end marker that is made up for it is then read as a part of the segment.
+/// Whether a file of this length ends within a segment, including the headers of scans. The added
+/// end marker is then read as a part of the segment.
 [[nodiscard]] bool cutsASegment(const QByteArray &jpeg, qsizetype length);
 
 /// Lines as libjpeg gives them with the fast transform.

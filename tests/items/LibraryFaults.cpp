@@ -28,7 +28,7 @@ template <class Function> Function *original(const char *name)
     return reinterpret_cast<Function *>(::dlsym(RTLD_NEXT, name));
 }
 
-/// True of the hooks of this program, false of those of the toolkit's image reader.
+/// Whether the source is one of this program, not one of the toolkit's image reader.
 bool isOwnCode(void *function)
 {
     Dl_info theirs{};

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Makes calls fail that hardly ever do: this program's own versions of them stand before those
-// of the libraries and pass everything on until they are told to fail.
+// Makes library calls fail. The test program has its own versions of them, which call the library
+// until they are told to fail.
 #pragma once
 
 #include <cstddef>
@@ -26,8 +26,8 @@ public:
 /// How many libjpeg decompressors exist now.
 [[nodiscard]] int liveDecompressors();
 
-/// How many photos were opened for decoding since the start of the program; what the toolkit
-/// decodes, stored and embedded thumbnails, is not counted.
+/// How many photos were opened for decoding since the start of the program. Images that the toolkit
+/// decodes (stored and embedded thumbnails) are not counted.
 [[nodiscard]] int photosOpened();
 
 /// How often libjpeg was told that a decode is over, since the start of the program.

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Tells whether anybody has opened a file, by whatever library.
+// Tells whether a file was opened.
 #pragma once
 
 #include <QByteArray>

@@ -22,7 +22,7 @@ using lumi::test::start;
 using lumi::test::waitForSlices;
 using lumi::test::Watched;
 
-/// What may end a screen decode, take its raster or begin another one, and when.
+/// Calls that end a screen decode, take its raster or begin another one.
 class TestDecodeControl : public lumi::test::DecodeTest
 {
     Q_OBJECT
@@ -34,17 +34,17 @@ private Q_SLOTS:
     void abortBeforeTheFirstSlice();
     void releaseInsideAnUpdate_data();
     void releaseInsideAnUpdate();
-    void releaseInsideTheEnd();
+    void releaseInsideDecodeComplete();
     void restartInsideAnUpdate();
-    void restartInsideTheEnd();
+    void restartInsideDecodeComplete();
     void restartWhileDecoding();
-    void theItemMayDieInsideASignal_data();
-    void theItemMayDieInsideASignal();
-    void theItemMayDieWhileDecoding();
-    void aRasterIsAnsweredAtOnce();
+    void theItemMayBeDeletedInsideASignal_data();
+    void theItemMayBeDeletedInsideASignal();
+    void theItemMayBeDeletedWhileDecoding();
+    void anExistingRasterIsReturned();
     void aRasterIsMadeOnDemand();
     void aTakenRasterOutlivesTheItem();
-    void takingEndsARunningDecode();
+    void takingTheRasterEndsTheDecode();
     void thumbnailsWhileDecoding();
     void errorsOfThumbnailsWhileDecoding();
 };
@@ -150,7 +150,7 @@ void TestDecodeControl::releaseInsideAnUpdate()
     QCOMPARE(watched.item->errorCode(), DecodeError::None);
 }
 
-void TestDecodeControl::releaseInsideTheEnd()
+void TestDecodeControl::releaseInsideDecodeComplete()
 {
     for (const bool incremental : {true, false}) {
         Watched watched(photo({.size = QSize(50, 100)}));
@@ -185,7 +185,7 @@ void TestDecodeControl::restartInsideAnUpdate()
     QCOMPARE(watched.completes.count(), 1);
 }
 
-void TestDecodeControl::restartInsideTheEnd()
+void TestDecodeControl::restartInsideDecodeComplete()
 {
     const JpegKind kind{.size = QSize(50, 100)};
     Watched watched(photo(kind));
@@ -218,7 +218,7 @@ void TestDecodeControl::restartWhileDecoding()
     QCOMPARE(rasterFault(watched.item->rasterBits(), decoded, 16, 50), QString());
 }
 
-void TestDecodeControl::theItemMayDieInsideASignal_data()
+void TestDecodeControl::theItemMayBeDeletedInsideASignal_data()
 {
     QTest::addColumn<bool>("incremental");
     QTest::addColumn<int>("update"); // 0: inside decodeComplete()
@@ -228,7 +228,7 @@ void TestDecodeControl::theItemMayDieInsideASignal_data()
     QTest::newRow("at the end, in one piece") << false << 0;
 }
 
-void TestDecodeControl::theItemMayDieInsideASignal()
+void TestDecodeControl::theItemMayBeDeletedInsideASignal()
 {
     QFETCH(bool, incremental);
     QFETCH(int, update);
@@ -252,7 +252,7 @@ void TestDecodeControl::theItemMayDieInsideASignal()
     QCOMPARE(lumi::test::liveDecompressors(), 0);
 }
 
-void TestDecodeControl::theItemMayDieWhileDecoding()
+void TestDecodeControl::theItemMayBeDeletedWhileDecoding()
 {
     Watched watched(photo({.size = QSize(50, 200)}));
     QVERIFY(start(watched.item.get()));
@@ -263,7 +263,7 @@ void TestDecodeControl::theItemMayDieWhileDecoding()
     QCOMPARE(watched.completes.count(), 0);
 }
 
-void TestDecodeControl::aRasterIsAnsweredAtOnce()
+void TestDecodeControl::anExistingRasterIsReturned()
 {
     FPVItemJpeg item(photo({.size = QSize(50, 40)}), QString(), false);
     item.setIncremental(false);
@@ -312,7 +312,7 @@ void TestDecodeControl::aTakenRasterOutlivesTheItem()
     QCOMPARE(rasterFault(raster.get(), decoded, 32, 40), QString());
 }
 
-void TestDecodeControl::takingEndsARunningDecode()
+void TestDecodeControl::takingTheRasterEndsTheDecode()
 {
     Watched watched(photo({.size = QSize(50, 200)}));
     QVERIFY(start(watched.item.get()));

@@ -27,7 +27,7 @@ using lumi::test::start;
 using lumi::test::waitForSlices;
 using lumi::test::Watched;
 
-/// Screen decodes that fail, and damaged photos that must not.
+/// Screen decodes that fail, and damaged photos whose decode must not fail.
 class TestDecodeFailures : public lumi::test::DecodeTest
 {
     Q_OBJECT
@@ -47,8 +47,8 @@ private Q_SLOTS:
     void errorsInOnePiece();
     void cutAtEveryLength_data();
     void cutAtEveryLength();
-    void damagedAnywhere();
-    void lyingHeaders();
+    void damageAtAnyByte();
+    void headersWithImpossibleSizes();
     void scanLimit_data();
     void scanLimit();
 };
@@ -111,7 +111,7 @@ void TestDecodeFailures::theFirstErrorStays()
     QVERIFY(item.rasterBits() == nullptr);
 }
 
-/// libjpeg reports it while the decompressor is only half made.
+/// libjpeg reports an error while it makes the decompressor.
 void TestDecodeFailures::aDecoderThatCannotBeMade()
 {
     FPVItemJpeg item(photo({}), QString(), false);
@@ -177,7 +177,7 @@ void TestDecodeFailures::aFailedStartLeavesNothing()
     QCOMPARE(item.errorCode(), DecodeError::Undecodable);
     QCOMPARE(log.warnings, QStringList{kError3});
 
-    // A folder or a pipe exists and cannot be read to an end.
+    // A folder or a pipe exists but cannot be decoded.
     QVERIFY(QDir().mkdir(path));
     QVERIFY(!start(&item));
     QCOMPARE(log.warnings[1],
@@ -231,7 +231,7 @@ void TestDecodeFailures::errorsInAnyLine_data()
     QTest::newRow("the last line") << 199 << 5;
 }
 
-/// A receiver learns of it by one more update, on which it finds the code.
+/// One more update tells the receiver, which then reads the error code.
 void TestDecodeFailures::errorsInAnyLine()
 {
     QFETCH(int, line);
@@ -282,7 +282,7 @@ void TestDecodeFailures::cutAtEveryLength_data()
     QTest::newRow("arithmetic-coded") << lumi::test::makeJpeg({.size = size, .arithmetic = true});
 }
 
-/// From the first byte of the picture on a cut photo is a short picture and no error.
+/// A photo cut after the first byte of its picture is a short picture, not an error.
 void TestDecodeFailures::cutAtEveryLength()
 {
     QFETCH(QByteArray, bytes);
@@ -293,7 +293,7 @@ void TestDecodeFailures::cutAtEveryLength()
         Watched watched(file(bytes.first(length)));
         watched.item->setIncremental(false);
         const bool ok = start(watched.item.get());
-        // In a segment, the made-up end marker is read as a part of it, which may or may not do.
+        // In a segment, the added end marker is read as a part of it: both results are possible.
         const bool expected = lumi::test::cutsASegment(bytes, length) ? ok : length > picture;
         QVERIFY2(ok == expected, qPrintable(QString::number(length)));
         reached += ok ? 1 : 0;
@@ -306,8 +306,8 @@ void TestDecodeFailures::cutAtEveryLength()
     QVERIFY(reached > 50);
 }
 
-/// Whatever the bytes, it ends: as a picture or with code 3, and in slices as in one piece.
-void TestDecodeFailures::damagedAnywhere()
+/// Each decode ends with a picture or code 3, with the same result in slices and in one piece.
+void TestDecodeFailures::damageAtAnyByte()
 {
     const MessageLog log;
     for (const JpegKind &kind :
@@ -334,7 +334,7 @@ void TestDecodeFailures::damagedAnywhere()
     }
 }
 
-void TestDecodeFailures::lyingHeaders()
+void TestDecodeFailures::headersWithImpossibleSizes()
 {
     machine()->setMemoryKB(65536);
     const QString path = file(lumi::test::withSize(lumi::test::makeJpeg({}), 65500, 65500));

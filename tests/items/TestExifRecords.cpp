@@ -19,7 +19,7 @@ class TestExifRecords : public QObject
 private Q_SLOTS:
     void recordsFollowTheGroups();
     void aGroupWithoutTagsHasNoRecord();
-    void theFirstGroupIsNotAsked();
+    void theFirstGroupIsLeftOut();
 
 private:
     [[nodiscard]] QList<lumi::InfoRecord> recordsOf(const ExifBuilder &photo) const;
@@ -76,7 +76,7 @@ void TestExifRecords::aGroupWithoutTagsHasNoRecord()
     QCOMPARE(records[0].title, QStringLiteral("Etc..."));
 }
 
-void TestExifRecords::theFirstGroupIsNotAsked()
+void TestExifRecords::theFirstGroupIsLeftOut()
 {
     ExifBuilder photo;
     photo.rationals(Ifd0, 0x011A, {{72, 1}}).ascii(Exif, 0x9003, "2026:01:02 03:04:05");

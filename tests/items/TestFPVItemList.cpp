@@ -35,9 +35,9 @@ private Q_SLOTS:
     void init();
     void cleanup();
     void foldersFirstThenCapitals();
-    void whatIsListed_data();
-    void whatIsListed();
-    void whatBecomesAnItem();
+    void namesThatAreListed_data();
+    void namesThatAreListed();
+    void entriesThatBecomeItems();
     void itemsKnowTheirList();
     void aNewListIsEmpty();
     void theConstructorLoads();
@@ -48,8 +48,8 @@ private Q_SLOTS:
     void anEmptyFolderEmptiesTheList();
     void aMissingRootIsToldOnce();
     void loadingWhileTheBoxIsOpenIsRefused();
-    void whatMayNotBeReadIsNotListed();
-    void nothingIsOpened();
+    void unreadableEntriesAreNotListed();
+    void listingOpensNoFile();
     void itemsAreSmall();
 
 private:
@@ -100,7 +100,7 @@ void TestFPVItemList::foldersFirstThenCapitals()
     QCOMPARE(namesOf(list), lumi::test::words("Y z A.JPG B.jpg _.jpg a.jpeg b.jpg"));
 }
 
-void TestFPVItemList::whatIsListed_data()
+void TestFPVItemList::namesThatAreListed_data()
 {
     lumi::test::columns<QString, int>();
     QTest::newRow("jpg") << "a.jpg" << 257;
@@ -117,7 +117,7 @@ void TestFPVItemList::whatIsListed_data()
     QTest::newRow("a blank and a per cent sign") << "a %1 b.jpg" << 257;
 }
 
-void TestFPVItemList::whatIsListed()
+void TestFPVItemList::namesThatAreListed()
 {
     auto [name, kind] = lumi::test::row<QString, int>();
     if (name.endsWith(QLatin1Char('/'))) {
@@ -136,7 +136,7 @@ void TestFPVItemList::whatIsListed()
     }
 }
 
-void TestFPVItemList::whatBecomesAnItem()
+void TestFPVItemList::entriesThatBecomeItems()
 {
     make(QStringLiteral("a.jpg"));
     QVERIFY(QFile::link(QStringLiteral("a.jpg"), m_folder->filePath(QStringLiteral("link.jpg"))));
@@ -261,7 +261,7 @@ void TestFPVItemList::aMissingRootIsToldOnce()
     QVERIFY(!closer.boxes[0].hasParent);
     QCOMPARE(list.count(), 2);
 
-    // For the rest of the process, whatever the list and even with the root back.
+    // It stays so for the rest of the process, for any list, even if the root is back.
     QVERIFY(QDir(root()).mkdir(QStringLiteral("top")));
     QCOMPARE(list.load(root(), QString()), ListResult::RootMissing);
     FPVItemList other;
@@ -293,7 +293,7 @@ void TestFPVItemList::loadingWhileTheBoxIsOpenIsRefused()
     QCOMPARE(inner, ListResult::RootMissing);
 }
 
-void TestFPVItemList::whatMayNotBeReadIsNotListed()
+void TestFPVItemList::unreadableEntriesAreNotListed()
 {
     make(QStringLiteral("a.jpg"));
     make(QStringLiteral("locked.jpg"));
@@ -310,8 +310,8 @@ void TestFPVItemList::whatMayNotBeReadIsNotListed()
     QCOMPARE(namesOf(list), lumi::test::words("sub a.jpg"));
 }
 
-/// The files are nonsense, and nobody looks inside.
-void TestFPVItemList::nothingIsOpened()
+/// The files are not photos, and their content is not read.
+void TestFPVItemList::listingOpensNoFile()
 {
     make(QStringLiteral("a.jpg"));
     const QString path = m_folder->filePath(QStringLiteral("a.jpg"));

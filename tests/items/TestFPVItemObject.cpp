@@ -14,7 +14,7 @@
 
 #include <memory>
 
-/// What every item is, of whatever class.
+/// Properties of all item classes.
 class TestFPVItemObject : public QObject
 {
     Q_OBJECT

@@ -54,7 +54,7 @@ void TestRasterCommand::cleanup()
     Machine::install(nullptr);
 }
 
-/// Standard output goes to a file meanwhile.
+/// Redirects standard output to a file.
 TestRasterCommand::Result TestRasterCommand::run(const QStringList &arguments,
                                                  const QString &target) const
 {

@@ -17,9 +17,9 @@ class TestRasterRows : public QObject
 private Q_SLOTS:
     void turnsBlocks_data();
     void turnsBlocks();
-    void blackOfBothDepths();
+    void blackInBothDepths();
     void pixelsOfKnownSamples();
-    void noOtherCombination();
+    void otherCombinationsHaveNoFunction();
 };
 
 namespace {
@@ -80,7 +80,7 @@ void TestRasterRows::turnsBlocks()
     QCOMPARE(lumi::test::rasterFault(raster.get(), decoded, depth, size.height()), QString());
 }
 
-void TestRasterRows::blackOfBothDepths()
+void TestRasterRows::blackInBothDepths()
 {
     std::uint32_t pixels[4] = {1, 1, 1, 1};
     lumi::fillBlack(reinterpret_cast<uchar *>(pixels), 3, 32);
@@ -102,7 +102,7 @@ void TestRasterRows::pixelsOfKnownSamples()
     QCOMPARE(turnOne(32, {0x01, 0x02, 0x03, 0x04}), 0x04030201U);
 }
 
-void TestRasterRows::noOtherCombination()
+void TestRasterRows::otherCombinationsHaveNoFunction()
 {
     QVERIFY(lumi::turnerFor(24, 3) == nullptr);
     QVERIFY(lumi::turnerFor(16, 2) == nullptr);

@@ -24,8 +24,7 @@ using lumi::test::kKeptBackKB;
 using lumi::test::MessageLog;
 using lumi::test::rasterFault;
 
-/// Photos of several scans, which are read in pieces before their first line, and photos that
-/// end too early, both in slices.
+/// Photos of several scans, which are read in pieces before their first line, and truncated photos.
 class TestReadAhead : public lumi::test::DecodeTest
 {
     Q_OBJECT
@@ -33,14 +32,14 @@ class TestReadAhead : public lumi::test::DecodeTest
 private Q_SLOTS:
     void pixels_data();
     void pixels();
-    void signalsComeAsEver();
-    void theEventLoopLivesMeanwhile();
-    void memoryIsAskedForBeforehand();
+    void updatesAndCompletion();
+    void theEventLoopRunsWhileScansAreRead();
+    void memoryIsCheckedBeforeTheDecode();
     void tooManyScans();
     void aBrokenScan();
-    void whatEndsTheReading_data();
-    void whatEndsTheReading();
-    void anotherStartMeanwhile();
+    void callsThatEndTheReading_data();
+    void callsThatEndTheReading();
+    void aRestartWhileReading();
     void cutAfterEachKilobyte_data();
     void cutAfterEachKilobyte();
 };
@@ -49,7 +48,7 @@ Q_DECLARE_METATYPE(lumi::test::JpegKind)
 
 namespace {
 
-/// Takes some thirty pieces.
+/// Is read in about thirty pieces.
 const QByteArray &largePhoto()
 {
     static const QByteArray kBytes
@@ -57,7 +56,7 @@ const QByteArray &largePhoto()
     return kBytes;
 }
 
-/// After each kilobyte of a file, and about each end of the reader's window.
+/// After each kilobyte of a file, and near each end of the reader's window.
 std::vector<qsizetype> cutsOf(const QByteArray &bytes)
 {
     constexpr auto kWindow = static_cast<qsizetype>(kJpegWindowBytes);
@@ -87,7 +86,7 @@ void TestReadAhead::pixels_data()
     QTest::newRow("only the coarsest scans") << JpegKind{.progressiveScans = 4};
 }
 
-/// To the last bit what libjpeg makes of the file in one piece.
+/// The same bits as libjpeg's own decode in one piece.
 void TestReadAhead::pixels()
 {
     QFETCH(JpegKind, kind);
@@ -112,8 +111,8 @@ void TestReadAhead::pixels()
     }
 }
 
-/// One update at the start and one at each slice, none for what is only read.
-void TestReadAhead::signalsComeAsEver()
+/// One update at the start and one at each slice, none while scans are read.
+void TestReadAhead::updatesAndCompletion()
 {
     const JpegKind kind{.size = QSize(1000, 600), .progressive = true};
     const QByteArray bytes = lumi::test::makeJpeg(kind);
@@ -139,7 +138,7 @@ void TestReadAhead::signalsComeAsEver()
     QCOMPARE(faults.join(QString()), QString());
 }
 
-void TestReadAhead::theEventLoopLivesMeanwhile()
+void TestReadAhead::theEventLoopRunsWhileScansAreRead()
 {
     FPVItemJpeg item(file(largePhoto()), QString(), false);
     const qint64 size = largePhoto().size();
@@ -162,8 +161,8 @@ void TestReadAhead::theEventLoopLivesMeanwhile()
     QVERIFY2(mostAtOnce * 2 < size, qPrintable(QString::number(mostAtOnce)));
 }
 
-/// What is read later counts as taken already when the raster asks for its memory.
-void TestReadAhead::memoryIsAskedForBeforehand()
+/// Memory for scans that are read later counts when the raster is allocated.
+void TestReadAhead::memoryIsCheckedBeforeTheDecode()
 {
     constexpr int kCoefficientsKB = 250 * 125 * 4 * 128 / 1024;
     constexpr int kNeedKB = kCoefficientsKB + ((2000 * 1000 * 4 + 2000 * 4 + 1048576) >> 10);
@@ -184,7 +183,7 @@ void TestReadAhead::memoryIsAskedForBeforehand()
     QCOMPARE(item.errorCode(), DecodeError::None);
 }
 
-/// The decode begins, since only reading tells; then it fails like any other that has begun.
+/// The decode starts, because the number of scans is not known before, and fails later.
 void TestReadAhead::tooManyScans()
 {
     for (const int scans : {500, 501}) {
@@ -222,7 +221,7 @@ void TestReadAhead::aBrokenScan()
     QVERIFY(item.rasterBits() == nullptr);
 }
 
-void TestReadAhead::whatEndsTheReading_data()
+void TestReadAhead::callsThatEndTheReading_data()
 {
     QTest::addColumn<QString>("how");
     for (const char *how : {"abort", "release", "delete"}) {
@@ -230,7 +229,7 @@ void TestReadAhead::whatEndsTheReading_data()
     }
 }
 
-void TestReadAhead::whatEndsTheReading()
+void TestReadAhead::callsThatEndTheReading()
 {
     QFETCH(QString, how);
     auto item = std::make_unique<FPVItemJpeg>(file(largePhoto()), QString(), false);
@@ -252,7 +251,7 @@ void TestReadAhead::whatEndsTheReading()
     QCOMPARE(completes.count(), 0);
 }
 
-void TestReadAhead::anotherStartMeanwhile()
+void TestReadAhead::aRestartWhileReading()
 {
     FPVItemJpeg item(file(largePhoto()), QString(), false);
     QVERIFY(item.startDecode(32, nullptr, nullptr));
@@ -264,7 +263,7 @@ void TestReadAhead::anotherStartMeanwhile()
     QTRY_COMPARE(completes.count(), 1);
     QCOMPARE(rasterFault(item.rasterBits(), lumi::test::referenceDecode(small), 32, 100),
              QString());
-    // In one piece there is nothing to wait for.
+    // In one piece.
     item.setIncremental(false);
     QVERIFY(item.startDecode(32, nullptr, nullptr));
     QCOMPARE(completes.count(), 2);
@@ -278,8 +277,8 @@ void TestReadAhead::cutAfterEachKilobyte_data()
     QTest::newRow("progressive") << JpegKind{.size = size, .progressive = true};
 }
 
-/// A photo that ends too early is a picture as soon as its header is there: what libjpeg makes
-/// of the same bytes, which up to the cut is what it makes of the whole file.
+/// A truncated photo with a whole header is decoded as libjpeg decodes the same bytes. Up to the
+/// cut these are the pixels of the whole file.
 void TestReadAhead::cutAfterEachKilobyte()
 {
     QFETCH(JpegKind, kind);

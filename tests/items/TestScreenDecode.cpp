@@ -23,7 +23,7 @@ using lumi::test::start;
 using lumi::test::waitForSlices;
 using lumi::test::Watched;
 
-/// The pixels of a photo in the turned raster, and how they come, in slices or in one piece.
+/// The pixels of a photo in the turned raster, decoded in slices or in one piece.
 class TestScreenDecode : public lumi::test::DecodeTest
 {
     Q_OBJECT
@@ -41,10 +41,10 @@ private Q_SLOTS:
     void updates_data();
     void updates();
     void linesAppearSliceBySlice();
-    void theEventLoopLivesBetweenSlices();
+    void theEventLoopRunsBetweenSlices();
     void inOnePiece();
     void theDecoderIsNotFinished();
-    void aThumbnailThatFailsAtTheEndSpoilsNothing();
+    void aFailedThumbnailLeavesTheRaster();
     void extremeShapes_data();
     void extremeShapes();
 };
@@ -237,7 +237,7 @@ void TestScreenDecode::linesAppearSliceBySlice()
     }
 }
 
-void TestScreenDecode::theEventLoopLivesBetweenSlices()
+void TestScreenDecode::theEventLoopRunsBetweenSlices()
 {
     Watched watched(photo({.size = QSize(400, 640)}));
     std::vector<qint64> times;
@@ -276,7 +276,7 @@ void TestScreenDecode::inOnePiece()
     QCOMPARE(watched.completes.count(), 1);
 }
 
-/// A decoder that has given its last line is thrown away; nothing it could still read matters.
+/// After its last line a decoder is destroyed without reading on.
 void TestScreenDecode::theDecoderIsNotFinished()
 {
     const QString path = photo({.size = QSize(50, 200)});
@@ -290,8 +290,8 @@ void TestScreenDecode::theDecoderIsNotFinished()
     QCOMPARE(lumi::test::finishedDecodes(), before + 1);
 }
 
-/// The file may have gone by then.
-void TestScreenDecode::aThumbnailThatFailsAtTheEndSpoilsNothing()
+/// The file may have been deleted by then.
+void TestScreenDecode::aFailedThumbnailLeavesTheRaster()
 {
     FPVItemJpeg item(photo({.size = QSize(50, 200)}), QString(), false);
     item.setIncremental(false);

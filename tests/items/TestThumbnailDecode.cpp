@@ -11,13 +11,11 @@
 
 #include <memory>
 
-#include <sys/stat.h>
-
 using lumi::DecodeError;
 using lumi::test::JpegKind;
 using lumi::test::MessageLog;
 
-/// A photo's size and the smaller picture that is decoded of it.
+/// A photo's size and the smaller picture that is decoded from it.
 class TestThumbnailDecode : public lumi::test::ThumbnailTest
 {
     Q_OBJECT
@@ -30,14 +28,12 @@ private Q_SLOTS:
     void scaledImagesAreExact_data();
     void scaledImagesAreExact();
     void grayPhotosGiveGrayImages();
-    void fourSamplesStayAsTheyAre();
+    void fourSamplesAreUsedUnchanged();
     void noImageWithoutASide();
     void aThumbnailNeedsMemory();
     void aProgressivePhotoNeedsMemory();
     void aSequentialPhotoSkipsThatTest();
-    void aPhotoOfSeveralScansMayNotTakeMoreThanThereIs();
-    void errorsOfLinesAreClean();
-    void pipesAreNotWaitedFor();
+    void anErrorInALineLeavesNothing();
     void noDecompressorIsLeft();
     void aScreenDecodeEndsWhenTheDecompressorIsMadeAnew();
 };
@@ -158,7 +154,7 @@ void TestThumbnailDecode::grayPhotosGiveGrayImages()
     QVERIFY(smaller->allGray());
 }
 
-void TestThumbnailDecode::fourSamplesStayAsTheyAre()
+void TestThumbnailDecode::fourSamplesAreUsedUnchanged()
 {
     for (const bool ycck : {false, true}) {
         const JpegKind kind{.size = QSize(80, 60), .components = 4, .ycck = ycck};
@@ -187,7 +183,7 @@ void TestThumbnailDecode::noImageWithoutASide()
     QCOMPARE(log.warnings, QStringList());
 }
 
-/// The need goes by the width of the whole photo, though only an eighth of it is decoded.
+/// The need depends on the width of the whole photo, though only an eighth of it is decoded.
 void TestThumbnailDecode::aThumbnailNeedsMemory()
 {
     FPVItemJpeg item(photo({.size = QSize(1600, 1200)}), QString(), false);
@@ -235,27 +231,7 @@ void TestThumbnailDecode::aSequentialPhotoSkipsThatTest()
     QVERIFY(image);
 }
 
-/// It is held whole while it is decoded, 6 bytes a pixel here, and no test in advance covers it.
-void TestThumbnailDecode::aPhotoOfSeveralScansMayNotTakeMoreThanThereIs()
-{
-    const QByteArray bytes
-        = lumi::test::makeJpeg({.size = QSize(512, 512), .separateScans = true, .plain = true});
-    const QString path = m_fixture->addPhoto(QStringLiteral("p/a.jpg"));
-    lumi::test::writeFile(path, lumi::test::withSize(bytes, 20000, 20000));
-    m_fixture->machine->setMemoryKB(1024 * 1024);
-    const MessageLog log;
-    FPVItemJpeg item(path, QString(), false);
-    QCOMPARE(item.imageSize(), QSize(20000, 20000));
-    QVERIFY(item.scaledImage(100, 100) == nullptr);
-    QCOMPARE(item.errorCode(), DecodeError::OutOfMemory);
-
-    lumi::test::writeFile(path, bytes);
-    FPVItemJpeg whole(path, QString(), false);
-    const std::unique_ptr<QImage> image(whole.scaledImage(100, 100));
-    QVERIFY(image);
-}
-
-void TestThumbnailDecode::errorsOfLinesAreClean()
+void TestThumbnailDecode::anErrorInALineLeavesNothing()
 {
     FPVItemJpeg item(photo({}), QString(), false);
     lumi::test::LibraryFaults faults;
@@ -265,17 +241,6 @@ void TestThumbnailDecode::errorsOfLinesAreClean()
     QCOMPARE(item.errorCode(), DecodeError::Undecodable);
     QCOMPARE(log.warnings.last(), kError3);
     QCOMPARE(lumi::test::liveDecompressors(), 0);
-}
-
-void TestThumbnailDecode::pipesAreNotWaitedFor()
-{
-    const QString path = m_fixture->path(QStringLiteral("pipe.jpg"));
-    QCOMPARE(::mkfifo(QFile::encodeName(path).constData(), 0600), 0);
-    const MessageLog log;
-    FPVItemJpeg item(path, QString(), false);
-    QCOMPARE(item.imageSize(), QSize(-1, -1));
-    QCOMPARE(log.warnings.first(),
-             QString(QStringLiteral("my_jpeg_source_mgr cannot read file ") + path));
 }
 
 void TestThumbnailDecode::noDecompressorIsLeft()
@@ -294,7 +259,7 @@ void TestThumbnailDecode::noDecompressorIsLeft()
     QCOMPARE(item.errorCode(), DecodeError::None);
 }
 
-/// Its lines would not fit what the screen decode reads into.
+/// Its lines would not fit into the buffer of the screen decode.
 void TestThumbnailDecode::aScreenDecodeEndsWhenTheDecompressorIsMadeAnew()
 {
     FPVItemJpeg item(photo({.size = QSize(1600, 1200)}), QString(), false);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The base of tests of thumbnails: photos in a private folder with a store for what is made of
-// them, and no decompressor is left behind.
+// The base of tests of thumbnails: photos in a private folder and a swap store. Checks that no
+// decompressor is left.
 #pragma once
 
 #include "tests/items/JpegMaker.h"

@@ -14,7 +14,7 @@ enum class Coding {
     ArithmeticProgressive = 0xCA
 };
 
-/// What a scan says of the coefficients it holds.
+/// The header values of a scan.
 struct Band
 {
     int first;
@@ -27,7 +27,7 @@ constexpr Band kWhole{0, 63, 0, 0};
 constexpr int kMostDcBits = 13;
 constexpr int kLongestRun = 32767;
 
-/// Sampling factors of each component, as the file has them.
+/// Sampling factors of each component, as in the file.
 using Components = std::vector<int>;
 
 const Components kGray{0x11};
@@ -156,7 +156,7 @@ void Photo::dcBits(int scans)
     }
 }
 
-/// Pictures of which nothing fits into any memory.
+/// Pictures too large for any memory.
 void addHuge(std::vector<HostileFile> *all)
 {
     const std::pair<const char *, Components> kinds[]
@@ -191,7 +191,7 @@ void addHuge(std::vector<HostileFile> *all)
     all->push_back({"65500 x 65500, 500 scans", emptyScans(65500, 65500, 500)});
 }
 
-/// Pictures of several scans that a thumbnail may just hold.
+/// Pictures of several scans just below the memory limit of a thumbnail.
 void addLargestHeld(std::vector<HostileFile> *all)
 {
     struct Kind
@@ -229,7 +229,7 @@ void addLargestHeld(std::vector<HostileFile> *all)
     }
 }
 
-/// Pictures of one scan that a thumbnail may just read.
+/// Pictures of one scan just below the block limit of a thumbnail.
 void addLargestRead(std::vector<HostileFile> *all)
 {
     struct Kind

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Photos of a few bytes that claim as much work as a decoder can be made to do: huge pictures,
-// hundreds of scans, restarts after each block, arithmetic coding.
+// Small files that cause as much decoding work as possible: huge pictures, hundreds of scans,
+// restarts after each block, arithmetic coding.
 #pragma once
 
 #include "tests/items/HostileFiles.h"
@@ -10,7 +10,7 @@ namespace lumi::test {
 /// At least forty, the same in every run.
 [[nodiscard]] std::vector<HostileFile> worstHeaders();
 
-/// A gray progressive picture of this many scans, which hold nothing.
+/// A gray progressive picture of this many empty scans.
 [[nodiscard]] QByteArray emptyScans(int width, int height, int scans);
 
 } // namespace lumi::test

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/screen/PanelStyle.h"
+#include "platform/screen/panel.h"
 #include "tests/support/TestMain.h"
 
 #include <QMainWindow>
@@ -45,7 +46,7 @@ void TestPanelStyle::aToolBarLooksLikeItsMenuBar()
     QMainWindow window;
     QToolBar bar(&window);
     bar.setMovable(false);
-    bar.resize(100, PanelStyle::kTargetHeight);
+    bar.resize(100, lumi::kFingerSize);
     QMenuBar menuBar;
     menuBar.setNativeMenuBar(false);
     menuBar.resize(bar.size());
@@ -64,11 +65,11 @@ void TestPanelStyle::entriesOfMenusAreHighEnough()
     QAction *entry = menu.addAction(QStringLiteral("Entry"));
     QAction *submenu = menu.addMenu(QStringLiteral("More"))->menuAction();
     menu.ensurePolished();
-    QVERIFY(menu.actionGeometry(entry).height() >= PanelStyle::kTargetHeight);
-    QVERIFY(menu.actionGeometry(submenu).height() >= PanelStyle::kTargetHeight);
+    QVERIFY(menu.actionGeometry(entry).height() >= lumi::kFingerSize);
+    QVERIFY(menu.actionGeometry(submenu).height() >= lumi::kFingerSize);
     QMenuBar bar;
     bar.addMenu(&menu);
-    QVERIFY(bar.sizeHint().height() >= PanelStyle::kTargetHeight);
+    QVERIFY(bar.sizeHint().height() >= lumi::kFingerSize);
 }
 
 void TestPanelStyle::separatorsTakeNoMoreRoomThanUsual()
@@ -78,7 +79,7 @@ void TestPanelStyle::separatorsTakeNoMoreRoomThanUsual()
     QAction *separator = menu.addSeparator();
     menu.addAction(QStringLiteral("Other"));
     menu.ensurePolished();
-    QVERIFY(menu.actionGeometry(separator).height() < PanelStyle::kTargetHeight / 2);
+    QVERIFY(menu.actionGeometry(separator).height() < lumi::kFingerSize / 2);
 }
 
 void TestPanelStyle::tabsAreHighEnough()
@@ -86,8 +87,8 @@ void TestPanelStyle::tabsAreHighEnough()
     QTabBar bar;
     bar.addTab(QStringLiteral("One"));
     bar.addTab(QStringLiteral("Other"));
-    QVERIFY(bar.tabRect(0).height() >= PanelStyle::kTargetHeight);
-    QVERIFY(bar.tabRect(1).height() >= PanelStyle::kTargetHeight);
+    QVERIFY(bar.tabRect(0).height() >= lumi::kFingerSize);
+    QVERIFY(bar.tabRect(1).height() >= lumi::kFingerSize);
 }
 
 void TestPanelStyle::buttonsOfBoxesAreHighEnough()
@@ -96,7 +97,7 @@ void TestPanelStyle::buttonsOfBoxesAreHighEnough()
                     QMessageBox::Yes | QMessageBox::No);
     box.show();
     for (const QAbstractButton *button : box.buttons()) {
-        QVERIFY(button->height() >= PanelStyle::kTargetHeight);
+        QVERIFY(button->height() >= lumi::kFingerSize);
     }
     QCOMPARE(box.buttons().size(), 2);
 }
@@ -104,7 +105,7 @@ void TestPanelStyle::buttonsOfBoxesAreHighEnough()
 void TestPanelStyle::otherButtonsKeepTheirHeight()
 {
     const QPushButton button(QStringLiteral("Cancel"));
-    QVERIFY(button.sizeHint().height() < PanelStyle::kTargetHeight);
+    QVERIFY(button.sizeHint().height() < lumi::kFingerSize);
 }
 
 LUMI_TEST(TestPanelStyle)

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/screen/PanelStyle.h"
+#include "platform/screen/panel.h"
 #include "platform/toolkit/QMultiLineEdit.h"
 #include "tests/support/TestMain.h"
 
@@ -307,7 +308,7 @@ void TestQMultiLineEdit::isAsHighAsItsLines()
 {
     QMultiLineEdit edit;
     edit.setFixedVisibleLines(1);
-    QCOMPARE(edit.height(), lumi::PanelStyle::kTargetHeight);
+    QCOMPARE(edit.height(), lumi::kFingerSize);
     edit.setFixedVisibleLines(8);
     QVERIFY(edit.height() > 8 * edit.fontMetrics().lineSpacing());
     QVERIFY(edit.height() < 9 * edit.fontMetrics().lineSpacing() + 2);

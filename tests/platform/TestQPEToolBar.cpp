@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/screen/PanelStyle.h"
+#include "platform/screen/panel.h"
 #include "platform/windows/QPEMenuBar.h"
 #include "platform/windows/QPEToolBar.h"
 #include "tests/support/TestMain.h"
@@ -87,9 +88,8 @@ void TestQPEToolBar::menuBarsFillTheBar()
     w.show();
     QCOMPARE(menuBar->parentWidget(), w.bar->host());
     QCOMPARE(menuBar->geometry(), w.bar->host()->rect());
-    QCOMPARE(w.bar->height(), lumi::PanelStyle::kTargetHeight);
-    QCOMPARE(menuBar->actionGeometry(menuBar->actions().first()).height(),
-             lumi::PanelStyle::kTargetHeight);
+    QCOMPARE(w.bar->height(), lumi::kFingerSize);
+    QCOMPARE(menuBar->actionGeometry(menuBar->actions().first()).height(), lumi::kFingerSize);
     QVERIFY(w.bar->rect().contains(w.bar->host()->geometry()));
     for (const QToolButton *button : w.bar->findChildren<QToolButton *>()) {
         QVERIFY2(!button->isVisible(), "no button for entries that find no room");

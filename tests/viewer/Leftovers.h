@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
-// What a window that comes and goes may leave behind without anybody seeing it: memory, open
-// files, decompressors, windows.
+// Checks that windows that are opened and closed leave no memory, open files, decompressors or
+// windows behind.
 #pragma once
 
 #include <functional>
 
 namespace lumi::test {
 
-/// Opens and closes something many times, number counting from 0, and fails the test if that
-/// leaves anything behind. The first openings are not counted: caches fill then.
+/// Calls open() many times, with a number from 0 on, and fails the test if anything is left behind.
+/// The first calls are not counted, because they fill caches.
 void leavesNothing(int times, const std::function<void(int number)> &open);
 
 } // namespace lumi::test

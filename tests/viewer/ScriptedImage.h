@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A picture whose decode does what a test says, and when it says so. Its raster has one colour
-// for a decode made for the screen and another one for a decode at full size.
+// A picture whose decode is controlled by a test. Its raster has one colour for a decode at screen
+// size and another one for a decode at full size.
 #pragma once
 
 #include "items/FPVItemImage.h"

@@ -183,7 +183,7 @@ int lumi::test::ShowFixture::run(const std::function<void()> &story)
         watch();
         if (story && !isTold && !m_seen.isEmpty()) {
             isTold = true;
-            // Not from the timer: it must go on watching.
+            // Not called from the timer, which must go on watching.
             QTimer::singleShot(0, show.get(), [&] {
                 story();
                 watch();
@@ -249,7 +249,7 @@ void lumi::test::ShowFixture::endDelay() const
     timer("slideTimer")->start(0);
 }
 
-/// Delays are ended; the short waits of the show keep their time.
+/// Ends delays, but not the short waits of the show.
 void lumi::test::ShowFixture::hurry() const
 {
     QTimer *delay = timer("slideTimer");
@@ -328,7 +328,7 @@ void lumi::test::ShowFixture::inLoop(const std::function<bool()> &isOpen,
                                      const std::function<void()> &act,
                                      const std::function<void()> &open)
 {
-    // A timer that looks and does not wait: a wait would keep the loop from being left.
+    // A timer polls. A wait here would keep the event loop from ending.
     QTimer timer;
     QObject::connect(&timer, &QTimer::timeout, &timer, [&] {
         if (isOpen()) {
@@ -392,7 +392,7 @@ void lumi::test::ShowFixture::tell(const char *message)
 
 lumi::test::DelayLog::DelayLog(const ShowFixture &show)
 {
-    // The show has been told before.
+    // The slot of the show was connected before and runs first.
     const QTimer *delay = show.timer("slideTimer");
     connect(delay, &QTimer::timeout, this, [this, &show, delay] {
         shown.append(show.shown());

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A slideshow of pictures whose decodes take as long as a test wants, and somebody who watches
-// it and answers its menu and its boxes.
+// A slideshow of pictures whose decodes take as long as a test wants, and functions that watch it
+// and answer its menu and its boxes.
 #pragma once
 
 #include "items/FPVItemImage.h"
@@ -24,7 +24,7 @@ class SlideMenu;
 
 namespace lumi::test {
 
-/// Has a file, but its pixels are of one colour.
+/// A picture of one colour with a file that is not decoded.
 class SlowPicture : public FPVItemImage
 {
 public:
@@ -47,7 +47,7 @@ public:
 
     std::unique_ptr<uchar[]> takeRaster() override { return std::move(m_raster); }
 
-    /// Brings a running decode to its end, good or bad.
+    /// Ends a running decode, with success or failure.
     void finish();
 
     [[nodiscard]] bool isDecoding() const { return m_run != 0; }
@@ -71,9 +71,9 @@ private:
     bool m_inDecodeComplete = false;
 };
 
-/// A delay that no test sees the end of, unless it ends it itself.
+/// A delay that ends only if the test ends it.
 inline constexpr int kLong = 600000;
-/// How long a test waits for what must come.
+/// How long a test waits before it fails.
 inline constexpr int kPatienceMs = 20000;
 
 struct ShowOptions
@@ -100,23 +100,23 @@ public:
     bool removeFile(const char *name) const;
 
     SlideShow *make(const ShowOptions &options);
-    /// Runs the show. The story is told once the first picture is on the screen; a show that
-    /// goes on behind its end is closed. The story may delete the show.
+    /// Runs the show. Calls story when the first picture is on the screen, then closes the show if
+    /// it still runs. The story may delete the show.
     int run(const std::function<void()> &story = {});
     /// Name of the picture on the screen, empty for none.
     [[nodiscard]] QString shown() const;
     [[nodiscard]] bool sees(const char *name);
 
-    /// Names in the order in which they came on the screen; repeated ones are not noticed.
+    /// Names in the order in which they were shown, without immediate repetitions.
     [[nodiscard]] QStringList seen() const { return m_seen; }
 
-    /// Waits until so many have been seen.
+    /// Waits until this many have been seen.
     [[nodiscard]] bool seesCount(int count) const;
     /// One of the show's timers, by its name.
     [[nodiscard]] QTimer *timer(const char *name) const;
-    /// The present delay is over as soon as events run.
+    /// Lets the present delay end with the next events.
     void endDelay() const;
-    /// Ends delays of kLong until these pictures, a letter each, have come one after the other.
+    /// Ends delays of kLong until these pictures, one letter each, were shown in this order.
     [[nodiscard]] bool playsOn(const char *names);
     /// The same until the show is over.
     [[nodiscard]] bool playsToItsEnd();
@@ -131,16 +131,16 @@ public:
     /// Opens the menu and chooses.
     void choose(int entry) const;
     [[nodiscard]] static QMessageBox *box();
-    /// Something is done that opens a box before it returns, and something else in the box.
+    /// Calls open, which opens a box before it returns, and act while the box is open.
     static void inBox(const std::function<void()> &open, const std::function<void()> &act);
-    /// The same for anything that runs a loop of its own.
+    /// The same for anything that runs an event loop.
     static void inLoop(const std::function<bool()> &isOpen, const std::function<void()> &act,
                        const std::function<void()> &open);
     void key(int key) const;
-    /// Any code, also those that the test library has no name for.
+    /// Any key code, also those that QTest cannot send.
     static void press(QWidget *target, int key);
     static void release(QWidget *target, int key);
-    /// A message on the system's channel, delivered.
+    /// Delivers a message on the channel QPE/System.
     static void tell(const char *message);
 
     FakeMachine *machine; ///< lent
@@ -158,8 +158,8 @@ private:
     QStringList m_seen;
 };
 
-/// Notes of each delay of an automatic show what is on the screen as soon as it is over, which
-/// is the next picture unless that is late, and how long the delay after it is.
+/// Records at the end of each delay of an automatic show which picture is shown, which is the next
+/// one unless it is late, and the length of the following delay.
 class DelayLog : public QObject
 {
 public:

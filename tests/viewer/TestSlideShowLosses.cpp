@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Files that are gone when their turn comes.
+// Files that are missing when they are to be shown.
 #include "tests/support/TestMain.h"
 #include "tests/viewer/ShowFixture.h"
 
@@ -19,25 +19,22 @@ private Q_SLOTS:
 
     void cleanup() { m_show.reset(); }
 
-    void aVanishedFileIsPassedOver();
-    void aVanishedFileTakesNoTime();
-    void severalVanishedFiles();
-    void theFirstFileIsGone();
-    void allFilesAreGone();
-    void theLastFilesVanishWhileOneIsShown();
-    void theLastOfARoundIsGone();
-    void backToAVanishedFile();
-    void aStepToAVanishedFile_data();
-    void aStepToAVanishedFile();
-    void stepsGoOnFromTheFollowerOfAVanishedFile_data();
-    void stepsGoOnFromTheFollowerOfAVanishedFile();
-    void aRoundBegunOverAVanishedFileIsCounted();
+    void aMissingFileIsSkipped();
+    void aMissingFileIsSkippedAfter10Ms();
+    void theFirstFileIsMissing();
+    void allFilesAreMissing();
+    void allFilesAreDeletedWhileOneIsShown();
+    void aStepBackToAMissingFile();
+    void aStepToAMissingFileShowsItsFollower_data();
+    void aStepToAMissingFileShowsItsFollower();
+    void stepsCountFromTheFollowerOfAMissingFile_data();
+    void stepsCountFromTheFollowerOfAMissingFile();
 
 private:
     std::unique_ptr<ShowFixture> m_show;
 };
 
-void TestSlideShowLosses::aVanishedFileIsPassedOver()
+void TestSlideShowLosses::aMissingFileIsSkipped()
 {
     m_show->addPictures(4);
     m_show->make({});
@@ -45,12 +42,12 @@ void TestSlideShowLosses::aVanishedFileIsPassedOver()
         QVERIFY(m_show->removeFile("c"));
         QVERIFY(m_show->playsOn("bdabda"));
     });
-    // It has left the folder's list too.
+    // It was removed from the folder's list too.
     QCOMPARE(m_show->source.count(), 3);
     QVERIFY(m_show->picture("c") == nullptr);
 }
 
-void TestSlideShowLosses::aVanishedFileTakesNoTime()
+void TestSlideShowLosses::aMissingFileIsSkippedAfter10Ms()
 {
     m_show->addPictures(3);
     m_show->make({});
@@ -62,7 +59,7 @@ void TestSlideShowLosses::aVanishedFileTakesNoTime()
         QCOMPARE(m_show->shown(), QStringLiteral("b"));
         QVERIFY(delay->isActive());
         QCOMPARE(delay->interval(), 10);
-        // The one after it is decoded ahead within the delay, as if there had never been a c.
+        // Its follower is decoded during the same delay.
         QTRY_COMPARE(m_show->picture("a")->completes, 2);
         QCOMPARE(m_show->shown(), QStringLiteral("b"));
         QVERIFY(delay->isActive());
@@ -71,20 +68,7 @@ void TestSlideShowLosses::aVanishedFileTakesNoTime()
     });
 }
 
-void TestSlideShowLosses::severalVanishedFiles()
-{
-    m_show->addPictures(6);
-    m_show->make({});
-    m_show->run([this] {
-        for (const char *name : {"c", "d", "f"}) {
-            QVERIFY(m_show->removeFile(name));
-        }
-        QVERIFY(m_show->playsOn("beab"));
-    });
-    QCOMPARE(m_show->source.count(), 3);
-}
-
-void TestSlideShowLosses::theFirstFileIsGone()
+void TestSlideShowLosses::theFirstFileIsMissing()
 {
     m_show->addPictures(3);
     QVERIFY(m_show->removeFile("a"));
@@ -98,7 +82,7 @@ void TestSlideShowLosses::theFirstFileIsGone()
     });
 }
 
-void TestSlideShowLosses::allFilesAreGone()
+void TestSlideShowLosses::allFilesAreMissing()
 {
     m_show->addPictures(1);
     QVERIFY(m_show->removeFile("a"));
@@ -109,7 +93,7 @@ void TestSlideShowLosses::allFilesAreGone()
     QVERIFY(show->lastItem() == nullptr);
 }
 
-void TestSlideShowLosses::theLastFilesVanishWhileOneIsShown()
+void TestSlideShowLosses::allFilesAreDeletedWhileOneIsShown()
 {
     m_show->addPictures(2);
     m_show->make({});
@@ -125,19 +109,7 @@ void TestSlideShowLosses::theLastFilesVanishWhileOneIsShown()
     QVERIFY(m_show->show->lastItem() == nullptr);
 }
 
-void TestSlideShowLosses::theLastOfARoundIsGone()
-{
-    m_show->addPictures(3);
-    QVERIFY(m_show->removeFile("c"));
-    m_show->make({true, true, kLong, 2, 0});
-    QCOMPARE(m_show->run([this] {
-        QVERIFY(m_show->playsToItsEnd());
-    }),
-             0);
-    QCOMPARE(m_show->seen().join(QString()), QStringLiteral("abab"));
-}
-
-void TestSlideShowLosses::backToAVanishedFile()
+void TestSlideShowLosses::aStepBackToAMissingFile()
 {
     m_show->addPictures(3);
     m_show->make({false, true, kLong, 0, 0});
@@ -152,14 +124,14 @@ void TestSlideShowLosses::backToAVanishedFile()
     });
 }
 
-void TestSlideShowLosses::aStepToAVanishedFile_data()
+void TestSlideShowLosses::aStepToAMissingFileShowsItsFollower_data()
 {
     QTest::addColumn<bool>("autoMode");
-    QTest::newRow("by itself") << true;
-    QTest::newRow("by hand") << false;
+    QTest::newRow("automatic") << true;
+    QTest::newRow("manual") << false;
 }
 
-void TestSlideShowLosses::aStepToAVanishedFile()
+void TestSlideShowLosses::aStepToAMissingFileShowsItsFollower()
 {
     QFETCH(bool, autoMode);
     m_show->addPictures(4);
@@ -175,7 +147,7 @@ void TestSlideShowLosses::aStepToAVanishedFile()
     });
 }
 
-void TestSlideShowLosses::stepsGoOnFromTheFollowerOfAVanishedFile_data()
+void TestSlideShowLosses::stepsCountFromTheFollowerOfAMissingFile_data()
 {
     QTest::addColumn<QString>("played");
     QTest::addColumn<QString>("gone");
@@ -188,7 +160,7 @@ void TestSlideShowLosses::stepsGoOnFromTheFollowerOfAVanishedFile_data()
                                     << "d";
 }
 
-void TestSlideShowLosses::stepsGoOnFromTheFollowerOfAVanishedFile()
+void TestSlideShowLosses::stepsCountFromTheFollowerOfAMissingFile()
 {
     QFETCH(QString, played);
     QFETCH(QString, gone);
@@ -199,31 +171,13 @@ void TestSlideShowLosses::stepsGoOnFromTheFollowerOfAVanishedFile()
         QVERIFY(m_show->playsOn(qPrintable(played)));
         QVERIFY(m_show->removeFile(qPrintable(gone)));
         const QString before = m_show->shown();
-        // The second one comes before anything else does.
+        // The second key comes before any other event.
         m_show->key(Qt::Key_Left);
         m_show->key(Qt::Key_Left);
         QVERIFY(m_show->picture(qPrintable(gone)) == nullptr);
         QTRY_VERIFY(m_show->shown() != before);
         QCOMPARE(m_show->shown(), shown);
     });
-}
-
-void TestSlideShowLosses::aRoundBegunOverAVanishedFileIsCounted()
-{
-    m_show->addPictures(5);
-    m_show->picture("d")->decodeMs = -1;
-    m_show->make({true, true, kLong, 2, 0});
-    m_show->run([this] {
-        QVERIFY(m_show->playsOn("bc"));
-        QVERIFY(m_show->removeFile("e"));
-        m_show->key(Qt::Key_Right); // d
-        m_show->key(Qt::Key_Right); // a, as e is gone
-        m_show->key(Qt::Key_Right); // b
-        QVERIFY(m_show->picture("e") == nullptr);
-        m_show->picture("d")->decodeMs = 0;
-        QVERIFY(m_show->playsToItsEnd());
-    });
-    QCOMPARE(m_show->seen().join(QString()), QStringLiteral("abcbcd"));
 }
 
 LUMI_TEST(TestSlideShowLosses)

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The menu of the running show and what it leads to.
+// The menu of the running show.
 #include "platform/keys/deviceKey.h"
 #include "tests/support/TestMain.h"
 #include "tests/viewer/ShowFixture.h"
@@ -24,33 +24,33 @@ private Q_SLOTS:
 
     void cleanup() { m_show.reset(); }
 
-    void hasItsEntries();
-    void opensWhereThePenIs();
+    void theMenuHasItsEntries();
+    void opensAtThePress();
     void theMenuKeyOpensAndClosesIt_data();
     void theMenuKeyOpensAndClosesIt();
-    void choicesEndItWithTheirCode_data();
-    void choicesEndItWithTheirCode();
-    void theEndingKeyWorksInIt_data();
-    void theEndingKeyWorksInIt();
-    void afterItThePictureIsThere_data();
-    void afterItThePictureIsThere();
-    void whileItIsOpenNothingMoves();
-    void afterItThePlayGoesOn_data();
-    void afterItThePlayGoesOn();
-    void byHandAPictureDecodedUnderItComesAfterIt();
-    void aStepUnderItComesAfterIt();
-    void beforeTheFirstPictureItLosesNothing();
-    void aVanishedFileUnderItIsPassedOver_data();
-    void aVanishedFileUnderItIsPassedOver();
-    void anotherApplicationClosesIt();
-    void itsDeathIsSurvived_data();
-    void itsDeathIsSurvived();
+    void entriesEndTheShowWithTheirCode_data();
+    void entriesEndTheShowWithTheirCode();
+    void theStopKeyEndsTheShowFromTheMenu_data();
+    void theStopKeyEndsTheShowFromTheMenu();
+    void thePictureIsRedrawnAfterTheMenu_data();
+    void thePictureIsRedrawnAfterTheMenu();
+    void nothingIsDrawnWhileTheMenuIsOpen();
+    void theShowGoesOnAfterTheMenu_data();
+    void theShowGoesOnAfterTheMenu();
+    void aStepDecodedUnderTheMenuIsShownAfterIt_data();
+    void aStepDecodedUnderTheMenuIsShownAfterIt();
+    void theMenuBeforeTheFirstPictureSkipsNothing();
+    void aMissingFileIsSkippedAfterTheMenu_data();
+    void aMissingFileIsSkippedAfterTheMenu();
+    void anotherApplicationClosesTheMenu();
+    void theShowMayBeDeletedUnderMenuOrBox_data();
+    void theShowMayBeDeletedUnderMenuOrBox();
 
 private:
     std::unique_ptr<ShowFixture> m_show;
 };
 
-void TestSlideShowMenu::hasItsEntries()
+void TestSlideShowMenu::theMenuHasItsEntries()
 {
     const SlideMenu menu(nullptr);
     QStringList entries;
@@ -65,7 +65,7 @@ void TestSlideShowMenu::hasItsEntries()
                             "5 End slideshow"));
 }
 
-void TestSlideShowMenu::opensWhereThePenIs()
+void TestSlideShowMenu::opensAtThePress()
 {
     m_show->addPictures(2);
     m_show->make({});
@@ -111,11 +111,11 @@ void TestSlideShowMenu::theMenuKeyOpensAndClosesIt()
         });
         QVERIFY(m_show->show->isVisible());
     });
-    // As far into the corner as the style lets a menu go.
+    // At (0, 0), but for the margin of the style.
     QVERIFY(QRect(0, 0, 4, 4).contains(place));
 }
 
-void TestSlideShowMenu::choicesEndItWithTheirCode_data()
+void TestSlideShowMenu::entriesEndTheShowWithTheirCode_data()
 {
     QTest::addColumn<int>("entry");
     QTest::addColumn<int>("code");
@@ -125,7 +125,7 @@ void TestSlideShowMenu::choicesEndItWithTheirCode_data()
     QTest::newRow("end") << 5 << 0;
 }
 
-void TestSlideShowMenu::choicesEndItWithTheirCode()
+void TestSlideShowMenu::entriesEndTheShowWithTheirCode()
 {
     QFETCH(int, entry);
     m_show->addPictures(3);
@@ -141,14 +141,14 @@ void TestSlideShowMenu::choicesEndItWithTheirCode()
     QCOMPARE(m_show->shown(), QStringLiteral("b"));
 }
 
-void TestSlideShowMenu::theEndingKeyWorksInIt_data()
+void TestSlideShowMenu::theStopKeyEndsTheShowFromTheMenu_data()
 {
     QTest::addColumn<int>("key");
     QTest::newRow("the device's") << kKeyStop;
     QTest::newRow("Cancel") << int(Qt::Key_Cancel);
 }
 
-void TestSlideShowMenu::theEndingKeyWorksInIt()
+void TestSlideShowMenu::theStopKeyEndsTheShowFromTheMenu()
 {
     QFETCH(int, key);
     m_show->addPictures(2);
@@ -164,14 +164,14 @@ void TestSlideShowMenu::theEndingKeyWorksInIt()
     QVERIFY(ended);
 }
 
-void TestSlideShowMenu::afterItThePictureIsThere_data()
+void TestSlideShowMenu::thePictureIsRedrawnAfterTheMenu_data()
 {
     QTest::addColumn<bool>("continues");
     QTest::newRow("Cont.") << true;
     QTest::newRow("left without a choice") << false;
 }
 
-void TestSlideShowMenu::afterItThePictureIsThere()
+void TestSlideShowMenu::thePictureIsRedrawnAfterTheMenu()
 {
     QFETCH(bool, continues);
     m_show->addPictures(2);
@@ -196,7 +196,7 @@ void TestSlideShowMenu::afterItThePictureIsThere()
     });
 }
 
-void TestSlideShowMenu::whileItIsOpenNothingMoves()
+void TestSlideShowMenu::nothingIsDrawnWhileTheMenuIsOpen()
 {
     m_show->addPictures(3);
     m_show->picture("b")->decodeMs = -1;
@@ -217,7 +217,7 @@ void TestSlideShowMenu::whileItIsOpenNothingMoves()
     });
 }
 
-void TestSlideShowMenu::afterItThePlayGoesOn_data()
+void TestSlideShowMenu::theShowGoesOnAfterTheMenu_data()
 {
     QTest::addColumn<QString>("readyAt");
     QTest::newRow("the next one was ready before") << "before";
@@ -226,7 +226,7 @@ void TestSlideShowMenu::afterItThePlayGoesOn_data()
     QTest::newRow("it becomes ready after the delay") << "after";
 }
 
-void TestSlideShowMenu::afterItThePlayGoesOn()
+void TestSlideShowMenu::theShowGoesOnAfterTheMenu()
 {
     QFETCH(QString, readyAt);
     m_show->addPictures(3);
@@ -257,35 +257,19 @@ void TestSlideShowMenu::afterItThePlayGoesOn()
     });
 }
 
-void TestSlideShowMenu::byHandAPictureDecodedUnderItComesAfterIt()
+void TestSlideShowMenu::aStepDecodedUnderTheMenuIsShownAfterIt_data()
 {
-    m_show->addPictures(3);
-    m_show->picture("b")->decodeMs = -1;
-    m_show->make({false, true, kLong, 0, 0});
-    m_show->run([this] {
-        m_show->key(Qt::Key_Right);
-        m_show->inMenu([this] {
-            m_show->picture("b")->finish();
-            QCOMPARE(m_show->shown(), QStringLiteral("a"));
-            QTest::keyClick(m_show->menu(), Qt::Key_Escape);
-        });
-        QVERIFY(m_show->sees("b"));
-        // One that is not ready by then is not swallowed either.
-        m_show->picture("c")->decodeMs = -1;
-        m_show->key(Qt::Key_Right);
-        m_show->choose(SlideMenu::Continue);
-        m_show->picture("c")->finish();
-        QVERIFY(m_show->sees("c"));
-    });
+    aMissingFileIsSkippedAfterTheMenu_data();
 }
 
-void TestSlideShowMenu::aStepUnderItComesAfterIt()
+void TestSlideShowMenu::aStepDecodedUnderTheMenuIsShownAfterIt()
 {
+    QFETCH(bool, autoMode);
     m_show->addPictures(4);
     for (const char *name : {"b", "c"}) {
         m_show->picture(name)->decodeMs = -1;
     }
-    m_show->make({true, true, kLong, 0, 0});
+    m_show->make({autoMode, true, kLong, 0, 0});
     m_show->run([this] {
         m_show->key(Qt::Key_Right);
         m_show->inMenu([this] {
@@ -301,7 +285,7 @@ void TestSlideShowMenu::aStepUnderItComesAfterIt()
     });
 }
 
-void TestSlideShowMenu::beforeTheFirstPictureItLosesNothing()
+void TestSlideShowMenu::theMenuBeforeTheFirstPictureSkipsNothing()
 {
     m_show->addPictures(2);
     m_show->hurriesFirst = false;
@@ -330,14 +314,14 @@ void TestSlideShowMenu::beforeTheFirstPictureItLosesNothing()
     QCOMPARE(m_show->seen().join(QString()), QStringLiteral("aba"));
 }
 
-void TestSlideShowMenu::aVanishedFileUnderItIsPassedOver_data()
+void TestSlideShowMenu::aMissingFileIsSkippedAfterTheMenu_data()
 {
     QTest::addColumn<bool>("autoMode");
-    QTest::newRow("by itself") << true;
-    QTest::newRow("by hand") << false;
+    QTest::newRow("automatic") << true;
+    QTest::newRow("manual") << false;
 }
 
-void TestSlideShowMenu::aVanishedFileUnderItIsPassedOver()
+void TestSlideShowMenu::aMissingFileIsSkippedAfterTheMenu()
 {
     QFETCH(bool, autoMode);
     m_show->addPictures(3);
@@ -352,14 +336,14 @@ void TestSlideShowMenu::aVanishedFileUnderItIsPassedOver()
             QVERIFY(m_show->removeFile("b"));
             m_show->key(Qt::Key_Right);
         }
-        // Before the one after it is begun.
+        // Before the decode of its follower.
         QCOMPARE(m_show->timer("slideTimer")->interval(), 10);
         m_show->choose(SlideMenu::Continue);
         QVERIFY(m_show->playsOn(autoMode ? "a" : "c"));
     });
 }
 
-void TestSlideShowMenu::anotherApplicationClosesIt()
+void TestSlideShowMenu::anotherApplicationClosesTheMenu()
 {
     m_show->addPictures(2);
     m_show->make({});
@@ -374,7 +358,7 @@ void TestSlideShowMenu::anotherApplicationClosesIt()
     QVERIFY(ended);
 }
 
-void TestSlideShowMenu::itsDeathIsSurvived_data()
+void TestSlideShowMenu::theShowMayBeDeletedUnderMenuOrBox_data()
 {
     QTest::addColumn<int>("key");
     QTest::addColumn<QString>("answers"); // to the boxes before that in which it dies
@@ -384,7 +368,7 @@ void TestSlideShowMenu::itsDeathIsSurvived_data()
     QTest::newRow("when a decode has failed") << int(Qt::Key_Right) << "";
 }
 
-void TestSlideShowMenu::itsDeathIsSurvived()
+void TestSlideShowMenu::theShowMayBeDeletedUnderMenuOrBox()
 {
     QFETCH(int, key);
     QFETCH(QString, answers);
@@ -403,7 +387,7 @@ void TestSlideShowMenu::itsDeathIsSurvived()
             killer.stop();
             m_show->show.reset();
             died = true;
-            // One that does not stand on the show stays.
+            // A box without a parent stays open.
             if (QMessageBox *box = ShowFixture::box()) {
                 box->accept();
             }

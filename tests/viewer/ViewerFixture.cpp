@@ -113,11 +113,15 @@ bool lumi::test::ViewerFixture::waitForLook()
 
 bool lumi::test::ViewerFixture::waitForButtons() const
 {
-    return QTest::qWaitFor(
+    const int interval = timer()->interval();
+    timer()->setInterval(0);
+    const bool isEnabled = QTest::qWaitFor(
         [this] {
             return button(2)->isEnabled();
         },
         kPatienceMs);
+    timer()->setInterval(interval);
+    return isEnabled;
 }
 
 void lumi::test::ViewerFixture::close()
@@ -152,7 +156,7 @@ QProgressBar *lumi::test::ViewerFixture::bar() const
     return viewer->findChild<QProgressBar *>();
 }
 
-const QTimer *lumi::test::ViewerFixture::timer() const
+QTimer *lumi::test::ViewerFixture::timer() const
 {
     return viewer->findChild<QTimer *>(QString(), Qt::FindDirectChildrenOnly);
 }

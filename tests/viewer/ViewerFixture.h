@@ -64,8 +64,9 @@ public:
     FPVPictureScrollView *open(FPVItemImage *item);
     /// Runs it until it closes. False if it doesn't close on its own in time.
     [[nodiscard]] bool run(int ms = 3000);
-    /// Until the picture is there and the buttons are back. False if that takes too long.
+    /// Waits until the picture is drawn and the viewing look is back. False if that takes too long.
     [[nodiscard]] bool waitForLook();
+    /// After waitForLook(): shortens the second after which the zoom buttons are enabled.
     [[nodiscard]] bool waitForButtons() const;
     void close();
 
@@ -73,7 +74,7 @@ public:
     [[nodiscard]] QLabel *percent() const;
     [[nodiscard]] QLabel *sizeLabel() const;
     [[nodiscard]] QProgressBar *bar() const;
-    [[nodiscard]] const QTimer *timer() const; ///< of the viewer's steps
+    [[nodiscard]] QTimer *timer() const; ///< of the viewer's steps
     [[nodiscard]] PictureScrollView *scroll() const;
     [[nodiscard]] QSize room() const;      ///< of the picture
     [[nodiscard]] bool isDecoding() const; ///< by its look

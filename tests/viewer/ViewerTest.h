@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the tests of the viewer with pictures that decode at the test's word share.
+// The base of tests of the viewer with scripted pictures.
 #pragma once
 
 #include "tests/viewer/ViewerFixture.h"
@@ -13,7 +13,7 @@ inline const QString kMemoryBox = QStringLiteral("Error: Memory full.\nProcessin
 inline const QString kOpenBox = QStringLiteral("Error: You did not open this file (OK)");
 inline const QString kStartFull = QStringLiteral("start full");
 
-/// Gives each test of such a class a viewer, and sees that nothing of it is left.
+/// Makes a viewer for each test and checks that nothing of it is left.
 class ViewerTest : public QObject
 {
     Q_OBJECT

@@ -10,7 +10,7 @@
 
 namespace {
 
-// Red tells the set and the kind, green the focus: see frameColour().
+// Red stands for set and kind, green for the focus: see frameColour().
 constexpr const char *kFrames[] = {
     "frame_pic_l",     "frame_pic_l_on",     "frame_folder_l",      "frame_folder_l_on",
     "frame_folder_pl", "frame_folder_pl_on", "frame_folder_l_back", "frame_folder_l_back_on",

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What a browser test stands on: a photo store in the private home, a machine with two card
-// slots, and a set of pixmaps whose plain colours tell which frame a cell shows.
+// The environment of browser tests: a photo store in a private home, a machine with two card slots,
+// and pixmaps of one colour each, which identify the frame of a cell.
 #pragma once
 
 #include "items/FPVItemImage.h"
@@ -19,7 +19,7 @@ public:
     BrowserWorld();
     ~BrowserWorld();
 
-    /// Paths that don't begin with "/" are in the photo store; parents are made.
+    /// Relative paths are in the photo store. Parent folders are made.
     [[nodiscard]] QString path(const QString &name) const;
     QString makeFolder(const QString &name);
     QString makePhoto(const QString &name, QSize size = QSize(80, 60), QColor colour = Qt::green);
@@ -41,7 +41,7 @@ private:
     QTemporaryDir m_resources;
 };
 
-/// A picture without a file behind it that notes how it was asked.
+/// A picture that records the calls of the view.
 class NotingImage : public FPVItemImage
 {
     Q_OBJECT

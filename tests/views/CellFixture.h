@@ -17,9 +17,9 @@ struct CellFixture
     CellFixture();
 
     FPVThumbnailItem *makeCell(FPVItemObject *item);
-    /// As the view makes it, before its turn in the chain, on the screen.
+    /// As the view makes it, visible, before the chain reaches it.
     FPVThumbnailItem *makeFullCell(FPVItemObject *item);
-    /// Gives the page the keyboard focus, and the cell with it. False if the window can't have it.
+    /// Gives the page and the cell the keyboard focus. False if the window cannot get it.
     [[nodiscard]] bool focusPage(FPVThumbnailItem *cell);
 
     BrowserWorld world;
@@ -27,7 +27,7 @@ struct CellFixture
     QWidget page;
 };
 
-/// In the order of their making.
+/// In the order in which they were made.
 QList<FPVThumbnailLabel *> labels(const FPVThumbnailItem *cell);
 /// The first label with a text, and the one without.
 FPVThumbnailLabel *nameLabel(const FPVThumbnailItem *cell);

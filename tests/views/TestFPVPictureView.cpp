@@ -47,7 +47,7 @@ public:
     bool fails = false;
 };
 
-/// Gives a test the handlers that are called directly.
+/// Makes handlers public.
 class OpenView : public FPVPictureView
 {
 public:
@@ -77,21 +77,20 @@ private Q_SLOTS:
     void isALabelOfItsName();
     void refreshShowsThePictureInItsPlace();
     void withoutRefreshTheNextSizeShowsIt();
-    void anEqualSizeIsNothing();
+    void anEqualSizeDecodesNothing();
     void noItemBlanksIt();
     void aFolderCountsAsNoItem();
     void anotherSizeShowsTheSamePixmap();
-    void anotherItemIsDecodedAnew();
     void theSameItemAgainIsDecodedAnew();
-    void whatCannotBeDecodedStaysEmpty();
+    void aPictureThatCannotBeDecodedLeavesItEmpty();
     void aPhotoIsFittedIntoThePlace_data();
     void aPhotoIsFittedIntoThePlace();
     void aTapDecides_data();
     void aTapDecides();
-    void theTapCountsWhereverThePictureStands();
+    void theTapIsJudgedByItsLocalPosition();
     void aTapWithoutAnItemIsNothing();
-    void theTapStopsHere();
-    void aDeadItemIsNone();
+    void theTapIsAccepted();
+    void aDeletedItemCountsAsNone();
 };
 
 void TestFPVPictureView::isALabelOfItsName()
@@ -132,7 +131,7 @@ void TestFPVPictureView::withoutRefreshTheNextSizeShowsIt()
     QCOMPARE(view.shown(), QSize(30, 20));
 }
 
-void TestFPVPictureView::anEqualSizeIsNothing()
+void TestFPVPictureView::anEqualSizeDecodesNothing()
 {
     CountedImage item;
     OpenView view;
@@ -183,18 +182,6 @@ void TestFPVPictureView::anotherSizeShowsTheSamePixmap()
     QVERIFY(!view.hasScaledContents());
 }
 
-void TestFPVPictureView::anotherItemIsDecodedAnew()
-{
-    CountedImage one;
-    CountedImage other;
-    OpenView view;
-    view.resize(100, 100);
-    view.setItem(&one, true);
-    view.setItem(&other, true);
-    QCOMPARE(one.decoded.size(), 1);
-    QCOMPARE(other.decoded.size(), 1);
-}
-
 void TestFPVPictureView::theSameItemAgainIsDecodedAnew()
 {
     CountedImage item;
@@ -206,7 +193,7 @@ void TestFPVPictureView::theSameItemAgainIsDecodedAnew()
     QCOMPARE(item.decoded, (QList<QSize>{QSize(50, 50), QSize(100, 50)}));
 }
 
-void TestFPVPictureView::whatCannotBeDecodedStaysEmpty()
+void TestFPVPictureView::aPictureThatCannotBeDecodedLeavesItEmpty()
 {
     CountedImage item;
     item.fails = true;
@@ -215,7 +202,7 @@ void TestFPVPictureView::whatCannotBeDecodedStaysEmpty()
     view.show();
     view.setItem(&item, true);
     QVERIFY(view.shown().isEmpty());
-    // It is the item all the same, and another size is another chance.
+    // The item is kept and decoded again at another size.
     QCOMPARE(view.item(), &item);
     item.fails = false;
     view.resize(200, 200);
@@ -273,7 +260,7 @@ void TestFPVPictureView::aTapDecides()
     QCOMPARE(clicked.size(), 0);
 }
 
-void TestFPVPictureView::theTapCountsWhereverThePictureStands()
+void TestFPVPictureView::theTapIsJudgedByItsLocalPosition()
 {
     CountedImage item;
     QWidget window;
@@ -283,7 +270,7 @@ void TestFPVPictureView::theTapCountsWhereverThePictureStands()
     const QSignalSpy decided(&view, &FPVPictureView::decided);
     release(&view, QPoint(50, 50));
     QCOMPARE(decided.size(), 1);
-    // Left of it, where the screen has a place with positive numbers.
+    // Left of the view, but inside its window.
     release(&view, QPoint(-80, 50));
     QCOMPARE(decided.size(), 1);
 }
@@ -297,7 +284,7 @@ void TestFPVPictureView::aTapWithoutAnItemIsNothing()
     QCOMPARE(decided.size(), 0);
 }
 
-void TestFPVPictureView::theTapStopsHere()
+void TestFPVPictureView::theTapIsAccepted()
 {
     struct Listener : QObject
     {
@@ -320,7 +307,7 @@ void TestFPVPictureView::theTapStopsHere()
     QCOMPARE(listener.releases, 0);
 }
 
-void TestFPVPictureView::aDeadItemIsNone()
+void TestFPVPictureView::aDeletedItemCountsAsNone()
 {
     auto item = std::make_unique<CountedImage>();
     OpenView view;

@@ -27,7 +27,7 @@ private Q_SLOTS:
     void cleanup() { m_cells.reset(); }
 
     void givesItsItemTheKindOfTheMode();
-    void unknownSizeMeansTheThumbnailAtHand();
+    void unknownSizeMeansTheLoadedThumbnail();
     void unknownSizeWithoutAThumbnailIs80By60();
     void aNewSizeReplacesTheThumbnail();
     void folderNamesAreCutAtTheFirstDotUntilLaidOut();
@@ -44,14 +44,14 @@ private Q_SLOTS:
     void aFailedThumbnailIsTriedOnceMoreAt80By60();
     void aFailedThumbnailLeavesTheBlackPlaceholder();
     void aFolderHasNeitherPictureNorCheckBox();
-    void theCheckBoxIsSeenFromTheThumbnailOn();
+    void theCheckBoxAppearsWithTheThumbnail();
     void theChainGoesOnPastAFailure();
-    void theChainEndsWithACellThatDied();
-    void framesTellKindAndFocus_data();
-    void framesTellKindAndFocus();
+    void theChainEndsAtADeletedCell();
+    void framesShowKindAndFocus_data();
+    void framesShowKindAndFocus();
     void focusedPartsHaveTheFocusedPalette();
     void theFolderIsReadOnce();
-    void aDeadItemIsNoItem();
+    void aDeletedItemCountsAsNone();
     void theItemForgetsItsCell();
     void theItemKeepsANewerCell();
     void slotsAndSignalsHaveTheirNames();
@@ -68,7 +68,7 @@ void TestFPVThumbnailItem::givesItsItemTheKindOfTheMode()
     QCOMPARE(item.thumbnailKind(), 's');
 }
 
-void TestFPVThumbnailItem::unknownSizeMeansTheThumbnailAtHand()
+void TestFPVThumbnailItem::unknownSizeMeansTheLoadedThumbnail()
 {
     NotingImage item(m_cells->world.makePhoto(QStringLiteral("a.jpg")));
     FPVThumbnailItem *cell = m_cells->makeCell(&item);
@@ -241,7 +241,7 @@ void TestFPVThumbnailItem::aFailedThumbnailLeavesTheBlackPlaceholder()
     cell->viewthumbnail();
     QCOMPARE(labels(cell).size(), 1);
     QCOMPARE(cell->grab().toImage().pixelColor(80, 60), QColor(Qt::black));
-    // A folder is no such case.
+    // A folder has no placeholder.
     FPVItemFolder folder(m_cells->world.store, QString(), false);
     FPVThumbnailItem *other = m_cells->makeCell(&folder);
     QVERIFY(!other->setPictureVisible(true, true));
@@ -258,14 +258,14 @@ void TestFPVThumbnailItem::aFolderHasNeitherPictureNorCheckBox()
     QVERIFY(checkBox(cell) == nullptr);
 }
 
-void TestFPVThumbnailItem::theCheckBoxIsSeenFromTheThumbnailOn()
+void TestFPVThumbnailItem::theCheckBoxAppearsWithTheThumbnail()
 {
     NotingImage item(m_cells->world.makePhoto(QStringLiteral("a.jpg")));
     item.setChecked(true);
     FPVThumbnailItem *cell = m_cells->makeFullCell(&item);
     QVERIFY(checkBox(cell) != nullptr);
     QVERIFY(!checkBox(cell)->isVisible());
-    // The cursor coming by doesn't show it either.
+    // The cursor does not show it either.
     cell->setFocusMark(true, true);
     QVERIFY(!checkBox(cell)->isVisible());
     cell->viewthumbnail();
@@ -289,7 +289,7 @@ void TestFPVThumbnailItem::theChainGoesOnPastAFailure()
     QCOMPARE(bad.asked.size(), 2);
 }
 
-void TestFPVThumbnailItem::theChainEndsWithACellThatDied()
+void TestFPVThumbnailItem::theChainEndsAtADeletedCell()
 {
     NotingImage one(m_cells->world.makePhoto(QStringLiteral("a.jpg")));
     NotingImage two(m_cells->world.makePhoto(QStringLiteral("b.jpg")));
@@ -303,7 +303,7 @@ void TestFPVThumbnailItem::theChainEndsWithACellThatDied()
     QVERIFY(two.asked.isEmpty());
 }
 
-void TestFPVThumbnailItem::framesTellKindAndFocus_data()
+void TestFPVThumbnailItem::framesShowKindAndFocus_data()
 {
     QTest::addColumn<QString>("entry"); // in the photo store, "" for a photo
     QTest::addColumn<bool>("large");
@@ -324,7 +324,7 @@ void TestFPVThumbnailItem::framesTellKindAndFocus_data()
         << QStringLiteral("full/..") << false << QStringLiteral("frame_folder_s_back");
 }
 
-void TestFPVThumbnailItem::framesTellKindAndFocus()
+void TestFPVThumbnailItem::framesShowKindAndFocus()
 {
     QFETCH(QString, entry);
     QFETCH(bool, large);
@@ -380,7 +380,7 @@ void TestFPVThumbnailItem::theFolderIsReadOnce()
              BrowserWorld::frameColour(QStringLiteral("frame_folder_l")));
 }
 
-void TestFPVThumbnailItem::aDeadItemIsNoItem()
+void TestFPVThumbnailItem::aDeletedItemCountsAsNone()
 {
     auto item = std::make_unique<NotingImage>(m_cells->world.makePhoto(QStringLiteral("a.jpg")));
     FPVThumbnailItem *cell = m_cells->makeFullCell(item.get());

@@ -184,11 +184,11 @@ void TestFPVThumbnailView::theContainerHasTheBackground()
     QVERIFY(m_view->waitForPage());
     const QPoint free(300, 250);
     QCOMPARE(m_view->container()->grab().toImage().pixelColor(free), QColor(Qt::cyan));
-    // A container that stands takes it too.
+    // An existing page gets it too.
     background.fill(Qt::magenta);
     m_view->view.setBackground(background);
     QCOMPARE(m_view->container()->grab().toImage().pixelColor(free), QColor(Qt::magenta));
-    // None means none from the next page on.
+    // A null pixmap takes effect with the next page.
     m_view->view.setBackground(QPixmap());
     QCOMPARE(m_view->container()->grab().toImage().pixelColor(free), QColor(Qt::magenta));
     m_view->view.showPage(0, -1, true);

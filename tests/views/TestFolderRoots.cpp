@@ -7,7 +7,7 @@
 
 using lumi::test::FakeMachine;
 
-/// Where there is no way up.
+/// The folders in which Backspace does nothing.
 class TestFolderRoots : public QObject
 {
     Q_OBJECT

@@ -10,7 +10,7 @@ namespace {
 constexpr lumi::PageGrid kLarge{3, 2, false};
 constexpr lumi::PageGrid kSmall{7, 5, false};
 constexpr lumi::PageGrid kInfo{7, 1, true};
-/// Taller than wide: only there the page step's odd test can be told from a plain one.
+/// More rows than columns: only there the test of topOnePageBack() differs from an ordinary one.
 constexpr lumi::PageGrid kTall{2, 5, false};
 
 } // namespace

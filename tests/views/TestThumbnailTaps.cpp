@@ -35,8 +35,8 @@ private Q_SLOTS:
 
     void cleanup() { m_cells.reset(); }
 
-    void aTapIsHeardOnce_data();
-    void aTapIsHeardOnce();
+    void aTapEmitsOneSignal_data();
+    void aTapEmitsOneSignal();
     void aDoubleTapIsTwoTaps();
     void aTapOnAPhotosNameTogglesItsCheck();
     void aTapOnANameBeforeTheThumbnailTogglesToo();
@@ -47,20 +47,20 @@ private Q_SLOTS:
     void aFolderOpensOnReleaseInside_data();
     void aFolderOpensOnReleaseInside();
     void aPhotoNeverOpensOnRelease();
-    void aCellThatLeftItsPageIsMute();
+    void aCellThatLeftItsPageEmitsNothing();
 
 private:
     std::unique_ptr<CellFixture> m_cells;
 };
 
-void TestThumbnailTaps::aTapIsHeardOnce_data()
+void TestThumbnailTaps::aTapEmitsOneSignal_data()
 {
     QTest::addColumn<bool>("onPicture");
     QTest::newRow("on the picture") << true;
     QTest::newRow("beside it") << false;
 }
 
-void TestThumbnailTaps::aTapIsHeardOnce()
+void TestThumbnailTaps::aTapEmitsOneSignal()
 {
     QFETCH(bool, onPicture);
     NotingImage item(m_cells->world.makePhoto(QStringLiteral("a.jpg")));
@@ -205,7 +205,7 @@ void TestThumbnailTaps::aPhotoNeverOpensOnRelease()
     QCOMPARE(decided.size(), 0);
 }
 
-void TestThumbnailTaps::aCellThatLeftItsPageIsMute()
+void TestThumbnailTaps::aCellThatLeftItsPageEmitsNothing()
 {
     FPVItemFolder item(m_cells->world.makeFolder(QStringLiteral("f")), QString(), false);
     FPVThumbnailItem *cell = m_cells->makeFullCell(&item);

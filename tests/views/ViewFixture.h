@@ -22,13 +22,13 @@ struct ViewFixture
     void showLarge();
     void showSmall();
     void showInfo();
-    /// The list holds that many pictures without files of their own; they show in large mode.
+    /// Fills the list with pictures that share one file, and shows them in large mode.
     void fill(int count);
     /// Lists a folder of the photo store.
     void list(const QString &folder = QString());
-    /// Until the cells of the page stand. False if they don't come.
+    /// Waits for the cells of the page. False if that takes too long.
     [[nodiscard]] bool waitForPage();
-    /// The same, and every cell had its turn.
+    /// Waits until the chain has reached all cells.
     [[nodiscard]] bool waitForThumbnails();
 
     /// Of all items of the list.
@@ -42,7 +42,7 @@ struct ViewFixture
     /// Of the cells, in their order.
     [[nodiscard]] QList<int> indexes() const;
     [[nodiscard]] FPVThumbnailItem *cellOf(int index) const;
-    /// The cell that is drawn as the cursor's, -1 without one.
+    /// The index of the cell with the cursor, -1 without one.
     [[nodiscard]] int shownCursor() const;
     [[nodiscard]] NotingImage *noting(int index);
     [[nodiscard]] QWidget *container() const;
