@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // The document reader on arbitrary bytes: what it holds must be as long as it says and stay
 // within its limit.
-#include "exif/FPVExifDocument.h"
-#include "exif/FPVExifTagBytes.h"
-#include "exif/typeSize.h"
+#include "exif/read/FPVExifDocument.h"
+#include "exif/tag/FPVExifTagBytes.h"
+#include "exif/tag/typeSize.h"
 #include "fuzz/FuzzInput.h"
 
 #include <QImage>

@@ -2,7 +2,7 @@
 // A photo of arbitrary bytes is saved as the editor does it: not at all if the new segment would
 // be too long. A photo that was not saved has to keep its bytes. A saved one has to keep its
 // image data and its first directory, in a segment whose length field is right.
-#include "exif/FPVExifWriter.h"
+#include "exif/write/FPVExifWriter.h"
 #include "fuzz/FuzzInput.h"
 
 #include <cstdlib>

@@ -2,8 +2,8 @@
 #include "items/FPVItemJpeg.h"
 
 #include "app/common/memory.h"
-#include "exif/FPVExifTag.h"
-#include "exif/exifInfoGroups.h"
+#include "exif/tag/FPVExifTag.h"
+#include "exif/text/exifInfoGroups.h"
 #include "items/JpegSession.h"
 #include "items/exifRecords.h"
 #include "items/openPhoto.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "exif/ui/ExifEditPage.h"
 
-#include "exif/FPVExifFields.h"
+#include "exif/text/FPVExifFields.h"
 #include "exif/ui/MyMultiLineEdit.h"
 
 #include <QGridLayout>

@@ -4,7 +4,7 @@
 #include "app/common/Settings.h"
 #include "app/common/labels.h"
 #include "app/common/messages.h"
-#include "exif/FPVExifFields.h"
+#include "exif/text/FPVExifFields.h"
 #include "exif/ui/infoRow.h"
 #include "platform/deviceKey.h"
 #include "views/FPVPictureView.h"

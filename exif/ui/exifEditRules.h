@@ -3,7 +3,7 @@
 // what it takes. The order is that of the rows of their groups that are not read-only.
 #pragma once
 
-#include "exif/ExifListKind.h"
+#include "exif/tag/ExifListKind.h"
 #include "exif/ui/characterFilter.h"
 
 #include <QString>

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "exif/ui/exifWriteBack.h"
 
-#include "exif/Altitude.h"
-#include "exif/FPVExifWriter.h"
-#include "exif/LatLongPair.h"
-#include "exif/typeSize.h"
+#include "exif/gps/Altitude.h"
+#include "exif/gps/LatLongPair.h"
+#include "exif/tag/typeSize.h"
+#include "exif/write/FPVExifWriter.h"
 
 #include <algorithm>
 #include <cstring>

@@ -2,7 +2,7 @@
 // What a photo's block held at one moment, for comparing before and after it is written anew.
 #pragma once
 
-#include "exif/FPVExifDocument.h"
+#include "exif/read/FPVExifDocument.h"
 
 #include <QByteArray>
 #include <QImage>

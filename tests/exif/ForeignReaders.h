@@ -4,7 +4,7 @@
 // fails makes the test fail.
 #pragma once
 
-#include "exif/ExifListKind.h"
+#include "exif/tag/ExifListKind.h"
 
 #include <QString>
 #include <QStringList>

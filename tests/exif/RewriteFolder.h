@@ -3,7 +3,7 @@
 // there as long as the folder.
 #pragma once
 
-#include "exif/FPVExifWriter.h"
+#include "exif/write/FPVExifWriter.h"
 #include "tests/exif/PhotoFolder.h"
 #include "tests/support/FakeMachine.h"
 

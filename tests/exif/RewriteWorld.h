@@ -3,7 +3,7 @@
 // calls on the way.
 #pragma once
 
-#include "exif/FPVExifWriter.h"
+#include "exif/write/FPVExifWriter.h"
 #include "tests/exif/BlockCopy.h"
 #include "tests/exif/RewriteFolder.h"
 #include "tests/support/FileFaults.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "exif/Altitude.h"
+#include "exif/gps/Altitude.h"
 #include "tests/support/TestMain.h"
 #include "tests/support/rows.h"
 

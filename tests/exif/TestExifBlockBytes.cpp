@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "exif/FPVExifTagBytes.h"
-#include "exif/exifBlockBytes.h"
+#include "exif/tag/FPVExifTagBytes.h"
+#include "exif/write/exifBlockBytes.h"
 #include "tests/exif/BlockCopy.h"
 #include "tests/exif/tagLists.h"
 #include "tests/support/TestMain.h"

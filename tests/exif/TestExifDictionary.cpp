@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "exif/exifDictionary.h"
+#include "exif/tag/exifDictionary.h"
 #include "tests/exif/PhotoFolder.h"
 #include "tests/support/TestMain.h"
 #include "tests/support/rows.h"

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 // Independent programs read what our readers read, and write what they read. Both programs
 // must be installed.
-#include "exif/FPVExifDocument.h"
-#include "exif/FPVExifFile.h"
-#include "exif/FPVExifTagRational.h"
-#include "exif/typeSize.h"
+#include "exif/read/FPVExifDocument.h"
+#include "exif/read/FPVExifFile.h"
+#include "exif/tag/FPVExifTagRational.h"
+#include "exif/tag/typeSize.h"
 #include "tests/exif/ForeignReaders.h"
 #include "tests/exif/PhotoFolder.h"
 #include "tests/exif/tagLists.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "exif/ExifSegment.h"
+#include "exif/read/ExifSegment.h"
 #include "tests/exif/PhotoFolder.h"
 #include "tests/support/TestMain.h"
 #include "tests/support/rows.h"

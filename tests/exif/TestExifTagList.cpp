@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "exif/ExifTagList.h"
-#include "exif/FPVExifTagNumber.h"
+#include "exif/tag/ExifTagList.h"
+#include "exif/tag/FPVExifTagNumber.h"
 #include "tests/support/TestMain.h"
 
 #include <QTest>

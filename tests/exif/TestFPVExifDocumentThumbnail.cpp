@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "exif/FPVExifDocument.h"
+#include "exif/read/FPVExifDocument.h"
 #include "tests/exif/PhotoFolder.h"
 #include "tests/support/FakeMachine.h"
 #include "tests/support/TestMain.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/common/messages.h"
-#include "exif/FPVExifFields.h"
-#include "exif/exifInfoGroups.h"
+#include "exif/text/FPVExifFields.h"
+#include "exif/text/exifInfoGroups.h"
 #include "tests/exif/PhotoFolder.h"
 #include "tests/support/TestMain.h"
 #include "tests/support/rows.h"

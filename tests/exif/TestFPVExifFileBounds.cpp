@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "exif/FPVExifFile.h"
-#include "exif/FPVExifTagBytes.h"
+#include "exif/read/FPVExifFile.h"
+#include "exif/tag/FPVExifTagBytes.h"
 #include "tests/exif/PhotoFolder.h"
 #include "tests/exif/walkedTags.h"
 #include "tests/support/TestMain.h"

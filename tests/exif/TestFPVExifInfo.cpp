@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "exif/FPVExifInfo.h"
+#include "exif/read/FPVExifInfo.h"
 #include "tests/exif/PhotoFolder.h"
 #include "tests/support/TestMain.h"
 #include "tests/support/rows.h"

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "exif/FPVExifTagBytes.h"
-#include "exif/FPVExifTagNumber.h"
-#include "exif/FPVExifTagRational.h"
-#include "exif/FPVExifTagString.h"
-#include "exif/fillFormat.h"
+#include "exif/tag/FPVExifTagBytes.h"
+#include "exif/tag/FPVExifTagNumber.h"
+#include "exif/tag/FPVExifTagRational.h"
+#include "exif/tag/FPVExifTagString.h"
+#include "exif/tag/fillFormat.h"
 #include "tests/support/TestMain.h"
 #include "tests/support/rows.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "exif/FPVFile.h"
+#include "exif/read/FPVFile.h"
 #include "tests/exif/PhotoFolder.h"
 #include "tests/support/TestMain.h"
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "app/common/messages.h"
-#include "exif/flashText.h"
+#include "exif/text/flashText.h"
 #include "tests/support/TestMain.h"
 #include "tests/support/rows.h"
 

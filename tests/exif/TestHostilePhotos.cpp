@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 // Damaged photos must cost no more than whole ones: both readers go through photos that are
 // cut at every length, changed in every byte, and changed at random, and every row is shown.
-#include "exif/FPVExifFields.h"
-#include "exif/FPVExifFile.h"
-#include "exif/FPVExifTagBytes.h"
-#include "exif/typeSize.h"
+#include "exif/read/FPVExifFile.h"
+#include "exif/tag/FPVExifTagBytes.h"
+#include "exif/tag/typeSize.h"
+#include "exif/text/FPVExifFields.h"
 #include "tests/exif/PhotoFolder.h"
 #include "tests/support/TestMain.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "exif/LatLong.h"
+#include "exif/gps/LatLong.h"
 #include "tests/support/TestMain.h"
 #include "tests/support/rows.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // What pointers and links left over from an older block bring into a new one, and the length of
 // blocks that no segment can hold.
-#include "exif/exifBlockBytes.h"
+#include "exif/write/exifBlockBytes.h"
 #include "tests/exif/BlockCopy.h"
 #include "tests/exif/RewriteTest.h"
 #include "tests/exif/tagLists.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "exif/userComment.h"
+#include "exif/text/userComment.h"
 #include "tests/exif/rowText.h"
 #include "tests/support/TestMain.h"
 #include "tests/support/rows.h"

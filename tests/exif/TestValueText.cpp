@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Every row of every group with every stored type.
-#include "exif/FPVExifTagBytes.h"
-#include "exif/valueText.h"
+#include "exif/tag/FPVExifTagBytes.h"
+#include "exif/text/valueText.h"
 #include "tests/exif/rowText.h"
 #include "tests/support/TestMain.h"
 

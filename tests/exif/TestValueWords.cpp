@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Numbers that are a choice out of a list, each list in full and beyond both of its ends.
-#include "exif/valueWords.h"
+#include "exif/text/valueWords.h"
 #include "tests/exif/rowText.h"
 #include "tests/support/TestMain.h"
 

@@ -3,7 +3,7 @@
 // digits of their degrees and in how far they go; the rows are made of these.
 #pragma once
 
-#include "exif/LatLong.h"
+#include "exif/gps/LatLong.h"
 
 #include <QTest>
 

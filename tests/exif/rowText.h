@@ -2,7 +2,7 @@
 // What tests of value texts share: a photo of few tags, read back as the row of a group.
 #pragma once
 
-#include "exif/FPVExifFields.h"
+#include "exif/text/FPVExifFields.h"
 #include "tests/exif/PhotoFolder.h"
 
 #include <array>

@@ -2,8 +2,8 @@
 // What tests ask of tags and lists of tags.
 #pragma once
 
-#include "exif/ExifTagList.h"
-#include "exif/FPVExifTagBytes.h"
+#include "exif/tag/ExifTagList.h"
+#include "exif/tag/FPVExifTagBytes.h"
 
 #include <QByteArray>
 #include <QList>

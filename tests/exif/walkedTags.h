@@ -2,7 +2,7 @@
 // The tags that a photo gives when it is walked.
 #pragma once
 
-#include "exif/FPVExifFile.h"
+#include "exif/read/FPVExifFile.h"
 
 #include <memory>
 #include <vector>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The command of lumivault-inspect that changes a photo.
-#include "exif/FPVExifDocument.h"
+#include "exif/read/FPVExifDocument.h"
 #include "tests/exif/BlockCopy.h"
 #include "tests/exif/tagLists.h"
 #include "tests/support/ExifBuilder.h"

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "tools/inspect/gpsCommands.h"
 
-#include "exif/Altitude.h"
-#include "exif/LatLongPair.h"
+#include "exif/gps/Altitude.h"
+#include "exif/gps/LatLongPair.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>

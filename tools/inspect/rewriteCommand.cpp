@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "tools/inspect/rewriteCommand.h"
 
-#include "exif/FPVExifWriter.h"
-#include "exif/typeSize.h"
+#include "exif/tag/typeSize.h"
+#include "exif/write/FPVExifWriter.h"
 
 #include <QFile>
 #include <QJsonArray>

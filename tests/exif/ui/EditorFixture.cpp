@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/exif/ui/EditorFixture.h"
 
-#include "exif/FPVExifTagBytes.h"
+#include "exif/tag/FPVExifTagBytes.h"
 #include "platform/QPEMenuBar.h"
 
 #include <QApplication>

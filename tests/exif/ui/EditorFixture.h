@@ -2,7 +2,7 @@
 // The Exif editor on a photo of its own, and a user of it.
 #pragma once
 
-#include "exif/FPVExifFields.h"
+#include "exif/text/FPVExifFields.h"
 #include "exif/ui/FormExif.h"
 #include "exif/ui/MyMultiLineEdit.h"
 #include "exif/ui/exifEditRules.h"

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "exif/FPVExifFields.h"
-#include "exif/FPVExifWriter.h"
-#include "exif/typeSize.h"
+#include "exif/tag/typeSize.h"
+#include "exif/text/FPVExifFields.h"
 #include "exif/ui/exifWriteBack.h"
+#include "exif/write/FPVExifWriter.h"
 #include "tests/exif/PhotoFolder.h"
 #include "tests/exif/ui/CallCounter.h"
 #include "tests/exif/ui/EditorFixture.h"

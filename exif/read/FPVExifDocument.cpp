@@ -1,0 +1,135 @@
+// SPDX-License-Identifier: MIT
+#include "exif/read/FPVExifDocument.h"
+
+#include "exif/read/ExifSegment.h"
+#include "exif/read/embeddedPicture.h"
+#include "exif/tag/pointerTags.h"
+
+#include <QFileInfo>
+#include <QImage>
+
+#include <utility>
+
+namespace {
+
+quint32 valueOf(const FPVExifTag *tag)
+{
+    return tag ? static_cast<quint32>(tag->intValue()) : 0;
+}
+
+} // namespace
+
+FPVExifDocument::FPVExifDocument(const QString &path)
+    : QFile(path)
+{
+    // Opening a pipe or a device could block for ever.
+    if (path.isEmpty() || !QFileInfo(path).isFile()
+        || !open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
+        return;
+    }
+    m_valid = readAll();
+    if (!m_valid) {
+        close();
+    }
+}
+
+FPVExifDocument::~FPVExifDocument() = default;
+
+bool FPVExifDocument::hasThumbnail() const
+{
+    return m_thumbnailOffset >= 1 && m_thumbnailLength > 0;
+}
+
+QImage *FPVExifDocument::thumbnail()
+{
+    if (!m_valid || !hasThumbnail()) {
+        return nullptr;
+    }
+    QImage image
+        = lumi::embeddedPicture(*this, qint64{m_tiffBase} + m_thumbnailOffset, m_thumbnailLength);
+    return image.isNull() ? nullptr : new QImage(std::move(image));
+}
+
+QImage *FPVExifDocument::thumbnail(const QString &path)
+{
+    FPVExifDocument document(path);
+    return document.thumbnail();
+}
+
+FPVExifTag *FPVExifDocument::find(int number, const lumi::ExifTagList &list) const
+{
+    return list.findNumber(number);
+}
+
+FPVExifTag *FPVExifDocument::find(int number, ExifListKind kind) const
+{
+    return find(number, list(kind));
+}
+
+const lumi::ExifTagList &FPVExifDocument::list(ExifListKind kind) const
+{
+    return this->*listAt(kind);
+}
+
+lumi::ExifTagList &FPVExifDocument::editableList(ExifListKind kind)
+{
+    return this->*listAt(kind);
+}
+
+FPVExifDocument::ListMember FPVExifDocument::listAt(ExifListKind kind)
+{
+    switch (kind) {
+    case ExifListKind::Exif:
+        return &FPVExifDocument::m_exif;
+    case ExifListKind::Interoperability:
+        return &FPVExifDocument::m_interoperability;
+    case ExifListKind::Gps:
+        return &FPVExifDocument::m_gps;
+    case ExifListKind::Ifd1:
+        return &FPVExifDocument::m_ifd1;
+    case ExifListKind::Ifd0:
+        break;
+    }
+    return &FPVExifDocument::m_ifd0;
+}
+
+bool FPVExifDocument::readAll()
+{
+    lumi::ExifSegment segment(*this);
+    const bool loaded = segment.load();
+    m_littleEndian = segment.isLittleEndian() ? 1 : 0;
+    m_tiffBase = segment.tiffBase();
+    m_app1Length = segment.app1Length();
+    m_ifd0Offset = segment.ifd0Offset();
+    if (!loaded || !segment.readIfd(m_ifd0Offset, m_ifd0, m_ifd1Offset)) {
+        return false;
+    }
+    m_ifd0Span = m_ifd1Offset - m_ifd0Offset;
+    return readPointed(segment);
+}
+
+/// A pointer that was left over can lead to a directory with another name. The surer names are
+/// read first and get it: a GPS directory shows what it is, and the link is never left over. The
+/// pointer to the interoperability directory comes last: it is written even if there is none.
+bool FPVExifDocument::readPointed(lumi::ExifSegment &segment)
+{
+    quint32 unusedLink = 0;
+    if (!readOne(segment, valueOf(m_ifd0.findNumber(lumi::kGpsPointer)), ExifListKind::Gps,
+                 unusedLink)
+        || !readOne(segment, m_ifd1Offset, ExifListKind::Ifd1, m_nextIfdOffset)
+        || !readOne(segment, valueOf(m_ifd0.findNumber(lumi::kExifPointer)), ExifListKind::Exif,
+                    unusedLink)
+        || !readOne(segment, valueOf(m_exif.findNumber(lumi::kInteroperabilityPointer)),
+                    ExifListKind::Interoperability, unusedLink)) {
+        return false;
+    }
+    m_thumbnailLength = valueOf(m_ifd1.findNumber(lumi::kThumbnailLength));
+    m_thumbnailOffset = valueOf(m_ifd1.findNumber(lumi::kThumbnailOffset));
+    return true;
+}
+
+bool FPVExifDocument::readOne(lumi::ExifSegment &segment, quint32 offset, ExifListKind kind,
+                              quint32 &link)
+{
+    return !segment.holdsIfd(offset, kind) || segment.readIfd(offset, editableList(kind), link);
+}

@@ -1,0 +1,233 @@
+// SPDX-License-Identifier: MIT
+#include "exif/read/FPVExifFile.h"
+
+#include "exif/tag/FPVExifTagBytes.h"
+#include "exif/tag/FPVExifTagNumber.h"
+#include "exif/tag/FPVExifTagRational.h"
+#include "exif/tag/FPVExifTagString.h"
+#include "exif/tag/typeSize.h"
+
+#include <algorithm>
+#include <cstring>
+#include <vector>
+
+namespace {
+
+constexpr int kFirstWindowSize = 1024;
+constexpr int kWordSize = 4;
+constexpr int kLargestValue = 65535;
+constexpr int kLargestSum = 1048576;
+
+struct Pointer
+{
+    int tag;
+    ExifIfdKind kind;
+};
+
+constexpr Pointer kPointers[] = {
+    {0x8769, ExifIfdKind::Exif},
+    {0x8825, ExifIfdKind::Gps},
+    {0xA005, ExifIfdKind::Interoperability},
+};
+
+bool isSame(const uchar *bytes, const char *expected, int size)
+{
+    return bytes && std::memcmp(bytes, expected, static_cast<std::size_t>(size)) == 0;
+}
+
+} // namespace
+
+FPVExifFile::FPVExifFile(const QString &path)
+    : FPVFile(QString())
+{
+    if (!path.isEmpty()) {
+        static_cast<void>(FPVExifFile::open(path));
+    }
+}
+
+FPVExifFile::~FPVExifFile() = default;
+
+bool FPVExifFile::open(const QString &path)
+{
+    if (!FPVFile::open(path)) {
+        return false;
+    }
+    m_ifds = {};
+    m_valueRoom = kLargestSum;
+    fill(kFirstWindowSize, -1);
+    if (!isSame(readBytes(2), "\xFF\xD8", 2)) {
+        close();
+        qWarning("FPVExifFile::open() no SOI marker %s", path.toLatin1().constData());
+        return false;
+    }
+    m_segmentStart = tell();
+    m_segmentLength = 0;
+    if (!readHeader(path.toLatin1())) {
+        close();
+        qDebug("FPVExifFile::open() not found Exif header %s", path.toLatin1().constData());
+        return false;
+    }
+    const quint32 offset = read32();
+    fill(m_segmentLength, qint64(m_tiffBase) + offset);
+    static_cast<void>(enterIfd(addIfd(offset, ExifIfdKind::Primary)));
+    return true;
+}
+
+bool FPVExifFile::readHeader(const QByteArray &path)
+{
+    seek(m_segmentStart);
+    const bool hasMarker = isSame(readBytes(2), "\xFF\xE1", 2);
+    setLittleEndian(false);
+    m_segmentLength = read16();
+    if (!hasMarker) {
+        qDebug("FPVExifFile::open() not APP1 marker %s", path.constData());
+        return false;
+    }
+    if (!isSame(readBytes(6), "Exif\0\0", 6)) {
+        qDebug("FPVExifFile::open() not \"Exif\" header %s", path.constData());
+        return false;
+    }
+    m_tiffBase = tell();
+    const uchar *order = readBytes(2);
+    const bool isIntel = isSame(order, "II", 2);
+    if (!isIntel && !isSame(order, "MM", 2)) {
+        qDebug("FPVExifFile::open() not Intel/Motorola endian %s", path.constData());
+        return false;
+    }
+    setLittleEndian(isIntel);
+    if (read16() != 0x002A) {
+        qDebug("FPVExifFile::open() endian check digit error %s", path.constData());
+        return false;
+    }
+    return true;
+}
+
+int FPVExifFile::addIfd(quint32 offset, ExifIfdKind kind)
+{
+    const auto free = std::find_if(m_ifds.begin(), m_ifds.end(), [](const Ifd &ifd) {
+        return ifd.offset == 0;
+    });
+    if (offset == 0 || free == m_ifds.end()) {
+        return -1;
+    }
+    *free = {offset, -1, kind};
+    return static_cast<int>(free - m_ifds.begin());
+}
+
+bool FPVExifFile::enterIfd(int index)
+{
+    if (index < 0 || index >= static_cast<int>(m_ifds.size())
+        || m_ifds[static_cast<std::size_t>(index)].offset == 0) {
+        return false;
+    }
+    Ifd &ifd = m_ifds[static_cast<std::size_t>(index)];
+    seek(qint64(m_tiffBase) + ifd.offset);
+    ifd.count = read16();
+    m_currentIfd = index;
+    m_currentEntry = 0;
+    return true;
+}
+
+FPVExifTag *FPVExifFile::nextTag()
+{
+    if (!isOpen()) {
+        return nullptr;
+    }
+    const Entry entry = {read16(), read16(), read32()};
+    const int valuePosition = tell();
+    std::unique_ptr<FPVExifTag> tag = decode(entry);
+    seek(qint64(valuePosition) + kWordSize);
+    if (tag) {
+        noteSubIfd(*tag);
+    }
+    finishEntry();
+    return tag.release();
+}
+
+void FPVExifFile::noteSubIfd(const FPVExifTag &tag)
+{
+    for (const Pointer &pointer : kPointers) {
+        if (pointer.tag == tag.tag()) {
+            addIfd(static_cast<quint32>(tag.intValue()), pointer.kind);
+        }
+    }
+}
+
+void FPVExifFile::finishEntry()
+{
+    const Ifd &ifd = m_ifds[static_cast<std::size_t>(m_currentIfd)];
+    ++m_currentEntry;
+    // A directory without entries has given one all the same.
+    if (m_currentEntry < ifd.count) {
+        return;
+    }
+    const quint32 next = read32();
+    addIfd(next, ifd.kind == ExifIfdKind::Primary ? ExifIfdKind::Thumbnail : ExifIfdKind::Further);
+    if (!enterIfd(m_currentIfd + 1)) {
+        close();
+    }
+}
+
+std::unique_ptr<FPVExifTag> FPVExifFile::decode(const Entry &entry)
+{
+    const auto number = [&entry](quint32 value) {
+        return std::make_unique<FPVExifTagNumber>(entry.tag, entry.type, entry.count,
+                                                  static_cast<qint32>(value));
+    };
+    switch (entry.type) {
+    case 1:
+        return number(readByte());
+    case 3:
+        return number(read16());
+    case 4:
+    case 9:
+        return number(read32());
+    case 2:
+        return decodeText(entry);
+    case 5:
+    case 10:
+        return decodeRational(entry);
+    case 7:
+        return decodeBytes(entry);
+    default:
+        return nullptr;
+    }
+}
+
+std::unique_ptr<FPVExifTag> FPVExifFile::decodeRational(const Entry &entry)
+{
+    seek(qint64(m_tiffBase) + read32());
+    const auto numerator = static_cast<qint32>(read32());
+    const auto denominator = static_cast<qint32>(read32());
+    return std::make_unique<FPVExifTagRational>(entry.tag, entry.type, entry.count, denominator,
+                                                numerator);
+}
+
+std::unique_ptr<FPVExifTag> FPVExifFile::decodeText(const Entry &entry)
+{
+    followOffset(entry);
+    const std::span<const char> window = rest();
+    const auto size = std::find(window.begin(), window.end(), '\0') - window.begin();
+    const int taken = static_cast<int>(std::min<qint64>(size, m_valueRoom));
+    m_valueRoom -= taken;
+    return std::make_unique<FPVExifTagString>(entry.tag, entry.type, entry.count,
+                                              QString::fromLatin1(window.data(), taken));
+}
+
+std::unique_ptr<FPVExifTag> FPVExifFile::decodeBytes(const Entry &entry)
+{
+    followOffset(entry);
+    const std::span<const char> window = rest();
+    const qint64 size = std::min<qint64>({entry.count, kLargestValue, m_valueRoom});
+    m_valueRoom -= static_cast<int>(size);
+    std::vector<char> value(static_cast<std::size_t>(size), '\0');
+    std::copy_n(window.begin(), std::min(window.size(), value.size()), value.begin());
+    return std::make_unique<FPVExifTagBytes>(entry.tag, entry.type, entry.count, value);
+}
+
+void FPVExifFile::followOffset(const Entry &entry)
+{
+    if (qint64(entry.count) * typeSize(entry.type) > kWordSize) {
+        seek(qint64(m_tiffBase) + read32());
+    }
+}

@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: MIT
+#include "exif/read/FPVExifInfo.h"
+
+#include "exif/read/FPVExifFile.h"
+#include "exif/read/embeddedPicture.h"
+
+#include <QFile>
+#include <QImage>
+
+namespace {
+
+// Where the offsets count from when the Exif segment follows the start of the image.
+constexpr qint64 kTiffBase = 12;
+constexpr int kThumbnailOffset = 0x0201;
+constexpr int kThumbnailLength = 0x0202;
+
+QImage readImage(const QString &path, qint64 place, int length)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? lumi::embeddedPicture(file, place, length) : QImage();
+}
+
+} // namespace
+
+FPVExifInfo::FPVExifInfo(const QString &path)
+    : m_path(path)
+{ }
+
+FPVExifInfo::~FPVExifInfo() = default;
+
+int FPVExifInfo::load(bool withThumbnail)
+{
+    const QString path = m_path;
+    if (path.isEmpty()) {
+        m_loaded = false;
+    }
+    if (m_loaded) {
+        return m_tags.count();
+    }
+    FPVExifFile file(path);
+    if (!file.isOpen()) {
+        return -1;
+    }
+    m_tags.clear();
+    while (FPVExifTag *tag = file.nextTag()) {
+        m_tags.append(tag);
+    }
+    if (withThumbnail) {
+        m_loaded = true; // before the thumbnail, which asks for loading itself
+        readThumbnail();
+    }
+    return m_tags.count();
+}
+
+FPVExifTag *FPVExifInfo::findTag(int number) const
+{
+    return m_tags.findNumber(number);
+}
+
+QPixmap *FPVExifInfo::thumbnailPixmap()
+{
+    if (!m_thumbnail) {
+        readThumbnail();
+    }
+    return m_thumbnail ? new QPixmap(*m_thumbnail) : nullptr;
+}
+
+QPixmap *FPVExifInfo::readThumbnail()
+{
+    load(true);
+    m_thumbnail.reset();
+    const FPVExifTag *offset = findTag(kThumbnailOffset);
+    const FPVExifTag *length = findTag(kThumbnailLength);
+    if (offset && length) {
+        const QImage image = readImage(m_path, offset->intValue() + kTiffBase, length->intValue());
+        if (!image.isNull()) {
+            m_thumbnail = std::make_unique<QPixmap>(QPixmap::fromImage(image));
+        }
+    }
+    return m_thumbnail.get();
+}
