@@ -3,7 +3,7 @@
 // within its limit.
 #include "exif/read/FPVExifDocument.h"
 #include "exif/tag/FPVExifTagBytes.h"
-#include "exif/tag/typeSize.h"
+#include "exif/tag/exifFormat.h"
 #include "fuzz/FuzzInput.h"
 
 #include <QImage>
@@ -32,7 +32,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
         }
     }
     const std::unique_ptr<QImage> image(document.thumbnail());
-    if (sum > 1024 * 1024 || (image && !document.hasThumbnail())) {
+    if (sum > lumi::kLargestValueSum || (image && !document.hasThumbnail())) {
         std::abort();
     }
     return 0;

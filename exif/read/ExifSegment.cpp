@@ -2,8 +2,8 @@
 #include "exif/read/ExifSegment.h"
 
 #include "exif/tag/FPVExifTagBytes.h"
+#include "exif/tag/exifFormat.h"
 #include "exif/tag/tagNumbers.h"
-#include "exif/tag/typeSize.h"
 #include "exif/tag/valueOrder.h"
 
 #include <QIODevice>
@@ -14,16 +14,7 @@
 
 namespace {
 
-constexpr int kTiffBase = 12; // image start, marker, length and "Exif" with two NULs
-constexpr int kTiffHeaderSize = 8;
-constexpr int kCountSize = 2;
-constexpr int kEntrySize = 12;
-constexpr int kEntryCount = 4; // in an entry
-constexpr int kEntryValue = 8;
-constexpr int kWordSize = 4;
 constexpr int kLastGpsTag = 0x0029; // the largest number that a row of the panel asks for
-constexpr qint64 kLargestValue = 65535;
-constexpr qint64 kLargestSum = 1048576;
 
 } // namespace
 
@@ -31,7 +22,7 @@ namespace lumi {
 
 ExifSegment::ExifSegment(QIODevice &file)
     : m_file(file)
-    , m_room(kLargestSum)
+    , m_room(kLargestValueSum)
 { }
 
 bool ExifSegment::load()
@@ -49,11 +40,13 @@ bool ExifSegment::load()
 bool ExifSegment::loadHeader()
 {
     const QByteArray header = m_file.read(kTiffBase + kTiffHeaderSize);
-    if (header.size() < kTiffBase + kTiffHeaderSize || !header.startsWith("\xFF\xD8\xFF\xE1")) {
+    if (header.size() < kTiffBase + kTiffHeaderSize || !header.startsWith(kStartOfImage)
+        || !header.sliced(2).startsWith(kApp1Marker)) {
         return false;
     }
     m_app1Length = qFromBigEndian<quint16>(header.constData() + kSegmentLengthPlace);
-    if (header.mid(kSegmentLengthPlace + 2, 6) != QByteArray("Exif\0\0", 6)) {
+    if (!header.sliced(kSegmentLengthPlace + 2)
+             .startsWith(QByteArrayView(kExifMark, sizeof kExifMark))) {
         return false;
     }
     m_tiffBase = kTiffBase;
@@ -71,7 +64,7 @@ bool ExifSegment::readIfd(quint32 offset, ExifTagList &list, quint32 &link)
 {
     m_readPlaces.push_back(offset);
     const int count = u16(offset);
-    qint64 place = qint64(offset) + kCountSize;
+    qint64 place = qint64(offset) + kEntryCountSize;
     for (int i = 0; i < count; ++i) {
         if (!readEntry(place, list)) {
             return false;
@@ -84,7 +77,7 @@ bool ExifSegment::readIfd(quint32 offset, ExifTagList &list, quint32 &link)
 
 bool ExifSegment::holdsIfd(quint32 offset, ExifListKind kind) const
 {
-    const qint64 entries = qint64(offset) + kCountSize;
+    const qint64 entries = qint64(offset) + kEntryCountSize;
     const bool isWhole = entries + u16(offset) * qint64(kEntrySize) <= m_bytes.size();
     const bool wasRead = std::ranges::find(m_readPlaces, offset) != m_readPlaces.end();
     return isWhole && !wasRead && (kind != ExifListKind::Gps || isGpsTag(entries));
@@ -96,23 +89,23 @@ bool ExifSegment::isGpsTag(qint64 entry) const
 {
     constexpr quint32 kNameLength = 4;
     const int tag = u16(entry);
-    const bool isName = tag == kTagLatitudeReference && u32(entry + kEntryCount) == kNameLength
-        && byteAt(entry + kEntryValue + 1) != '\0';
+    const bool isName = tag == kTagLatitudeReference && u32(entry + kCountPlace) == kNameLength
+        && byteAt(entry + kValuePlace + 1) != '\0';
     return tag <= kLastGpsTag && !isName;
 }
 
 bool ExifSegment::readEntry(qint64 entry, ExifTagList &list)
 {
     const quint16 tag = u16(entry);
-    const quint16 type = u16(entry + 2);
-    const quint32 count = u32(entry + kEntryCount);
+    const quint16 type = u16(entry + kTypePlace);
+    const quint32 count = u32(entry + kCountPlace);
     const qint64 size = qint64(count) * typeSize(type);
-    if (typeSize(type) == 0 || size > std::min(kLargestValue, m_room)) {
+    if (typeSize(type) == 0 || size > std::min<qint64>(kLargestValue, m_room)) {
         return true;
     }
     m_room -= size;
     m_value.assign(static_cast<std::size_t>(size), '\0');
-    if (!readValue(entry + kEntryValue)) {
+    if (!readValue(entry + kValuePlace)) {
         return false;
     }
     convertOrder(m_value, type, m_littleEndian);
@@ -123,7 +116,7 @@ bool ExifSegment::readEntry(qint64 entry, ExifTagList &list)
 bool ExifSegment::readValue(qint64 word)
 {
     const qint64 size = static_cast<qint64>(m_value.size());
-    if (size > kWordSize) {
+    if (size > kInlineValueSize) {
         const qint64 offset = u32(word);
         if (offset + size > m_bytes.size()) {
             return readFar(m_tiffBase + offset);

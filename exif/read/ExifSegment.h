@@ -18,9 +18,6 @@ class QIODevice;
 
 namespace lumi {
 
-/// Where the segment's length field stands in a file. The length counts from here.
-inline constexpr int kSegmentLengthPlace = 4;
-
 class ExifSegment
 {
 public:

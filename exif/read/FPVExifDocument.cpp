@@ -3,7 +3,7 @@
 
 #include "exif/read/ExifSegment.h"
 #include "exif/read/embeddedPicture.h"
-#include "exif/tag/pointerTags.h"
+#include "exif/tag/tagNumbers.h"
 
 #include <QFileInfo>
 #include <QImage>
@@ -114,17 +114,17 @@ bool FPVExifDocument::readAll()
 bool FPVExifDocument::readPointed(lumi::ExifSegment &segment)
 {
     quint32 unusedLink = 0;
-    if (!readOne(segment, valueOf(m_ifd0.findNumber(lumi::kGpsPointer)), ExifListKind::Gps,
+    if (!readOne(segment, valueOf(m_ifd0.findNumber(lumi::kTagGpsPointer)), ExifListKind::Gps,
                  unusedLink)
         || !readOne(segment, m_ifd1Offset, ExifListKind::Ifd1, m_nextIfdOffset)
-        || !readOne(segment, valueOf(m_ifd0.findNumber(lumi::kExifPointer)), ExifListKind::Exif,
+        || !readOne(segment, valueOf(m_ifd0.findNumber(lumi::kTagExifPointer)), ExifListKind::Exif,
                     unusedLink)
-        || !readOne(segment, valueOf(m_exif.findNumber(lumi::kInteroperabilityPointer)),
+        || !readOne(segment, valueOf(m_exif.findNumber(lumi::kTagInteroperabilityPointer)),
                     ExifListKind::Interoperability, unusedLink)) {
         return false;
     }
-    m_thumbnailLength = valueOf(m_ifd1.findNumber(lumi::kThumbnailLength));
-    m_thumbnailOffset = valueOf(m_ifd1.findNumber(lumi::kThumbnailOffset));
+    m_thumbnailLength = valueOf(m_ifd1.findNumber(lumi::kTagThumbnailLength));
+    m_thumbnailOffset = valueOf(m_ifd1.findNumber(lumi::kTagThumbnailOffset));
     return true;
 }
 

@@ -5,18 +5,15 @@
 #include "exif/tag/FPVExifTagNumber.h"
 #include "exif/tag/FPVExifTagRational.h"
 #include "exif/tag/FPVExifTagString.h"
-#include "exif/tag/typeSize.h"
+#include "exif/tag/exifFormat.h"
+#include "exif/tag/tagNumbers.h"
 
 #include <algorithm>
-#include <cstring>
 #include <vector>
 
 namespace {
 
 constexpr int kFirstWindowSize = 1024;
-constexpr int kWordSize = 4;
-constexpr int kLargestValue = 65535;
-constexpr int kLargestSum = 1048576;
 
 struct Pointer
 {
@@ -25,14 +22,14 @@ struct Pointer
 };
 
 constexpr Pointer kPointers[] = {
-    {0x8769, ExifIfdKind::Exif},
-    {0x8825, ExifIfdKind::Gps},
-    {0xA005, ExifIfdKind::Interoperability},
+    {lumi::kTagExifPointer, ExifIfdKind::Exif},
+    {lumi::kTagGpsPointer, ExifIfdKind::Gps},
+    {lumi::kTagInteroperabilityPointer, ExifIfdKind::Interoperability},
 };
 
-bool isSame(const uchar *bytes, const char *expected, int size)
+bool isSame(const uchar *bytes, QByteArrayView expected)
 {
-    return bytes && std::memcmp(bytes, expected, static_cast<std::size_t>(size)) == 0;
+    return bytes && QByteArrayView(bytes, expected.size()) == expected;
 }
 
 } // namespace
@@ -53,9 +50,9 @@ bool FPVExifFile::open(const QString &path)
         return false;
     }
     m_ifds = {};
-    m_valueRoom = kLargestSum;
+    m_valueRoom = lumi::kLargestValueSum;
     fill(kFirstWindowSize, -1);
-    if (!isSame(readBytes(2), "\xFF\xD8", 2)) {
+    if (!isSame(readBytes(2), lumi::kStartOfImage)) {
         close();
         qWarning("FPVExifFile::open() no SOI marker %s", path.toLatin1().constData());
         return false;
@@ -76,21 +73,21 @@ bool FPVExifFile::open(const QString &path)
 bool FPVExifFile::readHeader(const QByteArray &path)
 {
     seek(m_segmentStart);
-    const bool hasMarker = isSame(readBytes(2), "\xFF\xE1", 2);
+    const bool hasMarker = isSame(readBytes(2), lumi::kApp1Marker);
     setLittleEndian(false);
     m_segmentLength = read16();
     if (!hasMarker) {
         qDebug("FPVExifFile::open() not APP1 marker %s", path.constData());
         return false;
     }
-    if (!isSame(readBytes(6), "Exif\0\0", 6)) {
+    if (!isSame(readBytes(sizeof lumi::kExifMark), {lumi::kExifMark, sizeof lumi::kExifMark})) {
         qDebug("FPVExifFile::open() not \"Exif\" header %s", path.constData());
         return false;
     }
     m_tiffBase = tell();
     const uchar *order = readBytes(2);
-    const bool isIntel = isSame(order, "II", 2);
-    if (!isIntel && !isSame(order, "MM", 2)) {
+    const bool isIntel = isSame(order, "II");
+    if (!isIntel && !isSame(order, "MM")) {
         qDebug("FPVExifFile::open() not Intel/Motorola endian %s", path.constData());
         return false;
     }
@@ -136,7 +133,7 @@ FPVExifTag *FPVExifFile::nextTag()
     const Entry entry = {read16(), read16(), read32()};
     const int valuePosition = tell();
     std::unique_ptr<FPVExifTag> tag = decode(entry);
-    seek(qint64(valuePosition) + kWordSize);
+    seek(qint64(valuePosition) + lumi::kInlineValueSize);
     if (tag) {
         noteSubIfd(*tag);
     }
@@ -175,19 +172,19 @@ std::unique_ptr<FPVExifTag> FPVExifFile::decode(const Entry &entry)
                                                   static_cast<qint32>(value));
     };
     switch (entry.type) {
-    case 1:
+    case lumi::TiffByte:
         return number(readByte());
-    case 3:
+    case lumi::TiffShort:
         return number(read16());
-    case 4:
-    case 9:
+    case lumi::TiffLong:
+    case lumi::TiffSignedLong:
         return number(read32());
-    case 2:
+    case lumi::TiffAscii:
         return decodeText(entry);
-    case 5:
-    case 10:
+    case lumi::TiffRational:
+    case lumi::TiffSignedRational:
         return decodeRational(entry);
-    case 7:
+    case lumi::TiffUndefined:
         return decodeBytes(entry);
     default:
         return nullptr;
@@ -218,7 +215,7 @@ std::unique_ptr<FPVExifTag> FPVExifFile::decodeBytes(const Entry &entry)
 {
     followOffset(entry);
     const std::span<const char> window = rest();
-    const qint64 size = std::min<qint64>({entry.count, kLargestValue, m_valueRoom});
+    const qint64 size = std::min<qint64>({entry.count, lumi::kLargestValue, m_valueRoom});
     m_valueRoom -= static_cast<int>(size);
     std::vector<char> value(static_cast<std::size_t>(size), '\0');
     std::copy_n(window.begin(), std::min(window.size(), value.size()), value.begin());
@@ -227,7 +224,7 @@ std::unique_ptr<FPVExifTag> FPVExifFile::decodeBytes(const Entry &entry)
 
 void FPVExifFile::followOffset(const Entry &entry)
 {
-    if (qint64(entry.count) * typeSize(entry.type) > kWordSize) {
+    if (qint64(entry.count) * typeSize(entry.type) > lumi::kInlineValueSize) {
         seek(qint64(m_tiffBase) + read32());
     }
 }

@@ -3,16 +3,13 @@
 
 #include "exif/read/FPVExifFile.h"
 #include "exif/read/embeddedPicture.h"
+#include "exif/tag/exifFormat.h"
+#include "exif/tag/tagNumbers.h"
 
 #include <QFile>
 #include <QImage>
 
 namespace {
-
-// Where the offsets count from when the Exif segment follows the start of the image.
-constexpr qint64 kTiffBase = 12;
-constexpr int kThumbnailOffset = 0x0201;
-constexpr int kThumbnailLength = 0x0202;
 
 QImage readImage(const QString &path, qint64 place, int length)
 {
@@ -69,10 +66,11 @@ QPixmap *FPVExifInfo::readThumbnail()
 {
     load(true);
     m_thumbnail.reset();
-    const FPVExifTag *offset = findTag(kThumbnailOffset);
-    const FPVExifTag *length = findTag(kThumbnailLength);
+    const FPVExifTag *offset = findTag(lumi::kTagThumbnailOffset);
+    const FPVExifTag *length = findTag(lumi::kTagThumbnailLength);
     if (offset && length) {
-        const QImage image = readImage(m_path, offset->intValue() + kTiffBase, length->intValue());
+        const QImage image
+            = readImage(m_path, offset->intValue() + qint64{lumi::kTiffBase}, length->intValue());
         if (!image.isNull()) {
             m_thumbnail = std::make_unique<QPixmap>(QPixmap::fromImage(image));
         }

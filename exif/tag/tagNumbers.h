@@ -1,9 +1,17 @@
 // SPDX-License-Identifier: MIT
-// The tags that are known by their numbers, for the texts of their values.
+// The tags that the program knows by their numbers.
 #pragma once
 
 namespace lumi {
 
+// Pointers: where another part of the block stands, or how long it is. The writer sets them anew.
+inline constexpr int kTagExifPointer = 0x8769;             // in the first directory
+inline constexpr int kTagGpsPointer = 0x8825;              // in the first directory
+inline constexpr int kTagInteroperabilityPointer = 0xA005; // in the Exif directory
+inline constexpr int kTagThumbnailOffset = 0x0201;         // in the second directory
+inline constexpr int kTagThumbnailLength = 0x0202;         // in the second directory
+
+// Values.
 inline constexpr int kTagGpsVersion = 0x0000;
 inline constexpr int kTagLatitudeReference = 0x0001;
 inline constexpr int kTagLatitude = 0x0002;
@@ -11,7 +19,9 @@ inline constexpr int kTagLongitudeReference = 0x0003;
 inline constexpr int kTagLongitude = 0x0004;
 inline constexpr int kTagAltitudeReference = 0x0005;
 inline constexpr int kTagAltitude = 0x0006;
+inline constexpr int kTagTitle = 0x010E;
 inline constexpr int kTagDateTime = 0x0132;
+inline constexpr int kTagOwner = 0x013B;
 inline constexpr int kTagCopyright = 0x8298;
 inline constexpr int kTagExposureTime = 0x829A;
 inline constexpr int kTagFNumber = 0x829D;
@@ -34,6 +44,7 @@ inline constexpr int kTagFocalLength = 0x920A;
 inline constexpr int kTagSubjectArea = 0x9214;
 inline constexpr int kTagUserComment = 0x9286;
 inline constexpr int kTagColorSpace = 0xA001;
+inline constexpr int kTagRelatedAudio = 0xA004;
 inline constexpr int kTagFlashEnergy = 0xA20B;
 inline constexpr int kTagFocalPlaneX = 0xA20E;
 inline constexpr int kTagFocalPlaneY = 0xA20F;

@@ -1,14 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "exif/tag/valueOrder.h"
 
-#include "exif/tag/typeSize.h"
+#include "exif/tag/exifFormat.h"
 
 #include <QtEndian>
 
 namespace {
-
-constexpr quint16 kRational = 5;
-constexpr quint16 kSignedRational = 10;
 
 template <class Number> void convert(std::span<char> value, bool littleEndian)
 {
@@ -24,7 +21,7 @@ template <class Number> void convert(std::span<char> value, bool littleEndian)
 
 void lumi::convertOrder(std::span<char> value, quint16 type, bool littleEndian)
 {
-    const bool isFraction = type == kRational || type == kSignedRational;
+    const bool isFraction = type == TiffRational || type == TiffSignedRational;
     const int unit = isFraction ? 4 : typeSize(type);
     if (unit == 2) {
         convert<quint16>(value, littleEndian);

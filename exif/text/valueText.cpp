@@ -1,23 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "exif/text/valueText.h"
 
+#include "exif/tag/exifFormat.h"
 #include "exif/tag/tagNumbers.h"
 #include "exif/text/userComment.h"
 
 #include <algorithm>
 
 namespace {
-
-/// Types 6, 8 and 9 have no text.
-enum StoredType : quint16 {
-    TypeByte = 1,
-    TypeAscii = 2,
-    TypeShort = 3,
-    TypeLong = 4,
-    TypeRational = 5,
-    TypeUndefined = 7,
-    TypeSignedRational = 10,
-};
 
 QString undefinedValueText(const lumi::ShownValue &value)
 {
@@ -39,17 +29,17 @@ QString undefinedValueText(const lumi::ShownValue &value)
 QString lumi::valueText(const ShownValue &value)
 {
     switch (value.tag.type()) {
-    case TypeByte:
-    case TypeShort:
-    case TypeLong:
+    case TiffByte:
+    case TiffShort:
+    case TiffLong:
         return numberValueText(value);
-    case TypeAscii:
+    case TiffAscii:
         return asciiValueText(value);
-    case TypeRational:
+    case TiffRational:
         return rationalValueText(value);
-    case TypeUndefined:
+    case TiffUndefined:
         return undefinedValueText(value);
-    case TypeSignedRational:
+    case TiffSignedRational:
         return signedRationalValueText(value);
     default:
         return {};

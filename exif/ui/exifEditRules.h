@@ -4,6 +4,7 @@
 #pragma once
 
 #include "exif/tag/ExifListKind.h"
+#include "exif/tag/tagNumbers.h"
 #include "exif/ui/characterFilter.h"
 
 #include <QString>
@@ -43,15 +44,15 @@ struct EditPage
 
 // Author and compilation are two texts within one tag.
 inline constexpr std::array<EditRule, EditFieldCount> kEditRules = {{
-    {AuthorField, 0x8298, ExifListKind::Ifd0, 50, kPlainCharacters},
-    {CompilationField, 0x8298, ExifListKind::Ifd0, 50, kPlainCharacters},
-    {OwnerField, 0x013B, ExifListKind::Ifd0, 50, kPlainCharacters},
-    {TitleField, 0x010E, ExifListKind::Ifd0, 50, kPlainCharacters},
-    {RelatedAudioField, 0xA004, ExifListKind::Exif, 12, kPlainCharacters},
-    {CommentField, 0x9286, ExifListKind::Exif, 256, kAnyCharacters},
-    {LatitudeField, 0x0002, ExifListKind::Gps, 13, kPlainCharacters},
-    {LongitudeField, 0x0004, ExifListKind::Gps, 14, kPlainCharacters},
-    {AltitudeField, 0x0006, ExifListKind::Gps, 9, kPlainCharacters},
+    {AuthorField, kTagCopyright, ExifListKind::Ifd0, 50, kPlainCharacters},
+    {CompilationField, kTagCopyright, ExifListKind::Ifd0, 50, kPlainCharacters},
+    {OwnerField, kTagOwner, ExifListKind::Ifd0, 50, kPlainCharacters},
+    {TitleField, kTagTitle, ExifListKind::Ifd0, 50, kPlainCharacters},
+    {RelatedAudioField, kTagRelatedAudio, ExifListKind::Exif, 12, kPlainCharacters},
+    {CommentField, kTagUserComment, ExifListKind::Exif, 256, kAnyCharacters},
+    {LatitudeField, kTagLatitude, ExifListKind::Gps, 13, kPlainCharacters},
+    {LongitudeField, kTagLongitude, ExifListKind::Gps, 14, kPlainCharacters},
+    {AltitudeField, kTagAltitude, ExifListKind::Gps, 9, kPlainCharacters},
 }};
 
 inline constexpr std::array<EditPage, 3> kEditPages = {{

@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "exif/write/FPVExifWriter.h"
 
-#include "exif/read/ExifSegment.h"
 #include "exif/tag/FPVExifTagBytes.h"
-#include "exif/tag/pointerTags.h"
-#include "exif/tag/typeSize.h"
+#include "exif/tag/exifFormat.h"
+#include "exif/tag/tagNumbers.h"
 #include "exif/write/exifBlockBytes.h"
 
 FPVExifWriter::FPVExifWriter(const QString &path)
@@ -71,7 +70,7 @@ QByteArray FPVExifWriter::photoStart()
 lumi::ByteRange FPVExifWriter::thumbnailRange() const
 {
     const qint64 place = qint64(tiffBase()) + thumbnailOffset();
-    const bool isCopied = hasThumbnail() && find(lumi::kThumbnailOffset, ExifListKind::Ifd1)
+    const bool isCopied = hasThumbnail() && find(lumi::kTagThumbnailOffset, ExifListKind::Ifd1)
         && thumbnailLength() <= size() - place;
     return {place, isCopied ? qint64(thumbnailLength()) : 0};
 }

@@ -2,8 +2,8 @@
 #include "exif/write/exifBlockBytes.h"
 
 #include "exif/tag/FPVExifTagBytes.h"
-#include "exif/tag/pointerTags.h"
-#include "exif/tag/typeSize.h"
+#include "exif/tag/exifFormat.h"
+#include "exif/tag/tagNumbers.h"
 #include "exif/tag/valueOrder.h"
 
 #include <QtEndian>
@@ -12,15 +12,8 @@
 
 namespace {
 
-constexpr quint32 kTiffHeaderSize = 8;
-constexpr int kCountSize = 2;
-constexpr int kEntrySize = 12;
-constexpr int kBareDirectorySize = 6; // the count and the link
-constexpr int kEntryValue = 8;        // in an entry
-constexpr qsizetype kWordSize = 4;
-constexpr quint16 kLong = 4;
-constexpr char kStart[] = "\xFF\xD8\xFF\xE1";
-constexpr char kMark[] = "Exif\0\0II\x2A\0\x08\0\0"; // the closing NUL is the offset's last byte
+constexpr char kTiffHeader[] = "II\x2A\0\x08\0\0"; // the closing NUL is the offset's last byte
+static_assert(sizeof kTiffHeader == lumi::kTiffHeaderSize);
 
 std::span<const char> valueOf(const FPVExifTag &tag)
 {
@@ -57,7 +50,7 @@ void setPointer(lumi::ExifTagList &list, int number, quint16 type, quint32 count
 /// Puts a pointer of one LONG into list.
 void putPointer(lumi::ExifTagList &list, int number, quint32 value)
 {
-    setPointer(list, number, kLong, 1, value);
+    setPointer(list, number, lumi::TiffLong, 1, value);
 }
 
 /// Changes the value of a pointer that list has. Its type and count stay.
@@ -78,7 +71,7 @@ quint32 lumi::ifdSize(const ExifTagList &list)
     qsizetype size = kBareDirectorySize;
     for (const FPVExifTag *tag : list) {
         const auto value = static_cast<qsizetype>(valueOf(*tag).size());
-        size += kEntrySize + (value > kWordSize ? value + value % 2 : 0);
+        size += kEntrySize + (value > kInlineValueSize ? value + value % 2 : 0);
     }
     return static_cast<quint32>(size);
 }
@@ -92,19 +85,19 @@ QByteArray lumi::ifdBytes(const ExifTagList &list, quint32 offset)
     QByteArray head(headSize, '\0');
     QByteArray values;
     store(head, 0, static_cast<quint16>(list.count()));
-    qsizetype entry = kCountSize;
+    qsizetype entry = kEntryCountSize;
     for (const FPVExifTag *tag : list) {
         const QByteArray value = fileValue(*tag);
         store(head, entry, tag->tag());
-        store(head, entry + 2, tag->type());
-        store(head, entry + 4, tag->count());
-        if (value.size() > kWordSize) {
-            store(head, entry + kEntryValue,
+        store(head, entry + kTypePlace, tag->type());
+        store(head, entry + kCountPlace, tag->count());
+        if (value.size() > kInlineValueSize) {
+            store(head, entry + kValuePlace,
                   static_cast<quint32>(offset + headSize + values.size()));
             values += value;
             values.append(values.size() % 2, '\0');
         } else {
-            head.replace(entry + kEntryValue, value.size(), value);
+            head.replace(entry + kValuePlace, value.size(), value);
         }
         entry += kEntrySize;
     }
@@ -115,25 +108,25 @@ QByteArray lumi::mainBlock(const ExifLists &lists)
 {
     // All pointers must be there before sizes are taken; their values come when those are known.
     if (!lists.exif.isEmpty()) {
-        putPointer(lists.ifd0, kExifPointer, 0);
+        putPointer(lists.ifd0, kTagExifPointer, 0);
     }
     if (!lists.gps.isEmpty()) {
-        putPointer(lists.ifd0, kGpsPointer, 0);
+        putPointer(lists.ifd0, kTagGpsPointer, 0);
     }
     const quint32 exifOffset = kTiffHeaderSize + ifdSize(lists.ifd0);
     const quint32 interoperabilityOffset = exifOffset + ifdSize(lists.exif);
     const quint32 gpsOffset = interoperabilityOffset + ifdSize(lists.interoperability);
     if (!lists.exif.isEmpty()) {
-        putPointer(lists.ifd0, kExifPointer, exifOffset);
+        putPointer(lists.ifd0, kTagExifPointer, exifOffset);
     }
     if (!lists.gps.isEmpty()) {
-        putPointer(lists.ifd0, kGpsPointer, gpsOffset);
+        putPointer(lists.ifd0, kTagGpsPointer, gpsOffset);
     }
-    movePointer(lists.exif, kInteroperabilityPointer, interoperabilityOffset);
+    movePointer(lists.exif, kTagInteroperabilityPointer, interoperabilityOffset);
     QByteArray block = ifdBytes(lists.ifd0, kTiffHeaderSize) + ifdBytes(lists.exif, exifOffset)
         + ifdBytes(lists.interoperability, interoperabilityOffset) + ifdBytes(lists.gps, gpsOffset);
     if (!lists.ifd0.isEmpty()) {
-        store(block, kCountSize + qsizetype(kEntrySize) * lists.ifd0.count(),
+        store(block, kEntryCountSize + qsizetype(kEntrySize) * lists.ifd0.count(),
               static_cast<quint32>(kTiffHeaderSize + block.size()));
     }
     return block;
@@ -144,13 +137,14 @@ QByteArray lumi::photoStart(const ExifLists &lists, quint32 thumbnailLength)
     const QByteArray main = mainBlock(lists);
     const auto ifd1Offset = static_cast<quint32>(kTiffHeaderSize + main.size());
     if (thumbnailLength > 0) {
-        movePointer(lists.ifd1, kThumbnailOffset, ifd1Offset + ifdSize(lists.ifd1));
+        movePointer(lists.ifd1, kTagThumbnailOffset, ifd1Offset + ifdSize(lists.ifd1));
     }
     const QByteArray ifd1 = ifdBytes(lists.ifd1, ifd1Offset);
     // The field counts itself, but neither the start of the image nor the segment's marker.
-    const auto mark = QByteArray::fromRawData(kMark, sizeof kMark);
-    const qint64 length = 2 + mark.size() + main.size() + ifd1.size() + qint64(thumbnailLength);
+    const QByteArray head
+        = QByteArray(kExifMark, sizeof kExifMark) + QByteArray(kTiffHeader, sizeof kTiffHeader);
+    const qint64 length = 2 + head.size() + main.size() + ifd1.size() + qint64(thumbnailLength);
     QByteArray field(2, '\0');
     qToBigEndian<quint16>(static_cast<quint16>(length + length % 2), field.data());
-    return kStart + field + mark + main + ifd1;
+    return QByteArray(kStartOfImage) + kApp1Marker + field + head + main + ifd1;
 }

@@ -4,7 +4,7 @@
 #include "exif/read/FPVExifDocument.h"
 #include "exif/read/FPVExifFile.h"
 #include "exif/tag/FPVExifTagRational.h"
-#include "exif/tag/typeSize.h"
+#include "exif/tag/exifFormat.h"
 #include "tests/exif/ForeignReaders.h"
 #include "tests/exif/PhotoFolder.h"
 #include "tests/exif/tagLists.h"

@@ -3,7 +3,7 @@
 // cut at every length, changed in every byte, and changed at random, and every row is shown.
 #include "exif/read/FPVExifFile.h"
 #include "exif/tag/FPVExifTagBytes.h"
-#include "exif/tag/typeSize.h"
+#include "exif/tag/exifFormat.h"
 #include "exif/text/FPVExifFields.h"
 #include "tests/exif/PhotoFolder.h"
 #include "tests/support/TestMain.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "tools/inspect/rewriteCommand.h"
 
-#include "exif/tag/typeSize.h"
+#include "exif/tag/exifFormat.h"
 #include "exif/write/FPVExifWriter.h"
 
 #include <QFile>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "exif/tag/typeSize.h"
+#include "exif/tag/exifFormat.h"
 #include "exif/text/FPVExifFields.h"
 #include "exif/ui/exifWriteBack.h"
 #include "exif/write/FPVExifWriter.h"
