@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The document reader on arbitrary bytes: what it holds must be as long as it says and stay
-// within its limit.
+// The document reader on arbitrary bytes. Values must have the length of their type and count, and
+// stay below the limit in all.
 #include "exif/read/FPVExifDocument.h"
 #include "exif/tag/FPVExifTagBytes.h"
 #include "exif/tag/exifFormat.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// A photo of arbitrary bytes is saved as the editor does it: not at all if the new segment would
-// be too long. A photo that was not saved has to keep its bytes. A saved one has to keep its
-// image data and its first directory, in a segment whose length field is right.
+// A photo of arbitrary bytes is saved as the editor does it, which refuses a segment that is too
+// long. A photo that was not saved must keep its bytes. A saved one must keep its image data and
+// its first directory, and the length field of its segment must be right.
 #include "exif/tag/exifFormat.h"
 #include "exif/tag/tagNumbers.h"
 #include "exif/write/FPVExifWriter.h"
@@ -53,7 +53,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
     const FPVExifDocument after(writer.fileName());
     const bool isSame = flat(after.ifd0List()) == flat(writer.ifd0List());
     const QByteArray rest = before.mid(writer.app1Length() + lumi::kSegmentLengthPlace);
-    // Without a first directory, others stand where its place is said to be.
+    // Without a first directory, other directories stand where the header says it is.
     const bool isRead = writer.ifd0List().isEmpty()
         || (after.isValid() && after.app1Length() == length && isSame);
     if (bytes.mid(static_cast<qsizetype>(length) + lumi::kSegmentLengthPlace) != rest || !isRead) {

@@ -53,7 +53,7 @@ void Altitude::fromRational(bool aboveSeaLevel, const lumi::Rational &data)
         m_text = QString();
         return;
     }
-    // A text that is no height leaves text() empty: that is the answer.
+    // The caller sees a failure as an empty text().
     static_cast<void>(setText((aboveSeaLevel ? QString() : QString(kSign))
                               % QString::number(data.numerator / data.denominator) % kDot
                               % QString::number(data.numerator % data.denominator)));

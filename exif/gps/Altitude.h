@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-// A height above or below the sea, in metres with at most two digits behind the dot, as text
-// and as the fraction of the Exif tag. A leading "-" means below the sea; the fraction has no
-// sign, the tag beside it tells.
-// Format: at most nine characters. -12, 12.3, 12.34, 0.5 and .5 are heights; 0 and 00.5 are none.
+// An altitude in metres, as text and as the fraction of the Exif tag. A leading "-" means below
+// sea level. The fraction has no sign; the altitude reference tag holds it.
+// Format: at most nine characters and two decimals. -12, 12.3, 12.34, 0.5 and .5 are valid; 0 and
+// 00.5 are not.
 #pragma once
 
 #include "exif/tag/Rational.h"
@@ -17,27 +17,28 @@ public:
     Altitude &operator=(const Altitude &) = default;
     virtual ~Altitude();
 
-    /// Whether text() is a height; takes the numbers out of it if so.
+    /// Whether text() is a valid altitude. If so, stores its numbers.
     [[nodiscard]] virtual bool isFormat();
 
-    /// Takes the text and the numbers in it. False when it is no height; text() is empty then.
+    /// Stores the text and its numbers. If the text is not valid, returns false and text() is
+    /// empty.
     [[nodiscard]] bool setText(const QString &text);
 
-    /// The height for a tag, without its sign, lent until the next call; null when text() is
-    /// empty. 1.05 becomes 15/10.
+    /// The value of the tag, without a sign; null if text() is empty. The pointer is valid until
+    /// the next call. 1.05 becomes 15/10.
     [[nodiscard]] const lumi::Rational *rational() const;
 
-    /// Takes what a file holds. text() is empty afterwards when that is no height of this form.
+    /// Stores the value of a file. text() is empty afterwards if the value has no valid text.
     void fromRational(bool aboveSeaLevel, const lumi::Rational &data);
 
-    /// Empty when there is no valid value.
+    /// Empty if there is no valid value.
     [[nodiscard]] const QString &text() const { return m_text; }
 
     [[nodiscard]] bool aboveSeaLevel() const { return m_aboveSeaLevel; }
 
     [[nodiscard]] quint32 whole() const { return m_whole; }
 
-    /// The digits behind the dot as one number, 0 to 99.
+    /// The digits after the dot as one number, 0 to 99.
     [[nodiscard]] quint32 fraction() const { return m_fraction; }
 
 private:
@@ -48,5 +49,5 @@ private:
     mutable lumi::Rational m_rational;
 };
 
-/// Whether an Altitude would take the text.
+/// Whether Altitude::setText() accepts the text.
 [[nodiscard]] bool altitudeValid(const QString &text);

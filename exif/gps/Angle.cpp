@@ -10,7 +10,7 @@ constexpr quint32 kFractionEnd = 1000; // thousandths of a second
 constexpr int kGroupDigits = 2;
 constexpr int kFractionDigits = 3;
 
-/// A number of nothing but ASCII digits, at most three.
+/// The value of at most three ASCII digits; nothing if there is another character.
 std::optional<quint32> numberOf(QStringView digits)
 {
     quint32 number = 0;

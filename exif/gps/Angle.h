@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// The four number groups of a coordinate and the rules that latitude and longitude share.
-// Format: DD.MM.SS.FFF behind a letter, with two or three digits for the degrees and nothing
-// left out; FFF are thousandths of a second.
+// The four numbers of a coordinate and the rules that latitude and longitude share.
+// Format: a letter, then DD.MM.SS.FFF. Degrees have two or three digits; FFF are thousandths of a
+// second. No digit may be left out.
 #pragma once
 
 #include <QString>
@@ -18,15 +18,15 @@ struct Angle
     quint32 fraction = 0;
 };
 
-/// The numbers of text, whose first character is not looked at. Nothing unless the text is
-/// exactly of that form; how large the numbers are is not asked here.
+/// The numbers of text, or nothing if the format is wrong. Ignores the first character and does
+/// not check the range of the numbers.
 [[nodiscard]] std::optional<Angle> angleOf(const QString &text, qsizetype degreeDigits);
 
-/// Minutes and seconds below 60, fraction below 1000 and at most limit degrees, with nothing
-/// behind them when they are just the limit.
+/// Whether minutes and seconds are below 60, the fraction below 1000 and the whole angle at most
+/// limit degrees.
 [[nodiscard]] bool isWithin(const Angle &angle, quint32 limit);
 
-/// letter and the groups. Larger numbers take more digits than the form has.
+/// letter and the groups. Numbers out of range take more digits than the format has.
 [[nodiscard]] QString angleText(const QString &letter, const Angle &angle, int degreeDigits);
 
 } // namespace lumi

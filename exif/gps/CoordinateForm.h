@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What tells a latitude from a longitude: its letters, its digits and how far it goes.
+// The differences between latitude and longitude: letters, number of digits, range.
 #pragma once
 
 #include "exif/gps/LatLong.h"
@@ -17,7 +17,7 @@ struct CoordinateForm
         Hemisphere hemisphere;
     };
 
-    quint32 mostDegrees; ///< with nothing behind them
+    quint32 mostDegrees;
     int degreeDigits;
     std::array<Side, 2> sides;
 };
@@ -28,11 +28,11 @@ struct Coordinate
     Angle angle;
 };
 
-/// The coordinate in text; nothing unless the text is exactly of that form and within its range.
+/// The coordinate in text, or nothing if its format or its range is wrong.
 [[nodiscard]] std::optional<Coordinate> coordinateOf(const QString &text,
                                                      const CoordinateForm &form);
 
-/// The letter of a hemisphere, a null text when the form does not have it.
+/// The letter of a hemisphere; a null text if the form has no such hemisphere.
 [[nodiscard]] QString letterOf(Hemisphere hemisphere, const CoordinateForm &form);
 
 } // namespace lumi

@@ -56,7 +56,7 @@ void LatLong::fromRationals(const QString &reference, std::span<const lumi::Rati
     m_minutes = data[1].numerator;
     m_seconds = seconds.numerator / seconds.denominator;
     m_fraction = seconds.numerator % seconds.denominator;
-    // A text that is none of this class leaves text() empty: that is the answer.
+    // The caller sees a failure as an empty text().
     static_cast<void>(setText(format(reference, m_degrees, m_minutes, m_seconds, m_fraction)));
 }
 

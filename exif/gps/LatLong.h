@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// One coordinate of a position in three shapes: the text that the user sees, numbers, and the
-// fractions of the Exif tags. The base class takes any text; Latitude and Longitude take only
-// their own form, a hemisphere letter and four groups of digits.
+// One coordinate of a position, as the text that the user sees, as numbers, and as the fractions of
+// the Exif tags. The base class accepts any text. Latitude and Longitude accept a hemisphere letter
+// and four groups of digits.
 #pragma once
 
 #include "exif/gps/Angle.h"
@@ -31,33 +31,33 @@ public:
     LatLong &operator=(const LatLong &) = default;
     virtual ~LatLong();
 
-    /// Takes the text and the numbers in it. False when the text is none of this class; text()
-    /// is empty then.
+    /// Stores the text and its numbers. If the text is not valid, returns false and text() is
+    /// empty.
     [[nodiscard]] virtual bool setText(const QString &text);
 
-    /// Takes the numbers and makes the text of them. False, with nothing changed, when they are
-    /// out of range.
+    /// Stores the numbers and formats them as text. If they are out of range, returns false and
+    /// changes nothing.
     [[nodiscard]] virtual bool setValues(Hemisphere hemisphere, quint32 degrees, quint32 minutes,
                                          quint32 seconds, quint32 fraction);
 
-    /// Whether text() has the form of this class; takes the numbers out of it if so.
+    /// Whether text() has the format of this class. If so, stores its numbers.
     [[nodiscard]] virtual bool isFormat();
 
-    /// The text of these numbers, whatever they are, behind letter.
+    /// letter and these numbers as text. Does not check their range.
     [[nodiscard]] virtual QString format(const QString &letter, quint32 degrees, quint32 minutes,
                                          quint32 seconds, quint32 fraction) const;
 
-    /// Degrees, minutes and seconds for a tag, lent until the next call; null when text() is
-    /// empty. The fraction is scaled by the size of its number: 005 adds five tenths of a
-    /// second, 050 fifty hundredths.
+    /// Degrees, minutes and seconds for the tag; null if text() is empty. The pointer is valid
+    /// until the next call. fractionScale() says how the fraction is stored: 005 adds five tenths
+    /// of a second, 050 fifty hundredths.
     [[nodiscard]] const lumi::Rational *rationals() const;
 
-    /// Takes what a file holds: reference is the text of the hemisphere's tag. text() is empty
-    /// afterwards when that makes no value of this class. The denominators of degrees and
-    /// minutes are not read.
+    /// Stores the value of a file. reference is the text of the hemisphere's tag. text() is empty
+    /// afterwards if the value has no valid text. The denominators of degrees and minutes are
+    /// ignored.
     void fromRationals(const QString &reference, std::span<const lumi::Rational, 3> data);
 
-    /// Empty when there is no valid value.
+    /// Empty if there is no valid value.
     [[nodiscard]] const QString &text() const { return m_text; }
 
     [[nodiscard]] Hemisphere hemisphere() const { return m_hemisphere; }
@@ -72,7 +72,7 @@ public:
     [[nodiscard]] quint32 fraction() const { return m_fraction; }
 
 protected:
-    /// setValues() and isFormat() of a class whose values have that form.
+    /// setValues() and isFormat() for the given form.
     [[nodiscard]] bool setValuesOf(const lumi::CoordinateForm &form, Hemisphere hemisphere,
                                    const lumi::Angle &angle);
     [[nodiscard]] bool isFormatOf(const lumi::CoordinateForm &form);

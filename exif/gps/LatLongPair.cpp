@@ -10,8 +10,8 @@ namespace {
 
 using Groups = std::array<quint32, 4>;
 
-/// The numbers between separators; nothing when there are more than four or one is no number.
-/// A negative number comes out larger than any range.
+/// The numbers between the separators; nothing if there are more than four or one is no number.
+/// A negative number wraps to a large one, which setValues() refuses.
 std::optional<Groups> groupsOf(const QString &text, const QRegularExpression &separators)
 {
     const QStringList parts = text.split(separators, Qt::SkipEmptyParts);

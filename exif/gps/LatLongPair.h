@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A whole position, as it is pasted from elsewhere: N35.40.20.000E139.45.30.000.
+// A whole position, as users paste it: N35.40.20.000E139.45.30.000.
 #pragma once
 
 #include "exif/gps/Latitude.h"
@@ -8,9 +8,9 @@
 class LatLongPair
 {
 public:
-    /// Takes a position. Groups that are missing at the end count as 0 and digits may be left
-    /// out, but both letters must be there. False when it is no position; the values are of no
-    /// use then.
+    /// Stores a position. Missing groups at the end count as 0 and groups may have fewer digits,
+    /// but both letters are required. If text is no position, returns false and the values are
+    /// undefined.
     [[nodiscard]] bool fromText(const QString &text);
 
     [[nodiscard]] const Latitude &latitude() const { return m_latitude; }

@@ -10,8 +10,6 @@ constexpr lumi::CoordinateForm kForm
 
 } // namespace
 
-Latitude::~Latitude() = default;
-
 bool Latitude::setValues(Hemisphere hemisphere, quint32 degrees, quint32 minutes, quint32 seconds,
                          quint32 fraction)
 {

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A longitude. Its text is "E" or "W", upper case, and four groups of digits: E139.45.30.000. The
-// largest number of degrees is 180, with nothing behind it.
+// A longitude of at most 180 degrees. Format: "E" or "W" and four groups of digits, E139.45.30.000.
 #pragma once
 
 #include "exif/gps/LatLong.h"
@@ -8,11 +7,6 @@
 class Longitude : public LatLong
 {
 public:
-    Longitude() = default;
-    Longitude(const Longitude &) = default;
-    Longitude &operator=(const Longitude &) = default;
-    ~Longitude() override;
-
     [[nodiscard]] bool setValues(Hemisphere hemisphere, quint32 degrees, quint32 minutes,
                                  quint32 seconds, quint32 fraction) override;
     [[nodiscard]] bool isFormat() override;
@@ -20,5 +14,5 @@ public:
                                  quint32 seconds, quint32 fraction) const override;
 };
 
-/// Whether a Longitude would take the text.
+/// Whether Longitude::setText() accepts the text.
 [[nodiscard]] bool longitudeValid(const QString &text);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// The denominator under which the digits behind a dot are stored. It goes by the size of the
-// number and not by the digits as they were written: 05 is five tenths. A value reads back as
-// the text it was made of only if reader and writer agree on it.
+// The denominator with which the digits after a dot are stored. It depends on the value of the
+// number, not on how many digits were written: 05 is five tenths. Existing photos are stored this
+// way, so reader and writer must agree on it.
 #pragma once
 
 #include <QtGlobal>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-// The Exif segment of a photo in memory, and the one place where its bytes become tags. Every
-// size and place in it comes from the file and is not to be trusted.
-// Format: "Exif" segment right behind the start of the image. Directories end where the
-// segment ends: what would lie behind reads as zero, because links are known to point there.
-// A value may lie anywhere in the file; bytes that the file does not have are zero.
+// The Exif segment of a photo in memory. Makes tags of its bytes. Every size and offset in it comes
+// from the file and cannot be trusted.
+// Format: the segment directly follows the start of image. Bytes of a directory behind the end of
+// the segment read as 0, because links of real photos point there. A value may stand anywhere in
+// the file; bytes behind the end of the file read as 0.
 #pragma once
 
 #include "exif/tag/ExifListKind.h"
@@ -21,27 +21,26 @@ namespace lumi {
 class ExifSegment
 {
 public:
-    /// The file is lent for the life of the segment, open for reading and at its start.
+    /// The file must be open for reading, at its start, and live as long as the segment.
     explicit ExifSegment(QIODevice &file);
 
-    /// Takes the header apart and reads the segment. False when the file does not begin with
-    /// an Exif segment or cannot be read.
+    /// Reads the segment. False if the file does not begin with an Exif segment or cannot be read.
     [[nodiscard]] bool load();
 
-    /// Puts the directory at offset into list, and the link behind it into link. Entries of
-    /// unknown types and too large values are passed over. False on a read error only.
+    /// Reads the directory at offset into list and its link into link. Skips entries of unknown
+    /// types and too large values. False on a read error only.
     [[nodiscard]] bool readIfd(quint32 offset, ExifTagList &list, quint32 &link);
 
-    /// Whether a pointer to offset leads to a directory of that kind. A pointer can outlive its
-    /// directory and then leads to other bytes. A directory counts if all its entries lie in the
-    /// segment and it was not read before under another name. A GPS directory also has to begin
-    /// with a GPS tag, because its pointer is the one that gets left over in ordinary use.
-    /// 0 never counts: read as a count, the byte order mark is more than a segment holds.
+    /// Whether there is a directory of that kind at offset. A pointer can outlive its directory and
+    /// then points to other bytes. A directory counts if all its entries lie in the segment and it
+    /// was not read before as another kind. A GPS directory must also begin with a GPS tag, because
+    /// its pointer is the one that goes stale in ordinary use. Offset 0 never counts: the byte
+    /// order mark, read as a number of entries, is more than a segment holds.
     [[nodiscard]] bool holdsIfd(quint32 offset, ExifListKind kind) const;
 
     [[nodiscard]] bool isLittleEndian() const { return m_littleEndian; }
 
-    /// Where offsets count from, in bytes from the start of the file; 0 before load().
+    /// The place in the file that offsets count from; 0 before load().
     [[nodiscard]] int tiffBase() const { return m_tiffBase; }
 
     /// The length field of the segment.
@@ -55,8 +54,8 @@ private:
     [[nodiscard]] bool readEntry(qint64 entry, ExifTagList &list);
     [[nodiscard]] bool readValue(qint64 word);
     [[nodiscard]] bool readFar(qint64 place);
-    /// Fills target from where the file stands. The end of the file is no error; the bytes
-    /// behind it stay as they are. Bytes that the file has but does not give are one.
+    /// Fills target from the current position of the file. Bytes behind the end of the file stay
+    /// as they are; that is no error.
     [[nodiscard]] bool readHere(std::span<char> target);
     [[nodiscard]] char byteAt(qint64 offset) const;
     [[nodiscard]] quint16 u16(qint64 offset) const;

@@ -22,7 +22,7 @@ quint32 valueOf(const FPVExifTag *tag)
 FPVExifDocument::FPVExifDocument(const QString &path)
     : QFile(path)
 {
-    // Opening a pipe or a device could block for ever.
+    // Opening a pipe or a device could block forever.
     if (path.isEmpty() || !QFileInfo(path).isFile()
         || !open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
         return;
@@ -32,8 +32,6 @@ FPVExifDocument::FPVExifDocument(const QString &path)
         close();
     }
 }
-
-FPVExifDocument::~FPVExifDocument() = default;
 
 bool FPVExifDocument::hasThumbnail() const
 {
@@ -108,9 +106,10 @@ bool FPVExifDocument::readAll()
     return readPointed(segment);
 }
 
-/// A pointer that was left over can lead to a directory with another name. The surer names are
-/// read first and get it: a GPS directory shows what it is, and the link is never left over. The
-/// pointer to the interoperability directory comes last: it is written even if there is none.
+/// A stale pointer can point to the directory of another kind. So the safest kinds are read first:
+/// a GPS directory is recognised by its tags, and the link to the second directory never goes
+/// stale. Interoperability is last, because its pointer is written even if there is no such
+/// directory.
 bool FPVExifDocument::readPointed(lumi::ExifSegment &segment)
 {
     quint32 unusedLink = 0;

@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: MIT
-// The whole Exif block of a photo, read at once into five lists with every value of every
-// tag, so that it can be shown, edited and written again. Only an APP1 segment that follows
-// the start of the image directly counts. Bytes of a directory behind the segment are 0, and so
-// are bytes of a value behind the file. A value of more than 65535 bytes, or beyond 1 MB in all,
-// is passed over. The first directory is read as it is; ExifSegment says which others count.
-// Owns: the tags; the file, which stays open for thumbnail and writer to read from it again.
-// Format: the segment is read once and taken apart in memory, values outside it one by one.
+// The whole Exif block of a photo: five lists with every value of every tag, to be shown, edited
+// and written again. Only an APP1 segment that directly follows the start of image counts. Values
+// above kLargestValue, and those that would exceed kLargestValueSum in all, are skipped. The first
+// directory is read as it is; ExifSegment::holdsIfd() says which others count.
+// Owns: the tags, and the file, which stays open because thumbnail and writer read from it again.
 #pragma once
 
 #include "exif/tag/ExifListKind.h"
@@ -22,22 +20,21 @@ class ExifSegment;
 class FPVExifDocument : public QFile
 {
 public:
-    /// Reads the block; when it cannot be read the file is closed again and isValid() false.
+    /// Reads the block. If that fails, the file is closed again and isValid() is false.
     explicit FPVExifDocument(const QString &path);
-    ~FPVExifDocument() override;
 
     [[nodiscard]] bool isValid() const { return m_valid; }
 
     [[nodiscard]] bool hasThumbnail() const;
 
-    /// The embedded thumbnail, a new image for the caller. Null without one, when it does not
-    /// lie wholly in the file, or when its bytes are no picture of a thumbnail's size.
+    /// The embedded thumbnail, a new image that the caller owns. Null if there is none, if it is
+    /// cut off by the end of the file, or if embeddedPicture() refuses it.
     [[nodiscard]] QImage *thumbnail();
 
     /// The same for the photo at path.
     [[nodiscard]] static QImage *thumbnail(const QString &path);
 
-    /// The first tag of that number, lent; null when the list has none.
+    /// The first tag of that number; null if the list has none.
     [[nodiscard]] FPVExifTag *find(int number, const lumi::ExifTagList &list) const;
     [[nodiscard]] FPVExifTag *find(int number, ExifListKind kind) const;
 
@@ -54,20 +51,20 @@ public:
 
     [[nodiscard]] bool hasGpsIfd() const { return !m_gps.isEmpty(); }
 
-    /// The byte order of the file; values are in host order all the same.
+    /// The byte order of the file. The values of the tags are in host order.
     [[nodiscard]] bool littleEndian() const { return m_littleEndian != 0; }
 
-    /// Where the offsets of the block count from, in bytes from the start of the file.
+    /// The place in the file that offsets count from.
     [[nodiscard]] int tiffBase() const { return m_tiffBase; }
 
-    /// The segment's length field: the segment ends at this + 4.
+    /// The length field of the segment. The segment ends at this + 4.
     [[nodiscard]] int app1Length() const { return m_app1Length; }
 
     [[nodiscard]] quint32 ifd0Offset() const { return m_ifd0Offset; }
 
     [[nodiscard]] quint32 ifd1Offset() const { return m_ifd1Offset; }
 
-    /// ifd1Offset() less ifd0Offset(), wrapped to 32 bits when there is no second directory.
+    /// ifd1Offset() minus ifd0Offset(). Wraps to 32 bits if there is no second directory.
     [[nodiscard]] quint32 ifd0Span() const { return m_ifd0Span; }
 
     [[nodiscard]] quint32 nextIfdOffset() const { return m_nextIfdOffset; }
@@ -77,8 +74,7 @@ public:
     [[nodiscard]] quint32 thumbnailLength() const { return m_thumbnailLength; }
 
 protected:
-    /// The list itself, for those who change it; it belongs to the document. Which list a
-    /// number means is as for list().
+    /// list() for subclasses that change it.
     [[nodiscard]] lumi::ExifTagList &editableList(ExifListKind kind);
 
 private:

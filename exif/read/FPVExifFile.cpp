@@ -42,8 +42,6 @@ FPVExifFile::FPVExifFile(const QString &path)
     }
 }
 
-FPVExifFile::~FPVExifFile() = default;
-
 bool FPVExifFile::open(const QString &path)
 {
     if (!FPVFile::open(path)) {
@@ -154,7 +152,7 @@ void FPVExifFile::finishEntry()
 {
     const Ifd &ifd = m_ifds[static_cast<std::size_t>(m_currentIfd)];
     ++m_currentEntry;
-    // A directory without entries has given one all the same.
+    // A directory with 0 entries yields one entry too. Callers rely on the same tags as ever.
     if (m_currentEntry < ifd.count) {
         return;
     }

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-// The walking reader: hands out the tags of a photo's Exif block one per call, whatever
-// directory they stand in, with the first value of each. The sub-directories that are named
-// on the way are walked after those already noted, five in all.
-// Format: only an APP1 segment that follows the start of the image directly counts; no later
-// one is tried. Texts and untyped bytes are taken from what the window holds.
+// The walking reader: returns the tags of a photo's Exif block one per call, with the first value
+// of each. Walks the first directory, then the sub-directories in the order in which it meets their
+// pointers, at most five directories in all.
+// Format: only an APP1 segment that directly follows the start of image counts. Texts and untyped
+// bytes end where the window of FPVFile ends.
 #pragma once
 
 #include "exif/read/FPVFile.h"
@@ -28,20 +28,19 @@ class FPVExifFile : public FPVFile
 {
 public:
     explicit FPVExifFile(const QString &path);
-    ~FPVExifFile() override;
 
-    /// Opens path and enters its first directory. False, closed again, when the file has no
-    /// Exif block at its start.
+    /// Opens path and enters its first directory. False, and closed again, if the file does not
+    /// begin with an Exif block.
     [[nodiscard]] bool open(const QString &path) override;
 
-    /// The next tag, a new object for the caller. Null at the end, when the file closes
-    /// itself, and for an entry of an unknown type, which ends a caller's walk as well.
+    /// The next tag, a new object that the caller owns. Null at the end, where the file closes
+    /// itself, and for an entry of an unknown type. Callers stop at the first null.
     [[nodiscard]] FPVExifTag *nextTag();
 
 private:
     struct Ifd
     {
-        quint32 offset = 0; // from m_tiffBase; 0 marks a free record
+        quint32 offset = 0; // from m_tiffBase; 0 if the record is free
         int count = 0;      // entries, -1 until the directory is entered
         ExifIfdKind kind = ExifIfdKind::Primary;
     };

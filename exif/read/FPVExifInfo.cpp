@@ -27,14 +27,13 @@ FPVExifInfo::~FPVExifInfo() = default;
 
 int FPVExifInfo::load(bool withThumbnail)
 {
-    const QString path = m_path;
-    if (path.isEmpty()) {
+    if (m_path.isEmpty()) {
         m_loaded = false;
     }
     if (m_loaded) {
         return m_tags.count();
     }
-    FPVExifFile file(path);
+    FPVExifFile file(m_path);
     if (!file.isOpen()) {
         return -1;
     }
@@ -43,7 +42,7 @@ int FPVExifInfo::load(bool withThumbnail)
         m_tags.append(tag);
     }
     if (withThumbnail) {
-        m_loaded = true; // before the thumbnail, which asks for loading itself
+        m_loaded = true; // readThumbnail() calls load()
         readThumbnail();
     }
     return m_tags.count();

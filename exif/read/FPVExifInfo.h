@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// What the walking reader gives for one photo, kept with the photo's item. Built with a path
-// it counts as loaded and never reads the file, so its tags stay empty and it has no
-// thumbnail; the thumbnails of photos come from FPVExifDocument.
+// The tags that the walking reader finds in one photo; part of the photo's item. An object built
+// with a path counts as loaded and never reads the file, so it has no tags and no thumbnail.
+// The thumbnails of photos come from FPVExifDocument.
 // Owns: tags and thumbnail.
 #pragma once
 
@@ -20,23 +20,22 @@ public:
     FPVExifInfo &operator=(const FPVExifInfo &) = delete;
     ~FPVExifInfo();
 
-    /// The number of tags held, or -1 when the file holds no Exif block to walk.
+    /// The number of tags, or -1 if the file has no Exif block.
     int load(bool withThumbnail);
 
-    /// The first tag of that number whatever directory it is from, lent; null without one. It
-    /// reads nothing.
+    /// The first tag of that number in any directory; null if there is none. Does not load.
     [[nodiscard]] FPVExifTag *findTag(int number) const;
 
     [[nodiscard]] const lumi::ExifTagList &tags() const { return m_tags; }
 
-    /// A new copy of the thumbnail for the caller, or null.
+    /// A copy of the thumbnail that the caller owns, or null.
     [[nodiscard]] QPixmap *thumbnailPixmap();
 
-    /// Reads the thumbnail anew. It is lent until the next call; null without one.
+    /// Reads the thumbnail again. The pixmap is valid until the next call; null if there is none.
     QPixmap *readThumbnail();
 
 private:
-    friend class TestFPVExifInfo; // the only one who can unload an object with a path
+    friend class TestFPVExifInfo; // resets m_loaded of an object with a path
 
     bool m_loaded = true;
     lumi::ExifTagList m_tags;

@@ -33,7 +33,7 @@ bool FPVFile::open(const QString &path)
 
 bool FPVFile::openFile(const QString &path)
 {
-    // Opening a pipe or a device could block for ever.
+    // Opening a pipe or a device could block forever.
     if (QFileInfo(path).isFile()) {
         m_file = std::fopen(path.toUtf8().constData(), "rb");
     }

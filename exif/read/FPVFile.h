@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A byte reader with a window: the file is taken in pieces and numbers are put together byte
-// by byte in the byte order that was set. What lies behind the end of the file, or where no
-// int can point, reads as zero.
+// Reads bytes and numbers of a set byte order from a file, through a window in memory. Bytes behind
+// the end of the file, or behind the largest int, read as 0.
 // Owns: the open file and the window.
 #pragma once
 
@@ -20,38 +19,38 @@ public:
     FPVFile &operator=(const FPVFile &) = delete;
     virtual ~FPVFile();
 
-    /// Closes what was open and opens path. False, with a warning, when that fails.
+    /// Closes the open file and opens path. False, with a warning in the log, if that fails.
     [[nodiscard]] virtual bool open(const QString &path);
     virtual void close();
 
     [[nodiscard]] bool isOpen() const { return m_file != nullptr; }
 
-    /// True once the end of the file was met and the window is used up.
+    /// True if the end of the file was reached and the whole window was read.
     [[nodiscard]] bool atEnd() const;
 
     quint8 readByte();
     quint16 read16();
     quint32 read32();
 
-    /// n bytes, lent until the next read; a short file leaves zeros at the end. Null for a
-    /// count below 1, in a closed file, and when the window cannot be had.
+    /// n bytes, valid until the next read. Bytes behind the end of the file are 0. Null if n is
+    /// below 1, the file is closed, or there is no memory.
     const uchar *readBytes(int n);
 
-    /// The place of the next byte in the file.
+    /// The position of the next byte in the file.
     [[nodiscard]] int tell() const { return m_base + m_position; }
 
-    /// Goes to place and returns the place before. Behind the largest int nothing but zeros
-    /// is read.
+    /// Moves to place and returns the old position. Behind the largest int, all bytes are 0.
     int seek(qint64 place);
 
-    /// Reads a new window of size bytes from offset, or from where the file stands for a
-    /// negative one. The number of bytes read, or -1 when there is no memory or nothing to do.
+    /// Reads a new window of size bytes from offset, or from the current position of the file if
+    /// offset is negative. Returns the number of bytes read; -1 if the file is closed, size is
+    /// below 1 or there is no memory.
     int fill(int size, qint64 offset);
 
     void setLittleEndian(bool littleEndian) { m_littleEndian = littleEndian ? 1 : 0; }
 
 protected:
-    /// What the window still holds from the present place on, without reading further.
+    /// The unread bytes of the window.
     [[nodiscard]] std::span<const char> rest() const;
 
 private:

@@ -12,11 +12,10 @@ namespace {
 
 constexpr qint64 kMostBytes = 1024 * 1024;
 constexpr qint64 kMostPixels = 2 * 1024 * 1024;
-/// A photo has about ten scans, each a pass over the whole picture.
+/// Each scan is a pass over the whole picture. A photo has about ten.
 constexpr qsizetype kMostScans = 100;
 constexpr int kBytesPerPixel = 4;
-/// What the decoder adds for a picture of several scans, which it holds whole: two bytes for each
-/// of up to four samples.
+/// The decoder holds a picture of several scans whole: two bytes for each of up to four samples.
 constexpr int kHeldBytesPerPixel = 8;
 constexpr int kReserveKB = 1024;
 
@@ -28,7 +27,7 @@ bool isAllowed(QSize size, qsizetype scans)
         && pixels * bytesPerPixel / 1024 + kReserveKB <= freeMemoryKB();
 }
 
-/// The marker of the frame header, 0 if the segments before it don't follow each other without a gap.
+/// The marker of the frame header; 0 if there is a gap between the segments before it.
 int frameMarker(const QByteArray &jpeg)
 {
     constexpr int kMarkerBytes = 2;
@@ -45,8 +44,8 @@ int frameMarker(const QByteArray &jpeg)
     return 0;
 }
 
-/// Baseline, extended and progressive pictures. Arithmetic-coded ones, which no camera writes, can
-/// take very long for a few bytes.
+/// Baseline, extended and progressive pictures. Arithmetic coding is refused: no camera writes it,
+/// and few bytes can take very long to decode.
 bool isHuffmanCoded(const QByteArray &jpeg)
 {
     const int marker = frameMarker(jpeg);
@@ -62,7 +61,7 @@ QImage lumi::embeddedPicture(QFile &file, qint64 place, qint64 length)
         return QImage();
     }
     QByteArray bytes = file.read(length);
-    // The mark of a scan never stands inside its data.
+    // This marker cannot occur inside the data of a scan.
     const qsizetype scans = bytes.count("\xFF\xDA");
     if (bytes.size() != length || scans > kMostScans || !isHuffmanCoded(bytes)) {
         return QImage();

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Decodes the small picture that a photo carries for previews. It comes from a file that
-// anybody may have written, so it is held to what a preview can be: a JPEG picture of at most
-// a megabyte and two megapixels, with no more passes than a photo has.
+// Decodes the thumbnail embedded in a photo. The file may be hostile, so only a JPEG picture of at
+// most 1 MiB, 2 megapixels and 100 scans is decoded.
 #pragma once
 
 #include <QImage>
@@ -10,8 +9,8 @@ class QFile;
 
 namespace lumi {
 
-/// The picture in `length` bytes of the open file from `place` on. Null when they are not all
-/// there, are no such picture, or when there is no memory for it.
+/// The picture in length bytes of the open file from place on. Null if the file is too short, if
+/// the bytes are no such picture, or if there is too little memory.
 [[nodiscard]] QImage embeddedPicture(QFile &file, qint64 place, qint64 length);
 
 } // namespace lumi

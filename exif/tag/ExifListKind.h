@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Which tag list of a document is meant. ExifIfdKind of the walking reader names the same
-// directories by other numbers; the two are never mixed.
+// The tag lists of a document. ExifIfdKind of the walking reader has other numbers for the same
+// directories.
 #pragma once
 
 enum class ExifListKind : int {

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The tags of one directory in the order of the file. Two tags are the same tag when they
-// have the same number.
+// The tags of one directory in the order of the file. Tags with the same number are equal.
 // Owns: its tags.
 #pragma once
 
@@ -16,11 +15,11 @@ class ExifTagList : public PtrList<FPVExifTag>
 public:
     ExifTagList() { setAutoDelete(true); }
 
-    /// The first tag of that number, lent; null when there is none.
+    /// The first tag of that number; null if there is none.
     [[nodiscard]] FPVExifTag *findNumber(int number) const;
 
-    /// Takes the tag over. It replaces the one of the same number at that one's place, else
-    /// it becomes the last.
+    /// Takes ownership of the tag. It replaces a tag of the same number in its place, or becomes
+    /// the last one.
     void put(std::unique_ptr<FPVExifTag> tag);
 
     /// Removes the first tag of that number, if there is one.

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
-// One tag of an Exif block: its number, its stored type and count, and what its value looks
-// like as number, text and bytes. The root class holds no value; each concrete class holds
-// one in the shape that suits its type.
+// One tag of an Exif block: its number, its stored type and count, and its value as number, text
+// and bytes. The root class holds no value; each subclass holds one of its own type.
 #pragma once
 
 #include <QString>
@@ -14,19 +13,19 @@ public:
     FPVExifTag &operator=(const FPVExifTag &) = delete;
     virtual ~FPVExifTag();
 
-    /// The value as a number; 0 without one.
+    /// The value as a number; 0 if there is none.
     [[nodiscard]] virtual int intValue() const;
 
-    /// The value as a text; a null string without one.
+    /// The value as a text; a null string if there is none.
     [[nodiscard]] virtual QString text() const;
 
-    /// The value's bytes, lent for the life of the tag; null without one.
+    /// The bytes of the value, valid as long as the tag; null if there is none.
     [[nodiscard]] virtual const char *data() const;
 
-    /// The dictionary's name of the tag number, a null string when it has none.
+    /// The name of the tag number in the dictionary; a null string if it has none.
     [[nodiscard]] virtual QString name() const;
 
-    /// The value by the dictionary's format for the tag, or by the format of the class.
+    /// The value in the format of the dictionary, or in the default format of the class.
     [[nodiscard]] virtual QString description() const;
 
     [[nodiscard]] quint16 tag() const { return m_tag; }
@@ -34,7 +33,7 @@ public:
     /// The TIFF field type as it was read, known or not.
     [[nodiscard]] quint16 type() const { return m_type; }
 
-    /// The value count as it was read; it can be far more than what the tag holds.
+    /// The value count as it was read; it can be far more than the tag holds.
     [[nodiscard]] quint32 count() const { return m_count; }
 
 private:

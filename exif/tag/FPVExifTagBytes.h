@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A tag with its value kept as raw bytes, all values of it. Numbers among them are in host
-// order, whatever the order of the file they came from.
+// A tag with all its values as raw bytes. Numbers are in host order.
 // Owns: a copy of the bytes.
 #pragma once
 
@@ -12,18 +11,17 @@
 class FPVExifTagBytes : public FPVExifTag
 {
 public:
-    /// Copies value. It is count times typeSize(type) bytes long, or shorter where a reader
-    /// takes only the beginning of a large value.
+    /// Copies value: count times typeSize(type) bytes, or fewer if the reader cut a large value.
     FPVExifTagBytes(quint16 tag, quint16 type, quint32 count, std::span<const char> value);
 
-    /// The first four bytes over a zeroed number; with fewer bytes, those.
+    /// The first four bytes as a number. Missing bytes are 0.
     [[nodiscard]] int intValue() const override;
     /// The bytes up to the first NUL as UTF-8.
     [[nodiscard]] QString text() const override;
     /// size() bytes without a closing NUL; never null.
     [[nodiscard]] const char *data() const override;
 
-    /// How many bytes data() has. Trust this, not count().
+    /// The number of bytes in data(). count() comes from the file and can be larger.
     [[nodiscard]] qsizetype size() const { return m_size; }
 
 private:

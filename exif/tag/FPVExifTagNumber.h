@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A tag with one whole number, the first one of its values.
+// A tag with one whole number: the first of its values.
 #pragma once
 
 #include "exif/tag/FPVExifTag.h"

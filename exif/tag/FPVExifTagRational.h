@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A tag with one fraction, shown as first/second. The reader that makes these tags puts the
-// file's denominator first, so what is shown is the reciprocal of what the file says.
+// A tag with one fraction, shown as first/second. The walking reader passes the file's denominator
+// as first, so the reciprocal of the stored value is shown.
 #pragma once
 
 #include "exif/tag/FPVExifTag.h"
@@ -10,9 +10,9 @@ class FPVExifTagRational : public FPVExifTag
 public:
     FPVExifTagRational(quint16 tag, quint16 type, quint32 count, qint32 first, qint32 second);
 
-    /// The first word alone.
+    /// first().
     [[nodiscard]] int intValue() const override;
-    /// The quotient with six digits; "inf" or "nan" over a zero.
+    /// The quotient with six digits; "inf" or "nan" if second() is 0.
     [[nodiscard]] QString text() const override;
     /// Both words in host order, eight bytes.
     [[nodiscard]] const char *data() const override;

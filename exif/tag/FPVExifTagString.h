@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A tag with a text, each byte of the file taken as one Latin-1 character.
+// A tag with a Latin-1 text.
 #pragma once
 
 #include "exif/tag/FPVExifTag.h"
@@ -11,11 +11,10 @@ class FPVExifTagString : public FPVExifTag
 public:
     FPVExifTagString(quint16 tag, quint16 type, quint32 count, const QString &string);
 
-    /// The text read as a decimal number, 0 if it is none.
+    /// The text as a decimal number; 0 if it is none.
     [[nodiscard]] int intValue() const override;
     [[nodiscard]] QString text() const override;
-    /// The text in Latin-1, at most count() bytes and never more than the text holds, and a
-    /// closing NUL.
+    /// At most count() bytes of the text in Latin-1, and a closing NUL.
     [[nodiscard]] const char *data() const override;
     [[nodiscard]] QString description() const override;
 

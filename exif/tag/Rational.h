@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A fraction as Exif stores it, never reduced. The denominator can be 0.
+// A fraction as Exif stores it: not reduced, and the denominator can be 0.
 #pragma once
 
 #include <QtGlobal>
@@ -14,6 +14,6 @@ struct Rational
     friend bool operator==(const Rational &, const Rational &) = default;
 };
 
-static_assert(sizeof(Rational) == 8, "a rational is copied from and to the bytes of a tag");
+static_assert(sizeof(Rational) == 8, "the bytes of a tag are copied to and from this type");
 
 } // namespace lumi

@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
-// Japanese names stand here as the EUC-JP bytes that are passed on, in octal because a hex
-// escape would swallow a letter behind it; the comment beside each is the same in plain text.
+// Japanese names are EUC-JP bytes, and the comment beside each shows its text. They are octal
+// because a hex escape would include a letter that follows it.
 #include "exif/tag/exifDictionary.h"
 
 namespace {
 
 // clang-format off
 constexpr ExifTagNameRow kRows[] = {
-    // The tags of TIFF and Exif. The numbers 0x92xx and 0xA2xx of the same names are those of
-    // two versions of the standard. Two names are misspelt for good.
+    // The tags of TIFF and Exif. Names that occur under 0x92xx and 0xA2xx come from two versions of
+    // the standard. Two names are misspelt; users see them so.
     {0x00FE, "NewSubfileType"},
     {0x00FF, "SubfileType"},
     {0x0100, "ImageWidth"},

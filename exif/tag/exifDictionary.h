@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The tag dictionary: number, name and display format. It is searched from the top and the
-// first row of a number wins, so a later row of the same number is never seen.
+// The tag dictionary: number, name and display format. The first row of a number wins; later rows
+// of the same number are never used.
 #pragma once
 
 #include <QString>
@@ -10,15 +10,15 @@
 struct ExifTagNameRow
 {
     quint16 tag = 0;
-    const char *name = nullptr;   // the bytes as they are passed on, EUC-JP in the Japanese rows
-    const char *format = nullptr; // %d or %s once per value; null: the default of the tag class
+    const char *name = nullptr;   // EUC-JP in the Japanese rows
+    const char *format = nullptr; // %d or %s for each value; null: the default of the tag class
 };
 
-/// The name of the first row with that number, each byte as one Latin-1 character; a null
-/// string without such a row and for 0, which ends the search.
+/// The name of the first row with that number, its bytes read as Latin-1. A null string if there is
+/// no such row, and for 0, the number of the closing row.
 [[nodiscard]] QString tagName(int tag);
 
-/// The format of the first row with that number that has one, else fallback.
+/// The first format of that number, or fallback if it has none.
 [[nodiscard]] QString tagFormat(int tag, const QString &fallback);
 
 namespace lumi {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Numbers among the bytes of a tag's value, between the order of a file and that of the host.
+// Converts the numbers of a value between the byte orders of file and host.
 #pragma once
 
 #include <QtGlobal>
@@ -8,9 +8,9 @@
 
 namespace lumi {
 
-/// Swaps the numbers of a value of that TIFF type where the order meant is not the host's.
-/// The way back is the same call. Bytes, texts and untyped values are left alone, and so are
-/// bytes at the end that make no whole number.
+/// Swaps the bytes of each number in a value of that TIFF type, if the file's order is not the
+/// host's. Works in both directions. Bytes, texts and untyped values stay as they are, and so does
+/// an incomplete number at the end.
 void convertOrder(std::span<char> value, quint16 type, bool littleEndian);
 
 } // namespace lumi

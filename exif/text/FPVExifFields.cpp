@@ -21,8 +21,6 @@ FPVExifFields::FPVExifFields(const QString &path)
     : FPVExifDocument(path)
 { }
 
-FPVExifFields::~FPVExifFields() = default;
-
 QString FPVExifFields::groupTitle(int group)
 {
     const ExifFieldGroup *found = groupAt(group);

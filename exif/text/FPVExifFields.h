@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The Exif block of a photo as the rows that the user sees, one group at a time. Row numbers
-// run over all rows of the group, the read-only ones included.
+// The Exif block of a photo as the rows that the user sees, one group at a time. Row numbers count
+// all rows of the group, including the read-only ones.
 #pragma once
 
 #include "exif/read/FPVExifDocument.h"
@@ -10,7 +10,6 @@ class FPVExifFields : public FPVExifDocument
 {
 public:
     explicit FPVExifFields(const QString &path);
-    ~FPVExifFields() override;
 
     /// A group that does not exist has a null title and no rows.
     void setGroup(int group) { m_group = group; }
@@ -27,12 +26,12 @@ public:
     /// True for a row that does not exist.
     [[nodiscard]] bool rowReadOnly(int row) const;
 
-    /// The stored type of the tag that the row finds, 0 when it finds none.
+    /// The stored type of the row's tag; 0 if the photo has no such tag.
     [[nodiscard]] int rowType(int row) const;
 
-    /// The value that the row finds, as a text for the user. withUnit: with the unit of an
-    /// altitude, for reading and not for editing. Empty when there is none, when its type does
-    /// not suit its tag and when a choice has no word for it.
+    /// The value of the row as the user sees it. withUnit: whether an altitude gets its unit, which
+    /// the editor does without. Empty if there is no value, if its type does not suit its tag, or
+    /// if there is no word for it.
     [[nodiscard]] QString valueText(int row, bool withUnit) const;
 
 private:

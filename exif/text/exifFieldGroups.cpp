@@ -29,7 +29,7 @@ constexpr RowSource kBasicRows[] = {
     {lumi::MsgManufacturer, 0x010F, true, Ifd0},
     {lumi::MsgModelName, 0x0110, true, Ifd0},
     {lumi::MsgDateTaken, 0x9003, true, Exif},
-    // Author and compilation are two texts within one tag.
+    // Author and compilation are two texts in one tag.
     {lumi::MsgAuthor, 0x8298, false, Ifd0},
     {lumi::MsgCompilation, 0x8298, false, Ifd0},
     {lumi::MsgColorSpace, 0xA001, true, Exif},
@@ -53,8 +53,8 @@ constexpr RowSource kDetails1Rows[] = {
     {lumi::MsgMaxAperture, 0x9205, true, Exif},     {lumi::MsgSubjectDistance, 0x9206, true, Exif},
 };
 
-// The tags of "Focal Pl. Unit" and "Exposure Index" are the subject area and the exposure
-// mode: that is what these two rows are meant to show.
+// "Focal Pl. Unit" shows the subject area and "Exposure Index" the exposure mode. Both are
+// intended.
 constexpr RowSource kDetails2Rows[] = {
     {lumi::MsgMeteringMode, 0x9207, true, Exif},  {lumi::MsgLight, 0x9208, true, Exif},
     {lumi::MsgFlash, 0x9209, true, Exif},         {lumi::MsgFocalLength, 0x920A, true, Exif},
@@ -71,7 +71,7 @@ constexpr RowSource kDetails3Rows[] = {
     {lumi::MsgDistanceRatio, 0xA40C, true, Exif},
 };
 
-// No camera writes 0x0029, so the date row is normally empty.
+// No camera writes 0x0029, so the date row is usually empty.
 constexpr RowSource kGpsRows[] = {
     {lumi::MsgGps, 0x0000, true, Gps},        {lumi::MsgLatitude, 0x0002, false, Gps},
     {lumi::MsgLongitude, 0x0004, false, Gps}, {lumi::MsgAltitude, 0x0006, false, Gps},

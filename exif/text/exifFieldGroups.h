@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// What the info panel and the Exif editor show: six groups of rows, each a label, a tag and
-// the list it is looked up in. All rows are shown; only rows that are not read-only can be
-// edited. The tables are built at first use, since their texts come from the catalogue.
+// What the info panel and the Exif editor show: six groups of rows, each with a label, a tag and
+// the list of the tag. The panel shows all rows; the editor has those that are not read-only. The
+// tables are built at first use, because their texts come from the catalogue.
 #pragma once
 
 #include "exif/tag/ExifListKind.h"
@@ -27,7 +27,7 @@ struct ExifFieldGroup
 
 namespace lumi {
 
-/// The six groups, lent for the life of the process.
+/// The six groups.
 [[nodiscard]] std::span<const ExifFieldGroup> exifFieldGroups();
 
 } // namespace lumi

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Which tags the information records of a photo are made of, group by group. The first
-// group's record is put together by hand from other sources, so its row is read by nobody.
+// The tags in the information records of a photo. The tags of the first group are never read: its
+// record is made from other sources.
 #pragma once
 
 #include <array>

@@ -10,7 +10,7 @@ namespace {
 constexpr int kFired = 0x01;
 constexpr int kNoFunction = 0x20;
 
-/// A line that is there when the masked bits are just these.
+/// A line that is shown if the masked bits equal bits.
 struct Line
 {
     int mask;
@@ -27,7 +27,7 @@ constexpr Line kFurtherLines[] = {
     {0x40, 0x40, lumi::MsgFlashRedEye},
 };
 
-/// A camera without a flash did not fire it, whatever the other bits say.
+/// A camera without a flash did not fire one, whatever the other bits say.
 lumi::MessageId firstLine(int bits)
 {
     if ((bits & kNoFunction) != 0) {

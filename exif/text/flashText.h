@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What a camera says about its flash, packed into bits.
+// The flash tag: a set of bits, shown as lines of text.
 #pragma once
 
 #include "app/common/messageIds.h"
@@ -10,11 +10,11 @@
 
 namespace lumi {
 
-/// The catalogue's rows for what the bits say, in the order of the lines. Two of them have the
-/// same text in some languages and not in others: a flash that did not fire, and none at all.
+/// The messages for the bits, in the order of the lines. Two of them have the same text in some
+/// languages only: a flash that did not fire, and no flash at all.
 [[nodiscard]] std::vector<MessageId> flashMessages(int bits);
 
-/// A line for each thing that the bits say, with line feeds between them.
+/// The texts of flashMessages(), separated by line feeds.
 [[nodiscard]] QString flashText(int bits);
 
 } // namespace lumi

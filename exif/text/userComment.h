@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // The comment of a photo, which names its own encoding.
-// Format: eight bytes of mark, then the text, which ends at its first NUL or with the value.
-// Behind "UNICODE" it is UTF-8: that is how this program writes it. Behind "ASCII" each byte is
-// one Latin-1 character. Behind any other mark the encoding is guessed.
+// Format: eight bytes with the name of the encoding, then the text up to its first NUL. "UNICODE"
+// is read as UTF-8, as this program writes it, and "ASCII" as Latin-1. For any other name the
+// encoding is guessed.
 #pragma once
 
 #include <QByteArray>
@@ -10,8 +10,7 @@
 
 namespace lumi {
 
-/// The text of a whole value. Empty when it is too short for a mark and when the encoding
-/// cannot be guessed.
+/// The text in a value. Empty if the value is below eight bytes or its encoding cannot be guessed.
 [[nodiscard]] QString userCommentText(const QByteArray &value);
 
 } // namespace lumi

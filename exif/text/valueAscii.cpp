@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Texts: most are shown as they are.
+// Values of type ASCII. Most are shown as they are.
 #include "app/common/messageIds.h"
 #include "app/common/messages.h"
 #include "exif/tag/tagNumbers.h"
@@ -24,8 +24,7 @@ QString dateText(QString date)
     return date;
 }
 
-/// Two texts share the value: the author's, then that of the compilation. A blank in place of
-/// the author keeps the second one second.
+/// The value holds two texts: author and compilation. A missing author is stored as a blank.
 QString copyrightText(const FPVExifTagBytes &tag, bool ofAuthor)
 {
     const char *begin = tag.data();
@@ -52,7 +51,7 @@ QString lumi::asciiValueText(const ShownValue &value)
     case kTagDateTimeDigitized:
         return dateText(value.tag.text());
     case kTagCopyright:
-        // Two rows show the tag; only their labels tell them apart.
+        // Two rows show this tag. They differ in their labels only.
         return copyrightText(value.tag, value.row.label == msg(MsgAuthor));
     default:
         return value.tag.text();

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Whole numbers: choices as words, the flash bit by bit, the rest as figures.
+// Values of type BYTE, SHORT and LONG: choices as words, the flash as lines, the others as numbers.
 #include "exif/tag/tagNumbers.h"
 #include "exif/text/flashText.h"
 #include "exif/text/valueText.h"
@@ -13,7 +13,7 @@
 namespace {
 
 constexpr int kStandardColor = 1;
-// A SHORT never gets here: it is 65535 when all its bits are set.
+// Only a LONG can have this value. A SHORT with all bits set is 65535.
 constexpr int kUncalibrated = -1;
 
 QString versionText(const lumi::ShownValue &value)
@@ -38,7 +38,7 @@ QString colorSpaceText(int value)
     return value == kUncalibrated ? QStringLiteral("Uncalibrated") : QString();
 }
 
-/// Each value as a signed number of 16 bits, whatever size it was stored in.
+/// Each two bytes as a signed number, whatever type they have.
 QString areaText(const FPVExifTagBytes &tag)
 {
     constexpr qint64 kSize = 2;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Fractions: some as they are stored, never reduced, most as a quotient of six digits. A zero
-// denominator shows as "inf" or "nan".
+// Values of type RATIONAL and SRATIONAL. Some are shown as stored, not reduced, most as a quotient
+// with six digits. A zero denominator gives "inf" or "nan".
 #include "app/common/messageIds.h"
 #include "app/common/messages.h"
 #include "exif/gps/Altitude.h"
@@ -19,7 +19,7 @@
 
 namespace {
 
-/// The quotient of a tag with what stands around it.
+/// The texts before and after the quotient of a tag.
 struct QuotientRule
 {
     int tag;
@@ -39,7 +39,7 @@ constexpr QuotientRule kSignedQuotients[] = {
     {lumi::kTagExposureBias, "", "(EV)"},
 };
 
-/// The first fractions of the value; nothing when it has fewer.
+/// The first count fractions of the value; nothing if it has fewer.
 template <std::size_t count>
 std::optional<std::array<lumi::Rational, count>> rationalsOf(const FPVExifTagBytes &tag)
 {
@@ -81,7 +81,7 @@ template <class Value> QString coordinateText(const lumi::ShownValue &value, int
     return coordinate.text();
 }
 
-/// With a unit, a height that has no form of ours is the unit alone.
+/// With a unit, an altitude without a valid text is the unit alone.
 QString altitudeText(const lumi::ShownValue &value, const lumi::Rational &rational)
 {
     const auto *reference = dynamic_cast<const FPVExifTagBytes *>(
@@ -95,7 +95,7 @@ QString altitudeText(const lumi::ShownValue &value, const lumi::Rational &ration
     return value.withUnit ? altitude.text() + QLatin1Char('m') : altitude.text();
 }
 
-/// The exponent of two that a camera stores for a time.
+/// Cameras store an exposure time as the negative of its logarithm to base 2.
 QString shutterText(double exponent)
 {
     if (!std::isfinite(exponent)) {

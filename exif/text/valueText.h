@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// A value as the text that the user sees. The stored type decides first and the tag number
-// second: a value of a type that its tag does not normally have gets the text of that type, or
-// none. All functions give a null string for a value that has no text, and take any bytes.
+// A value as the text that the user sees. The stored type selects the function, then the tag number
+// selects the format. So a value of a type that is unusual for its tag has the text of that type,
+// or none. All functions accept any bytes and return a null string for a value without a text.
 #pragma once
 
 #include "exif/tag/FPVExifTagBytes.h"
@@ -11,18 +11,18 @@ class FPVExifDocument;
 
 namespace lumi {
 
-/// A value with what else its text depends on. All of it is lent.
+/// A value and what else its text depends on.
 struct ShownValue
 {
     const FPVExifTagBytes &tag;
     const ExifFieldRow &row;
-    const FPVExifDocument &document; // a position needs the tag beside its own
-    bool withUnit;                   // of an altitude; all other units are always there
+    const FPVExifDocument &document; // has the reference tags of positions
+    bool withUnit;                   // for altitudes; other values always have their unit
 };
 
 [[nodiscard]] QString valueText(const ShownValue &value);
 
-/// The same for one stored type: BYTE, SHORT and LONG; ASCII; RATIONAL; SRATIONAL.
+// The same for BYTE, SHORT and LONG; ASCII; RATIONAL; SRATIONAL.
 [[nodiscard]] QString numberValueText(const ShownValue &value);
 [[nodiscard]] QString asciiValueText(const ShownValue &value);
 [[nodiscard]] QString rationalValueText(const ShownValue &value);

@@ -129,7 +129,7 @@ struct Choice
     int tag;
     int first; // the value of the first word
     std::span<const Word> words;
-    bool hasOther; // a value far behind the others stands for all that is not in the list
+    bool hasOther; // kOther means a choice that is not in the list
 };
 
 constexpr int kOther = 255;
@@ -138,7 +138,7 @@ constexpr Choice kChoices[] = {
     {lumi::kTagExposureProgram, 0, kPrograms, false},
     {lumi::kTagMeteringMode, 0, kMeteringModes, true},
     {lumi::kTagLightSource, 0, kLightSources, true},
-    // One word late: the list has a word for 0, and cameras count from 1.
+    // Off by one: the list has a word for 0, but cameras count from 1.
     {lumi::kTagSensingMethod, 1, kSensors, false},
     {lumi::kTagExposureMode, 0, kExposureModes, false},
     {lumi::kTagWhiteBalance, 0, kWhiteBalances, false},

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The words for tags whose numbers are a choice out of a list.
+// The words for tags whose values are choices from a list.
 #pragma once
 
 #include <QString>
@@ -8,20 +8,18 @@
 
 namespace lumi {
 
-/// A row of the catalogue, or a text that is the same in every language.
+/// A message of the catalogue, or a text that is the same in every language.
 struct ValueWord
 {
     int message = -1;
-    const char *text = nullptr; // the text of a word that is in no row
+    const char *text = nullptr; // if there is no message
 };
 
-/// Which word it is; with neither a row nor a text for a value that has none. Several tags have
-/// words that look the same in one language and not in another, so each has rows of its own.
-/// Nothing when the tag is no choice.
+/// The word for a value of tag; empty if the value has none. Words of two tags can be the same in
+/// one language only, so each tag has its own messages. Nothing if the tag is no choice.
 [[nodiscard]] std::optional<ValueWord> wordForValue(int tag, int value);
 
-/// The word for value under tag, a null string for a value that has none. Nothing when the tag
-/// is no choice.
+/// The same as a text; a null string if the value has none.
 [[nodiscard]] std::optional<QString> valueWord(int tag, int value);
 
 } // namespace lumi

@@ -33,7 +33,7 @@ lumi::ExifEditPage::ExifEditPage(QWidget *parent, const EditPage &page, FPVExifF
         grid->addWidget(edit, line, 1, Qt::AlignVCenter);
         m_edits.push_back(edit);
     }
-    // The lines stand together at the top: below, a keyboard on the screen may cover the page.
+    // Keeps the lines at the top, because an on-screen keyboard may cover the bottom.
     grid->setRowStretch(grid->rowCount(), 1);
 }
 

@@ -38,19 +38,19 @@ using lumi::SaveResult;
 
 namespace {
 
-constexpr int kCaptionWidth = 50; // in letters
+constexpr int kCaptionWidth = 50; // in characters
 constexpr int kHintIndent = 10;
 constexpr int kHintPoints = 16;
 constexpr int kPagePoints = 12;
 constexpr int kSavedResult = 1;
-/// A target for a finger.
+/// Large enough for a finger.
 constexpr QSize kButtonSize(40, 40);
 
 struct FailureRow
 {
     SaveResult result;
     lumi::MessageId text;
-    int field; ///< that gets the focus, -1 for none
+    int field; ///< gets the focus; -1 for none
 };
 
 constexpr FailureRow kFailures[] = {
@@ -67,7 +67,7 @@ QAction *makeAction(QObject *parent, lumi::MessageId text, const char *icon)
     return new QAction(pixmap, msg(text), parent);
 }
 
-/// A single ampersand would be taken for the mark of a shortcut.
+/// A single ampersand would mark a shortcut.
 QString shownAsItIs(QString text)
 {
     return text.replace(QLatin1Char('&'), QLatin1String("&&"));
@@ -78,7 +78,7 @@ bool clipboardHasText()
     return !QGuiApplication::clipboard()->text().isEmpty();
 }
 
-/// What is still being composed stands in its field for the user, and so belongs to the text.
+/// The user sees composed text in the field, so it has to be part of the text.
 void commitComposition()
 {
     QGuiApplication::inputMethod()->commit();
@@ -113,7 +113,7 @@ FormExif::FormExif(QWidget *parent, const QString &path)
     , m_photo(path)
 {
     setWindowModality(Qt::ApplicationModal);
-    // The default menu would let the user hide the bars for good.
+    // With the default menu the user could hide the bars and not get them back.
     setContextMenuPolicy(Qt::NoContextMenu);
     setWindowTitle(elideToChars(this, QFileInfo(path).baseName(), kCaptionWidth));
     buildBars();
@@ -128,11 +128,8 @@ FormExif::FormExif(QWidget *parent, const QString &path)
 
 FormExif::~FormExif()
 {
-    // The fields lose the focus as they go, when there is nobody here any more to note it.
+    // The fields lose the focus while they are destroyed, when noteFocus() must not run any more.
     disconnect(qApp, nullptr, this, nullptr);
-    if (m_inLoop) {
-        m_loop->quit();
-    }
 }
 
 void FormExif::buildBars()
@@ -204,15 +201,9 @@ void FormExif::connectEdit(MyMultiLineEdit *edit)
 int FormExif::exec()
 {
     QEventLoop loop;
-    const QPointer<FormExif> self(this); // the parent may go, and this window with it
     m_loop = &loop;
-    m_inLoop = true;
     show();
     loop.exec();
-    if (!self) {
-        return 0;
-    }
-    m_inLoop = false;
     m_loop = nullptr;
     return m_result;
 }
@@ -220,8 +211,8 @@ int FormExif::exec()
 void FormExif::hideEvent(QHideEvent *event)
 {
     QMainWindow::hideEvent(event);
-    // A window that is only minimised is not at its end.
-    if (m_inLoop && !event->spontaneous()) {
+    // Minimising is spontaneous and does not end the window.
+    if (m_loop != nullptr && !event->spontaneous()) {
         m_loop->quit();
     }
 }
@@ -362,7 +353,7 @@ SaveResult FormExif::save()
     FPVExifWriter writer(m_path);
     MyDialogWait wait(this, msg(lumi::MsgWorking));
     wait.start(0);
-    // The wait dialog lets events in: news of the card, too.
+    // Events ran during start(): the card may have been exchanged.
     if (!m_photo.isStillIt() || (writer.isValid() && !m_blockWasRead)
         || lumi::isProtected(m_path)) {
         return SaveResult::Failed;
@@ -376,11 +367,10 @@ void FormExif::tellFailure(SaveResult result)
         = std::find_if(std::begin(kFailures), std::end(kFailures), [result](const FailureRow &r) {
               return r.result == result;
           });
-    const bool isKnown = row != std::end(kFailures);
-    QMessageBox::critical(this, msg(lumi::MsgError), isKnown ? msg(row->text) : QString());
-    if (isKnown && row->field >= 0) {
+    QMessageBox::critical(this, msg(lumi::MsgError), msg(row->text));
+    if (row->field >= 0) {
         m_tabs->setCurrentIndex(lumi::kPositionPage);
-        // Without a window manager nobody gives the window its focus back.
+        // Without a window manager the window would not get its focus back.
         activateWindow();
         m_edits.at(static_cast<std::size_t>(row->field))->setFocus();
     }

@@ -24,7 +24,7 @@ namespace {
 constexpr QSize kPictureSize(245, 185);
 constexpr std::array<int, 5> kFontPoints = {12, 16, 20, 24, 36};
 constexpr int kDefaultFont = 2;
-/// Height of combo and button: targets for a finger.
+/// Height of combo and button, large enough for a finger.
 constexpr int kTargetHeight = 40;
 constexpr int kShiftToKB = 10;
 constexpr QLatin1Char kLineEnd('\n');
@@ -95,7 +95,7 @@ void MyImageWidget::setItem(FPVItemObject *item)
     }
     m_wanted = item != nullptr && item->isPicture() ? qobject_cast<FPVItemImage *>(item) : nullptr;
     if (m_loading) {
-        return; // the load under way takes this one
+        return; // the running load() shows it
     }
     if (!m_wanted) {
         showNothing();
@@ -110,7 +110,7 @@ void MyImageWidget::showNothing()
     m_editButton->setEnabled(false);
     setText(QString());
     m_picture->setItem(nullptr, true);
-    // The file of a card that is to be taken out must not stay open.
+    // An open file would keep the user from removing the card.
     m_fields.reset();
     m_loaded.clear();
 }
@@ -188,7 +188,7 @@ void MyImageWidget::setText(const QString &html)
 
 void MyImageWidget::layOut()
 {
-    // A table begins a line of its own, so that the break before it would be an empty line.
+    // A table starts a new line itself; with the break there would be an empty line.
     QString html = m_html;
     html.replace(QLatin1String("<br><table"), QLatin1String("<table"));
     m_browser->setHtml(html);

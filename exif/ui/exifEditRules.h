@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The fields of the Exif editor: on which page each stands, which tag it edits, how much and
-// what it takes. The order is that of the rows of their groups that are not read-only.
+// The fields of the Exif editor: page, tag, maximum length and accepted characters. They are in the
+// order of the editable rows of their groups.
 #pragma once
 
 #include "exif/tag/ExifListKind.h"
@@ -38,11 +38,11 @@ struct EditRule
 
 struct EditPage
 {
-    int group; ///< of the field groups
+    int group; ///< index into exifFieldGroups()
     std::span<const EditRule> rules;
 };
 
-// Author and compilation are two texts within one tag.
+// Author and compilation are two texts in one tag.
 inline constexpr std::array<EditRule, EditFieldCount> kEditRules = {{
     {AuthorField, kTagCopyright, ExifListKind::Ifd0, 50, kPlainCharacters},
     {CompilationField, kTagCopyright, ExifListKind::Ifd0, 50, kPlainCharacters},
@@ -61,10 +61,10 @@ inline constexpr std::array<EditPage, 3> kEditPages = {{
     {5, std::span(kEditRules).subspan(LatitudeField, 3)},
 }};
 
-/// The page of kEditPages with the position on it.
+/// The index in kEditPages of the page with the position.
 inline constexpr int kPositionPage = 2;
 
-/// The texts of all fields, by EditField.
+/// The texts of all fields, indexed by EditField.
 using EditTexts = std::array<QString, EditFieldCount>;
 
 } // namespace lumi

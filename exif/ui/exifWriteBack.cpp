@@ -42,7 +42,6 @@ void removeTag(TagOperations *operations, quint16 tag, ExifListKind list)
     operations->push_back(std::move(operation));
 }
 
-/// Where a value goes and what it is.
 struct Target
 {
     quint16 tag;
@@ -67,7 +66,7 @@ bool setTag(TagOperations *operations, const Target &target, const void *bytes, 
     return true;
 }
 
-/// The bytes of a field's tag; none take it away.
+/// Sets the tag of a field, or removes it if bytes is empty.
 bool setField(TagOperations *operations, EditField field, TiffType type, const QByteArray &bytes)
 {
     const lumi::EditRule &rule = ruleOf(field);
@@ -89,7 +88,7 @@ QByteArray audioName(const QString &text)
     if (text.isEmpty()) {
         return {};
     }
-    // A file may hold a longer name than there is room for.
+    // The photo may have a longer name than fits.
     QByteArray name = text.toLatin1().left(kAudioBytes - 1);
     name.append(kAudioBytes - name.size(), '\0');
     return name;
@@ -187,7 +186,7 @@ bool lumi::appendPosition(const EditTexts &texts, TagOperations *operations)
     const QString altitudeText = textOf(texts, AltitudeField);
     Latitude latitude;
     Longitude longitude;
-    // What does not fit leaves an empty value, which takes the tags away.
+    // An empty text makes an empty value, which removes the tags.
     static_cast<void>(latitude.setText(latitudeText));
     static_cast<void>(longitude.setText(longitudeText));
     if (!appendCoordinate(operations, LatitudeField, kTagLatitudeReference, latitude)
@@ -230,8 +229,5 @@ SaveResult lumi::saveTexts(const EditTexts &texts, FPVExifWriter *writer)
     if (writer->segmentLength() > kLongestSegment) {
         return SaveResult::Failed;
     }
-    const int result = writer->rewrite();
-    const bool isKnown = result >= static_cast<int>(SaveResult::Saved)
-        && result <= static_cast<int>(SaveResult::Failed);
-    return isKnown ? static_cast<SaveResult>(result) : SaveResult::Unknown;
+    return static_cast<SaveResult>(writer->rewrite());
 }

@@ -10,13 +10,11 @@ FPVExifWriter::FPVExifWriter(const QString &path)
     : FPVExifWriter(path, lumi::stateOf(path))
 { }
 
-/// A change while the block is read must show as one, so the state is taken before it.
+/// The state is taken before the block is read, so that a change during the reading is noticed.
 FPVExifWriter::FPVExifWriter(const QString &path, const struct stat &state)
     : FPVExifDocument(path)
     , m_state(state)
 { }
-
-FPVExifWriter::~FPVExifWriter() = default;
 
 void FPVExifWriter::setTag(quint16 tag, quint16 type, quint32 count, const void *data,
                            ExifListKind kind)
@@ -49,7 +47,7 @@ qint64 FPVExifWriter::segmentLength()
 int FPVExifWriter::rewrite()
 {
     const qint64 rest = qint64(app1Length()) + lumi::kSegmentLengthPlace;
-    // Without image data there is no photo that could be kept.
+    // Without image data there is no photo to keep.
     if (!isValid() || size() <= rest) {
         return static_cast<int>(ExifRewriteResult::Failed);
     }
@@ -65,8 +63,8 @@ QByteArray FPVExifWriter::photoStart()
                             static_cast<quint32>(thumbnailRange().length));
 }
 
-/// Where the old file has the thumbnail. The length is 0 if a new block gets none: the second
-/// directory has no tag for its place, or not all its bytes are in the file.
+/// The thumbnail in the old file. Its length is 0 if it is not copied: the second directory has no
+/// tag for its offset, or the file ends inside the thumbnail.
 lumi::ByteRange FPVExifWriter::thumbnailRange() const
 {
     const qint64 place = qint64(tiffBase()) + thumbnailOffset();

@@ -46,10 +46,10 @@ ExifRewriteResult PhotoReplacement::run(const QByteArray &start, ByteRange thumb
     if (!m_photo.isOpen() || !isUnchanged() || temporary.isEmpty() || !fresh.open()) {
         return ExifRewriteResult::Failed;
     }
-    // A card without permissions refuses this, and loses nothing by it.
+    // Fails on file systems without permissions, where it does not matter.
     static_cast<void>(::fchmod(fresh.fd(), m_state.st_mode & kPermissions));
     if (!fill(fresh, start, thumbnail, rest)) {
-        // Callers take a failed write on a disk with room for a success.
+        // Callers rely on Done for a failed write on a disk that is not full.
         return fresh.error() == 0 ? ExifRewriteResult::Failed
                                   : failure(fresh.error(), ExifRewriteResult::Done);
     }
@@ -69,7 +69,7 @@ bool PhotoReplacement::isUnchanged() const
     return m_state.st_mode != 0 && isSameState(m_state, stateOf(m_path));
 }
 
-/// False after a failed read or write; a failed write is noted in fresh.
+/// False if a read or a write fails. fresh.error() is set by a failed write only.
 bool PhotoReplacement::fill(NewFile &fresh, const QByteArray &start, ByteRange thumbnail,
                             qint64 rest)
 {
@@ -78,9 +78,9 @@ bool PhotoReplacement::fill(NewFile &fresh, const QByteArray &start, ByteRange t
         && (!isOdd || fresh.write("", 1) == 1) && copy(fresh, {rest, m_state.st_size - rest});
 }
 
-/// The blocks end at multiples of their size in the new file. A block is two and a half pages
-/// long, so only every second boundary lies within a page then; elsewhere both ends of every
-/// block would share a page with a neighbour, which costs a tenth of the time.
+/// The blocks end at multiples of their size in the new file. A block is two and a half pages long,
+/// so only every second boundary lies inside a page. With other boundaries, copying takes a tenth
+/// longer.
 bool PhotoReplacement::copy(NewFile &fresh, ByteRange range)
 {
     std::array<char, kBlockSize> block{};
@@ -101,7 +101,7 @@ bool PhotoReplacement::copy(NewFile &fresh, ByteRange range)
 ExifRewriteResult PhotoReplacement::exchange(const QString &temporary)
 {
     m_photo.close();
-    // A removal can be reported as failed and have happened all the same.
+    // remove() can fail although the file is gone.
     if (!isUnchanged() || (!QFile::remove(m_path) && QFile::exists(m_path))) {
         drop(temporary);
         return ExifRewriteResult::Failed;
@@ -109,12 +109,12 @@ ExifRewriteResult PhotoReplacement::exchange(const QString &temporary)
     if (renameNoReplace(temporary, m_path) != 0) {
         return ExifRewriteResult::Failed;
     }
-    // Whatever this returns, the photo is whole and has its name.
+    // The photo is complete and has its name even if this fails.
     static_cast<void>(syncFolder(QFileInfo(m_path).path()));
     return ExifRewriteResult::Done;
 }
 
-/// If another program has removed the old photo, the new one may be the only one and is kept.
+/// Keeps the new photo if another program removed the old one.
 void PhotoReplacement::drop(const QString &temporary) const
 {
     if (QFile::exists(m_path)) {

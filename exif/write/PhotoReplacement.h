@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-// Replaces a photo by one with a new start. The new photo is written whole under a temporary name
-// in the same folder and synced. Only then is the old photo removed, and the new one renamed to
-// its name. Until the removal the old photo is untouched; after it the new one is whole, under the
-// temporary name if the renaming failed. A photo that has changed since its block was read is not
-// replaced. No copy of the old photo is kept: there is seldom room for two, let alone three.
+// Replaces a photo by one with a new start. The new photo is written and synced under a temporary
+// name in the same folder. Only then is the old photo removed and the new one renamed to its name.
+// If the renaming fails, the new photo keeps the temporary name. A photo that was changed since its
+// block was read is not replaced. There is no backup of the old photo: cards seldom have room for
+// it.
 #pragma once
 
 #include "platform/NewFile.h"
@@ -30,12 +30,12 @@ struct ByteRange
 class PhotoReplacement
 {
 public:
-    /// The photo is lent, open for reading. It is closed once the new one is complete. state is
-    /// the stateOf() its path before its block was read; one of zeros fits no photo.
+    /// The photo must be open for reading. It is closed when the new one is complete. state is the
+    /// stateOf() the photo before its block was read.
     PhotoReplacement(QFile &photo, const struct stat &state);
 
-    /// Makes the new photo of start, the bytes of the old one in thumbnail, a zero byte when
-    /// that leaves an odd sum, and all bytes of the old one from rest on.
+    /// The new photo is start, the bytes of the old one in thumbnail, a zero byte if the sum is odd
+    /// so far, and the bytes of the old one from rest on.
     [[nodiscard]] ExifRewriteResult run(const QByteArray &start, ByteRange thumbnail, qint64 rest);
 
 private:
@@ -53,12 +53,12 @@ private:
     struct stat m_state; // of the photo before its block was read
 };
 
-/// What tells the file at path from any other and from itself after a change: device, inode,
-/// size and time of the last write among the rest. Zeros without a file.
+/// The state of the file at path; zeros if there is none. Another file or a changed file has
+/// another device, inode, size or time of modification.
 [[nodiscard]] struct stat stateOf(const QString &path);
 
-/// The first of "photo_tmp_0.jpg", "photo_tmp_1.jpg" and so on that no file in the folder of
-/// photo.jpg has; empty when 65535 are taken.
+/// For photo.jpg the first free name of "photo_tmp_0.jpg", "photo_tmp_1.jpg" and so on, in the same
+/// folder; empty if 65535 names are taken.
 [[nodiscard]] QString freeTemporaryPath(const QString &path);
 
 } // namespace lumi

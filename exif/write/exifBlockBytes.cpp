@@ -22,7 +22,7 @@ std::span<const char> valueOf(const FPVExifTag &tag)
                  : std::span<const char>();
 }
 
-/// The value as it goes into the file, which is its own inverse of what the reader does.
+/// The value in the byte order of the file.
 QByteArray fileValue(const FPVExifTag &tag)
 {
     const std::span<const char> value = valueOf(tag);
@@ -36,7 +36,7 @@ template <class Number> void store(QByteArray &bytes, qsizetype place, Number nu
     qToLittleEndian<Number>(number, bytes.data() + place);
 }
 
-/// Puts a tag of that type and count into list. Its first bytes hold the value, the others are 0.
+/// Puts a tag of that type and count into list. Its first bytes are the value, the others 0.
 void setPointer(lumi::ExifTagList &list, int number, quint16 type, quint32 count, quint32 value)
 {
     std::vector<char> bytes(std::size_t(count) * static_cast<std::size_t>(typeSize(type)));
@@ -106,7 +106,7 @@ QByteArray lumi::ifdBytes(const ExifTagList &list, quint32 offset)
 
 QByteArray lumi::mainBlock(const ExifLists &lists)
 {
-    // All pointers must be there before sizes are taken; their values come when those are known.
+    // The pointers must exist before the sizes are computed. Their values follow from the sizes.
     if (!lists.exif.isEmpty()) {
         putPointer(lists.ifd0, kTagExifPointer, 0);
     }
@@ -140,7 +140,7 @@ QByteArray lumi::photoStart(const ExifLists &lists, quint32 thumbnailLength)
         movePointer(lists.ifd1, kTagThumbnailOffset, ifd1Offset + ifdSize(lists.ifd1));
     }
     const QByteArray ifd1 = ifdBytes(lists.ifd1, ifd1Offset);
-    // The field counts itself, but neither the start of the image nor the segment's marker.
+    // The field includes itself, but not the start of image and the marker.
     const QByteArray head
         = QByteArray(kExifMark, sizeof kExifMark) + QByteArray(kTiffHeader, sizeof kTiffHeader);
     const qint64 length = 2 + head.size() + main.size() + ifd1.size() + qint64(thumbnailLength);

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-// Turns the lists of an Exif block into the bytes of a photo's start. The block is always laid
-// out anew and little-endian, and nothing of where things stood before is kept.
+// Makes the start of a photo from the lists of an Exif block. The layout is always new, and the
+// byte order little-endian.
 // Format: start of image, segment header, TIFF header, IFD0, Exif, interoperability, GPS, IFD1,
-// thumbnail; each directory is followed by those of its values that do not fit an entry. The
-// link of an IFD0 with tags says where IFD1 would stand, even when there is none. Tags keep their
-// order. What a maker note says about places is not understood and goes stale.
+// thumbnail. Values that do not fit an entry follow their directory. The link of a non-empty IFD0
+// is the offset behind the GPS directory, even if there is no IFD1. Tags keep their order. Offsets
+// inside a maker note are not changed and go stale.
 #pragma once
 
 #include "exif/tag/ExifTagList.h"
@@ -13,7 +13,7 @@
 
 namespace lumi {
 
-/// The lists to be written, lent. Tags that say where a directory stands are set in them.
+/// The lists to be written. Their pointer tags are changed.
 struct ExifLists
 {
     ExifTagList &ifd0;
@@ -23,18 +23,18 @@ struct ExifLists
     ExifTagList &ifd1;
 };
 
-/// The bytes of a directory and its values; 0 without tags.
+/// The size of a directory with its values; 0 without tags.
 [[nodiscard]] quint32 ifdSize(const ExifTagList &list);
 
-/// A directory and its values as they stand at offset, with a zero link; empty without tags.
+/// A directory with its values, to be placed at offset; empty without tags. The link is 0.
 [[nodiscard]] QByteArray ifdBytes(const ExifTagList &list, quint32 offset);
 
-/// IFD0, Exif, interoperability and GPS directory as they stand right behind the TIFF header.
+/// IFD0, Exif, interoperability and GPS directory, to be placed behind the TIFF header.
 [[nodiscard]] QByteArray mainBlock(const ExifLists &lists);
 
-/// The new photo from its first byte up to where the thumbnail begins. The length of the
-/// segment counts the thumbnail and, when that leaves an odd sum, one byte behind it; it is a
-/// 16-bit field and wraps. thumbnailLength: 0 for none, IFD1 is then written as it is.
+/// The new photo up to the thumbnail. The length field of the segment includes the thumbnail and a
+/// padding byte if the sum is odd; it has 16 bits and wraps. If thumbnailLength is 0, there is no
+/// thumbnail and IFD1 is written as it is.
 [[nodiscard]] QByteArray photoStart(const ExifLists &lists, quint32 thumbnailLength);
 
 } // namespace lumi

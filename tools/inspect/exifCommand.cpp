@@ -76,7 +76,7 @@ QJsonValue textOf(const QString &text)
     return text.isNull() ? QJsonValue() : QJsonValue(text);
 }
 
-/// What the user sees of each row, in the panel and in the editor.
+/// The text of each row in the panel and in the editor.
 QJsonArray groupsOf(FPVExifFields &fields)
 {
     QJsonArray groups;

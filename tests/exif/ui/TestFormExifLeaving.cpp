@@ -32,7 +32,6 @@ private Q_SLOTS:
     void closingTheWindowIsLeaving();
     void theEndOfTheProgramEndsIt();
     void aMinimisedWindowIsNotAtItsEnd();
-    void itMayGoWhileItRuns();
 
 private:
     std::unique_ptr<EditorFixture> m_user;
@@ -206,19 +205,6 @@ void TestFormExifLeaving::aMinimisedWindowIsNotAtItsEnd()
              1);
     QCOMPARE(watch.hides, 1);
     QVERIFY(wasRunning);
-}
-
-void TestFormExifLeaving::itMayGoWhileItRuns()
-{
-    m_user->open();
-    const QByteArray before = m_user->fileBytes();
-    QCOMPARE(m_user->run([this] {
-        m_user->type(OwnerField, QStringLiteral("x"));
-        m_user->form.reset();
-    }),
-             0);
-    QVERIFY(m_user->boxes.boxes.isEmpty());
-    QCOMPARE(m_user->fileBytes(), before);
 }
 
 LUMI_TEST(TestFormExifLeaving)
