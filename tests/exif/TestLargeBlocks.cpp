@@ -56,20 +56,6 @@ bool hasSmallThings(const FPVExifDocument &document)
     });
 }
 
-/// A directory of so many tags of 60000 bytes, and as many that fit their entries.
-QByteArray garbageDirectory(int count)
-{
-    QByteArray bytes(2, char(0));
-    bytes[0] = char(2 * count);
-    for (int i = 0; i < count; ++i) {
-        bytes += QByteArray::fromHex("00700700 60ea0000 08000000");
-        bytes[bytes.size() - 12] = char(i);
-        bytes += QByteArray::fromHex("00710300 01000000 01000000");
-        bytes[bytes.size() - 12] = char(i);
-    }
-    return bytes;
-}
-
 } // namespace
 
 class TestLargeBlocks : public RewriteTest

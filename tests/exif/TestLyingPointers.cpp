@@ -13,7 +13,6 @@ using enum ExifListKind;
 namespace {
 
 constexpr quint16 kMakerNote = 0x927C;
-constexpr quint16 kComment = 0x9286;
 /// The offset of the value in the first entry.
 constexpr quint32 kFirstValue = 18;
 constexpr qsizetype kLongSize = 4;
