@@ -3,7 +3,7 @@
 // because they measure the disk.
 #include "bench/jobs.h"
 #include "bench/photos.h"
-#include "exif/FPVExifWriter.h"
+#include "exif/write/FPVExifWriter.h"
 
 #include <array>
 #include <cstdio>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "bench/jobs.h"
-#include "exif/FPVExifFields.h"
+#include "exif/text/FPVExifFields.h"
 #include "tests/support/ExifBuilder.h"
 
 #include <QFile>

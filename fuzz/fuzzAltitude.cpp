@@ -2,7 +2,7 @@
 // Heights of arbitrary text: what is taken has a fraction with the digits of the text, and what
 // the fraction reads back as must be taken again. Heights of arbitrary fractions must be valid
 // or empty.
-#include "exif/Altitude.h"
+#include "exif/gps/Altitude.h"
 
 #include <cstdint>
 #include <cstdlib>

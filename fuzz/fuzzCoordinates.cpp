@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Coordinates of arbitrary text: what is taken must read back from its fractions as the same
 // text, and a pasted position must be made of two texts that are taken.
-#include "exif/LatLongPair.h"
+#include "exif/gps/LatLongPair.h"
 
 #include <cstdint>
 #include <cstdlib>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-// The document reader on arbitrary bytes: what it holds must be as long as it says and stay
-// within its limit.
-#include "exif/FPVExifDocument.h"
-#include "exif/FPVExifTagBytes.h"
-#include "exif/typeSize.h"
+// The document reader on arbitrary bytes. Values must have the length of their type and count, and
+// stay below the limit in all.
+#include "exif/read/FPVExifDocument.h"
+#include "exif/tag/FPVExifTagBytes.h"
+#include "exif/tag/exifFormat.h"
 #include "fuzz/FuzzInput.h"
 
 #include <QImage>
@@ -32,7 +32,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
         }
     }
     const std::unique_ptr<QImage> image(document.thumbnail());
-    if (sum > 1024 * 1024 || (image && !document.hasThumbnail())) {
+    if (sum > lumi::kLargestValueSum || (image && !document.hasThumbnail())) {
         std::abort();
     }
     return 0;

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The walking reader on arbitrary bytes: it must come to an end, also when it is driven past
-// the entries that end an ordinary walk.
-#include "exif/FPVExifFile.h"
+// The walking reader on arbitrary bytes. It must end, even if the caller goes on after a null tag.
+#include "exif/read/FPVExifFile.h"
 #include "fuzz/FuzzInput.h"
 
 #include <cstdlib>

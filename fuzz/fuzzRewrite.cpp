@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
-// A photo of arbitrary bytes is saved as the editor does it: not at all if the new segment would
-// be too long. A photo that was not saved has to keep its bytes. A saved one has to keep its
-// image data and its first directory, in a segment whose length field is right.
-#include "exif/FPVExifWriter.h"
+// A photo of arbitrary bytes is saved as the editor does it, which refuses a segment that is too
+// long. A photo that was not saved must keep its bytes. A saved one must keep its image data and
+// its first directory, and the length field of its segment must be right.
+#include "exif/tag/exifFormat.h"
+#include "exif/tag/tagNumbers.h"
+#include "exif/write/FPVExifWriter.h"
 #include "fuzz/FuzzInput.h"
 
 #include <cstdlib>
@@ -15,14 +17,13 @@ int LLVMFuzzerInitialize(int * /*argc*/, char *** /*argv*/)
 
 namespace {
 
-constexpr qint64 kLongestSegment = 65535;
-
 /// The numbers and texts of the tags, without those of pointers.
 QString flat(const lumi::ExifTagList &list)
 {
     QString all;
     for (const FPVExifTag *tag : list) {
-        const bool isPointer = tag->tag() == 0x8769 || tag->tag() == 0x8825;
+        const bool isPointer
+            = tag->tag() == lumi::kTagExifPointer || tag->tag() == lumi::kTagGpsPointer;
         all += QString::number(tag->tag()) + (isPointer ? QString() : tag->text());
     }
     return all;
@@ -41,7 +42,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
     const QByteArray before(reinterpret_cast<const char *>(data), static_cast<qsizetype>(size));
     FPVExifWriter writer(lumi::fuzz::inputFile(data, size, "photo.jpg"));
     const qint64 length = writer.segmentLength();
-    const int result = length <= kLongestSegment ? writer.rewrite() : 2;
+    const int result = length <= lumi::kLongestSegment ? writer.rewrite() : 2;
     const QByteArray bytes = contentOf(writer.fileName());
     if (result != 0) {
         if (result != 2 || bytes != before) {
@@ -51,11 +52,11 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
     }
     const FPVExifDocument after(writer.fileName());
     const bool isSame = flat(after.ifd0List()) == flat(writer.ifd0List());
-    const QByteArray rest = before.mid(writer.app1Length() + 4);
-    // Without a first directory, others stand where its place is said to be.
+    const QByteArray rest = before.mid(writer.app1Length() + lumi::kSegmentLengthPlace);
+    // Without a first directory, other directories stand where the header says it is.
     const bool isRead = writer.ifd0List().isEmpty()
         || (after.isValid() && after.app1Length() == length && isSame);
-    if (bytes.mid(static_cast<qsizetype>(length) + 4) != rest || !isRead) {
+    if (bytes.mid(static_cast<qsizetype>(length) + lumi::kSegmentLengthPlace) != rest || !isRead) {
         std::abort();
     }
     return 0;

@@ -3,8 +3,8 @@
 // longer than so many bytes can make it. The photo around it has what makes a position and a
 // height out of fractions.
 // Format: two bytes of type, two of count, then the value.
-#include "exif/FPVExifFields.h"
-#include "exif/valueText.h"
+#include "exif/text/FPVExifFields.h"
+#include "exif/text/valueText.h"
 #include "fuzz/FuzzInput.h"
 #include "tests/support/ExifBuilder.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "items/FPVItemImage.h"
 
-#include "exif/FPVExifDocument.h"
+#include "exif/read/FPVExifDocument.h"
 #include "items/photoScale.h"
 #include "swap/swapStore.h"
 

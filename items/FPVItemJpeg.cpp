@@ -2,8 +2,9 @@
 #include "items/FPVItemJpeg.h"
 
 #include "app/common/memory.h"
-#include "exif/FPVExifTag.h"
-#include "exif/exifInfoGroups.h"
+#include "exif/tag/FPVExifTag.h"
+#include "exif/tag/tagNumbers.h"
+#include "exif/text/exifInfoGroups.h"
 #include "items/JpegSession.h"
 #include "items/exifRecords.h"
 #include "items/openPhoto.h"
@@ -32,7 +33,6 @@ constexpr int kJpegKind = 0x0101;
 constexpr int kSlicePauseMs = 20;
 /// About the time of a slice.
 constexpr int kReadAheadMs = 10;
-constexpr int kDateTimeOriginal = 0x9003;
 
 static_assert(lumi::kSliceLines % lumi::kBlockLines == 0, "no block may straddle two slices");
 
@@ -69,7 +69,7 @@ QPixmap *FPVItemJpeg::thumbnail(int w, int h)
 QList<lumi::InfoRecord> *FPVItemJpeg::infoList()
 {
     const QSize size = imageSize();
-    const FPVExifTag *dateTime = m_exif.findTag(kDateTimeOriginal);
+    const FPVExifTag *dateTime = m_exif.findTag(lumi::kTagDateTimeOriginal);
     const QString basic = QStringLiteral("File Size : ")
         + QString::number(QFileInfo(path()).size() >> 10) + QStringLiteral("KB\nImage Size : ")
         + QString::number(size.width()) + QLatin1Char('x') + QString::number(size.height())

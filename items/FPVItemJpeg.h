@@ -7,7 +7,7 @@
 // Owns: decoder, raster and line buffer of its screen decode.
 #pragma once
 
-#include "exif/FPVExifInfo.h"
+#include "exif/read/FPVExifInfo.h"
 #include "items/FPVItemImage.h"
 
 #include <memory>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "items/exifRecords.h"
 
-#include "exif/exifInfoGroups.h"
+#include "exif/text/exifInfoGroups.h"
 
 #include <algorithm>
 

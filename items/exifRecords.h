@@ -2,7 +2,7 @@
 // The information records of a photo that come from its Exif tags.
 #pragma once
 
-#include "exif/ExifTagList.h"
+#include "exif/tag/ExifTagList.h"
 #include "items/FPVItemObject.h"
 
 namespace lumi {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "exif/ui/ExifEditPage.h"
 
-#include "exif/FPVExifFields.h"
+#include "exif/text/FPVExifFields.h"
 #include "exif/ui/MyMultiLineEdit.h"
 
 #include <QGridLayout>
@@ -33,7 +33,7 @@ lumi::ExifEditPage::ExifEditPage(QWidget *parent, const EditPage &page, FPVExifF
         grid->addWidget(edit, line, 1, Qt::AlignVCenter);
         m_edits.push_back(edit);
     }
-    // The lines stand together at the top: below, a keyboard on the screen may cover the page.
+    // Keeps the lines at the top, because an on-screen keyboard may cover the bottom.
     grid->setRowStretch(grid->rowCount(), 1);
 }
 

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-// One page of the Exif editor: a line for every row of its group that can be edited, the
-// label and the field with what the file holds.
+// One page of the Exif editor: label and field for each row of its group that is not read-only.
 #pragma once
 
 #include "exif/ui/exifEditRules.h"
@@ -19,7 +18,7 @@ class ExifEditPage : public QWidget
     Q_OBJECT
 
 public:
-    /// fields: lent for the time of the call; its group is changed.
+    /// fields: the values of the photo; its group is changed.
     ExifEditPage(QWidget *parent, const EditPage &page, FPVExifFields *fields);
 
     /// In the order of the page's rules.

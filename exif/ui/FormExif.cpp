@@ -5,12 +5,12 @@
 #include "app/common/loadPixmap.h"
 #include "app/common/messages.h"
 #include "app/common/paths.h"
-#include "exif/FPVExifFields.h"
-#include "exif/FPVExifWriter.h"
-#include "exif/LatLongPair.h"
+#include "exif/gps/LatLongPair.h"
+#include "exif/text/FPVExifFields.h"
 #include "exif/ui/ExifEditPage.h"
 #include "exif/ui/MyMultiLineEdit.h"
 #include "exif/ui/exifWriteBack.h"
+#include "exif/write/FPVExifWriter.h"
 #include "platform/QPEApplication.h"
 #include "platform/Resource.h"
 #include "platform/screen/panel.h"
@@ -40,7 +40,7 @@ using lumi::SaveResult;
 
 namespace {
 
-constexpr int kCaptionWidth = 50; // in letters
+constexpr int kCaptionWidth = 50; // in characters
 constexpr int kHintIndent = 10;
 constexpr int kHintPoints = 16;
 constexpr int kPagePoints = 12;
@@ -50,7 +50,7 @@ struct FailureRow
 {
     SaveResult result;
     lumi::MessageId text;
-    int field; ///< that gets the focus, -1 for none
+    int field; ///< gets the focus; -1 for none
 };
 
 constexpr FailureRow kFailures[] = {
@@ -66,7 +66,7 @@ QAction *makeAction(QObject *parent, lumi::MessageId text, const char *icon)
     return new QAction(lumi::loadPixmap(icon), msg(text), parent);
 }
 
-/// A single ampersand would be taken for the mark of a shortcut.
+/// A single ampersand would mark a shortcut.
 QString shownAsItIs(QString text)
 {
     return text.replace(QLatin1Char('&'), QLatin1String("&&"));
@@ -77,7 +77,7 @@ bool clipboardHasText()
     return !QGuiApplication::clipboard()->text().isEmpty();
 }
 
-/// What is still being composed stands in its field for the user, and so belongs to the text.
+/// The user sees composed text in the field, so it has to be part of the text.
 void commitComposition()
 {
     QGuiApplication::inputMethod()->commit();
@@ -112,7 +112,7 @@ FormExif::FormExif(QWidget *parent, const QString &path)
     , m_photo(path)
 {
     setWindowModality(Qt::ApplicationModal);
-    // The default menu would let the user hide the bars for good.
+    // With the default menu the user could hide the bars and not get them back.
     setContextMenuPolicy(Qt::NoContextMenu);
     setWindowTitle(elideToChars(this, QFileInfo(path).baseName(), kCaptionWidth));
     buildBars();
@@ -127,11 +127,8 @@ FormExif::FormExif(QWidget *parent, const QString &path)
 
 FormExif::~FormExif()
 {
-    // The fields lose the focus as they go, when there is nobody here any more to note it.
+    // The fields lose the focus while they are destroyed, when noteFocus() must not run any more.
     disconnect(qApp, nullptr, this, nullptr);
-    if (m_inLoop) {
-        m_loop->quit();
-    }
 }
 
 void FormExif::buildBars()
@@ -203,15 +200,9 @@ void FormExif::connectEdit(MyMultiLineEdit *edit)
 int FormExif::exec()
 {
     QEventLoop loop;
-    const QPointer<FormExif> self(this); // the parent may go, and this window with it
     m_loop = &loop;
-    m_inLoop = true;
     show();
     loop.exec();
-    if (!self) {
-        return 0;
-    }
-    m_inLoop = false;
     m_loop = nullptr;
     return m_result;
 }
@@ -219,8 +210,8 @@ int FormExif::exec()
 void FormExif::hideEvent(QHideEvent *event)
 {
     QMainWindow::hideEvent(event);
-    // A window that is only minimised is not at its end.
-    if (m_inLoop && !event->spontaneous()) {
+    // Minimising is spontaneous and does not end the window.
+    if (m_loop != nullptr && !event->spontaneous()) {
         m_loop->quit();
     }
 }
@@ -361,7 +352,7 @@ SaveResult FormExif::save()
     FPVExifWriter writer(m_path);
     MyDialogWait wait(this, msg(lumi::MsgWorking));
     wait.start(0);
-    // The wait dialog lets events in: news of the card, too.
+    // Events ran during start(): the card may have been exchanged.
     if (!m_photo.isStillIt() || (writer.isValid() && !m_blockWasRead)
         || lumi::isProtected(m_path)) {
         return SaveResult::Failed;
@@ -375,11 +366,10 @@ void FormExif::tellFailure(SaveResult result)
         = std::find_if(std::begin(kFailures), std::end(kFailures), [result](const FailureRow &r) {
               return r.result == result;
           });
-    const bool isKnown = row != std::end(kFailures);
-    QMessageBox::critical(this, msg(lumi::MsgError), isKnown ? msg(row->text) : QString());
-    if (isKnown && row->field >= 0) {
+    QMessageBox::critical(this, msg(lumi::MsgError), msg(row->text));
+    if (row->field >= 0) {
         m_tabs->setCurrentIndex(lumi::kPositionPage);
-        // Without a window manager nobody gives the window its focus back.
+        // Without a window manager the window would not get its focus back.
         activateWindow();
         m_edits.at(static_cast<std::size_t>(row->field))->setFocus();
     }

@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: MIT
-// The window in which the Exif texts and the position of one photo are edited. It is modal and
-// not a form: the browser opens it and goes on when it ends. Nothing is written before Save;
-// then the block is read again, and all fields are written back, edited or not: see
-// exifWriteBack.h. What has no field here stays as the file has it by then. A save is refused if
-// the photo is protected, if it is the photo of another card by then, or if its block could not
-// be read at opening: empty fields would remove texts that nobody was shown.
-// A save that fails leaves the window open with its texts.
-// Owns: its widgets, its own menu bar and tool bars.
+// The window in which the Exif texts and the position of one photo are edited. It is modal and not
+// a form: the browser opens it and waits until it ends. Nothing is written before Save. Save reads
+// the block again and writes all fields back, edited or not; see exifWriteBack.h. Other tags keep
+// the values that the file has then. A save is refused if the photo is protected, if the card was
+// exchanged, or if the block could not be read when the window opened, because the empty fields
+// would remove texts that the user never saw. After a failed save the window stays open.
+// Owns: its widgets, menu bar and tool bars.
 #pragma once
 
 #include "app/common/ChosenFile.h"
@@ -40,9 +39,9 @@ public:
 
 public Q_SLOTS:
     // NOLINTBEGIN(readability-identifier-naming): parts of the interface
-    /// The same as menu_edit_save(), by the name that every window has for it.
+    /// The same as menu_edit_save(). Every window has a slot of this name.
     void accept();
-    /// These four act on the field with the focus, or the one that had it before the menu bar.
+    /// These four act on the field with the focus, or on the one that had it before the menu bar.
     void menu_edit_undo();
     void menu_edit_cut();
     void menu_edit_copy();
@@ -54,7 +53,7 @@ public Q_SLOTS:
     void menu_option_Version();
     void lineedit_copyAvailable(bool available);
     void lineedit_pasteAvailable(bool available);
-    /// Takes a whole position for both fields and leaves the text empty then.
+    /// If text is a whole position, sets both fields and clears text.
     void lineedit_paste(QString *text);
     // NOLINTEND(readability-identifier-naming)
 
@@ -77,13 +76,12 @@ private:
     QString m_path;
     lumi::ChosenFile m_photo; // what was at the path when the window opened
     int m_result = 0;
-    bool m_inLoop = false;
     QTabWidget *m_tabs = nullptr;
     QAction *m_cutAction = nullptr;
     QAction *m_copyAction = nullptr;
     QAction *m_pasteAction = nullptr;
     std::array<MyMultiLineEdit *, lumi::EditFieldCount> m_edits{};
     QPointer<MyMultiLineEdit> m_lastEdit;
-    QEventLoop *m_loop = nullptr; // of exec(), lent
-    bool m_blockWasRead = false;  // for the fields
+    QEventLoop *m_loop = nullptr; // while exec() runs
+    bool m_blockWasRead = false;  // when the window opened
 };

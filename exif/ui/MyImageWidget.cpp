@@ -4,7 +4,7 @@
 #include "app/common/Settings.h"
 #include "app/common/labels.h"
 #include "app/common/messages.h"
-#include "exif/FPVExifFields.h"
+#include "exif/text/FPVExifFields.h"
 #include "exif/ui/infoRow.h"
 #include "platform/keys/deviceKey.h"
 #include "platform/screen/panel.h"
@@ -94,7 +94,7 @@ void MyImageWidget::setItem(FPVItemObject *item)
     }
     m_wanted = item != nullptr && item->isPicture() ? qobject_cast<FPVItemImage *>(item) : nullptr;
     if (m_loading) {
-        return; // the load under way takes this one
+        return; // the running load() shows it
     }
     if (!m_wanted) {
         showNothing();
@@ -109,7 +109,7 @@ void MyImageWidget::showNothing()
     m_editButton->setEnabled(false);
     setText(QString());
     m_picture->setItem(nullptr, true);
-    // The file of a card that is to be taken out must not stay open.
+    // An open file would keep the user from removing the card.
     m_fields.reset();
     m_loaded.clear();
 }
@@ -187,7 +187,7 @@ void MyImageWidget::setText(const QString &html)
 
 void MyImageWidget::layOut()
 {
-    // A table begins a line of its own, so that the break before it would be an empty line.
+    // A table starts a new line itself; with the break there would be an empty line.
     QString html = m_html;
     html.replace(QLatin1String("<br><table"), QLatin1String("<table"));
     m_browser->setHtml(html);

@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: MIT
-// The info panel of the browser: the picture of the current item on the left, what its Exif
-// block says on the right, a group at a time, and a button that asks for the editor.
-// A photo's block is read once, when it becomes the current item; another group only formats
-// what was read. While the wait dialog of a new item comes up, other items may become current:
-// the last one counts.
-// Owns: the block of the photo on show. The item is the list's and may die at any time: then
-// there is none.
+// The info panel of the browser: the picture of the current item on the left, one group of its Exif
+// fields on the right, and a button for the editor. The Exif block is read once, when the item
+// becomes current. Other items can become current while the wait dialog appears; the last one
+// counts.
+// Owns: the Exif block of the shown photo. The item belongs to the list and may be destroyed at any
+// time; then the panel is empty.
 #pragma once
 
 #include <QPointer>
@@ -31,13 +30,13 @@ public:
     explicit MyImageWidget(QWidget *parent);
     ~MyImageWidget() override;
 
-    /// Shows the item; null, or what is no photo, means none. Nothing happens while the panel
-    /// is hidden. Events run meanwhile.
+    /// Shows the item, or nothing if it is null or no photo. Does nothing while the panel is
+    /// hidden. Runs events.
     void setItem(FPVItemObject *item);
 
     [[nodiscard]] FPVPictureView *picture() const { return m_picture; }
 
-    /// Forgets the item when hiding.
+    /// Releases the item when the panel is hidden.
     void setVisible(bool visible) override;
 
 Q_SIGNALS:
@@ -45,7 +44,7 @@ Q_SIGNALS:
     void btn_edit_clicked();
 
 public Q_SLOTS:
-    /// group: of the field groups, as the combo lists them.
+    /// group: index into lumi::exifFieldGroups().
     void combo_exifinfo_activated(int group);
     // NOLINTEND(readability-identifier-naming)
 
@@ -70,8 +69,8 @@ private:
     FPVPictureView *m_picture = nullptr;
     std::unique_ptr<FPVExifFields> m_fields;
     int m_fontIndex = 2;
-    QPointer<FPVItemImage> m_wanted; // on show, once it is loaded
-    QPointer<FPVItemImage> m_loaded; // whose block m_fields is
+    QPointer<FPVItemImage> m_wanted; // the item to show
+    QPointer<FPVItemImage> m_loaded; // the item of m_fields
     bool m_loading = false;
     QSize m_photoSize;
     qint64 m_fileBytes = 0;

@@ -17,7 +17,7 @@ bool isControl(const QKeyEvent *event, int key)
     return event->key() == key && event->modifiers().testFlag(Qt::ControlModifier);
 }
 
-/// Whether the key brings text, not an order such as Escape or Ctrl+A.
+/// Whether the key inserts text, unlike Escape or Ctrl+A.
 bool isTyping(const QKeyEvent *event)
 {
     if (event->text().isEmpty() || event->key() == Qt::Key_Delete
@@ -98,7 +98,7 @@ void MyMultiLineEdit::focusInEvent(QFocusEvent *event)
 void MyMultiLineEdit::focusOutEvent(QFocusEvent *event)
 {
     const QWidget *next = QApplication::focusWidget();
-    // Cut and Copy in the menu mean the text that was marked before the menu opened.
+    // Cut and Copy in the menu act on the selection, so it must survive the opening of the menu.
     const bool isForMenu
         = event->reason() == Qt::MenuBarFocusReason || event->reason() == Qt::PopupFocusReason;
     if (next != nullptr && next != this && !isForMenu) {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// A one-line field of the Exif editor that lets in only the characters its tag can hold,
-// whatever way they come: by keys, from the clipboard, from an input method. Its form hears
-// when there is something to cut, copy or paste, and may take a pasted text for itself.
+// A one-line field of the Exif editor. Accepts only the characters that its tag can hold, from
+// keys, clipboard and input methods. Signals tell the window what can be cut, copied or pasted, and
+// let it handle a pasted text itself.
 #pragma once
 
 #include "exif/ui/characterFilter.h"
@@ -14,7 +14,7 @@ class MyMultiLineEdit : public QMultiLineEdit
 public:
     explicit MyMultiLineEdit(QWidget *parent = nullptr);
 
-    /// At first everything is let in; see lumi::filterCharacters().
+    /// See lumi::filterCharacters(). All characters are accepted by default.
     void setCharMask(int mask) { m_charMask = mask; }
 
     [[nodiscard]] int charMask() const { return m_charMask; }
@@ -22,10 +22,9 @@ public:
     [[nodiscard]] QString filterText(const QString &text) const;
 
 Q_SIGNALS:
-    /// Something was cut or copied: whether the clipboard holds text now.
+    /// Something was cut or copied. available: whether the clipboard holds text now.
     void pasteAvailable(bool available);
-    /// Text is about to be pasted, filtered already. The receiver may change it; an empty text
-    /// inserts nothing.
+    /// The filtered text is about to be pasted. The receiver may change it, or clear it.
     void signalPaste(QString *text);
 
 protected:
@@ -33,7 +32,7 @@ protected:
 
     void pasteText(const QString &text) override;
 
-    /// What the mask lets in, but for control characters: those are pasted, not typed.
+    /// Like filterText(), and without control characters: they can be pasted, but not typed.
     [[nodiscard]] QString permitted(const QString &text) const override;
 
     [[nodiscard]] bool isFiltered() const override { return m_charMask != lumi::kAnyCharacters; }
@@ -43,7 +42,7 @@ protected:
     void focusOutEvent(QFocusEvent *event) override;
 
     /// Tab leaves the field.
-    // NOLINTNEXTLINE(bugprone-parent-virtual-call): a text field's own way is not wanted here
+    // NOLINTNEXTLINE(bugprone-parent-virtual-call): the text field would insert a tab
     bool focusNextPrevChild(bool next) override { return QWidget::focusNextPrevChild(next); }
 
 private:

@@ -8,7 +8,7 @@
 
 namespace {
 
-/// Both ends belong to the range.
+/// The range includes first and last.
 struct RangeRow
 {
     int bit;

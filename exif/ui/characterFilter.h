@@ -1,19 +1,19 @@
 // SPDX-License-Identifier: MIT
-// Which characters a field lets in. Most Exif texts are single bytes in the file, so most
-// fields take nothing else.
+// The characters that a field accepts. Most Exif texts are stored as single bytes, so most fields
+// accept only those.
 #pragma once
 
 class QString;
 
 namespace lumi {
 
-/// Takes everything.
+/// All characters.
 inline constexpr int kAnyCharacters = 0xFF;
-/// Takes the single-byte letters, digits and signs from blank to tilde.
+/// The ASCII characters from blank to tilde.
 inline constexpr int kPlainCharacters = 0xE2;
 
-/// The text without the characters that the mask has no bit for. Each bit of the mask allows
-/// a class of characters; 0x80 stands for none.
+/// Removes the characters that mask has no bit for. Each bit of mask allows a class of characters;
+/// 0x80 has no class.
 [[nodiscard]] QString filterCharacters(const QString &text, int mask);
 
 } // namespace lumi

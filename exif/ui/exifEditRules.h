@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
-// The fields of the Exif editor: on which page each stands, which tag it edits, how much and
-// what it takes. The order is that of the rows of their groups that are not read-only.
+// The fields of the Exif editor: page, tag, maximum length and accepted characters. They are in the
+// order of the editable rows of their groups.
 #pragma once
 
-#include "exif/ExifListKind.h"
+#include "exif/tag/ExifListKind.h"
+#include "exif/tag/tagNumbers.h"
 #include "exif/ui/characterFilter.h"
 
 #include <QString>
@@ -37,21 +38,21 @@ struct EditRule
 
 struct EditPage
 {
-    int group; ///< of the field groups
+    int group; ///< index into exifFieldGroups()
     std::span<const EditRule> rules;
 };
 
-// Author and compilation are two texts within one tag.
+// Author and compilation are two texts in one tag.
 inline constexpr std::array<EditRule, EditFieldCount> kEditRules = {{
-    {AuthorField, 0x8298, ExifListKind::Ifd0, 50, kPlainCharacters},
-    {CompilationField, 0x8298, ExifListKind::Ifd0, 50, kPlainCharacters},
-    {OwnerField, 0x013B, ExifListKind::Ifd0, 50, kPlainCharacters},
-    {TitleField, 0x010E, ExifListKind::Ifd0, 50, kPlainCharacters},
-    {RelatedAudioField, 0xA004, ExifListKind::Exif, 12, kPlainCharacters},
-    {CommentField, 0x9286, ExifListKind::Exif, 256, kAnyCharacters},
-    {LatitudeField, 0x0002, ExifListKind::Gps, 13, kPlainCharacters},
-    {LongitudeField, 0x0004, ExifListKind::Gps, 14, kPlainCharacters},
-    {AltitudeField, 0x0006, ExifListKind::Gps, 9, kPlainCharacters},
+    {AuthorField, kTagCopyright, ExifListKind::Ifd0, 50, kPlainCharacters},
+    {CompilationField, kTagCopyright, ExifListKind::Ifd0, 50, kPlainCharacters},
+    {OwnerField, kTagOwner, ExifListKind::Ifd0, 50, kPlainCharacters},
+    {TitleField, kTagTitle, ExifListKind::Ifd0, 50, kPlainCharacters},
+    {RelatedAudioField, kTagRelatedAudio, ExifListKind::Exif, 12, kPlainCharacters},
+    {CommentField, kTagUserComment, ExifListKind::Exif, 256, kAnyCharacters},
+    {LatitudeField, kTagLatitude, ExifListKind::Gps, 13, kPlainCharacters},
+    {LongitudeField, kTagLongitude, ExifListKind::Gps, 14, kPlainCharacters},
+    {AltitudeField, kTagAltitude, ExifListKind::Gps, 9, kPlainCharacters},
 }};
 
 inline constexpr std::array<EditPage, 3> kEditPages = {{
@@ -60,10 +61,10 @@ inline constexpr std::array<EditPage, 3> kEditPages = {{
     {5, std::span(kEditRules).subspan(LatitudeField, 3)},
 }};
 
-/// The page of kEditPages with the position on it.
+/// The index in kEditPages of the page with the position.
 inline constexpr int kPositionPage = 2;
 
-/// The texts of all fields, by EditField.
+/// The texts of all fields, indexed by EditField.
 using EditTexts = std::array<QString, EditFieldCount>;
 
 } // namespace lumi

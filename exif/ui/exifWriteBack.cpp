@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "exif/ui/exifWriteBack.h"
 
-#include "exif/Altitude.h"
-#include "exif/FPVExifWriter.h"
-#include "exif/LatLongPair.h"
-#include "exif/typeSize.h"
+#include "exif/gps/Altitude.h"
+#include "exif/gps/LatLongPair.h"
+#include "exif/tag/exifFormat.h"
+#include "exif/write/FPVExifWriter.h"
 
 #include <algorithm>
 #include <cstring>
@@ -18,16 +18,11 @@ using lumi::SaveResult;
 using lumi::TagOperation;
 using lumi::TagOperations;
 
-enum TagType : quint16 { ByteType = 1, AsciiType = 2, RationalType = 5, UndefinedType = 7 };
+using lumi::TiffType;
 
 constexpr int kAudioBytes = 13;
 constexpr char kUnicodeMark[8] = "UNICODE";
-constexpr quint16 kGpsVersionTag = 0x0000;
-constexpr quint16 kLatitudeRefTag = 0x0001;
-constexpr quint16 kLongitudeRefTag = 0x0003;
-constexpr quint16 kAltitudeRefTag = 0x0005;
 constexpr uchar kGpsVersion[] = {2, 2, 0, 0};
-constexpr qint64 kLongestSegment = 65535;
 
 const lumi::EditRule &ruleOf(EditField field)
 {
@@ -47,12 +42,11 @@ void removeTag(TagOperations *operations, quint16 tag, ExifListKind list)
     operations->push_back(std::move(operation));
 }
 
-/// Where a value goes and what it is.
 struct Target
 {
     quint16 tag;
     ExifListKind list;
-    TagType type;
+    TiffType type;
 };
 
 bool setTag(TagOperations *operations, const Target &target, const void *bytes, int size)
@@ -72,8 +66,8 @@ bool setTag(TagOperations *operations, const Target &target, const void *bytes, 
     return true;
 }
 
-/// The bytes of a field's tag; none take it away.
-bool setField(TagOperations *operations, EditField field, TagType type, const QByteArray &bytes)
+/// Sets the tag of a field, or removes it if bytes is empty.
+bool setField(TagOperations *operations, EditField field, TiffType type, const QByteArray &bytes)
 {
     const lumi::EditRule &rule = ruleOf(field);
     if (bytes.isEmpty()) {
@@ -94,7 +88,7 @@ QByteArray audioName(const QString &text)
     if (text.isEmpty()) {
         return {};
     }
-    // A file may hold a longer name than there is room for.
+    // The photo may have a longer name than fits.
     QByteArray name = text.toLatin1().left(kAudioBytes - 1);
     name.append(kAudioBytes - name.size(), '\0');
     return name;
@@ -117,9 +111,9 @@ bool appendCoordinate(TagOperations *operations, EditField field, quint16 refere
         return true;
     }
     const char reference[] = {value.text().front().toLatin1(), '\0'};
-    return setTag(operations, {referenceTag, ExifListKind::Gps, AsciiType}, reference,
+    return setTag(operations, {referenceTag, ExifListKind::Gps, lumi::TiffAscii}, reference,
                   sizeof reference)
-        && setTag(operations, {tag, ExifListKind::Gps, RationalType}, rationals,
+        && setTag(operations, {tag, ExifListKind::Gps, lumi::TiffRational}, rationals,
                   3 * sizeof(lumi::Rational));
 }
 
@@ -130,8 +124,10 @@ bool appendAltitude(TagOperations *operations, const QString &text)
         return true;
     }
     const uchar reference = altitude.aboveSeaLevel() ? 0 : 1;
-    return setTag(operations, {kAltitudeRefTag, ExifListKind::Gps, ByteType}, &reference, 1)
-        && setTag(operations, {ruleOf(lumi::AltitudeField).tag, ExifListKind::Gps, RationalType},
+    return setTag(operations, {lumi::kTagAltitudeReference, ExifListKind::Gps, lumi::TiffByte},
+                  &reference, 1)
+        && setTag(operations,
+                  {ruleOf(lumi::AltitudeField).tag, ExifListKind::Gps, lumi::TiffRational},
                   altitude.rational(), sizeof(lumi::Rational));
 }
 
@@ -170,16 +166,16 @@ bool lumi::appendBasic(const EditTexts &texts, TagOperations *operations)
     if (author.isEmpty() && !compilation.isEmpty()) {
         bytes = closedText(QStringLiteral(" "));
     }
-    return setField(operations, AuthorField, AsciiType, bytes + compilation);
+    return setField(operations, AuthorField, TiffAscii, bytes + compilation);
 }
 
 bool lumi::appendUserData(const EditTexts &texts, TagOperations *operations)
 {
-    return setField(operations, OwnerField, AsciiType, closedText(textOf(texts, OwnerField)))
-        && setField(operations, TitleField, AsciiType, closedText(textOf(texts, TitleField)))
-        && setField(operations, RelatedAudioField, AsciiType,
+    return setField(operations, OwnerField, TiffAscii, closedText(textOf(texts, OwnerField)))
+        && setField(operations, TitleField, TiffAscii, closedText(textOf(texts, TitleField)))
+        && setField(operations, RelatedAudioField, TiffAscii,
                     audioName(textOf(texts, RelatedAudioField)))
-        && setField(operations, CommentField, UndefinedType,
+        && setField(operations, CommentField, TiffUndefined,
                     commentBytes(textOf(texts, CommentField)));
 }
 
@@ -190,19 +186,19 @@ bool lumi::appendPosition(const EditTexts &texts, TagOperations *operations)
     const QString altitudeText = textOf(texts, AltitudeField);
     Latitude latitude;
     Longitude longitude;
-    // What does not fit leaves an empty value, which takes the tags away.
+    // An empty text makes an empty value, which removes the tags.
     static_cast<void>(latitude.setText(latitudeText));
     static_cast<void>(longitude.setText(longitudeText));
-    if (!appendCoordinate(operations, LatitudeField, kLatitudeRefTag, latitude)
-        || !appendCoordinate(operations, LongitudeField, kLongitudeRefTag, longitude)
+    if (!appendCoordinate(operations, LatitudeField, kTagLatitudeReference, latitude)
+        || !appendCoordinate(operations, LongitudeField, kTagLongitudeReference, longitude)
         || !appendAltitude(operations, altitudeText)) {
         return false;
     }
     if (latitudeText.isEmpty() && longitudeText.isEmpty() && altitudeText.isEmpty()) {
-        removeTag(operations, kGpsVersionTag, ExifListKind::Gps);
+        removeTag(operations, kTagGpsVersion, ExifListKind::Gps);
         return true;
     }
-    return setTag(operations, {kGpsVersionTag, ExifListKind::Gps, ByteType}, kGpsVersion,
+    return setTag(operations, {kTagGpsVersion, ExifListKind::Gps, TiffByte}, kGpsVersion,
                   sizeof kGpsVersion);
 }
 
@@ -233,8 +229,5 @@ SaveResult lumi::saveTexts(const EditTexts &texts, FPVExifWriter *writer)
     if (writer->segmentLength() > kLongestSegment) {
         return SaveResult::Failed;
     }
-    const int result = writer->rewrite();
-    const bool isKnown = result >= static_cast<int>(SaveResult::Saved)
-        && result <= static_cast<int>(SaveResult::Failed);
-    return isKnown ? static_cast<SaveResult>(result) : SaveResult::Unknown;
+    return static_cast<SaveResult>(writer->rewrite());
 }

@@ -6,7 +6,6 @@
 
 namespace {
 
-/// Blanks first: the entities that replace the brackets have none.
 QString escaped(QString value)
 {
     value.replace(QLatin1Char(' '), QLatin1String("&nbsp;"));

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The markup of one field in the info panel.
+// The HTML of one field in the info panel.
 #pragma once
 
 class QChar;
@@ -7,8 +7,8 @@ class QString;
 
 namespace lumi {
 
-/// The label in bold and below it the value, a line for every piece between separators. Blanks
-/// of the value don't break and its angle brackets are shown; "&" begins an entity.
+/// The label in bold and the value below it, one line for each part between separators. Blanks in
+/// the value do not wrap, and angle brackets are escaped. "&" is not: it starts an entity.
 [[nodiscard]] QString infoRow(const QString &label, const QString &value, QChar separator);
 
 } // namespace lumi

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "exif/FPVExifTagBytes.h"
-#include "exif/exifBlockBytes.h"
+#include "exif/tag/FPVExifTagBytes.h"
+#include "exif/write/exifBlockBytes.h"
 #include "tests/exif/BlockCopy.h"
 #include "tests/exif/tagLists.h"
 #include "tests/support/TestMain.h"
@@ -21,7 +21,7 @@ constexpr quint16 kShort = 3;
 constexpr quint16 kLong = 4;
 constexpr quint16 kUndefined = 7;
 
-/// The lists of a block, empty at first.
+/// The lists of a block, initially empty.
 struct Block
 {
     lumi::ExifTagList ifd0;
@@ -85,9 +85,6 @@ private Q_SLOTS:
     void directoryWithoutTagsHasNoBytes();
     void valueGoesWhereItFits_data();
     void valueGoesWhereItFits();
-    void numbersComeOutLittleEndian_data();
-    void numbersComeOutLittleEndian();
-    void valuesFollowInTheOrderOfTheTags();
     void wholeStartByteForByte();
     void startOfAnEmptyBlock();
     void pointersStandAtTheEnd();
@@ -135,53 +132,11 @@ void TestExifBlockBytes::valueGoesWhereItFits()
 {
     const auto [value, expected] = lumi::test::row<QByteArray, QByteArray>();
     lumi::ExifTagList list;
-    // The first row's type is one without a size, which is kept like any other.
+    // The type of the first row has no size. It is kept like any other.
     const quint16 type = value.isEmpty() ? 0x70 : kUndefined;
     put(list, 0x1234, type, quint32(value.size()), value);
     QCOMPARE(lumi::ifdBytes(list, 0x164).toHex(), expected.toHex());
     QCOMPARE(lumi::ifdSize(list), quint32(expected.size()));
-}
-
-void TestExifBlockBytes::numbersComeOutLittleEndian_data()
-{
-    lumi::test::columns<quint16, QByteArray, QByteArray>();
-    QTest::newRow("bytes") << quint16(1) << hex("010203") << hex("010203");
-    QTest::newRow("a text") << quint16(2) << QByteArray("ab\0", 3) << hex("616200");
-    QTest::newRow("shorts") << quint16(3) << hostBytes<quint16>({0x0102, 0x0304})
-                            << hex("02010403");
-    QTest::newRow("longs") << quint16(4) << hostBytes<quint32>({0x01020304, 5})
-                           << hex("0403020105000000");
-    QTest::newRow("a fraction") << quint16(5) << hostBytes<quint32>({0x01020304, 5})
-                                << hex("0403020105000000");
-    QTest::newRow("untyped bytes") << quint16(7) << hex("01020304050607") << hex("01020304050607");
-    QTest::newRow("signed longs") << quint16(9) << hostBytes<qint32>({-2}) << hex("feffffff");
-    QTest::newRow("a signed fraction")
-        << quint16(10) << hostBytes<qint32>({-2, 3}) << hex("feffffff03000000");
-}
-
-void TestExifBlockBytes::numbersComeOutLittleEndian()
-{
-    const auto [type, value, expected] = lumi::test::row<quint16, QByteArray, QByteArray>();
-    lumi::ExifTagList list;
-    put(list, 0x1234, type, 1, value);
-    const QByteArray bytes = lumi::ifdBytes(list, 0);
-    QCOMPARE(bytes.mid(expected.size() > 4 ? 18 : 10, expected.size()).toHex(), expected.toHex());
-}
-
-void TestExifBlockBytes::valuesFollowInTheOrderOfTheTags()
-{
-    lumi::ExifTagList list;
-    put(list, 0x9000, kUndefined, 5, "first");
-    putShort(list, 0x0001, 7);
-    put(list, 0x0100, kUndefined, 6, "second");
-    const QByteArray bytes = lumi::ifdBytes(list, 100);
-    QCOMPARE(u16(bytes, 0), quint16(3));
-    QCOMPARE(u16(bytes, 2), quint16(0x9000));
-    QCOMPARE(u16(bytes, 14), quint16(0x0001));
-    QCOMPARE(u16(bytes, 26), quint16(0x0100));
-    QCOMPARE(u32(bytes, 10), 142U);
-    QCOMPARE(u32(bytes, 34), 148U);
-    QCOMPARE(bytes.mid(42), QByteArray("first\0second", 12));
 }
 
 void TestExifBlockBytes::wholeStartByteForByte()
@@ -287,7 +242,7 @@ void TestExifBlockBytes::pointersComeFromTagsAlone()
     putShort(block.ifd0, 0x0112, 1);
     static_cast<void>(lumi::mainBlock(block.lists()));
     QCOMPARE(numbersOf(block.ifd0), QList<int>({0x0112}));
-    // A first directory that had nothing gets one for the sake of the others.
+    // An empty first directory gets a pointer too.
     Block bare;
     putShort(bare.exif, 0x8822, 2);
     const QByteArray bytes = lumi::mainBlock(bare.lists());
@@ -341,7 +296,7 @@ void TestExifBlockBytes::interoperabilityPointerKeepsItsShape_data()
     QTest::addColumn<quint16>("type");
     QTest::addColumn<quint32>("count");
     QTest::addColumn<int>("size");
-    QTest::addColumn<QByteArray>("expected"); // the Exif directory stands at 26
+    QTest::addColumn<QByteArray>("expected"); // the Exif directory is at offset 26
     QTest::newRow("a long") << kLong << 1U << 4 << hex("2c000000");
     QTest::newRow("a short") << kShort << 1U << 2 << hex("2c00");
     QTest::newRow("nothing") << kLong << 0U << 0 << QByteArray();
@@ -373,7 +328,7 @@ void TestExifBlockBytes::interoperabilityPointerWithoutADirectory()
     putLong(block.exif, 0xA005, 0x3333);
     putShort(block.gps, 0x001E, 0);
     const QByteArray bytes = lumi::mainBlock(block.lists());
-    // It points to what follows, the GPS directory in this case.
+    // The pointer is the offset of the next directory, here GPS.
     QCOMPARE(u32(bytes, 30 + 2 + 8), u32(bytes, 2 + 12 + 8));
     QCOMPARE(u32(bytes, 30 + 2 + 8), 8U + 30 + 18);
 }

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "exif/FPVExifFile.h"
-#include "exif/FPVExifTagBytes.h"
-#include "exif/FPVExifTagNumber.h"
-#include "exif/FPVExifTagRational.h"
-#include "exif/FPVExifTagString.h"
+#include "exif/read/FPVExifFile.h"
+#include "exif/tag/FPVExifTagBytes.h"
+#include "exif/tag/FPVExifTagNumber.h"
+#include "exif/tag/FPVExifTagRational.h"
+#include "exif/tag/FPVExifTagString.h"
 #include "tests/exif/PhotoFolder.h"
 #include "tests/exif/walkedTags.h"
 #include "tests/support/TestMain.h"
@@ -49,8 +49,8 @@ class TestFPVExifFile : public QObject
 
 private Q_SLOTS:
     void kindsHaveTheirOwnNumbers();
-    void walksDirectoriesAsTheyAreNamed_data();
-    void walksDirectoriesAsTheyAreNamed();
+    void walksDirectoriesInOrderOfTheirPointers_data();
+    void walksDirectoriesInOrderOfTheirPointers();
     void closesItselfAtTheEnd();
     void sixthDirectoryIsNotWalked();
     void furtherLinksAreWalked();
@@ -93,18 +93,15 @@ void TestFPVExifFile::kindsHaveTheirOwnNumbers()
     QCOMPARE(int(Ifd1), 4);
 }
 
-void TestFPVExifFile::walksDirectoriesAsTheyAreNamed_data()
+void TestFPVExifFile::walksDirectoriesInOrderOfTheirPointers_data()
 {
-    QTest::addColumn<bool>("big");
-    QTest::newRow("little-endian") << false;
-    QTest::newRow("big-endian") << true;
+    lumi::test::addOrders();
 }
 
-void TestFPVExifFile::walksDirectoriesAsTheyAreNamed()
+void TestFPVExifFile::walksDirectoriesInOrderOfTheirPointers()
 {
-    QFETCH(bool, big);
-    const WalkedTags tags = walk(m_folder.put(
-        lumi::test::fullPhoto(big ? ExifBuilder::Order::Big : ExifBuilder::Order::Little)));
+    QFETCH(ExifBuilder::Order, order);
+    const WalkedTags tags = walk(m_folder.put(lumi::test::fullPhoto(order)));
     const QList<int> expected = {
         0x010F, 0x0110, 0x0112, 0x011A, 0x0132, 0x0102, 0x8769, 0x8825,         // the first
         0x829A, 0x829D, 0x8827, 0x9000, 0x9101, 0x9204, 0xA002, 0x927C, 0xA005, // Exif
@@ -135,7 +132,7 @@ void TestFPVExifFile::sixthDirectoryIsNotWalked()
     ExifBuilder photo = lumi::test::fullPhoto(ExifBuilder::Order::Little);
     const QList<int> five = numbers(walk(m_folder.put(photo)));
     photo.link(Ifd1, photo.offsetOf(Gps));
-    // The link behind the thumbnail's directory is the sixth directory named.
+    // The link of the second directory would lead to a sixth directory.
     QCOMPARE(numbers(walk(m_folder.put(photo))), five);
 }
 
@@ -146,7 +143,7 @@ void TestFPVExifFile::furtherLinksAreWalked()
     ExifBuilder photo = sketch;
     photo.link(Ifd0, sketch.offsetOf(Exif)).link(Exif, sketch.offsetOf(Gps));
     QCOMPARE(numbers(walk(m_folder.put(photo))), (QList<int>{1, 2, 3}));
-    // A loop is walked until the five records are used up.
+    // In a loop the walk ends after five directories.
     photo.link(Gps, 8);
     QCOMPARE(numbers(walk(m_folder.put(photo))), (QList<int>{1, 2, 3, 1, 2}));
 }
@@ -178,7 +175,7 @@ void TestFPVExifFile::numbersKeepTheirFirstValue_data()
     QTest::newRow("a long") << false << 4 << hex("78563412") << 1U << 0x12345678;
     QTest::newRow("a long of all bits") << false << 4 << hex("ffffffff") << 1U << -1;
     QTest::newRow("a signed long") << true << 9 << hex("fffffffb") << 1U << -5;
-    QTest::newRow("a count of zero changes nothing") << false << 3 << hex("0700") << 0U << 7;
+    QTest::newRow("a count of 0 is ignored") << false << 3 << hex("0700") << 0U << 7;
 }
 
 void TestFPVExifFile::numbersKeepTheirFirstValue()
@@ -199,7 +196,7 @@ void TestFPVExifFile::numbersKeepTheirFirstValue()
 void TestFPVExifFile::arraysOfNumbersAreNotFollowed_data()
 {
     lumi::test::columns<int, int>();
-    // The value word is an offset in the file and is taken for the values themselves.
+    // The value word is an offset, but it is read as the value.
     QTest::newRow("bytes") << 1 << 0x44;
     QTest::newRow("shorts") << 3 << 0x3344;
     QTest::newRow("longs") << 4 << 0x11223344;
@@ -274,10 +271,10 @@ void TestFPVExifFile::stringsRunToTheFirstNul()
 {
     ExifBuilder photo;
     photo
-        .ascii(Ifd0, 1, "abc")                               // within the value bytes
+        .ascii(Ifd0, 1, "abc")                               // in the entry
         .ascii(Ifd0, 2, "Anvil Works")                       // behind the directory
         .value(Ifd0, 3, 2, 100, QByteArray("one\0two\0", 8)) // ends before its count
-        .value(Ifd0, 4, 2, 3, "end\x05") // goes on into the next entry, whose number is 5
+        .value(Ifd0, 4, 2, 3, "end\x05") // continues into the next entry, whose number is 5
         .shorts(Ifd0, 5, {9});
     const WalkedTags tags = walk(m_folder.put(photo));
     QCOMPARE(tags.size(), std::size_t(5));
@@ -343,7 +340,7 @@ void TestFPVExifFile::unknownTypeEndsTheWalk()
     const std::unique_ptr<FPVExifTag> first(file.nextTag());
     const std::unique_ptr<FPVExifTag> second(file.nextTag());
     QVERIFY(first && !second);
-    QVERIFY(file.isOpen()); // the reader itself stands at the third entry
+    QVERIFY(file.isOpen()); // the next call reads the third entry
     const std::unique_ptr<FPVExifTag> third(file.nextTag());
     QCOMPARE(third->intValue(), 30);
 }

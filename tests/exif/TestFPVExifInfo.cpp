@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "exif/FPVExifInfo.h"
+#include "exif/read/FPVExifInfo.h"
 #include "tests/exif/PhotoFolder.h"
 #include "tests/support/TestMain.h"
 #include "tests/support/rows.h"
@@ -16,8 +16,8 @@ class TestFPVExifInfo : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void withAPathNothingIsEverRead();
-    void withoutAPathItTriesAndFails();
+    void anObjectWithAPathReadsNothing();
+    void loadingWithoutAPathFails();
     void unloadedObjectReadsTheFile();
     void unloadedObjectOfNoPhotoFails();
     void withoutThumbnailItStaysUnloaded();
@@ -31,7 +31,7 @@ private:
     lumi::test::PhotoFolder m_folder;
 };
 
-void TestFPVExifInfo::withAPathNothingIsEverRead()
+void TestFPVExifInfo::anObjectWithAPathReadsNothing()
 {
     FPVExifInfo info(m_folder.put(lumi::test::fullPhoto(ExifBuilder::Order::Little)));
     QVERIFY(!info.findTag(0x010F));
@@ -44,7 +44,7 @@ void TestFPVExifInfo::withAPathNothingIsEverRead()
     QCOMPARE(missing.load(true), 0);
 }
 
-void TestFPVExifInfo::withoutAPathItTriesAndFails()
+void TestFPVExifInfo::loadingWithoutAPathFails()
 {
     FPVExifInfo info((QString()));
     QVERIFY(!info.findTag(0x010F));
@@ -84,7 +84,7 @@ void TestFPVExifInfo::withoutThumbnailItStaysUnloaded()
     QCOMPARE(info.load(false), 26);
     QVERIFY(!info.m_loaded);
     QVERIFY(!info.m_thumbnail);
-    QCOMPARE(info.load(false), 26); // the tags were cleared first, not doubled
+    QCOMPARE(info.load(false), 26); // the tags are not there twice
 }
 
 void TestFPVExifInfo::firstTagOfANumberIsFound()
@@ -92,7 +92,7 @@ void TestFPVExifInfo::firstTagOfANumberIsFound()
     FPVExifInfo info(m_folder.put(lumi::test::fullPhoto(ExifBuilder::Order::Little)));
     info.m_loaded = false;
     QCOMPARE(info.load(false), 26);
-    // The position's tag 1 stands before the one of interoperability.
+    // Tag 1 of the GPS directory comes before tag 1 of interoperability.
     QCOMPARE(info.findTag(0x0001)->text(), QStringLiteral("N"));
     QVERIFY(!info.findTag(0xEEEE));
 }

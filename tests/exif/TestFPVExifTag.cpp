@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "exif/FPVExifTagBytes.h"
-#include "exif/FPVExifTagNumber.h"
-#include "exif/FPVExifTagRational.h"
-#include "exif/FPVExifTagString.h"
-#include "exif/fillFormat.h"
+#include "exif/tag/FPVExifTagBytes.h"
+#include "exif/tag/FPVExifTagNumber.h"
+#include "exif/tag/FPVExifTagRational.h"
+#include "exif/tag/FPVExifTagString.h"
+#include "exif/tag/fillFormat.h"
 #include "tests/support/TestMain.h"
 #include "tests/support/rows.h"
 
@@ -17,7 +17,7 @@ class TestFPVExifTag : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void theRootHoldsNoValue();
+    void theRootHasNoValue();
     void everyClassTakesItsNameFromTheDictionary();
     void numbers_data();
     void numbers();
@@ -36,7 +36,7 @@ private Q_SLOTS:
     void formats();
 };
 
-void TestFPVExifTag::theRootHoldsNoValue()
+void TestFPVExifTag::theRootHasNoValue()
 {
     const FPVExifTag tag(0x010F, 2, 77);
     QCOMPARE(tag.tag(), quint16(0x010F));
@@ -154,7 +154,7 @@ void TestFPVExifTag::bytesAsANumber_data()
     const qint32 longValue = -3;
     const auto *two = reinterpret_cast<const char *>(&shortValue);
     const auto *four = reinterpret_cast<const char *>(&longValue);
-    QTest::newRow("no byte is zero") << QByteArray() << 0;
+    QTest::newRow("no byte counts as 0") << QByteArray() << 0;
     QTest::newRow("one byte") << QByteArray("\xC8") << 200;
     QTest::newRow("two bytes have no sign") << QByteArray(two, 2) << 0xFFFE;
     QTest::newRow("four bytes have one") << QByteArray(four, 4) << -3;
@@ -184,7 +184,7 @@ void TestFPVExifTag::bytesAsAText_data()
 void TestFPVExifTag::bytesAsAText()
 {
     const auto [bytes, text] = lumi::test::row<QByteArray, QString>();
-    // An array of exactly that size, so that a sanitizer sees a byte too many.
+    // The array has exactly that size, so a sanitizer notices a read behind it.
     const FPVExifTagBytes tag(0x010F, 2, quint32(bytes.size()), bytes);
     QCOMPARE(tag.text(), text);
     QVERIFY(tag.description().isEmpty());
@@ -208,7 +208,7 @@ void TestFPVExifTag::formats_data()
                                   << QStringLiteral("1/60");
     QTest::newRow("text around") << QStringLiteral("<%s>") << QStringList{QStringLiteral("a")}
                                  << QStringLiteral("<a>");
-    QTest::newRow("inserted text is not looked at")
+    QTest::newRow("placeholders in a value stay")
         << QStringLiteral("%s %s") << QStringList{QStringLiteral("%s"), QStringLiteral("b")}
         << QStringLiteral("%s b");
     QTest::newRow("a value too few")

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Tags set and removed, and the file that is replaced: its names, rights and identity.
+// Setting and removing tags, and replacing the file: its name, permissions and identity.
 #include "tests/exif/BlockCopy.h"
 #include "tests/exif/RewriteTest.h"
 #include "tests/exif/tagLists.h"
@@ -18,7 +18,7 @@ using enum ExifListKind;
 
 namespace {
 
-/// A file of which one place cannot be found.
+/// A file in which one seek fails.
 class UnevenFile : public QFile
 {
 public:
@@ -30,7 +30,7 @@ public:
     bool seek(qint64 place) override { return m_seeks-- != 0 && QFile::seek(place); }
 
 private:
-    int m_seeks; // before the one that fails
+    int m_seeks; // left until one fails
 };
 
 } // namespace
@@ -40,8 +40,6 @@ class TestFPVExifWriter : public RewriteTest
     Q_OBJECT
 
 private Q_SLOTS:
-    void setTagTakesThePlaceOfTheOldOne();
-    void newTagBecomesTheLast();
     void setTagCopiesAsManyBytesAsTypeAndCountSay_data();
     void setTagCopiesAsManyBytesAsTypeAndCountSay();
     void setTagWithoutDataRemoves();
@@ -54,7 +52,6 @@ private Q_SLOTS:
     void temporaryNameIsTheFirstFree();
     void takenNamesAreNotTouched();
     void noFreeNameIsAFailure();
-    void nothingElseIsLeftInTheFolder();
     void permissionsAreKept_data();
     void permissionsAreKept();
     void linkIsReplacedByThePhoto();
@@ -63,8 +60,6 @@ private Q_SLOTS:
     void photoWithoutImageDataIsNotTouched_data();
     void photoWithoutImageDataIsNotTouched();
     void missingPhotoIsAFailure();
-    void anotherFileUnderTheNameIsNotTouched_data();
-    void anotherFileUnderTheNameIsNotTouched();
     void photoThatCannotBeReadFromAPlaceIsNotTouched_data();
     void photoThatCannotBeReadFromAPlaceIsNotTouched();
     void photoChangedSinceItWasReadIsNotTouched_data();
@@ -72,26 +67,6 @@ private Q_SLOTS:
     void rewriteWorksOnce();
     void relativePathIsFound();
 };
-
-void TestFPVExifWriter::setTagTakesThePlaceOfTheOldOne()
-{
-    FPVExifWriter writer(put(fullPhoto(ExifBuilder::Order::Big)));
-    const QList<int> before = numbersOf(writer.ifd0List());
-    writer.setTag(0x0112, 4, 1, hostBytes<quint32>({8}).constData(), Ifd0);
-    QCOMPARE(numbersOf(writer.ifd0List()), before);
-    const FPVExifTag *tag = writer.find(0x0112, Ifd0);
-    QCOMPARE(int(tag->type()), 4);
-    QCOMPARE(tag->count(), 1U);
-    QCOMPARE(tag->intValue(), 8);
-}
-
-void TestFPVExifWriter::newTagBecomesTheLast()
-{
-    FPVExifWriter writer(put(fullPhoto(ExifBuilder::Order::Little)));
-    const QList<int> before = numbersOf(writer.exifList());
-    writer.setTag(0x0001, 2, 3, "ab", Exif);
-    QCOMPARE(numbersOf(writer.exifList()), before + QList<int>{0x0001});
-}
 
 void TestFPVExifWriter::setTagCopiesAsManyBytesAsTypeAndCountSay_data()
 {
@@ -132,7 +107,7 @@ void TestFPVExifWriter::setTagWithoutDataRemoves()
 void TestFPVExifWriter::removeTagRemovesOnlyThere()
 {
     FPVExifWriter writer(put(fullPhoto(ExifBuilder::Order::Little)));
-    // The same number stands in two lists.
+    // Both lists have a tag of this number.
     writer.removeTag(0x0001, Interoperability);
     QVERIFY(!writer.find(0x0001, Interoperability));
     QCOMPARE(bytesOf(writer.find(0x0001, Gps)), QByteArray("N\0", 2));
@@ -207,7 +182,7 @@ void TestFPVExifWriter::temporaryNameIsTheFirstFree()
     }
     QVERIFY(QFile::remove(m_folder->path(QStringLiteral("photo_tmp_1.jpg"))));
     QCOMPARE(lumi::freeTemporaryPath(path), m_folder->path(QStringLiteral("photo_tmp_1.jpg")));
-    // A link into nowhere is taken as well, and so is a folder.
+    // A dangling link and a folder also take a name.
     QVERIFY(QFile::link(m_folder->path(QStringLiteral("nowhere")),
                         m_folder->path(QStringLiteral("photo_tmp_1.jpg"))));
     QVERIFY(QDir().mkdir(m_folder->path(QStringLiteral("photo_tmp_3.jpg"))));
@@ -235,20 +210,10 @@ void TestFPVExifWriter::noFreeNameIsAFailure()
     }
     QCOMPARE(rewritten(path), kFailed);
     QVERIFY(contentOf(path) == before);
-    // The last one would still do.
+    // The last name can be used again.
     const QString last = m_folder->path(QStringLiteral("photo_tmp_65534.jpg"));
     QVERIFY(QFile::remove(last));
     QCOMPARE(lumi::freeTemporaryPath(path), last);
-}
-
-void TestFPVExifWriter::nothingElseIsLeftInTheFolder()
-{
-    const QString path = put(fullPhoto(ExifBuilder::Order::Big));
-    QCOMPARE(rewritten(path), kDone);
-    const QDir folder(QFileInfo(path).absolutePath());
-    QCOMPARE(
-        folder.entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot),
-        QStringList{QStringLiteral("photo.jpg")});
 }
 
 void TestFPVExifWriter::permissionsAreKept_data()
@@ -256,7 +221,7 @@ void TestFPVExifWriter::permissionsAreKept_data()
     QTest::addColumn<uint>("mode");
     QTest::newRow("private") << 0600U;
     QTest::newRow("for everybody") << 0666U;
-    QTest::newRow("for reading alone") << 0444U;
+    QTest::newRow("read-only") << 0444U;
     QTest::newRow("with an odd bit") << 0751U;
 }
 
@@ -305,7 +270,7 @@ void TestFPVExifWriter::unreadablePhotoIsNotTouched()
 
 void TestFPVExifWriter::photoWithoutImageDataIsNotTouched_data()
 {
-    QTest::addColumn<int>("missing"); // bytes of the segment that the file does not have
+    QTest::addColumn<int>("missing"); // bytes of the segment behind the end of the file
     QTest::newRow("ends with the segment") << 0;
     QTest::newRow("ends a byte before the segment") << 1;
     QTest::newRow("ends in the first directory") << 400;
@@ -321,7 +286,7 @@ void TestFPVExifWriter::photoWithoutImageDataIsNotTouched()
     QVERIFY(writer.isValid());
     QCOMPARE(writer.rewrite(), kFailed);
     QVERIFY(contentOf(path) == bytes);
-    // One byte behind the segment is enough.
+    // One byte of image data is enough.
     const QString enough = m_folder->put(whole.chopped(restOf(whole).size() - 1));
     QCOMPARE(rewritten(enough), kDone);
 }
@@ -337,40 +302,12 @@ void TestFPVExifWriter::missingPhotoIsAFailure()
     QVERIFY(!QFile::exists(path));
 }
 
-void TestFPVExifWriter::anotherFileUnderTheNameIsNotTouched_data()
-{
-    QTest::addColumn<bool>("inPlace");
-    QTest::newRow("another photo took the name") << false;
-    QTest::newRow("the photo was made longer") << true;
-}
-
-void TestFPVExifWriter::anotherFileUnderTheNameIsNotTouched()
-{
-    QFETCH(bool, inPlace);
-    const QString path = put(fullPhoto(ExifBuilder::Order::Big));
-    QFile photo(path);
-    QVERIFY(photo.open(QIODevice::ReadOnly));
-    lumi::PhotoReplacement replacement(photo, lumi::stateOf(path));
-    if (!inPlace) {
-        const QString other = m_folder->put("another photo", QStringLiteral("other.jpg"));
-        QCOMPARE(
-            ::rename(QFile::encodeName(other).constData(), QFile::encodeName(path).constData()), 0);
-    } else {
-        QFile longer(path);
-        QVERIFY(longer.open(QIODevice::Append) && longer.write("more") == 4);
-    }
-    const QByteArray before = contentOf(path);
-    QVERIFY(replacement.run("start", {}, 10) == ExifRewriteResult::Failed);
-    QVERIFY(contentOf(path) == before);
-    QVERIFY(!QFile::exists(m_folder->path(QStringLiteral("photo_tmp_0.jpg"))));
-}
-
 void TestFPVExifWriter::photoThatCannotBeReadFromAPlaceIsNotTouched_data()
 {
     lumi::test::columns<int, int>();
     QTest::newRow("where the thumbnail is") << 0 << kFailed;
     QTest::newRow("where the image data begin") << 1 << kFailed;
-    QTest::newRow("where nobody looks") << 2 << kDone;
+    QTest::newRow("where nothing is read") << 2 << kDone;
 }
 
 void TestFPVExifWriter::photoThatCannotBeReadFromAPlaceIsNotTouched()
@@ -404,7 +341,7 @@ void TestFPVExifWriter::photoChangedSinceItWasReadIsNotTouched()
 {
     QFETCH(QByteArray, other);
     const QString path = put(fullPhoto(ExifBuilder::Order::Big));
-    // Two changes within a tick of the clock could not be told apart.
+    // Two changes within a tick of the clock have the same time.
     QFile photo(path);
     QVERIFY(photo.open(QIODevice::ReadWrite)
             && photo.setFileTime(QDateTime::currentDateTime().addSecs(-60),
@@ -416,7 +353,7 @@ void TestFPVExifWriter::photoChangedSinceItWasReadIsNotTouched()
     QCOMPARE(writer.rewrite(), kFailed);
     QVERIFY(contentOf(path) == other);
     QVERIFY(!QFile::exists(m_folder->path(QStringLiteral("photo_tmp_0.jpg"))));
-    // Read again, it is one like any other.
+    // A new writer reads the changed photo.
     QCOMPARE(rewritten(path), kDone);
 }
 

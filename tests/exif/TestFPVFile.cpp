@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "exif/FPVFile.h"
+#include "exif/read/FPVFile.h"
 #include "tests/exif/PhotoFolder.h"
 #include "tests/support/TestMain.h"
 
@@ -34,7 +34,7 @@ private:
     int m_closes = 0;
 };
 
-/// Byte i of the file is i modulo 251, so that no two places within a window look alike.
+/// Byte i is i modulo 251, so that places in a window differ.
 QByteArray pattern(int size)
 {
     QByteArray bytes(size, '\0');
@@ -52,7 +52,7 @@ class TestFPVFile : public QObject
 
 private Q_SLOTS:
     void readsNumbersInBothOrders();
-    void littleEndianIsTheStart();
+    void littleEndianIsTheDefault();
     void readsAcrossWindows();
     void readsZeroBehindTheEnd();
     void readBytesStaysInTheWindow();
@@ -60,16 +60,16 @@ private Q_SLOTS:
     void readBytesBehindTheEndIsZero();
     void readBytesRefusesNonsense();
     void seekGivesThePlaceBefore();
-    void seekWhereNoIntPoints_data();
-    void seekWhereNoIntPoints();
+    void seekBehindTheLargestInt_data();
+    void seekBehindTheLargestInt();
     void fillTakesAWindow();
     void atEndNeedsTheEndAndAnEmptyWindow();
-    void closeForgetsThePlace();
-    void openClosesWhatWasOpen();
+    void closeResetsThePosition();
+    void openClosesTheOldFile();
     void openFails_data();
     void openFails();
     void openRefusesAPipe();
-    void restIsWhatTheWindowHolds();
+    void restIsTheUnreadWindow();
     void closedFileReadsZero();
 
 private:
@@ -90,7 +90,7 @@ void TestFPVFile::readsNumbersInBothOrders()
     QCOMPARE(file.tell(), 13);
 }
 
-void TestFPVFile::littleEndianIsTheStart()
+void TestFPVFile::littleEndianIsTheDefault()
 {
     FPVFile file(m_folder.put(QByteArray::fromHex("0102")));
     QCOMPARE(file.read16(), quint16(0x0201));
@@ -169,7 +169,7 @@ void TestFPVFile::seekGivesThePlaceBefore()
     const QByteArray bytes = pattern(4000);
     FPVFile file(m_folder.put(bytes));
     file.readByte();
-    QCOMPARE(file.seek(1024), 1); // the first place behind the window still belongs to it
+    QCOMPARE(file.seek(1024), 1); // the end of the window is inside
     QCOMPARE(file.tell(), 1024);
     QCOMPARE(char(file.readByte()), bytes[1024]);
     QCOMPARE(file.seek(10), 1025);
@@ -178,7 +178,7 @@ void TestFPVFile::seekGivesThePlaceBefore()
     QCOMPARE(char(file.readByte()), bytes[3000]);
 }
 
-void TestFPVFile::seekWhereNoIntPoints_data()
+void TestFPVFile::seekBehindTheLargestInt_data()
 {
     QTest::addColumn<qint64>("place");
     QTest::newRow("the last int") << qint64(std::numeric_limits<int>::max());
@@ -187,7 +187,7 @@ void TestFPVFile::seekWhereNoIntPoints_data()
     QTest::newRow("a negative place") << qint64(-1);
 }
 
-void TestFPVFile::seekWhereNoIntPoints()
+void TestFPVFile::seekBehindTheLargestInt()
 {
     QFETCH(qint64, place);
     FPVFile file(m_folder.put(pattern(5000)));
@@ -207,7 +207,7 @@ void TestFPVFile::fillTakesAWindow()
     QCOMPARE(file.tell(), 0);
     QCOMPARE(file.fill(10, 20), 10);
     QCOMPARE(file.tell(), 20);
-    QCOMPARE(file.fill(10, -1), 10); // goes on where the file stands
+    QCOMPARE(file.fill(10, -1), 10); // from the current position
     QCOMPARE(file.tell(), 30);
     QCOMPARE(file.fill(500, 90), 10);
     QCOMPARE(file.fill(500, 200), 0);
@@ -229,7 +229,7 @@ void TestFPVFile::atEndNeedsTheEndAndAnEmptyWindow()
     QVERIFY(!file.atEnd());
 }
 
-void TestFPVFile::closeForgetsThePlace()
+void TestFPVFile::closeResetsThePosition()
 {
     FPVFile file(m_folder.put(pattern(2000)));
     file.seek(1500);
@@ -241,7 +241,7 @@ void TestFPVFile::closeForgetsThePlace()
     QVERIFY(!file.isOpen());
 }
 
-void TestFPVFile::openClosesWhatWasOpen()
+void TestFPVFile::openClosesTheOldFile()
 {
     const QString first = m_folder.put(QByteArray("first"), QStringLiteral("first"));
     const QString second = m_folder.put(QByteArray("second"), QStringLiteral("s\u00e9cond"));
@@ -280,11 +280,11 @@ void TestFPVFile::openRefusesAPipe()
     QCOMPARE(mkfifo(QFile::encodeName(path).constData(), 0600), 0);
     const QByteArray warning = "FPVFile::open() cannot open " + path.toLatin1();
     QTest::ignoreMessage(QtWarningMsg, warning.constData());
-    const FPVFile file(path); // would wait for a writer for ever
+    const FPVFile file(path); // would block until something writes to it
     QVERIFY(!file.isOpen());
 }
 
-void TestFPVFile::restIsWhatTheWindowHolds()
+void TestFPVFile::restIsTheUnreadWindow()
 {
     CountingFile file;
     QVERIFY(file.rest().empty());

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Photos whose values fill a segment, do not fit one, lie elsewhere or share bytes: all of them
-// are read, and the length of the new segment is known before the photo is saved.
+// Photos whose values fill a segment, exceed it, stand behind it or overlap. All of them are read,
+// and the length of the new segment is known before the photo is saved.
 #include "tests/exif/BlockCopy.h"
 #include "tests/exif/ForeignReaders.h"
 #include "tests/exif/RewriteTest.h"
@@ -22,7 +22,7 @@ namespace {
 constexpr quint16 kMakerNote = 0x927C;
 constexpr int kFullLength = 65535;
 
-/// Bytes of which no two kilobytes are the same.
+/// Bytes without repetition.
 QByteArray noteOf(int size)
 {
     QByteArray note(size, '\0');
@@ -32,7 +32,7 @@ QByteArray noteOf(int size)
     return note;
 }
 
-/// What every photo of these has beside the value in question.
+/// Small tags in every directory.
 ExifBuilder smallThings(ExifBuilder::Order order = ExifBuilder::Order::Little)
 {
     ExifBuilder photo(order);
@@ -56,20 +56,6 @@ bool hasSmallThings(const FPVExifDocument &document)
     });
 }
 
-/// A directory of so many tags of 60000 bytes, and as many that fit their entries.
-QByteArray garbageDirectory(int count)
-{
-    QByteArray bytes(2, char(0));
-    bytes[0] = char(2 * count);
-    for (int i = 0; i < count; ++i) {
-        bytes += QByteArray::fromHex("00700700 60ea0000 08000000");
-        bytes[bytes.size() - 12] = char(i);
-        bytes += QByteArray::fromHex("00710300 01000000 01000000");
-        bytes[bytes.size() - 12] = char(i);
-    }
-    return bytes;
-}
-
 } // namespace
 
 class TestLargeBlocks : public RewriteTest
@@ -79,21 +65,16 @@ class TestLargeBlocks : public RewriteTest
 private Q_SLOTS:
     void largeValueIsReadWithTheRest_data();
     void largeValueIsReadWithTheRest();
-    void noteBehindTheImageMovesIn();
-    void largeNoteBesideAThumbnail_data();
-    void largeNoteBesideAThumbnail();
+    void noteBehindTheImageMovesIntoTheSegment();
     void segmentsFullToTheLastBytes_data();
     void segmentsFullToTheLastBytes();
     void tightLayoutIsReadLikeAnyOther_data();
     void tightLayoutIsReadLikeAnyOther();
-    void garbageBehindTheLinkHidesNothing_data();
-    void garbageBehindTheLinkHidesNothing();
     void thumbnailPartlyOutsideIsCounted_data();
     void thumbnailPartlyOutsideIsCounted();
 
 private:
-    /// Whether the photo is written anew with the same values and image data and a segment that
-    /// ends where the image data begin.
+    /// Whether a rewrite keeps values, thumbnail and image data.
     [[nodiscard]] static bool survivesASave(const QString &path);
 };
 
@@ -121,7 +102,7 @@ void TestLargeBlocks::largeValueIsReadWithTheRest_data()
         row("in the header", 65535, 0);
         row("from the middle of the segment", 65400, 100);
     }
-    // Numbers of pointers, in directories where they are none.
+    // Numbers of pointer tags in directories where they are no pointers.
     QTest::newRow("the thumbnail's place in the first") << Ifd0 << quint16(0x0201) << 65480U << 0U;
     QTest::newRow("Interoperability in the first") << Ifd0 << quint16(0xA005) << 65480U << 0U;
     QTest::newRow("the thumbnail's length in Exif") << Exif << quint16(0x0202) << 65480U << 0U;
@@ -143,7 +124,7 @@ void TestLargeBlocks::largeValueIsReadWithTheRest()
     }
 }
 
-void TestLargeBlocks::noteBehindTheImageMovesIn()
+void TestLargeBlocks::noteBehindTheImageMovesIntoTheSegment()
 {
     const QByteArray note = noteOf(40001);
     const QByteArray image = ExifBuilder::jpeg(64, 48, 0x345678);
@@ -157,30 +138,6 @@ void TestLargeBlocks::noteBehindTheImageMovesIn()
     QVERIFY(hasSmallThings(FPVExifDocument(path)));
     QVERIFY(survivesASave(path));
     QVERIFY(contentOf(path).indexOf(note) < FPVExifDocument(path).app1Length());
-}
-
-void TestLargeBlocks::largeNoteBesideAThumbnail_data()
-{
-    lumi::test::columns<int, int>();
-    for (const int note : {20000, 40001, 60000}) {
-        for (const int thumbnail : {4000, 5001}) {
-            QTest::addRow("%d and %d", note, thumbnail) << note << thumbnail;
-        }
-    }
-}
-
-void TestLargeBlocks::largeNoteBesideAThumbnail()
-{
-    const auto [note, thumbnail] = lumi::test::row<int, int>();
-    for (const auto order : {ExifBuilder::Order::Little, ExifBuilder::Order::Big}) {
-        ExifBuilder photo = smallThings(order);
-        const QString path = put(photo.makerNote(noteOf(note)).thumbnail(noteOf(thumbnail)));
-        FPVExifDocument document(path);
-        QVERIFY(hasSmallThings(document));
-        QCOMPARE(bytesOf(document.find(kMakerNote, Exif)), noteOf(note));
-        QCOMPARE(thumbnailBytes(document), noteOf(thumbnail));
-        QVERIFY(survivesASave(path));
-    }
 }
 
 void TestLargeBlocks::segmentsFullToTheLastBytes_data()
@@ -198,7 +155,7 @@ void TestLargeBlocks::segmentsFullToTheLastBytes_data()
 
 void TestLargeBlocks::segmentsFullToTheLastBytes()
 {
-    // Odd values get a byte each when they are written anew, and an odd segment one more.
+    // The writer pads odd values and an odd segment with a byte each.
     QFETCH(int, length);
     QFETCH(int, comment);
     QFETCH(int, newLength);
@@ -207,7 +164,7 @@ void TestLargeBlocks::segmentsFullToTheLastBytes()
         return photo.makerNote(noteOf(note)).thumbnail(noteOf(thumbnail)).packed();
     };
     const int missing = length - 8 - int(photoWith(30000, 2000).block().size());
-    const int note = 30000 + missing / 2 * 2; // an odd one would need a byte as well
+    const int note = 30000 + missing / 2 * 2; // even, because an odd note would be padded
     const int thumbnail = 2000 + missing % 2;
     const QString path = put(photoWith(note, thumbnail));
     FPVExifDocument document(path);
@@ -259,36 +216,6 @@ void TestLargeBlocks::tightLayoutIsReadLikeAnyOther()
     QCOMPARE(after.size(), before.size());
 }
 
-void TestLargeBlocks::garbageBehindTheLinkHidesNothing_data()
-{
-    QTest::addColumn<int>("count");
-    for (const int count : {1, 16}) {
-        QTest::addRow("%d large values", count) << count;
-    }
-}
-
-void TestLargeBlocks::garbageBehindTheLinkHidesNothing()
-{
-    // The link leads into the note, which has what reads as a directory.
-    QFETCH(int, count);
-    QByteArray note = noteOf(32000);
-    const QByteArray garbage = garbageDirectory(count);
-    note.replace(1000, garbage.size(), garbage);
-    ExifBuilder photo;
-    photo.ascii(Exif, 0x9003, "2004:05:06 07:08:09")
-        .makerNote(note)
-        .rationals(Gps, 0x0002, {{35, 1}, {40, 1}, {3012, 100}});
-    const auto place = quint32(photo.block().indexOf(note) + 1000);
-    const QString path = put(photo.link(Ifd0, place));
-    const FPVExifDocument document(path);
-    QCOMPARE(document.ifd1Offset(), place);
-    QCOMPARE(numbersOf(document.exifList()), (QList<int>{0x9003, kMakerNote}));
-    QCOMPARE(bytesOf(document.find(kMakerNote, Exif)), note);
-    QCOMPARE(numbersOf(document.gpsList()), QList<int>{0x0002});
-    QCOMPARE(document.list(Ifd1).count(), 2 * count);
-    QVERIFY(FPVExifWriter(path).segmentLength() > kFullLength);
-}
-
 void TestLargeBlocks::thumbnailPartlyOutsideIsCounted_data()
 {
     lumi::test::columns<int, int, bool>();
@@ -300,7 +227,7 @@ void TestLargeBlocks::thumbnailPartlyOutsideIsCounted_data()
 void TestLargeBlocks::thumbnailPartlyOutsideIsCounted()
 {
     const auto [note, thumbnail, fits] = lumi::test::row<int, int, bool>();
-    // What lies outside reads as a comment of the image.
+    // The bytes outside are a comment segment of the image.
     QByteArray picture = noteOf(thumbnail);
     const int outside = thumbnail - 100;
     picture.replace(100, 2, "\xFF\xFE");

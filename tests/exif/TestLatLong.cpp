@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "exif/LatLong.h"
+#include "exif/gps/LatLong.h"
 #include "tests/support/TestMain.h"
 #include "tests/support/rows.h"
 
@@ -7,7 +7,7 @@
 
 namespace {
 
-/// Says no to every text.
+/// Refuses every text.
 class Refusing : public LatLong
 {
 public:

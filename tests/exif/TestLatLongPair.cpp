@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "exif/LatLongPair.h"
+#include "exif/gps/LatLongPair.h"
 #include "tests/support/TestMain.h"
 
 #include <QTest>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "exif/Latitude.h"
+#include "exif/gps/Latitude.h"
 #include "tests/exif/coordinateChecks.h"
 #include "tests/support/TestMain.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "exif/Longitude.h"
+#include "exif/gps/Longitude.h"
 #include "tests/exif/coordinateChecks.h"
 #include "tests/support/TestMain.h"
 

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What pointers and links left over from an older block bring into a new one, and the length of
-// blocks that no segment can hold.
-#include "exif/exifBlockBytes.h"
+// Stale pointers and links from an older block, and blocks that are too long for a segment.
+#include "exif/write/exifBlockBytes.h"
 #include "tests/exif/BlockCopy.h"
 #include "tests/exif/RewriteTest.h"
 #include "tests/exif/tagLists.h"
@@ -11,29 +10,8 @@
 #include <QTest>
 #include <QtEndian>
 
-#include <algorithm>
-
 using namespace lumi::test;
 using enum ExifListKind;
-
-namespace {
-
-/// So many tags of 65520 bytes each, sixteen at most.
-QByteArray directoryOfLargeValues(ExifBuilder::Order order, quint16 count)
-{
-    constexpr int kMost = 16;
-    const bool isBig = order == ExifBuilder::Order::Big;
-    QByteArray bytes(2, '\0');
-    isBig ? qToBigEndian(count, bytes.data()) : qToLittleEndian(count, bytes.data());
-    for (int i = 0; i < std::min<int>(count, kMost); ++i) {
-        bytes += QByteArray::fromHex(isBig ? "70000007 0000fff0 00000008"
-                                           : "00700700 f0ff0000 08000000");
-        bytes[2 + 12 * i + (isBig ? 1 : 0)] = char(i);
-    }
-    return bytes;
-}
-
-} // namespace
 
 class TestRewriteBounds : public RewriteTest
 {
@@ -49,14 +27,10 @@ private Q_SLOTS:
     void emptiedExifKeepsItsStalePointer();
     void emptiedExifDoesNotTakeThePosition_data();
     void emptiedExifDoesNotTakeThePosition();
-    void pointerWithoutADirectoryGetsNone_data();
-    void pointerWithoutADirectoryGetsNone();
+    void pointerWithoutADirectoryStaysEmpty_data();
+    void pointerWithoutADirectoryStaysEmpty();
     void emptiedExifDoesNotTakeTheThumbnail_data();
     void emptiedExifDoesNotTakeTheThumbnail();
-    void stalePointerIntoAValue_data();
-    void stalePointerIntoAValue();
-    void lengthOfTheLargestBlock_data();
-    void lengthOfTheLargestBlock();
     void tooLongBlockWraps();
     void tooLongThumbnailIsCounted();
 };
@@ -79,7 +53,7 @@ void TestRewriteBounds::photoWithoutSecondDirectorySavedTwice()
         QCOMPARE(rewritten(path), kDone);
         const FPVExifDocument document(path);
         QVERIFY(document.isValid());
-        // The link is there and leads behind the segment.
+        // There is a link, and it points behind the segment.
         QCOMPARE(int(document.ifd1Offset()), document.app1Length() + 4 - document.tiffBase());
         QVERIFY(document.list(Ifd1).isEmpty());
         QVERIFY(valuesOf(document) == tags);
@@ -111,7 +85,7 @@ void TestRewriteBounds::emptiedGpsSavedTwice()
     }
     const FPVExifDocument emptied(path);
     QCOMPARE(emptied.find(0x8825, Ifd0)->intValue(), stale);
-    // The second directory has taken the place.
+    // The second directory is at the old offset now.
     QCOMPARE(int(emptied.ifd1Offset()), stale);
     for (int save = 0; save < 2; ++save) {
         const FPVExifDocument document(path);
@@ -128,7 +102,7 @@ void TestRewriteBounds::emptiedGpsSavedTwice()
 void TestRewriteBounds::emptiedGpsWhileExifGrows_data()
 {
     lumi::test::columns<QByteArray, int>();
-    // What the pointer left over finds in the new comment.
+    // The bytes of the new comment that the stale pointer points to.
     QTest::newRow("letters") << QByteArray("word", 4) << 0;
     QTest::newRow("zeros") << QByteArray(4, '\0') << 0;
     QTest::newRow("a directory of a large value")
@@ -150,8 +124,7 @@ void TestRewriteBounds::emptiedGpsWhileExifGrows()
         for (const int tag : numbersOf(writer.gpsList())) {
             writer.removeTag(quint16(tag), Gps);
         }
-        // The comment gets an entry and is the last value; the filling stands where the
-        // pointer leads.
+        // The comment is the last value. The filling is at the offset in the stale pointer.
         const auto place
             = int(8 + lumi::ifdSize(writer.ifd0List()) + lumi::ifdSize(writer.exifList())) + 12;
         QVERIFY(place <= stale);
@@ -180,7 +153,7 @@ void TestRewriteBounds::emptiedExifKeepsItsStalePointer()
     {
         FPVExifWriter writer(path);
         writer.removeTag(0x829A, Exif);
-        // Without the list no pointer is made, and the one that is there is not looked at.
+        // The writer does not change the pointer to an empty list.
         writer.setTag(0x0131, 2, 40, QByteArray(39, 's').constData(), Ifd0);
         QCOMPARE(writer.rewrite(), kDone);
     }
@@ -205,8 +178,8 @@ void TestRewriteBounds::emptiedExifDoesNotTakeThePosition_data()
     addOrders();
 }
 
-/// With nothing else changed, the GPS directory comes to stand where the Exif one was. A position
-/// that is cleared then must not be left in a copy.
+/// The GPS directory moves to the offset of the Exif directory. If it were read as Exif too, the
+/// position would still be in the photo after the user cleared it.
 void TestRewriteBounds::emptiedExifDoesNotTakeThePosition()
 {
     QFETCH(ExifBuilder::Order, order);
@@ -238,7 +211,7 @@ void TestRewriteBounds::emptiedExifDoesNotTakeTheThumbnail_data()
     addOrders();
 }
 
-/// A comment that was added and cleared again leaves a pointer to where the second directory is.
+/// A comment that was added and cleared again leaves a pointer to the second directory.
 void TestRewriteBounds::emptiedExifDoesNotTakeTheThumbnail()
 {
     QFETCH(ExifBuilder::Order, order);
@@ -261,7 +234,7 @@ void TestRewriteBounds::emptiedExifDoesNotTakeTheThumbnail()
     }
 }
 
-void TestRewriteBounds::pointerWithoutADirectoryGetsNone_data()
+void TestRewriteBounds::pointerWithoutADirectoryStaysEmpty_data()
 {
     QTest::addColumn<ExifListKind>("next");
     QTest::newRow("the GPS directory is next") << Gps;
@@ -269,9 +242,9 @@ void TestRewriteBounds::pointerWithoutADirectoryGetsNone_data()
     QTest::newRow("nothing is next") << Ifd0;
 }
 
-void TestRewriteBounds::pointerWithoutADirectoryGetsNone()
+void TestRewriteBounds::pointerWithoutADirectoryStaysEmpty()
 {
-    // The pointer to the interoperability directory is set even when there is none.
+    // The interoperability pointer is set even if there is no such directory.
     QFETCH(ExifListKind, next);
     ExifBuilder photo;
     photo.longs(Exif, 0xA005, {0x100000}).shorts(next, next == Gps ? 0x0005 : 0x0103, {6});
@@ -283,83 +256,6 @@ void TestRewriteBounds::pointerWithoutADirectoryGetsNone()
         QVERIFY(document.find(0xA005, Exif)->intValue() < document.app1Length());
         QVERIFY(document.list(Interoperability).isEmpty());
         QVERIFY(valuesOf(document) == before);
-    }
-}
-
-void TestRewriteBounds::stalePointerIntoAValue_data()
-{
-    QTest::addColumn<ExifBuilder::Order>("order");
-    QTest::addColumn<int>("pointer");
-    QTest::addColumn<int>("count");
-    QTest::addColumn<int>("found");
-    for (const auto order : {ExifBuilder::Order::Little, ExifBuilder::Order::Big}) {
-        const auto row = [order](int pointer, int count, int found) {
-            QTest::addRow("%x, %d entries, order %d", pointer, count, int(order))
-                << order << pointer << count << found;
-        };
-        row(0x8769, 16, 16);
-        row(0x8769, 17, 0); // one more than the segment has
-        row(0x8769, 65535, 0);
-        row(0x8825, 16, 0); // not one of them is a GPS tag
-        row(0x8825, 65535, 0);
-    }
-}
-
-void TestRewriteBounds::stalePointerIntoAValue()
-{
-    // Where the directory was, a value now has bytes that look like a directory with large
-    // values. Written out, they would be more than a segment can hold.
-    QFETCH(ExifBuilder::Order, order);
-    QFETCH(int, pointer);
-    QFETCH(int, count);
-    QFETCH(int, found);
-    // The value stands right behind the first directory, before and after.
-    constexpr quint32 kPlace = 8 + 2 + 2 * 12 + 4;
-    constexpr quint16 kNumber = 0xC000;
-    const QByteArray value = directoryOfLargeValues(order, quint16(count));
-    ExifBuilder photo(order);
-    photo.longs(Ifd0, quint16(pointer), {kPlace}).undefined(Ifd0, kNumber, value);
-    const QString path = put(photo.withoutPointers());
-    const QByteArray before = contentOf(path);
-    const QImage decoded = QImage::fromData(before);
-    QVERIFY(!decoded.isNull());
-    for (int save = 0; save < 2; ++save) {
-        FPVExifWriter writer(path);
-        QVERIFY(writer.isValid());
-        QCOMPARE(writer.find(pointer, Ifd0)->intValue(), int(kPlace));
-        QCOMPARE(bytesOf(writer.find(kNumber, Ifd0)), value);
-        QCOMPARE(writer.exifList().count(), found);
-        QVERIFY(!writer.hasGpsIfd());
-        QCOMPARE(writer.segmentLength() > 65535, found > 0);
-        QVERIFY(found > 0 || writer.rewrite() == kDone);
-        QVERIFY(restOf(contentOf(path)) == restOf(before));
-        QCOMPARE(QImage::fromData(contentOf(path)), decoded);
-    }
-}
-
-void TestRewriteBounds::lengthOfTheLargestBlock_data()
-{
-    lumi::test::columns<int, ExifListKind>();
-    QTest::newRow("an Exif directory") << 0x8769 << Exif;
-    QTest::newRow("a GPS directory") << 0x8825 << Gps;
-}
-
-void TestRewriteBounds::lengthOfTheLargestBlock()
-{
-    const auto [pointer, list] = lumi::test::row<int, ExifListKind>();
-    constexpr int kMost = 65518 - (2 + 12 + 4) - (2 + 24 + 4); // a pointer, two tags
-    const QByteArray image = ExifBuilder::jpeg(64, 48, 0x345678);
-    for (const int size : {kMost - 1, kMost, kMost + 1}) {
-        ExifBuilder photo;
-        // The value lies behind the segment, where nothing bounds it.
-        photo.shorts(list, 0x0005, {1}).word(list, 0x9999, 7, quint32(size), 1000).photo(image);
-        const QString path = put(photo);
-        QCOMPARE(numbersOf(FPVExifDocument(path).ifd0List()), QList<int>{pointer});
-        QCOMPARE(numbersOf(FPVExifDocument(path).list(list)), (QList<int>{0x0005, 0x9999}));
-        QCOMPARE(FPVExifWriter(path).segmentLength(), size > kMost ? 65536 : 65534);
-        QVERIFY(size > kMost || rewritten(path) == kDone);
-        QVERIFY(restOf(contentOf(path)) == image.mid(2));
-        QCOMPARE(QImage::fromData(contentOf(path)), QImage::fromData(image));
     }
 }
 
@@ -382,7 +278,7 @@ void TestRewriteBounds::tooLongBlockWraps()
 
 void TestRewriteBounds::tooLongThumbnailIsCounted()
 {
-    // No segment could hold it. It stands behind the image and is shown from there.
+    // The thumbnail is behind the image and too large for a segment.
     const QByteArray image = ExifBuilder::jpeg(16, 12, 0);
     constexpr int kSize = 70000;
     const QByteArray thumbnail = ExifBuilder::jpeg(40, 30, 0xC08040).leftJustified(kSize, '\0');

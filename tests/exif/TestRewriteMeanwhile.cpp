@@ -24,36 +24,31 @@ private Q_SLOTS:
 
     void cleanup() { m_world.reset(); }
 
-    void smallDiskOrElseALimitOfFilesIsReached();
-    void fileSizeIsReallyLimited_data();
-    void fileSizeIsReallyLimited();
+    void fullDiskIsNoRoom();
+    void failedWriteTouchesNothing_data();
+    void failedWriteTouchesNothing();
     void failedWriteAsksForRoom_data();
     void failedWriteAsksForRoom();
     void roomIsAskedOfTheMedium_data();
     void roomIsAskedOfTheMedium();
-    void failedNamingAsksForRoom();
-    void photoThatIsGoneCostsNothing();
     void photoChangedWhileItWasReadIsKept();
     void photoChangedMeanwhileIsKept_data();
     void photoChangedMeanwhileIsKept();
     void photoRemovedMeanwhileLeavesTheNewOne();
-    void removalThatOnlySeemedToFail();
+    void removalThatFailsAfterRemoving();
     void fileThatTookTheNameMeanwhileIsKept_data();
     void fileThatTookTheNameMeanwhileIsKept();
     void fileThatTookTheTemporaryNameMeanwhileIsKept();
-    void linkThatTookTheNameMeanwhileIsKept();
-    void plainRenamingWhereNoOtherIsKnown_data();
-    void plainRenamingWhereNoOtherIsKnown();
 
 private:
     std::unique_ptr<RewriteWorld> m_world;
 };
 
-void TestRewriteMeanwhile::smallDiskOrElseALimitOfFilesIsReached()
+void TestRewriteMeanwhile::fullDiskIsNoRoom()
 {
     QTemporaryDir place;
     constexpr int kDiskKB = 48;
-    constexpr int kLeftKB = 16; // beside the old photo
+    constexpr int kLeftKB = 16; // free beside the old photo
     const SmallDisk disk(place.path(), kDiskKB);
     QFile photo(place.filePath(QStringLiteral("photo.jpg")));
     QVERIFY(photo.open(QIODevice::WriteOnly)
@@ -62,7 +57,7 @@ void TestRewriteMeanwhile::smallDiskOrElseALimitOfFilesIsReached()
     FPVExifWriter writer(photo.fileName());
     int saved = -1;
     {
-        // Only a privileged user may mount a disk; for others files end where it would be full.
+        // Only root can mount a disk. Other users get a limit for the size of files.
         std::optional<FileSizeLimit> limit;
         if (!disk.isMounted()) {
             FakeMachine::install()->setFreeDiskKB(kLeftKB);
@@ -75,7 +70,7 @@ void TestRewriteMeanwhile::smallDiskOrElseALimitOfFilesIsReached()
     QCOMPARE(QDir(place.path()).entryList(QDir::Files).size(), 1);
 }
 
-void TestRewriteMeanwhile::fileSizeIsReallyLimited_data()
+void TestRewriteMeanwhile::failedWriteTouchesNothing_data()
 {
     lumi::test::columns<int, int, int>();
     for (const int limit : {0, 1, 100, 700, 5000, 20000, RewriteWorld::kPhotoSize}) {
@@ -84,7 +79,7 @@ void TestRewriteMeanwhile::fileSizeIsReallyLimited_data()
     }
 }
 
-void TestRewriteMeanwhile::fileSizeIsReallyLimited()
+void TestRewriteMeanwhile::failedWriteTouchesNothing()
 {
     const auto [limit, freeKB, result] = lumi::test::row<int, int, int>();
     FakeMachine::install()->setFreeDiskKB(freeKB);
@@ -160,25 +155,6 @@ void TestRewriteMeanwhile::roomIsAskedOfTheMedium()
     QCOMPARE(asked, QByteArrayList{QFile::encodeName(expected)});
 }
 
-void TestRewriteMeanwhile::failedNamingAsksForRoom()
-{
-    FakeMachine::install()->setFreeDiskKB(5);
-    FPVExifWriter writer(m_world->path);
-    FileFaults faults(m_world->place);
-    faults.fail(FileFaults::AnyCall, RewriteWorld::stepOf("link photo_tmp_0.jpg") + 1, ENOSPC);
-    QCOMPARE(RewriteWorld::save(&writer), kNoRoom);
-    QVERIFY(m_world->isOld());
-}
-
-void TestRewriteMeanwhile::photoThatIsGoneCostsNothing()
-{
-    FPVExifWriter writer(m_world->path);
-    QVERIFY(QFile::remove(m_world->path));
-    FileFaults faults(m_world->place);
-    QCOMPARE(RewriteWorld::save(&writer), kFailed);
-    QCOMPARE(faults.steps(), QStringList());
-}
-
 void TestRewriteMeanwhile::photoChangedWhileItWasReadIsKept()
 {
     const QByteArray other = RewriteWorld::oldPhoto() + "saved by another program";
@@ -236,7 +212,7 @@ void TestRewriteMeanwhile::photoRemovedMeanwhileLeavesTheNewOne()
     QVERIFY(contentOf(m_world->temporary) == RewriteWorld::newPhoto());
 }
 
-void TestRewriteMeanwhile::removalThatOnlySeemedToFail()
+void TestRewriteMeanwhile::removalThatFailsAfterRemoving()
 {
     for (const int error : {EIO, ENOENT}) {
         m_world->reset();
@@ -285,42 +261,6 @@ void TestRewriteMeanwhile::fileThatTookTheTemporaryNameMeanwhileIsKept()
     QCOMPARE(RewriteWorld::save(&writer), kFailed);
     QVERIFY(m_world->isOld());
     QCOMPARE(contentOf(m_world->temporary), QByteArray("of another program"));
-}
-
-void TestRewriteMeanwhile::linkThatTookTheNameMeanwhileIsKept()
-{
-    FPVExifWriter writer(m_world->path);
-    FileFaults faults(m_world->place);
-    const auto takeName = [this] {
-        QVERIFY(QFile::link(QStringLiteral("nowhere.jpg"), m_world->path));
-    };
-    faults.doBefore(FileFaults::AnyCall, RewriteWorld::stepOf("rename photo_tmp_0.jpg") + 1,
-                    takeName, EINVAL);
-    QCOMPARE(RewriteWorld::save(&writer), kFailed);
-    QVERIFY(QFileInfo(m_world->path).isSymLink());
-    QVERIFY(contentOf(m_world->temporary) == RewriteWorld::newPhoto());
-}
-
-void TestRewriteMeanwhile::plainRenamingWhereNoOtherIsKnown_data()
-{
-    QTest::addColumn<int>("error");
-    QTest::newRow("the file system knows no conditions") << EINVAL;
-    QTest::newRow("the system knows no conditions") << ENOSYS;
-    QTest::newRow("the file system does not support them") << ENOTSUP;
-    QTest::newRow("they are not allowed") << EPERM;
-    QTest::newRow("the first try met an error of the disk") << EIO;
-}
-
-void TestRewriteMeanwhile::plainRenamingWhereNoOtherIsKnown()
-{
-    QFETCH(int, error);
-    FPVExifWriter writer(m_world->path);
-    FileFaults faults(m_world->place);
-    faults.fail(FileFaults::AnyCall, RewriteWorld::stepOf("rename photo_tmp_0.jpg") + 1, error);
-    QCOMPARE(RewriteWorld::save(&writer), kDone);
-    QVERIFY(faults.steps().contains(QStringLiteral("rename plainly photo_tmp_0.jpg")));
-    QVERIFY(m_world->isNew());
-    QVERIFY(!m_world->hasTemporary());
 }
 
 LUMI_TEST(TestRewriteMeanwhile)

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "exif/typeSize.h"
+#include "exif/tag/exifFormat.h"
 #include "tests/support/TestMain.h"
 #include "tests/support/rows.h"
 

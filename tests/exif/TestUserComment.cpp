@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "exif/userComment.h"
+#include "exif/text/userComment.h"
 #include "tests/exif/rowText.h"
 #include "tests/support/TestMain.h"
 #include "tests/support/rows.h"
@@ -17,12 +17,6 @@ class TestUserComment : public QObject
 private Q_SLOTS:
     void comments_data();
     void comments();
-    void tooShortForAMark_data();
-    void tooShortForAMark();
-    void markAlone_data();
-    void markAlone();
-    void longComment();
-    void everyCut();
     void version_data();
     void version();
 
@@ -61,11 +55,11 @@ void TestUserComment::comments_data()
     QTest::newRow("EUC behind JIS") << jis << inEuc << japanese;
     QTest::newRow("JIS behind JIS") << jis << inJis << japanese;
     QTest::newRow("UTF-8 behind JIS") << jis << inUtf8 << japanese;
-    QTest::newRow("Shift JIS behind no mark") << undefined << inSjis << japanese;
-    QTest::newRow("EUC behind no mark") << undefined << inEuc << japanese;
-    QTest::newRow("JIS behind no mark") << undefined << inJis << japanese;
-    QTest::newRow("UTF-8 behind no mark") << undefined << inUtf8 << japanese;
-    QTest::newRow("ASCII behind no mark")
+    QTest::newRow("Shift JIS without a mark") << undefined << inSjis << japanese;
+    QTest::newRow("EUC without a mark") << undefined << inEuc << japanese;
+    QTest::newRow("JIS without a mark") << undefined << inJis << japanese;
+    QTest::newRow("UTF-8 without a mark") << undefined << inUtf8 << japanese;
+    QTest::newRow("ASCII without a mark")
         << undefined << QByteArray("a comment") << QStringLiteral("a comment");
     QTest::newRow("a guess ends at the first NUL")
         << undefined << QByteArray("abc\0\xFF", 5) << QStringLiteral("abc");
@@ -79,6 +73,12 @@ void TestUserComment::comments_data()
         << QByteArray("UNICODEX", 8) << inSjis << japanese;
     QTest::newRow("a mark with blanks is not known")
         << QByteArray("ASCII   ", 8) << inSjis << japanese;
+    for (const QByteArray &mark : {unicode, ascii, jis, undefined}) {
+        QTest::addRow("%s and no text", mark.constData()) << mark << QByteArray() << QString();
+    }
+    QTest::newRow("NULs alone") << undefined << QByteArray(56, '\0') << QString();
+    QTest::newRow("nothing") << QByteArray() << QByteArray() << QString();
+    QTest::newRow("too short for a mark") << QByteArray("abcdefg") << QByteArray() << QString();
     QTest::newRow("bytes behind the NUL of a mark do not count")
         << QByteArray("ASCII\0xy", 8) << QByteArray("caf\xE9") << QString::fromLatin1("caf\xE9");
 }
@@ -87,66 +87,6 @@ void TestUserComment::comments()
 {
     const auto [mark, bytes, text] = lumi::test::row<QByteArray, QByteArray, QString>();
     QCOMPARE(lumi::userCommentText(mark + bytes), text);
-    for (const auto order : lumi::test::kBothOrders) {
-        ExifBuilder photo(order);
-        photo.undefined(Exif, 0x9286, mark + bytes);
-        for (const bool withUnit : {true, false}) {
-            QCOMPARE(rowText(m_folder, photo, 1, 5, withUnit), text);
-        }
-    }
-}
-
-void TestUserComment::tooShortForAMark_data()
-{
-    QTest::addColumn<int>("length");
-    for (int length = 0; length < 8; ++length) {
-        QTest::addRow("%d bytes", length) << length;
-    }
-}
-
-void TestUserComment::tooShortForAMark()
-{
-    QFETCH(int, length);
-    ExifBuilder photo;
-    photo.undefined(Exif, 0x9286, QByteArray("abcdefgh").left(length));
-    QVERIFY(rowText(m_folder, photo, 1, 5).isEmpty());
-}
-
-void TestUserComment::markAlone_data()
-{
-    QTest::addColumn<QByteArray>("mark");
-    QTest::newRow("UNICODE") << QByteArray("UNICODE\0", 8);
-    QTest::newRow("ASCII") << QByteArray("ASCII\0\0\0", 8);
-    QTest::newRow("JIS") << QByteArray("JIS\0\0\0\0\0", 8);
-    QTest::newRow("none") << QByteArray(8, '\0');
-    QTest::newRow("none and NULs behind it") << QByteArray(64, '\0');
-}
-
-void TestUserComment::markAlone()
-{
-    QFETCH(QByteArray, mark);
-    ExifBuilder photo;
-    photo.undefined(Exif, 0x9286, mark);
-    QVERIFY(rowText(m_folder, photo, 1, 5).isEmpty());
-}
-
-void TestUserComment::longComment()
-{
-    const QByteArray bytes(60000, 'x');
-    for (const QByteArray &mark :
-         {QByteArray("UNICODE\0", 8), QByteArray("ASCII\0\0\0", 8), QByteArray(8, '\0')}) {
-        QCOMPARE(lumi::userCommentText(mark + bytes), QString::fromLatin1(bytes));
-    }
-}
-
-void TestUserComment::everyCut()
-{
-    const QByteArray whole = QByteArray("UNICODE\0", 8) + QByteArray("caf\xC3\xA9 \xE5\x86\x99");
-    for (qsizetype length = 8; length <= whole.size(); ++length) {
-        const QString text = lumi::userCommentText(whole.left(length));
-        QVERIFY(text.startsWith(QString::fromUtf8("caf").left(length - 8)));
-        QCOMPARE(text.isEmpty(), length == 8);
-    }
 }
 
 void TestUserComment::version_data()

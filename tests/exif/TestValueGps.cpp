@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Positions and heights: each text is made of two tags.
+// Positions and altitudes. Each text is made of two tags.
 #include "tests/exif/rowText.h"
 #include "tests/support/TestMain.h"
 #include "tests/support/rows.h"
@@ -27,9 +27,6 @@ private Q_SLOTS:
     void position();
     void reference_data();
     void reference();
-    void seconds_data();
-    void seconds();
-    void denominatorsOfDegreesAndMinutesAreNotRead();
     void tooFewFractions_data();
     void tooFewFractions();
     void positionNeedsItsReference();
@@ -90,39 +87,6 @@ void TestValueGps::reference()
     QCOMPARE(rowText(m_folder, photo, kGroup, kLongitude), longitude);
 }
 
-void TestValueGps::seconds_data()
-{
-    lumi::test::columns<quint32, quint32, QString>();
-    QTest::newRow("whole") << 20U << 1U << QStringLiteral("N35.40.20.000");
-    QTest::newRow("five tenths") << 205U << 10U << QStringLiteral("N35.40.20.005");
-    QTest::newRow("fifty hundredths") << 2050U << 100U << QStringLiteral("N35.40.20.050");
-    QTest::newRow("thousandths") << 20123U << 1000U << QStringLiteral("N35.40.20.123");
-    QTest::newRow("sixths") << 125U << 6U << QStringLiteral("N35.40.20.005");
-    QTest::newRow("ten-thousandths") << 201234U << 10000U << QString();
-    QTest::newRow("over zero") << 20U << 0U << QString();
-    QTest::newRow("60") << 60U << 1U << QString();
-}
-
-void TestValueGps::seconds()
-{
-    const auto [numerator, denominator, text] = lumi::test::row<quint32, quint32, QString>();
-    ExifBuilder photo;
-    photo.ascii(Gps, 0x0001, "N")
-        .rationals(Gps, 0x0002, {{35, 1}, {40, 1}, {numerator, denominator}});
-    QCOMPARE(rowText(m_folder, photo, kGroup, kLatitude), text);
-}
-
-void TestValueGps::denominatorsOfDegreesAndMinutesAreNotRead()
-{
-    ExifBuilder photo;
-    photo.ascii(Gps, 0x0001, "N")
-        .rationals(Gps, 0x0002, {{35, 0}, {40, 100}, {0, 1}})
-        .ascii(Gps, 0x0003, "E")
-        .rationals(Gps, 0x0004, {{139, 1}, {4550, 100}, {0, 1}});
-    QCOMPARE(rowText(m_folder, photo, kGroup, kLatitude), QStringLiteral("N35.40.00.000"));
-    QVERIFY(rowText(m_folder, photo, kGroup, kLongitude).isEmpty());
-}
-
 void TestValueGps::tooFewFractions_data()
 {
     QTest::addColumn<int>("count");
@@ -158,7 +122,7 @@ void TestValueGps::altitude_data()
     QTest::newRow("whole metres") << 10U << 1U << QStringLiteral("10.0");
     QTest::newRow("hundredths") << 1050U << 100U << QStringLiteral("10.50");
     QTest::newRow("five hundredths lose their zero") << 1005U << 100U << QStringLiteral("10.5");
-    QTest::newRow("thousandths have no form") << 10123U << 1000U << QString();
+    QTest::newRow("thousandths are not valid") << 10123U << 1000U << QString();
     QTest::newRow("over zero") << 10U << 0U << QString();
 }
 
@@ -170,7 +134,7 @@ void TestValueGps::altitude()
         photo.value(Gps, 0x0005, 1, 1, QByteArray(1, '\0'));
         photo.rationals(Gps, 0x0006, {{numerator, denominator}});
         QCOMPARE(rowText(m_folder, photo, kGroup, kAltitude, false), text);
-        // A height without a form leaves the unit alone.
+        // Without a valid text, only the unit is shown.
         QCOMPARE(rowText(m_folder, photo, kGroup, kAltitude, true), text + QLatin1Char('m'));
     }
 }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Every call of the saving of changed Exif data. The photo is there, old or new and always
 // whole: under its name, or the new one under the temporary name. Nothing else is.
-#include "exif/FPVExifWriter.h"
+#include "exif/write/FPVExifWriter.h"
 #include "tests/faults/FaultTest.h"
 #include "tests/support/ExifBuilder.h"
 #include "tests/support/TestMain.h"

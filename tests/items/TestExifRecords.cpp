@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "exif/FPVExifFile.h"
+#include "exif/read/FPVExifFile.h"
 #include "items/exifRecords.h"
 #include "tests/support/ExifBuilder.h"
 #include "tests/support/TestMain.h"

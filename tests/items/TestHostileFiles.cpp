@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "exif/FPVExifDocument.h"
-#include "exif/FPVExifFile.h"
-#include "exif/FPVExifTag.h"
+#include "exif/read/FPVExifDocument.h"
+#include "exif/read/FPVExifFile.h"
+#include "exif/tag/FPVExifTag.h"
 #include "items/FPVItemJpeg.h"
 #include "items/FPVItemList.h"
 #include "tests/items/DecodeTest.h"

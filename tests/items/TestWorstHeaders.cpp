@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "exif/FPVExifDocument.h"
+#include "exif/read/FPVExifDocument.h"
 #include "items/FPVItemJpeg.h"
 #include "tests/items/BareDecoder.h"
 #include "tests/items/LibraryFaults.h"

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Visits to the Info mode and its editor, by taps and keys on the real windows.
-#include "exif/FPVExifFields.h"
+#include "exif/text/FPVExifFields.h"
 #include "exif/ui/FormExif.h"
 #include "exif/ui/MyImageWidget.h"
 #include "exif/ui/MyMultiLineEdit.h"

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/ExifBuilder.h"
 
+#include "exif/tag/exifFormat.h"
+#include "exif/tag/tagNumbers.h"
+
 #include <QBuffer>
 #include <QFile>
 #include <QImage>
@@ -11,7 +14,6 @@ namespace lumi::test {
 
 namespace {
 
-constexpr quint32 kHeaderSize = 8;
 constexpr std::size_t kIfd0 = 0;
 constexpr std::size_t kExif = 1;
 constexpr std::size_t kInteroperability = 2;
@@ -26,9 +28,9 @@ struct Pointer
 };
 
 constexpr Pointer kPointers[] = {
-    {kExif, kInteroperability, 0xA005},
-    {kIfd0, kExif, 0x8769},
-    {kIfd0, kGps, 0x8825},
+    {kExif, kInteroperability, kTagInteroperabilityPointer},
+    {kIfd0, kExif, kTagExifPointer},
+    {kIfd0, kGps, kTagGpsPointer},
 };
 
 std::size_t indexOf(ExifListKind list)
@@ -42,9 +44,9 @@ template <class Directory> quint32 sizeOf(const Directory &directory)
     if (directory.entries.empty()) {
         return 0;
     }
-    auto size = static_cast<quint32>(6 + 12 * directory.entries.size());
+    auto size = static_cast<quint32>(kBareDirectorySize + kEntrySize * directory.entries.size());
     for (const auto &entry : directory.entries) {
-        if (!entry.word && entry.bytes.size() > 4) {
+        if (!entry.word && entry.bytes.size() > kInlineValueSize) {
             size += static_cast<quint32>((entry.bytes.size() + 1) & ~1);
         }
     }
@@ -72,7 +74,7 @@ ExifBuilder &ExifBuilder::laidOut(const std::array<ExifListKind, 5> &order)
 
 ExifBuilder &ExifBuilder::ascii(ExifListKind list, quint16 tag, const QByteArray &text)
 {
-    return value(list, tag, 2, static_cast<quint32>(text.size() + 1), text + '\0');
+    return value(list, tag, TiffAscii, static_cast<quint32>(text.size() + 1), text + '\0');
 }
 
 ExifBuilder &ExifBuilder::shorts(ExifListKind list, quint16 tag,
@@ -82,7 +84,7 @@ ExifBuilder &ExifBuilder::shorts(ExifListKind list, quint16 tag,
     for (const quint16 one : values) {
         bytes += number(one, 2);
     }
-    return value(list, tag, 3, static_cast<quint32>(values.size()), bytes);
+    return value(list, tag, TiffShort, static_cast<quint32>(values.size()), bytes);
 }
 
 ExifBuilder &ExifBuilder::longs(ExifListKind list, quint16 tag,
@@ -92,7 +94,7 @@ ExifBuilder &ExifBuilder::longs(ExifListKind list, quint16 tag,
     for (const quint32 one : values) {
         bytes += number(one, 4);
     }
-    return value(list, tag, 4, static_cast<quint32>(values.size()), bytes);
+    return value(list, tag, TiffLong, static_cast<quint32>(values.size()), bytes);
 }
 
 ExifBuilder &ExifBuilder::slongs(ExifListKind list, quint16 tag,
@@ -102,7 +104,7 @@ ExifBuilder &ExifBuilder::slongs(ExifListKind list, quint16 tag,
     for (const qint32 one : values) {
         bytes += number(static_cast<quint32>(one), 4);
     }
-    return value(list, tag, 9, static_cast<quint32>(values.size()), bytes);
+    return value(list, tag, TiffSignedLong, static_cast<quint32>(values.size()), bytes);
 }
 
 ExifBuilder &ExifBuilder::rationals(ExifListKind list, quint16 tag,
@@ -112,20 +114,20 @@ ExifBuilder &ExifBuilder::rationals(ExifListKind list, quint16 tag,
     for (const Fraction &one : values) {
         bytes += number(one.first, 4) + number(one.second, 4);
     }
-    return value(list, tag, 5, static_cast<quint32>(values.size()), bytes);
+    return value(list, tag, TiffRational, static_cast<quint32>(values.size()), bytes);
 }
 
 ExifBuilder &ExifBuilder::srationals(ExifListKind list, quint16 tag,
                                      std::initializer_list<Fraction> values)
 {
     rationals(list, tag, values);
-    at(list).entries.back().type = 10;
+    at(list).entries.back().type = TiffSignedRational;
     return *this;
 }
 
 ExifBuilder &ExifBuilder::undefined(ExifListKind list, quint16 tag, const QByteArray &bytes)
 {
-    return value(list, tag, 7, static_cast<quint32>(bytes.size()), bytes);
+    return value(list, tag, TiffUndefined, static_cast<quint32>(bytes.size()), bytes);
 }
 
 ExifBuilder &ExifBuilder::value(ExifListKind list, quint16 tag, quint16 type, quint32 count,
@@ -192,7 +194,7 @@ ExifBuilder &ExifBuilder::photo(const QByteArray &jpeg)
 
 QByteArray ExifBuilder::block() const
 {
-    const quint32 first = m_isPacked ? offsetOf(ExifListKind::Ifd0) : kHeaderSize;
+    const quint32 first = m_isPacked ? offsetOf(ExifListKind::Ifd0) : kTiffHeaderSize;
     const QByteArray mark = m_order == Order::Little ? "II" : "MM";
     return mark + number(0x002A, 2) + number(m_ifd0Offset.value_or(first), 4)
         + (m_isPacked ? packedBlock() : spaciousBlock());
@@ -205,8 +207,8 @@ QByteArray ExifBuilder::packedBlock() const
     QByteArray tables;
     for (std::size_t i = directories.size(); i-- > 0;) {
         for (Entry &entry : directories[i].entries) {
-            if (!entry.word && entry.bytes.size() > 4) {
-                entry.word = kHeaderSize + static_cast<quint32>(values.indexOf(entry.bytes));
+            if (!entry.word && entry.bytes.size() > kInlineValueSize) {
+                entry.word = kTiffHeaderSize + static_cast<quint32>(values.indexOf(entry.bytes));
             }
         }
         tables += directoryBytes(directories[i], 0);
@@ -220,7 +222,7 @@ QByteArray ExifBuilder::sharedValues() const
     QByteArray values;
     for (const Directory &directory : m_directories) {
         for (const Entry &entry : directory.entries) {
-            const bool isStored = !entry.word && entry.bytes.size() > 4;
+            const bool isStored = !entry.word && entry.bytes.size() > kInlineValueSize;
             values += isStored && !values.contains(entry.bytes) ? entry.bytes : QByteArray();
         }
     }
@@ -230,18 +232,18 @@ QByteArray ExifBuilder::sharedValues() const
 QByteArray ExifBuilder::spaciousBlock() const
 {
     const auto directories = resolved();
-    QByteArray bytes(kHeaderSize, '\0');
+    QByteArray bytes(kTiffHeaderSize, '\0');
     for (const ExifListKind list : m_layout) {
         bytes += directoryBytes(directories[indexOf(list)], static_cast<quint32>(bytes.size()));
     }
-    return bytes.mid(kHeaderSize) + m_thumbnail;
+    return bytes.mid(kTiffHeaderSize) + m_thumbnail;
 }
 
 QByteArray ExifBuilder::file() const
 {
-    const QByteArray exif = QByteArray("Exif\0\0", 6) + block();
+    const QByteArray exif = QByteArray(kExifMark, sizeof kExifMark) + block();
     const auto length = m_app1Length.value_or(static_cast<quint16>(exif.size() + 2));
-    QByteArray bytes = "\xFF\xD8" + m_before + "\xFF\xE1";
+    QByteArray bytes = kStartOfImage + m_before + kApp1Marker;
     bytes += static_cast<char>(length >> 8);
     bytes += static_cast<char>(length & 0xFF);
     return bytes + exif + m_photo.mid(2);
@@ -285,13 +287,15 @@ std::array<ExifBuilder::Directory, 5> ExifBuilder::resolved() const
     auto directories = m_directories;
     if (!m_thumbnail.isEmpty()) {
         const auto length = static_cast<quint32>(m_thumbnail.size());
-        directories[kIfd1].entries.push_back({0x0201, 4, 1, {}, 0, directories.size()});
-        directories[kIfd1].entries.push_back({0x0202, 4, 1, {}, length, {}});
+        directories[kIfd1].entries.push_back(
+            {kTagThumbnailOffset, TiffLong, 1, {}, 0, directories.size()});
+        directories[kIfd1].entries.push_back({kTagThumbnailLength, TiffLong, 1, {}, length, {}});
     }
     if (m_hasPointers) {
         for (const Pointer &pointer : kPointers) {
             if (!directories[pointer.to].entries.empty()) {
-                directories[pointer.from].entries.push_back({pointer.tag, 4, 1, {}, 0, pointer.to});
+                directories[pointer.from].entries.push_back(
+                    {pointer.tag, TiffLong, 1, {}, 0, pointer.to});
             }
         }
         if (!directories[kIfd0].link && !directories[kIfd1].entries.empty()) {
@@ -308,13 +312,14 @@ std::array<ExifBuilder::Directory, 5> ExifBuilder::resolved() const
 
 quint32 ExifBuilder::offsetIn(const std::array<Directory, 5> &directories, std::size_t index) const
 {
-    quint32 offset = kHeaderSize;
+    quint32 offset = kTiffHeaderSize;
     if (m_isPacked) {
         offset += static_cast<quint32>(sharedValues().size());
         offset += static_cast<quint32>(index < directories.size() ? m_thumbnail.size() : 0);
         for (std::size_t i = directories.size(); i-- > index + 1;) {
             const std::size_t entries = directories[i].entries.size();
-            offset += static_cast<quint32>(entries == 0 ? 0 : 6 + 12 * entries);
+            offset += static_cast<quint32>(
+                entries == 0 ? 0 : kBareDirectorySize + kEntrySize * entries);
         }
         return offset;
     }
@@ -333,15 +338,15 @@ QByteArray ExifBuilder::directoryBytes(const Directory &directory, quint32 offse
         return {};
     }
     const std::size_t count = directory.entries.size();
-    const auto valueBase = static_cast<quint32>(offset + 6 + 12 * count);
+    const auto valueBase = static_cast<quint32>(offset + kBareDirectorySize + kEntrySize * count);
     QByteArray head = number(directory.entryCount.value_or(static_cast<quint16>(count)), 2);
     QByteArray values;
     for (const Entry &entry : directory.entries) {
         head += number(entry.tag, 2) + number(entry.type, 2) + number(entry.count, 4);
         if (entry.word) {
             head += number(*entry.word, 4);
-        } else if (entry.bytes.size() <= 4) {
-            head += entry.bytes.leftJustified(4, '\0');
+        } else if (entry.bytes.size() <= kInlineValueSize) {
+            head += entry.bytes.leftJustified(kInlineValueSize, '\0');
         } else {
             head += number(valueBase + static_cast<quint32>(values.size()), 4);
             values += entry.bytes;

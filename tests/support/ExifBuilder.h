@@ -6,7 +6,7 @@
 // which entries were added; the pointers between them are added by the builder.
 #pragma once
 
-#include "exif/ExifListKind.h"
+#include "exif/tag/ExifListKind.h"
 
 #include <QByteArray>
 #include <QString>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The two commands of lumivault-inspect that take texts instead of files.
+// The commands coordinates and altitude of lumivault-inspect.
 #include "tests/support/TestMain.h"
 #include "tests/tools/inspectRun.h"
 
@@ -11,8 +11,7 @@
 
 namespace {
 
-/// What the command prints for these texts, a line each. A command that fails or complains
-/// prints nothing.
+/// The lines that the command prints; none if it fails or prints an error.
 QList<QJsonObject> inspect(const QStringList &arguments, const QByteArray &input = {})
 {
     const lumi::test::Run run = lumi::test::inspect(arguments, input);
@@ -43,9 +42,7 @@ private Q_SLOTS:
     void latitude();
     void longitude();
     void position();
-    void coordinatesThatAreNone();
     void altitude();
-    void altitudeThatIsNone();
     void textsComeFromStandardInput();
     void noTextsNoLines();
 };
@@ -88,14 +85,6 @@ void TestInspectGps::position()
              QStringLiteral("E139.00.00.000"));
 }
 
-void TestInspectGps::coordinatesThatAreNone()
-{
-    const auto lines = inspect({QStringLiteral("coordinates"), QStringLiteral("n35.40.20.000")});
-    QCOMPARE(lines.size(), 1);
-    QCOMPARE(lines[0], objectOf(R"({"input": "n35.40.20.000", "latitude": {"valid": false},
-        "longitude": {"valid": false}, "position": {"valid": false}})"));
-}
-
 void TestInspectGps::altitude()
 {
     const auto lines = inspect({QStringLiteral("altitude"), QStringLiteral("-1.05")});
@@ -103,13 +92,6 @@ void TestInspectGps::altitude()
     QCOMPARE(lines[0], objectOf(R"({"input": "-1.05", "valid": true, "text": "-1.05",
         "aboveSeaLevel": false, "whole": 1, "fraction": 5, "readBack": "-1.5",
         "rationals": [[15, 10]], "bytes": "0f0000000a000000"})"));
-}
-
-void TestInspectGps::altitudeThatIsNone()
-{
-    const auto lines = inspect({QStringLiteral("altitude"), QStringLiteral("0")});
-    QCOMPARE(lines.size(), 1);
-    QCOMPARE(lines[0], objectOf(R"({"input": "0", "valid": false})"));
 }
 
 void TestInspectGps::textsComeFromStandardInput()

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "tools/inspect/exifCommand.h"
 
-#include "exif/FPVExifFields.h"
-#include "exif/FPVExifFile.h"
-#include "exif/FPVExifTagBytes.h"
-#include "exif/FPVExifTagNumber.h"
-#include "exif/FPVExifTagRational.h"
-#include "exif/FPVExifTagString.h"
+#include "exif/read/FPVExifFile.h"
+#include "exif/tag/FPVExifTagBytes.h"
+#include "exif/tag/FPVExifTagNumber.h"
+#include "exif/tag/FPVExifTagRational.h"
+#include "exif/tag/FPVExifTagString.h"
+#include "exif/text/FPVExifFields.h"
 
 #include <QFileInfo>
 #include <QJsonArray>
@@ -76,7 +76,7 @@ QJsonValue textOf(const QString &text)
     return text.isNull() ? QJsonValue() : QJsonValue(text);
 }
 
-/// What the user sees of each row, in the panel and in the editor.
+/// The text of each row in the panel and in the editor.
 QJsonArray groupsOf(FPVExifFields &fields)
 {
     QJsonArray groups;

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "tools/inspect/gpsCommands.h"
 
-#include "exif/Altitude.h"
-#include "exif/LatLongPair.h"
+#include "exif/gps/Altitude.h"
+#include "exif/gps/LatLongPair.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -66,7 +66,7 @@ template <class Value> QJsonObject coordinateOf(const Value &value)
 template <class Value> QJsonObject coordinateOf(const QString &text)
 {
     Value value;
-    // A text that is not taken leaves the value empty, which is printed as invalid.
+    // A text that is not valid leaves the value empty, which is printed as invalid.
     static_cast<void>(value.setText(text));
     return coordinateOf(value);
 }

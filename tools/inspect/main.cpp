@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// lumivault-inspect shows what the program sees in a file: for bug reports, and for comparing
-// with what other programs see. Only rewrite changes a file. It needs no display.
+// lumivault-inspect prints what the program reads from a file, for bug reports and for comparison
+// with other programs. Only the command rewrite changes a file. It needs no display.
 #include "tools/inspect/exifCommand.h"
 #include "tools/inspect/gpsCommands.h"
 #include "tools/inspect/rasterCommand.h"
@@ -90,7 +90,7 @@ int runCommand(const QStringList &arguments, QTextStream &out, QTextStream &err)
     return kWrongUsage;
 }
 
-/// Pixmaps need an application with a platform; the offscreen one needs no display.
+/// Pixmaps need an application with a platform. The offscreen platform needs no display.
 std::unique_ptr<QCoreApplication> newApplication(int &argc, char **argv)
 {
     if (argc < 2 || qstrcmp(argv[1], kThumbnailCommand) != 0) {

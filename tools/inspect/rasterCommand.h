@@ -7,8 +7,8 @@
 
 class QTextStream;
 
-/// arguments are those behind the command's name. The decoded (unturned) size goes to err as
-/// WxH. Without a request the photo is decoded at its full size, halved while that is too
-/// large for a raster. 0 on success, 1 when the photo cannot be decoded or the raster cannot be
-/// written, 2 on wrong usage.
+/// arguments: those after the command's name. Prints the decoded (unturned) size to err as WxH.
+/// Without a request the photo is decoded at its full size, halved while that is too large for a
+/// raster. Returns 0 on success, 1 if the photo cannot be decoded or the raster cannot be written,
+/// 2 on wrong usage.
 int rasterCommand(const QStringList &arguments, QTextStream &err);

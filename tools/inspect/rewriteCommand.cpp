@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "tools/inspect/rewriteCommand.h"
 
-#include "exif/FPVExifWriter.h"
-#include "exif/typeSize.h"
+#include "exif/tag/exifFormat.h"
+#include "exif/write/FPVExifWriter.h"
 
 #include <QFile>
 #include <QJsonArray>
@@ -26,7 +26,7 @@ struct Operation
     std::optional<QByteArray> data; // without it the tag is removed
 };
 
-/// The whole number of that name. False when there is none or it does not fit.
+/// The whole number of that name. False if there is none or it does not fit.
 template <class Number> bool take(const QJsonObject &object, const char *name, Number &number)
 {
     const double value = object.value(QLatin1String(name)).toDouble(-0.5);
@@ -65,7 +65,7 @@ bool takeOperation(const QJsonObject &object, Operation &operation)
     return name == QLatin1String("remove");
 }
 
-/// The operations of the file; nothing when it cannot be read or one is not well-formed.
+/// The operations in the file; nothing if it cannot be read or one is not well-formed.
 std::optional<std::vector<Operation>> operationsOf(const QString &path)
 {
     QFile file(path);

@@ -58,7 +58,7 @@ int swapCommand(const QStringList &arguments, QTextStream &out)
     }
     const QString &folder = arguments.first();
     QFile file(folder + QStringLiteral("/.SwapMng.bin"));
-    // Opening a pipe would wait for its writer.
+    // Opening a pipe would block until something writes to it.
     if (!QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly)) {
         std::fprintf(stderr, "lumivault-inspect: no index in %s\n", qUtf8Printable(folder));
         return 1;

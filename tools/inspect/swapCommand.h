@@ -6,7 +6,7 @@
 
 class QTextStream;
 
-/// arguments are those behind the command's name. A line of JSON for the index, then one for
-/// each control. 0 when the whole index was read, 1 when it is missing or damaged, 2 on wrong
+/// arguments: those after the command's name. Prints a line of JSON for the index, then one for
+/// each control. Returns 0 if the whole index was read, 1 if it is missing or damaged, 2 on wrong
 /// usage.
 int swapCommand(const QStringList &arguments, QTextStream &out);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The editor's actions, by its menus and its tool bar.
+// The actions in the editor's menus and tool bar.
 #include "platform/windows/QPEMenuBar.h"
 #include "tests/exif/ui/EditorFixture.h"
 #include "tests/support/TestMain.h"
@@ -26,22 +26,20 @@ private Q_SLOTS:
 
     void cleanup() { m_user.reset(); }
 
-    void actionsFollowTheMarkedText();
+    void actionsFollowTheSelection();
     void pasteFollowsTheClipboard_data();
     void pasteFollowsTheClipboard();
-    void actionsReachTheFieldWithTheFocus();
-    void actionsReachTheFieldBeforeTheMenu();
-    void theOpenedMenuReachesTheField();
-    void theMenuReachesNoFieldThatWasLeft();
+    void actionsActOnTheFocusedField();
+    void menuEntriesActOnTheFocusedField();
+    void actionsIgnoreAFieldThatLostTheFocus();
     void actionsElsewhereDoNothing();
     void aPastedPositionFillsBothFields_data();
     void aPastedPositionFillsBothFields();
-    void whatIsNoPositionIsPastedAsUsual();
-    void otherFieldsTakeAPositionAsText();
-    void theHeightTakesAPositionAsText();
+    void otherTextsArePasted();
+    void aPositionInOtherFieldsIsText();
 
 private:
-    /// Opens the menu Edit by a tap and taps one of its entries.
+    /// Taps the menu Edit and one of its entries.
     void tapEntry(const QString &text);
 
     std::unique_ptr<EditorFixture> m_user;
@@ -62,7 +60,7 @@ void TestFormExifActions::tapEntry(const QString &text)
     QTRY_VERIFY(!menu->isVisible());
 }
 
-void TestFormExifActions::actionsFollowTheMarkedText()
+void TestFormExifActions::actionsFollowTheSelection()
 {
     m_user->open();
     const QAction *cut = m_user->entry(QStringLiteral("Cut"));
@@ -99,7 +97,7 @@ void TestFormExifActions::pasteFollowsTheClipboard()
     QVERIFY(paste->isEnabled());
 }
 
-void TestFormExifActions::actionsReachTheFieldWithTheFocus()
+void TestFormExifActions::actionsActOnTheFocusedField()
 {
     m_user->open();
     m_user->enter(OwnerField);
@@ -117,24 +115,11 @@ void TestFormExifActions::actionsReachTheFieldWithTheFocus()
     m_user->entry(QStringLiteral("Cut"))->trigger();
     QCOMPARE(m_user->edit(TitleField)->text(), QString());
     QCOMPARE(QApplication::clipboard()->text(), QStringLiteral("Harbour"));
-    // Undo has no entry.
+    // Undo has no menu entry.
     QVERIFY(m_user->entry(QStringLiteral("Undo")) == nullptr);
 }
 
-void TestFormExifActions::actionsReachTheFieldBeforeTheMenu()
-{
-    m_user->open();
-    m_user->enter(OwnerField);
-    m_user->edit(OwnerField)->selectAll();
-    m_user->form->findChild<QPEMenuBar *>()->setFocus(Qt::MenuBarFocusReason);
-    QVERIFY(!m_user->edit(OwnerField)->hasFocus());
-    QVERIFY(m_user->entry(QStringLiteral("Cut"))->isEnabled());
-    m_user->entry(QStringLiteral("Cut"))->trigger();
-    QCOMPARE(m_user->edit(OwnerField)->text(), QString());
-    QCOMPARE(QApplication::clipboard()->text(), QStringLiteral("Jane Doe"));
-}
-
-void TestFormExifActions::theOpenedMenuReachesTheField()
+void TestFormExifActions::menuEntriesActOnTheFocusedField()
 {
     m_user->open();
     m_user->enter(OwnerField);
@@ -153,7 +138,7 @@ void TestFormExifActions::theOpenedMenuReachesTheField()
     QVERIFY(m_user->edit(TitleField)->hasFocus());
 }
 
-void TestFormExifActions::theMenuReachesNoFieldThatWasLeft()
+void TestFormExifActions::actionsIgnoreAFieldThatLostTheFocus()
 {
     m_user->fillClipboard(QStringLiteral("x"));
     m_user->open();
@@ -164,7 +149,7 @@ void TestFormExifActions::theMenuReachesNoFieldThatWasLeft()
     for (const EditField field : kAllFields) {
         QVERIFY(!m_user->edit(field)->edited());
     }
-    // The one with the focus before the menu it is again.
+    // A field that had the focus before the menu gets the text.
     m_user->enter(TitleField);
     m_user->form->findChild<QPEMenuBar *>()->setFocus(Qt::MenuBarFocusReason);
     m_user->entry(QStringLiteral("Paste"))->trigger();
@@ -204,14 +189,14 @@ void TestFormExifActions::aPastedPositionFillsBothFields()
     QVERIFY(m_user->edit(LatitudeField)->edited());
     QVERIFY(m_user->edit(LongitudeField)->edited());
     QVERIFY(!m_user->edit(AltitudeField)->edited());
-    // A slip of the pen can be taken back.
+    // The paste can be undone.
     m_user->form->menu_edit_undo();
     QVERIFY(m_user->edit(EditField(field))
                 ->text()
                 .startsWith(QLatin1Char(field == LatitudeField ? 'S' : 'W')));
 }
 
-void TestFormExifActions::whatIsNoPositionIsPastedAsUsual()
+void TestFormExifActions::otherTextsArePasted()
 {
     m_user->fillClipboard(QStringLiteral("N35.40"));
     m_user->open();
@@ -222,7 +207,7 @@ void TestFormExifActions::whatIsNoPositionIsPastedAsUsual()
     QCOMPARE(m_user->edit(LongitudeField)->text(), QStringLiteral("W077.02.03.000"));
 }
 
-void TestFormExifActions::otherFieldsTakeAPositionAsText()
+void TestFormExifActions::aPositionInOtherFieldsIsText()
 {
     const QString position = QStringLiteral("N35.40.20.000E139.45.30.000");
     m_user->fillClipboard(position);
@@ -232,19 +217,6 @@ void TestFormExifActions::otherFieldsTakeAPositionAsText()
     m_user->form->menu_edit_paste();
     QCOMPARE(m_user->edit(OwnerField)->text(), position);
     QVERIFY(!m_user->edit(LatitudeField)->edited());
-}
-
-void TestFormExifActions::theHeightTakesAPositionAsText()
-{
-    m_user->fillClipboard(QStringLiteral("N35.40.20.000E139.45.30.000"));
-    m_user->open();
-    m_user->enter(AltitudeField);
-    m_user->edit(AltitudeField)->selectAll();
-    m_user->form->menu_edit_paste();
-    // As much of it as there is room for.
-    QCOMPARE(m_user->edit(AltitudeField)->text(), QStringLiteral("N35.40.20"));
-    QVERIFY(!m_user->edit(LatitudeField)->edited());
-    QVERIFY(!m_user->edit(LongitudeField)->edited());
 }
 
 LUMI_TEST(TestFormExifActions)

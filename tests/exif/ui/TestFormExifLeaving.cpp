@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Leaving the editor, asked and unasked.
+// Leaving the editor, with and without a question.
 #include "tests/exif/ui/Composition.h"
 #include "tests/exif/ui/EditorFixture.h"
 #include "tests/support/TestMain.h"
@@ -26,13 +26,12 @@ private Q_SLOTS:
     void leavingAsksAfterEveryEdit_data();
     void leavingAsksAfterEveryEdit();
     void typingAndDeletingStillAsks();
-    void whatIsStillComposedIsAnEdit();
+    void composedTextCountsAsAnEdit();
     void onlyYesLeaves_data();
     void onlyYesLeaves();
-    void closingTheWindowIsLeaving();
-    void theEndOfTheProgramEndsIt();
-    void aMinimisedWindowIsNotAtItsEnd();
-    void itMayGoWhileItRuns();
+    void closingTheWindowAsksToo();
+    void exitEndsTheEditor();
+    void minimisingDoesNotEndTheEditor();
 
 private:
     std::unique_ptr<EditorFixture> m_user;
@@ -97,7 +96,7 @@ void TestFormExifLeaving::typingAndDeletingStillAsks()
     QCOMPARE(m_user->boxes.boxes.size(), 1);
 }
 
-void TestFormExifLeaving::whatIsStillComposedIsAnEdit()
+void TestFormExifLeaving::composedTextCountsAsAnEdit()
 {
     m_user->open();
     bool left = true;
@@ -148,7 +147,7 @@ void TestFormExifLeaving::onlyYesLeaves()
     QCOMPARE(m_user->boxes.boxes.size(), 2);
 }
 
-void TestFormExifLeaving::closingTheWindowIsLeaving()
+void TestFormExifLeaving::closingTheWindowAsksToo()
 {
     m_user->open();
     bool closed = true;
@@ -165,7 +164,7 @@ void TestFormExifLeaving::closingTheWindowIsLeaving()
     QVERIFY(!m_user->form->isVisible());
 }
 
-void TestFormExifLeaving::theEndOfTheProgramEndsIt()
+void TestFormExifLeaving::exitEndsTheEditor()
 {
     m_user->open();
     QCOMPARE(m_user->run([this] {
@@ -173,14 +172,14 @@ void TestFormExifLeaving::theEndOfTheProgramEndsIt()
         QCoreApplication::exit(0);
     }),
              0);
-    // The program's own loop forgets the request.
+    // exit() ended only the nested loop, so the main loop needs a request of its own.
     QTimer::singleShot(0, qApp, [] {
         QCoreApplication::exit(0);
     });
     QCoreApplication::exec();
 }
 
-void TestFormExifLeaving::aMinimisedWindowIsNotAtItsEnd()
+void TestFormExifLeaving::minimisingDoesNotEndTheEditor()
 {
     struct HideWatch : QObject
     {
@@ -206,19 +205,6 @@ void TestFormExifLeaving::aMinimisedWindowIsNotAtItsEnd()
              1);
     QCOMPARE(watch.hides, 1);
     QVERIFY(wasRunning);
-}
-
-void TestFormExifLeaving::itMayGoWhileItRuns()
-{
-    m_user->open();
-    const QByteArray before = m_user->fileBytes();
-    QCOMPARE(m_user->run([this] {
-        m_user->type(OwnerField, QStringLiteral("x"));
-        m_user->form.reset();
-    }),
-             0);
-    QVERIFY(m_user->boxes.boxes.isEmpty());
-    QCOMPARE(m_user->fileBytes(), before);
 }
 
 LUMI_TEST(TestFormExifLeaving)

@@ -34,15 +34,13 @@ private Q_SLOTS:
     void aPhotoIsShown();
     void everyGroupIsShown_data();
     void everyGroupIsShown();
-    void aValueMayTakeManyLines();
-    void bracketsOfAValueAreShown();
     void theGroupStaysForTheNextPhoto();
     void noItem_data();
     void noItem();
     void aPhotoWithoutExif();
     void aPhotoThatCannotBeDecoded();
-    void theButtonTells();
-    void theComboLeadsToItsGroup();
+    void theButtonEmitsItsSignal();
+    void theComboShowsItsGroup();
     void keysChangeTheFont_data();
     void keysChangeTheFont();
     void theFontStopsAtBothEnds_data();
@@ -171,33 +169,13 @@ void TestMyImageWidget::everyGroupIsShown()
     m_info->panel->setItem(m_info->item.get());
     m_info->panel->combo_exifinfo_activated(group);
     QTEST(m_info->lines().first(), "first");
-    // Two lines a row; the flash has a second one.
+    // Each row has two lines. The flash has three.
     QFETCH(int, rows);
     QCOMPARE(m_info->lines().size(), 2 * rows + (group == 3 ? 1 : 0));
     QVERIFY(!m_info->lines().contains(QStringLiteral("Picture Size")));
     QVERIFY(!m_info->browser->toHtml().contains(QLatin1String("<hr")));
-    // The height has its unit here.
+    // The altitude has its unit here.
     QCOMPARE(m_info->lines().contains(QStringLiteral("10.50m")), group == 5);
-}
-
-void TestMyImageWidget::aValueMayTakeManyLines()
-{
-    m_info->panel->setItem(m_info->item.get());
-    m_info->panel->combo_exifinfo_activated(3);
-    const int at = int(m_info->lines().indexOf(QStringLiteral("Flash")));
-    QCOMPARE(m_info->lines().mid(at, 3),
-             (QStringList{QStringLiteral("Flash"), QStringLiteral("Flash"),
-                          QStringLiteral("Auto flash")}));
-}
-
-void TestMyImageWidget::bracketsOfAValueAreShown()
-{
-    ExifBuilder builder;
-    builder.ascii(ExifListKind::Ifd0, 0x010F, "<b>x</b> &lt;y&amp;");
-    const auto item = m_info->put(builder, QStringLiteral("b.jpg"));
-    m_info->panel->setItem(item.get());
-    // An entity in a file is an entity here.
-    QVERIFY(m_info->lines().contains(QStringLiteral("<b>x</b> <y&")));
 }
 
 void TestMyImageWidget::theGroupStaysForTheNextPhoto()
@@ -261,7 +239,7 @@ void TestMyImageWidget::aPhotoThatCannotBeDecoded()
     QCOMPARE(m_info->lines().first(), QStringLiteral("Manufacturer"));
 }
 
-void TestMyImageWidget::theButtonTells()
+void TestMyImageWidget::theButtonEmitsItsSignal()
 {
     const QSignalSpy told(m_info->panel, &MyImageWidget::btn_edit_clicked);
     m_info->panel->setItem(m_info->item.get());
@@ -269,7 +247,7 @@ void TestMyImageWidget::theButtonTells()
     QCOMPARE(told.size(), 1);
 }
 
-void TestMyImageWidget::theComboLeadsToItsGroup()
+void TestMyImageWidget::theComboShowsItsGroup()
 {
     m_info->panel->setItem(m_info->item.get());
     m_info->combo->setFocus();
@@ -298,7 +276,7 @@ void TestMyImageWidget::keysChangeTheFont()
     target->setFocus();
     QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
     QCoreApplication::sendEvent(target, &event);
-    // The panel passes every key on.
+    // The panel does not consume keys.
     QVERIFY(!event.isAccepted());
     QCOMPARE(m_info->browser->font().pointSize(), points);
     QCOMPARE(lumi::Settings::fontSize(), index);
