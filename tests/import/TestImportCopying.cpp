@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The second half of an import as its user meets it: the name of the folder, the copy, the
-// report, and what is on the disk afterwards.
+// The second half of an import as the user sees it: the name of the folder, the copy, the report,
+// and the files afterwards.
 #include "import/importTexts.h"
 #include "tests/import/FlowTest.h"
 #include "tests/support/FileFaults.h"
@@ -15,7 +15,6 @@
 #include <QBoxLayout>
 #include <QDir>
 #include <QFile>
-#include <QFileInfo>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QProgressBar>
@@ -45,10 +44,7 @@ private Q_SLOTS:
     void theNameIsAskedFor();
     void noNameIsAStop_data();
     void noNameIsAStop();
-    void anEmptyNameIsAName();
     void theSameNameAgainIsNumbered();
-    void twoCardsUnderOneName();
-    void aCardPulledWhileTheNameIsAsked();
     void theStoreCantBeUsed_data();
     void theStoreCantBeUsed();
     void aCancelBeforeTheFirstFileIsThrough_data();
@@ -59,7 +55,6 @@ private Q_SLOTS:
     void aMismatchInTheLastFileOnly();
     void aCardPulledDuringAFile();
     void aCardExchangedDuringAFile();
-    void aCardPulledBetweenFiles();
     void contentsAreNotCompared();
     void theReportComesAgainUntilExit();
     void theBarIsNeverFull();
@@ -107,16 +102,6 @@ void TestImportCopying::noNameIsAStop()
     QVERIFY(m_form->folders().isEmpty());
 }
 
-void TestImportCopying::anEmptyNameIsAName()
-{
-    m_form->insertCard(Slot::SD, kThreePhotos);
-    m_form->driver.expect(kFolder, typing(QStringLiteral("")));
-    press(Slot::SD);
-    QCOMPARE(m_form->folders(), QStringList{QStringLiteral("001")});
-    QCOMPARE(m_form->driver.texts().constLast(), lumi::copiedText(QStringLiteral("001"), 3));
-    QCOMPARE(treeOf(m_form->target(QStringLiteral("001"))), importableTree(m_form->card(Slot::SD)));
-}
-
 void TestImportCopying::theSameNameAgainIsNumbered()
 {
     m_form->insertCard(Slot::SD, kThreePhotos);
@@ -126,44 +111,9 @@ void TestImportCopying::theSameNameAgainIsNumbered()
     QCOMPARE(m_form->folders(),
              (QStringList{todaysFolder(), todaysFolder() + QStringLiteral("001"),
                           todaysFolder() + QStringLiteral("002")}));
-    // The boxes name the folder that was really made.
+    // The box names the folder that was made.
     QCOMPARE(m_form->driver.texts().constLast(),
              lumi::copiedText(todaysFolder() + QStringLiteral("002"), 3));
-}
-
-void TestImportCopying::twoCardsUnderOneName()
-{
-    m_form->insertCard(Slot::SD, kThreePhotos, 100);
-    m_form->insertCard(Slot::CF, kThreePhotos, 200);
-    m_form->driver.expect(kFolder, typing(QStringLiteral("<i>trip</i>").remove(QLatin1Char('/'))));
-    m_form->driver.expect(kFolder, typing(QStringLiteral("<i>trip</i>").remove(QLatin1Char('/'))));
-    press(Slot::SD);
-    press(Slot::CF);
-    QCOMPARE(m_form->folders(),
-             (QStringList{QStringLiteral("<i>trip<i>"), QStringLiteral("<i>trip<i>001")}));
-    QCOMPARE(treeOf(m_form->target(QStringLiteral("<i>trip<i>"))),
-             importableTree(m_form->card(Slot::SD)));
-    QCOMPARE(treeOf(m_form->target(QStringLiteral("<i>trip<i>001"))),
-             importableTree(m_form->card(Slot::CF)));
-    // Shown as it is, not as rich text.
-    QVERIFY(m_form->driver.texts().constLast().contains(QStringLiteral("<i>trip<i>001")));
-}
-
-void TestImportCopying::aCardPulledWhileTheNameIsAsked()
-{
-    m_form->insertCard(Slot::SD, kThreePhotos);
-    m_form->driver.expect(kFolder, [this](QDialog *dialog) {
-        m_form->world.machine->removeCard(Slot::SD);
-        noteCards();
-        m_form->tellCardChange();
-        dialog->accept();
-    });
-    press(Slot::SD);
-    compareFailedRun({kResult, kFolder, kError}, {kAccess});
-    QCOMPARE(m_form->driver.seen.constLast().icon, int(QMessageBox::Critical));
-    QVERIFY(m_form->folders().isEmpty());
-    QCoreApplication::processEvents();
-    QVERIFY(!m_form->sd->isEnabled());
 }
 
 void TestImportCopying::theStoreCantBeUsed_data()
@@ -200,7 +150,7 @@ void TestImportCopying::theStoreCantBeUsed()
         m_form->setFreeKB(0);
     }
     press(Slot::SD);
-    // Nothing was copied: no report.
+    // Nothing was copied, so no report is offered.
     compareFailedRun({kResult, kFolder, kError}, {text});
     QCOMPARE(m_form->driver.seen.constLast().icon, icon);
     QVERIFY(m_form->folders().isEmpty());
@@ -291,20 +241,20 @@ void TestImportCopying::aMismatchInTheLastFileOnly()
 {
     m_form->insertCard(Slot::SD, kThreePhotos, 60000);
     std::unique_ptr<FileFaults> faults;
-    // A block that can't be read looks like the end of the file.
+    // An unreadable block is treated as the end of the file.
     m_form->whenInFile(QStringLiteral("c.jpg"), [this, &faults] {
         faults = std::make_unique<FileFaults>(m_form->card(Slot::SD));
         faults->fail(FileFaults::Read, 1, EIO);
     });
     const QString report = reportText(1);
-    // No box before that of the report.
+    // The box of the report is the first one.
     QCOMPARE(m_form->driver.captions(), (QStringList{kResult, kFolder, kDone, kDetails, kDone}));
     QCOMPARE(m_form->driver.texts().at(2), lumi::partlyCopiedText(todaysFolder(), 3));
     QCOMPARE(report, QStringLiteral("c.jpg\n  CopyError : File Mismatch\n"));
     QVERIFY(!QFile::exists(m_form->target(todaysFolder() + QStringLiteral("/dcim/c.jpg"))));
 }
 
-/// The rest would be taken from the other card, and the first one's photos be missed by nobody.
+/// Otherwise the rest would be copied from the other card, and nobody would notice.
 void TestImportCopying::aCardExchangedDuringAFile()
 {
     m_form->insertCard(Slot::SD, kThreePhotos, 60000);
@@ -337,7 +287,7 @@ void TestImportCopying::aCardPulledDuringAFile()
     const QString report = reportText(2);
     faults.reset();
     QCOMPARE(m_form->driver.captions(), (QStringList{kResult, kFolder, kDone, kDetails, kDone}));
-    // The damaged one counts; the one that could not be opened doesn't.
+    // The damaged file counts as copied; the file that could not be opened does not.
     QCOMPARE(m_form->driver.texts().at(2), lumi::partlyCopiedText(todaysFolder(), 2));
     QVERIFY(report.startsWith(QStringLiteral("b.jpg\n  CopyError : File Mismatch\n")));
     QVERIFY(report.endsWith(QStringLiteral("c.jpg\n  CopyError : Access Error\n")));
@@ -347,34 +297,11 @@ void TestImportCopying::aCardPulledDuringAFile()
     QVERIFY(!m_form->sd->isEnabled());
 }
 
-void TestImportCopying::aCardPulledBetweenFiles()
-{
-    m_form->insertCard(Slot::SD, kThreePhotos, 10);
-    Tree expected = importableTree(m_form->card(Slot::SD));
-    expected.remove(QStringLiteral("dcim/b.jpg"));
-    expected.remove(QStringLiteral("dcim/c.jpg"));
-    const QString first = m_form->target(todaysFolder() + QStringLiteral("/dcim/a.jpg"));
-    m_form->when(
-        [first] {
-            return QFileInfo(first).size() == 10;
-        },
-        [this] {
-            QDir(m_form->card(Slot::SD) + QStringLiteral("/dcim")).removeRecursively();
-            m_form->world.machine->removeCard(Slot::SD);
-            noteCards();
-        });
-    const QString report = reportText(1);
-    QCOMPARE(m_form->driver.captions(), (QStringList{kResult, kFolder, kDone, kDetails, kDone}));
-    QCOMPARE(m_form->driver.texts().at(2), lumi::partlyCopiedText(todaysFolder(), 1));
-    QCOMPARE(report, QStringLiteral("b.jpg\n  CopyError : Access Error\n"));
-    QCOMPARE(treeOf(m_form->target(todaysFolder())), expected);
-}
-
 void TestImportCopying::contentsAreNotCompared()
 {
     m_form->insertCard(Slot::SD, {QStringLiteral("a.jpg")}, 60000);
     const auto copy = [] {
-        return lumi::test::openFile(QStringLiteral(" (deleted)")); // has no name yet
+        return lumi::test::openFile(QStringLiteral(" (deleted)")); // not linked yet
     };
     m_form->when(
         [copy] {
@@ -388,7 +315,7 @@ void TestImportCopying::contentsAreNotCompared()
     QCOMPARE(m_form->driver.texts().constLast(), lumi::copiedText(todaysFolder(), 1));
     Tree expected = importableTree(m_form->card(Slot::SD));
     QByteArray &bytes = expected[QStringLiteral("a.jpg")];
-    QVERIFY(bytes.at(4) != 'x'); // behind the word "file"
+    QVERIFY(bytes.at(4) != 'x'); // after the prefix "file"
     bytes[4] = 'x';
     QCOMPARE(treeOf(m_form->target(todaysFolder())), expected);
 }

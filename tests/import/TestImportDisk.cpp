@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The wait for the disk at the end of an import: no box comes before the copies are safe.
+// The wait for the disk at the end of an import: no box appears before the copies are on the disk.
 #include "import/importTexts.h"
 #include "tests/import/FlowTest.h"
 #include "tests/support/FullDisk.h"
@@ -14,7 +14,6 @@ using lumi::test::importableTree;
 using lumi::test::ImportFixture;
 using lumi::test::StandInSync;
 using lumi::test::todaysFolder;
-using lumi::test::Tree;
 using lumi::test::treeOf;
 
 namespace {
@@ -22,7 +21,7 @@ namespace {
 constexpr int kLongestGapMs = 300;
 const QByteArray kHang = "touch started; exec sleep 60";
 
-/// The longest time without events from one moment to another.
+/// Measures the longest time without events.
 class Gaps
 {
 public:
@@ -70,12 +69,10 @@ private Q_SLOTS:
     void aFailureIsReported();
     void aCancelEndsTheWait();
     void aCancelledCopyWaitsToo();
-    void aSecondCancelEndsTheWait();
-    void aFullStoreStaysOne();
     void withoutACopyNothingWaits();
 
 private:
-    /// As soon as the program has started.
+    /// Calls the function when the stand-in for "sync" has started.
     void whenItWaits(const StandInSync &sync, std::function<void()> doIt);
     [[nodiscard]] static bool isProgressSeen();
 };
@@ -125,7 +122,7 @@ void TestImportDisk::theLastBoxWaitsForTheDisk()
 void TestImportDisk::theRealProgramWaits()
 {
     m_form->insertCard(Slot::SD, kThreePhotos, 60000);
-    // What the form's own stand-in hides.
+    // Removes the fixture's stand-in from the search path.
     const QByteArray path = qgetenv("PATH");
     qputenv("PATH", path.mid(path.indexOf(':') + 1));
     press(Slot::SD);
@@ -178,7 +175,7 @@ void TestImportDisk::aCancelEndsTheWait()
     QCOMPARE(treeOf(m_form->target(todaysFolder())), importableTree(m_form->card(Slot::SD)));
 }
 
-/// What was copied before counts as copied, so that it must be safe as well.
+/// The files copied before the Cancel must be on the disk, too.
 void TestImportDisk::aCancelledCopyWaitsToo()
 {
     m_form->insertCard(Slot::SD, kThreePhotos, 60000);
@@ -196,40 +193,6 @@ void TestImportDisk::aCancelledCopyWaitsToo()
     });
     QCOMPARE(reportText(1), QStringLiteral("b.jpg\n  CopyError : User cancellation\n"));
     QVERIFY(isSeen);
-}
-
-void TestImportDisk::aSecondCancelEndsTheWait()
-{
-    m_form->insertCard(Slot::SD, kThreePhotos, 60000);
-    const StandInSync sync(kHang);
-    m_form->whenInFile(QStringLiteral("b.jpg"), [] {
-        QVERIFY(ImportFixture::pressNow(QStringLiteral("Cancel")));
-    });
-    whenItWaits(sync, [] {
-        QVERIFY(ImportFixture::pressNow(QStringLiteral("Cancel")));
-    });
-    const QString report = reportText(2);
-    QVERIFY(report.startsWith(QStringLiteral("b.jpg\n  CopyError : User cancellation\n")));
-    QVERIFY(report.endsWith(
-        QString(todaysFolder() + QStringLiteral("\n  CopyError : User cancellation\n"))));
-    QCOMPARE(m_form->driver.captions(),
-             (QStringList{kResult, kFolder, kStop, kDone, kDetails, kDone}));
-}
-
-void TestImportDisk::aFullStoreStaysOne()
-{
-    m_form->insertCard(Slot::SD, {QStringLiteral("a.jpg")}, 1000);
-    m_form->insertCard(Slot::SD, {QStringLiteral("b.jpg")}, 60000);
-    m_form->setFreeKB(20);
-    const StandInSync sync("exit 1");
-    const lumi::test::FileSizeLimit limit(30000);
-    const QString report = reportText(2);
-    QCOMPARE(m_form->driver.captions(),
-             (QStringList{kResult, kFolder, kError, kDone, kDetails, kDone}));
-    QCOMPARE(m_form->driver.texts().at(2), QStringLiteral("Out of space. Processing stopped."));
-    QVERIFY(report.startsWith(QStringLiteral("b.jpg\n  CopyError : Memory Full\n")));
-    QVERIFY(report.endsWith(
-        QString(todaysFolder() + QStringLiteral("\n  CopyError : Access Error\n"))));
 }
 
 void TestImportDisk::withoutACopyNothingWaits()

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Copies of a card's tree that are stopped or go wrong, without a window.
+// Copies of a card's tree that fail or are stopped, without a window.
 #include "files/engine/copyFile.h"
 #include "tests/import/RunTest.h"
 #include "tests/import/cardTree.h"
@@ -10,7 +10,6 @@
 #include "tests/support/rows.h"
 
 #include <QFile>
-#include <QFileInfo>
 #include <QTest>
 #include <QTimer>
 
@@ -22,8 +21,6 @@
 
 using lumi::ImportKind;
 using lumi::test::FileFaults;
-using lumi::test::importableTree;
-using lumi::test::Tree;
 using lumi::test::treeOf;
 using lumi::test::writeBytes;
 
@@ -40,7 +37,6 @@ private Q_SLOTS:
     void aCancelWithoutACardIsNone();
     void aWrongSizeDoesNotEndTheRun();
     void aVanishedSourceIsNoMatch();
-    void aFullDisk();
     void aLimitInTheMiddleOfAFile_data();
     void aLimitInTheMiddleOfAFile();
     void whatWasLeftOutMakesAMismatch_data();
@@ -146,7 +142,7 @@ void TestImportFailures::aWrongSizeDoesNotEndTheRun()
     for (const char *name : {"/a.jpg", "/b.jpg", "/c.jpg"}) {
         writeBytes(m_card + QLatin1String(name), 40000);
     }
-    // The second block of the second file can't be read, which looks like its end.
+    // The second block of the second file is unreadable, which is treated as the end of the file.
     std::unique_ptr<FileFaults> faults;
     m_atStep = [this, &faults](int step) {
         if (step == 2) {
@@ -179,31 +175,6 @@ void TestImportFailures::aVanishedSourceIsNoMatch()
     QVERIFY(!timer.isActive());
     QCOMPARE(kind, ImportKind::Mismatch);
     QVERIFY(treeOf(target()).isEmpty());
-}
-
-void TestImportFailures::aFullDisk()
-{
-    const lumi::test::SmallDisk disk(m_world->store, 64);
-    std::unique_ptr<lumi::test::FileSizeLimit> limit;
-    for (const char *name : {"/a.jpg", "/b.jpg", "/c.jpg"}) {
-        writeBytes(m_card + QLatin1String(name), 30000);
-    }
-    m_world->machine->diskAt = [this](const QByteArray &) {
-        return m_world->machine->Machine::disk(QFile::encodeName(m_world->store));
-    };
-    if (!disk.isMounted()) {
-        // After a whole block: a part of one is written, and is no match.
-        limit = std::make_unique<lumi::test::FileSizeLimit>(16384);
-        m_world->machine->setFreeDiskKB(2);
-    }
-    QCOMPARE(importCard(), ImportKind::MemoryFull);
-    QCOMPARE(m_failures.size(), qsizetype(1));
-    const Tree tree = treeOf(target());
-    QCOMPARE(tree.size(), qsizetype(m_copied));
-    for (auto it = tree.begin(); it != tree.end(); ++it) {
-        QCOMPARE(it.value(), importableTree(m_card).value(it.key()));
-    }
-    QVERIFY(m_copied < 3);
 }
 
 void TestImportFailures::aLimitInTheMiddleOfAFile_data()
@@ -259,7 +230,7 @@ void TestImportFailures::whatWasLeftOutMakesAMismatch()
         }
     };
     QCOMPARE(importCard(), kind);
-    // Before anything else.
+    // It is reported first.
     QCOMPARE(m_failures.constFirst().path, QString(m_card + QStringLiteral("/link.jpg")));
     QCOMPARE(m_failures.constFirst().kind, ImportKind::AccessFailure);
     QCOMPARE(m_failures.size(), qsizetype(event.isEmpty() ? 1 : 2));
@@ -312,7 +283,7 @@ void TestImportFailures::theWaitForTheDiskDecides()
     });
     QCOMPARE(run.waitForDisk(before), ifStopped);
     QCOMPARE(told, QList<ImportKind>{ImportKind::Cancelled});
-    // The killed child has gone when nothing can be waited for any more.
+    // waitid() fails when no child is left.
     siginfo_t child{};
     QTRY_COMPARE(::waitid(P_ALL, 0, &child, WEXITED | WNOHANG | WNOWAIT), -1);
 }

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 #include "widgets/messageBoxes.h"
 
 #include <QApplication>
@@ -154,11 +155,7 @@ void TestMessageBoxes::anErrorHasItsCaption()
 
 void TestMessageBoxes::questions_data()
 {
-    QTest::addColumn<AskFunction>("function");
-    QTest::addColumn<QMessageBox::Icon>("icon");
-    QTest::addColumn<QStringList>("buttons");
-    QTest::addColumn<QString>("fallback");
-    QTest::addColumn<QString>("escape");
+    lumi::test::columns<AskFunction, QMessageBox::Icon, QStringList, QString, QString>();
     const QStringList yesNo{QStringLiteral("No"), QStringLiteral("Yes")};
     QTest::newRow("a warning") << AskFunction(runConfirm) << QMessageBox::Warning << yesNo << "No"
                                << "No";
@@ -172,15 +169,16 @@ void TestMessageBoxes::questions_data()
 
 void TestMessageBoxes::questions()
 {
-    QFETCH(AskFunction, function);
+    const auto [function, icon, buttons, fallback, escape]
+        = lumi::test::row<AskFunction, QMessageBox::Icon, QStringList, QString, QString>();
     const Seen seen = boxOf(function);
     QCOMPARE(seen.caption, kCaption);
     QCOMPARE(seen.text, kText);
     QCOMPARE(seen.format, Qt::PlainText);
-    QTEST(seen.icon, "icon");
-    QTEST(seen.buttons, "buttons");
-    QTEST(seen.fallback, "fallback");
-    QTEST(seen.escape, "escape");
+    QCOMPARE(seen.icon, icon);
+    QCOMPARE(seen.buttons, buttons);
+    QCOMPARE(seen.fallback, fallback);
+    QCOMPARE(seen.escape, escape);
 }
 
 void TestMessageBoxes::answers_data()

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What a walk finds.
+// The results of walks.
 #include "files/engine/FPVFileTree.h"
 #include "tests/files/engine/FileFixture.h"
 #include "tests/support/TestMain.h"
@@ -22,7 +22,7 @@ using lumi::test::list;
 
 namespace {
 
-/// What a form that imports cards looks at.
+/// The filter of an import.
 constexpr int kCardFilter = QDir::Dirs | QDir::Files | QDir::Readable | QDir::Hidden | QDir::System;
 
 } // namespace
@@ -194,7 +194,7 @@ void TestFPVFileTree::aMissingRootIsAnEmptyTree()
     QVERIFY(tree.walk(m_files->path(QStringLiteral("none")), false, nullptr));
     QVERIFY(tree.children().empty() && tree.files().isEmpty());
     QCOMPARE(FPVFileTree::rootPrefix(), m_files->path(QStringLiteral("none")));
-    // A file is no folder either.
+    // A file is not a folder.
     QVERIFY(tree.walk(m_files->make(QStringLiteral("file")), false, nullptr));
     QVERIFY(tree.allFiles().isEmpty());
 }
@@ -320,7 +320,7 @@ void TestFPVFileTree::namesOfAllScripts()
     }
 }
 
-/// Folders can lie deeper than a path can say; what can't be named is not found.
+/// Folders can be nested deeper than the longest path. Entries below that are not found.
 void TestFPVFileTree::aDeepTreeEndsWithThePath()
 {
     constexpr int kDepth = 2500;
@@ -341,7 +341,7 @@ void TestFPVFileTree::aDeepTreeEndsWithThePath()
     const qsizetype room = PATH_MAX - m_files->path().size();
     QVERIFY(folders.size() > room / 2 - 4);
     QVERIFY(folders.size() <= room / 2 + 1);
-    // Nor can a temporary folder be removed that way.
+    // QTemporaryDir can't remove such a folder either.
     QCOMPARE(::system(qPrintable(QStringLiteral("rm -rf '%1/d'").arg(m_files->path()))), 0);
 }
 
