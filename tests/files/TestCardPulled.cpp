@@ -150,7 +150,7 @@ void TestCardPulled::withItsRootOnShow_data()
     QTest::addColumn<QString>("name");
     QTest::addColumn<bool>("isLate"); // it goes under the wait dialog, and not just before
     QTest::newRow("a photo was cut, under the wait dialog") << kCut << "mine.jpg" << true;
-    QTest::newRow("a photo was cut, and nobody has heard of it") << kCut << "mine.jpg" << false;
+    QTest::newRow("a photo was cut, before the card message") << kCut << "mine.jpg" << false;
     QTest::newRow("a photo was copied") << kCopy << "mine.jpg" << true;
     QTest::newRow("a folder was copied") << kCopy << "day" << true;
 }
@@ -185,8 +185,8 @@ void TestCardPulled::withItsRootOnShow()
 void TestCardPulled::asANewFolderOfItsRootIsNamed_data()
 {
     QTest::addColumn<bool>("isTold");
-    QTest::newRow("the news come with it") << true;
-    QTest::newRow("and nobody has heard of it") << false;
+    QTest::newRow("with the card message") << true;
+    QTest::newRow("before the card message") << false;
 }
 
 void TestCardPulled::asANewFolderOfItsRootIsNamed()

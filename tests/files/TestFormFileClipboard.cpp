@@ -178,8 +178,8 @@ void TestFormFileClipboard::nothingOnTheClipboardIsSilent()
 void TestFormFileClipboard::failuresAreTold_data()
 {
     QTest::addColumn<QString>("path");
-    QTest::newRow("a photo that has gone") << "gone.jpg";
-    QTest::newRow("a link to nothing") << "link.jpg";
+    QTest::newRow("a missing photo") << "gone.jpg";
+    QTest::newRow("a broken link") << "link.jpg";
     QTest::newRow("no name is free") << "dir/plain";
     QTest::newRow("a pipe in a photo's place") << "dir/pipe.jpg";
     QTest::newRow("the disk is full") << "dir/big.jpg";

@@ -237,7 +237,7 @@ void TestFormFileDeletes::theStatusFieldForgetsThem_data()
     QTest::addColumn<int>("cursor");
     QTest::addColumn<int>("deleted"); // number of photos, from the cursor on
     QTest::addColumn<QString>("status");
-    QTest::newRow("nothing is left") << 2 << 0 << 2 << QString();
+    QTest::newRow("everything is deleted") << 2 << 0 << 2 << QString();
     QTest::newRow("the cursor is behind the end") << 3 << 2 << 1 << QString();
     QTest::newRow("the page of the cursor is not on show")
         << 20 << 12 << 2 << QStringLiteral("a14");

@@ -93,8 +93,8 @@ void TestFormFileMail::theKeyMakesTheCopy_data()
     lumi::test::columns<int, Qt::KeyboardModifiers>();
     const Qt::KeyboardModifiers none;
     const Qt::KeyboardModifiers control = Qt::ControlModifier;
-    QTest::newRow("the device's") << kKeyMail << none;
-    QTest::newRow("a keyboard's") << static_cast<int>(Qt::Key_LaunchMail) << none;
+    QTest::newRow("the handheld's") << kKeyMail << none;
+    QTest::newRow("a desktop keyboard's") << static_cast<int>(Qt::Key_LaunchMail) << none;
     QTest::newRow("Ctrl and M") << static_cast<int>(Qt::Key_M) << control;
 }
 

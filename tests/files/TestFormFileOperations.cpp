@@ -108,8 +108,8 @@ void TestFormFileOperations::aNewFolderIsAskedAgain()
 void TestFormFileOperations::aFolderThatCantBeMade_data()
 {
     QTest::addColumn<QString>("name");
-    QTest::newRow("a way into a folder") << "dir/new";
-    QTest::newRow("a way out") << "../new";
+    QTest::newRow("a path into a folder") << "dir/new";
+    QTest::newRow("a path out of the folder") << "../new";
     QTest::newRow("a slash alone") << "/";
     QTest::newRow("a leading dot") << ".new";
     QTest::newRow("dots only") << "...";
@@ -150,26 +150,26 @@ void TestFormFileOperations::renameOffersAndKeeps_data()
                                      << "a"
                                      << "B"
                                      << "B.JPG";
-    QTest::newRow("a typed extension comes on top") << "a.jpg"
-                                                    << "a"
-                                                    << "b.png"
-                                                    << "b.png.jpg";
+    QTest::newRow("a typed extension is kept before the old one") << "a.jpg"
+                                                                  << "a"
+                                                                  << "b.png"
+                                                                  << "b.png.jpg";
     QTest::newRow("only the front part is offered") << "a.b.JPG"
                                                     << "a"
                                                     << "c"
                                                     << "c.JPG";
-    QTest::newRow("so that the middle goes by itself") << "a.b.JPG"
-                                                       << "a"
-                                                       << "a"
-                                                       << "a.JPG";
+    QTest::newRow("so that the middle is removed") << "a.b.JPG"
+                                                   << "a"
+                                                   << "a"
+                                                   << "a.JPG";
     QTest::newRow("blanks and other scripts") << "写 真.jpeg"
                                               << "写 真"
                                               << " é "
                                               << " é .jpeg";
-    QTest::newRow("signs of formats") << "%1.jpg"
-                                      << "%1"
-                                      << "%2%1"
-                                      << "%2%1.jpg";
+    QTest::newRow("format characters") << "%1.jpg"
+                                       << "%1"
+                                       << "%2%1"
+                                       << "%2%1.jpg";
     QTest::newRow("a folder") << "dir"
                               << "dir"
                               << "trip"
@@ -182,7 +182,7 @@ void TestFormFileOperations::renameOffersAndKeeps_data()
                                                  << "x.jpg"
                                                  << "y"
                                                  << "y";
-    QTest::newRow("other letters are another name") << "a.jpg"
+    QTest::newRow("different case is another name") << "a.jpg"
                                                     << "a"
                                                     << "A"
                                                     << "A.jpg";
@@ -268,8 +268,8 @@ void TestFormFileOperations::renameToTheOldNameDoesNothing()
 void TestFormFileOperations::renameThatFails_data()
 {
     QTest::addColumn<QString>("typed");
-    QTest::newRow("a way into a folder") << "dir/b";
-    QTest::newRow("a way out") << "../b";
+    QTest::newRow("a path into a folder") << "dir/b";
+    QTest::newRow("a path out of the folder") << "../b";
     QTest::newRow("a leading dot") << ".b";
     QTest::newRow("a dot alone") << ".";
     QTest::newRow("too long a name") << QString(QStringLiteral("x")).repeated(252);

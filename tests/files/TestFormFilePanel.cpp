@@ -219,7 +219,7 @@ void TestFormFilePanel::aPhotoIsReadOnce_data()
     QTest::addColumn<QByteArray>("picture");
     QTest::addColumn<bool>("isShown");
     QTest::newRow("a photo") << ExifBuilder::jpeg(80, 60, 0x4080C0) << true;
-    QTest::newRow("no picture behind its data") << QByteArray("\xFF\xD8rubbish", 9) << false;
+    QTest::newRow("no picture after the Exif data") << QByteArray("\xFF\xD8rubbish", 9) << false;
 }
 
 /// The view and the form both pass the current item to the panel. Each reading of a photo shows a

@@ -100,17 +100,16 @@ QString TestFormFileSlideshow::cursorName() const
 void TestFormFileSlideshow::rowsBecomeArguments_data()
 {
     lumi::test::columns<SlideshowRows, SlideshowOptions>();
-    QTest::newRow("nothing was ever stored")
-        << SlideshowRows{0, 0, 1, 1} << SlideshowOptions{true, true, 3000, 2};
+    QTest::newRow("defaults") << SlideshowRows{0, 0, 1, 1} << SlideshowOptions{true, true, 3000, 2};
     QTest::newRow("the first rows")
         << SlideshowRows{0, 0, 0, 0} << SlideshowOptions{true, true, 2000, 1};
-    QTest::newRow("by hand, at random, the longest")
+    QTest::newRow("manual, random, the longest delay")
         << SlideshowRows{1, 1, 8, 9} << SlideshowOptions{false, false, 10000, 10};
-    QTest::newRow("for ever") << SlideshowRows{0, 1, 3, 10}
-                              << SlideshowOptions{true, false, 5000, 0};
-    QTest::newRow("numbers from elsewhere, too large")
+    QTest::newRow("endless") << SlideshowRows{0, 1, 3, 10}
+                             << SlideshowOptions{true, false, 5000, 0};
+    QTest::newRow("invalid numbers, too large")
         << SlideshowRows{7, 7, 99, 99} << SlideshowOptions{false, false, 10000, 0};
-    QTest::newRow("numbers from elsewhere, negative")
+    QTest::newRow("invalid numbers, negative")
         << SlideshowRows{-1, -1, -5, -5} << SlideshowOptions{false, false, 2000, 1};
 }
 

@@ -148,13 +148,13 @@ void TestMailCopy::theFolderIsInThePhotoStore()
 void TestMailCopy::namesAreMadeOfDayAndNumber_data()
 {
     lumi::test::columns<QDate, int, QString>();
-    QTest::newRow("nothing is padded but the number")
+    QTest::newRow("only the number is padded")
         << QDate(2026, 3, 4) << 1 << QStringLiteral("!202634_001.jpg");
     QTest::newRow("the eleventh of January")
         << QDate(2026, 1, 11) << 42 << QStringLiteral("!2026111_042.jpg");
-    QTest::newRow("shares its stem with the first of November")
+    QTest::newRow("the first of November has the same prefix")
         << QDate(2026, 11, 1) << 42 << QStringLiteral("!2026111_042.jpg");
-    QTest::newRow("the last number of a long day")
+    QTest::newRow("the last number and the longest date")
         << QDate(2026, 12, 31) << 999 << QStringLiteral("!20261231_999.jpg");
 }
 
@@ -288,10 +288,12 @@ void TestMailCopy::theKeptProportionsAreThePhotos_data()
 {
     lumi::test::columns<QSize, QSize>();
     QTest::newRow("those of a thumbnail of it") << QSize(80, 53) << QSize(640, 424);
-    QTest::newRow("those of a smaller one") << QSize(40, 26) << QSize(640, 416);
-    QTest::newRow("of a portrait that had the name") << QSize(40, 60) << QSize(640, 427);
-    QTest::newRow("of a broader photo that had the name") << QSize(80, 45) << QSize(640, 427);
-    QTest::newRow("of a squarer photo that had the name") << QSize(80, 60) << QSize(640, 427);
+    QTest::newRow("those of a smaller thumbnail") << QSize(40, 26) << QSize(640, 416);
+    QTest::newRow("those of a portrait with the same name") << QSize(40, 60) << QSize(640, 427);
+    QTest::newRow("those of a broader photo with the same name")
+        << QSize(80, 45) << QSize(640, 427);
+    QTest::newRow("those of a squarer photo with the same name")
+        << QSize(80, 60) << QSize(640, 427);
 }
 
 void TestMailCopy::theKeptProportionsAreThePhotos()
@@ -382,7 +384,7 @@ void TestMailCopy::aFailedSaveLeavesNothing_data()
     QTest::addColumn<QString>("obstacle");
     QTest::newRow("a file stands in the folder's place") << QStringLiteral("folder");
     QTest::newRow("a folder has the copy's name") << QStringLiteral("name");
-    QTest::newRow("a dangling link has the copy's name") << QStringLiteral("link");
+    QTest::newRow("a broken link has the copy's name") << QStringLiteral("link");
     QTest::newRow("there is no image") << QStringLiteral("image");
 }
 

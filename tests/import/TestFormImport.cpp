@@ -210,7 +210,7 @@ void TestFormImport::aPushShows()
 void TestFormImport::aMissingCardCantBePressed_data()
 {
     QTest::addColumn<int>("key");
-    QTest::newRow("by the pen") << 0;
+    QTest::newRow("by a click") << 0;
     QTest::newRow("by Space") << int(Qt::Key_Space);
     QTest::newRow("by Return") << int(Qt::Key_Return);
     QTest::newRow("by Enter") << int(Qt::Key_Enter);

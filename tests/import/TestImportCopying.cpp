@@ -121,11 +121,11 @@ void TestImportCopying::theStoreCantBeUsed_data()
     lumi::test::columns<QString, QString, int>();
     QTest::newRow("it is gone") << QStringLiteral("gone") << kThereWasAnError
                                 << int(QMessageBox::Critical);
-    QTest::newRow("its owner locked it")
+    QTest::newRow("it is read-only")
         << QStringLiteral("locked") << kThereWasAnError << int(QMessageBox::Critical);
-    QTest::newRow("the name is none")
+    QTest::newRow("the name is not allowed")
         << QStringLiteral("slash") << kThereWasAnError << int(QMessageBox::Critical);
-    QTest::newRow("the disk is full to the last KB")
+    QTest::newRow("the disk is full")
         << QStringLiteral("full") << QStringLiteral("Out of space. Processing stopped.")
         << int(QMessageBox::Warning);
 }

@@ -50,22 +50,25 @@ void TestImportFailures::resultsOfACopyAreJudged_data()
     lumi::test::columns<int, int, qint64, bool, ImportKind>();
     const qint64 tenKB = 10 * 1024;
     QTest::newRow("stopped") << 6 << 0 << tenKB << true << ImportKind::Cancelled;
-    QTest::newRow("no room left") << 4 << 99999 << tenKB << true << ImportKind::MemoryFull;
-    QTest::newRow("failed write without room") << 2 << 9 << tenKB << true << ImportKind::MemoryFull;
-    QTest::newRow("failed write with room")
+    QTest::newRow("no free space left") << 4 << 99999 << tenKB << true << ImportKind::MemoryFull;
+    QTest::newRow("failed write without space")
+        << 2 << 9 << tenKB << true << ImportKind::MemoryFull;
+    QTest::newRow("failed write with enough space")
         << 2 << 10 << tenKB << true << ImportKind::AccessFailure;
-    QTest::newRow("a part of a KB counts for nothing")
+    QTest::newRow("a part of a KB does not count")
         << 2 << 10 << tenKB + 1023 << true << ImportKind::AccessFailure;
-    QTest::newRow("failed open without room") << 5 << 9 << tenKB << true << ImportKind::MemoryFull;
-    QTest::newRow("failed open with room") << 5 << 10 << tenKB << true << ImportKind::AccessFailure;
+    QTest::newRow("failed open without space") << 5 << 9 << tenKB << true << ImportKind::MemoryFull;
+    QTest::newRow("failed open with enough space")
+        << 5 << 10 << tenKB << true << ImportKind::AccessFailure;
     QTest::newRow("more than 32 bits")
         << 2 << INT_MAX << (qint64(INT_MAX) + 1) * 1024 << true << ImportKind::MemoryFull;
-    QTest::newRow("nothing to remove") << 3 << 0 << tenKB << true << ImportKind::AccessFailure;
+    QTest::newRow("the target can't be removed")
+        << 3 << 0 << tenKB << true << ImportKind::AccessFailure;
     QTest::newRow("a read error") << 1 << 0 << tenKB << true << ImportKind::AccessFailure;
     QTest::newRow("an unknown result") << 14 << 0 << tenKB << true << ImportKind::AccessFailure;
-    QTest::newRow("stopped, but the card has gone")
+    QTest::newRow("stopped, but the card is gone")
         << 6 << 0 << tenKB << false << ImportKind::AccessFailure;
-    QTest::newRow("no room left, but the card has gone")
+    QTest::newRow("no free space left, but the card is gone")
         << 4 << 0 << tenKB << false << ImportKind::AccessFailure;
 }
 
@@ -182,9 +185,10 @@ void TestImportFailures::aLimitInTheMiddleOfAFile_data()
     QTest::addColumn<int>("withPart");
     QTest::addColumn<int>("afterwards");
     QTest::addColumn<ImportKind>("kind");
-    QTest::newRow("too little room for the file") << 18 << 38 << ImportKind::MemoryFull;
-    QTest::newRow("room enough once the part has gone") << 20 << 40 << ImportKind::AccessFailure;
-    QTest::newRow("only the room afterwards counts") << 99 << 38 << ImportKind::MemoryFull;
+    QTest::newRow("too little space for the file") << 18 << 38 << ImportKind::MemoryFull;
+    QTest::newRow("enough space once the partial copy is removed")
+        << 20 << 40 << ImportKind::AccessFailure;
+    QTest::newRow("only the space afterwards counts") << 99 << 38 << ImportKind::MemoryFull;
 }
 
 void TestImportFailures::aLimitInTheMiddleOfAFile()
@@ -210,9 +214,10 @@ void TestImportFailures::whatWasLeftOutMakesAMismatch_data()
 {
     QTest::addColumn<QString>("event");
     QTest::addColumn<ImportKind>("kind");
-    QTest::newRow("where all would be well") << QString() << ImportKind::Mismatch;
-    QTest::newRow("but a Cancel stays") << QStringLiteral("cancel") << ImportKind::Cancelled;
-    QTest::newRow("and a failure") << QStringLiteral("gone") << ImportKind::AccessFailure;
+    QTest::newRow("otherwise a complete run") << QString() << ImportKind::Mismatch;
+    QTest::newRow("a Cancel stays a Cancel") << QStringLiteral("cancel") << ImportKind::Cancelled;
+    QTest::newRow("a failure stays a failure")
+        << QStringLiteral("gone") << ImportKind::AccessFailure;
 }
 
 void TestImportFailures::whatWasLeftOutMakesAMismatch()

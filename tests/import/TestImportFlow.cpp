@@ -114,10 +114,10 @@ void TestImportFlow::theBatteryDecides_data()
 {
     lumi::test::columns<int, int, bool>();
     QTest::newRow("31 percent are enough") << int(PowerStatus::Offline) << 31 << true;
-    QTest::newRow("30 are not") << int(PowerStatus::Offline) << 30 << false;
-    QTest::newRow("nor is an empty battery") << int(PowerStatus::Offline) << 0 << false;
-    QTest::newRow("external power is") << int(PowerStatus::Online) << 1 << true;
-    QTest::newRow("a backup battery is no external power")
+    QTest::newRow("30 percent are not enough") << int(PowerStatus::Offline) << 30 << false;
+    QTest::newRow("an empty battery is not enough") << int(PowerStatus::Offline) << 0 << false;
+    QTest::newRow("external power is enough") << int(PowerStatus::Online) << 1 << true;
+    QTest::newRow("a backup battery does not count as external power")
         << int(PowerStatus::Backup) << 30 << false;
 }
 
@@ -369,8 +369,8 @@ void TestImportFlow::aCardPulledInTheSearch_data()
     QTest::newRow("its files can still be read") << false << QStringList() << false;
     QTest::newRow("the files go with it")
         << false << QStringList{QStringLiteral("dcim/b.jpg"), QStringLiteral("zz/d.jpg")} << false;
-    QTest::newRow("the user cancels too") << true << QStringList() << false;
-    QTest::newRow("nothing is left of it") << false << QStringList{QString()} << false;
+    QTest::newRow("the user cancels, too") << true << QStringList() << false;
+    QTest::newRow("all its files are gone") << false << QStringList{QString()} << false;
     QTest::newRow("another one is put in") << false << QStringList() << true;
 }
 

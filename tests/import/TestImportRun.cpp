@@ -131,10 +131,10 @@ void TestImportRun::theFolderIsNew_data()
         << QStringLiteral("20260304_") << QStringLiteral("20260304_");
     QTest::newRow("an empty name becomes a number") << QStringLiteral("") << QStringLiteral("001");
     QTest::newRow("a dot becomes hidden") << QStringLiteral(".") << QStringLiteral(".001");
-    QTest::newRow("two dots lead nowhere") << QStringLiteral("..") << QStringLiteral("..001");
+    QTest::newRow("two dots do not lead out") << QStringLiteral("..") << QStringLiteral("..001");
     QTest::newRow("blanks and other letters")
         << QString::fromUtf8(" mit Öl ") << QString::fromUtf8(" mit Öl ");
-    QTest::newRow("signs of formats and tags")
+    QTest::newRow("format characters and tags")
         << QStringLiteral("<b>%1 %d<i>") << QStringLiteral("<b>%1 %d<i>");
 }
 
@@ -184,9 +184,9 @@ void TestImportRun::filesAreNeverOverwritten()
 void TestImportRun::namesWithASlashAreRefused_data()
 {
     QTest::addColumn<QString>("name");
-    QTest::newRow("below a new folder") << QStringLiteral("a/b");
-    QTest::newRow("below an existing one") << QStringLiteral("there/b");
-    QTest::newRow("beside the store") << QStringLiteral("../b");
+    QTest::newRow("a path into a new folder") << QStringLiteral("a/b");
+    QTest::newRow("a path into an existing folder") << QStringLiteral("there/b");
+    QTest::newRow("a path out of the store") << QStringLiteral("../b");
     QTest::newRow("at the end") << QStringLiteral("b/");
     QTest::newRow("alone") << QStringLiteral("/");
 }
@@ -208,7 +208,7 @@ void TestImportRun::theStoreMustBeWritable_data()
     QTest::addColumn<QString>("obstacle");
     QTest::newRow("it is gone") << QStringLiteral("gone");
     QTest::newRow("it is a file") << QStringLiteral("file");
-    QTest::newRow("its owner locked it") << QStringLiteral("mode");
+    QTest::newRow("it is read-only") << QStringLiteral("mode");
 }
 
 void TestImportRun::theStoreMustBeWritable()
@@ -238,9 +238,9 @@ void TestImportRun::foldersThatCantBeMade_data()
 {
     QTest::addColumn<int>("freeKB");
     QTest::addColumn<ImportKind>("kind");
-    QTest::newRow("no room at all") << 0 << ImportKind::MemoryFull;
-    QTest::newRow("nobody knows the room") << -1 << ImportKind::MemoryFull;
-    QTest::newRow("there is room") << 1 << ImportKind::AccessFailure;
+    QTest::newRow("no free space") << 0 << ImportKind::MemoryFull;
+    QTest::newRow("the free space is unknown") << -1 << ImportKind::MemoryFull;
+    QTest::newRow("enough free space") << 1 << ImportKind::AccessFailure;
 }
 
 void TestImportRun::foldersThatCantBeMade()
@@ -272,7 +272,7 @@ void TestImportRun::aFolderThatIsThereMustBeWritable_data()
     QTest::addColumn<int>("mode");
     QTest::addColumn<ImportKind>("kind");
     QTest::newRow("it can be written") << 0777 << ImportKind::Done;
-    QTest::newRow("its owner locked it") << 0555 << ImportKind::AccessFailure;
+    QTest::newRow("it is read-only") << 0555 << ImportKind::AccessFailure;
 }
 
 void TestImportRun::aFolderThatIsThereMustBeWritable()

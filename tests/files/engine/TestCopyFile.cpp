@@ -140,7 +140,7 @@ void TestCopyFile::onlyRegularFilesAreRead_data()
     QTest::addColumn<QString>("name");
     QTest::newRow("a pipe") << "pipe";
     QTest::newRow("a folder") << "folder";
-    QTest::newRow("a dangling link") << "dangling";
+    QTest::newRow("a broken link") << "dangling";
     QTest::newRow("a link to a pipe") << "toPipe";
     QTest::newRow("a link to a device") << "toDevice";
 }
@@ -189,14 +189,14 @@ void TestCopyFile::anExistingTargetGoesIfItMay()
 void TestCopyFile::theSourceUnderAnotherNameIsKept_data()
 {
     lumi::test::columns<QString, QString>();
-    QTest::newRow("another way there") << "a"
-                                       << "folder/../a";
+    QTest::newRow("another path to the same file") << "a"
+                                                   << "folder/../a";
     QTest::newRow("through a linked folder") << "a"
                                              << "linked/a";
-    QTest::newRow("from a link to what it leads to") << "link"
-                                                     << "a";
-    QTest::newRow("onto a link that leads to it") << "a"
-                                                  << "link";
+    QTest::newRow("from a link to its target") << "link"
+                                               << "a";
+    QTest::newRow("onto a link to the source") << "a"
+                                               << "link";
     QTest::newRow("a second name of the file") << "a"
                                                << "second";
 }
@@ -232,13 +232,13 @@ void TestCopyFile::aDanglingLinkIsNotWrittenThrough()
 void TestCopyFile::blocksAreOfTheGivenSize_data()
 {
     lumi::test::columns<uint, int>();
-    QTest::newRow("nothing is 4") << 0U << 25;
-    QTest::newRow("1 is 4") << 1U << 25;
+    QTest::newRow("0 becomes 4") << 0U << 25;
+    QTest::newRow("1 becomes 4") << 1U << 25;
     QTest::newRow("4") << 4U << 25;
-    QTest::newRow("5 is 8") << 5U << 13;
-    QTest::newRow("50 is 52") << 50U << 2;
-    QTest::newRow("97 is 100") << 97U << 1;
-    QTest::newRow("as much as a number holds") << UINT_MAX << 1;
+    QTest::newRow("5 becomes 8") << 5U << 13;
+    QTest::newRow("50 becomes 52") << 50U << 2;
+    QTest::newRow("97 becomes 100") << 97U << 1;
+    QTest::newRow("the largest number") << UINT_MAX << 1;
 }
 
 void TestCopyFile::blocksAreOfTheGivenSize()

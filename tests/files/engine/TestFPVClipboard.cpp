@@ -52,7 +52,7 @@ void TestFPVClipboard::contentsArrive_data()
     QTest::newRow("many blocks") << 1000003 << "a.jpg";
     QTest::newRow("blanks in the name") << 5 << " two  words .jpg";
     QTest::newRow("other scripts") << 5 << "写真 été.jpg";
-    QTest::newRow("signs of formats") << 5 << "100%d %1%s.jpg";
+    QTest::newRow("format characters") << 5 << "100%d %1%s.jpg";
 }
 
 void TestFPVClipboard::contentsArrive()
@@ -148,7 +148,7 @@ void TestFPVClipboard::freeNames_data()
 {
     lumi::test::columns<QString, QStringList, QString>();
     QTest::newRow("a free name stands") << "a.jpg" << list("b.jpg") << "a.jpg";
-    QTest::newRow("other letters are another name") << "a.jpg" << list("A.JPG") << "a.jpg";
+    QTest::newRow("different case is another name") << "a.jpg" << list("A.JPG") << "a.jpg";
     QTest::newRow("before the extension") << "a.jpg" << list("a.jpg") << "a-1.jpg";
     QTest::newRow("the next number") << "a.jpg" << list("a.jpg a-1.jpg a-2.jpg") << "a-3.jpg";
     QTest::newRow("a gap is used") << "a.jpg" << list("a.jpg a-2.jpg") << "a-1.jpg";
@@ -156,9 +156,9 @@ void TestFPVClipboard::freeNames_data()
     QTest::newRow("a number behind a number") << "a-1.jpg" << list("a-1.jpg") << "a-1-1.jpg";
     QTest::newRow("nothing before the dot") << ".jpg" << list(".jpg") << "-1.jpg";
     QTest::newRow("a dot at the end") << "a." << list("a.") << "a-1.";
-    QTest::newRow("a folder takes up its name") << "a.jpg" << list("a.jpg/") << "a-1.jpg";
-    QTest::newRow("so does a dangling link") << "a.jpg" << list("a.jpg@") << "a-1.jpg";
-    QTest::newRow("and a pipe") << "a.jpg" << list("a.jpg|") << "a-1.jpg";
+    QTest::newRow("a name is taken by a folder") << "a.jpg" << list("a.jpg/") << "a-1.jpg";
+    QTest::newRow("a name is taken by a broken link") << "a.jpg" << list("a.jpg@") << "a-1.jpg";
+    QTest::newRow("a name is taken by a pipe") << "a.jpg" << list("a.jpg|") << "a-1.jpg";
 }
 
 void TestFPVClipboard::freeNames()

@@ -73,8 +73,8 @@ void TestFPVFileTree::cleanup()
 void TestFPVFileTree::patternsChooseFiles_data()
 {
     lumi::test::columns<QString, QString, bool>();
-    QTest::newRow("the star takes all") << "*"
-                                        << "notes" << true;
+    QTest::newRow("the star matches everything") << "*"
+                                                 << "notes" << true;
     QTest::newRow("the extension") << "*.jpg"
                                    << "a.jpg" << true;
     QTest::newRow("in capitals") << "*.jpg"
@@ -87,16 +87,16 @@ void TestFPVFileTree::patternsChooseFiles_data()
                                         << "ab" << false;
     QTest::newRow("one character") << "?.jpg"
                                    << "a.jpg" << true;
-    QTest::newRow("not two") << "?.jpg"
-                             << "ab.jpg" << false;
+    QTest::newRow("only one") << "?.jpg"
+                              << "ab.jpg" << false;
     QTest::newRow("a set") << "img[0-9].jpg"
                            << "IMG7.JPG" << true;
     QTest::newRow("not in the set") << "img[0-9].jpg"
                                     << "imgx.jpg" << false;
     QTest::newRow("a dot is a dot") << "a.jpg"
                                     << "axjpg" << false;
-    QTest::newRow("signs of regular expressions") << "a+(1).jpg"
-                                                  << "a+(1).jpg" << true;
+    QTest::newRow("characters of regular expressions") << "a+(1).jpg"
+                                                       << "a+(1).jpg" << true;
     QTest::newRow("a line feed at the end") << "*.jpg"
                                             << "a.jpg\n"
                                             << false;
@@ -211,7 +211,7 @@ void TestFPVFileTree::aSlashAtTheEndOfTheRoot()
 void TestFPVFileTree::linksToFoldersAreNeverFollowed_data()
 {
     QTest::addColumn<int>("filter");
-    QTest::newRow("as the process starts") << 0x1B;
+    QTest::newRow("the state at the start of the process") << 0x1B;
     QTest::newRow("as an import leaves it") << 0x313;
 }
 
@@ -260,7 +260,7 @@ void TestFPVFileTree::pipesAndDanglingLinksArePassedOver()
 void TestFPVFileTree::theFilterChoosesEntries_data()
 {
     lumi::test::columns<int, QStringList>();
-    QTest::newRow("as the process starts") << 0x1B << list("/a /d/b");
+    QTest::newRow("the state at the start of the process") << 0x1B << list("/a /d/b");
     QTest::newRow("as an import leaves it") << 0x313 << list("/.h /a /d/.h /d/b");
     QTest::newRow("no folders") << int(QDir::Files) << list("/a");
     QTest::newRow("no files") << int(QDir::Dirs) << QStringList();

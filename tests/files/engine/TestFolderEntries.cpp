@@ -54,11 +54,11 @@ void TestFolderEntries::namesThatAreTaken_data()
     QTest::newRow("a file") << "a.jpg" << true;
     QTest::newRow("a folder") << "dir" << true;
     QTest::newRow("a hidden file") << ".h" << true;
-    QTest::newRow("a dangling link") << "link" << true;
+    QTest::newRow("a broken link") << "link" << true;
     QTest::newRow("the folder itself") << "." << true;
     QTest::newRow("its parent") << ".." << true;
     QTest::newRow("nothing") << "b.jpg" << false;
-    QTest::newRow("other letters") << "A.JPG" << false;
+    QTest::newRow("different case") << "A.JPG" << false;
     QTest::newRow("inside a folder") << "dir/x" << false;
     QTest::newRow("a slash") << "/" << false;
     QTest::newRow("an absolute path") << "/tmp" << false;
@@ -132,8 +132,8 @@ void TestFolderEntries::nothingIsOverwrittenByARename_data()
     QTest::addColumn<QString>("name");
     QTest::newRow("a file") << "b.jpg";
     QTest::newRow("a folder") << "dir";
-    QTest::newRow("a dangling link") << "link";
-    QTest::newRow("a way out") << "dir/c.jpg";
+    QTest::newRow("a broken link") << "link";
+    QTest::newRow("a path out of the folder") << "dir/c.jpg";
     QTest::newRow("the folder itself") << ".";
     QTest::newRow("a name with a leading dot") << ".c.jpg";
     QTest::newRow("too long") << QString(QStringLiteral("x")).repeated(256);
@@ -157,9 +157,9 @@ void TestFolderEntries::aRefusedRenameLeavesBoth_data()
 {
     QTest::addColumn<int>("error");
     QTest::newRow("the disk is broken") << EIO;
-    QTest::newRow("nobody may") << EACCES;
+    QTest::newRow("no permission") << EACCES;
     QTest::newRow("the card is read-only") << EROFS;
-    QTest::newRow("it would go to another disk") << EXDEV;
+    QTest::newRow("the new name is on another disk") << EXDEV;
     QTest::newRow("the folder is full") << ENOSPC;
 }
 
@@ -184,10 +184,10 @@ void TestFolderEntries::whatTakesTheNewNameMeanwhileIsKept_data()
 {
     QTest::addColumn<int>("error");
     QTest::addColumn<bool>("isLink");
-    QTest::newRow("a photo, where renaming can refuse") << 0 << false;
-    QTest::newRow("a dangling link, where renaming can refuse") << 0 << true;
-    QTest::newRow("a photo, where it cannot") << EINVAL << false;
-    QTest::newRow("a dangling link, where it cannot") << EINVAL << true;
+    QTest::newRow("a photo, conditional rename") << 0 << false;
+    QTest::newRow("a broken link, conditional rename") << 0 << true;
+    QTest::newRow("a photo, conditional rename not supported") << EINVAL << false;
+    QTest::newRow("a broken link, conditional rename not supported") << EINVAL << true;
 }
 
 void TestFolderEntries::whatTakesTheNewNameMeanwhileIsKept()
@@ -216,9 +216,9 @@ void TestFolderEntries::whatTakesTheNewNameMeanwhileIsKept()
 void TestFolderEntries::renamingWhereNothingCanBeRefused_data()
 {
     QTest::addColumn<int>("error");
-    QTest::newRow("the file system knows no conditions") << EINVAL;
-    QTest::newRow("the system knows no conditions") << ENOSYS;
-    QTest::newRow("conditions are not supported") << EOPNOTSUPP;
+    QTest::newRow("EINVAL for a conditional rename") << EINVAL;
+    QTest::newRow("ENOSYS for a conditional rename") << ENOSYS;
+    QTest::newRow("EOPNOTSUPP for a conditional rename") << EOPNOTSUPP;
 }
 
 void TestFolderEntries::renamingWhereNothingCanBeRefused()

@@ -59,7 +59,7 @@ void TestPasteMedium::prepare()
 void TestPasteMedium::aMediumThatGoesBetweenTwoPhotos_data()
 {
     QTest::addColumn<QString>("rest");
-    QTest::newRow("its folder is now one of another disk") << "/proc";
+    QTest::newRow("its folder is on another disk now") << "/proc";
     QTest::newRow("its folder is gone") << "";
 }
 

@@ -79,7 +79,8 @@ void TestWalkState::patternsAreSplit_data()
     QTest::newRow("only a blank") << "a b" << list("a b");
     QTest::newRow("many of both, and at the ends") << " ;;a ;; b; " << list("a b");
     QTest::newRow("one") << "*.jpg" << list("*.jpg");
-    QTest::newRow("a tab is no blank") << "a\tb" << QStringList{QStringLiteral("a\tb")};
+    QTest::newRow("a tab does not count as a blank")
+        << "a\tb" << QStringList{QStringLiteral("a\tb")};
     QTest::newRow("a comma is part of a name") << "a,b" << list("a,b");
     QTest::newRow("nothing") << "" << QStringList();
 }
