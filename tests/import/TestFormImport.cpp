@@ -46,7 +46,6 @@ private Q_SLOTS:
     void theFocusStartsOnACard_data();
     void theFocusStartsOnACard();
     void aPushShows();
-    void aMissingCardCantBePressed_data();
     void aMissingCardCantBePressed();
     void aPulledCardIsGrayAtOnce();
     void aCardThatComesStartsNothing();
@@ -207,27 +206,14 @@ void TestFormImport::aPushShows()
     QVERIFY(m_form->driver.seen.isEmpty());
 }
 
-void TestFormImport::aMissingCardCantBePressed_data()
-{
-    QTest::addColumn<int>("key");
-    QTest::newRow("by a click") << 0;
-    QTest::newRow("by Space") << int(Qt::Key_Space);
-    QTest::newRow("by Return") << int(Qt::Key_Return);
-    QTest::newRow("by Enter") << int(Qt::Key_Enter);
-}
-
 void TestFormImport::aMissingCardCantBePressed()
 {
-    QFETCH(int, key);
     m_form->start();
     for (MyImageButton *button : {m_form->cf, m_form->sd}) {
         button->setFocus();
         QVERIFY(!button->hasFocus());
-        if (key == 0) {
-            QTest::mouseClick(button, Qt::LeftButton);
-        } else {
-            QTest::keyClick(button, static_cast<Qt::Key>(key));
-        }
+        QTest::mouseClick(button, Qt::LeftButton);
+        QTest::keyClick(button, Qt::Key_Return);
     }
     QVERIFY(m_form->driver.seen.isEmpty());
 }

@@ -65,7 +65,6 @@ class TestImportDisk : public FlowTest
 private Q_SLOTS:
     void theLastBoxWaitsForTheDisk();
     void theRealProgramWaits();
-    void aFailureIsReported_data();
     void aFailureIsReported();
     void aCancelEndsTheWait();
     void aCancelledCopyWaitsToo();
@@ -131,19 +130,10 @@ void TestImportDisk::theRealProgramWaits()
     QCOMPARE(m_form->driver.texts().constLast(), lumi::copiedText(todaysFolder(), 3));
 }
 
-void TestImportDisk::aFailureIsReported_data()
-{
-    QTest::addColumn<QByteArray>("script");
-    QTest::newRow("the program fails") << QByteArray("exit 1");
-    QTest::newRow("it crashes") << QByteArray("kill -SEGV $$");
-    QTest::newRow("it is missing") << QByteArray();
-}
-
 void TestImportDisk::aFailureIsReported()
 {
-    QFETCH(QByteArray, script);
     m_form->insertCard(Slot::SD, kThreePhotos);
-    const StandInSync sync(script, StandInSync::HideOthers);
+    const StandInSync sync("exit 1");
     QCOMPARE(reportText(1),
              QString(todaysFolder() + QStringLiteral("\n  CopyError : Access Error\n")));
     QCOMPARE(m_form->driver.captions(), (QStringList{kResult, kFolder, kDone, kDetails, kDone}));

@@ -43,7 +43,6 @@ private Q_SLOTS:
     void anEmptyCardHasItsMessage();
     void patternsOfTheBrowserCarryOver();
     void itsFilterGovernsLaterPastes();
-    void theQuestionCanBeDenied_data();
     void theQuestionCanBeDenied();
     void theSearchCanBeCancelled();
     void aCancelBeforeTheWalkIsLost();
@@ -306,27 +305,10 @@ void TestImportFlow::itsFilterGovernsLaterPastes()
     QCOMPARE(FPVFileTree::dirFilter(), 0x313);
 }
 
-void TestImportFlow::theQuestionCanBeDenied_data()
-{
-    QTest::addColumn<QString>("way");
-    QTest::newRow("No") << QStringLiteral("No");
-    QTest::newRow("Escape") << QStringLiteral("escape");
-    QTest::newRow("the window is closed") << QStringLiteral("close");
-}
-
 void TestImportFlow::theQuestionCanBeDenied()
 {
-    QFETCH(QString, way);
     m_form->insertCard(Slot::SD, kThreePhotos);
-    m_form->driver.expect(kResult, [way](QDialog *dialog) {
-        if (way == QLatin1String("close")) {
-            dialog->close();
-        } else if (way == QLatin1String("escape")) {
-            QTest::keyClick(dialog, Qt::Key_Escape);
-        } else {
-            QVERIFY(lumi::test::DialogDriver::pressButton(dialog, way));
-        }
-    });
+    m_form->driver.press(kResult, QStringLiteral("No"));
     press(Slot::SD);
     compareFailedRun({kResult, kStop}, {kStopped});
     QCOMPARE(m_form->driver.seen.constLast().icon, int(QMessageBox::Information));

@@ -17,7 +17,6 @@
 #include <QFile>
 #include <QMenu>
 #include <QMenuBar>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QTabBar>
@@ -30,7 +29,6 @@
 
 #include <functional>
 
-using lumi::test::clicking;
 using lumi::test::DialogAnswer;
 using lumi::test::DialogDriver;
 using lumi::test::ExifBuilder;
@@ -42,7 +40,6 @@ constexpr int kPatienceMs = 30000;
 constexpr int kPollMs = 20;
 /// Of the menu Edit; separators count.
 constexpr int kSaveEntry = 4;
-constexpr int kExitEntry = 6;
 
 /// Closes one window over the editor, else the editor itself.
 void endOneWindow()
@@ -71,7 +68,6 @@ private Q_SLOTS:
 
     void textsAreWrittenAndShown();
     void aPositionIsPastedAndSaved();
-    void changesAreDiscarded();
 
 private:
     using Step = std::function<void()>;
@@ -276,26 +272,6 @@ void TestExifEditing::aPositionIsPastedAndSaved()
     QCOMPARE(saved(5, "Lat."), QStringLiteral("N35.40.20.000"));
     QCOMPARE(saved(5, "Long."), QStringLiteral("E139.45.30.000"));
     QCOMPARE(saved(5, "Alt."), QStringLiteral("12.5m"));
-}
-
-void TestExifEditing::changesAreDiscarded()
-{
-    const QByteArray before = bytes();
-    edit(
-        [this] {
-            write(1, 1, QStringLiteral("Sea"));
-            choose(0, kExitEntry);
-            QVERIFY(editor()->isVisible());
-            QCOMPARE(field(1, 1)->text(), QStringLiteral("Sea"));
-            choose(0, kExitEntry);
-        },
-        {clicking(QMessageBox::No), clicking(QMessageBox::Yes)});
-    const QString question
-        = QStringLiteral("warning Edit cancelled: Exif information has been changed.\n"
-                         "It will be discarded. Continue? Yes/No");
-    QCOMPARE(m_boxes.size(), 2);
-    QVERIFY(m_boxes.first().startsWith(question) && m_boxes.last().startsWith(question));
-    QCOMPARE(bytes(), before);
 }
 
 LUMI_TEST(TestExifEditing)
