@@ -112,8 +112,8 @@ MyImageButton *FormImport::addCardButton(QWidget *rightSide, const QByteArray &p
 {
     auto *button = new MyImageButton(rightSide);
     button->setNormalPixmap(lumi::loadPixmap(picture));
-    button->setPressedPixmap(lumi::loadPixmap(picture + "_push"));
-    button->setDisabledPixmap(lumi::loadPixmap(picture + "_gray"));
+    button->setPressedPixmap(lumi::loadPixmap(QByteArray(picture + "_push")));
+    button->setDisabledPixmap(lumi::loadPixmap(QByteArray(picture + "_gray")));
     button->move(position);
     return button;
 }
