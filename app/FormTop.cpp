@@ -10,18 +10,16 @@
 #include "platform/Resource.h"
 #include "platform/toolkit/BackgroundWidget.h"
 #include "platform/toolkit/QPopupMenu.h"
-#include "platform/windows/QPEMenuBar.h"
 #include "swap/SwapSystem.h"
 #include "swap/swapStore.h"
 #include "widgets/LeftSide.h"
-#include "widgets/MyDialogWait.h"
 #include "widgets/MyImageButton.h"
 #include "widgets/MyLeftWidget.h"
 #include "widgets/commonActions.h"
 #include "widgets/focusPainters.h"
+#include "widgets/messageBoxes.h"
 
 #include <QHBoxLayout>
-#include <QMessageBox>
 #include <QTimer>
 
 namespace {
@@ -74,22 +72,12 @@ FormTop::FormTop(QWidget *parent, QPEToolBar *toolBar)
     buildButtons(area);
 }
 
-FormTop::~FormTop()
-{
-    m_menuBar->hide();
-    delete m_menuBar;
-}
-
 void FormTop::buildMenu()
 {
-    m_menuBar = new QPEMenuBar(toolBar());
-    m_menuBar->hide();
-    auto *menu = new QPopupMenu(m_menuBar);
-    menu->setTitle(msg(lumi::MsgAbout));
+    QPopupMenu *menu = addMenu(msg(lumi::MsgAbout));
     for (const MenuRow &row : kMenu) {
         menu->insertItem(msg(row.text), this, row.slot);
     }
-    m_menuBar->addMenu(menu);
 }
 
 void FormTop::buildButtons(QWidget *area)
@@ -112,8 +100,7 @@ void FormTop::loadPressedPixmaps()
 
 void FormTop::formStarted()
 {
-    m_menuBar->show();
-    show();
+    FormBase::formStarted();
     m_buttons.first()->setFocus();
     // Loaded later, so that the form appears sooner: they are needed at the first press.
     QTimer::singleShot(0, this, &FormTop::loadPressedPixmaps);
@@ -142,17 +129,14 @@ void FormTop::menu_disp_look()
 void FormTop::menu_option_deleteTempFile()
 {
     const lumi::BusyScope busy(this);
-    const auto answer
-        = QMessageBox::warning(this, msg(lumi::MsgDeleteCache), msg(lumi::MsgDeleteCacheQuestion),
-                               QMessageBox::Yes | QMessageBox::No, QMessageBox::No);
-    if (answer != QMessageBox::Yes) {
+    if (!lumi::confirm(this, msg(lumi::MsgDeleteCache), msg(lumi::MsgDeleteCacheQuestion))) {
         return;
     }
-    MyDialogWait wait(mainWindow(), msg(lumi::MsgWorking));
-    wait.start(0);
-    if (SwapSystem *swap = swapSystem(); swap != nullptr) {
-        swap->Clear();
-    }
+    lumi::underWait(mainWindow(), [] {
+        if (SwapSystem *swap = swapSystem(); swap != nullptr) {
+            swap->Clear();
+        }
+    });
 }
 
 void FormTop::menu_option_help()

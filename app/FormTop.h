@@ -1,14 +1,12 @@
 // SPDX-License-Identifier: MIT
 // The top menu: one large button for import from a card, one for looking at the photos, and
 // a small menu for maintenance.
-// Owns: its menu bar in the shared tool bar.
 #pragma once
 
 #include "app/common/FormBase.h"
 
 class MyImageButton;
 class MyLeftWidget;
-class QPEMenuBar;
 
 class FormTop : public FormBase
 {
@@ -16,7 +14,6 @@ class FormTop : public FormBase
 
 public:
     FormTop(QWidget *parent, QPEToolBar *toolBar);
-    ~FormTop() override;
 
     void formStarted() override;
 
@@ -36,7 +33,6 @@ private:
     void buildButtons(QWidget *area);
     void loadPressedPixmaps();
 
-    QPEMenuBar *m_menuBar = nullptr;
     MyLeftWidget *m_leftWidget;
     QList<MyImageButton *> m_buttons;
 };

@@ -12,7 +12,6 @@
 #include "platform/screen/panel.h"
 #include "platform/toolkit/BackgroundWidget.h"
 #include "platform/toolkit/QAccel.h"
-#include "platform/windows/QPEMenuBar.h"
 #include "views/FPVThumbnailView.h"
 #include "views/folderRoots.h"
 #include "widgets/LeftSide.h"
@@ -78,12 +77,8 @@ FormFile::FormFile(QWidget *parent, QPEToolBar *toolBar)
 
 FormFile::~FormFile()
 {
-    // The view looks at the list until its end.
+    // The view uses the list until it is destroyed.
     delete m_view;
-    if (m_menuBar) {
-        m_menuBar->hide();
-        delete m_menuBar;
-    }
 }
 
 QWidget *FormFile::buildRightSide()
@@ -113,7 +108,7 @@ QLayout *FormFile::buildTopRow(QWidget *rightSide)
     connect(m_upButton, &QToolButton::clicked, this, &FormFile::btn_root_cliced);
     m_statusField = new QLabel(rightSide);
     m_statusField->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    // A long name is cut to the room there is and must not ask for more.
+    // A long name is cut to the width of the field and must not widen it.
     m_statusField->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     setDarkGray(m_statusField);
     auto *row = new QHBoxLayout;
@@ -146,10 +141,7 @@ QWidget *FormFile::buildPicturePart(QWidget *rightSide)
 
 void FormFile::formStarted()
 {
-    if (m_menuBar) {
-        m_menuBar->show();
-    }
-    show();
+    FormBase::formStarted();
     const QString store = lumi::photoStorePath();
     m_rootItem = std::make_unique<FPVItemList>(store, store);
     m_currentPath = &m_photoFilesPath;
@@ -160,9 +152,6 @@ void FormFile::formStarted()
 
 void FormFile::enterFolder(const QString &path)
 {
-    if (m_view == nullptr || m_rootItem == nullptr) {
-        return;
-    }
     if (path.isNull()) {
         m_view->reload(m_rootItem->currentPath());
     } else {
@@ -177,9 +166,7 @@ void FormFile::enterFolder(const QString &path)
 void FormFile::filelist_decided(FPVItemObject *item)
 {
     if (item == nullptr) {
-        if (m_rootItem != nullptr) {
-            enterFolder(m_rootItem->currentPath() + QLatin1String("/.."));
-        }
+        enterFolder(m_rootItem->currentPath() + QLatin1String("/.."));
     } else if (item->isPicture()) {
         menu_disp_DispAll();
     } else if (item->isFolder()) {
@@ -234,9 +221,9 @@ void FormFile::menu_disp_Top()
     requestForm(lumi::TopForm, QString());
 }
 
-/// Keeps the form's keys from the widget that has the focus: lists and text displays would use
-/// them up. Qt then offers the key to the parents, up to the form. Text is edited in dialogs
-/// only. Dialogs, menus and open lists are windows of their own, so they keep their keys.
+/// Keeps the form's keys from the widget that has the focus, because lists and text displays would
+/// consume them. Qt then offers the key to the parents, up to the form. Text is edited in dialogs
+/// only. Dialogs, menus and open lists are separate windows and keep their keys.
 bool FormFile::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() != QEvent::KeyPress || watched == this

@@ -1,16 +1,14 @@
 // SPDX-License-Identifier: MIT
 // The form for browsing and managing photos: one folder of one medium at a time, in one of
-// three display modes, with the menus for file work. It holds no file logic of its own: it is
-// the layout, the navigation, the state of the menus and the reaction to cards.
-// Each medium remembers the folder that was entered last on it, as long as the form lives.
-// Owns: its widgets, its menu bar in the shared tool bar, and the list of the folder on show.
+// three display modes, with the menus for file work. It contains the layout, the navigation, the
+// state of the menus and the reaction to cards, but no file operations.
+// The form remembers for each medium the folder that was entered last.
+// Owns: its widgets, and the list of the folder on show.
 #pragma once
 
 #include "app/common/FormBase.h"
 #include "app/common/Medium.h"
 #include "platform/Machine.h"
-
-#include <QPointer>
 
 #include <memory>
 
@@ -22,7 +20,6 @@ class MyLeftWidget;
 class QComboBox;
 class QLabel;
 class QLayout;
-class QPEMenuBar;
 class QPopupMenu;
 class QToolButton;
 
@@ -61,9 +58,9 @@ public Q_SLOTS:
     void menu_option_Version();
     void menu_disp_Top();
     void accel_appendToMail();
-    /// name: the medium as the combo shows it.
+    /// @param name of the medium, as in the combo box
     void combo_device_activated(const QString &name);
-    /// id: of a button of the column.
+    /// @param id of a button of the column
     void btn_leftWidget_clicked(int id);
     void btn_edit_clicked();
     void filelist_selected(FPVItemObject *item);
@@ -82,12 +79,12 @@ protected:
 private:
     enum Mode : int { NoMode = -1, LargeMode = 0, SmallMode = 1, DetailMode = 2 };
 
-    /// The folder of a card that is opened first.
+    /// The folder in which a card is opened first.
     [[nodiscard]] static QString cardStartPath(Slot slot);
     /// The card that is in a slot now, or none.
     [[nodiscard]] static lumi::Medium cardIn(Slot slot);
     void buildMenus();
-    [[nodiscard]] QPopupMenu *addMenu(int title);
+    template <typename Rows> void addEntries(int title, const Rows &rows);
     template <typename Rows> void appendEntries(QPopupMenu *menu, const Rows &rows);
     [[nodiscard]] QWidget *buildRightSide();
     [[nodiscard]] QLayout *buildTopRow(QWidget *rightSide);
@@ -96,32 +93,31 @@ private:
     void fillDeviceCombo();
     [[nodiscard]] bool goTo(const QString &path, const QString &root);
     [[nodiscard]] bool goToCard(Slot slot, QString *remembered);
-    /// A null path reads the folder on show again.
+    /// A null path reads the current folder again.
     void enterFolder(const QString &path);
     void setMode(Mode mode);
     [[nodiscard]] int runSlideshow();
     /// Puts the item's name into the status field. Null clears the field.
     void showName(const FPVItemObject *item);
-    /// Of the folder on show.
+    /// The medium of the current folder.
     [[nodiscard]] lumi::Medium mediumOnShow() const;
     /// Null means no item.
     void tellPanel(FPVItemObject *item);
     [[nodiscard]] FPVItemObject *currentItem() const;
 
-    QPointer<QPEMenuBar> m_menuBar; // dies with the tool bar, if that goes first
     QLabel *m_statusField = nullptr;
     QComboBox *m_deviceCombo = nullptr;
     QToolButton *m_upButton = nullptr;
     MyImageWidget *m_detailPanel = nullptr;
     MyLeftWidget *m_leftWidget = nullptr;
     FPVThumbnailView *m_view = nullptr;
-    std::unique_ptr<FPVItemList> m_rootItem;
+    std::unique_ptr<FPVItemList> m_rootItem; ///< null until the form is started
     QString *m_currentPath = nullptr;
     QString m_photoFilesPath;
     QString m_cfPath;
     QString m_sdPath;
     Mode m_mode = NoMode;
     QList<QPopupMenu *> m_menus;
-    lumi::Medium m_cfCard; ///< those of the last look
+    lumi::Medium m_cfCard; ///< as of the last card change
     lumi::Medium m_sdCard;
 };

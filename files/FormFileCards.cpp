@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The three media: which are there, where each was left, and what happens when one goes.
+// The three media: which are present, the last folder of each, and what happens when one is removed.
 #include "app/common/messages.h"
 #include "files/FormFile.h"
 #include "items/FPVItemList.h"
@@ -65,7 +65,7 @@ void FormFile::combo_device_activated(const QString &name)
         isThere = goTo(m_photoFilesPath, store);
     }
     if (!isThere) {
-        // The current path pointer stays: what follows is remembered for the medium asked for.
+        // m_currentPath stays: folders entered from now on are remembered for the medium asked for.
         m_deviceCombo->setCurrentIndex(0);
         static_cast<void>(goTo(store, store));
     }
@@ -82,7 +82,7 @@ void FormFile::mtabChanged()
     const QString shown = m_deviceCombo->currentText();
     const bool showsSd = shown == msg(lumi::MsgSdCard);
     const bool showsCf = shown == msg(lumi::MsgCfCard);
-    // A card may have gone and another one come meanwhile: nothing is known of that one.
+    // If the card was exchanged, nothing is known about the new one.
     bool isLost = !mediumOnShow().isThere();
     if (!m_sdCard.isThere() || (showsSd && isLost)) {
         m_sdPath = cardStartPath(Slot::SD);

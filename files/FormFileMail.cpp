@@ -3,12 +3,13 @@
 #include "app/common/BusyScope.h"
 #include "app/common/messages.h"
 #include "files/FormFile.h"
-#include "files/fileBoxes.h"
 #include "files/mailCopy.h"
 #include "items/FPVItemImage.h"
+#include "widgets/messageBoxes.h"
 
 #include <QDate>
 #include <QFileInfo>
+#include <QPointer>
 
 void FormFile::accel_appendToMail()
 {
@@ -23,21 +24,17 @@ void FormFile::accel_appendToMail()
     const lumi::BusyScope busy(this);
     const QString path = lumi::freeMailPath(QDate::currentDate());
     if (path.isEmpty()) {
-        lumi::showError(this, msg(lumi::MsgMailAttachmentFailed));
+        lumi::tellError(this, msg(lumi::MsgMailAttachmentFailed));
         return;
     }
-    const QPointer<FormFile> alive(this);
     const bool isSaved = lumi::underWait(this, [&photo, &path] {
         const QImage image = photo ? lumi::mailImage(photo) : QImage();
         return !image.isNull() && lumi::saveMailImage(image, path);
     });
-    if (!alive) {
-        return;
-    }
     if (isSaved) {
-        lumi::showInformation(this, msg(lumi::MsgAttachToMail),
-                              msg(lumi::MsgMailPhotoSaved).arg(QFileInfo(path).fileName()));
+        lumi::tell(this, QMessageBox::Information, msg(lumi::MsgAttachToMail),
+                   msg(lumi::MsgMailPhotoSaved).arg(QFileInfo(path).fileName()));
     } else {
-        lumi::showError(this, msg(lumi::MsgMailAttachmentFailed));
+        lumi::tellError(this, msg(lumi::MsgMailAttachmentFailed));
     }
 }

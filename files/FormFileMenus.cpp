@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: MIT
-// The menus, as tables, and when their entries can be chosen.
+// The menus as tables, and when their entries are enabled.
 #include "app/common/BusyScope.h"
 #include "app/common/messages.h"
 #include "files/FormFile.h"
 #include "items/FPVItemObject.h"
 #include "platform/toolkit/QPopupMenu.h"
-#include "platform/windows/QPEMenuBar.h"
 #include "views/FPVThumbnailView.h"
 #include "widgets/commonActions.h"
 
@@ -119,31 +118,24 @@ template <typename Rows> void FormFile::appendEntries(QPopupMenu *menu, const Ro
     }
 }
 
-QPopupMenu *FormFile::addMenu(int title)
+template <typename Rows> void FormFile::addEntries(int title, const Rows &rows)
 {
-    auto *menu = new QPopupMenu(m_menuBar);
-    menu->setTitle(msg(title));
-    m_menuBar->addMenu(menu);
+    QPopupMenu *menu = addMenu(msg(title));
+    appendEntries(menu, rows);
     connect(menu, &QPopupMenu::aboutToShow, this, &FormFile::menuGrayout);
     m_menus.append(menu);
-    return menu;
 }
 
 void FormFile::buildMenus()
 {
-    m_menuBar = new QPEMenuBar(toolBar());
-    m_menuBar->hide();
-    appendEntries(addMenu(lumi::MsgFile), kFileMenu);
-    appendEntries(addMenu(lumi::MsgEdit), kEditMenu);
-    appendEntries(addMenu(lumi::MsgView), kViewMenu);
-    appendEntries(addMenu(lumi::MsgAbout), kAboutMenu);
+    addEntries(lumi::MsgFile, kFileMenu);
+    addEntries(lumi::MsgEdit, kEditMenu);
+    addEntries(lumi::MsgView, kViewMenu);
+    addEntries(lumi::MsgAbout, kAboutMenu);
 }
 
 void FormFile::menuGrayout()
 {
-    if (!m_menuBar) {
-        return;
-    }
     const FPVItemObject *item = currentItem();
     const bool hasItem = item != nullptr && !m_view->currentIsParentEntry();
     std::array<bool, NeedCount> has{};

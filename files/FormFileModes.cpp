@@ -20,7 +20,7 @@ struct ModeRow
     bool isDetail;
 };
 
-// Row and column button of a mode are its number.
+// The number of a mode is the index of its row, and of its button in the column.
 constexpr std::array<ModeRow, 3> kModes = {{
     {'l', 3, 2, true, false, true, false},
     {'s', 7, 5, false, false, true, false},
@@ -65,7 +65,7 @@ void FormFile::setMode(Mode mode)
     m_mode = mode;
     m_leftWidget->setButtonOn(MyLeftWidget::AllButtons, false);
     m_leftWidget->setButtonOn(mode, true);
-    // The page has a size of its own; what a bigger window has more stays empty.
+    // The page has a fixed size; the rest of a larger window stays empty.
     m_view->setMaximumSize(lumi::kPageWidth, lumi::pageBoxHeight(row.rows));
     if (row.isDetail) {
         m_view->setHorizontalMode(false);

@@ -1,26 +1,26 @@
 // SPDX-License-Identifier: MIT
-// What the File and Edit menus do with photos and folders: each asks its question, lets the
-// view do the work and shows its failure. Dialogs let events in, so that the list may have been
-// read anew when they are answered: what was asked about is kept by name, and the form is busy
-// meanwhile. Should it be gone all the same, it is not touched again.
+// The entries of the File and Edit menus: each asks its question, lets the view do the work and
+// reports a failure. Events run while a dialog is open, so that the cursor or the list may change.
+// Therefore the entries keep the name and the medium of the item that they have asked about.
 #include "app/common/BusyScope.h"
 #include "app/common/getText.h"
 #include "app/common/labels.h"
 #include "app/common/messages.h"
 #include "files/FormFile.h"
-#include "files/fileBoxes.h"
-#include "files/pasteMessage.h"
 #include "items/FPVItemList.h"
 #include "views/FPVThumbnailView.h"
+#include "widgets/messageBoxes.h"
 
 #include <QFileInfo>
 
+#include <functional>
+
 namespace {
 
-/// Of a name in a question, in widths of an "X".
+/// Longest name in a question, in widths of an "X".
 constexpr int kNameLength = 20;
 
-/// A name as it is offered for editing, and what is put behind it again: a photo keeps its
+/// The part of a name that the user edits, and the part that follows it: a photo keeps its
 /// extension.
 struct EditedName
 {
@@ -35,33 +35,67 @@ struct EditedName
     QString tail;
 };
 
+struct NameQuestion
+{
+    lumi::MessageId caption;
+    lumi::MessageId label; ///< also the error message for an empty name
+    lumi::MessageId taken;
+    QString offered = {};
+};
+
+/// Asks until the name is neither empty nor taken. Null if the user cancels.
+QString askName(QWidget *form, const NameQuestion &question,
+                const std::function<bool(const QString &)> &isTaken)
+{
+    for (;;) {
+        QString name
+            = getText(form, msg(question.caption), msg(question.label), question.offered, 0);
+        const bool isEmpty = name.isEmpty();
+        if (name.isNull() || (!isEmpty && !isTaken(name))) {
+            return name;
+        }
+        lumi::tellError(form, msg(isEmpty ? question.label : question.taken));
+    }
+}
+
+struct DeletionTexts
+{
+    lumi::MessageId caption;
+    QString question;
+    lumi::MessageId failure;
+};
+
+/// Asks, deletes while the wait dialog is shown, and reports a failure. False if the answer was No.
+bool deleteIfConfirmed(QWidget *form, const DeletionTexts &texts,
+                       const std::function<bool()> &remove)
+{
+    if (!lumi::confirm(form, msg(texts.caption), texts.question)) {
+        return false;
+    }
+    if (!lumi::underWait(form, remove)) {
+        lumi::tellError(form, msg(texts.failure));
+    }
+    return true;
+}
+
 } // namespace
 
 void FormFile::menu_file_NewFolder()
 {
     const lumi::BusyScope busy(this);
     const lumi::Medium medium = mediumOnShow();
-    const QPointer<FormFile> alive(this);
-    while (alive) {
-        const QString name
-            = getText(this, msg(lumi::MsgNewFolder), msg(lumi::MsgEnterFolderName), QString(), 0);
-        if (name.isNull()) {
-            return;
-        }
-        if (name.isEmpty()) {
-            lumi::showError(this, msg(lumi::MsgEnterFolderName));
-        } else if (m_view->hasEntry(name)) {
-            lumi::showError(this, msg(lumi::MsgFolderAlreadyExists));
-        } else {
-            if (!medium.isThere() || !m_view->makeFolder(name)) {
-                lumi::showError(this, msg(lumi::MsgFolderNotCreated));
-            }
-            if (alive) {
-                enterFolder(QString());
-            }
-            return;
-        }
+    const NameQuestion question{lumi::MsgNewFolder, lumi::MsgEnterFolderName,
+                                lumi::MsgFolderAlreadyExists};
+    const QString name = askName(this, question, [this](const QString &text) {
+        return m_view->hasEntry(text);
+    });
+    if (name.isNull()) {
+        return;
     }
+    if (!medium.isThere() || !m_view->makeFolder(name)) {
+        lumi::tellError(this, msg(lumi::MsgFolderNotCreated));
+    }
+    enterFolder(QString());
 }
 
 void FormFile::menu_file_Rename()
@@ -74,29 +108,21 @@ void FormFile::menu_file_Rename()
     const EditedName name{QFileInfo(item->path())};
     const QString folder = m_rootItem->currentPath();
     const lumi::Medium medium = mediumOnShow();
-    const QPointer<FormFile> alive(this);
-    while (alive) {
-        const QString text = getText(this, msg(lumi::MsgChangeName),
-                                     msg(lumi::MsgEnterNewFolderName), name.offered, 0);
-        const QString wanted = text + name.tail;
-        if (text.isNull()) {
-            return;
-        }
-        if (text.isEmpty()) {
-            lumi::showError(this, msg(lumi::MsgEnterNewFolderName));
-        } else if (wanted == name.old) {
-            return;
-        } else if (m_rootItem->currentPath() == folder && m_view->hasEntry(wanted)) {
-            lumi::showError(this, msg(lumi::MsgFileNameExists));
-        } else {
-            const bool isThere = m_rootItem->currentPath() == folder && medium.isThere();
-            if (isThere && m_view->renameItem(name.old, wanted)) {
-                enterFolder(QString());
-            } else {
-                lumi::showError(this, msg(lumi::MsgRename));
-            }
-            return;
-        }
+    const NameQuestion question{lumi::MsgChangeName, lumi::MsgEnterNewFolderName,
+                                lumi::MsgFileNameExists, name.offered};
+    const QString text = askName(this, question, [this, &name](const QString &typed) {
+        const QString wanted = typed + name.tail;
+        return wanted != name.old && m_view->hasEntry(wanted);
+    });
+    const QString wanted = text + name.tail;
+    if (text.isNull() || wanted == name.old) {
+        return;
+    }
+    const bool isThere = m_rootItem->currentPath() == folder && medium.isThere();
+    if (isThere && m_view->renameItem(name.old, wanted)) {
+        enterFolder(QString());
+    } else {
+        lumi::tellError(this, msg(lumi::MsgRename));
     }
 }
 
@@ -110,19 +136,14 @@ void FormFile::menu_file_Delete()
     const QString path = item->path();
     const lumi::Medium medium = mediumOnShow();
     const QString name = elideToChars(this, item->fileName(), kNameLength);
-    if (!lumi::confirms(this, msg(lumi::MsgDelete), msg(lumi::MsgNameWillBeDeleted).arg(name))) {
-        return;
-    }
-    const QPointer<FormFile> alive(this);
-    const bool isDeleted = lumi::underWait(this, [this, &path, &medium] {
+    const DeletionTexts texts{lumi::MsgDelete, msg(lumi::MsgNameWillBeDeleted).arg(name),
+                              lumi::MsgDeletionFailed};
+    const bool isConfirmed = deleteIfConfirmed(this, texts, [this, &path, &medium] {
         const FPVItemObject *present = currentItem();
         const bool isSame = present != nullptr && present->path() == path && medium.isThere();
         return isSame && m_view->deleteCurrent();
     });
-    if (alive && !isDeleted) {
-        lumi::showError(this, msg(lumi::MsgDeletionFailed));
-    }
-    if (alive) {
+    if (isConfirmed) {
         enterFolder(QString());
     }
 }
@@ -130,17 +151,12 @@ void FormFile::menu_file_Delete()
 void FormFile::menu_file_DeleteCheckItem()
 {
     const lumi::BusyScope busy(this);
-    if (!lumi::confirms(this, msg(lumi::MsgDeleteSelected), msg(lumi::MsgDeleteThesePhotos))) {
-        return;
-    }
-    const QPointer<FormFile> alive(this);
-    const bool isAnyDeleted = lumi::underWait(this, [this] {
+    const DeletionTexts texts{lumi::MsgDeleteSelected, msg(lumi::MsgDeleteThesePhotos),
+                              lumi::MsgPartNotDeleted};
+    const bool isConfirmed = deleteIfConfirmed(this, texts, [this] {
         return m_view->deleteChecked();
     });
-    if (alive && !isAnyDeleted) {
-        lumi::showError(this, msg(lumi::MsgPartNotDeleted));
-    }
-    if (alive) {
+    if (isConfirmed) {
         showName(currentItem());
     }
 }
@@ -149,17 +165,12 @@ void FormFile::menu_file_DeleteEmptyFolder()
 {
     const lumi::BusyScope busy(this);
     const lumi::Medium medium = mediumOnShow();
-    if (!lumi::confirms(this, msg(lumi::MsgDeleteEmptyFolder), msg(lumi::MsgDeleteThisFolder))) {
-        return;
-    }
-    const QPointer<FormFile> alive(this);
-    const bool isDone = lumi::underWait(this, [this, &medium] {
+    const DeletionTexts texts{lumi::MsgDeleteEmptyFolder, msg(lumi::MsgDeleteThisFolder),
+                              lumi::MsgFolderDeletionFailed};
+    const bool isConfirmed = deleteIfConfirmed(this, texts, [this, &medium] {
         return medium.isThere() && m_view->deleteEmptyFolders();
     });
-    if (alive && !isDone) {
-        lumi::showError(this, msg(lumi::MsgFolderDeletionFailed));
-    }
-    if (alive) {
+    if (isConfirmed) {
         enterFolder(QString());
     }
 }
@@ -190,12 +201,13 @@ void FormFile::menu_edit_Paste()
         return;
     }
     const lumi::BusyScope busy(this);
-    const QPointer<FormFile> alive(this);
     const lumi::PasteResult result = lumi::underWait(this, [this] {
         return m_view->paste();
     });
-    if (alive && result != lumi::PasteResult::Done) {
-        lumi::showError(this, msg(lumi::pasteMessage(result)));
+    if (result == lumi::PasteResult::NoRoom) {
+        lumi::tellError(this, msg(lumi::MsgFreeSomeMemory));
+    } else if (result != lumi::PasteResult::Done) {
+        lumi::tellError(this, msg(lumi::MsgPasteFailed));
     }
 }
 

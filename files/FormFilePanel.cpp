@@ -19,7 +19,7 @@ QWidget *FormFile::buildDetailPanel(QWidget *part)
 
 void FormFile::tellPanel(FPVItemObject *item)
 {
-    // A new photo is read under a wait dialog, which lets events in.
+    // A new photo is read under a wait dialog, which runs events.
     const lumi::BusyScope busy(this);
     m_detailPanel->setItem(item);
 }
@@ -31,16 +31,13 @@ void FormFile::btn_edit_clicked()
         return;
     }
     const lumi::BusyScope busy(this);
-    const QPointer<FormFile> self(this);
-    // On the heap: the form may go while the editor is up.
-    const QPointer<FormExif> editor(new FormExif(this, item->path()));
-    // The item may not live as long as the editor, and the photo's file is replaced by it.
-    m_view->dropCursorThumbnail();
-    tellPanel(nullptr);
-    static_cast<void>(editor->exec());
-    delete editor;
-    if (self) {
-        m_view->showPage(-1, m_view->currentIndex(), true);
-        tellPanel(currentItem());
+    {
+        FormExif editor(this, item->path());
+        // The editor replaces the photo's file, and the item may be destroyed while it is open.
+        m_view->dropCursorThumbnail();
+        tellPanel(nullptr);
+        static_cast<void>(editor.exec());
     }
+    m_view->showPage(-1, m_view->currentIndex(), true);
+    tellPanel(currentItem());
 }

@@ -3,13 +3,13 @@
 #include "app/common/BusyScope.h"
 #include "app/common/Settings.h"
 #include "files/FormFile.h"
-#include "files/fileBoxes.h"
 #include "files/slideshowOptions.h"
 #include "items/FPVItemImage.h"
 #include "items/FPVItemList.h"
 #include "viewer/DialogSlideshow.h"
 #include "viewer/SlideShow.h"
 #include "views/FPVThumbnailView.h"
+#include "widgets/messageBoxes.h"
 
 #include <algorithm>
 
@@ -17,16 +17,8 @@ using lumi::Settings;
 
 void FormFile::menu_disp_Slideshow_Execution()
 {
-    if (m_rootItem == nullptr) {
-        return;
-    }
     const lumi::BusyScope busy(this);
-    const QPointer<FormFile> self(this);
-    const int code = runSlideshow();
-    if (!self) {
-        return;
-    }
-    switch (code) {
+    switch (runSlideshow()) {
     case SlideShow::ToDetails:
         menu_disp_DispDetail();
         break;
@@ -42,16 +34,13 @@ void FormFile::menu_disp_Slideshow_Execution()
     default:
         break;
     }
-    if (self) {
-        // The show may have dropped files.
-        const int last = m_rootItem->count() - 1;
-        m_view->showPage(-1, std::min(m_view->currentIndex(), last), true);
-        showName(currentItem());
-    }
+    // The show may have dropped files.
+    const int last = m_rootItem->count() - 1;
+    m_view->showPage(-1, std::min(m_view->currentIndex(), last), true);
+    showName(currentItem());
 }
 
-/// Plays from the cursor on and leaves the cursor where the show ended. Its exit code; the form
-/// may be gone then.
+/// Plays from the cursor on and leaves the cursor where the show ended. Returns its exit code.
 int FormFile::runSlideshow()
 {
     const lumi::SlideshowOptions options
@@ -59,21 +48,14 @@ int FormFile::runSlideshow()
                                   Settings::dispTime(), Settings::dispCount()});
     const int cursor = m_view->currentIndex();
     m_view->dropCursorThumbnail();
-    const QPointer<FormFile> self(this);
-    // On the heap: the form may go while it is up.
-    const QPointer<SlideShow> show(lumi::underWait(this, [&] {
-        return new SlideShow(mainWindow(), m_rootItem.get(), options.autoMode, options.inOrder,
-                             options.delay, options.loopCount, cursor);
-    }));
-    if (show) {
-        show->exec();
-    }
-    if (!self || !show) {
-        return SlideShow::ToBrowser;
-    }
-    const int code = show->exitCode();
+    auto show = lumi::underWait(this, [&] {
+        return std::make_unique<SlideShow>(mainWindow(), m_rootItem.get(), options.autoMode,
+                                           options.inOrder, options.delay, options.loopCount,
+                                           cursor);
+    });
+    const int code = show->exec();
     FPVItemObject *last = show->lastItem();
-    delete show;
+    show.reset();
     if (last != nullptr) {
         m_view->setCurrentObjectQuiet(last);
     }
@@ -83,7 +65,5 @@ int FormFile::runSlideshow()
 void FormFile::menu_disp_Slideshow_Setting()
 {
     const lumi::BusyScope busy(this);
-    const QPointer<DialogSlideshow> dialog(new DialogSlideshow(this));
-    dialog->exec();
-    delete dialog;
+    DialogSlideshow(this).exec();
 }

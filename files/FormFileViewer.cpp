@@ -13,15 +13,10 @@ void FormFile::menu_disp_DispAll()
         return;
     }
     const lumi::BusyScope busy(this);
-    const QPointer<FormFile> self(this);
     m_view->dropCursorThumbnail();
-    // On the heap: the form may go while the viewer is up.
-    const QPointer<FPVPictureScrollView> viewer(new FPVPictureScrollView(this, m_view, item));
-    if (viewer) {
-        viewer->exec();
+    {
+        FPVPictureScrollView viewer(this, m_view, item);
+        viewer.exec();
     }
-    delete viewer;
-    if (self) {
-        m_view->showPage(-1, m_view->currentIndex(), true);
-    }
+    m_view->showPage(-1, m_view->currentIndex(), true);
 }

@@ -24,7 +24,7 @@ namespace {
 
 constexpr int kLastNumber = 999;
 constexpr QSize kLargest(640, 480);
-/// Of the image library's pictures.
+/// Of the pictures that the image library returns.
 constexpr int kUsualBitsAPixel = 32;
 
 bool isSmall(QSize size)
@@ -32,7 +32,7 @@ bool isSmall(QSize size)
     return size.width() <= kLargest.width() && size.height() <= kLargest.height();
 }
 
-/// The pixels alone: no colour profile, no texts, no resolution.
+/// A copy of the pixels, without colour profile, texts and resolution.
 QImage withoutMetadata(const QImage &image)
 {
     if (image.isNull()) {
@@ -44,7 +44,7 @@ QImage withoutMetadata(const QImage &image)
     return pixels.copy();
 }
 
-/// Scaling may have to copy the picture whole, so a large one must fit twice.
+/// Scaling may copy the whole picture, so a large one must fit twice.
 bool hasMemoryFor(const QImageReader &reader)
 {
     const QSize size = reader.size();
@@ -55,7 +55,7 @@ bool hasMemoryFor(const QImageReader &reader)
     return isSmall(size) || (needKB <= freeMemoryKB() && 2 * needKB <= lumi::kMostThumbnailKB);
 }
 
-/// Loads the file in whatever format it is: the image library knows more formats than the items.
+/// Loads a file of any format that the image library knows; the items know JPEG only.
 QImage loadSmall(const QString &path)
 {
     QImageReader reader(path);
@@ -70,7 +70,7 @@ QImage loadSmall(const QString &path)
     return withoutMetadata(image);
 }
 
-/// The image library knows no limit to scans, so the item has to decode the photo first.
+/// The image library does not limit the number of scans, so the item decodes the photo first.
 bool isDecodable(FPVItemImage *item, QSize size)
 {
     const std::unique_ptr<QImage> image(item->scaledImage(size.width(), size.height()));
@@ -102,13 +102,13 @@ QString lumi::freeMailPath(QDate date)
 
 QImage lumi::mailImage(FPVItemImage *item)
 {
-    // Reading a pipe would wait for ever.
+    // Reading a pipe would block.
     if (!QFileInfo(item->path()).isFile()) {
         return {};
     }
     item->refreshSize();
     const QSize size = item->imageSize();
-    // The image library would take the memory that the photo was refused.
+    // The image library would allocate the memory that the item refused.
     if (!size.isValid() && item->errorCode() == DecodeError::OutOfMemory) {
         return {};
     }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Mail-sized copies of photos: JPEG files of at most 640 x 480 in a folder of the photo store
-// of their own, named by the day and a running number. Nothing here shows a message.
+// Mail-sized copies of photos: JPEG files of at most 640 x 480 in their own folder of the photo
+// store, named after the day and a running number. Nothing here shows a message.
 #pragma once
 
 #include <QImage>
@@ -14,15 +14,15 @@ namespace lumi {
 /// Absolute path of the folder, existing or not.
 [[nodiscard]] QString mailFolderPath();
 
-/// Name of the copy with this number. Month and day are not padded, so two days may share
-/// their names; the number keeps the files apart.
+/// Name of the copy with this number. Month and day are not padded, so two days may have the same
+/// names; only the number differs then.
 [[nodiscard]] QString mailFileName(QDate date, int number);
 
 /// The first path of the day that is free, null if all 999 are taken.
 [[nodiscard]] QString freeMailPath(QDate date);
 
-/// The photo whole if it is small enough, else scaled down; null if it is no regular file, can't
-/// be read, or needs more memory than there is.
+/// The photo, scaled down if it is too large. Null if it is not a regular file, can't be read, or
+/// needs more memory than is free.
 [[nodiscard]] QImage mailImage(FPVItemImage *item);
 
 /// Writes the image as JPEG into a new file, making the folder where it is missing. False

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-// What the stored rows of the slideshow's lists mean.
+// The options of a slideshow, computed from the stored rows of its dialog's lists.
 #pragma once
 
 namespace lumi {
 
-/// The rows as Settings keeps them; any number may come from a file edited by hand.
+/// The rows as stored by Settings. A hand-edited file may contain any number.
 struct SlideshowRows
 {
     int operation;

@@ -8,17 +8,16 @@
 #include "app/common/messages.h"
 #include "app/common/power.h"
 #include "import/ImportRun.h"
-#include "import/importBoxes.h"
 #include "import/importTexts.h"
 #include "platform/Resource.h"
 #include "platform/cards/CardSlots.h"
 #include "platform/toolkit/BackgroundWidget.h"
 #include "platform/toolkit/QPopupMenu.h"
-#include "platform/windows/QPEMenuBar.h"
 #include "widgets/LeftSide.h"
 #include "widgets/MyImageButton.h"
 #include "widgets/MyLeftWidget.h"
 #include "widgets/commonActions.h"
+#include "widgets/messageBoxes.h"
 
 #include <QDir>
 #include <QHBoxLayout>
@@ -37,12 +36,12 @@ constexpr QColor kLabelGround(204, 204, 204);
 constexpr QColor kWarning(255, 0, 0);
 constexpr QColor kPlain(0, 0, 0);
 
-/// Ids of entries that would start an import; the menus have none of them.
+/// Ids of menu entries that would start an import. Today's menu has no such entries.
 constexpr int kCfEntry = 0;
 constexpr int kSdEntry = 1;
 
-/// All of a card, hidden folders too. A link to a file is read as what it points to; one to a
-/// folder is looked at and not followed.
+/// Everything on a card, including hidden folders. Links to files are followed, links to folders
+/// are not.
 constexpr auto kWholeCard = QDir::Dirs | QDir::Files | QDir::Readable | QDir::Hidden | QDir::System;
 
 void setColour(QWidget *widget, QPalette::ColorRole role, const QColor &colour)
@@ -52,7 +51,7 @@ void setColour(QWidget *widget, QPalette::ColorRole role, const QColor &colour)
     widget->setPalette(palette);
 }
 
-/// Keeps the screen saver away while it lives.
+/// Turns the screen saver off during its lifetime.
 class ScreenSaverPause
 {
 public:
@@ -88,44 +87,35 @@ FormImport::FormImport(QWidget *parent, QPEToolBar *toolBar)
     m_timer.start(kRefreshMs);
 }
 
-FormImport::~FormImport()
-{
-    if (m_menuBar) {
-        m_menuBar->hide();
-        delete m_menuBar;
-    }
-}
-
 void FormImport::buildMenu()
 {
-    m_menuBar = new QPEMenuBar(toolBar());
-    m_menuBar->hide();
-    auto *menu = new QPopupMenu(m_menuBar);
-    menu->setTitle(msg(lumi::MsgAbout));
-    menu->insertItem(msg(lumi::MsgHelp), this, &FormImport::menu_option_help);
-    menu->insertItem(msg(lumi::MsgVersion), this, &FormImport::menu_option_version);
-    m_menuBar->addMenu(menu);
+    m_menu = addMenu(msg(lumi::MsgAbout));
+    m_menu->insertItem(msg(lumi::MsgHelp), this, &FormImport::menu_option_help);
+    m_menu->insertItem(msg(lumi::MsgVersion), this, &FormImport::menu_option_version);
 }
 
 QWidget *FormImport::buildRightSide()
 {
     auto *rightSide = new BackgroundWidget(this);
     rightSide->setBackgroundPixmap(lumi::loadPixmap("bg_right_copy"));
-    m_cfButton = new MyImageButton(rightSide);
-    m_cfButton->setNormalPixmap(lumi::loadPixmap("copy_cf"));
-    m_cfButton->setPressedPixmap(lumi::loadPixmap("copy_cf_push"));
-    m_cfButton->setDisabledPixmap(lumi::loadPixmap("copy_cf_gray"));
-    m_cfButton->move(kCfPosition);
+    m_cfButton = addCardButton(rightSide, "copy_cf", kCfPosition);
     connect(m_cfButton, &MyImageButton::clicked, this, &FormImport::btn_cf_clicked);
-    m_sdButton = new MyImageButton(rightSide);
-    m_sdButton->setNormalPixmap(lumi::loadPixmap("copy_sd"));
-    m_sdButton->setPressedPixmap(lumi::loadPixmap("copy_sd_push"));
-    m_sdButton->setDisabledPixmap(lumi::loadPixmap("copy_sd_gray"));
-    m_sdButton->move(kSdPosition);
+    m_sdButton = addCardButton(rightSide, "copy_sd", kSdPosition);
     connect(m_sdButton, &MyImageButton::clicked, this, &FormImport::btn_sd_clicked);
     m_memoryLabel = addLabel(rightSide, kMemoryPosition);
     m_capacityLabel = addLabel(rightSide, kCapacityPosition);
     return rightSide;
+}
+
+MyImageButton *FormImport::addCardButton(QWidget *rightSide, const QByteArray &picture,
+                                         QPoint position)
+{
+    auto *button = new MyImageButton(rightSide);
+    button->setNormalPixmap(lumi::loadPixmap(picture));
+    button->setPressedPixmap(lumi::loadPixmap(QByteArray(picture + "_push")));
+    button->setDisabledPixmap(lumi::loadPixmap(QByteArray(picture + "_gray")));
+    button->move(position);
+    return button;
 }
 
 QLabel *FormImport::addLabel(QWidget *rightSide, QPoint position)
@@ -140,11 +130,8 @@ QLabel *FormImport::addLabel(QWidget *rightSide, QPoint position)
 
 void FormImport::formStarted()
 {
-    if (m_menuBar) {
-        m_menuBar->show();
-    }
+    FormBase::formStarted();
     m_leftWidget->show();
-    show();
     focusCard();
 }
 
@@ -180,12 +167,11 @@ void FormImport::writeLabels()
 
 void FormImport::startImport(const QString &source)
 {
-    // A cancelled progress dialog is gone before the work has stopped, and the buttons are free.
-    if (m_running) {
+    // A cancelled progress dialog closes before the work has stopped, and the buttons are free.
+    if (isBusy()) {
         return;
     }
     const lumi::BusyScope busy(this);
-    m_running = true;
     forbidClose();
     m_fileTree.clear();
     m_folderName = QString();
@@ -198,51 +184,44 @@ void FormImport::startImport(const QString &source)
     try {
         doImport();
     } catch (...) {
-        lumi::tellBox(this, QMessageBox::Critical, msg(lumi::MsgError),
-                      msg(lumi::MsgErrorProcessingStopped));
+        tellError(lumi::MsgErrorProcessingStopped);
     }
     m_timer.start(kRefreshMs);
     writeLabels();
     allowClose();
-    m_running = false;
+}
+
+void FormImport::tellError(int message)
+{
+    lumi::tellError(this, msg(message), lumi::BoxLines::Whole);
+}
+
+void FormImport::tellStopped()
+{
+    lumi::tell(this, QMessageBox::Information, msg(lumi::MsgStop), msg(lumi::MsgProcessingStopped),
+               lumi::BoxLines::Whole);
 }
 
 void FormImport::doImport()
 {
     if (!batteryEnough(kBatteryPercent)) {
-        lumi::tellBox(this, QMessageBox::Critical, msg(lumi::MsgError), msg(lumi::MsgBatteryLow));
+        tellError(lumi::MsgBatteryLow);
         return;
     }
-    if (!searchWithoutScreenSaver()) {
-        return;
+    {
+        const ScreenSaverPause pause;
+        if (!searchCard()) {
+            return;
+        }
     }
     if (!askFolderName()) {
-        lumi::tellBox(this, QMessageBox::Information, msg(lumi::MsgStop),
-                      msg(lumi::MsgProcessingStopped));
-        return;
+        tellStopped();
+    } else if (!m_sourceCard.isThere()) {
+        tellError(lumi::MsgAccessErrors);
+    } else {
+        const ScreenSaverPause pause;
+        copyAndReport();
     }
-    if (!cardPresent()) {
-        lumi::tellBox(this, QMessageBox::Critical, msg(lumi::MsgError), msg(lumi::MsgAccessErrors));
-        return;
-    }
-    copyWithoutScreenSaver();
-}
-
-bool FormImport::searchWithoutScreenSaver()
-{
-    const ScreenSaverPause pause;
-    return searchCard();
-}
-
-void FormImport::copyWithoutScreenSaver()
-{
-    const ScreenSaverPause pause;
-    copyAndReport();
-}
-
-bool FormImport::cardPresent() const
-{
-    return m_sourceCard.isThere();
 }
 
 void FormImport::btn_leftWidget_clicked(int id)
@@ -281,8 +260,8 @@ void FormImport::menu_import_sd()
 
 void FormImport::menu_option_help()
 {
-    // The import's own dialogs stand over the menu, but for the one that was just cancelled.
-    if (m_running) {
+    // After a Cancel the work goes on for a moment without a dialog over the menu.
+    if (isBusy()) {
         return;
     }
     const lumi::BusyScope busy(this);
@@ -291,7 +270,7 @@ void FormImport::menu_option_help()
 
 void FormImport::menu_option_version()
 {
-    if (m_running) {
+    if (isBusy()) {
         return;
     }
     const lumi::BusyScope busy(this);
@@ -300,14 +279,8 @@ void FormImport::menu_option_version()
 
 void FormImport::menuGrayout()
 {
-    if (!m_menuBar) {
-        return;
-    }
-    const auto menus = m_menuBar->findChildren<QPopupMenu *>();
-    for (QPopupMenu *menu : menus) {
-        menu->setItemEnabled(kCfEntry, lumi::CardSlots::isPresent(Slot::CF));
-        menu->setItemEnabled(kSdEntry, lumi::CardSlots::isPresent(Slot::SD));
-    }
+    m_menu->setItemEnabled(kCfEntry, lumi::CardSlots::isPresent(Slot::CF));
+    m_menu->setItemEnabled(kSdEntry, lumi::CardSlots::isPresent(Slot::SD));
 }
 
 void FormImport::repeatTimer()

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-// The form that brings the photos of a card into the photo store: a button for each card slot,
-// and labels that tell what room there is. A press runs the whole import as one flow of
-// dialogs: battery, search, name of the folder, copy, report. The form is the flow and its
-// boxes; ImportRun does the file work.
-// The flow stays on the stack of the button's signal. While it runs, the process can't be
-// closed, requests for another form wait, and a second press does nothing.
-// Owns: its widgets, its menu bar in the shared tool bar, and the tree of the last card.
+// The form that imports the photos of a card into the photo store: a button for each card slot, and
+// labels with the free space. A press runs the whole import as a sequence of dialogs: battery,
+// search, name of the folder, copy, report. The form contains the sequence and its boxes; ImportRun
+// does the file work.
+// The slot of the button returns at the end of the import. Until then the window can't be closed,
+// requests for another form wait, and a second press does nothing.
+// Owns: its widgets, and the tree of the last card.
 #pragma once
 
 #include "app/common/FormBase.h"
@@ -13,13 +13,12 @@
 #include "files/engine/FPVFileTree.h"
 #include "import/ImportKind.h"
 
-#include <QPointer>
 #include <QTimer>
 
 class MyImageButton;
 class MyLeftWidget;
 class QLabel;
-class QPEMenuBar;
+class QPopupMenu;
 
 class FormImport : public FormBase
 {
@@ -27,13 +26,12 @@ class FormImport : public FormBase
 
 public:
     FormImport(QWidget *parent, QPEToolBar *toolBar);
-    ~FormImport() override;
 
     void formStarted() override;
     void mtabChanged() override;
 
-    /// Runs an import and returns when its last box is closed. source: root of the card. Does
-    /// nothing while one runs.
+    /// Runs an import and returns when its last box is closed. Does nothing while an import runs.
+    /// @param source root of the card
     void startImport(const QString &source);
 
 public Q_SLOTS:
@@ -54,34 +52,34 @@ public Q_SLOTS:
     // NOLINTEND(readability-identifier-naming)
 
 private:
-    /// What a search came to.
-    enum SearchResult : int { Found = 0, SearchCancelled = 1, NoFile = 2, NoRoom = 3, Failed = 4 };
+    /// How a search ended.
+    enum SearchResult { Found, SearchCancelled, NoFile, NoRoom };
 
     void buildMenu();
     [[nodiscard]] QWidget *buildRightSide();
+    [[nodiscard]] MyImageButton *addCardButton(QWidget *rightSide, const QByteArray &picture,
+                                               QPoint position);
     [[nodiscard]] QLabel *addLabel(QWidget *rightSide, QPoint position);
     void showCards();
     void focusCard();
     void writeLabels();
 
     void doImport();
-    [[nodiscard]] bool searchWithoutScreenSaver();
-    void copyWithoutScreenSaver();
-    [[nodiscard]] bool cardPresent() const;
 
     [[nodiscard]] bool searchCard();
     [[nodiscard]] SearchResult runSearch();
     [[nodiscard]] bool askWhetherToCopy(const QString &found, bool fits);
 
     [[nodiscard]] bool askFolderName();
-    /// True unless nothing was copied.
-    bool copyAndReport();
+    void copyAndReport();
     [[nodiscard]] lumi::ImportKind copyFiles();
-    void addErrorLine(const QString &path, lumi::ImportKind kind);
     void tellFailure(lumi::ImportKind kind);
     void offerReport();
+    void tellError(int message);
+    /// Says that the user has ended the run.
+    void tellStopped();
 
-    QPointer<QPEMenuBar> m_menuBar; // dies with the tool bar, if that goes first
+    QPopupMenu *m_menu = nullptr;
     MyLeftWidget *m_leftWidget = nullptr;
     MyImageButton *m_cfButton = nullptr;
     MyImageButton *m_sdButton = nullptr;
@@ -93,6 +91,5 @@ private:
     QString m_folderName;
     int m_copiedCount = 0;
     QString m_errorReport;
-    bool m_running = false;
-    lumi::Medium m_sourceCard; ///< the one that was in as the run began
+    lumi::Medium m_sourceCard; ///< the card at the start of the import
 };

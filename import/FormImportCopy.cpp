@@ -5,11 +5,10 @@
 #include "files/engine/copyFile.h"
 #include "import/FormImport.h"
 #include "import/ImportRun.h"
-#include "import/importBoxes.h"
 #include "import/importReport.h"
 #include "import/importTexts.h"
 #include "widgets/MyDialogProgressBar.h"
-#include "widgets/askBox.h"
+#include "widgets/messageBoxes.h"
 
 #include <QDate>
 
@@ -18,7 +17,7 @@ using lumi::ImportKind;
 namespace {
 
 constexpr int kNameLength = 30;
-/// Steps of the bar beside those of the files. One of them is never made.
+/// Steps of the progress bar in addition to one per file. The last step is never reached.
 constexpr int kExtraSteps = 2;
 
 struct FailureRow
@@ -51,7 +50,7 @@ void FormImport::copyCancel()
 
 ImportKind FormImport::copyFiles()
 {
-    // Before the dialog comes up: a Cancel counts from its first moment on.
+    // Before the dialog is shown, so that an immediate Cancel is not lost.
     setCopyCancelled(false);
     MyDialogProgressBar dialog(this, msg(lumi::MsgCopying), msg(lumi::MsgDoNotRemoveCard));
     connect(&dialog, &MyDialogProgressBar::btn_cancel_clicked, this, &FormImport::copyCancel);
@@ -63,17 +62,17 @@ ImportKind FormImport::copyFiles()
         dialog.progress(step);
     };
     callbacks.isCardPresent = [this] {
-        return cardPresent();
+        return m_sourceCard.isThere();
     };
     callbacks.fileFailed = [this](const QString &path, ImportKind kind) {
-        addErrorLine(path, kind);
+        lumi::appendErrorBlock(&m_errorReport, path, kind);
     };
     lumi::ImportRun run({FPVFileTree::rootPrefix(), m_fileTree.folders(), m_fileTree.allFiles(),
                          FPVFileTree::leftOut()},
                         callbacks);
     ImportKind kind = run.run(m_folderName);
     if (run.copiedCount() > 0) {
-        dialog.show(); // a Cancel of the copy has hidden it, and the wait has a Cancel too
+        dialog.show(); // Cancel hides it, and the wait can be cancelled, too
         kind = run.waitForDisk(kind);
     }
     m_folderName = run.folderName();
@@ -81,47 +80,39 @@ ImportKind FormImport::copyFiles()
     return kind;
 }
 
-void FormImport::addErrorLine(const QString &path, ImportKind kind)
-{
-    lumi::appendErrorBlock(&m_errorReport, path, kind);
-}
-
-bool FormImport::copyAndReport()
+void FormImport::copyAndReport()
 {
     const ImportKind kind = copyFiles();
     if (kind == ImportKind::Done) {
-        lumi::tellBox(this, QMessageBox::NoIcon, msg(lumi::MsgDone),
-                      lumi::copiedText(m_folderName, FPVFileTree::fileCount()));
-        return true;
+        lumi::tell(this, QMessageBox::NoIcon, msg(lumi::MsgDone),
+                   lumi::copiedText(m_folderName, FPVFileTree::fileCount()), lumi::BoxLines::Whole);
+        return;
     }
     tellFailure(kind);
-    if (m_copiedCount < 1) {
-        return false;
+    if (m_copiedCount > 0) {
+        offerReport();
     }
-    offerReport();
-    return true;
 }
 
 void FormImport::tellFailure(ImportKind kind)
 {
     for (const FailureRow &row : kFailures) {
         if (row.kind == kind) {
-            lumi::tellBox(this, row.icon, msg(row.caption), msg(row.text));
+            lumi::tell(this, row.icon, msg(row.caption), msg(row.text), lumi::BoxLines::Whole);
             return;
         }
     }
-    // With copied files the box of the report says it.
+    // If files were copied, the box of the report says it.
     if (m_copiedCount < 1) {
-        lumi::tellBox(this, QMessageBox::Critical, msg(lumi::MsgError),
-                      msg(lumi::MsgErrorProcessingStopped));
+        tellError(lumi::MsgErrorProcessingStopped);
     }
 }
 
 void FormImport::offerReport()
 {
     const QString text = lumi::partlyCopiedText(m_folderName, m_copiedCount);
-    while (askBox(this, msg(lumi::MsgDone), text, msg(lumi::MsgErrorDetails), msg(lumi::MsgExit))
-           == 0) {
-        lumi::showReport(this, msg(lumi::MsgErrorDetails), m_errorReport);
+    while (
+        lumi::ask(this, msg(lumi::MsgDone), text, msg(lumi::MsgErrorDetails), msg(lumi::MsgExit))) {
+        lumi::showReport(this, m_errorReport);
     }
 }

@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: MIT
-// The search of a card before anything is copied: what is there, and will it fit.
+// The search of a card before anything is copied: its files, and whether there is room for them.
 #include "app/common/diskSpace.h"
 #include "app/common/messages.h"
 #include "import/FormImport.h"
 #include "import/ImportRun.h"
-#include "import/importBoxes.h"
 #include "import/importTexts.h"
-#include "widgets/MyDialogWait.h"
+#include "widgets/messageBoxes.h"
 
 void FormImport::searchCancel()
 {
@@ -19,9 +18,7 @@ FormImport::SearchResult FormImport::runSearch()
     connect(&wait, &MyDialogWait::btn_clicked, this, &FormImport::searchCancel);
     wait.setWindowTitle(msg(lumi::MsgLumiVault));
     wait.start(0);
-    if (!m_fileTree.walk(m_sourcePath, false, nullptr)) {
-        return Failed;
-    }
+    m_fileTree.walk(m_sourcePath, false, nullptr);
     if (FPVFileTree::walkCancelled()) {
         return SearchCancelled;
     }
@@ -35,9 +32,9 @@ bool FormImport::searchCard()
 {
     const QString name = lumi::sourceName(m_sourcePath);
     const SearchResult result = runSearch();
-    // Before the result: without its card it means nothing.
-    if (!cardPresent()) {
-        lumi::tellBox(this, QMessageBox::Critical, msg(lumi::MsgError), msg(lumi::MsgAccessErrors));
+    // Without the card the result is meaningless.
+    if (!m_sourceCard.isThere()) {
+        tellError(lumi::MsgAccessErrors);
         return false;
     }
     const int photos = lumi::photoCount(m_fileTree.allFiles());
@@ -47,28 +44,22 @@ bool FormImport::searchCard()
         return askWhetherToCopy(lumi::foundText(name, photos, FPVFileTree::byteCount()),
                                 result == Found);
     case NoFile:
-        lumi::tellBox(this, QMessageBox::Information, msg(lumi::MsgSearchResult),
-                      msg(lumi::MsgInspectionNotPerformed).arg(name));
-        return false;
-    case Failed:
-        lumi::tellBox(this, QMessageBox::Critical, msg(lumi::MsgError),
-                      msg(lumi::MsgErrorProcessingStopped));
-        return false;
+        lumi::tell(this, QMessageBox::Information, msg(lumi::MsgSearchResult),
+                   msg(lumi::MsgInspectionNotPerformed).arg(name), lumi::BoxLines::Whole);
+        break;
     case SearchCancelled:
+        tellStopped();
         break;
     }
-    lumi::tellBox(this, QMessageBox::Information, msg(lumi::MsgStop),
-                  msg(lumi::MsgProcessingStopped));
     return false;
 }
 
 bool FormImport::askWhetherToCopy(const QString &found, bool fits)
 {
     const QString question = msg(fits ? lumi::MsgCopyToPhotoFiles : lumi::MsgMayNotFit);
-    if (lumi::askYesNo(this, msg(lumi::MsgSearchResult), found + QLatin1Char('\n') + question)) {
+    if (lumi::ask(this, msg(lumi::MsgSearchResult), found + QLatin1Char('\n') + question)) {
         return true;
     }
-    lumi::tellBox(this, QMessageBox::Information, msg(lumi::MsgStop),
-                  msg(lumi::MsgProcessingStopped));
+    tellStopped();
     return false;
 }

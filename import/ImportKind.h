@@ -8,7 +8,7 @@ enum class ImportKind : int {
     Done = 0,
     Cancelled = 1,
     MemoryFull = 2,
-    CardAccess = 3, ///< has its word and its box, but no copy ends so
+    CardAccess = 3, ///< has a text and a box, but is never returned
     AccessFailure = 4,
     Mismatch = 5,
 };

@@ -32,7 +32,7 @@ ImportKind makeFolder(const QString &path)
     return QDir().mkdir(path) ? ImportKind::Done : kindOfFolderFailure();
 }
 
-/// A source that has gone is no match, even for an empty copy.
+/// False if the source no longer exists, even for an empty copy.
 bool isSameSize(const QString &source, const QString &target)
 {
     const QFileInfo from(source);
@@ -87,7 +87,7 @@ ImportKind lumi::ImportRun::makeTarget(const QString &folderName)
     if (!QFileInfo(store).isWritable()) {
         return ImportKind::AccessFailure;
     }
-    // A name, and no path out of the store or into another folder.
+    // It must be a name, not a path out of the store or into another folder.
     if (folderName.contains(QLatin1Char('/'))) {
         return kindOfFolderFailure();
     }
@@ -118,7 +118,7 @@ ImportKind lumi::ImportRun::copyAll()
     ImportKind runKind = ImportKind::Done;
     for (const QString &path : std::as_const(m_tree.leftOut)) {
         m_callbacks.fileFailed(path, ImportKind::AccessFailure);
-        runKind = ImportKind::Mismatch; // the kind that goes on and offers the report
+        runKind = ImportKind::Mismatch; // the run goes on and its report is offered
     }
     int step = 1;
     for (const QString &relPath : std::as_const(m_tree.files)) {
@@ -139,7 +139,7 @@ ImportKind lumi::ImportRun::copyAll()
 ImportKind lumi::ImportRun::copyOne(const QString &relPath) const
 {
     const QString source = m_tree.root + relPath;
-    // The photos of another card may have the names of those that are still to be copied.
+    // Another card may have photos with the names of those that are still to be copied.
     if (!m_callbacks.isCardPresent()) {
         return ImportKind::AccessFailure;
     }
@@ -150,7 +150,7 @@ ImportKind lumi::ImportRun::copyOne(const QString &relPath) const
                              m_callbacks.isCardPresent());
     }
     if (!isSameSize(source, target)) {
-        QFile::remove(target); // begun by this copy: it would have refused an existing one
+        QFile::remove(target); // made by this copy, which refuses existing files
         return ImportKind::Mismatch;
     }
     startWriteBack(target, copyKeepGoing);

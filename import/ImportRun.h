@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
-// The copy of a card's tree into a new folder of the photo store: all folders, then file by
-// file, each compared with its source by size. It shows nothing: what it does and meets goes
-// out through the callbacks. Events run while it copies and while it waits for the disk.
-// No file is ever overwritten, what was copied before stays, and the card is only read. A file
-// that failed leaves nothing under its name, unless that can't be removed: the caller is told of
-// the file either way.
+// Copies the tree of a card into a new folder of the photo store: first all folders, then all
+// files. Each copy is compared with its source by size. Progress and failures are reported by
+// callbacks. Events run while it copies and while it waits for the disk.
+// No file is ever overwritten, earlier copies stay, and the card is only read. A failed copy is
+// reported and removed.
 #pragma once
 
 #include "import/ImportKind.h"
@@ -16,20 +15,19 @@
 
 namespace lumi {
 
-/// What to copy: paths relative to the root, with a leading "/". Folders come before what they
-/// hold.
+/// What to copy: paths relative to the root, with a leading "/". Folders come before their contents.
 struct ImportTree
 {
     QString root;
     QStringList folders;
     QStringList files;
-    QStringList leftOut = {}; ///< absolute paths of what a search could not take
+    QStringList leftOut = {}; ///< absolute paths of what the search had to leave out
 };
 
-/// All three are called.
+/// None may be null.
 struct ImportCallbacks
 {
-    /// 1 when the folders stand, then one more for each file.
+    /// Called with 1 after the folders are made, then with one more after each file.
     std::function<void(int step)> progress;
     std::function<bool()> isCardPresent;
     std::function<void(const QString &path, ImportKind kind)> fileFailed;
@@ -41,21 +39,21 @@ public:
     ImportRun(ImportTree tree, ImportCallbacks callbacks);
 
     /// Ends at the first file that can't be copied, or when the card is no longer present. Goes on
-    /// after a copy of another size. Reports what was left out as well, so that a run with any of it
-    /// is not Done.
-    /// @param folderName of the new folder; a number is put behind a name that is taken
+    /// after a copy of another size. Entries that were left out are reported, too; the run then
+    /// does not end with Done.
+    /// @param folderName of the new folder; a number is appended if the name is taken
     [[nodiscard]] ImportKind run(const QString &folderName);
 
-    /// Waits until all copies are on the disk. To be called after run(), if it copied anything.
-    /// A Cancel that ended the run does not end the wait; a new one does.
-    /// @param runKind how the run ended. Cancelled, MemoryFull and AccessFailure stay; Done and
-    ///        Mismatch become Cancelled or AccessFailure if the wait ends early
+    /// Waits until all copies are on the disk. Call it after run() if anything was copied.
+    /// A Cancel during the run does not end the wait; a new one does.
+    /// @param runKind how the run ended. Cancelled, MemoryFull and AccessFailure are returned
+    ///        unchanged. If the wait ends early, Done and Mismatch become Cancelled or AccessFailure
     [[nodiscard]] ImportKind waitForDisk(ImportKind runKind);
 
-    /// Of the folder that was made, or was to be made.
+    /// Name of the folder that was made, or that could not be made.
     [[nodiscard]] QString folderName() const { return m_folderName; }
 
-    /// Files that went all the way, those with a wrong size included.
+    /// Number of copied files, including those with a wrong size.
     [[nodiscard]] int copiedCount() const { return m_copiedCount; }
 
 private:
@@ -71,8 +69,8 @@ private:
     int m_copiedCount = 0;
 };
 
-/// What a result of copyFile() other than CopyDone means.
-/// @param roomKB free now, after the partial copy has gone
+/// The kind for a result of copyFile() other than CopyDone.
+/// @param roomKB free now, after the partial copy has been removed
 /// @param sourceSize in bytes
 [[nodiscard]] ImportKind kindOfFailure(int copyResult, int roomKB, qint64 sourceSize,
                                        bool isCardPresent);

@@ -2,12 +2,20 @@
 #include "import/importReport.h"
 
 #include "app/common/messages.h"
+#include "platform/windows/dialogButtons.h"
 
+#include <QDialog>
+#include <QDialogButtonBox>
 #include <QFileInfo>
+#include <QTextBrowser>
+#include <QVBoxLayout>
 
 namespace {
 
-/// With all its blanks: rich text shows one for many, and none at the beginning of a line.
+constexpr int kMargin = 4;
+constexpr QSize kReportSize(380, 240);
+
+/// Rich text collapses blanks and drops leading ones, so they are replaced.
 QString asRichText(const QString &name)
 {
     QString text = name.toHtmlEscaped();
@@ -45,8 +53,25 @@ void lumi::appendErrorBlock(QString *report, const QString &path, ImportKind kin
     }
     *report += asRichText(QFileInfo(path).fileName());
     *report += QLatin1String("<br>&nbsp;&nbsp;");
-    *report += msg(MsgCopy) + msg(MsgError); // one word
+    *report += msg(MsgCopy) + msg(MsgError); // without a blank in between
     *report += QLatin1String("&nbsp;:&nbsp;");
     *report += failureWord(kind);
     *report += QLatin1String("<br>");
+}
+
+void lumi::showReport(QWidget *parent, const QString &report)
+{
+    QDialog dialog(parent);
+    dialog.setModal(true);
+    dialog.setWindowTitle(msg(MsgErrorDetails));
+    auto *layout = new QVBoxLayout(&dialog);
+    layout->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+    layout->setSpacing(kMargin);
+    auto *browser = new QTextBrowser(&dialog);
+    browser->setMinimumSize(kReportSize);
+    browser->setOpenLinks(false);
+    browser->setHtml(report);
+    layout->addWidget(browser);
+    layout->addWidget(makeCloseRow(&dialog));
+    dialog.exec();
 }

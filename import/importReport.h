@@ -1,17 +1,22 @@
 // SPDX-License-Identifier: MIT
-// The report of files that could not be imported: rich text, one block a file.
+// The report of files that could not be imported: rich text with one block per file, and its dialog.
 #pragma once
 
 #include "import/ImportKind.h"
 
 #include <QString>
 
+class QWidget;
+
 namespace lumi {
 
-/// What the report calls a failure; empty for ImportKind::Done.
+/// The text for a failure in the report; empty for ImportKind::Done.
 [[nodiscard]] QString failureWord(ImportKind kind);
 
-/// Puts a block for this file at the report's end. path: only its last part is shown.
+/// Appends a block for this file. Only the last part of the path is shown.
 void appendErrorBlock(QString *report, const QString &path, ImportKind kind);
+
+/// Shows the report until the user closes it. No resources are loaded and no links followed.
+void showReport(QWidget *parent, const QString &report);
 
 } // namespace lumi

@@ -15,7 +15,7 @@ constexpr int kGroup = 3;
 constexpr int kMemoryField = 11;
 constexpr int kCapacityField = 4;
 constexpr int kBytesOfKB = 1024;
-/// Room that stays free, and below which the memory counts as low.
+/// Space that must stay free. With less the memory counts as low.
 constexpr int kMarginKB = 10240;
 
 constexpr int kCard64 = 65536; // KB

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The texts and numbers that the import shows, made from plain values.
+// The texts of the import as functions of plain values.
 #pragma once
 
 #include <QString>
@@ -9,31 +9,31 @@ class QDate;
 
 namespace lumi {
 
-/// The number with a comma before each group of three digits.
+/// The number with commas as thousands separators.
 [[nodiscard]] QString groupedNumber(int number);
 
-/// Label of the free memory. freeKB: -1 where it can't be asked.
+/// Label of the free memory. @param freeKB -1 if unknown
 [[nodiscard]] QString memoryText(int freeKB);
-/// Whether the label is a warning.
+/// Whether the label is shown as a warning.
 [[nodiscard]] bool isMemoryLow(int freeKB);
-/// Label that tells how many cards of the usual sizes would fit.
+/// Label with the number of cards of the usual sizes that would fit.
 [[nodiscard]] QString capacityText(int freeKB);
 
-/// Whether the files need more room than there is, with a margin. bytes: may be negative,
-/// where their sum has wrapped round.
+/// Whether the files need more space than is free, with a margin.
+/// @param bytes negative if their sum has wrapped around
 [[nodiscard]] bool mayNotFit(int bytes, int freeKB);
-/// How many of the paths are JPEG photos by name.
+/// The number of paths with a JPEG extension.
 [[nodiscard]] int photoCount(const QStringList &paths);
-/// What a search found. bytes: of all files, photos or not.
+/// The result of a search. @param bytes of all files, not only of photos
 [[nodiscard]] QString foundText(const QString &source, int photos, int bytes);
 
-/// The name that is offered for the new folder.
+/// The suggested name of the new folder.
 [[nodiscard]] QString defaultFolderName(QDate date);
 [[nodiscard]] QString copiedText(const QString &folder, int files);
 /// The same after a run with failures.
 [[nodiscard]] QString partlyCopiedText(const QString &folder, int files);
 
-/// What the user calls the card that path is on, or the photo store.
+/// The displayed name of the card that contains path, else of the photo store.
 [[nodiscard]] QString sourceName(const QString &path);
 
 } // namespace lumi

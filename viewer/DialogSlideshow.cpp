@@ -6,12 +6,12 @@
 #include "app/common/messages.h"
 #include "platform/screen/panel.h"
 #include "platform/windows/dialogButtons.h"
+#include "widgets/messageBoxes.h"
 
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QGridLayout>
 #include <QLabel>
-#include <QMessageBox>
 
 #include <algorithm>
 
@@ -109,10 +109,7 @@ void DialogSlideshow::accept()
 void DialogSlideshow::reject()
 {
     if (m_changed
-        && QMessageBox::warning(this, msg(lumi::MsgEditCancelled),
-                                msg(lumi::MsgCancelWithoutSaving),
-                                QMessageBox::Yes | QMessageBox::No, QMessageBox::No)
-            != QMessageBox::Yes) {
+        && !lumi::confirm(this, msg(lumi::MsgEditCancelled), msg(lumi::MsgCancelWithoutSaving))) {
         return;
     }
     QDialog::reject();

@@ -7,6 +7,7 @@
 #include "viewer/PictureScrollView.h"
 #include "viewer/zoomSteps.h"
 #include "views/FPVThumbnailView.h"
+#include "widgets/messageBoxes.h"
 
 #include <QProgressBar>
 
@@ -252,8 +253,7 @@ void FPVPictureScrollView::tellFailure()
     m_failureTold = true;
     m_regionTimer.stop();
     const bool isMemory = m_item && m_item->errorCode() == lumi::DecodeError::OutOfMemory;
-    QMessageBox::critical(nullptr, msg(lumi::MsgError),
-                          msg(isMemory ? lumi::MsgMemoryFullCancelled : lumi::MsgDidNotOpen));
+    lumi::tellError(nullptr, msg(isMemory ? lumi::MsgMemoryFullCancelled : lumi::MsgDidNotOpen));
 }
 
 void FPVPictureScrollView::failAndClose()

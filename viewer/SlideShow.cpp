@@ -55,9 +55,6 @@ SlideShow::SlideShow(QWidget *parent, FPVItemList *source, bool autoMode, bool i
 
 SlideShow::~SlideShow()
 {
-    if (m_inLoop != nullptr) {
-        m_inLoop->quit();
-    }
     leaveDecoding();
     setScreenSaver(kScreenSaverBack);
     QPEApplication::releaseDesktopSize();
@@ -101,10 +98,9 @@ int SlideShow::exec()
     if (m_ended || m_inLoop != nullptr) {
         return m_exitCode;
     }
-    const QPointer<SlideShow> self(this);
     QPEApplication::showFullScreenNow(this);
-    if (!self || m_ended) {
-        return self ? m_exitCode : int(ToBrowser); // events ran meanwhile
+    if (m_ended) {
+        return m_exitCode; // events ran meanwhile
     }
     raise();
     activateWindow();
@@ -116,9 +112,6 @@ int SlideShow::exec()
     QEventLoop loop;
     m_inLoop = &loop;
     loop.exec(QEventLoop::DialogExec);
-    if (!self) {
-        return ToBrowser;
-    }
     m_inLoop = nullptr;
     return m_exitCode;
 }
@@ -131,10 +124,10 @@ void SlideShow::end(int code)
     m_ended = true;
     m_exitCode = code;
     stopTimers();
-    if (m_menu) {
+    if (m_menu != nullptr) {
         m_menu->close();
     }
-    if (m_box) {
+    if (m_box != nullptr) {
         m_box->done(QMessageBox::No);
     }
     hide();

@@ -37,7 +37,7 @@ public:
               int loopCount, int startIndex);
     ~SlideShow() override;
 
-    /// Runs the show to its end, once. Returns exitCode(). Returns too if the show is deleted.
+    /// Runs the show to its end, once. Returns exitCode().
     int exec();
 
     /// A SlideShow::ExitCode.
@@ -96,7 +96,7 @@ private:
     void actOn(int entry);
     [[nodiscard]] bool deletePicture();
     void deleteAndGoOn();
-    int runBox(QMessageBox *made);
+    int runBox(std::unique_ptr<QMessageBox> box);
     void keyUpOrDown(bool isUp);
 
     FPVItemList *m_sourceList;
@@ -118,7 +118,7 @@ private:
     QCopChannel *m_systemChannel;
     bool m_ended = false;
     bool m_decodeDone = false;
-    QPointer<lumi::SlideMenu> m_menu;
+    lumi::SlideMenu *m_menu = nullptr; ///< while it is open
     bool m_failed = false;
-    QPointer<QMessageBox> m_box;
+    QMessageBox *m_box = nullptr; ///< while it is open
 };

@@ -9,10 +9,11 @@
 #include "platform/keys/deviceKey.h"
 #include "viewer/SlideMenu.h"
 #include "viewer/SlideShow.h"
+#include "widgets/messageBoxes.h"
 
 #include <QKeyEvent>
-#include <QMessageBox>
 #include <QMouseEvent>
+#include <QScopedValueRollback>
 
 #include <algorithm>
 #include <iterator>
@@ -40,17 +41,6 @@ bool isHingeNormal()
     return Machine::instance().hinge() == 0;
 }
 
-/// For SlideShow::runBox(). Closing it means No.
-QMessageBox *makeBox(QMessageBox::Icon icon, int title, const QString &text,
-                     QMessageBox::StandardButtons buttons, QWidget *parent)
-{
-    auto *box = new QMessageBox(icon, msg(title), QString(), buttons, parent);
-    box->setTextFormat(Qt::PlainText);
-    box->setText(text);
-    box->setDefaultButton(QMessageBox::No);
-    return box;
-}
-
 } // namespace
 
 void SlideShow::keyPressEvent(QKeyEvent *event)
@@ -75,7 +65,6 @@ void SlideShow::keyPressEvent(QKeyEvent *event)
     if (m_drawing || m_ended) {
         return;
     }
-    const QPointer<SlideShow> self(this);
     const int key = deviceKey(event) == DeviceKey::Stop ? int(Qt::Key_Escape) : event->key();
     const auto *row = std::find_if(std::begin(kRows), std::end(kRows), [key](const Row &r) {
         return r.key == key;
@@ -86,7 +75,7 @@ void SlideShow::keyPressEvent(QKeyEvent *event)
     } else {
         QWidget::keyReleaseEvent(event); // not the one for presses
     }
-    if (self && m_failed) {
+    if (m_failed) {
         ScreenOutRedraw();
     }
 }
@@ -134,16 +123,16 @@ void SlideShow::openMenu(QPoint position)
         return;
     }
     interrupt();
-    const QPointer<SlideShow> self(this);
-    m_menu = new SlideMenu(this);
-    connect(m_menu, &SlideMenu::stopped, this, [this] {
-        end(ToBrowser);
-    });
-    const int entry = m_menu->exec(position);
-    if (self) {
-        delete m_menu;
-        actOn(entry);
+    int entry = SlideMenu::Continue;
+    {
+        SlideMenu menu(this);
+        const QScopedValueRollback<SlideMenu *> isOpen(m_menu, &menu);
+        connect(&menu, &SlideMenu::stopped, this, [this] {
+            end(ToBrowser);
+        });
+        entry = menu.exec(position);
     }
+    actOn(entry);
 }
 
 void SlideShow::actOn(int entry)
@@ -214,16 +203,16 @@ bool SlideShow::deletePicture()
         return false;
     }
     const QString name = elideToChars(this, item->fileName(), kNameLength);
-    const int answer = runBox(makeBox(QMessageBox::Warning, lumi::MsgDelete,
-                                      msg(lumi::MsgNameWillBeDeleted).arg(name),
-                                      QMessageBox::Yes | QMessageBox::No, this));
+    const int answer = runBox(lumi::makeBox(this, QMessageBox::Warning, msg(lumi::MsgDelete),
+                                            msg(lumi::MsgNameWillBeDeleted).arg(name),
+                                            QMessageBox::Yes | QMessageBox::No));
     if (answer != QMessageBox::Yes || !item) {
         return false;
     }
     // On another card there may be a photo of this name.
     if (!m_sourceList->medium().isThere() || !lumi::removePhoto(item->path())) {
-        runBox(makeBox(QMessageBox::Critical, lumi::MsgDelete, msg(lumi::MsgDeletionFailed),
-                       QMessageBox::Ok, this));
+        runBox(lumi::makeBox(this, QMessageBox::Critical, msg(lumi::MsgDelete),
+                             msg(lumi::MsgDeletionFailed)));
         return false;
     }
     dropPicture(item);
@@ -239,9 +228,8 @@ void SlideShow::deleteAndGoOn()
         return;
     }
     interrupt();
-    const QPointer<SlideShow> self(this);
     const bool isDeleted = deletePicture();
-    if (!self || m_ended) {
+    if (m_ended) {
         return;
     }
     if (isDeleted) {
@@ -261,20 +249,14 @@ void SlideShow::reportFailure()
         m_shownItem = m_decodingItem;
     }
     const QString text = msg(isMemoryFull ? lumi::MsgMemoryFullCancelled : lumi::MsgDidNotOpen);
-    const QPointer<SlideShow> self(this);
-    runBox(makeBox(QMessageBox::Critical, lumi::MsgError, text, QMessageBox::Ok, nullptr));
-    if (self) {
-        end(ToBrowser);
-    }
+    runBox(lumi::makeBox(nullptr, QMessageBox::Critical, msg(lumi::MsgError), text));
+    end(ToBrowser);
 }
 
-/// Takes the box. Its answer; No if the show ended meanwhile.
-int SlideShow::runBox(QMessageBox *made)
+/// Its answer; No if the show ended meanwhile.
+int SlideShow::runBox(std::unique_ptr<QMessageBox> box)
 {
-    const QPointer<SlideShow> self(this);
-    const QPointer<QMessageBox> box(made);
-    m_box = box;
+    const QScopedValueRollback<QMessageBox *> isOpen(m_box, box.get());
     const int answer = box->exec();
-    delete box;
-    return self && !m_ended ? answer : int(QMessageBox::No);
+    return m_ended ? int(QMessageBox::No) : answer;
 }

@@ -23,7 +23,7 @@ constexpr int kPlayBackMs = 1;
 
 bool SlideShow::isInterrupted() const
 {
-    return m_menu || m_box;
+    return m_menu != nullptr || m_box != nullptr;
 }
 
 /// Nothing may be drawn.

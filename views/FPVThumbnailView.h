@@ -74,7 +74,7 @@ public:
 
     [[nodiscard]] FPVClipboard &clipboard() { return m_clipboard; }
 
-    [[nodiscard]] const QStringList &clipboardPaths() const { return m_clipboard.paths(); }
+    [[nodiscard]] QStringList clipboardPaths() const { return m_clipboard.paths(); }
 
     /// Whether there is a folder to work on. The following functions do not reload it.
     [[nodiscard]] bool hasFolder() const;

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-// Holds a form busy for the length of a block: nothing can reload or replace the form while
-// a nested event loop runs inside the block.
+// Holds a form busy for the length of a block. The block may run nested event loops: the form is
+// neither reloaded nor replaced meanwhile.
+// A busy form outlives its dialogs. The destructor of FormBase asserts it, so that code inside the
+// block needs no guards against the end of the form, its widgets or its list. Items may die.
 #pragma once
 
 #include "app/common/FormBase.h"
-
-#include <QPointer>
 
 namespace lumi {
 
@@ -18,17 +18,12 @@ public:
         m_form->enterBusy();
     }
 
-    ~BusyScope()
-    {
-        if (m_form) {
-            m_form->leaveBusy();
-        }
-    }
+    ~BusyScope() { m_form->leaveBusy(); }
 
     Q_DISABLE_COPY_MOVE(BusyScope)
 
 private:
-    QPointer<FormBase> m_form; // the process may end inside the block
+    FormBase *m_form;
 };
 
 } // namespace lumi

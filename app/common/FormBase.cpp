@@ -2,6 +2,8 @@
 #include "app/common/FormBase.h"
 
 #include "app/common/FormEvent.h"
+#include "platform/toolkit/QPopupMenu.h"
+#include "platform/windows/QPEMenuBar.h"
 
 #include <QCoreApplication>
 
@@ -11,11 +13,34 @@ FormBase::FormBase(QWidget *mainWindow, QPEToolBar *toolBar, int formId)
     , m_toolBar(toolBar)
     , m_formId(formId)
 {
-    // An explicit hide: a layout shows every child that was not hidden by name.
+    // A layout shows every child that was not hidden explicitly.
     hide();
     auto *channel = new QCopChannel(QByteArrayLiteral("QPE/Card"), this);
     connect(channel, &QCopChannel::received, this, &FormBase::cardChannel);
     mainWindow->installEventFilter(this);
+}
+
+FormBase::~FormBase()
+{
+    if (isBusy()) {
+        qFatal("Form %d is destroyed while it is busy", m_formId);
+    }
+    if (m_menuBar != nullptr) {
+        m_menuBar->hide();
+        delete m_menuBar;
+    }
+}
+
+QPopupMenu *FormBase::addMenu(const QString &title)
+{
+    if (m_menuBar == nullptr) {
+        m_menuBar = new QPEMenuBar(m_toolBar);
+        m_menuBar->hide();
+    }
+    auto *menu = new QPopupMenu(m_menuBar);
+    menu->setTitle(title);
+    m_menuBar->addMenu(menu);
+    return menu;
 }
 
 void FormBase::acceptForm() { }
@@ -27,6 +52,9 @@ bool FormBase::canClose()
 
 void FormBase::formStarted()
 {
+    if (m_menuBar != nullptr) {
+        m_menuBar->show();
+    }
     show();
 }
 
@@ -67,7 +95,7 @@ void FormBase::leaveBusy()
         return;
     }
     if (m_cardChangeNoted) {
-        // Not from here: the slot that held the guard still has its pointers in hand.
+        // Not from here: the slot that held the guard still uses its pointers.
         QMetaObject::invokeMethod(this, &FormBase::deliverCardChange, Qt::QueuedConnection);
     }
     Q_EMIT busyReleased();

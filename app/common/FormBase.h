@@ -4,16 +4,19 @@
 // and says whether the window may close.
 //
 // Message boxes, wait dialogs and processEvents let events in while a slot of the form still
-// runs. A form holds a BusyScope over such a stretch: card changes are then only noted and
-// delivered once afterwards, from the event loop, and the main window keeps requests for
-// another form until the release. So no form is reloaded or deleted under its own slot.
+// runs. A form holds a BusyScope over such a stretch. Card changes are then only noted and
+// delivered once afterwards, from the event loop. The main window keeps requests for another
+// form until the release.
+// Owns: its menu bar in the shared tool bar.
 #pragma once
 
 #include "platform/session/QCopChannel.h"
 
 #include <QWidget>
 
+class QPEMenuBar;
 class QPEToolBar;
+class QPopupMenu;
 
 class FormBase : public QWidget
 {
@@ -25,6 +28,8 @@ public:
     /// @param toolBar lent; outlives the form
     /// The form is hidden; it is shown by formStarted().
     FormBase(QWidget *mainWindow, QPEToolBar *toolBar, int formId);
+    /// A busy form must not be destroyed: the process is aborted.
+    ~FormBase() override;
 
     [[nodiscard]] int formId() const { return m_formId; }
 
@@ -36,7 +41,7 @@ public:
     virtual void acceptForm();
     /// Whether the main window may close now.
     [[nodiscard]] virtual bool canClose();
-    /// The form is in place: overrides must show the form and its menu bar.
+    /// The form is in place. Shows it and its menu bar.
     virtual void formStarted();
     /// Cards came or went; the form must look for itself at what is there.
     virtual void mtabChanged();
@@ -65,7 +70,8 @@ public Q_SLOTS:
 protected:
     [[nodiscard]] QWidget *mainWindow() const { return m_mainWindow; }
 
-    [[nodiscard]] QPEToolBar *toolBar() const { return m_toolBar; }
+    /// A new menu in the form's menu bar.
+    [[nodiscard]] QPopupMenu *addMenu(const QString &title);
 
     bool event(QEvent *event) override;
 
@@ -74,6 +80,7 @@ private:
 
     QWidget *m_mainWindow;
     QPEToolBar *m_toolBar;
+    QPEMenuBar *m_menuBar = nullptr;
     int m_formId;
     int m_previousForm = -1;
     bool m_closeAllowed = true;

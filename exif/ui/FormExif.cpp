@@ -17,8 +17,8 @@
 #include "platform/toolkit/QPopupMenu.h"
 #include "platform/windows/QPEMenuBar.h"
 #include "platform/windows/QPEToolBar.h"
-#include "widgets/MyDialogWait.h"
 #include "widgets/commonActions.h"
+#include "widgets/messageBoxes.h"
 
 #include <QAction>
 #include <QClipboard>
@@ -30,7 +30,6 @@
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
-#include <QMessageBox>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
@@ -315,13 +314,9 @@ bool FormExif::isEdited() const
 bool FormExif::menu_edit_editCancel()
 {
     commitComposition();
-    if (isEdited()) {
-        const auto answer = QMessageBox::warning(
-            this, msg(lumi::MsgEditCancelled), msg(lumi::MsgExifChangedDiscard),
-            QMessageBox::Yes | QMessageBox::No, QMessageBox::No);
-        if (answer != QMessageBox::Yes) {
-            return false;
-        }
+    if (isEdited()
+        && !lumi::confirm(this, msg(lumi::MsgEditCancelled), msg(lumi::MsgExifChangedDiscard))) {
+        return false;
     }
     end(0);
     return true;
@@ -366,7 +361,7 @@ void FormExif::tellFailure(SaveResult result)
         = std::find_if(std::begin(kFailures), std::end(kFailures), [result](const FailureRow &r) {
               return r.result == result;
           });
-    QMessageBox::critical(this, msg(lumi::MsgError), msg(row->text));
+    lumi::tellError(this, msg(row->text));
     if (row->field >= 0) {
         m_tabs->setCurrentIndex(lumi::kPositionPage);
         // Without a window manager the window would not get its focus back.

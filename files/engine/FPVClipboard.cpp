@@ -14,18 +14,21 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <algorithm>
+#include <iterator>
 #include <new>
+#include <utility>
 
 using lumi::PasteResult;
 
 namespace {
 
-/// With no more than this free, nothing is pasted.
+/// More than this must be free, or nothing is pasted.
 constexpr int kReserveKB = 10240;
 constexpr int kLastNumber = 65534;
 
-/// The path, or the path with a number before its last dot, which is looked for in the whole
-/// of it. Null when no name is free or there is no dot.
+/// The path if it is free, else the path with a number before its last dot. The dot may also be
+/// one of a folder's name. Null if no name is free or there is no dot.
 QString freeName(const QString &path)
 {
     if (!lumi::isTaken(path)) {
@@ -50,7 +53,7 @@ QString folderOf(const QString &path)
     return path.left(path.lastIndexOf(QLatin1Char('/')));
 }
 
-/// A list knows what its folder was on before any event ran.
+/// The list recorded the medium of its folder before any event ran.
 lumi::Medium mediumOf(const QString &folder, const FPVItemList *list)
 {
     const bool isListed = list != nullptr && list->currentPath() == folder;
@@ -66,14 +69,14 @@ void addItem(FPVItemList *list, const QString &path)
     }
 }
 
-/// The photos directly in the folder come along, and nothing else.
+/// Copies only the photos that lie directly in the folder.
 PasteResult pasteFolder(const lumi::ChosenFile &source, const QString &wanted, FPVItemList *list)
 {
     FPVFileTree tree;
     FPVFileTree::setPatterns(QStringLiteral("*.jpg; *.jpeg"));
     const lumi::Medium medium = mediumOf(folderOf(wanted), list);
     tree.walk(source.path(), true, nullptr);
-    // Events ran, and what was read may be another card's.
+    // Events ran, so the card may have been exchanged.
     if (!medium.isThere() || !source.isStillIt()) {
         return PasteResult::Missing;
     }
@@ -93,20 +96,28 @@ PasteResult pasteFolder(const lumi::ChosenFile &source, const QString &wanted, F
 
 } // namespace
 
+QStringList FPVClipboard::paths() const
+{
+    QStringList paths;
+    std::transform(m_files.begin(), m_files.end(), std::back_inserter(paths),
+                   [](const lumi::ChosenFile &file) {
+                       return file.path();
+                   });
+    return paths;
+}
+
 void FPVClipboard::take(const QStringList &paths, bool cut)
 {
-    m_paths = paths;
     m_files = lumi::ChosenFile::all(paths);
     m_cut = cut;
 }
 
 PasteResult FPVClipboard::paste(const QString &folder, FPVItemList *list)
 {
-    m_buffer.reset(new (std::nothrow) char[static_cast<std::size_t>(m_bufferSize)]);
-    const QList<lumi::ChosenFile> files = m_files;
+    m_buffer.reset(new (std::nothrow) char[kBufferSize]);
     const lumi::Medium medium = mediumOf(folder, list);
     PasteResult result = PasteResult::Done;
-    for (const lumi::ChosenFile &file : files) {
+    for (const lumi::ChosenFile &file : std::as_const(m_files)) {
         result = medium.isThere() ? pastePath(file, folder, list) : PasteResult::Missing;
         if (result != PasteResult::Done) {
             break;
@@ -114,7 +125,6 @@ PasteResult FPVClipboard::paste(const QString &folder, FPVItemList *list)
     }
     m_buffer.reset();
     if (m_cut) {
-        m_paths.clear();
         m_files.clear();
     }
     return result;
@@ -145,8 +155,8 @@ PasteResult FPVClipboard::pasteFile(const lumi::ChosenFile &chosen, const QStrin
     if (!QFile::exists(source) || !chosen.isStillIt()) {
         return PasteResult::Missing;
     }
-    // Cards don't tell "dcim" from "DCIM", so that a folder may have more than one spelling.
-    if (m_cut && (source == wanted || lumi::areOneFile(folderOf(source), folderOf(wanted)))) {
+    // Cards ignore case, so one folder may be spelled "dcim" and "DCIM".
+    if (m_cut && lumi::areOneFile(folderOf(source), folderOf(wanted))) {
         return PasteResult::Done;
     }
     if (freeDiskKB(QFile::encodeName(folderOf(wanted))) <= kReserveKB) {

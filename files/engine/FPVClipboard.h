@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
-// What was copied or cut in the browser: absolute paths in the order of taking, and whether
-// the sources go away after a paste. It is the program's own and not the system's clipboard.
-// A paste copies photos as they are, and of a folder the photos that lie directly in it. It
-// never overwrites anything, and what was cut goes only when its copy is whole. What has come to
-// a path with another card was not taken, and counts as missing.
-// Owns: its list, and a buffer for the time of a paste.
+// What was copied or cut in the browser: absolute paths in the given order, and whether a paste
+// removes the sources. It is independent of the system's clipboard.
+// A paste copies photos unchanged, and of a folder the photos that lie directly in it. It never
+// overwrites anything. The source of a cut is removed only when its copy is complete. A file that
+// another card has brought to a path counts as missing.
 #pragma once
 
 #include "app/common/ChosenFile.h"
@@ -21,17 +20,16 @@ class FPVItemList;
 class FPVClipboard
 {
 public:
-    [[nodiscard]] const QStringList &paths() const { return m_paths; }
+    [[nodiscard]] QStringList paths() const;
 
     [[nodiscard]] bool isCut() const { return m_cut; }
 
     void take(const QStringList &paths, bool cut);
 
-    /// Pastes into a folder, one path after the other up to the first that fails; what went
-    /// well before stays. A list, if there is one, gets an item for each new entry. What was
-    /// cut is off the clipboard after it, however it ended. Events run while a folder is
-    /// pasted: the list may go then, which ends the paste, but the clipboard must not. The name
-    /// patterns of all later walks are those of photos after it.
+    /// Pastes the paths into a folder in order and stops at the first failure. Copies made before
+    /// it stay. A cut clipboard is empty afterwards, even after a failure. Events run while a
+    /// folder is pasted. All later walks use the name patterns of photos.
+    /// @param list gets an item for each new entry; may be null
     [[nodiscard]] lumi::PasteResult paste(const QString &folder, FPVItemList *list);
 
 private:
@@ -40,11 +38,9 @@ private:
     [[nodiscard]] lumi::PasteResult pasteFile(const lumi::ChosenFile &chosen, const QString &wanted,
                                               FPVItemList *list) const;
 
-    QStringList m_paths;
-    QList<lumi::ChosenFile> m_files; ///< what was at the paths as they were taken
+    QList<lumi::ChosenFile> m_files; ///< as they were when take() was called
     bool m_cut = false;
-    std::unique_ptr<char[]> m_buffer;
-    int m_bufferSize = kBufferSize;
+    std::unique_ptr<char[]> m_buffer; ///< without it no file is pasted, though nothing uses it
 
-    static constexpr int kBufferSize = 8132;
+    static constexpr std::size_t kBufferSize = 8132;
 };

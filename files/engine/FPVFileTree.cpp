@@ -65,7 +65,7 @@ bool matches(const QString &name, const QList<QRegularExpression> &wildcards)
     });
 }
 
-/// Whether the walk takes it unless it can't be read.
+/// Whether the walk includes the entry if it can be read.
 bool isWanted(const FolderEntry &entry, bool flat, const QList<QRegularExpression> &wildcards)
 {
     if (!isSeen(entry)) {
@@ -90,7 +90,7 @@ bool canBeRead(const FolderEntry &entry)
         && (entry.isReadable || !filters().testFlag(QDir::Readable));
 }
 
-/// What lies outside is no part of a card, whatever a link on it says.
+/// A file outside the root is not part of the card, even if a link points to it.
 bool staysInside(const FolderEntry &entry)
 {
     return !entry.isLink || lumi::leadsInto(state().rootPrefix, entry.path);
@@ -99,8 +99,8 @@ bool staysInside(const FolderEntry &entry)
 void leaveOut(const QString &path, bool flat)
 {
     state().leftOut.append(path);
-    if (flat) {
-        qWarning("%s can't be read and is left out", qPrintable(path)); // nobody reports it
+    if (flat) { // callers of flat walks do not ask leftOut()
+        qWarning("%s can't be read and is left out", qPrintable(path));
     }
 }
 

@@ -4,10 +4,10 @@
 #include "app/common/diskSpace.h"
 #include "files/engine/folderEntries.h"
 #include "platform/files/NewFile.h"
+#include "platform/files/fileCalls.h"
 
 #include <QCoreApplication>
 #include <QFile>
-#include <QFileInfo>
 
 #include <algorithm>
 #include <array>
@@ -20,9 +20,9 @@ using lumi::CopyStopped;
 
 namespace {
 
-/// Of blocks, which lie on the stack.
+/// Largest block. Blocks are on the stack.
 constexpr unsigned kMostBytes = 65536;
-/// Blocks are a multiple of this.
+/// Block sizes are multiples of this.
 constexpr unsigned kUnit = 4;
 
 bool copyCancelled = false;
@@ -33,7 +33,7 @@ qint64 blockSize(unsigned wanted)
     return (bounded + kUnit - 1) / kUnit * kUnit;
 }
 
-/// The codes of the toolkit's files, which callers compare with.
+/// The error codes of QFile, which callers expect.
 int codeOfOpenError(int error)
 {
     return error == EMFILE || error == ENFILE ? QFileDevice::ResourceError : QFileDevice::OpenError;
@@ -81,24 +81,19 @@ int copyFile(const QString &src, const QString &dst, bool move, bool failIfExist
              lumi::KeepGoing keepGoing, unsigned bufferSize)
 {
     QCoreApplication::processEvents();
-    if (!QFile::exists(src)) {
-        return CopyRefused;
-    }
     if (src == dst) {
-        return CopyDone;
+        return QFile::exists(src) ? CopyDone : CopyRefused;
     }
-    // Reading a pipe or a device would wait for ever.
-    if (!QFileInfo(src).isFile()) {
-        return CopyRefused;
+    const lumi::Descriptor opened = lumi::openRegular(src);
+    QFile source;
+    if (!opened.isOpen()
+        || !source.open(opened.get(), QIODevice::ReadOnly | QIODevice::Unbuffered)) {
+        return codeOfOpenError(errno);
     }
     const bool isTaken = QFile::exists(dst);
-    // Under another name the old one may be the source itself.
+    // The old target may be the source under another name.
     if (isTaken && (failIfExists || lumi::areOneFile(src, dst))) {
         return CopyRefused;
-    }
-    QFile source(src);
-    if (!source.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
-        return source.error();
     }
     if (isTaken && !QFile::remove(dst)) {
         return CopyNotRemoved;
@@ -108,8 +103,8 @@ int copyFile(const QString &src, const QString &dst, bool move, bool failIfExist
         return codeOfOpenError(target.error());
     }
     const int code = copyWhole(&source, &target, keepGoing, blockSize(bufferSize));
-    // Whatever the code is: see the header.
-    if (move && !source.remove()) {
+    // Even after a failure: see the header.
+    if (move && !QFile::remove(src)) {
         return CopyNotRemoved;
     }
     return code;

@@ -1,33 +1,32 @@
 // SPDX-License-Identifier: MIT
-// Copies one file block by block. The import of a card uses it: events run between two blocks, so
-// that the import shows its progress and can be cancelled.
+// Copies one file block by block, for the import. Events run between two blocks, so that the
+// import can show its progress and be cancelled.
 #pragma once
 
 class QString;
 
 namespace lumi {
 
-/// What copyFile() answers; any other number is the QFileDevice::FileError of the file that
-/// could not be opened or written.
+/// Results of copyFile(). Any other number is the QFileDevice::FileError of the file that could not
+/// be opened or written.
 enum CopyResult : int { CopyDone = 0, CopyNotRemoved = 3, CopyRefused = 5, CopyStopped = 6 };
 
-/// Asked after each block; false stops the copy.
+/// Called after each block; false stops the copy.
 using KeepGoing = bool (*)();
 
 } // namespace lumi
 
 /// Copies contents only: no dates, owners or modes. Nothing is synced. The target gets its name
 /// when it is as long as the source; a failed copy leaves nothing.
-/// A read error looks like the end of the file. CopyDone therefore means a whole copy only if
-/// there is a target of the source's size; callers have to look.
+/// A read error is treated as the end of the file. After CopyDone, callers must check that the
+/// target exists and has the size of the source.
 /// Events run before the first and after each block read.
-/// @param src only a regular file is read; else CopyRefused
-/// @param dst if it is src: CopyDone, and nothing is done
-/// @param move removes the source at the end, even after a failure: it is only safe where the
-///        copy can't fail, and nobody sets it
-/// @param failIfExists CopyRefused if there is a dst; otherwise CopyRefused if dst is src under
-///        another name, and any other old one is lost once the source is open, even if the copy
-///        fails
+/// @param src must be a regular file, else CopyRefused
+/// @param dst if equal to src: CopyDone, and nothing is done
+/// @param move removes the source at the end, even after a failed copy; no caller sets it
+/// @param failIfExists if dst exists: CopyRefused. Otherwise an existing dst is removed once the
+///        source is open, even if the copy fails, except that dst may not be src under another
+///        name (CopyRefused)
 /// @param keepGoing may be null
 /// @param bufferSize bytes of a block, at least 4, at most 64 KB
 [[nodiscard]] int copyFile(const QString &src, const QString &dst, bool move, bool failIfExists,
@@ -35,9 +34,9 @@ using KeepGoing = bool (*)();
 
 /// The usual callback: true until the copy is cancelled.
 [[nodiscard]] bool copyKeepGoing();
-/// Holds until it is set back.
+/// Applies until it is reset.
 void setCopyCancelled(bool cancelled);
 
-/// Whether less than this many KB are free where the photo store is. Part of the interface,
-/// though none of today's forms asks.
+/// Whether less than this many KB are free where the photo store is. Part of the interface; no form
+/// calls it.
 [[nodiscard]] bool isSpaceShort(int kb);

@@ -65,7 +65,7 @@ void lumi::removeEmptyFolders(const QString &folder)
     const QStringList names = QDir(folder).entryList(QDir::Dirs | QDir::NoSymLinks | QDir::Readable
                                                      | QDir::Executable | QDir::NoDotAndDotDot);
     for (const QString &name : names) {
-        // That it fails for a folder with contents is what chooses the empty ones.
+        // Fails for a folder that is not empty.
         QDir().rmdir(inside(folder, name));
     }
 }

@@ -1,26 +1,25 @@
 // SPDX-License-Identifier: MIT
-// Making, renaming and removing what lies directly in a folder. Names are single names: one
-// with a "/" would lead out of the folder, so it never exists and can't be made. A name that
-// begins with a dot can't be given either: the entry would vanish from every listing.
+// Makes, renames and removes entries of a folder. A name with a "/" would lead out of the folder:
+// such an entry never exists and can't be made. A name with a leading dot can't be given either,
+// because no listing would show the entry.
 #pragma once
 
 class QString;
 
 namespace lumi {
 
-/// Whether both paths lead to one file or folder, as two spellings of a name do on a card, or
-/// a link and what it points to. False if one of them can't be asked.
+/// Whether both paths lead to the same file or folder, for example two spellings of a name on a
+/// card, or a link and its target. False if one of them does not exist.
 [[nodiscard]] bool areOneFile(const QString &path, const QString &other);
-/// The folder itself and its parent count under the names "." and "..".
+/// The names "." and ".." exist in every folder.
 [[nodiscard]] bool hasEntry(const QString &folder, const QString &name);
 [[nodiscard]] bool makeFolder(const QString &folder, const QString &name);
-/// False, with both as they were, when the new name is taken or not allowed, or the system
-/// refuses.
+/// False, and nothing has changed, if the new name is taken or not allowed, or the system refuses.
 [[nodiscard]] bool renameEntry(const QString &folder, const QString &oldName,
                                const QString &newName);
-/// Removes a file. A protected one stays.
+/// Removes a file, unless it is protected.
 [[nodiscard]] bool removePhoto(const QString &path);
-/// Tries all folders in it, hidden ones and links left out: those that hold anything stay.
+/// Removes all empty folders in it, except hidden ones and links.
 void removeEmptyFolders(const QString &folder);
 
 } // namespace lumi

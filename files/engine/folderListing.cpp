@@ -104,7 +104,7 @@ lumi::FolderNames lumi::namesIn(const QString &folder)
         if (!isDots(entry->d_name)) {
             listing.names.append(entry->d_name);
         }
-        errno = 0; // only the last call's counts
+        errno = 0; // only the error of the last call counts
     }
     listing.isWhole = errno == 0;
     sortByName(&listing.names);

@@ -30,7 +30,7 @@ ssize_t readBlock(int fd, std::array<char, kBlockBytes> &block)
     return got;
 }
 
-/// False also on a read error: a failing card must not be taken for the end of the photo.
+/// False on a read error, too: a failing card must not look like the end of the photo.
 bool copyBlocks(int source, lumi::NewFile &target)
 {
     // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): each block is read before it is used
@@ -69,7 +69,7 @@ PasteResult lumi::rawCopy(const QString &source, const QString &target, bool sou
     if (!to.commit()) {
         return to.error() == EEXIST ? PasteResult::TargetNotMade : PasteResult::NotWritten;
     }
-    // The source may only go when the name of its copy is on the disk, too.
+    // The source may be removed only when the name of its copy is on the disk, too.
     if (sourceGoes && syncFolder(QFileInfo(target).path()) != 0) {
         QFile::remove(target);
         return PasteResult::NotWritten;

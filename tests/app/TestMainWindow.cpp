@@ -442,7 +442,6 @@ void TestMainWindow::windowMayDieAtAnyTime()
 {
     const QPointer<FormBase> form(m_window->currentForm());
     form->requestForm(2, QString());
-    form->enterBusy();
     m_window.reset();
     QVERIFY(!form);
     QCoreApplication::processEvents();

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What a user does in the windows that the slideshow of the browser opens, one deed after the
-// other, and what is seen of these windows from outside.
+// Actions of a user in the windows that the browser opens, one after the other, and predicates on
+// these windows.
 #pragma once
 
 #include "items/FPVItemImage.h"
@@ -24,8 +24,8 @@ template <class Window> [[nodiscard]] Window *openWindow()
     return window != nullptr && window->isVisible() ? window : nullptr;
 }
 
-/// What a user does in windows that open over the form: each deed is done as soon as it can.
-/// When one can't be done, all windows are closed, so that the test goes on and fails.
+/// Performs actions in windows that open over the form, each as soon as possible. If one stays
+/// impossible, all windows are closed, so that the test fails instead of hanging.
 class Deeds
 {
 public:
@@ -91,7 +91,7 @@ private:
 [[nodiscard]] inline Deeds::Deed presses(Qt::Key key)
 {
     return [key] {
-        // Boxes and menus run loops of their own, and the deeds must go on.
+        // Boxes and menus run nested loops, in which the next actions must be performed.
         QTimer::singleShot(0, qApp, [key] {
             QTest::keyClick(QApplication::activeModalWidget(), key);
         });
@@ -112,7 +112,7 @@ private:
     };
 }
 
-/// The photo was deleted, and its follower is still being decoded.
+/// The photo was deleted, and the next one is still being decoded.
 [[nodiscard]] inline Deeds::Deed seesNothing()
 {
     return [] {
@@ -146,7 +146,7 @@ template <class Window> [[nodiscard]] Deeds::Deed closes()
     };
 }
 
-/// Notes which windows come up, and whether the wait dialog was there then.
+/// Records which windows appear, and whether the wait dialog was shown at that moment.
 class WindowLog : public QObject
 {
 public:

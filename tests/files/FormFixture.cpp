@@ -191,7 +191,7 @@ QStringList lumi::test::FormFixture::media() const
 
 void lumi::test::FormFixture::tellCardChange()
 {
-    lumi::CardSlots::look(); // as the watcher does before it tells
+    lumi::CardSlots::look(); // as MountWatcher does before it sends the message
     QCopChannel::send("QPE/Card", "mtabChanged()");
     QCoreApplication::processEvents();
 }

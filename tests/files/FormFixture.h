@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The browser form in a window of its own, as the main window holds it.
+// The browser form in its own window, as in the main window.
 #pragma once
 
 #include "files/FormFile.h"
@@ -29,13 +29,13 @@ namespace lumi::test {
 class FormFixture
 {
 public:
-    /// Nothing is shown yet: photos and cards can be laid out first.
+    /// Shows nothing yet, so that photos and cards can be prepared.
     FormFixture();
     ~FormFixture();
 
-    /// Makes the form and starts it, and waits until the window has the focus.
+    /// Creates and starts the form, and waits until the window has the focus.
     void start();
-    /// Starts over the store, with the cursor on this item, if any, and all photos marked.
+    /// Starts the form with all photos of the store marked. @param current item at the cursor
     void startMarked(const char *current = nullptr);
 
     /// Whether the listing was read again since then: fresh items have no marks.
@@ -43,15 +43,16 @@ public:
 
     /// Puts the cursor on an item of the page.
     void select(const char *name) const;
-    /// Chooses a menu entry, however gray, and answers its dialogs in order. A line for each of
-    /// them comes back, and more if the form isn't busy meanwhile, or a dialog isn't the form's
-    /// own or stays. @param atWait done once, while the first wait dialog is painted
+    /// Chooses a menu entry, even if it is disabled, and answers its dialogs in order. Returns a
+    /// line for each dialog. Further lines report errors: the form was not busy, a dialog has
+    /// another parent, a dialog stayed open.
+    /// @param atWait called once, while the first wait dialog is painted
     QStringList play(int entry, const QList<DialogAnswer> &answers = {},
                      const std::function<void()> &atWait = {});
-    [[nodiscard]] QStringList store() const; ///< names of all that lies in it, sorted
-    /// The same with all that lies below, as paths from the store.
+    [[nodiscard]] QStringList store() const; ///< names of its entries, sorted
+    /// Relative paths of all entries at any depth, sorted.
     [[nodiscard]] QStringList storeTree() const;
-    /// Until the page holds this many cells. False if it doesn't come to that.
+    /// Waits until the page has this many cells. False after a timeout.
     [[nodiscard]] bool waitForCells(int count);
     [[nodiscard]] QStringList names() const; ///< of the page's items
     [[nodiscard]] FPVThumbnailItem *cell(const QString &fileName) const;
@@ -60,13 +61,13 @@ public:
     /// Chooses a medium as the user does.
     void choose(const QString &medium);
     [[nodiscard]] QStringList media() const; ///< in the combo
-    /// Tells the form that a card came or went, and lets it hear.
+    /// Sends the card message to the form and lets it handle it.
     void tellCardChange();
     [[nodiscard]] MyImageButton *columnButton(int index) const;
     [[nodiscard]] QList<QPopupMenu *> menus() const; ///< of the menu bar
     /// An entry of any menu, by its number.
     [[nodiscard]] QAction *entry(int id) const;
-    /// Opens the menu in question, as far as its entries' state goes.
+    /// Updates the state of the entries, as when a menu opens.
     void grayOut();
 
     BrowserWorld world;

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A card that gives way to another one while the form is busy: the same slot, the same device,
-// and photos of the same names, as cameras number alike. What was marked and asked about was on
-// the first card, and nothing of it may happen to the second.
+// A card that is exchanged while the form is busy. The second card has the same slot, the same
+// device and photos with the same names. Operations on the first card must not affect it.
 #include "app/common/BusyScope.h"
 #include "exif/ui/FormExif.h"
 #include "tests/files/Deeds.h"
@@ -80,16 +79,16 @@ private Q_SLOTS:
     void beforeTheStart();
 
 private:
-    /// Puts the first card in and starts.
+    /// Inserts the first card and starts the form.
     void start(Slot slot = Slot::SD);
-    /// The same, and shows the card, with the cursor on its first photo and all photos marked.
+    /// start(), then shows the card with the cursor on its first photo and all photos marked.
     void showMarked(Slot slot = Slot::SD);
-    /// Takes the card out and puts the other one in, and tells of both.
+    /// Removes the card and inserts the second one, with a message for each.
     void exchange();
     void exchangeWhileBusy();
     void takeOut();
     void putIn();
-    /// Whether the second card is on show, unmarked, and nothing has happened to it.
+    /// Whether the second card is shown, unmarked and unchanged.
     [[nodiscard]] bool isSecondCardWhole();
     [[nodiscard]] QStringList secondCard() const;
 
@@ -215,7 +214,7 @@ void TestCardExchanged::underTheEditor()
     setChangedAt(photo, kLongAgo);
     QByteArray before;
     const Deeds deeds({[&] {
-                           // Its window is shown while it is still made.
+                           // The window is shown in the constructor, before its loop runs.
                            const int loops = QThread::currentThread()->loopLevel();
                            if (openWindow<FormExif>() == nullptr || loops == 0) {
                                return false;
@@ -262,7 +261,7 @@ void TestCardExchanged::andReadAgainUnderTheQuestion_data()
     QTest::newRow("Delete Empty Folder") << kDeleteEmpty;
 }
 
-/// A page that is built meanwhile lists the second card, and its photo has the cursor.
+/// A page built in between lists the second card, and the cursor is on its photo.
 void TestCardExchanged::andReadAgainUnderTheQuestion()
 {
     QFETCH(int, entry);
@@ -300,7 +299,7 @@ void TestCardExchanged::underTheQuestionOfTheSlideshow()
     QVERIFY(isSecondCardWhole());
 }
 
-/// It hears of it from the event loop, when the window that was over it has gone.
+/// The form gets the message from the event loop, after its modal window has closed.
 void TestCardExchanged::beforeTheFormHasHeardOfIt()
 {
     showMarked();
@@ -313,7 +312,7 @@ void TestCardExchanged::beforeTheFormHasHeardOfIt()
     QVERIFY(isSecondCardWhole());
 }
 
-/// No message has come yet, and nobody has seen the slot empty.
+/// No message was sent yet, and nothing looked at the slot while it was empty.
 void TestCardExchanged::inOneBurst()
 {
     showMarked();
@@ -340,12 +339,12 @@ void TestCardExchanged::withAnotherFolderOnShow()
     m_form->up->click();
     QTRY_COMPARE(m_form->names(), list("dcim"));
     exchangeWhileBusy();
-    // As if it had just been chosen.
+    // The card is shown as if it had just been chosen.
     QVERIFY(isSecondCardWhole());
     QVERIFY(m_form->up->isEnabled());
 }
 
-/// A page that is built meanwhile lists the empty slot, which is on the device of both cards.
+/// A page built in between lists the empty slot, which is on the same device as both cards.
 void TestCardExchanged::andReadAgainInBetween()
 {
     QFETCH(Slot, slot);
@@ -396,12 +395,12 @@ void TestCardExchanged::notBeingOnShow()
     QVERIFY(cell != nullptr);
     QVERIFY(m_form->view->anyChecked());
     QCOMPARE(m_form->combo->currentText(), kStore);
-    // It opens where cards open.
+    // The card opens in its camera folder.
     m_form->choose(m_name);
     QVERIFY(isSecondCardWhole());
 }
 
-/// The exchange is dealt with once: the second card's folder is remembered from then on.
+/// The exchange is handled once. Later messages do not reset the remembered folder.
 void TestCardExchanged::laterNewsResetNothing()
 {
     QFETCH(Slot, slot);
@@ -443,7 +442,7 @@ void TestCardExchanged::theOtherCardIsLeftAlone()
     QTRY_COMPARE(m_form->names(), list("dcim"));
 }
 
-/// The form is built before the main window starts it.
+/// The main window creates the form before it starts it.
 void TestCardExchanged::beforeTheStart()
 {
     start();

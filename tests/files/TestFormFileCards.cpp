@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The media of the browser form: which are offered, what is remembered of them, and what
-// happens when a card comes or goes.
-#include "app/common/BusyScope.h"
-#include "platform/session/QCopChannel.h"
+// The media of the browser form: which are offered, which folders are remembered, and what happens
+// when a card is inserted or removed.
 #include "tests/files/FormFixture.h"
 #include "tests/support/TestMain.h"
 
@@ -44,14 +42,8 @@ private Q_SLOTS:
     void aPulledCardThatIsNotShownChangesTheListOnly();
     void aCardPutInAgainOpensAtItsCameraFolder();
     void aCardThatCameAgainOnAnotherDeviceIsReadAnew();
-    void anotherDeviceWithoutTheFolderIsReadAnewToo();
-    void aPulledCfCardLeadsToTheStoreToo();
-    void aCardPulledWhileTheStoreIsShownForgetsItsFolder();
     void aCardThatComesChangesTheListOnly();
     void thePulledCardTakesItsPlaceInTheListAlong();
-    void everyMessageIsDealtWithOnce();
-    void otherMessagesAreIgnored();
-    void aBusyFormDealsWithItAfterwards();
     void theOpenListIsClosed();
 
 private:
@@ -102,7 +94,7 @@ void TestFormFileCards::aCardOpensAtItsCameraFolder()
     QCOMPARE(m_form->names(), QStringList{QStringLiteral("s.jpg")});
     QVERIFY(m_form->up->isEnabled());
     QCOMPARE(m_form->view->currentIndex(), 0);
-    // Above it is the card's root, and nothing above that.
+    // Up leads to the card's root and no further.
     QTest::mouseClick(m_form->up, Qt::LeftButton);
     QVERIFY(m_form->waitForCells(2));
     QVERIFY(!m_form->up->isEnabled());
@@ -127,7 +119,7 @@ void TestFormFileCards::aCardWithoutACameraFolderOpensAtItsRoot()
     QVERIFY(m_form->waitForCells(1));
     QCOMPARE(m_form->names(), QStringList{QStringLiteral("top.jpg")});
     QVERIFY(!m_form->up->isEnabled());
-    // The root is what is remembered now.
+    // Now the root is remembered.
     m_form->world.makePhoto(m_form->world.machine->sd + QStringLiteral("/dcim/s.jpg"));
     m_form->choose(kStore);
     QVERIFY(m_form->waitForCells(4));
@@ -159,7 +151,7 @@ void TestFormFileCards::everyMediumRemembersItsFolder()
 
 void TestFormFileCards::readingAgainRemembersNothing()
 {
-    // A card whose mount point is a file: the store comes up in its place and is read again.
+    // The card's mount point is a file: the store is shown instead and read again.
     m_form->world.machine->sd = m_form->world.machine->folder.filePath(QStringLiteral("odd"));
     m_form->world.makeFile(m_form->world.machine->sd, "x");
     m_form->start();
@@ -167,7 +159,7 @@ void TestFormFileCards::readingAgainRemembersNothing()
     m_form->choose(kSd);
     QTRY_COMPARE(m_form->combo->currentText(), kStore);
     QVERIFY(m_form->waitForCells(4));
-    // Nobody walked anywhere, so the card's own folder is still the one to open.
+    // No folder was entered, so the card's own folder is still opened.
     QVERIFY(QFile::remove(m_form->world.machine->sd));
     m_form->world.makePhoto(m_form->world.machine->sd + QStringLiteral("/s.jpg"));
     m_form->choose(kStore);
@@ -209,13 +201,13 @@ void TestFormFileCards::aFolderReachedByUpStays()
     QTRY_VERIFY(m_form->names().contains(QStringLiteral("a03.jpg")));
     QVERIFY(m_form->up->isEnabled());
     QCOMPARE(m_form->names().size(), newName.isEmpty() ? 4 : 5);
-    // One step up is the store's top.
+    // One step up is the root of the store.
     QTest::mouseClick(m_form->up, Qt::LeftButton);
     QTRY_VERIFY(m_form->names().contains(QStringLiteral("dir")));
     QVERIFY(!m_form->up->isEnabled());
 }
 
-/// A folder that was away for a moment is on show when its medium is chosen again.
+/// A folder that was missing temporarily is shown when its medium is chosen again.
 void TestFormFileCards::aFolderThatCantBeListedIsRememberedToo()
 {
     insertBoth();
@@ -265,7 +257,7 @@ void TestFormFileCards::theFallbackIsRememberedForTheCard()
     QVERIFY(!m_form->up->isEnabled());
     m_form->tap(QStringLiteral("dir"));
     QTRY_VERIFY(m_form->names().contains(QStringLiteral("a03.jpg")));
-    // The store's own place is still its root, the card's is the folder walked to.
+    // The store still remembers its root; the entered folder is remembered for the card.
     m_form->choose(kStore);
     QTRY_VERIFY(m_form->names().contains(QStringLiteral("dir")));
     m_form->choose(kSd);
@@ -324,7 +316,7 @@ void TestFormFileCards::aCardPutInAgainOpensAtItsCameraFolder()
     QCOMPARE(m_form->names(), QStringList{QStringLiteral("s.jpg")});
 }
 
-/// As after a pull and a return that were told of together.
+/// As after removing and inserting a card with one message for both.
 void TestFormFileCards::aCardThatCameAgainOnAnotherDeviceIsReadAnew()
 {
     insertBoth();
@@ -337,57 +329,6 @@ void TestFormFileCards::aCardThatCameAgainOnAnotherDeviceIsReadAnew()
     m_form->tellCardChange();
     QCOMPARE(m_form->combo->currentText(), kSd);
     QTRY_VERIFY(!m_form->names().contains(QStringLiteral("s.jpg")));
-}
-
-void TestFormFileCards::anotherDeviceWithoutTheFolderIsReadAnewToo()
-{
-    insertBoth();
-    const QString trip = m_form->world.machine->sd + QStringLiteral("/dcim/trip");
-    m_form->world.makePhoto(trip + QStringLiteral("/t.jpg"));
-    m_form->start();
-    m_form->choose(kSd);
-    QTRY_COMPARE(m_form->names(), (QStringList{QStringLiteral("trip"), QStringLiteral("s.jpg")}));
-    m_form->tap(QStringLiteral("trip"));
-    QTRY_COMPARE(m_form->names(), QStringList{QStringLiteral("t.jpg")});
-    QVERIFY(QDir(trip).removeRecursively());
-    m_form->tellCardChange();
-    QCOMPARE(m_form->combo->currentText(), kSd);
-    QTRY_COMPARE(m_form->names(), QStringList{QStringLiteral("s.jpg")});
-    // Nothing points to what is gone.
-    m_form->up->click();
-    QTRY_COMPARE(m_form->names(), (QStringList{QStringLiteral("dcim"), QStringLiteral("top.jpg")}));
-}
-
-void TestFormFileCards::aPulledCfCardLeadsToTheStoreToo()
-{
-    insertBoth();
-    m_form->start();
-    QVERIFY(m_form->waitForCells(4));
-    m_form->choose(kCf);
-    QVERIFY(m_form->waitForCells(2));
-    m_form->world.machine->removeCard(Slot::CF);
-    m_form->tellCardChange();
-    QCOMPARE(m_form->combo->currentText(), kStore);
-    QTRY_VERIFY(m_form->names().contains(QStringLiteral("dir")));
-}
-
-void TestFormFileCards::aCardPulledWhileTheStoreIsShownForgetsItsFolder()
-{
-    insertBoth();
-    m_form->start();
-    m_form->choose(kCf);
-    QTRY_COMPARE(m_form->names().size(), 2);
-    m_form->form->btn_root_cliced();
-    QTRY_COMPARE(m_form->names(), QStringList{QStringLiteral("dcim")});
-    m_form->choose(kStore);
-    QVERIFY(m_form->waitForCells(4));
-    m_form->world.machine->removeCard(Slot::CF);
-    m_form->tellCardChange();
-    m_form->world.machine->insertCard(Slot::CF);
-    m_form->tellCardChange();
-    m_form->choose(kCf);
-    QTRY_COMPARE(m_form->names(),
-                 (QStringList{QStringLiteral("a00.jpg"), QStringLiteral("a01.jpg")}));
 }
 
 void TestFormFileCards::aCardThatComesChangesTheListOnly()
@@ -414,58 +355,11 @@ void TestFormFileCards::thePulledCardTakesItsPlaceInTheListAlong()
     const QPointer<FPVThumbnailItem> cell(m_form->cell(QStringLiteral("a01.jpg")));
     m_form->world.machine->removeCard(Slot::SD);
     m_form->tellCardChange();
-    // The CF card stands elsewhere in the list now and is still the one on show.
+    // The CF card has another row in the combo box now and is still shown.
     QCOMPARE(m_form->combo->currentText(), kCf);
     QTest::qWait(60);
     QVERIFY(cell != nullptr);
     QVERIFY(m_form->view->anyChecked());
-}
-
-void TestFormFileCards::everyMessageIsDealtWithOnce()
-{
-    insertBoth();
-    m_form->start();
-    m_form->choose(kSd);
-    QVERIFY(m_form->waitForCells(1));
-    m_form->world.machine->removeCard(Slot::SD);
-    int refills = 0;
-    connect(m_form->combo->model(), &QAbstractItemModel::rowsInserted, this,
-            [&refills](const QModelIndex &, int first) {
-                refills += first == 0 ? 1 : 0;
-            });
-    m_form->tellCardChange();
-    QCOMPARE(refills, 1);
-    m_form->tellCardChange();
-    QCOMPARE(refills, 2);
-}
-
-void TestFormFileCards::otherMessagesAreIgnored()
-{
-    m_form->start();
-    m_form->world.machine->insertCard(Slot::SD);
-    QCopChannel::send("QPE/Card", "mtabChanged");
-    QCopChannel::send("QPE/System", "mtabChanged()");
-    QCoreApplication::processEvents();
-    QCOMPARE(m_form->media(), QStringList{kStore});
-}
-
-void TestFormFileCards::aBusyFormDealsWithItAfterwards()
-{
-    insertBoth();
-    m_form->start();
-    m_form->choose(kSd);
-    QVERIFY(m_form->waitForCells(1));
-    {
-        const lumi::BusyScope busy(m_form->form.get());
-        m_form->world.machine->removeCard(Slot::SD);
-        m_form->tellCardChange();
-        m_form->tellCardChange();
-        QCOMPARE(m_form->combo->currentText(), kSd);
-        QCOMPARE(m_form->names(), QStringList{QStringLiteral("s.jpg")});
-    }
-    QCoreApplication::processEvents();
-    QCOMPARE(m_form->combo->currentText(), kStore);
-    QVERIFY(m_form->waitForCells(4));
 }
 
 void TestFormFileCards::theOpenListIsClosed()

@@ -1,13 +1,11 @@
 // SPDX-License-Identifier: MIT
-// Copy, cut and paste, and the marks, by menu and by key.
-#include "platform/session/QCopChannel.h"
+// Copy, cut, paste and marks, by menu and by key.
 #include "tests/files/FormFixture.h"
 #include "tests/files/menuEntries.h"
 #include "tests/support/FullDisk.h"
 #include "tests/support/TestMain.h"
 #include "tests/support/rows.h"
 
-#include <QDir>
 #include <QFile>
 #include <QTest>
 
@@ -21,7 +19,7 @@ namespace {
 
 const QString kFull = QStringLiteral("critical Error: Free some memory and try again OK*");
 
-/// Of a disk, in bytes: for a small photo it is enough.
+/// Size of a disk in bytes; enough for a small photo.
 constexpr int kRoom = 20000;
 
 } // namespace
@@ -38,9 +36,6 @@ private Q_SLOTS:
 
     void aCopyGoesIntoAnotherFolder();
     void aCutGoesOnce();
-    void aCopyIntoItsOwnFolderStandsBeside();
-    void aCutIntoItsOwnFolderStays();
-    void aCopiedFolderLosesWhatIsNoPhoto();
     void markedPhotosGoTogether_data();
     void markedPhotosGoTogether();
     void marksOutliveTheClipboard();
@@ -50,15 +45,12 @@ private Q_SLOTS:
     void roomIsTold_data();
     void roomIsTold();
     void allAreMarkedAndUnmarked();
-    void theClipboardGoesWithTheForm();
-    void keysWork();
     void keysLeaveFoldersAlone();
-    void cardsWaitForThePaste();
 
 private:
     void start(int cells);
     void enter(const char *folder, int cells);
-    /// Chooses an entry that must not be gray.
+    /// Chooses an entry, which must be enabled.
     QStringList play(int entry, const QList<DialogAnswer> &answers = {});
     QStringList playKey(Qt::Key key, Qt::KeyboardModifiers modifiers,
                         const QList<DialogAnswer> &answers = {});
@@ -107,7 +99,7 @@ void TestFormFileClipboard::aCopyGoesIntoAnotherFolder()
     QCOMPARE(play(kPaste), QStringList{kWorking});
     QVERIFY(m_form->waitForCells(2));
     QCOMPARE(m_form->names(), list("b.jpg a01.jpg"));
-    // The cursor is on what is new.
+    // The cursor is on the new photo.
     QCOMPARE(m_form->view->currentObject()->fileName(), QStringLiteral("a01.jpg"));
     QCOMPARE(m_form->status->text(), QStringLiteral("a01"));
     QCOMPARE(play(kPaste), QStringList{kWorking});
@@ -126,54 +118,11 @@ void TestFormFileClipboard::aCutGoesOnce()
     QCOMPARE(play(kPaste), QStringList{kWorking});
     QVERIFY(m_form->waitForCells(1));
     QCOMPARE(m_form->storeTree(), list("a00.jpg dir dir/a01.jpg"));
-    // The entry is gray now.
     m_form->grayOut();
     QVERIFY(!m_form->entry(kPaste)->isEnabled());
     m_form->form->filelist_decided(nullptr);
     QVERIFY(m_form->waitForCells(2));
     QCOMPARE(m_form->names(), list("dir a00.jpg"));
-}
-
-void TestFormFileClipboard::aCopyIntoItsOwnFolderStandsBeside()
-{
-    m_form->world.makePhotos(1);
-    start(1);
-    m_form->select("a00.jpg");
-    play(kCopy);
-    QCOMPARE(play(kPaste), QStringList{kWorking});
-    QVERIFY(m_form->waitForCells(2));
-    QCOMPARE(m_form->names(), list("a00.jpg a00-1.jpg"));
-}
-
-void TestFormFileClipboard::aCutIntoItsOwnFolderStays()
-{
-    m_form->world.makePhotos(1);
-    start(1);
-    m_form->select("a00.jpg");
-    play(kCut);
-    QCOMPARE(play(kPaste), QStringList{kWorking});
-    QCOMPARE(m_form->storeTree(), list("a00.jpg"));
-    QVERIFY(m_form->view->clipboardPaths().isEmpty());
-}
-
-void TestFormFileClipboard::aCopiedFolderLosesWhatIsNoPhoto()
-{
-    m_form->world.makePhotos(2, QStringLiteral("trip"));
-    m_form->world.makePhotos(1, QStringLiteral("trip/day"));
-    m_form->world.makeFile(QStringLiteral("trip/notes.txt"), "1");
-    m_form->world.makeFolder(QStringLiteral("to"));
-    start(2);
-    m_form->select("trip");
-    play(kCopy);
-    enter("to", 0);
-    QCOMPARE(play(kPaste), QStringList{kWorking});
-    QCOMPARE(play(kPaste), QStringList{kWorking});
-    QVERIFY(m_form->waitForCells(2));
-    QCOMPARE(m_form->names(), list("trip trip001"));
-    QCOMPARE(m_form->storeTree(),
-             list("to to/trip to/trip/a00.jpg to/trip/a01.jpg to/trip001 to/trip001/a00.jpg "
-                  "to/trip001/a01.jpg trip trip/a00.jpg trip/a01.jpg trip/day trip/day/a00.jpg "
-                  "trip/notes.txt"));
 }
 
 void TestFormFileClipboard::markedPhotosGoTogether_data()
@@ -189,7 +138,7 @@ void TestFormFileClipboard::markedPhotosGoTogether()
     m_form->world.makePhotos(3);
     m_form->world.makeFolder(QStringLiteral("to"));
     start(4);
-    // In the order of the listing, not of marking.
+    // They are pasted in the order of the listing, not of marking.
     for (const char *name : {"a02.jpg", "a00.jpg"}) {
         m_form->cell(QString::fromUtf8(name))->toggleItemCheck(true);
     }
@@ -229,8 +178,8 @@ void TestFormFileClipboard::nothingOnTheClipboardIsSilent()
 void TestFormFileClipboard::failuresAreTold_data()
 {
     QTest::addColumn<QString>("path");
-    QTest::newRow("a photo that has gone") << "gone.jpg";
-    QTest::newRow("a link to nothing") << "link.jpg";
+    QTest::newRow("a missing photo") << "gone.jpg";
+    QTest::newRow("a broken link") << "link.jpg";
     QTest::newRow("no name is free") << "dir/plain";
     QTest::newRow("a pipe in a photo's place") << "dir/pipe.jpg";
     QTest::newRow("the disk is full") << "dir/big.jpg";
@@ -249,7 +198,7 @@ void TestFormFileClipboard::failuresAreTold()
     start(2);
     const QStringList before = m_form->storeTree();
     auto limit = std::make_unique<FileSizeLimit>(kRoom);
-    // What went well before stays, and comes on show.
+    // Copies made before the failure stay and are shown.
     m_form->view->clipboard().take(
         {m_form->world.path(QStringLiteral("a00.jpg")), m_form->world.path(path)}, true);
     QCOMPARE(play(kPaste, {clicking(QMessageBox::Ok)}), (QStringList{kWorking, kNotPasted}));
@@ -280,7 +229,7 @@ void TestFormFileClipboard::roomIsTold()
     m_form->select("a00.jpg");
     play(kCopy);
     m_form->world.machine->diskAt = [freeKB](const QByteArray &) {
-        // Of blocks this size, each counts as one KB.
+        // A block of this size counts as one KB.
         return DiskFigures{1536, freeKB, freeKB, true};
     };
     QTEST(play(kPaste, {clicking(QMessageBox::Ok)}), "dialogs");
@@ -305,40 +254,6 @@ void TestFormFileClipboard::allAreMarkedAndUnmarked()
     QVERIFY(m_form->waitForCells(3));
 }
 
-void TestFormFileClipboard::theClipboardGoesWithTheForm()
-{
-    m_form->world.makePhotos(1);
-    start(1);
-    m_form->select("a00.jpg");
-    play(kCopy);
-    m_form->window.takeCentralWidget();
-    m_form->form.reset();
-    start(1);
-    m_form->grayOut();
-    QVERIFY(!m_form->entry(kPaste)->isEnabled());
-}
-
-void TestFormFileClipboard::keysWork()
-{
-    m_form->world.makePhotos(2);
-    m_form->world.makeFolder(QStringLiteral("to"));
-    start(3);
-    m_form->select("a00.jpg");
-    QVERIFY(playKey(Qt::Key_C, Qt::ControlModifier).isEmpty());
-    QVERIFY(!m_form->view->clipboard().isCut());
-    QCOMPARE(playKey(Qt::Key_V, Qt::ControlModifier), QStringList{kWorking});
-    QVERIFY(m_form->waitForCells(4));
-    m_form->select("a01.jpg");
-    QVERIFY(playKey(Qt::Key_X, Qt::ControlModifier).isEmpty());
-    QVERIFY(m_form->view->clipboard().isCut());
-    enter("to", 0);
-    QCOMPARE(playKey(Qt::Key_V, Qt::ControlModifier), QStringList{kWorking});
-    QVERIFY(m_form->waitForCells(1));
-    QCOMPARE(m_form->storeTree(), list("a00-1.jpg a00.jpg to to/a01.jpg"));
-    QCOMPARE(playKey(Qt::Key_Delete, {}, {clicking(QMessageBox::Yes)}).size(), 2);
-    QCOMPARE(m_form->storeTree(), list("a00-1.jpg a00.jpg to"));
-}
-
 void TestFormFileClipboard::keysLeaveFoldersAlone()
 {
     m_form->world.makeFolder(QStringLiteral("dir"));
@@ -350,23 +265,6 @@ void TestFormFileClipboard::keysLeaveFoldersAlone()
     QVERIFY(playKey(Qt::Key_C, Qt::ControlModifier).isEmpty());
     QCOMPARE(m_form->view->clipboardPaths(),
              QStringList{m_form->world.path(QStringLiteral("dir"))});
-}
-
-/// A folder is pasted with events running in between.
-void TestFormFileClipboard::cardsWaitForThePaste()
-{
-    m_form->world.makePhotos(3, QStringLiteral("trip"));
-    start(1);
-    m_form->world.machine->insertCard(Slot::SD);
-    m_form->view->clipboard().take({m_form->world.path(QStringLiteral("trip"))}, false);
-    int countInside = 0;
-    QCopChannel::send("QPE/Card", "mtabChanged()");
-    connect(m_form->form.get(), &FormBase::busyReleased, this, [this, &countInside] {
-        countInside = m_form->combo->count();
-    });
-    QCOMPARE(play(kPaste), QStringList{kWorking});
-    QCOMPARE(countInside, 1);
-    QTRY_COMPARE(m_form->combo->count(), 2);
 }
 
 LUMI_TEST(TestFormFileClipboard)

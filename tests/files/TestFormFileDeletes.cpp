@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: MIT
-// The three deletes: what is asked, what is told, and what is on show afterwards.
+// The three delete entries: their questions, their messages, and what is shown afterwards.
 #include "tests/files/FormFixture.h"
 #include "tests/files/menuEntries.h"
 #include "tests/support/FileFaults.h"
 #include "tests/support/TestMain.h"
 #include "tests/support/rows.h"
 
-#include <QDir>
 #include <QFile>
 #include <QTest>
 
@@ -43,15 +42,12 @@ private Q_SLOTS:
     void cleanup() { m_form.reset(); }
 
     void aPhotoIsDeleted();
-    void onlyYesDeletes_data();
-    void onlyYesDeletes();
     void aProtectedPhotoStays();
     void aPhotoThatTheSystemKeepsStays();
     void aPhotoThatIsGoneIsNotDeleted();
     void aFolderIsNotDeleted();
     void deleteWithoutAnItemDoesNothing();
     void longNamesAreCutInTheQuestion();
-    void namesAreNoMarkup();
     void onlyWhatWasAskedAboutIsDeleted();
     void theWaitLetsNoOtherPhotoIn_data();
     void theWaitLetsNoOtherPhotoIn();
@@ -66,7 +62,6 @@ private Q_SLOTS:
     void emptyFoldersOfANotListedFolder();
     void questionsThatAreNotAnsweredWithYes_data();
     void questionsThatAreNotAnsweredWithYes();
-    void cardsWaitUntilTheQuestionIsAnswered();
 
 private:
     void protect(const char *name) const;
@@ -92,34 +87,12 @@ void TestFormFileDeletes::aPhotoIsDeleted()
     QVERIFY(m_form->wasReadAgain());
 }
 
-void TestFormFileDeletes::onlyYesDeletes_data()
-{
-    QTest::addColumn<int>("way");
-    QTest::newRow("the default") << 0;
-    QTest::newRow("Escape") << 1;
-    QTest::newRow("the window's control") << 2;
-    QTest::newRow("No") << 3;
-}
-
-void TestFormFileDeletes::onlyYesDeletes()
-{
-    QFETCH(int, way);
-    const QList<DialogAnswer> ways{pressing(Qt::Key_Return), pressing(Qt::Key_Escape), closing(),
-                                   clicking(QMessageBox::No)};
-    m_form->world.makePhotos(1);
-    m_form->startMarked("a00.jpg");
-    QCOMPARE(m_form->play(kDelete, {ways.at(way)}),
-             QStringList{askDelete(QStringLiteral("a00.jpg"))});
-    QCOMPARE(m_form->store(), list("a00.jpg"));
-    QVERIFY(!m_form->wasReadAgain());
-}
-
 void TestFormFileDeletes::aProtectedPhotoStays()
 {
     m_form->world.makePhotos(2);
     protect("a01.jpg");
     m_form->startMarked("a01.jpg");
-    // The wait dialog has gone when the failure is told.
+    // The wait dialog is closed before the error box opens.
     QCOMPARE(m_form->play(kDelete, {yes(), ok()}),
              (QStringList{askDelete(QStringLiteral("a01.jpg")), kWorking, kNotDeleted}));
     QCOMPARE(m_form->store(), list("a00.jpg a01.jpg"));
@@ -127,7 +100,7 @@ void TestFormFileDeletes::aProtectedPhotoStays()
     QVERIFY(m_form->waitForCells(2));
 }
 
-/// As in a folder that nobody may write.
+/// As in a read-only folder.
 void TestFormFileDeletes::aPhotoThatTheSystemKeepsStays()
 {
     m_form->world.makePhotos(2);
@@ -186,16 +159,7 @@ void TestFormFileDeletes::longNamesAreCutInTheQuestion()
     QVERIFY(shown.size() <= 23);
 }
 
-void TestFormFileDeletes::namesAreNoMarkup()
-{
-    const QString name = QStringLiteral("<b>x<b>%1.jpg");
-    m_form->world.makePhoto(name);
-    m_form->startMarked(qPrintable(name));
-    // A box that took it for markup would say so.
-    QCOMPARE(m_form->play(kDelete, {cancel()}), QStringList{askDelete(name)});
-}
-
-/// The listing may be read again under the question, so that the cursor is on another photo.
+/// The cursor may move while the question is shown.
 void TestFormFileDeletes::onlyWhatWasAskedAboutIsDeleted()
 {
     m_form->world.makePhotos(3);
@@ -206,7 +170,7 @@ void TestFormFileDeletes::onlyWhatWasAskedAboutIsDeleted()
     QCOMPARE(m_form->play(kDelete, {after(move, yes()), ok()}),
              (QStringList{askDelete(QStringLiteral("a01.jpg")), kWorking, kNotDeleted}));
     QCOMPARE(m_form->store(), list("a00.jpg a01.jpg a02.jpg"));
-    // Nor is another one whose place it has.
+    // A photo that has moved to another position in the list is not deleted either.
     m_form->startMarked("a01.jpg");
     const auto reload = [this] {
         QVERIFY(QFile::remove(m_form->world.path(QStringLiteral("a00.jpg"))));
@@ -271,9 +235,9 @@ void TestFormFileDeletes::theStatusFieldForgetsThem_data()
 {
     QTest::addColumn<int>("photos");
     QTest::addColumn<int>("cursor");
-    QTest::addColumn<int>("deleted"); // from the cursor on
+    QTest::addColumn<int>("deleted"); // number of photos, from the cursor on
     QTest::addColumn<QString>("status");
-    QTest::newRow("nothing is left") << 2 << 0 << 2 << QString();
+    QTest::newRow("everything is deleted") << 2 << 0 << 2 << QString();
     QTest::newRow("the cursor is behind the end") << 3 << 2 << 1 << QString();
     QTest::newRow("the page of the cursor is not on show")
         << 20 << 12 << 2 << QStringLiteral("a14");
@@ -299,7 +263,7 @@ void TestFormFileDeletes::theStatusFieldForgetsThem()
     QTEST(m_form->status->text(), "status");
 }
 
-/// The last photo of a folder, by the key.
+/// Deletes the last photo of a folder by the key.
 void TestFormFileDeletes::anEmptyFolderLeavesNoName()
 {
     m_form->world.makePhotos(1);
@@ -330,12 +294,12 @@ void TestFormFileDeletes::partOfTheMarkedPhotosStays()
     const int cursor = m_form->view->currentIndex();
     QCOMPARE(m_form->play(kDeleteChecked, {yes(), ok()}), dialogs);
     QCOMPARE(m_form->store(), protectedOnes);
-    // The folder is not entered anew: marks and cursor stay.
+    // The folder is not read again: marks and cursor stay.
     QVERIFY(m_form->view->anyChecked());
     QCOMPARE(m_form->view->currentIndex(), cursor);
 }
 
-/// The listing may be read again meanwhile: nobody has marked what is listed then.
+/// If the listing is read again under the question, its items have no marks.
 void TestFormFileDeletes::marksThatWentUnderTheQuestion()
 {
     m_form->world.makePhotos(2);
@@ -360,7 +324,7 @@ void TestFormFileDeletes::emptyFoldersAreDeleted()
     QVERIFY(m_form->waitForCells(2));
     QVERIFY(m_form->wasReadAgain());
     QVERIFY(QFile::exists(m_form->world.path(QStringLiteral("full/sub"))));
-    // None left: not a word, but the listing is read again.
+    // No empty folder is left: no message, but the listing is read again.
     m_form->view->checkAll();
     QCOMPARE(m_form->play(kDeleteEmpty, {yes()}), (QStringList{kAskEmpty, kWorking}));
     QVERIFY(m_form->wasReadAgain());
@@ -393,20 +357,6 @@ void TestFormFileDeletes::questionsThatAreNotAnsweredWithYes()
     }
     QCOMPARE(m_form->store(), list("a00.jpg a01.jpg empty"));
     QVERIFY(!m_form->wasReadAgain());
-}
-
-void TestFormFileDeletes::cardsWaitUntilTheQuestionIsAnswered()
-{
-    m_form->world.makePhotos(2);
-    m_form->startMarked("a00.jpg");
-    const auto insert = [this] {
-        m_form->world.machine->insertCard(Slot::SD);
-        m_form->tellCardChange();
-        QCOMPARE(m_form->combo->count(), 1);
-    };
-    m_form->play(kDelete, {after(insert, yes())});
-    QTRY_COMPARE(m_form->combo->count(), 2);
-    QCOMPARE(m_form->store(), list("a01.jpg"));
 }
 
 LUMI_TEST(TestFormFileDeletes)

@@ -40,11 +40,11 @@ private Q_SLOTS:
 private:
     /// Starts in this mode with the cursor on the first photo.
     void start(void (FormFile::*mode)() = &FormFile::menu_disp_ThumbnailLarge);
-    /// Sends a key to whatever has the focus and closes the dialogs that come. Their lines.
+    /// Sends a key to the focus widget and closes all dialogs. Returns their lines.
     QStringList press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::ControlModifier) const;
-    /// What can have the focus and is on the screen.
+    /// All visible widgets that accept the focus.
     [[nodiscard]] QWidgetList focusWidgets() const;
-    /// Whether each of the keys acts, and just once.
+    /// Whether each of the keys acts exactly once.
     [[nodiscard]] bool allAct();
 
     std::unique_ptr<FormFixture> m_form;
@@ -129,7 +129,7 @@ void TestFormFileKeys::theyActWhereverTheFocusIs()
     start(isInfo ? &FormFile::menu_disp_DispDetail : &FormFile::menu_disp_ThumbnailLarge);
     const QWidgetList widgets = focusWidgets();
     for (QWidget *widget : widgets) {
-        m_form->window.activateWindow(); // the test before it has closed a box
+        m_form->window.activateWindow(); // allAct() has closed a box
         QVERIFY(QTest::qWaitForWindowActive(&m_form->window));
         widget->setFocus();
         QCOMPARE(QApplication::focusWidget(), widget);
@@ -138,7 +138,7 @@ void TestFormFileKeys::theyActWhereverTheFocusIs()
     QVERIFY2(widgets.size() >= places, qPrintable(QString::number(widgets.size())));
 }
 
-/// The form hears a key once, and the window after it.
+/// The form receives a key once, then the window does.
 void TestFormFileKeys::everyKeyActsOnce()
 {
     struct Listener : QObject
@@ -163,7 +163,7 @@ void TestFormFileKeys::everyKeyActsOnce()
     QCOMPARE(listener.heard, (QList<QObject *>{m_form->form.get(), &m_form->window}));
 }
 
-/// A letter chooses the place that begins with it.
+/// A letter chooses the medium whose name begins with it.
 void TestFormFileKeys::aListOfPlacesKeepsItsOwnKeys()
 {
     start();

@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: MIT
-// The mail key in the browser: what the user sees, and what it leaves alone.
+// The mail key in the browser: its dialogs, its files, and what stays unchanged.
 #include "files/mailCopy.h"
 #include "platform/keys/deviceKey.h"
 #include "tests/files/FormFixture.h"
-#include "tests/support/FileFaults.h"
-#include "tests/support/FullDisk.h"
 #include "tests/support/TestMain.h"
 #include "tests/support/oneDay.h"
 #include "tests/support/rows.h"
@@ -15,7 +13,6 @@
 #include <QTest>
 #include <QTime>
 
-#include <cerrno>
 #include <memory>
 
 using lumi::test::DialogDriver;
@@ -42,11 +39,7 @@ private Q_SLOTS:
     void theKeyMakesTheCopy_data();
     void theKeyMakesTheCopy();
     void theCopyIsMadeAndNamed();
-    void theWaitDialogStandsDuringTheWork();
-    void theWaitDialogHasGoneBeforeTheBoxes_data();
-    void theWaitDialogHasGoneBeforeTheBoxes();
     void aPhotoThatGoesDuringTheWaitIsAFailure();
-    void theNextCopyHasTheNextNumber();
     void theViewStaysAsItWas();
     void aCardsPhotoGoesToTheStoreToo();
     void nothingHappens_data();
@@ -54,7 +47,6 @@ private Q_SLOTS:
     void failuresHaveOneMessage_data();
     void failuresHaveOneMessage();
     void theKeyIsDeafWhileItWorks();
-    void theMailFolderComesIntoView();
 
 private:
     void chooseItem(const QString &name);
@@ -98,12 +90,12 @@ void TestFormFileMail::theKeyMakesTheCopy_data()
     lumi::test::columns<int, Qt::KeyboardModifiers>();
     const Qt::KeyboardModifiers none;
     const Qt::KeyboardModifiers control = Qt::ControlModifier;
-    QTest::newRow("the device's") << kKeyMail << none;
-    QTest::newRow("a keyboard's") << static_cast<int>(Qt::Key_LaunchMail) << none;
+    QTest::newRow("the handheld's") << kKeyMail << none;
+    QTest::newRow("a desktop keyboard's") << static_cast<int>(Qt::Key_LaunchMail) << none;
     QTest::newRow("Ctrl and M") << static_cast<int>(Qt::Key_M) << control;
 }
 
-/// As the window system sends it, through the translation of keys.
+/// Sent as by the window system, through the key translation.
 void TestFormFileMail::theKeyMakesTheCopy()
 {
     const auto [key, modifiers] = lumi::test::row<int, Qt::KeyboardModifiers>();
@@ -128,7 +120,6 @@ void TestFormFileMail::theCopyIsMadeAndNamed()
     QCOMPARE(QImage(m_form->world.path(QStringLiteral("mail/") + todaysName(1))).size(),
              QSize(640, 480));
     QCOMPARE(m_driver->captions(), QStringList{QStringLiteral("Attach to mail")});
-    // Letter by letter.
     QCOMPARE(m_driver->texts().constFirst(),
              QString(QStringLiteral("The photo\n") + todaysName(1)
                      + QStringLiteral("\nwassaved from \"mail\" to \"Photo_Files\"."))); // sic
@@ -139,47 +130,7 @@ void TestFormFileMail::theCopyIsMadeAndNamed()
     QVERIFY(!m_form->form->isBusy());
 }
 
-void TestFormFileMail::theWaitDialogStandsDuringTheWork()
-{
-    chooseItem(QStringLiteral("big.jpg"));
-    m_form->form->accel_appendToMail();
-    const auto waits = m_driver->ofClass(QStringLiteral("MyDialogWait"));
-    QCOMPARE(waits.size(), qsizetype(1));
-    QCOMPARE(waits.constFirst().text, QStringLiteral("Working..."));
-    QVERIFY(waits.constFirst().buttons.isEmpty());
-    QCOMPARE(m_driver->seen.constFirst().className, QStringLiteral("MyDialogWait"));
-    // As all wait dialogs of the form.
-    QCOMPARE(waits.constFirst().parent.data(), m_form->form.get());
-    QVERIFY(waits.constFirst().caption.isEmpty());
-}
-
-void TestFormFileMail::theWaitDialogHasGoneBeforeTheBoxes_data()
-{
-    QTest::addColumn<bool>("isPhoto");
-    QTest::addColumn<QString>("caption");
-    QTest::newRow("the copy was saved") << true << QStringLiteral("Attach to mail");
-    QTest::newRow("it failed") << false << QStringLiteral("Error");
-}
-
-void TestFormFileMail::theWaitDialogHasGoneBeforeTheBoxes()
-{
-    QFETCH(bool, isPhoto);
-    QFETCH(QString, caption);
-    chooseItem(QStringLiteral("big.jpg"));
-    if (!isPhoto) {
-        m_form->world.makeFile(QStringLiteral("big.jpg"), "no photo");
-    }
-    bool isSeen = true;
-    m_driver->expect(caption, [&isSeen](QDialog *dialog) {
-        isSeen = lumi::test::isWaitSeen();
-        dialog->accept();
-    });
-    m_form->form->accel_appendToMail();
-    QCOMPARE(m_driver->captions(), QStringList{caption});
-    QVERIFY(!isSeen);
-}
-
-/// Events run while the wait dialog is painted, and the listing may be read anew by them.
+/// Events run while the wait dialog is painted; the listing may be read again.
 void TestFormFileMail::aPhotoThatGoesDuringTheWaitIsAFailure()
 {
     chooseItem(QStringLiteral("big.jpg"));
@@ -194,15 +145,6 @@ void TestFormFileMail::aPhotoThatGoesDuringTheWaitIsAFailure()
     QCOMPARE(m_driver->texts(), QStringList{kFailed});
     QVERIFY(mailFiles().isEmpty());
     QVERIFY(!m_form->form->isBusy());
-}
-
-void TestFormFileMail::theNextCopyHasTheNextNumber()
-{
-    chooseItem(QStringLiteral("small.jpg"));
-    m_form->form->accel_appendToMail();
-    m_form->form->accel_appendToMail();
-    QCOMPARE(mailFiles(), (QStringList{todaysName(1), todaysName(2)}));
-    QVERIFY(m_driver->texts().constLast().contains(todaysName(2)));
 }
 
 void TestFormFileMail::theViewStaysAsItWas()
@@ -254,13 +196,10 @@ void TestFormFileMail::nothingHappens()
 void TestFormFileMail::failuresHaveOneMessage_data()
 {
     QTest::addColumn<QString>("cause");
-    QTest::addColumn<bool>("waited"); // whether the work had begun
+    QTest::addColumn<bool>("waited"); // whether the wait dialog was shown
     QTest::newRow("all numbers of the day are taken") << QStringLiteral("numbers") << false;
     QTest::newRow("the photo can't be decoded") << QStringLiteral("photo") << true;
-    QTest::newRow("the photo is gone") << QStringLiteral("gone") << true;
-    QTest::newRow("the photo can't be read") << QStringLiteral("unreadable") << true;
     QTest::newRow("the folder can't be made") << QStringLiteral("folder") << true;
-    QTest::newRow("the disk is full") << QStringLiteral("disk") << true;
 }
 
 void TestFormFileMail::failuresHaveOneMessage()
@@ -269,28 +208,17 @@ void TestFormFileMail::failuresHaveOneMessage()
     QFETCH(bool, waited);
     chooseItem(QStringLiteral("big.jpg"));
     lumi::test::BrowserWorld &world = m_form->world;
-    std::unique_ptr<lumi::test::FileSizeLimit> limit;
-    std::unique_ptr<lumi::test::FileFaults> faults;
     if (cause == QLatin1String("numbers")) {
         for (int i = 1; i <= 999; ++i) {
             world.makeFile(QStringLiteral("mail/") + todaysName(i), QByteArray());
         }
     } else if (cause == QLatin1String("photo")) {
         world.makeFile(QStringLiteral("big.jpg"), "no photo");
-    } else if (cause == QLatin1String("gone")) {
-        QVERIFY(QFile::remove(world.path(QStringLiteral("big.jpg"))));
-    } else if (cause == QLatin1String("unreadable")) {
-        faults = std::make_unique<lumi::test::FileFaults>(world.path(QStringLiteral("big.jpg")));
-        faults->failFrom(lumi::test::FileFaults::OpenToRead, 1, EACCES);
-    } else if (cause == QLatin1String("folder")) {
-        world.makeFile(QStringLiteral("mail"), QByteArray());
     } else {
-        limit = std::make_unique<lumi::test::FileSizeLimit>(100);
+        world.makeFile(QStringLiteral("mail"), QByteArray());
     }
     const QStringList before = mailFiles();
     m_form->form->accel_appendToMail();
-    limit.reset();
-    QVERIFY(!faults || faults->hits() > 0);
     QCOMPARE(m_driver->captions(), QStringList{QStringLiteral("Error")});
     QCOMPARE(m_driver->texts(), QStringList{kFailed});
     QCOMPARE(m_driver->seen.constLast().icon, int(QMessageBox::Critical));
@@ -310,7 +238,7 @@ void TestFormFileMail::theKeyIsDeafWhileItWorks()
     m_form->form->accel_appendToMail();
     QCOMPARE(mailFiles().size(), qsizetype(1));
     QCOMPARE(m_driver->captions().size(), qsizetype(1));
-    // Nor does it begin a second one under the wait dialog of the first.
+    // It does not begin a second copy under the wait dialog of the first either.
     m_driver->expect(QStringLiteral("MyDialogWait"), [this](QDialog *) {
         m_form->form->accel_appendToMail();
         m_form->form->accel_appendToMail();
@@ -319,16 +247,6 @@ void TestFormFileMail::theKeyIsDeafWhileItWorks()
     QCOMPARE(m_driver->unused(), 0);
     QCOMPARE(mailFiles().size(), qsizetype(2));
     QCOMPARE(m_driver->ofClass(QStringLiteral("MyDialogWait")).size(), qsizetype(2));
-}
-
-void TestFormFileMail::theMailFolderComesIntoView()
-{
-    chooseItem(QStringLiteral("small.jpg"));
-    m_form->form->accel_appendToMail();
-    m_form->view->reload(m_form->world.store);
-    m_form->view->showPage(0, 0, true);
-    QVERIFY(m_form->waitForCells(4));
-    QVERIFY(m_form->names().contains(QStringLiteral("mail")));
 }
 
 LUMI_TEST(TestFormFileMail)

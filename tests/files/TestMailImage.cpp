@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The picture of a mail copy: what it keeps of the photo, and what it may cost.
+// The picture of a mail copy: what it keeps of the photo, and its time and memory.
 #include "files/mailCopy.h"
 #include "items/FPVItemJpeg.h"
 #include "swap/SwapSystem.h"
@@ -49,7 +49,7 @@ namespace {
 
 constexpr int kPlentyKB = 1024 * 1024 * 1024;
 
-/// A picture that is dressed in everything the image library can write.
+/// A picture with all metadata that the image library can write.
 QImage dressed(QSize size)
 {
     QImage image(size, QImage::Format_RGB32);
@@ -62,7 +62,7 @@ QImage dressed(QSize size)
     return image;
 }
 
-/// The kinds of the segments before the picture, each once.
+/// The distinct kinds of segments up to the scan.
 QByteArray segmentsOf(const QByteArray &jpeg)
 {
     constexpr int kMarkerBytes = 2;
@@ -117,7 +117,7 @@ void TestMailImage::nothingButThePixelsIsKept()
 
     const QString copy = lumi::freeMailPath(QDate(2026, 1, 11));
     QVERIFY(lumi::saveMailImage(image, copy));
-    // JFIF, quantisation, frame, Huffman tables, scan: what a JPEG file can't do without.
+    // JFIF, quantisation, frame, Huffman tables, scan: the segments that every JPEG file has.
     const QByteArray segments = segmentsOf(contentOf(copy));
     QVERIFY(segments.contains('\xDA'));
     for (const char kind : segments) {
@@ -152,7 +152,7 @@ void TestMailImage::aPhotoThatWasReplacedMeanwhile_data()
         << QSize(80, 60) << QSize(900, 1200) << QSize(360, 480);
 }
 
-/// Neither what the item knows of the photo before nor what the store knows counts.
+/// Neither the size known to the item nor that in the swap store is used.
 void TestMailImage::aPhotoThatWasReplacedMeanwhile()
 {
     const auto [before, after, copy] = lumi::test::row<QSize, QSize, QSize>();
@@ -199,7 +199,7 @@ void TestMailImage::aPictureOfAnotherFormatMayBeTooLarge_data()
         << QSize(4000, 2900) << QImage::Format_RGBX64 << false;
 }
 
-/// Memory there is, but not for a mail copy.
+/// Enough memory is free, but a mail copy may use only a part of it.
 void TestMailImage::aPictureOfAnotherFormatMayBeTooLarge()
 {
     QFETCH(QSize, size);

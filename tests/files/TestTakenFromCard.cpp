@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What was cut or copied on a card that was taken out since. Another card's photos of the same
-// names were never taken; those of the same card, which is in again, can be pasted.
+// Photos are cut or copied on a card, and the card is removed before the paste. Photos of another
+// card with the same names must not be pasted. If the same card is inserted again, its photos are.
 #include "tests/files/FormFixture.h"
 #include "tests/files/menuEntries.h"
 #include "tests/support/TestMain.h"
@@ -17,7 +17,7 @@ using namespace lumi::test;
 
 namespace {
 
-/// Long before the second card's photos, which are as large.
+/// Older than the photos of the second card, which have the same sizes.
 constexpr std::time_t kLongAgo = 1'000'000'000;
 
 void makeOld(const QString &folder)
@@ -50,11 +50,11 @@ private Q_SLOTS:
 
 private:
     static void addEntries();
-    /// Shows the card, cuts or copies, and takes the card out.
+    /// Shows the card, cuts or copies, and removes the card.
     void takeAndTakeOut(int entry, const QString &item);
     void makePhotos(QColor colour);
     void putIn();
-    /// Shows the store and pastes there. The dialogs come back.
+    /// Shows the store and pastes there. Returns the lines of the dialogs.
     [[nodiscard]] QStringList paste();
     /// Names and contents of all files of the card.
     [[nodiscard]] QMap<QString, QByteArray> card() const;

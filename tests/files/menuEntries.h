@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The entries of the browser form's menus by their numbers, and the lines of the dialogs that more
-// than one of them opens.
+// The numbers of the browser form's menu entries, and the lines of dialogs that several of them open.
 #pragma once
 
 #include "tests/support/rows.h"
@@ -27,8 +26,8 @@ inline constexpr int kReleaseCheck = 11;
 inline const QString kWorking = QStringLiteral("wait Working...");
 inline const QString kNotPasted = QStringLiteral("critical Error: It failed in sticking. OK*");
 
-/// Makes a row for each entry that asks first. The column "dialogs" has its question, on a00.jpg,
-/// and what is told when all photos have gone before the answer.
+/// Adds a row for each entry that asks a question. The column "dialogs" has its question about
+/// a00.jpg, and the message if all photos are gone before the answer.
 inline void addQuestionsInVain()
 {
     lumi::test::columns<int, QStringList>();

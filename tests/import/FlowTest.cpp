@@ -33,7 +33,7 @@ const QStringList FlowTest::kThreePhotos{QStringLiteral("dcim/a.jpg"), QStringLi
 void FlowTest::init()
 {
     lumi::test::waitForOneDay();
-    m_form.reset(); // one that a failed test left: two would be in each other's way
+    m_form.reset(); // a failed test may have left one, and two would disturb each other
     m_form = std::make_unique<ImportFixture>();
     m_cards.reset();
 }
@@ -46,7 +46,7 @@ void FlowTest::cleanup()
         QVERIFY(QApplication::activeModalWidget() == nullptr);
         QCOMPARE(m_form->driver.unused(), 0);
     }
-    // However the import went: cards are only read.
+    // An import only reads cards, even if it fails.
     QVERIFY(areCardsUntouched());
     for (const Slot slot : {Slot::CF, Slot::SD}) {
         // The toolkit can't remove files whose names are not text.

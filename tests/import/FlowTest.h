@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// The base of tests of a whole import, from the press on a button to its last box. After every
-// test: the form is at rest, all dialogs that were expected came, and the cards are as they
-// were before the last press.
+// The base of tests of a whole import, from the press on a button to its last box. After every test
+// it checks that the form is idle, that all expected dialogs appeared, and that the cards are
+// unchanged since the last press.
 #pragma once
 
 #include "tests/import/ImportFixture.h"
@@ -32,15 +32,15 @@ protected:
 
     static const QStringList kThreePhotos;
 
-    /// Starts the form, if there is none, and presses the card's button.
+    /// Starts the form if necessary, and presses the card's button.
     void press(Slot slot);
-    /// After a test has changed a card itself.
+    /// To be called when a test has changed a card itself.
     void noteCards();
     [[nodiscard]] bool areCardsUntouched() const;
-    /// The dialogs so far, all of them the form's own, the words of the last ones, and nothing
-    /// changed on the cards.
+    /// Checks the captions of all dialogs so far, their parent, the last texts, and that the cards
+    /// are unchanged.
     void compareFailedRun(const QStringList &captions, const QStringList &texts);
-    /// Presses the SD button. The report's plain text, if it tells of so many failures.
+    /// Presses the SD button. Returns the report's plain text if it has this many failures.
     QString reportText(int failures);
 
     std::unique_ptr<lumi::test::ImportFixture> m_form;
@@ -54,5 +54,5 @@ private:
 
     [[nodiscard]] Cards cards() const;
 
-    std::optional<Cards> m_cards; // before the last press
+    std::optional<Cards> m_cards; // as before the last press
 };

@@ -105,7 +105,7 @@ void lumi::test::ImportFixture::setFreeKB(qint64 kb) const
 
 void lumi::test::ImportFixture::tellCardChange() const
 {
-    lumi::CardSlots::look(); // as the watcher does before it tells
+    lumi::CardSlots::look(); // as MountWatcher does before it sends the message
     QCopChannel::send("QPE/Card", "mtabChanged()");
     QCoreApplication::processEvents();
 }

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The import form in a window of its own, before a photo store and two slots, with a stand-in
-// for the user.
+// The import form in its own window, with a photo store, two slots, and a stand-in for the user.
 #pragma once
 
 #include "import/FormImport.h"
@@ -27,12 +26,12 @@ public:
     ~ImportFixture();
 
     void start();
-    /// Puts a card in with these files, each of some bytes.
+    /// Inserts a card with these files, each of the given size.
     void insertCard(Slot slot, const QStringList &files, qsizetype size = 700);
 
     [[nodiscard]] QString card(Slot slot) const { return world.machine->mountPoint(slot); }
 
-    /// Does something once, as soon as it is time, from within whatever event loop runs then.
+    /// Calls the function once, as soon as the condition is true, from the running event loop.
     void when(std::function<bool()> isTime, std::function<void()> doIt);
     /// While the file of that name is being copied.
     void whenInFile(const QString &name, std::function<void()> doIt);
@@ -43,7 +42,7 @@ public:
     [[nodiscard]] QString target(const QString &name) const;
     /// Names of the folders in the store.
     [[nodiscard]] QStringList folders() const;
-    /// Presses a button of the dialog that is up.
+    /// Presses a button of the current modal dialog.
     static bool pressNow(const QString &button);
 
     StandInSync sync{"exit 0"}; ///< the real one may take long on a busy disk

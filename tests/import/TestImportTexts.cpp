@@ -41,7 +41,7 @@ void TestImportTexts::digitsAreGrouped_data()
     QTest::newRow("four digits") << 1000 << QStringLiteral("1,000");
     QTest::newRow("six digits") << 123456 << QStringLiteral("123,456");
     QTest::newRow("seven digits") << 1234567 << QStringLiteral("1,234,567");
-    QTest::newRow("the most there is") << INT_MAX << QStringLiteral("2,147,483,647");
+    QTest::newRow("the maximum") << INT_MAX << QStringLiteral("2,147,483,647");
     QTest::newRow("a failed query") << -1 << QStringLiteral("-1");
     QTest::newRow("no comma behind the sign") << -123 << QStringLiteral("-123");
 }
@@ -90,7 +90,7 @@ void TestImportTexts::cardsThatFit_data()
     const auto row = [](const char *a, const char *b, const char *c, const char *d) {
         return QStringList{QLatin1String(a), QLatin1String(b), QLatin1String(c), QLatin1String(d)};
     };
-    QTest::newRow("no room") << 0 << row("   0", "   0", "   0", "   0");
+    QTest::newRow("no free space") << 0 << row("   0", "   0", "   0", "   0");
     QTest::newRow("a failed query") << -1 << row("   0", "   0", "   0", "   0");
     QTest::newRow("one short of the smallest") << 65535 << row("   0", "   0", "   0", "   0");
     QTest::newRow("the smallest") << 65536 << row("   1", "   0", "   0", "   0");
@@ -115,12 +115,12 @@ void TestImportTexts::roomHasAMargin_data()
     lumi::test::columns<int, int, bool>();
     QTest::newRow("just enough") << 100 * 1024 << 10340 << false;
     QTest::newRow("one short") << 100 * 1024 << 10339 << true;
-    QTest::newRow("a part of a KB counts for nothing") << 101 * 1024 - 1 << 10340 << false;
+    QTest::newRow("a part of a KB does not count") << 101 * 1024 - 1 << 10340 << false;
     QTest::newRow("a failed query") << 1 << -1 << true;
-    QTest::newRow("a sum that has wrapped round") << -2048 << 10238 << false;
+    QTest::newRow("a sum that has wrapped around") << -2048 << 10238 << false;
     QTest::newRow("and is one short") << -2048 << 10237 << true;
     QTest::newRow("negative parts are rounded toward zero") << -2047 << 10239 << false;
-    QTest::newRow("the most there is") << INT_MAX << INT_MAX << false;
+    QTest::newRow("the maximum") << INT_MAX << INT_MAX << false;
 }
 
 void TestImportTexts::roomHasAMargin()

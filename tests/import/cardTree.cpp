@@ -29,7 +29,7 @@ QByteArray contentOf(const fs::path &path)
     if (::access(path.c_str(), R_OK) != 0) {
         return "may not be read";
     }
-    // By its handle: the name may be no text.
+    // By a descriptor, because the name may not be valid text.
     QFile file;
     mustWork(file.open(::open(path.c_str(), O_RDONLY), QIODevice::ReadOnly, QFile::AutoCloseHandle),
              QString::fromStdString(path.string()));
@@ -68,7 +68,7 @@ template <typename Describe> Tree walk(const QString &folder, Describe describeE
     return tree;
 }
 
-/// Sizes about the copy's block of 16384 bytes, small ones, and nothing at all.
+/// Sizes around the block size of 16384 bytes, small ones, and 0.
 constexpr int kSizes[] = {0, 1, 700, 16383, 16384, 16385, 5000, 40000, 32768, 3};
 
 QString cameraName(int i)

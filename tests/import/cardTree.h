@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Cards as cameras and people leave them, and an account of what a folder holds that owes
-// nothing to the program's own walk.
+// Cards with realistic contents, and a listing of a folder that is independent of the program's own
+// walk.
 #pragma once
 
 #include <QByteArray>
@@ -13,23 +13,23 @@ namespace lumi::test {
 using Tree = QMap<QString, QByteArray>;
 
 [[nodiscard]] Tree treeOf(const QString &folder);
-/// The same with size, mode and time of each entry: equal only if nobody has written there.
+/// treeOf() with size, mode and time of each entry: equal only if nothing was written.
 [[nodiscard]] Tree stateOf(const QString &folder);
-/// What an import of the folder must bring: no pipes, no dangling links, no linked folders,
+/// The expected result of an import of the folder: without pipes, broken links and linked folders,
 /// and links to files as files.
 [[nodiscard]] Tree importableTree(const QString &folder);
 
-/// About count files in nested, hidden and empty folders, with all sorts of names and sizes,
-/// links, and a pipe. Gives the number of files that an import brings.
+/// Makes about count files in nested, hidden and empty folders, with various names and sizes, links,
+/// and a pipe. Returns the number of files that an import copies.
 int fillCard(const QString &folder, int count);
 
-/// A file with this many bytes that differ from those of other names.
+/// Makes a file of this size; its contents depend on its name.
 void writeBytes(const QString &path, qsizetype size);
 
-/// Lets every user write in a folder of the temporary ones, and get there.
+/// Lets every user reach and write a temporary folder.
 void openToAll(const QString &folder);
 
-/// The descriptor of a file that this process has open, -1 if there is none. end: of its path.
+/// The descriptor of an open file of this process whose path ends like this, or -1.
 [[nodiscard]] int openFile(const QString &end);
 
 } // namespace lumi::test

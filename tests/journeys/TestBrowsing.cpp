@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Whole visits to the photo store and the cards, by taps on the real window.
+// Browsing the photo store and the cards by taps on the real window.
 #include "app/FormTop.h"
 #include "files/FormFile.h"
 #include "platform/session/QCopChannel.h"
@@ -22,7 +22,7 @@ using lumi::test::Traveller;
 
 namespace {
 
-/// Names a00.jpg to a39.jpg, a part of them.
+/// The names from a<first>.jpg to a<last>.jpg.
 QStringList names(int first, int last)
 {
     QStringList result;
@@ -38,7 +38,7 @@ bool isNear(const QColor &one, const QColor &other)
         && qAbs(one.blue() - other.blue()) < 12;
 }
 
-/// Other bytes under the same name and time: whoever reads the photo finds no picture.
+/// Replaces the contents but keeps name and time: a decode of the photo fails.
 void spoil(const QString &path, const QDateTime &time)
 {
     QFile file(path);
@@ -155,7 +155,7 @@ void TestBrowsing::fromCardToCardAndHomeAgain()
     QVERIFY(m_user->seesPage(names(0, 2)));
     QVERIFY(m_user->seesThumbnails());
 
-    // Pulled while it is on show, and in the middle of its page.
+    // The card is removed while it is shown, with the page half built.
     m_user->tapMiddle(m_user->upButton());
     QVERIFY(QDir(world.machine->sd + QStringLiteral("/dcim")).removeRecursively());
     world.machine->removeCard(Slot::SD);
@@ -172,8 +172,8 @@ void TestBrowsing::theSecondVisitDecodesNothing()
     const QColor colour(30, 140, 220);
     const QDateTime time = QDateTime::currentDateTime().addDays(-3);
     QStringList paths;
-    // Square ones: what the store keeps of a photo's size is rounded, so that other proportions
-    // may come out a pixel off, and under another key, in the next mode.
+    // Square photos: the store keeps rounded sizes, so other proportions may differ by a pixel and
+    // have another key in the next mode.
     for (const QString &name : names(0, 5)) {
         paths.append(m_user->world.makePhoto(name, QSize(480, 480), colour));
         QFile file(paths.last());
@@ -204,7 +204,7 @@ void TestBrowsing::theSecondVisitDecodesNothing()
     m_user->endProgram();
     QCOMPARE(lumi::test::photosOpened(), opened);
 
-    // A photo of another time is another photo: this one has to be read again.
+    // A photo with another time counts as another photo and is decoded again.
     spoil(paths.first(), time.addSecs(60));
     m_user->startProgram();
     m_user->openBrowser();

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Visits to the Info mode and its editor, by taps and keys on the real windows.
+// Editing Exif texts from the Info mode by taps and keys on the real windows.
 #include "exif/text/FPVExifFields.h"
 #include "exif/ui/FormExif.h"
 #include "exif/ui/MyImageWidget.h"
@@ -8,18 +8,15 @@
 #include "tests/journeys/Traveller.h"
 #include "tests/support/DialogDriver.h"
 #include "tests/support/ExifBuilder.h"
-#include "tests/support/OrdinaryUser.h"
 #include "tests/support/TestMain.h"
 
 #include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
-#include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QMenu>
 #include <QMenuBar>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QTabBar>
@@ -32,11 +29,9 @@
 
 #include <functional>
 
-using lumi::test::clicking;
 using lumi::test::DialogAnswer;
 using lumi::test::DialogDriver;
 using lumi::test::ExifBuilder;
-using lumi::test::OrdinaryUser;
 using lumi::test::Traveller;
 
 namespace {
@@ -45,13 +40,8 @@ constexpr int kPatienceMs = 30000;
 constexpr int kPollMs = 20;
 /// Of the menu Edit; separators count.
 constexpr int kSaveEntry = 4;
-constexpr int kExitEntry = 6;
 
-/// Of a folder: also for those who share the owner's group.
-constexpr QFile::Permissions kReadOnly = QFile::ReadOwner | QFile::ExeOwner | QFile::ReadGroup
-    | QFile::ExeGroup | QFile::ReadOther | QFile::ExeOther;
-
-/// Ends one window that keeps the editor from ending, or the editor itself.
+/// Closes one window over the editor, else the editor itself.
 void endOneWindow()
 {
     QWidget *window = QApplication::activePopupWidget();
@@ -78,32 +68,26 @@ private Q_SLOTS:
 
     void textsAreWrittenAndShown();
     void aPositionIsPastedAndSaved();
-    void aWrongPositionIsSentBack_data();
-    void aWrongPositionIsSentBack();
-    void otherLettersDoNotComeIntoTheTitle();
-    void changesAreDiscarded();
-    void leavingWithoutAChangeAsksNothing();
-    void aFolderThatCannotBeWrittenIsTold();
 
 private:
     using Step = std::function<void()>;
 
-    /// Opens the editor by a tap and takes the steps in it; they must end it. Message boxes
-    /// get the answers in their order, those without an answer are closed; m_boxes tells them.
+    /// Opens the editor by a tap and runs the steps, which must end it. Message boxes are answered
+    /// in order; those without an answer are closed. m_boxes records their lines.
     void edit(const Step &steps, const QList<DialogAnswer> &answers = {});
     [[nodiscard]] FormExif *editor() const;
     [[nodiscard]] MyMultiLineEdit *field(int page, int row) const;
     void turnTo(int page);
-    /// Types wherever the focus is.
+    /// Types into the focus widget.
     void type(const QString &text);
-    /// Taps into the field, and types in place of what is there.
+    /// Taps into the field and replaces its text.
     void write(int page, int row, const QString &text);
     /// The third button beside the menus.
     void tapPasteButton();
-    /// Opens a menu of the editor and takes an entry.
+    /// Chooses an entry of a menu of the editor.
     void choose(int menu, int entry);
     [[nodiscard]] QString panelText() const;
-    /// What the photo's file says now, by the group and the label of the field.
+    /// The value in the photo's file, by the group and the label of the field.
     [[nodiscard]] QString saved(int group, const char *label) const;
     [[nodiscard]] QByteArray bytes() const;
 
@@ -288,133 +272,6 @@ void TestExifEditing::aPositionIsPastedAndSaved()
     QCOMPARE(saved(5, "Lat."), QStringLiteral("N35.40.20.000"));
     QCOMPARE(saved(5, "Long."), QStringLiteral("E139.45.30.000"));
     QCOMPARE(saved(5, "Alt."), QStringLiteral("12.5m"));
-}
-
-void TestExifEditing::aWrongPositionIsSentBack_data()
-{
-    QTest::addColumn<int>("row");
-    QTest::addColumn<QString>("wrong");
-    QTest::addColumn<QString>("right");
-    QTest::addColumn<QString>("told");
-    QTest::addColumn<QByteArray>("label");
-    QTest::addColumn<QString>("shown");
-    QTest::newRow("latitude") << 0 << QStringLiteral("N91.00.00.000")
-                              << QStringLiteral("N89.00.00.000")
-                              << QStringLiteral("critical Error: The GPS latitude is invalid.")
-                              << QByteArray("Lat.") << QStringLiteral("N89.00.00.000");
-    QTest::newRow("longitude") << 1 << QStringLiteral("E181.00.00.000")
-                               << QStringLiteral("E179.00.00.000")
-                               << QStringLiteral("critical Error: The GPS longitude is invalid.")
-                               << QByteArray("Long.") << QStringLiteral("E179.00.00.000");
-    QTest::newRow("altitude") << 2 << QStringLiteral("12,5") << QStringLiteral("12.5")
-                              << QStringLiteral("critical Error: The GPS altitude is invalid.")
-                              << QByteArray("Alt.") << QStringLiteral("12.5m");
-}
-
-void TestExifEditing::aWrongPositionIsSentBack()
-{
-    QFETCH(int, row);
-    QFETCH(QString, wrong);
-    QFETCH(QString, right);
-    const QByteArray before = bytes();
-    edit(
-        [&] {
-            write(2, row, wrong);
-            turnTo(0);
-            choose(0, kSaveEntry);
-            QCOMPARE(bytes(), before);
-            QVERIFY(field(2, row)->isVisible());
-            QTRY_VERIFY(field(2, row)->hasFocus());
-            QCOMPARE(field(2, row)->text(), wrong);
-            write(2, row, right);
-            choose(0, kSaveEntry);
-        },
-        {clicking(QMessageBox::Ok)});
-    QCOMPARE(m_boxes.size(), 1);
-    QFETCH(QString, told);
-    QVERIFY2(m_boxes.first().startsWith(told), qPrintable(m_boxes.first()));
-    QFETCH(QByteArray, label);
-    QTEST(saved(5, label.constData()), "shown");
-}
-
-void TestExifEditing::otherLettersDoNotComeIntoTheTitle()
-{
-    QApplication::clipboard()->setText(QStringLiteral("海 2"));
-    edit([this] {
-        write(1, 1, QStringLiteral("Sea"));
-        type(QStringLiteral("海é"));
-        QCOMPARE(field(1, 1)->text(), QStringLiteral("Sea"));
-        tapPasteButton();
-        QCOMPARE(field(1, 1)->text(), QStringLiteral("Sea 2"));
-        choose(0, kSaveEntry);
-    });
-    QCOMPARE(saved(1, "Title"), QStringLiteral("Sea 2"));
-}
-
-void TestExifEditing::changesAreDiscarded()
-{
-    const QByteArray before = bytes();
-    edit(
-        [this] {
-            write(1, 1, QStringLiteral("Sea"));
-            choose(0, kExitEntry);
-            QVERIFY(editor()->isVisible());
-            QCOMPARE(field(1, 1)->text(), QStringLiteral("Sea"));
-            choose(0, kExitEntry);
-        },
-        {clicking(QMessageBox::No), clicking(QMessageBox::Yes)});
-    const QString question
-        = QStringLiteral("warning Edit cancelled: Exif information has been changed.\n"
-                         "It will be discarded. Continue? Yes/No");
-    QCOMPARE(m_boxes.size(), 2);
-    QVERIFY(m_boxes.first().startsWith(question) && m_boxes.last().startsWith(question));
-    QCOMPARE(bytes(), before);
-}
-
-void TestExifEditing::leavingWithoutAChangeAsksNothing()
-{
-    const QByteArray before = bytes();
-    edit([this] {
-        turnTo(2);
-        turnTo(1);
-        m_user->tapMiddle(field(1, 0)->viewport());
-        choose(0, kExitEntry);
-    });
-    QCOMPARE(m_boxes, QStringList());
-    QCOMPARE(bytes(), before);
-    QVERIFY(panelText().contains(QStringLiteral("Manufacturer")));
-}
-
-void TestExifEditing::aFolderThatCannotBeWrittenIsTold()
-{
-    const QByteArray before = bytes();
-    edit(
-        [&] {
-            write(0, 0, QStringLiteral("Ann"));
-            QFile home(QDir::homePath());
-            QFile folder(m_user->world.store);
-            const auto homePermissions = home.permissions();
-            const auto folderPermissions = folder.permissions();
-            QVERIFY(home.setPermissions(kReadOnly) && folder.setPermissions(kReadOnly));
-            {
-                const OrdinaryUser user;
-                QCOMPARE(bytes(), before);
-                choose(0, kSaveEntry);
-            }
-            QVERIFY(home.setPermissions(homePermissions));
-            QVERIFY(folder.setPermissions(folderPermissions));
-            QCOMPARE(bytes(), before);
-            QVERIFY(editor()->isVisible());
-            QCOMPARE(field(0, 0)->text(), QStringLiteral("Ann"));
-            // With the folder in order again the next try goes through.
-            choose(0, kSaveEntry);
-        },
-        {clicking(QMessageBox::Ok)});
-    QCOMPARE(m_boxes.size(), 1);
-    QVERIFY(m_boxes.first().startsWith(
-        QLatin1String("critical Error: Compiling Exif information failed. Retry. OK")));
-    QCOMPARE(saved(0, "Author"), QStringLiteral("Ann"));
-    QVERIFY(m_user->seesPage({QStringLiteral("p.jpg")}));
 }
 
 LUMI_TEST(TestExifEditing)

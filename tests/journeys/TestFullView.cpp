@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Visits to the full view of photos and back, by taps and keys on the real windows.
+// Viewing photos full screen by taps and keys on the real windows.
 #include "files/FormFile.h"
 #include "items/FPVItemImage.h"
 #include "platform/screen/FrameBuffer.h"
@@ -15,7 +15,6 @@
 #include <QComboBox>
 #include <QElapsedTimer>
 #include <QLabel>
-#include <QPointer>
 #include <QProgressBar>
 #include <QTest>
 #include <QTimer>
@@ -33,14 +32,14 @@ namespace {
 constexpr int kPatienceMs = 10000;
 constexpr QSize kPhoto(1600, 1200);
 
-/// The viewer once it stands and has its picture, or null.
+/// The viewer once it is shown with its picture, else null.
 FPVPictureScrollView *viewer()
 {
     auto *window = qobject_cast<FPVPictureScrollView *>(QApplication::activeModalWidget());
     return window != nullptr && !window->windowTitle().isEmpty() ? window : nullptr;
 }
 
-/// Whether the viewer is up with a picture on show.
+/// Whether the viewer shows a picture.
 bool isViewing()
 {
     const auto *window = viewer();
@@ -74,8 +73,8 @@ bool isNear(const QColor &one, const QColor &other)
         && qAbs(one.blue() - other.blue()) < 12;
 }
 
-/// What the user does while the program waits in a window of its own: one step after another,
-/// each tried until it answers true. If one never does, or a window stays behind, all are closed.
+/// Steps of the user in a modal window, one after another. Each is tried until it returns true.
+/// After a timeout all windows are closed.
 class Visit : public QObject
 {
 public:
@@ -143,10 +142,6 @@ private Q_SLOTS:
     void cleanup();
 
     void throughTheFolderAndBack();
-    void openedByTheMenuClosedByItsButton();
-    void aBrokenPhotoEndsTheVisit();
-    void anotherProgramComesToTheFront();
-    void manyVisitsLeaveNothing();
 
 private:
     [[nodiscard]] QToolButton *button(int index) const;
@@ -180,7 +175,7 @@ QToolButton *TestFullView::button(int index) const
     return buttons.at(index);
 }
 
-/// Comes back when the viewer has closed.
+/// Returns when the viewer is closed.
 void TestFullView::open(const QString &name)
 {
     m_user->tapItem(name);
@@ -239,7 +234,7 @@ void TestFullView::throughTheFolderAndBack()
             drag({300, 300}, {100, 200});
             QVERIFY(isNear(middle(), Qt::red));
         })
-        // A card that comes meanwhile is dealt with later.
+        // A card that is inserted now is handled later.
         .then([this] {
             m_user->world.machine->insertCard(Slot::SD);
             QCopChannel::send("QPE/Card", "mtabChanged()");
@@ -275,120 +270,15 @@ void TestFullView::throughTheFolderAndBack()
     open(QStringLiteral("a.jpg"));
     QVERIFY(visit.isOver());
     QVERIFY(viewer() == nullptr);
-    // The browser stands on the photo that was seen last, and goes on.
+    // The cursor of the browser is on the photo that was shown last.
     QVERIFY(m_user->seesThumbnails());
     QCOMPARE(m_user->view()->currentObject()->fileName(), QStringLiteral("c.jpg"));
     QTRY_COMPARE(m_user->status(), QStringLiteral("c"));
     QTRY_COMPARE(m_user->combo()->count(), 2);
-    m_user->window->activateWindow(); // there is no window manager that would
+    m_user->window->activateWindow(); // there is no window manager
     QVERIFY(QTest::qWaitForWindowActive(m_user->window.get()));
     key(Qt::Key_Left);
     QCOMPARE(m_user->status(), QStringLiteral("b"));
-}
-
-void TestFullView::openedByTheMenuClosedByItsButton()
-{
-    m_user->startProgram();
-    m_user->openBrowser();
-    QVERIFY(m_user->seesThumbnails());
-    m_user->tapItem(QStringLiteral("b.jpg"));
-    Visit visit;
-    visit
-        .when([] {
-            return isViewing(QStringLiteral("b.jpg"));
-        })
-        .then([] {
-            viewer()->close();
-        });
-    m_user->browser()->menu_disp_DispAll();
-    QVERIFY(visit.isOver());
-    QVERIFY(!m_user->browser()->isBusy());
-    QVERIFY(m_user->seesThumbnails());
-    QCOMPARE(m_user->status(), QStringLiteral("b"));
-}
-
-void TestFullView::aBrokenPhotoEndsTheVisit()
-{
-    m_user->world.makeFile(QStringLiteral("d.jpg"), "no photo at all");
-    m_user->startProgram();
-    m_user->openBrowser();
-    QTRY_VERIFY(m_user->thumbnailColour(QStringLiteral("c.jpg")).isValid());
-    QString text;
-    Visit visit;
-    visit
-        .when([] {
-            return isViewing(QStringLiteral("a.jpg"));
-        })
-        .then([this] {
-            // The box keeps its caller waiting.
-            QTimer::singleShot(0, this, [this] {
-                key(Qt::Key_Home);
-            });
-        })
-        .when([&text] {
-            auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
-            if (box == nullptr || viewer() != nullptr) {
-                return false;
-            }
-            text = box->text();
-            box->accept();
-            return true;
-        });
-    open(QStringLiteral("a.jpg"));
-    QVERIFY(visit.isOver());
-    QCOMPARE(text, QStringLiteral("You did not open this file"));
-    QTRY_COMPARE(m_user->status(), QStringLiteral("d"));
-    QVERIFY(m_user->cell(QStringLiteral("d.jpg")) != nullptr);
-}
-
-void TestFullView::anotherProgramComesToTheFront()
-{
-    m_user->startProgram();
-    m_user->openBrowser();
-    QVERIFY(m_user->seesThumbnails());
-    Visit visit;
-    visit
-        .when([] {
-            return viewer() != nullptr;
-        })
-        .then([] {
-            QCopChannel::send("QPE/System", "appForeground(QString)");
-        });
-    open(QStringLiteral("a.jpg"));
-    QVERIFY(visit.isOver());
-    QVERIFY(QApplication::activeModalWidget() == nullptr);
-    QVERIFY(m_user->window->isVisible());
-    QVERIFY(m_user->seesThumbnails());
-    QCOMPARE(m_user->status(), QStringLiteral("a"));
-}
-
-void TestFullView::manyVisitsLeaveNothing()
-{
-    m_user->startProgram();
-    m_user->openBrowser();
-    QVERIFY(m_user->seesThumbnails());
-    m_user->tapItem(QStringLiteral("b.jpg"));
-    auto *item = qobject_cast<FPVItemImage *>(m_user->view()->currentObject());
-    const auto windows = QApplication::topLevelWidgets().size();
-    const auto children = m_user->browser()->children().size();
-    for (int i = 0; i < 50; ++i) {
-        Visit visit;
-        visit
-            .when([] {
-                return viewer() != nullptr;
-            })
-            .then([] {
-                viewer()->hide();
-            });
-        m_user->browser()->menu_disp_DispAll();
-        QVERIFY(visit.isOver());
-        QVERIFY(item->rasterBits() == nullptr);
-        QVERIFY(!FrameBuffer::instance().isAllocated());
-    }
-    QVERIFY(m_user->seesThumbnails());
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    QCOMPARE(QApplication::topLevelWidgets().size(), windows);
-    QCOMPARE(m_user->browser()->children().size(), children);
 }
 
 LUMI_TEST(TestFullView)

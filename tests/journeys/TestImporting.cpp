@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Cards come in by the top menu and their photos are found in the browser.
+// Importing cards from the top menu and finding their photos in the browser.
 #include "app/FormTop.h"
 #include "files/FormFile.h"
 #include "import/FormImport.h"
@@ -14,9 +14,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
-#include <QDir>
 #include <QLineEdit>
-#include <QMessageBox>
 #include <QTest>
 #include <QTimer>
 
@@ -31,7 +29,6 @@ namespace {
 
 constexpr int kPatienceMs = 10000;
 constexpr QPoint kImportButton(72 + 34 + 100, 85 + 100);
-constexpr QPoint kCfButton(72 + 26 + 120, 117 + 56);
 constexpr QPoint kSdButton(72 + 284 + 120, 117 + 56);
 
 } // namespace
@@ -44,10 +41,7 @@ private Q_SLOTS:
     void init();
     void cleanup();
     void fromTheCardIntoTheBrowser();
-    void twoCardsOneAfterTheOther();
     void theWindowStaysUntilTheCopyHasStopped();
-    void theWindowStaysUnderEveryDialog_data();
-    void theWindowStaysUnderEveryDialog();
 
 private:
     template <typename Form> [[nodiscard]] bool sees() const
@@ -73,7 +67,7 @@ private:
 void TestImporting::init()
 {
     m_driver.reset();
-    m_user.reset(); // one that a failed test left: two would be in each other's way
+    m_user.reset(); // a failed test may have left one, and two would disturb each other
     m_user = std::make_unique<Traveller>();
     m_driver = std::make_unique<DialogDriver>();
 }
@@ -101,7 +95,7 @@ void TestImporting::nameIt(const QString &name)
 {
     m_driver->expect(QStringLiteral("New Folder"), [name](QDialog *dialog) {
         auto *line = dialog->findChild<QLineEdit *>();
-        QTest::keyClicks(line, name); // over the selected date
+        QTest::keyClicks(line, name); // replaces the selected date
         QTest::keyClick(line, Qt::Key_Return);
     });
 }
@@ -115,7 +109,7 @@ void TestImporting::fromTheCardIntoTheBrowser()
     m_user->world.makeFile(card + QStringLiteral("/dcim/101/movie.mov"), QByteArray(50000, 'm'));
     m_user->startProgram();
     QVERIFY(goFromTopToImport());
-    // A card that is not in can't be pressed.
+    // The button of an empty slot can't be pressed.
     tapForm(kSdButton);
     QVERIFY(m_driver->seen.isEmpty());
     m_user->world.machine->insertCard(Slot::SD);
@@ -146,25 +140,6 @@ void TestImporting::fromTheCardIntoTheBrowser()
     QVERIFY(colour.red() > 240 && colour.green() < 16);
 }
 
-void TestImporting::twoCardsOneAfterTheOther()
-{
-    for (const Slot slot : {Slot::CF, Slot::SD}) {
-        m_user->world.machine->insertCard(slot);
-        m_user->world.makePhotos(slot == Slot::CF ? 3 : 5,
-                                 m_user->world.machine->mountPoint(slot) + QStringLiteral("/dcim"));
-    }
-    m_user->startProgram();
-    QVERIFY(goFromTopToImport());
-    nameIt(QStringLiteral("Day"));
-    tapForm(kCfButton);
-    nameIt(QStringLiteral("Day"));
-    tapForm(kSdButton);
-    QCOMPARE(treeOf(m_user->world.path(QStringLiteral("Day"))),
-             importableTree(m_user->world.machine->cf));
-    QCOMPARE(treeOf(m_user->world.path(QStringLiteral("Day001"))),
-             importableTree(m_user->world.machine->sd));
-}
-
 void TestImporting::theWindowStaysUntilTheCopyHasStopped()
 {
     const QString card = m_user->world.machine->sd;
@@ -188,7 +163,7 @@ void TestImporting::theWindowStaysUntilTheCopyHasStopped()
         QVERIFY(m_user->window->isVisible());
         QVERIFY(DialogDriver::pressButton(
             qobject_cast<QDialog *>(QApplication::activeModalWidget()), QStringLiteral("Cancel")));
-        // The dialog is gone, the copy still on its way: the house and the close box wait.
+        // The dialog is closed, but the copy still runs: Top and closing the window must wait.
         m_user->tapMiddle(form->findChild<MyLeftWidget *>()->button(MyLeftWidget::Top));
         tapForm(kSdButton);
         m_user->window->close();
@@ -204,50 +179,9 @@ void TestImporting::theWindowStaysUntilTheCopyHasStopped()
                           QStringLiteral("Stop"), QStringLiteral("Done")}));
     QCOMPARE(treeOf(m_user->world.path(QStringLiteral("Day"))).keys(),
              QStringList{QStringLiteral("a.mov")});
-    // Now the way to the top menu is free.
+    // The request for the top menu is served now.
     QVERIFY(sees<FormTop>());
     QVERIFY(form.isNull());
-}
-
-void TestImporting::theWindowStaysUnderEveryDialog_data()
-{
-    QTest::addColumn<QString>("dialog");
-    QTest::addColumn<bool>("works"); // and goes by itself
-    QTest::newRow("in the search") << QStringLiteral("MyDialogWait") << true;
-    QTest::newRow("at the question") << QStringLiteral("Search Result") << false;
-    QTest::newRow("at the name") << QStringLiteral("New Folder") << false;
-    QTest::newRow("in the copy") << QStringLiteral("MyDialogProgressBar") << true;
-    QTest::newRow("at the end") << QStringLiteral("Done") << false;
-}
-
-void TestImporting::theWindowStaysUnderEveryDialog()
-{
-    QFETCH(QString, dialog);
-    QFETCH(bool, works);
-    const QString card = m_user->world.machine->sd;
-    m_user->world.machine->insertCard(Slot::SD);
-    m_user->world.makePhotos(5, card + QStringLiteral("/dcim"));
-    m_user->startProgram();
-    QVERIFY(goFromTopToImport());
-    m_driver->expect(dialog, [this, works](QDialog *shown) {
-        m_user->window->close();
-        QVERIFY(m_user->window->isVisible());
-        QVERIFY(shown->isVisible());
-        QVERIFY(!m_user->window->currentForm()->canClose());
-        if (auto *box = qobject_cast<QMessageBox *>(shown)) {
-            box->buttons().constFirst()->click(); // Yes, or the only one
-        } else if (!works) {
-            shown->accept();
-        }
-    });
-    tapForm(kSdButton);
-    QCOMPARE(m_driver->captions(),
-             (QStringList{QStringLiteral("Search Result"), QStringLiteral("New Folder"),
-                          QStringLiteral("Done")}));
-    const QStringList made = QDir(m_user->world.store).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
-    QCOMPARE(made.size(), qsizetype(1));
-    QCOMPARE(treeOf(m_user->world.path(made.constFirst())), importableTree(card));
-    QVERIFY(m_user->window->currentForm()->canClose());
 }
 
 LUMI_TEST(TestImporting)

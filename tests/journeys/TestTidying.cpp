@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Photos sorted into folders, moved between media and thrown away, by taps on the real window
+// Sorting photos into folders, moving them between media and deleting them by taps on the real window
 // and its menus.
 #include "files/FormFile.h"
 #include "files/engine/FPVFileTree.h"
@@ -13,7 +13,6 @@
 #include <QDir>
 #include <QFile>
 #include <QTest>
-#include <QToolButton>
 
 using lumi::test::clicking;
 using lumi::test::DialogAnswer;
@@ -55,10 +54,9 @@ private Q_SLOTS:
     void aTripIsCopiedToTheCardByKey();
     void aFolderIsCopiedAndRenamed();
     void badPhotosAreThrownAway();
-    void aFullStoreTakesNothing();
 
 private:
-    /// Chooses an entry and answers the dialogs that it brings. Their lines come back.
+    /// Chooses an entry and answers its dialogs. Returns their lines.
     QStringList choose(const QString &menu, const char *entry,
                        const QList<DialogAnswer> &answers = {});
     [[nodiscard]] QStringList files(const QString &folder) const;
@@ -130,7 +128,7 @@ void TestTidying::aTripMovesFromTheCardToTheStore()
     m_user->tapCheckBox(QStringLiteral("a02.jpg"));
     QVERIFY(choose(kEdit, "Cut Selected").isEmpty());
 
-    // Back where the store was left.
+    // The store shows the folder that was left.
     m_user->choose(QStringLiteral("Photo_Files"));
     QVERIFY(m_user->seesPage(list("a00.jpg")));
     QCOMPARE(choose(kEdit, "Paste"), QStringList{QStringLiteral("wait Working...")});
@@ -206,29 +204,6 @@ void TestTidying::badPhotosAreThrownAway()
     QVERIFY(m_user->seesPage(list("a03.jpg")));
     QVERIFY(m_user->seesThumbnails());
     QCOMPARE(files(QString()), list("a03.jpg"));
-}
-
-void TestTidying::aFullStoreTakesNothing()
-{
-    lumi::test::BrowserWorld &world = m_user->world;
-    world.machine->insertCard(Slot::CF);
-    world.makePhotos(2, world.machine->cf + QStringLiteral("/dcim"));
-    m_user->startProgram();
-    m_user->openBrowser();
-    m_user->choose(QStringLiteral("CF Card"));
-    QVERIFY(m_user->seesPage(list("a00.jpg a01.jpg")));
-    QVERIFY(choose(kEdit, "Select All").isEmpty());
-    QVERIFY(m_user->seesThumbnails());
-    QVERIFY(choose(kEdit, "Cut Selected").isEmpty());
-    m_user->choose(QStringLiteral("Photo_Files"));
-    world.machine->setFreeDiskKB(10000);
-    QCOMPARE(choose(kEdit, "Paste", {clicking(QMessageBox::Ok)}),
-             (QStringList{QStringLiteral("wait Working..."),
-                          QStringLiteral("critical Error: Free some memory and try again OK*")}));
-    QVERIFY(files(QString()).isEmpty());
-    m_user->choose(QStringLiteral("CF Card"));
-    QVERIFY(m_user->seesPage(list("a00.jpg a01.jpg")));
-    QVERIFY(m_user->seesThumbnails());
 }
 
 LUMI_TEST(TestTidying)

@@ -154,7 +154,7 @@ void lumi::test::Traveller::choose(const QString &medium)
              "no list");
     const QModelIndex row = combo()->model()->index(combo()->findText(medium), 0);
     mustWork(row.isValid(), qPrintable(medium));
-    // A tap at once would be taken for the end of the press that opened the list.
+    // An immediate tap would count as the release of the press that opened the list.
     QTest::qWait(QApplication::doubleClickInterval());
     tap(list->viewport(), list->visualRect(row).center());
     mustWork(QTest::qWaitFor(

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A user in front of the program: the main window at the handheld's size, the swap store
-// behind it, and taps that go the way of real ones, to whatever lies under the pen.
+// A user of the program: the main window at the handheld's size, the swap store, and taps that are
+// delivered like real ones to the widget at their position.
 #pragma once
 
 #include "app/MainWindow.h"
@@ -26,11 +26,11 @@ public:
     Traveller();
     ~Traveller();
 
-    /// Starts and ends the program; what is on disk stays.
+    /// Starts and ends the program. Files stay.
     void startProgram();
     void endProgram();
 
-    /// From the top menu to the browser.
+    /// Goes from the top menu to the browser.
     void openBrowser();
     void tap(QWidget *widget, QPoint at);
     void tapMiddle(QWidget *widget);
@@ -41,7 +41,7 @@ public:
     void chooseEntry(const QString &menu, const QString &entry);
     /// A tap on the check box of a photo.
     void tapCheckBox(const QString &fileName);
-    /// Opens the combo and takes a medium of its list.
+    /// Chooses a medium in the combo box.
     void choose(const QString &medium);
 
     [[nodiscard]] FormFile *browser() const;
@@ -52,11 +52,11 @@ public:
     [[nodiscard]] FPVThumbnailItem *cell(const QString &fileName) const;
     /// Of the items on the page, in their order.
     [[nodiscard]] QStringList page() const;
-    /// The middle of an item's picture; invalid while it has none.
+    /// The colour in the middle of an item's picture; invalid while there is none.
     [[nodiscard]] QColor thumbnailColour(const QString &fileName) const;
-    /// Until the page holds exactly these. False if it doesn't come to that.
+    /// Waits until the page has exactly these items. False after a timeout.
     [[nodiscard]] bool seesPage(const QStringList &names) const;
-    /// Until every photo of the page has a thumbnail. False if that takes too long.
+    /// Waits until every photo of the page has a thumbnail. False after a timeout.
     [[nodiscard]] bool seesThumbnails() const;
 
     BrowserWorld world;

@@ -9,7 +9,6 @@
 #include <QTest>
 #include <QTimer>
 
-using lumi::DecodeError;
 using lumi::SlideMenu;
 using lumi::test::kLong;
 using lumi::test::ShowFixture;
@@ -43,8 +42,6 @@ private Q_SLOTS:
     void aMissingFileIsSkippedAfterTheMenu_data();
     void aMissingFileIsSkippedAfterTheMenu();
     void anotherApplicationClosesTheMenu();
-    void theShowMayBeDeletedUnderMenuOrBox_data();
-    void theShowMayBeDeletedUnderMenuOrBox();
 
 private:
     std::unique_ptr<ShowFixture> m_show;
@@ -356,52 +353,6 @@ void TestSlideShowMenu::anotherApplicationClosesTheMenu()
     }),
              0);
     QVERIFY(ended);
-}
-
-void TestSlideShowMenu::theShowMayBeDeletedUnderMenuOrBox_data()
-{
-    QTest::addColumn<int>("key");
-    QTest::addColumn<QString>("answers"); // to the boxes before that in which it dies
-    QTest::newRow("under the menu") << int(Qt::Key_Menu) << "";
-    QTest::newRow("in the question") << int(Qt::Key_Delete) << "";
-    QTest::newRow("when a deletion has failed") << int(Qt::Key_Delete) << "Y";
-    QTest::newRow("when a decode has failed") << int(Qt::Key_Right) << "";
-}
-
-void TestSlideShowMenu::theShowMayBeDeletedUnderMenuOrBox()
-{
-    QFETCH(int, key);
-    QFETCH(QString, answers);
-    m_show->addPictures(3);
-    m_show->picture("b")->refuses = DecodeError::Undecodable;
-    m_show->make({false, true, kLong, 0, 0});
-    QPointer<SlideShow> show(m_show->show.get());
-    bool died = false;
-    QTimer killer;
-    QObject::connect(&killer, &QTimer::timeout, &killer, [&] {
-        if (ShowFixture::box() != nullptr && !answers.isEmpty()) {
-            answers.clear();
-            QVERIFY(m_show->removeFile("a"));
-            ShowFixture::box()->button(QMessageBox::Yes)->click();
-        } else if (ShowFixture::box() != nullptr || m_show->menu() != nullptr) {
-            killer.stop();
-            m_show->show.reset();
-            died = true;
-            // A box without a parent stays open.
-            if (QMessageBox *box = ShowFixture::box()) {
-                box->accept();
-            }
-        }
-    });
-    killer.start(5);
-    QCOMPARE(m_show->run([&] {
-        m_show->key(key);
-        QVERIFY(died);
-    }),
-             0);
-    QVERIFY(show.isNull());
-    QVERIFY(ShowFixture::box() == nullptr);
-    QVERIFY(m_show->menu() == nullptr);
 }
 
 LUMI_TEST(TestSlideShowMenu)

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The base of tests of copyFile(): a private folder, a photo of some blocks, and a callback that
-// stops after as many of them as a test wants.
+// The base of tests of copyFile(): a private folder, a photo of several blocks, and a callback that
+// stops the copy after a given number of blocks.
 #pragma once
 
 #include "tests/files/engine/FileFixture.h"
@@ -18,7 +18,7 @@ protected:
     static constexpr int kBlocks = 5;
 
     [[nodiscard]] int copy(const QString &from, const QString &to, bool failIfExists = true) const;
-    /// A callback of copyFile(): false from the call on that has the number s_stopAfter.
+    /// A callback of copyFile(): false from call number s_stopAfter on.
     static bool stopLater();
 
     static int s_askedTimes;

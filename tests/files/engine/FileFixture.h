@@ -19,15 +19,15 @@ public:
 
     /// Absolute; "" is the folder itself.
     [[nodiscard]] QString path(const QString &name = QString()) const;
-    /// Makes a file, and what folders it needs.
+    /// Makes a file and its folders.
     QString make(const QString &name, const QByteArray &content = QByteArray()) const;
     QString makeFolder(const QString &name) const;
-    /// A symbolic link; target is taken as it stands.
+    /// Makes a symbolic link with exactly this target.
     QString makeLink(const QString &name, const QString &target) const;
     QString makePipe(const QString &name) const;
-    /// Null for a file that isn't there.
+    /// Null for a missing file.
     [[nodiscard]] QByteArray content(const QString &name) const;
-    /// Of all entries below a folder, sorted, folders with a closing "/".
+    /// Paths of all entries below a folder, sorted, folders with a trailing "/".
     [[nodiscard]] QStringList entries(const QString &folder = QString()) const;
     /// Bytes that differ from block to block.
     [[nodiscard]] static QByteArray noise(int size);

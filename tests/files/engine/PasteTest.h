@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The base of tests of a paste: a private folder with an empty "to", a machine with room, and a
+// The base of tests of a paste: a private folder with an empty folder "to", enough free space, and a
 // clipboard.
 #pragma once
 
@@ -16,7 +16,7 @@ class PasteTest : public QObject
     Q_OBJECT
 
 protected:
-    /// Names of what is copied or cut, with blanks between them.
+    /// @param names to copy or cut, separated by blanks
     [[nodiscard]] lumi::PasteResult paste(const char *names, bool cut, const char *folder = "to");
 
     std::unique_ptr<lumi::test::FileFixture> m_files;

@@ -33,7 +33,7 @@ PasteResult PhotoPasteTest::paste(bool cut)
     m_clipboard.take({m_files->path(QStringLiteral("a.jpg"))}, cut);
     const PasteResult result
         = m_clipboard.paste(m_files->path(QStringLiteral("to")), m_items.get());
-    // A cut is off the clipboard however it ended.
+    // A cut clipboard is empty afterwards, even after a failure.
     if (m_clipboard.paths().isEmpty() != cut) {
         qFatal("the clipboard is wrong");
     }

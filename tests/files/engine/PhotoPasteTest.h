@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The base of tests of a paste that goes wrong: a photo of some blocks, an empty "to" with its
-// list, and a machine with room.
+// The base of tests of failing pastes: a photo of several blocks, an empty folder "to" with its list,
+// and enough free space.
 #pragma once
 
 #include "files/engine/FPVClipboard.h"
@@ -20,7 +20,7 @@ protected:
     static constexpr int kBlock = 8192;
     static constexpr int kBlocks = 4;
 
-    /// A cut or copy of a.jpg into "to".
+    /// Pastes a.jpg into "to".
     [[nodiscard]] lumi::PasteResult paste(bool cut);
     void isUntouched() const;
 

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What a copy makes of files when nothing fails.
-#include "app/common/paths.h"
+// Copies without failures.
 #include "files/engine/copyFile.h"
 #include "tests/files/engine/CopyTest.h"
 #include "tests/support/FakeMachine.h"
@@ -42,8 +41,6 @@ private Q_SLOTS:
     void blocksAreOfTheGivenSize_data();
     void blocksAreOfTheGivenSize();
     void aMovedSourceIsGone();
-    void freeNamesForFilesAndFolders();
-    void withoutAFreeNameNothingIsOverwritten();
     void shortSpace_data();
     void shortSpace();
     void shortSpaceIsAskedAtTheDocuments();
@@ -87,7 +84,7 @@ void TestCopyFile::anEmptyFileMakesAnEmptyFile()
              0);
     QVERIFY(QFile::exists(m_files->path(QStringLiteral("b"))));
     QCOMPARE(m_files->content(QStringLiteral("b")), QByteArray(""));
-    // Nothing was written, so nobody was asked.
+    // Nothing was written, so the callback was not called.
     QCOMPARE(s_askedTimes, 0);
 }
 
@@ -118,7 +115,7 @@ void TestCopyFile::theSamePathIsLeftAlone()
     }
 }
 
-/// What they bring counts from the start.
+/// A source that such an event creates is copied.
 void TestCopyFile::eventsRunBeforeTheFirstStep()
 {
     QTimer::singleShot(0, this, [this] {
@@ -143,7 +140,7 @@ void TestCopyFile::onlyRegularFilesAreRead_data()
     QTest::addColumn<QString>("name");
     QTest::newRow("a pipe") << "pipe";
     QTest::newRow("a folder") << "folder";
-    QTest::newRow("a dangling link") << "dangling";
+    QTest::newRow("a broken link") << "dangling";
     QTest::newRow("a link to a pipe") << "toPipe";
     QTest::newRow("a link to a device") << "toDevice";
 }
@@ -159,7 +156,7 @@ void TestCopyFile::onlyRegularFilesAreRead()
     m_files->make(QStringLiteral("old"), "old");
     QCOMPARE(copy(name, QStringLiteral("new")), 5);
     QVERIFY(!QFile::exists(m_files->path(QStringLiteral("new"))));
-    // What is there doesn't go for something that can't be copied.
+    // An existing target is not removed for a source that can't be copied.
     QCOMPARE(copy(name, QStringLiteral("old"), false), 5);
     QCOMPARE(m_files->content(QStringLiteral("old")), QByteArray("old"));
 }
@@ -192,14 +189,14 @@ void TestCopyFile::anExistingTargetGoesIfItMay()
 void TestCopyFile::theSourceUnderAnotherNameIsKept_data()
 {
     lumi::test::columns<QString, QString>();
-    QTest::newRow("another way there") << "a"
-                                       << "folder/../a";
+    QTest::newRow("another path to the same file") << "a"
+                                                   << "folder/../a";
     QTest::newRow("through a linked folder") << "a"
                                              << "linked/a";
-    QTest::newRow("from a link to what it leads to") << "link"
-                                                     << "a";
-    QTest::newRow("onto a link that leads to it") << "a"
-                                                  << "link";
+    QTest::newRow("from a link to its target") << "link"
+                                               << "a";
+    QTest::newRow("onto a link to the source") << "a"
+                                               << "link";
     QTest::newRow("a second name of the file") << "a"
                                                << "second";
 }
@@ -235,13 +232,13 @@ void TestCopyFile::aDanglingLinkIsNotWrittenThrough()
 void TestCopyFile::blocksAreOfTheGivenSize_data()
 {
     lumi::test::columns<uint, int>();
-    QTest::newRow("nothing is 4") << 0U << 25;
-    QTest::newRow("1 is 4") << 1U << 25;
+    QTest::newRow("0 becomes 4") << 0U << 25;
+    QTest::newRow("1 becomes 4") << 1U << 25;
     QTest::newRow("4") << 4U << 25;
-    QTest::newRow("5 is 8") << 5U << 13;
-    QTest::newRow("50 is 52") << 50U << 2;
-    QTest::newRow("97 is 100") << 97U << 1;
-    QTest::newRow("as much as a number holds") << UINT_MAX << 1;
+    QTest::newRow("5 becomes 8") << 5U << 13;
+    QTest::newRow("50 becomes 52") << 50U << 2;
+    QTest::newRow("97 becomes 100") << 97U << 1;
+    QTest::newRow("the largest number") << UINT_MAX << 1;
 }
 
 void TestCopyFile::blocksAreOfTheGivenSize()
@@ -265,39 +262,6 @@ void TestCopyFile::aMovedSourceIsGone()
              0);
     QCOMPARE(m_files->entries(), QStringList{QStringLiteral("b")});
     QCOMPARE(m_files->content(QStringLiteral("b")), m_photo);
-}
-
-void TestCopyFile::freeNamesForFilesAndFolders()
-{
-    m_files->make(QStringLiteral("a.jpg"), m_photo);
-    const QString wanted = m_files->path(QStringLiteral("a.jpg"));
-    for (const char *name : {"a-1.jpg", "a-2.jpg"}) {
-        const QString free = uniquePath(wanted, "-%d", QLatin1Char('.'));
-        QCOMPARE(free, m_files->path(QLatin1String(name)));
-        QCOMPARE(copyFile(wanted, free, false, true, nullptr, kBlock), 0);
-    }
-    m_files->makeFolder(QStringLiteral("trip"));
-    QCOMPARE(uniquePath(m_files->path(QStringLiteral("trip")), "%03d", QChar()),
-             m_files->path(QStringLiteral("trip001")));
-    // Without an extension the number goes into the name of a folder above, if that has a dot.
-    m_files->make(QStringLiteral("x.d/photo"), "1");
-    QCOMPARE(uniquePath(m_files->path(QStringLiteral("x.d/photo")), "-%d", QLatin1Char('.')),
-             m_files->path(QStringLiteral("x-1.d/photo")));
-}
-
-void TestCopyFile::withoutAFreeNameNothingIsOverwritten()
-{
-    constexpr int kNames = 65535;
-    m_files->make(QStringLiteral("src"), m_photo);
-    m_files->make(QStringLiteral("d/a"), "mine");
-    for (int n = 1; n <= kNames; ++n) {
-        m_files->make(QStringLiteral("d/a%1").arg(n));
-    }
-    const QString taken = uniquePath(m_files->path(QStringLiteral("d/a")), "%d", QChar());
-    QCOMPARE(taken, m_files->path(QStringLiteral("d/a65535")));
-    QCOMPARE(copyFile(m_files->path(QStringLiteral("src")), taken, false, true, nullptr, kBlock),
-             5);
-    QCOMPARE(QFileInfo(taken).size(), 0);
 }
 
 void TestCopyFile::shortSpace_data()
@@ -324,7 +288,7 @@ void TestCopyFile::shortSpaceIsAskedAtTheDocuments()
         asked.append(path);
         return DiskFigures{};
     };
-    // What can't be asked has no room at all.
+    // An unknown free space counts as none.
     QVERIFY(isSpaceShort(0));
     QCOMPARE(asked,
              QByteArrayList{QFile::encodeName(QDir::homePath() + QStringLiteral("/Documents"))});

@@ -1,23 +1,18 @@
 // SPDX-License-Identifier: MIT
-// The codes of copies that fail, and copies that are stopped.
+// The results of copies that fail or are stopped.
 #include "files/engine/copyFile.h"
 #include "tests/files/engine/CopyTest.h"
 #include "tests/support/FileFaults.h"
-#include "tests/support/FullDisk.h"
-#include "tests/support/OrdinaryUser.h"
 #include "tests/support/TestMain.h"
 #include "tests/support/rows.h"
 
 #include <QFile>
-#include <QFileInfo>
 #include <QTest>
 #include <QTimer>
 
 #include <cerrno>
-#include <memory>
 
 using lumi::test::FileFaults;
-using lumi::test::FileFixture;
 
 class TestCopyFileFaults : public CopyTest
 {
@@ -25,13 +20,11 @@ class TestCopyFileFaults : public CopyTest
 
 private Q_SLOTS:
     void aTargetThatCantGo();
-    void anUnreadableSource();
     void anUnreadableSourceSparesTheOldTarget();
     void noFolderForTheTarget();
     void failedOpensHaveTheFilesStatus();
     void aFailingWriteLeavesNoTarget_data();
     void aFailingWriteLeavesNoTarget();
-    void aFullDiskLeavesNoTarget();
     void aShortWriteGoesUnnoticed();
     void aReadErrorLooksLikeTheEnd();
     void theCallbackStopsTheCopy_data();
@@ -54,17 +47,6 @@ void TestCopyFileFaults::aTargetThatCantGo()
     QCOMPARE(copy(QStringLiteral("a"), QStringLiteral("c"), false), 3);
     QCOMPARE(faults.count(FileFaults::OpenToWrite), 0);
     QCOMPARE(m_files->content(QStringLiteral("c")), QByteArray("old"));
-}
-
-void TestCopyFileFaults::anUnreadableSource()
-{
-    const QString path = m_files->make(QStringLiteral("a"), m_photo);
-    QVERIFY(QFile::setPermissions(path, {}));
-    {
-        const lumi::test::OrdinaryUser user;
-        QCOMPARE(copy(QStringLiteral("a"), QStringLiteral("b")), 5);
-    }
-    QVERIFY(!QFile::exists(m_files->path(QStringLiteral("b"))));
 }
 
 void TestCopyFileFaults::anUnreadableSourceSparesTheOldTarget()
@@ -120,18 +102,6 @@ void TestCopyFileFaults::aFailingWriteLeavesNoTarget()
     QCOMPARE(m_files->entries(), QStringList{QStringLiteral("a")});
 }
 
-void TestCopyFileFaults::aFullDiskLeavesNoTarget()
-{
-    m_files->make(QStringLiteral("a"), FileFixture::noise(400000));
-    m_files->makeFolder(QStringLiteral("disk"));
-    const lumi::test::SmallDisk disk(m_files->path(QStringLiteral("disk")), 128);
-    const std::unique_ptr<lumi::test::FileSizeLimit> limit(
-        disk.isMounted() ? nullptr : new lumi::test::FileSizeLimit(128 * 1024));
-    const int code = copy(QStringLiteral("a"), QStringLiteral("disk/b"));
-    QCOMPARE(code, disk.isMounted() ? 4 : 2);
-    QVERIFY(m_files->entries(QStringLiteral("disk")).isEmpty());
-}
-
 /// Callers compare the sizes.
 void TestCopyFileFaults::aShortWriteGoesUnnoticed()
 {
@@ -180,7 +150,7 @@ void TestCopyFileFaults::theFlagOfTheUsualCallback()
     setCopyCancelled(true);
     QVERIFY(!copyKeepGoing());
     m_files->make(QStringLiteral("a"), m_photo);
-    // The flag holds until it is set back.
+    // The flag applies until it is reset.
     for (int i = 0; i < 2; ++i) {
         QCOMPARE(copyFile(m_files->path(QStringLiteral("a")), m_files->path(QStringLiteral("b")),
                           false, true, &copyKeepGoing, kBlock),
@@ -204,7 +174,7 @@ void TestCopyFileFaults::aCancelTakesEffectBetweenBlocks()
     QCOMPARE(copyFile(m_files->path(QStringLiteral("a")), m_files->path(QStringLiteral("b")), false,
                       true, &copyKeepGoing, kBlock),
              6);
-    // Events run between read and write, and the answer is asked after it.
+    // Events run between read and write; the callback is called after the write.
     QCOMPARE(faults.count(FileFaults::Write), 3);
     QCOMPARE(m_files->entries(), QStringList{QStringLiteral("a")});
 }

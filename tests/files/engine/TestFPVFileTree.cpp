@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What a walk finds.
+// The results of walks.
 #include "files/engine/FPVFileTree.h"
 #include "tests/files/engine/FileFixture.h"
 #include "tests/support/TestMain.h"
@@ -22,7 +22,7 @@ using lumi::test::list;
 
 namespace {
 
-/// What a form that imports cards looks at.
+/// The filter of an import.
 constexpr int kCardFilter = QDir::Dirs | QDir::Files | QDir::Readable | QDir::Hidden | QDir::System;
 
 } // namespace
@@ -73,8 +73,8 @@ void TestFPVFileTree::cleanup()
 void TestFPVFileTree::patternsChooseFiles_data()
 {
     lumi::test::columns<QString, QString, bool>();
-    QTest::newRow("the star takes all") << "*"
-                                        << "notes" << true;
+    QTest::newRow("the star matches everything") << "*"
+                                                 << "notes" << true;
     QTest::newRow("the extension") << "*.jpg"
                                    << "a.jpg" << true;
     QTest::newRow("in capitals") << "*.jpg"
@@ -87,16 +87,16 @@ void TestFPVFileTree::patternsChooseFiles_data()
                                         << "ab" << false;
     QTest::newRow("one character") << "?.jpg"
                                    << "a.jpg" << true;
-    QTest::newRow("not two") << "?.jpg"
-                             << "ab.jpg" << false;
+    QTest::newRow("only one") << "?.jpg"
+                              << "ab.jpg" << false;
     QTest::newRow("a set") << "img[0-9].jpg"
                            << "IMG7.JPG" << true;
     QTest::newRow("not in the set") << "img[0-9].jpg"
                                     << "imgx.jpg" << false;
     QTest::newRow("a dot is a dot") << "a.jpg"
                                     << "axjpg" << false;
-    QTest::newRow("signs of regular expressions") << "a+(1).jpg"
-                                                  << "a+(1).jpg" << true;
+    QTest::newRow("characters of regular expressions") << "a+(1).jpg"
+                                                       << "a+(1).jpg" << true;
     QTest::newRow("a line feed at the end") << "*.jpg"
                                             << "a.jpg\n"
                                             << false;
@@ -194,7 +194,7 @@ void TestFPVFileTree::aMissingRootIsAnEmptyTree()
     QVERIFY(tree.walk(m_files->path(QStringLiteral("none")), false, nullptr));
     QVERIFY(tree.children().empty() && tree.files().isEmpty());
     QCOMPARE(FPVFileTree::rootPrefix(), m_files->path(QStringLiteral("none")));
-    // A file is no folder either.
+    // A file is not a folder.
     QVERIFY(tree.walk(m_files->make(QStringLiteral("file")), false, nullptr));
     QVERIFY(tree.allFiles().isEmpty());
 }
@@ -211,7 +211,7 @@ void TestFPVFileTree::aSlashAtTheEndOfTheRoot()
 void TestFPVFileTree::linksToFoldersAreNeverFollowed_data()
 {
     QTest::addColumn<int>("filter");
-    QTest::newRow("as the process starts") << 0x1B;
+    QTest::newRow("the state at the start of the process") << 0x1B;
     QTest::newRow("as an import leaves it") << 0x313;
 }
 
@@ -260,7 +260,7 @@ void TestFPVFileTree::pipesAndDanglingLinksArePassedOver()
 void TestFPVFileTree::theFilterChoosesEntries_data()
 {
     lumi::test::columns<int, QStringList>();
-    QTest::newRow("as the process starts") << 0x1B << list("/a /d/b");
+    QTest::newRow("the state at the start of the process") << 0x1B << list("/a /d/b");
     QTest::newRow("as an import leaves it") << 0x313 << list("/.h /a /d/.h /d/b");
     QTest::newRow("no folders") << int(QDir::Files) << list("/a");
     QTest::newRow("no files") << int(QDir::Dirs) << QStringList();
@@ -320,7 +320,7 @@ void TestFPVFileTree::namesOfAllScripts()
     }
 }
 
-/// Folders can lie deeper than a path can say; what can't be named is not found.
+/// Folders can be nested deeper than the longest path. Entries below that are not found.
 void TestFPVFileTree::aDeepTreeEndsWithThePath()
 {
     constexpr int kDepth = 2500;
@@ -341,7 +341,7 @@ void TestFPVFileTree::aDeepTreeEndsWithThePath()
     const qsizetype room = PATH_MAX - m_files->path().size();
     QVERIFY(folders.size() > room / 2 - 4);
     QVERIFY(folders.size() <= room / 2 + 1);
-    // Nor can a temporary folder be removed that way.
+    // QTemporaryDir can't remove such a folder either.
     QCOMPARE(::system(qPrintable(QStringLiteral("rm -rf '%1/d'").arg(m_files->path()))), 0);
 }
 

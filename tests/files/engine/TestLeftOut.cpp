@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What a walk can't take, and how it tells.
+// Entries that a walk must leave out, and how it reports them.
 #include "files/engine/FPVFileTree.h"
 #include "tests/files/engine/FileFixture.h"
 #include "tests/support/FileFaults.h"
@@ -25,7 +25,7 @@ using lumi::test::list;
 
 namespace {
 
-/// What a form that imports cards looks at.
+/// The filter of an import.
 constexpr int kCardFilter = QDir::Dirs | QDir::Files | QDir::Readable | QDir::Hidden | QDir::System;
 
 int warnings = 0;
@@ -60,7 +60,7 @@ private Q_SLOTS:
     void theNextWalkStartsAnew();
 
 private:
-    /// Of these bytes, in the folder.
+    /// Makes a file with a name of these bytes.
     void makeFile(const char *name) const;
     void makeFolder(const char *name) const;
     [[nodiscard]] QByteArray bytesOf(const char *name) const;
@@ -119,7 +119,7 @@ QStringList TestLeftOut::leftOut() const
 void TestLeftOut::nothingIsLeftOutOfAReadableFolder()
 {
     m_files->make(QStringLiteral("äöü/写真.jpg"));
-    m_files->make(QStringLiteral("a b/\uFFFD.jpg")); // the sign for what is no text
+    m_files->make(QStringLiteral("a b/\uFFFD.jpg")); // the replacement character is valid text
     m_files->make(QStringLiteral("%E4.jpg"));
     const QtMessageHandler before = qInstallMessageHandler(countWarning);
     warnings = 0;
@@ -135,7 +135,7 @@ void TestLeftOut::namesThatAreNotText()
 {
     makeFolder("dcim");
     makeFile("dcim/a.jpg");
-    // As Latin-1 has them, one with a letter in UTF-8 beside it.
+    // Latin-1 names; one also contains a UTF-8 letter.
     makeFile("dcim/K\xE4se.jpg");
     makeFile("dcim/\xC3\xA4\xFF%.jpg");
     makeFolder("M\xFCll");
@@ -167,7 +167,7 @@ void TestLeftOut::unreadableFilesAndFolders()
     QFile::setPermissions(m_files->path(QStringLiteral("closed")), QFile::Permissions(0x7000));
 }
 
-/// Its names can be read, but nothing else.
+/// Its names can be read, but its entries can't be opened.
 void TestLeftOut::aFolderThatMayOnlyBeListed()
 {
     m_files->make(QStringLiteral("dcim/a.jpg"));
@@ -226,13 +226,13 @@ void TestLeftOut::aFolderWhoseListingFails()
         m_files->make(photo.mid(1));
     }
     FileFaults faults(m_files->path(QStringLiteral("dcim")));
-    faults.fail(call, nth, EIO); // only once: the next try would find everything
+    faults.fail(call, nth, EIO); // only once: a retry would find everything
     FPVFileTree tree;
     QVERIFY(tree.walk(m_files->path(), false, nullptr));
     QCOMPARE(faults.hits(), 1);
     QCOMPARE(leftOut(), list("/dcim"));
     QCOMPARE(tree.folders(), list("/dcim"));
-    // What was read before the failure comes along. Two entries are "." and "..".
+    // Entries read before the failure are kept. Two entries are "." and "..".
     QStringList found = tree.allFiles();
     QCOMPARE(found.takeFirst(), QStringLiteral("/a.jpg"));
     QVERIFY(found.size() <= nth - 1);
@@ -275,7 +275,7 @@ void TestLeftOut::linksThatStayInside()
     QCOMPARE(FPVFileTree::byteCount(), 15);
 }
 
-/// As a slot's path is where the desktop mounts the card elsewhere.
+/// The path of a slot is such a link where the desktop mounts cards elsewhere.
 void TestLeftOut::aRootBehindALink()
 {
     m_files->make(QStringLiteral("media/a.jpg"));

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What a paste makes of folders when nothing fails.
+// Pastes of folders without failures.
 #include "files/engine/FPVFileTree.h"
 #include "items/FPVItemList.h"
 #include "tests/files/engine/PasteTest.h"
@@ -7,7 +7,6 @@
 #include "tests/support/TestMain.h"
 #include "tests/support/nameList.h"
 
-#include <QDir>
 #include <QFile>
 #include <QTest>
 #include <QTimer>
@@ -29,13 +28,11 @@ private Q_SLOTS:
     void aFolderIntoItself();
     void aCutFolderStays();
     void dotsAreNoFolders();
-    void patternsStayForLaterWalks();
-    void anImportsFilterStaysForPastes();
     void theListGetsOneItemForAFolder();
     void onlyFoldersLetEventsIn();
 };
 
-/// A folder takes no room worth asking for: its photos are refused.
+/// Making a folder does not ask for free space; pasting its photos does.
 void TestPasteFolders::aFolderWithoutRoomArrivesEmpty()
 {
     m_files->make(QStringLiteral("trip/a.jpg"), "1");
@@ -106,7 +103,7 @@ void TestPasteFolders::aFolderIntoItself()
     QCOMPARE(m_files->entries(QStringLiteral("to")), list("a.jpg to/ to/a.jpg to001/ to001/a.jpg"));
 }
 
-/// Only photos can be marked, but a cut takes whatever is.
+/// Folders can't be marked by the user, but a cut accepts them.
 void TestPasteFolders::aCutFolderStays()
 {
     m_files->make(QStringLiteral("trip/a.jpg"), "1");
@@ -122,34 +119,6 @@ void TestPasteFolders::dotsAreNoFolders()
     m_files->make(QStringLiteral("b.jpg"), "2");
     QCOMPARE(paste("trip/. trip/.. b.jpg", false), PasteResult::Done);
     QCOMPARE(m_files->entries(QStringLiteral("to")), list("b.jpg"));
-}
-
-void TestPasteFolders::patternsStayForLaterWalks()
-{
-    m_files->make(QStringLiteral("a.jpg"), "1");
-    QCOMPARE(paste("a.jpg", false), PasteResult::Done);
-    QCOMPARE(FPVFileTree::patterns(), list("*"));
-    m_files->make(QStringLiteral("trip/a.jpg"), "1");
-    m_files->make(QStringLiteral("trip/notes.txt"), "1");
-    QCOMPARE(paste("trip", false), PasteResult::Done);
-    QCOMPARE(FPVFileTree::patterns(), list("*.jpg *.jpeg"));
-    FPVFileTree later;
-    later.walk(m_files->path(QStringLiteral("trip")), false, nullptr);
-    QCOMPARE(later.allFiles(), list("/a.jpg"));
-}
-
-void TestPasteFolders::anImportsFilterStaysForPastes()
-{
-    constexpr int kImportFilter = 0x313;
-    m_files->make(QStringLiteral("trip/a.jpg"), "1");
-    m_files->make(QStringLiteral("trip/.hidden.jpg"), "1");
-    m_files->makeLink(QStringLiteral("trip/link.jpg"), QStringLiteral("a.jpg"));
-    m_files->makePipe(QStringLiteral("trip/pipe.jpg"));
-    FPVFileTree::setDirFilter(kImportFilter);
-    QCOMPARE(paste("trip", false), PasteResult::Done);
-    QCOMPARE(m_files->entries(QStringLiteral("to")),
-             list("trip/ trip/.hidden.jpg trip/a.jpg trip/link.jpg"));
-    QVERIFY(!QFileInfo(m_files->path(QStringLiteral("to/trip/link.jpg"))).isSymLink());
 }
 
 void TestPasteFolders::theListGetsOneItemForAFolder()

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A medium that goes while or before something is pasted into one of its folders. Links stand
-// in for its mount point: what they lead to changes.
+// A medium that is removed before or during a paste into one of its folders. A link whose target
+// changes stands in for the mount point.
 #include "app/common/Medium.h"
 #include "items/FPVItemList.h"
 #include "platform/cards/CardSlots.h"
@@ -42,7 +42,7 @@ private Q_SLOTS:
     void aMediumThatWentAfterTheListing();
 
 private:
-    /// A photo, and a listing of the folder that the medium stands for.
+    /// Makes a photo, and a listing of the folder on the medium.
     void prepare();
 
     QByteArray m_photo;
@@ -59,11 +59,11 @@ void TestPasteMedium::prepare()
 void TestPasteMedium::aMediumThatGoesBetweenTwoPhotos_data()
 {
     QTest::addColumn<QString>("rest");
-    QTest::newRow("its folder is now one of another disk") << "/proc";
+    QTest::newRow("its folder is on another disk now") << "/proc";
     QTest::newRow("its folder is gone") << "";
 }
 
-/// As when a card is unmounted: what its folder is then must get nothing.
+/// As after unmounting a card: nothing may be written into the remaining folder.
 void TestPasteMedium::aMediumThatGoesBetweenTwoPhotos()
 {
     QFETCH(QString, rest);
@@ -103,7 +103,7 @@ void TestPasteMedium::aMediumThatGoesWhileAFolderIsRead()
     QCOMPARE(m_items->count(), 0);
 }
 
-/// The names are those of the first card by then.
+/// The names were read from the first card.
 void TestPasteMedium::aCardThatIsExchangedWhileItsFolderIsRead()
 {
     prepare();
@@ -132,11 +132,11 @@ void TestPasteMedium::aMediumThatWentAfterTheListing_data()
     lumi::test::columns<QString, bool>();
     QTest::newRow("a photo, the folder is on show") << "a.jpg" << true;
     QTest::newRow("a folder, the folder is on show") << "trip" << true;
-    // Nobody knows what it has been on.
+    // Its former medium is not known.
     QTest::newRow("a photo, the folder is not on show") << "a.jpg" << false;
 }
 
-/// The folder on show is that of the listing, and not what has come under its name.
+/// The target is the folder that was listed, not another one that has its name now.
 void TestPasteMedium::aMediumThatWentAfterTheListing()
 {
     const auto [source, isListed] = lumi::test::row<QString, bool>();

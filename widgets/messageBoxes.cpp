@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: MIT
+#include "widgets/messageBoxes.h"
+
+#include <QLabel>
+#include <QPushButton>
+
+namespace {
+
+/// Width of a text in pixels. With icon and frame the box still fits on the screen.
+constexpr int kLongestLine = 460;
+
+/// QMessageBox wraps texts at half the width of the screen.
+void keepLinesWhole(QMessageBox *box)
+{
+    auto *label = box->findChild<QLabel *>(QStringLiteral("qt_msgbox_label"));
+    if (label != nullptr) {
+        const QSize needed = label->fontMetrics().size(0, box->text());
+        label->setMinimumWidth(qMin(needed.width() + 1, kLongestLine));
+    }
+}
+
+} // namespace
+
+std::unique_ptr<QMessageBox> lumi::makeBox(QWidget *parent, QMessageBox::Icon icon,
+                                           const QString &caption, const QString &text,
+                                           QMessageBox::StandardButtons buttons)
+{
+    const auto fallback = buttons.testFlag(QMessageBox::No) ? QMessageBox::No : QMessageBox::Ok;
+    auto box = std::make_unique<QMessageBox>(icon, caption, QString(), buttons, parent);
+    box->setTextFormat(Qt::PlainText);
+    box->setText(text);
+    box->setDefaultButton(fallback);
+    box->setEscapeButton(fallback);
+    return box;
+}
+
+void lumi::tell(QWidget *parent, QMessageBox::Icon icon, const QString &caption,
+                const QString &text, BoxLines lines)
+{
+    const auto box = makeBox(parent, icon, caption, text);
+    if (lines == BoxLines::Whole) {
+        keepLinesWhole(box.get());
+    }
+    box->exec();
+}
+
+void lumi::tellError(QWidget *parent, const QString &text, BoxLines lines)
+{
+    tell(parent, QMessageBox::Critical, msg(MsgError), text, lines);
+}
+
+bool lumi::confirm(QWidget *parent, const QString &caption, const QString &question)
+{
+    return makeBox(parent, QMessageBox::Warning, caption, question,
+                   QMessageBox::Yes | QMessageBox::No)
+               ->exec()
+        == QMessageBox::Yes;
+}
+
+bool lumi::ask(QWidget *parent, const QString &caption, const QString &question)
+{
+    const auto box = makeBox(parent, QMessageBox::NoIcon, caption, question,
+                             QMessageBox::Yes | QMessageBox::No);
+    box->setDefaultButton(QMessageBox::Yes);
+    keepLinesWhole(box.get());
+    return box->exec() == QMessageBox::Yes;
+}
+
+bool lumi::ask(QWidget *parent, const QString &caption, const QString &question, const QString &yes,
+               const QString &no)
+{
+    const auto box = makeBox(parent, QMessageBox::NoIcon, caption, question, QMessageBox::NoButton);
+    QPushButton *first = box->addButton(yes, QMessageBox::AcceptRole);
+    box->setEscapeButton(box->addButton(no, QMessageBox::RejectRole));
+    box->setDefaultButton(first);
+    box->exec();
+    return box->clickedButton() == first;
+}
