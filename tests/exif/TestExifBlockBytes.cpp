@@ -85,9 +85,6 @@ private Q_SLOTS:
     void directoryWithoutTagsHasNoBytes();
     void valueGoesWhereItFits_data();
     void valueGoesWhereItFits();
-    void numbersComeOutLittleEndian_data();
-    void numbersComeOutLittleEndian();
-    void valuesFollowInTheOrderOfTheTags();
     void wholeStartByteForByte();
     void startOfAnEmptyBlock();
     void pointersStandAtTheEnd();
@@ -140,48 +137,6 @@ void TestExifBlockBytes::valueGoesWhereItFits()
     put(list, 0x1234, type, quint32(value.size()), value);
     QCOMPARE(lumi::ifdBytes(list, 0x164).toHex(), expected.toHex());
     QCOMPARE(lumi::ifdSize(list), quint32(expected.size()));
-}
-
-void TestExifBlockBytes::numbersComeOutLittleEndian_data()
-{
-    lumi::test::columns<quint16, QByteArray, QByteArray>();
-    QTest::newRow("bytes") << quint16(1) << hex("010203") << hex("010203");
-    QTest::newRow("a text") << quint16(2) << QByteArray("ab\0", 3) << hex("616200");
-    QTest::newRow("shorts") << quint16(3) << hostBytes<quint16>({0x0102, 0x0304})
-                            << hex("02010403");
-    QTest::newRow("longs") << quint16(4) << hostBytes<quint32>({0x01020304, 5})
-                           << hex("0403020105000000");
-    QTest::newRow("a fraction") << quint16(5) << hostBytes<quint32>({0x01020304, 5})
-                                << hex("0403020105000000");
-    QTest::newRow("untyped bytes") << quint16(7) << hex("01020304050607") << hex("01020304050607");
-    QTest::newRow("signed longs") << quint16(9) << hostBytes<qint32>({-2}) << hex("feffffff");
-    QTest::newRow("a signed fraction")
-        << quint16(10) << hostBytes<qint32>({-2, 3}) << hex("feffffff03000000");
-}
-
-void TestExifBlockBytes::numbersComeOutLittleEndian()
-{
-    const auto [type, value, expected] = lumi::test::row<quint16, QByteArray, QByteArray>();
-    lumi::ExifTagList list;
-    put(list, 0x1234, type, 1, value);
-    const QByteArray bytes = lumi::ifdBytes(list, 0);
-    QCOMPARE(bytes.mid(expected.size() > 4 ? 18 : 10, expected.size()).toHex(), expected.toHex());
-}
-
-void TestExifBlockBytes::valuesFollowInTheOrderOfTheTags()
-{
-    lumi::ExifTagList list;
-    put(list, 0x9000, kUndefined, 5, "first");
-    putShort(list, 0x0001, 7);
-    put(list, 0x0100, kUndefined, 6, "second");
-    const QByteArray bytes = lumi::ifdBytes(list, 100);
-    QCOMPARE(u16(bytes, 0), quint16(3));
-    QCOMPARE(u16(bytes, 2), quint16(0x9000));
-    QCOMPARE(u16(bytes, 14), quint16(0x0001));
-    QCOMPARE(u16(bytes, 26), quint16(0x0100));
-    QCOMPARE(u32(bytes, 10), 142U);
-    QCOMPARE(u32(bytes, 34), 148U);
-    QCOMPARE(bytes.mid(42), QByteArray("first\0second", 12));
 }
 
 void TestExifBlockBytes::wholeStartByteForByte()

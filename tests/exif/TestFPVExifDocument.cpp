@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "exif/read/FPVExifDocument.h"
+#include "tests/exif/BlockCopy.h"
 #include "tests/exif/PhotoFolder.h"
 #include "tests/exif/tagLists.h"
 #include "tests/support/TestMain.h"
@@ -8,29 +9,15 @@
 #include <QFile>
 #include <QTest>
 
-#include <array>
-#include <cstring>
-
 #include <sys/stat.h>
 
 using lumi::test::bytesOf;
 using lumi::test::ExifBuilder;
+using lumi::test::hostBytes;
 using lumi::test::numbersOf;
 using enum ExifListKind;
 
 namespace {
-
-/// The bytes of numbers as this machine stores them.
-template <class Number> QByteArray host(std::initializer_list<Number> numbers)
-{
-    QByteArray bytes;
-    for (const Number number : numbers) {
-        std::array<char, sizeof(Number)> one{};
-        std::memcpy(one.data(), &number, sizeof(Number));
-        bytes.append(one.data(), sizeof(Number));
-    }
-    return bytes;
-}
 
 QByteArray replaced(QByteArray bytes, int place, const QByteArray &with)
 {
@@ -72,19 +59,16 @@ private:
 
 void TestFPVExifDocument::readsEveryListInBothOrders_data()
 {
-    QTest::addColumn<bool>("big");
-    QTest::newRow("little-endian") << false;
-    QTest::newRow("big-endian") << true;
+    lumi::test::addOrders();
 }
 
 void TestFPVExifDocument::readsEveryListInBothOrders()
 {
-    QFETCH(bool, big);
-    const ExifBuilder photo
-        = lumi::test::fullPhoto(big ? ExifBuilder::Order::Big : ExifBuilder::Order::Little);
+    QFETCH(ExifBuilder::Order, order);
+    const ExifBuilder photo = lumi::test::fullPhoto(order);
     const FPVExifDocument document(m_folder.put(photo));
     QVERIFY(document.isValid());
-    QCOMPARE(document.littleEndian(), !big);
+    QCOMPARE(document.littleEndian(), order == ExifBuilder::Order::Little);
     QCOMPARE(document.tiffBase(), 12);
     QCOMPARE(document.app1Length(), int(photo.block().size()) + 8);
     QCOMPARE(document.ifd0Offset(), 8U);
@@ -115,22 +99,21 @@ void TestFPVExifDocument::numbersAreInHostOrder_data()
 
 void TestFPVExifDocument::numbersAreInHostOrder()
 {
-    QFETCH(bool, big);
-    const FPVExifDocument document(m_folder.put(
-        lumi::test::fullPhoto(big ? ExifBuilder::Order::Big : ExifBuilder::Order::Little)));
+    QFETCH(ExifBuilder::Order, order);
+    const FPVExifDocument document(m_folder.put(lumi::test::fullPhoto(order)));
     QCOMPARE(bytesOf(document.find(0x010F, Ifd0)), QByteArray("Anvil Works\0", 12));
     QCOMPARE(bytesOf(document.find(0x0110, Ifd0)), QByteArray("A1\0", 3));
-    QCOMPARE(bytesOf(document.find(0x0112, Ifd0)), host<quint16>({6}));
-    QCOMPARE(bytesOf(document.find(0x0102, Ifd0)), host<quint16>({8, 9, 10}));
-    QCOMPARE(bytesOf(document.find(0x011A, Ifd0)), host<quint32>({72, 1}));
-    QCOMPARE(bytesOf(document.find(0x8827, Exif)), host<quint16>({100, 200}));
-    QCOMPARE(bytesOf(document.find(0xA002, Exif)), host<quint32>({70000}));
-    QCOMPARE(bytesOf(document.find(0x9204, Exif)), host<qint32>({-1, 3}));
+    QCOMPARE(bytesOf(document.find(0x0112, Ifd0)), hostBytes<quint16>({6}));
+    QCOMPARE(bytesOf(document.find(0x0102, Ifd0)), hostBytes<quint16>({8, 9, 10}));
+    QCOMPARE(bytesOf(document.find(0x011A, Ifd0)), hostBytes<quint32>({72, 1}));
+    QCOMPARE(bytesOf(document.find(0x8827, Exif)), hostBytes<quint16>({100, 200}));
+    QCOMPARE(bytesOf(document.find(0xA002, Exif)), hostBytes<quint32>({70000}));
+    QCOMPARE(bytesOf(document.find(0x9204, Exif)), hostBytes<qint32>({-1, 3}));
     QCOMPARE(bytesOf(document.find(0x9101, Exif)), QByteArray("\1\2\3\0", 4));
     QCOMPARE(bytesOf(document.find(0x927C, Exif)), QByteArray::fromHex("00ff10204a00b3c5d7"));
     QCOMPARE(bytesOf(document.find(0x0000, Gps)), QByteArray("\2\2\0\0", 4));
-    QCOMPARE(bytesOf(document.find(0x0002, Gps)), host<quint32>({35, 1, 40, 1, 3012, 100}));
-    QCOMPARE(bytesOf(document.find(0xC001, Ifd1)), host<qint32>({-5, 7}));
+    QCOMPARE(bytesOf(document.find(0x0002, Gps)), hostBytes<quint32>({35, 1, 40, 1, 3012, 100}));
+    QCOMPARE(bytesOf(document.find(0xC001, Ifd1)), hostBytes<qint32>({-5, 7}));
     QCOMPARE(document.find(0xA002, Exif)->intValue(), 70000);
 }
 

@@ -32,13 +32,7 @@ private Q_SLOTS:
     void loopsOfDirectoriesEnd();
     void directoryThatReachesOut_data();
     void directoryThatReachesOut();
-    void wrongEntryCountHidesOneDirectory_data();
-    void wrongEntryCountHidesOneDirectory();
     void pointedDirectoryOfACutFileKeepsWhatIsThere();
-    void pointerToALinkedDirectoryLeadsNowhere_data();
-    void pointerToALinkedDirectoryLeadsNowhere();
-    void moreThanASegmentHoldsIsRead();
-    void firstDirectoryKeepsWhatIsInTheSegment();
 
 private:
     lumi::test::PhotoFolder m_folder;
@@ -225,32 +219,6 @@ void TestFPVExifDocumentBounds::directoryThatReachesOut()
     }
 }
 
-void TestFPVExifDocumentBounds::wrongEntryCountHidesOneDirectory_data()
-{
-    QTest::addColumn<ExifListKind>("list");
-    QTest::newRow("Exif") << Exif;
-    QTest::newRow("interoperability") << Interoperability;
-    QTest::newRow("GPS") << Gps;
-    QTest::newRow("the second one") << Ifd1;
-}
-
-void TestFPVExifDocumentBounds::wrongEntryCountHidesOneDirectory()
-{
-    QFETCH(ExifListKind, list);
-    for (const auto order : {ExifBuilder::Order::Little, ExifBuilder::Order::Big}) {
-        ExifBuilder photo = lumi::test::fullPhoto(order);
-        const FPVExifDocument good(m_folder.put(photo));
-        const FPVExifDocument bad(
-            m_folder.put(photo.entryCount(list, 9999), QStringLiteral("bad.jpg")));
-        for (const ExifListKind kind : {Ifd0, Exif, Interoperability, Gps, Ifd1}) {
-            // The pointer to interoperability goes with the Exif directory.
-            const bool isHidden = kind == list || (kind == Interoperability && list == Exif);
-            QCOMPARE(numbersOf(bad.list(kind)),
-                     isHidden ? QList<int>() : numbersOf(good.list(kind)));
-        }
-    }
-}
-
 void TestFPVExifDocumentBounds::pointedDirectoryOfACutFileKeepsWhatIsThere()
 {
     for (const ExifListKind list : {Exif, Gps, Ifd1}) {
@@ -261,55 +229,6 @@ void TestFPVExifDocumentBounds::pointedDirectoryOfACutFileKeepsWhatIsThere()
         QVERIFY(document.isValid());
         QCOMPARE(numbersOf(document.list(list)), QList<int>{0x0005});
     }
-}
-
-void TestFPVExifDocumentBounds::pointerToALinkedDirectoryLeadsNowhere_data()
-{
-    QTest::addColumn<ExifListKind>("target");
-    QTest::newRow("to the first one") << Ifd0;
-    QTest::newRow("to the second one") << Ifd1;
-}
-
-void TestFPVExifDocumentBounds::pointerToALinkedDirectoryLeadsNowhere()
-{
-    QFETCH(ExifListKind, target);
-    for (const quint16 pointer : {quint16(0x8769), quint16(0x8825)}) {
-        ExifBuilder sketch;
-        sketch.longs(Ifd0, pointer, {0}).shorts(Ifd1, 0x0103, {6});
-        ExifBuilder photo;
-        photo.longs(Ifd0, pointer, {sketch.offsetOf(target)}).shorts(Ifd1, 0x0103, {6});
-        const FPVExifDocument document(m_folder.put(photo));
-        QVERIFY(document.isValid());
-        QCOMPARE(document.list(target).count(), 1);
-        QVERIFY(!document.hasExifIfd());
-        QVERIFY(!document.hasGpsIfd());
-    }
-}
-
-void TestFPVExifDocumentBounds::moreThanASegmentHoldsIsRead()
-{
-    // Whether a block can be written again is asked when it is saved.
-    constexpr quint32 kLargest = 65535;
-    ExifBuilder photo = lumi::test::fullPhoto(ExifBuilder::Order::Little);
-    for (const ExifListKind list : {Ifd0, Exif, Interoperability, Gps, Ifd1}) {
-        photo.word(list, 0xC000, 7, kLargest, 100000); // behind the file
-    }
-    const FPVExifDocument document(m_folder.put(photo));
-    for (const ExifListKind list : {Ifd0, Exif, Interoperability, Gps, Ifd1}) {
-        QVERIFY(document.list(list).count() > 2);
-        QCOMPARE(bytesOf(document.find(0xC000, list)).size(), qsizetype(kLargest));
-    }
-    QVERIFY(document.hasThumbnail());
-}
-
-void TestFPVExifDocumentBounds::firstDirectoryKeepsWhatIsInTheSegment()
-{
-    ExifBuilder photo;
-    photo.shorts(Ifd0, 0x0112, {6}).shorts(Ifd1, 0x0103, {6}).entryCount(Ifd0, 60000);
-    const FPVExifDocument document(m_folder.put(photo));
-    QVERIFY(document.isValid());
-    QCOMPARE(document.find(0x0112, Ifd0)->intValue(), 6);
-    QVERIFY(document.list(Ifd1).isEmpty());
 }
 
 LUMI_TEST(TestFPVExifDocumentBounds)

@@ -95,16 +95,13 @@ void TestFPVExifFile::kindsHaveTheirOwnNumbers()
 
 void TestFPVExifFile::walksDirectoriesAsTheyAreNamed_data()
 {
-    QTest::addColumn<bool>("big");
-    QTest::newRow("little-endian") << false;
-    QTest::newRow("big-endian") << true;
+    lumi::test::addOrders();
 }
 
 void TestFPVExifFile::walksDirectoriesAsTheyAreNamed()
 {
-    QFETCH(bool, big);
-    const WalkedTags tags = walk(m_folder.put(
-        lumi::test::fullPhoto(big ? ExifBuilder::Order::Big : ExifBuilder::Order::Little)));
+    QFETCH(ExifBuilder::Order, order);
+    const WalkedTags tags = walk(m_folder.put(lumi::test::fullPhoto(order)));
     const QList<int> expected = {
         0x010F, 0x0110, 0x0112, 0x011A, 0x0132, 0x0102, 0x8769, 0x8825,         // the first
         0x829A, 0x829D, 0x8827, 0x9000, 0x9101, 0x9204, 0xA002, 0x927C, 0xA005, // Exif

@@ -41,7 +41,6 @@ class TestFPVExifWriter : public RewriteTest
 
 private Q_SLOTS:
     void setTagTakesThePlaceOfTheOldOne();
-    void newTagBecomesTheLast();
     void setTagCopiesAsManyBytesAsTypeAndCountSay_data();
     void setTagCopiesAsManyBytesAsTypeAndCountSay();
     void setTagWithoutDataRemoves();
@@ -54,7 +53,6 @@ private Q_SLOTS:
     void temporaryNameIsTheFirstFree();
     void takenNamesAreNotTouched();
     void noFreeNameIsAFailure();
-    void nothingElseIsLeftInTheFolder();
     void permissionsAreKept_data();
     void permissionsAreKept();
     void linkIsReplacedByThePhoto();
@@ -63,8 +61,6 @@ private Q_SLOTS:
     void photoWithoutImageDataIsNotTouched_data();
     void photoWithoutImageDataIsNotTouched();
     void missingPhotoIsAFailure();
-    void anotherFileUnderTheNameIsNotTouched_data();
-    void anotherFileUnderTheNameIsNotTouched();
     void photoThatCannotBeReadFromAPlaceIsNotTouched_data();
     void photoThatCannotBeReadFromAPlaceIsNotTouched();
     void photoChangedSinceItWasReadIsNotTouched_data();
@@ -83,14 +79,6 @@ void TestFPVExifWriter::setTagTakesThePlaceOfTheOldOne()
     QCOMPARE(int(tag->type()), 4);
     QCOMPARE(tag->count(), 1U);
     QCOMPARE(tag->intValue(), 8);
-}
-
-void TestFPVExifWriter::newTagBecomesTheLast()
-{
-    FPVExifWriter writer(put(fullPhoto(ExifBuilder::Order::Little)));
-    const QList<int> before = numbersOf(writer.exifList());
-    writer.setTag(0x0001, 2, 3, "ab", Exif);
-    QCOMPARE(numbersOf(writer.exifList()), before + QList<int>{0x0001});
 }
 
 void TestFPVExifWriter::setTagCopiesAsManyBytesAsTypeAndCountSay_data()
@@ -241,16 +229,6 @@ void TestFPVExifWriter::noFreeNameIsAFailure()
     QCOMPARE(lumi::freeTemporaryPath(path), last);
 }
 
-void TestFPVExifWriter::nothingElseIsLeftInTheFolder()
-{
-    const QString path = put(fullPhoto(ExifBuilder::Order::Big));
-    QCOMPARE(rewritten(path), kDone);
-    const QDir folder(QFileInfo(path).absolutePath());
-    QCOMPARE(
-        folder.entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot),
-        QStringList{QStringLiteral("photo.jpg")});
-}
-
 void TestFPVExifWriter::permissionsAreKept_data()
 {
     QTest::addColumn<uint>("mode");
@@ -335,34 +313,6 @@ void TestFPVExifWriter::missingPhotoIsAFailure()
     QVERIFY(QFile::remove(path));
     QCOMPARE(writer.rewrite(), kFailed);
     QVERIFY(!QFile::exists(path));
-}
-
-void TestFPVExifWriter::anotherFileUnderTheNameIsNotTouched_data()
-{
-    QTest::addColumn<bool>("inPlace");
-    QTest::newRow("another photo took the name") << false;
-    QTest::newRow("the photo was made longer") << true;
-}
-
-void TestFPVExifWriter::anotherFileUnderTheNameIsNotTouched()
-{
-    QFETCH(bool, inPlace);
-    const QString path = put(fullPhoto(ExifBuilder::Order::Big));
-    QFile photo(path);
-    QVERIFY(photo.open(QIODevice::ReadOnly));
-    lumi::PhotoReplacement replacement(photo, lumi::stateOf(path));
-    if (!inPlace) {
-        const QString other = m_folder->put("another photo", QStringLiteral("other.jpg"));
-        QCOMPARE(
-            ::rename(QFile::encodeName(other).constData(), QFile::encodeName(path).constData()), 0);
-    } else {
-        QFile longer(path);
-        QVERIFY(longer.open(QIODevice::Append) && longer.write("more") == 4);
-    }
-    const QByteArray before = contentOf(path);
-    QVERIFY(replacement.run("start", {}, 10) == ExifRewriteResult::Failed);
-    QVERIFY(contentOf(path) == before);
-    QVERIFY(!QFile::exists(m_folder->path(QStringLiteral("photo_tmp_0.jpg"))));
 }
 
 void TestFPVExifWriter::photoThatCannotBeReadFromAPlaceIsNotTouched_data()

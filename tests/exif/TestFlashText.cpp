@@ -11,52 +11,11 @@ class TestFlashText : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void bits_data();
-    void bits();
     void messages_data();
     void messages();
     void linesDoNotDependOnEachOther();
     void higherBitsSayNothing();
 };
-
-void TestFlashText::bits_data()
-{
-    lumi::test::columns<int, QString>();
-    const auto row = [](int bits, const char *text) {
-        QTest::addRow("0x%02X", static_cast<unsigned>(bits)) << bits << QString::fromLatin1(text);
-    };
-    row(0x00, "No flash");
-    row(0x01, "Flash");
-    row(0x02, "No flash");
-    row(0x03, "Flash");
-    row(0x04, "No flash\nReturn not detected");
-    row(0x05, "Flash\nReturn not detected");
-    row(0x07, "Flash\nReturn detected");
-    row(0x08, "No flash\nManual flash");
-    row(0x09, "Flash\nManual flash");
-    row(0x0D, "Flash\nReturn not detected\nManual flash");
-    row(0x0F, "Flash\nReturn detected\nManual flash");
-    row(0x10, "No flash\nManual non-flash");
-    row(0x18, "No flash\nAuto flash");
-    row(0x19, "Flash\nAuto flash");
-    row(0x1D, "Flash\nReturn not detected\nAuto flash");
-    row(0x1F, "Flash\nReturn detected\nAuto flash");
-    row(0x20, "No flash");
-    row(0x21, "No flash");
-    row(0x27, "No flash\nReturn detected");
-    row(0x41, "Flash\nRed eye reduction");
-    row(0x45, "Flash\nReturn not detected\nRed eye reduction");
-    row(0x59, "Flash\nAuto flash\nRed eye reduction");
-    row(0x5F, "Flash\nReturn detected\nAuto flash\nRed eye reduction");
-    row(0x60, "No flash\nRed eye reduction");
-    row(0x7F, "No flash\nReturn detected\nAuto flash\nRed eye reduction");
-}
-
-void TestFlashText::bits()
-{
-    const auto [bits, text] = lumi::test::row<int, QString>();
-    QCOMPARE(lumi::flashText(bits), text);
-}
 
 void TestFlashText::messages_data()
 {

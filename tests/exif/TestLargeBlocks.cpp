@@ -56,20 +56,6 @@ bool hasSmallThings(const FPVExifDocument &document)
     });
 }
 
-/// A directory of so many tags of 60000 bytes, and as many that fit their entries.
-QByteArray garbageDirectory(int count)
-{
-    QByteArray bytes(2, char(0));
-    bytes[0] = char(2 * count);
-    for (int i = 0; i < count; ++i) {
-        bytes += QByteArray::fromHex("00700700 60ea0000 08000000");
-        bytes[bytes.size() - 12] = char(i);
-        bytes += QByteArray::fromHex("00710300 01000000 01000000");
-        bytes[bytes.size() - 12] = char(i);
-    }
-    return bytes;
-}
-
 } // namespace
 
 class TestLargeBlocks : public RewriteTest
@@ -80,14 +66,10 @@ private Q_SLOTS:
     void largeValueIsReadWithTheRest_data();
     void largeValueIsReadWithTheRest();
     void noteBehindTheImageMovesIn();
-    void largeNoteBesideAThumbnail_data();
-    void largeNoteBesideAThumbnail();
     void segmentsFullToTheLastBytes_data();
     void segmentsFullToTheLastBytes();
     void tightLayoutIsReadLikeAnyOther_data();
     void tightLayoutIsReadLikeAnyOther();
-    void garbageBehindTheLinkHidesNothing_data();
-    void garbageBehindTheLinkHidesNothing();
     void thumbnailPartlyOutsideIsCounted_data();
     void thumbnailPartlyOutsideIsCounted();
 
@@ -157,30 +139,6 @@ void TestLargeBlocks::noteBehindTheImageMovesIn()
     QVERIFY(hasSmallThings(FPVExifDocument(path)));
     QVERIFY(survivesASave(path));
     QVERIFY(contentOf(path).indexOf(note) < FPVExifDocument(path).app1Length());
-}
-
-void TestLargeBlocks::largeNoteBesideAThumbnail_data()
-{
-    lumi::test::columns<int, int>();
-    for (const int note : {20000, 40001, 60000}) {
-        for (const int thumbnail : {4000, 5001}) {
-            QTest::addRow("%d and %d", note, thumbnail) << note << thumbnail;
-        }
-    }
-}
-
-void TestLargeBlocks::largeNoteBesideAThumbnail()
-{
-    const auto [note, thumbnail] = lumi::test::row<int, int>();
-    for (const auto order : {ExifBuilder::Order::Little, ExifBuilder::Order::Big}) {
-        ExifBuilder photo = smallThings(order);
-        const QString path = put(photo.makerNote(noteOf(note)).thumbnail(noteOf(thumbnail)));
-        FPVExifDocument document(path);
-        QVERIFY(hasSmallThings(document));
-        QCOMPARE(bytesOf(document.find(kMakerNote, Exif)), noteOf(note));
-        QCOMPARE(thumbnailBytes(document), noteOf(thumbnail));
-        QVERIFY(survivesASave(path));
-    }
 }
 
 void TestLargeBlocks::segmentsFullToTheLastBytes_data()
@@ -257,36 +215,6 @@ void TestLargeBlocks::tightLayoutIsReadLikeAnyOther()
         QCOMPARE(after[place].count, tag.count);
     }
     QCOMPARE(after.size(), before.size());
-}
-
-void TestLargeBlocks::garbageBehindTheLinkHidesNothing_data()
-{
-    QTest::addColumn<int>("count");
-    for (const int count : {1, 16}) {
-        QTest::addRow("%d large values", count) << count;
-    }
-}
-
-void TestLargeBlocks::garbageBehindTheLinkHidesNothing()
-{
-    // The link leads into the note, which has what reads as a directory.
-    QFETCH(int, count);
-    QByteArray note = noteOf(32000);
-    const QByteArray garbage = garbageDirectory(count);
-    note.replace(1000, garbage.size(), garbage);
-    ExifBuilder photo;
-    photo.ascii(Exif, 0x9003, "2004:05:06 07:08:09")
-        .makerNote(note)
-        .rationals(Gps, 0x0002, {{35, 1}, {40, 1}, {3012, 100}});
-    const auto place = quint32(photo.block().indexOf(note) + 1000);
-    const QString path = put(photo.link(Ifd0, place));
-    const FPVExifDocument document(path);
-    QCOMPARE(document.ifd1Offset(), place);
-    QCOMPARE(numbersOf(document.exifList()), (QList<int>{0x9003, kMakerNote}));
-    QCOMPARE(bytesOf(document.find(kMakerNote, Exif)), note);
-    QCOMPARE(numbersOf(document.gpsList()), QList<int>{0x0002});
-    QCOMPARE(document.list(Ifd1).count(), 2 * count);
-    QVERIFY(FPVExifWriter(path).segmentLength() > kFullLength);
 }
 
 void TestLargeBlocks::thumbnailPartlyOutsideIsCounted_data()

@@ -13,7 +13,6 @@ using enum ExifListKind;
 namespace {
 
 constexpr quint16 kMakerNote = 0x927C;
-constexpr quint16 kComment = 0x9286;
 /// Where the value of a block's first entry stands.
 constexpr quint32 kFirstValue = 18;
 constexpr qsizetype kLongSize = 4;
@@ -29,8 +28,6 @@ private Q_SLOTS:
     void overlongPointerIsWrittenAsOneLong();
     void thumbnailWithOverlongNumbersIsKept_data();
     void thumbnailWithOverlongNumbersIsKept();
-    void directoryIsNotReadFromItself();
-    void beginningOfAnUnknownTypeCostsNothing();
 
 private:
     /// Whether the photo can be saved twice with the same values, the second time to the byte.
@@ -103,37 +100,6 @@ void TestLyingPointers::thumbnailWithOverlongNumbersIsKept()
     FPVExifDocument document(path);
     QCOMPARE(thumbnailBytes(document), picture);
     QCOMPARE(bytesOf(document.find(number, Ifd1)).size(), 2 * kLongSize);
-}
-
-void TestLyingPointers::directoryIsNotReadFromItself()
-{
-    // It begins like one of interoperability, and its pointer to such a one leads to itself.
-    const auto photoWith = [](quint32 place) {
-        ExifBuilder photo;
-        photo.ascii(Exif, 0x0001, "R98").longs(Exif, 0xA005, {place});
-        return photo.undefined(Exif, kComment, QByteArrayLiteral("ASCII\0\0\0where we hid it"));
-    };
-    const QString path = put(photoWith(photoWith(0).offsetOf(Exif)));
-    const FPVExifDocument document(path);
-    QCOMPARE(numbersOf(document.exifList()), (QList<int>{0x0001, 0xA005, kComment}));
-    QVERIFY(document.list(Interoperability).isEmpty());
-    QCOMPARE(rewritten(path), kDone);
-    QCOMPARE(contentOf(path).count("where we hid it"), 1);
-}
-
-void TestLyingPointers::beginningOfAnUnknownTypeCostsNothing()
-{
-    // A position that was cleared has left its pointer at the Exif directory.
-    const auto photoWith = [](quint32 place) {
-        ExifBuilder photo;
-        photo.longs(Ifd0, 0x8825, {place}).word(Exif, 0x829A, 0, 1, 0);
-        return photo.undefined(Exif, kComment, QByteArrayLiteral("ASCII\0\0\0where we hid it"));
-    };
-    const QString path = put(photoWith(photoWith(0).offsetOf(Exif)));
-    const FPVExifDocument document(path);
-    QVERIFY(document.find(kComment, Exif));
-    QVERIFY(!document.hasGpsIfd());
-    QVERIFY(isSteady(path));
 }
 
 LUMI_TEST(TestLyingPointers)

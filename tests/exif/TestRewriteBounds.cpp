@@ -11,29 +11,8 @@
 #include <QTest>
 #include <QtEndian>
 
-#include <algorithm>
-
 using namespace lumi::test;
 using enum ExifListKind;
-
-namespace {
-
-/// So many tags of 65520 bytes each, sixteen at most.
-QByteArray directoryOfLargeValues(ExifBuilder::Order order, quint16 count)
-{
-    constexpr int kMost = 16;
-    const bool isBig = order == ExifBuilder::Order::Big;
-    QByteArray bytes(2, '\0');
-    isBig ? qToBigEndian(count, bytes.data()) : qToLittleEndian(count, bytes.data());
-    for (int i = 0; i < std::min<int>(count, kMost); ++i) {
-        bytes += QByteArray::fromHex(isBig ? "70000007 0000fff0 00000008"
-                                           : "00700700 f0ff0000 08000000");
-        bytes[2 + 12 * i + (isBig ? 1 : 0)] = char(i);
-    }
-    return bytes;
-}
-
-} // namespace
 
 class TestRewriteBounds : public RewriteTest
 {
@@ -53,10 +32,6 @@ private Q_SLOTS:
     void pointerWithoutADirectoryGetsNone();
     void emptiedExifDoesNotTakeTheThumbnail_data();
     void emptiedExifDoesNotTakeTheThumbnail();
-    void stalePointerIntoAValue_data();
-    void stalePointerIntoAValue();
-    void lengthOfTheLargestBlock_data();
-    void lengthOfTheLargestBlock();
     void tooLongBlockWraps();
     void tooLongThumbnailIsCounted();
 };
@@ -283,83 +258,6 @@ void TestRewriteBounds::pointerWithoutADirectoryGetsNone()
         QVERIFY(document.find(0xA005, Exif)->intValue() < document.app1Length());
         QVERIFY(document.list(Interoperability).isEmpty());
         QVERIFY(valuesOf(document) == before);
-    }
-}
-
-void TestRewriteBounds::stalePointerIntoAValue_data()
-{
-    QTest::addColumn<ExifBuilder::Order>("order");
-    QTest::addColumn<int>("pointer");
-    QTest::addColumn<int>("count");
-    QTest::addColumn<int>("found");
-    for (const auto order : {ExifBuilder::Order::Little, ExifBuilder::Order::Big}) {
-        const auto row = [order](int pointer, int count, int found) {
-            QTest::addRow("%x, %d entries, order %d", pointer, count, int(order))
-                << order << pointer << count << found;
-        };
-        row(0x8769, 16, 16);
-        row(0x8769, 17, 0); // one more than the segment has
-        row(0x8769, 65535, 0);
-        row(0x8825, 16, 0); // not one of them is a GPS tag
-        row(0x8825, 65535, 0);
-    }
-}
-
-void TestRewriteBounds::stalePointerIntoAValue()
-{
-    // Where the directory was, a value now has bytes that look like a directory with large
-    // values. Written out, they would be more than a segment can hold.
-    QFETCH(ExifBuilder::Order, order);
-    QFETCH(int, pointer);
-    QFETCH(int, count);
-    QFETCH(int, found);
-    // The value stands right behind the first directory, before and after.
-    constexpr quint32 kPlace = 8 + 2 + 2 * 12 + 4;
-    constexpr quint16 kNumber = 0xC000;
-    const QByteArray value = directoryOfLargeValues(order, quint16(count));
-    ExifBuilder photo(order);
-    photo.longs(Ifd0, quint16(pointer), {kPlace}).undefined(Ifd0, kNumber, value);
-    const QString path = put(photo.withoutPointers());
-    const QByteArray before = contentOf(path);
-    const QImage decoded = QImage::fromData(before);
-    QVERIFY(!decoded.isNull());
-    for (int save = 0; save < 2; ++save) {
-        FPVExifWriter writer(path);
-        QVERIFY(writer.isValid());
-        QCOMPARE(writer.find(pointer, Ifd0)->intValue(), int(kPlace));
-        QCOMPARE(bytesOf(writer.find(kNumber, Ifd0)), value);
-        QCOMPARE(writer.exifList().count(), found);
-        QVERIFY(!writer.hasGpsIfd());
-        QCOMPARE(writer.segmentLength() > 65535, found > 0);
-        QVERIFY(found > 0 || writer.rewrite() == kDone);
-        QVERIFY(restOf(contentOf(path)) == restOf(before));
-        QCOMPARE(QImage::fromData(contentOf(path)), decoded);
-    }
-}
-
-void TestRewriteBounds::lengthOfTheLargestBlock_data()
-{
-    lumi::test::columns<int, ExifListKind>();
-    QTest::newRow("an Exif directory") << 0x8769 << Exif;
-    QTest::newRow("a GPS directory") << 0x8825 << Gps;
-}
-
-void TestRewriteBounds::lengthOfTheLargestBlock()
-{
-    const auto [pointer, list] = lumi::test::row<int, ExifListKind>();
-    constexpr int kMost = 65518 - (2 + 12 + 4) - (2 + 24 + 4); // a pointer, two tags
-    const QByteArray image = ExifBuilder::jpeg(64, 48, 0x345678);
-    for (const int size : {kMost - 1, kMost, kMost + 1}) {
-        ExifBuilder photo;
-        // The value lies behind the segment, where nothing bounds it.
-        photo.shorts(list, 0x0005, {1}).word(list, 0x9999, 7, quint32(size), 1000).photo(image);
-        const QString path = put(photo);
-        QCOMPARE(numbersOf(FPVExifDocument(path).ifd0List()), QList<int>{pointer});
-        QCOMPARE(numbersOf(FPVExifDocument(path).list(list)), (QList<int>{0x0005, 0x9999}));
-        QCOMPARE(FPVExifWriter(path).segmentLength(), size > kMost ? 65536 : 65534);
-        QVERIFY(size > kMost || rewritten(path) == kDone);
-        QVERIFY(restOf(contentOf(path)) == image.mid(2));
-        QCOMPARE(QImage::fromData(contentOf(path)), QImage::fromData(image));
     }
 }
 

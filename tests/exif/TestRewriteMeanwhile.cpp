@@ -31,8 +31,6 @@ private Q_SLOTS:
     void failedWriteAsksForRoom();
     void roomIsAskedOfTheMedium_data();
     void roomIsAskedOfTheMedium();
-    void failedNamingAsksForRoom();
-    void photoThatIsGoneCostsNothing();
     void photoChangedWhileItWasReadIsKept();
     void photoChangedMeanwhileIsKept_data();
     void photoChangedMeanwhileIsKept();
@@ -41,9 +39,6 @@ private Q_SLOTS:
     void fileThatTookTheNameMeanwhileIsKept_data();
     void fileThatTookTheNameMeanwhileIsKept();
     void fileThatTookTheTemporaryNameMeanwhileIsKept();
-    void linkThatTookTheNameMeanwhileIsKept();
-    void plainRenamingWhereNoOtherIsKnown_data();
-    void plainRenamingWhereNoOtherIsKnown();
 
 private:
     std::unique_ptr<RewriteWorld> m_world;
@@ -160,25 +155,6 @@ void TestRewriteMeanwhile::roomIsAskedOfTheMedium()
     QCOMPARE(asked, QByteArrayList{QFile::encodeName(expected)});
 }
 
-void TestRewriteMeanwhile::failedNamingAsksForRoom()
-{
-    FakeMachine::install()->setFreeDiskKB(5);
-    FPVExifWriter writer(m_world->path);
-    FileFaults faults(m_world->place);
-    faults.fail(FileFaults::AnyCall, RewriteWorld::stepOf("link photo_tmp_0.jpg") + 1, ENOSPC);
-    QCOMPARE(RewriteWorld::save(&writer), kNoRoom);
-    QVERIFY(m_world->isOld());
-}
-
-void TestRewriteMeanwhile::photoThatIsGoneCostsNothing()
-{
-    FPVExifWriter writer(m_world->path);
-    QVERIFY(QFile::remove(m_world->path));
-    FileFaults faults(m_world->place);
-    QCOMPARE(RewriteWorld::save(&writer), kFailed);
-    QCOMPARE(faults.steps(), QStringList());
-}
-
 void TestRewriteMeanwhile::photoChangedWhileItWasReadIsKept()
 {
     const QByteArray other = RewriteWorld::oldPhoto() + "saved by another program";
@@ -285,42 +261,6 @@ void TestRewriteMeanwhile::fileThatTookTheTemporaryNameMeanwhileIsKept()
     QCOMPARE(RewriteWorld::save(&writer), kFailed);
     QVERIFY(m_world->isOld());
     QCOMPARE(contentOf(m_world->temporary), QByteArray("of another program"));
-}
-
-void TestRewriteMeanwhile::linkThatTookTheNameMeanwhileIsKept()
-{
-    FPVExifWriter writer(m_world->path);
-    FileFaults faults(m_world->place);
-    const auto takeName = [this] {
-        QVERIFY(QFile::link(QStringLiteral("nowhere.jpg"), m_world->path));
-    };
-    faults.doBefore(FileFaults::AnyCall, RewriteWorld::stepOf("rename photo_tmp_0.jpg") + 1,
-                    takeName, EINVAL);
-    QCOMPARE(RewriteWorld::save(&writer), kFailed);
-    QVERIFY(QFileInfo(m_world->path).isSymLink());
-    QVERIFY(contentOf(m_world->temporary) == RewriteWorld::newPhoto());
-}
-
-void TestRewriteMeanwhile::plainRenamingWhereNoOtherIsKnown_data()
-{
-    QTest::addColumn<int>("error");
-    QTest::newRow("the file system knows no conditions") << EINVAL;
-    QTest::newRow("the system knows no conditions") << ENOSYS;
-    QTest::newRow("the file system does not support them") << ENOTSUP;
-    QTest::newRow("they are not allowed") << EPERM;
-    QTest::newRow("the first try met an error of the disk") << EIO;
-}
-
-void TestRewriteMeanwhile::plainRenamingWhereNoOtherIsKnown()
-{
-    QFETCH(int, error);
-    FPVExifWriter writer(m_world->path);
-    FileFaults faults(m_world->place);
-    faults.fail(FileFaults::AnyCall, RewriteWorld::stepOf("rename photo_tmp_0.jpg") + 1, error);
-    QCOMPARE(RewriteWorld::save(&writer), kDone);
-    QVERIFY(faults.steps().contains(QStringLiteral("rename plainly photo_tmp_0.jpg")));
-    QVERIFY(m_world->isNew());
-    QVERIFY(!m_world->hasTemporary());
 }
 
 LUMI_TEST(TestRewriteMeanwhile)

@@ -18,15 +18,8 @@ class TestRewrittenBlock : public RewriteTest
     Q_OBJECT
 
 private Q_SLOTS:
-    void rewriteKeepsEveryTag_data();
-    void rewriteKeepsEveryTag();
-    void rewriteOfTheRewrittenChangesNoByte_data();
-    void rewriteOfTheRewrittenChangesNoByte();
-    void changedTagsAreRead();
-    void tagAddedStandsAtTheEnd();
     void imageDataStayByteForByte_data();
     void imageDataStayByteForByte();
-    void oddThumbnailIsFollowedByAZeroByte();
     void thumbnailOutsideTheFileIsNotCopied_data();
     void thumbnailOutsideTheFileIsNotCopied();
     void thumbnailWithoutItsTagIsDropped();
@@ -38,73 +31,6 @@ private Q_SLOTS:
     void photoCutAnywhereKeepsWhatItHas_data();
     void photoCutAnywhereKeepsWhatItHas();
 };
-
-void TestRewrittenBlock::rewriteKeepsEveryTag_data()
-{
-    addOrders();
-}
-
-void TestRewrittenBlock::rewriteKeepsEveryTag()
-{
-    QFETCH(ExifBuilder::Order, order);
-    const QString path = put(fullPhoto(order));
-    FPVExifDocument old(path);
-    const auto before = valuesOf(old);
-    const QByteArray thumbnail = thumbnailBytes(old);
-    QVERIFY(!thumbnail.isEmpty());
-    QCOMPARE(rewritten(path), kDone);
-    FPVExifDocument document(path);
-    QVERIFY(document.isValid());
-    QVERIFY(document.littleEndian());
-    QCOMPARE(contentOf(path).mid(12, 8), QByteArray("II\x2A\0\x08\0\0\0", 8));
-    QVERIFY(valuesOf(document) == before);
-    QCOMPARE(thumbnailBytes(document), thumbnail);
-}
-
-void TestRewrittenBlock::rewriteOfTheRewrittenChangesNoByte_data()
-{
-    addOrders();
-}
-
-void TestRewrittenBlock::rewriteOfTheRewrittenChangesNoByte()
-{
-    QFETCH(ExifBuilder::Order, order);
-    const QString path = put(fullPhoto(order));
-    QCOMPARE(rewritten(path), kDone);
-    const QByteArray once = contentOf(path);
-    QCOMPARE(rewritten(path), kDone);
-    QVERIFY(contentOf(path) == once);
-}
-
-void TestRewrittenBlock::changedTagsAreRead()
-{
-    const QString path = put(fullPhoto(ExifBuilder::Order::Big));
-    {
-        FPVExifWriter writer(path);
-        writer.setTag(0x013B, 2, 6, "Smith", Ifd0);
-        writer.setTag(0x8827, 3, 1, hostBytes<quint16>({0x1234}).constData(), Exif);
-        const QByteArray place = hostBytes<quint32>({139, 1, 45, 1, 3000, 100});
-        writer.setTag(0x0004, 5, 3, place.constData(), Gps);
-        writer.removeTag(0x0112, Ifd0);
-        QCOMPARE(writer.rewrite(), kDone);
-    }
-    const FPVExifDocument document(path);
-    QCOMPARE(document.find(0x013B, Ifd0)->text(), QStringLiteral("Smith"));
-    QCOMPARE(document.find(0x8827, Exif)->count(), 1U);
-    QCOMPARE(document.find(0x8827, Exif)->intValue(), 0x1234);
-    QCOMPARE(bytesOf(document.find(0x0004, Gps)), hostBytes<quint32>({139, 1, 45, 1, 3000, 100}));
-    QVERIFY(!document.find(0x0112, Ifd0));
-}
-
-void TestRewrittenBlock::tagAddedStandsAtTheEnd()
-{
-    const QString path = put(fullPhoto(ExifBuilder::Order::Little));
-    FPVExifWriter writer(path);
-    const QList<int> before = numbersOf(writer.ifd0List());
-    writer.setTag(0x010E, 2, 6, "Title", Ifd0); // the smallest number but one
-    QCOMPARE(writer.rewrite(), kDone);
-    QCOMPARE(numbersOf(FPVExifDocument(path).ifd0List()), before + QList<int>{0x010E});
-}
 
 void TestRewrittenBlock::imageDataStayByteForByte_data()
 {
@@ -128,23 +54,6 @@ void TestRewrittenBlock::imageDataStayByteForByte()
     writer.setTag(0x010E, 2, 6, "Title", Ifd0);
     QCOMPARE(writer.rewrite(), kDone);
     QVERIFY(restOf(contentOf(path)) == image.mid(2));
-}
-
-void TestRewrittenBlock::oddThumbnailIsFollowedByAZeroByte()
-{
-    for (const int size : {100, 101}) {
-        ExifBuilder photo = plainPhoto(ExifBuilder::Order::Little);
-        const QByteArray thumbnail(size, 't');
-        const QString path = put(photo.thumbnail(thumbnail));
-        QCOMPARE(rewritten(path), kDone);
-        const QByteArray file = contentOf(path);
-        const qsizetype end = file.size() - restOf(file).size();
-        QCOMPARE(end % 2, 0);
-        QCOMPARE(file.mid(end - 2, 2), size % 2 == 0 ? QByteArray("tt") : QByteArray("t\0", 2));
-        FPVExifDocument document(path);
-        QCOMPARE(thumbnailBytes(document), thumbnail);
-        QVERIFY(restOf(file) == restOf(photo.file()));
-    }
 }
 
 void TestRewrittenBlock::thumbnailOutsideTheFileIsNotCopied_data()

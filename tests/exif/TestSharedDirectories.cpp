@@ -95,12 +95,8 @@ private Q_SLOTS:
     void emptiedGpsDoesNotTakeTheInteroperability();
     void sharedDirectoryGoesToTheSurestName_data();
     void sharedDirectoryGoesToTheSurestName();
-    void leftOverGpsPointerTakesNoUnusualDirectory_data();
-    void leftOverGpsPointerTakesNoUnusualDirectory();
     void firstDirectoryIsNoOther_data();
     void firstDirectoryIsNoOther();
-    void leftOverGpsPointerIntoAComment_data();
-    void leftOverGpsPointerIntoAComment();
 };
 
 void TestSharedDirectories::emptiedGpsTakesNoCopyOfExif_data()
@@ -194,33 +190,6 @@ void TestSharedDirectories::sharedDirectoryGoesToTheSurestName()
     }
 }
 
-void TestSharedDirectories::leftOverGpsPointerTakesNoUnusualDirectory_data()
-{
-    QTest::addColumn<ExifListKind>("kind");
-    QTest::addColumn<int>("tag"); // what it begins with
-    QTest::newRow("an Exif directory") << Exif << 0x8298;
-    QTest::newRow("an interoperability directory") << Interoperability << 0x1000;
-}
-
-void TestSharedDirectories::leftOverGpsPointerTakesNoUnusualDirectory()
-{
-    QFETCH(ExifListKind, kind);
-    QFETCH(int, tag);
-    const auto photoWith = [&](quint32 place) {
-        ExifBuilder photo;
-        photo.longs(Ifd0, 0x8825, {place}).shorts(kind, quint16(tag), {1});
-        return photo.undefined(Exif, kComment, QByteArrayLiteral("ASCII\0\0\0where we hid it"));
-    };
-    const QString path = put(photoWith(photoWith(1).offsetOf(kind)));
-    for (int save = 0; save < 3; ++save) {
-        const FPVExifDocument document(path);
-        QVERIFY(document.find(tag, kind));
-        QVERIFY(document.find(kComment, Exif));
-        QVERIFY(!document.hasGpsIfd());
-        QCOMPARE(rewritten(path), kDone);
-    }
-}
-
 void TestSharedDirectories::firstDirectoryIsNoOther_data()
 {
     QTest::addColumn<int>("tag"); // what it begins with
@@ -243,44 +212,6 @@ void TestSharedDirectories::firstDirectoryIsNoOther()
     for (const ExifListKind list : kAllLists) {
         QCOMPARE(document.list(list).count(), list == Ifd0 ? 4 : 0);
     }
-}
-
-void TestSharedDirectories::leftOverGpsPointerIntoAComment_data()
-{
-    QTest::addColumn<QByteArray>("first"); // number and type of the first entry
-    QTest::addColumn<quint32>("size");
-    QTest::addColumn<int>("tags");
-    QTest::addColumn<bool>("fits");
-    QTest::newRow("another tag") << QByteArray::fromHex("0170 0700") << 20000U << 0 << true;
-    QTest::newRow("a large other tag") << QByteArray::fromHex("0170 0700") << 60000U << 0 << true;
-    QTest::newRow("a GPS tag") << QByteArray::fromHex("1b00 0700") << 20000U << 1 << true;
-    QTest::newRow("a large GPS tag") << QByteArray::fromHex("1b00 0700") << 60000U << 1 << false;
-}
-
-void TestSharedDirectories::leftOverGpsPointerIntoAComment()
-{
-    // The comment reads as a directory of one value.
-    QFETCH(QByteArray, first);
-    QFETCH(quint32, size);
-    QFETCH(int, tags);
-    QFETCH(bool, fits);
-    QByteArray word(4, '\0');
-    qToLittleEndian(size, word.data());
-    const QByteArray directory
-        = QByteArray::fromHex("0100") + first + word + QByteArray::fromHex("08000000 00000000");
-    const auto photoWith = [&](quint32 place) {
-        ExifBuilder photo;
-        photo.longs(Ifd0, 0x8825, {place}).undefined(Exif, kComment, directory);
-        return photo.makerNote(QByteArray(40000, 'm'));
-    };
-    const auto place = quint32(photoWith(0).block().indexOf(directory));
-    const QString path = put(photoWith(place));
-    const FPVExifDocument document(path);
-    QCOMPARE(numbersOf(document.exifList()), (QList<int>{kComment, kMakerNote}));
-    QCOMPARE(document.gpsList().count(), tags);
-    QCOMPARE(FPVExifWriter(path).segmentLength() <= 65535, fits);
-    QVERIFY(!fits || rewritten(path) == kDone);
-    QVERIFY(!QImage::fromData(contentOf(path)).isNull());
 }
 
 LUMI_TEST(TestSharedDirectories)

@@ -17,10 +17,6 @@ class TestUserComment : public QObject
 private Q_SLOTS:
     void comments_data();
     void comments();
-    void tooShortForAMark_data();
-    void tooShortForAMark();
-    void markAlone_data();
-    void markAlone();
     void longComment();
     void everyCut();
     void version_data();
@@ -79,6 +75,12 @@ void TestUserComment::comments_data()
         << QByteArray("UNICODEX", 8) << inSjis << japanese;
     QTest::newRow("a mark with blanks is not known")
         << QByteArray("ASCII   ", 8) << inSjis << japanese;
+    for (const QByteArray &mark : {unicode, ascii, jis, undefined}) {
+        QTest::addRow("%s and no text", mark.constData()) << mark << QByteArray() << QString();
+    }
+    QTest::newRow("NULs alone") << undefined << QByteArray(56, '\0') << QString();
+    QTest::newRow("nothing") << QByteArray() << QByteArray() << QString();
+    QTest::newRow("too short for a mark") << QByteArray("abcdefg") << QByteArray() << QString();
     QTest::newRow("bytes behind the NUL of a mark do not count")
         << QByteArray("ASCII\0xy", 8) << QByteArray("caf\xE9") << QString::fromLatin1("caf\xE9");
 }
@@ -87,47 +89,6 @@ void TestUserComment::comments()
 {
     const auto [mark, bytes, text] = lumi::test::row<QByteArray, QByteArray, QString>();
     QCOMPARE(lumi::userCommentText(mark + bytes), text);
-    for (const auto order : lumi::test::kBothOrders) {
-        ExifBuilder photo(order);
-        photo.undefined(Exif, 0x9286, mark + bytes);
-        for (const bool withUnit : {true, false}) {
-            QCOMPARE(rowText(m_folder, photo, 1, 5, withUnit), text);
-        }
-    }
-}
-
-void TestUserComment::tooShortForAMark_data()
-{
-    QTest::addColumn<int>("length");
-    for (int length = 0; length < 8; ++length) {
-        QTest::addRow("%d bytes", length) << length;
-    }
-}
-
-void TestUserComment::tooShortForAMark()
-{
-    QFETCH(int, length);
-    ExifBuilder photo;
-    photo.undefined(Exif, 0x9286, QByteArray("abcdefgh").left(length));
-    QVERIFY(rowText(m_folder, photo, 1, 5).isEmpty());
-}
-
-void TestUserComment::markAlone_data()
-{
-    QTest::addColumn<QByteArray>("mark");
-    QTest::newRow("UNICODE") << QByteArray("UNICODE\0", 8);
-    QTest::newRow("ASCII") << QByteArray("ASCII\0\0\0", 8);
-    QTest::newRow("JIS") << QByteArray("JIS\0\0\0\0\0", 8);
-    QTest::newRow("none") << QByteArray(8, '\0');
-    QTest::newRow("none and NULs behind it") << QByteArray(64, '\0');
-}
-
-void TestUserComment::markAlone()
-{
-    QFETCH(QByteArray, mark);
-    ExifBuilder photo;
-    photo.undefined(Exif, 0x9286, mark);
-    QVERIFY(rowText(m_folder, photo, 1, 5).isEmpty());
 }
 
 void TestUserComment::longComment()

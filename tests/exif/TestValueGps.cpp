@@ -27,9 +27,6 @@ private Q_SLOTS:
     void position();
     void reference_data();
     void reference();
-    void seconds_data();
-    void seconds();
-    void denominatorsOfDegreesAndMinutesAreNotRead();
     void tooFewFractions_data();
     void tooFewFractions();
     void positionNeedsItsReference();
@@ -88,39 +85,6 @@ void TestValueGps::reference()
         .rationals(Gps, 0x0004, {{35, 1}, {40, 1}, {20, 1}});
     QCOMPARE(rowText(m_folder, photo, kGroup, kLatitude), latitude);
     QCOMPARE(rowText(m_folder, photo, kGroup, kLongitude), longitude);
-}
-
-void TestValueGps::seconds_data()
-{
-    lumi::test::columns<quint32, quint32, QString>();
-    QTest::newRow("whole") << 20U << 1U << QStringLiteral("N35.40.20.000");
-    QTest::newRow("five tenths") << 205U << 10U << QStringLiteral("N35.40.20.005");
-    QTest::newRow("fifty hundredths") << 2050U << 100U << QStringLiteral("N35.40.20.050");
-    QTest::newRow("thousandths") << 20123U << 1000U << QStringLiteral("N35.40.20.123");
-    QTest::newRow("sixths") << 125U << 6U << QStringLiteral("N35.40.20.005");
-    QTest::newRow("ten-thousandths") << 201234U << 10000U << QString();
-    QTest::newRow("over zero") << 20U << 0U << QString();
-    QTest::newRow("60") << 60U << 1U << QString();
-}
-
-void TestValueGps::seconds()
-{
-    const auto [numerator, denominator, text] = lumi::test::row<quint32, quint32, QString>();
-    ExifBuilder photo;
-    photo.ascii(Gps, 0x0001, "N")
-        .rationals(Gps, 0x0002, {{35, 1}, {40, 1}, {numerator, denominator}});
-    QCOMPARE(rowText(m_folder, photo, kGroup, kLatitude), text);
-}
-
-void TestValueGps::denominatorsOfDegreesAndMinutesAreNotRead()
-{
-    ExifBuilder photo;
-    photo.ascii(Gps, 0x0001, "N")
-        .rationals(Gps, 0x0002, {{35, 0}, {40, 100}, {0, 1}})
-        .ascii(Gps, 0x0003, "E")
-        .rationals(Gps, 0x0004, {{139, 1}, {4550, 100}, {0, 1}});
-    QCOMPARE(rowText(m_folder, photo, kGroup, kLatitude), QStringLiteral("N35.40.00.000"));
-    QVERIFY(rowText(m_folder, photo, kGroup, kLongitude).isEmpty());
 }
 
 void TestValueGps::tooFewFractions_data()

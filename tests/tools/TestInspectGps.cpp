@@ -43,9 +43,7 @@ private Q_SLOTS:
     void latitude();
     void longitude();
     void position();
-    void coordinatesThatAreNone();
     void altitude();
-    void altitudeThatIsNone();
     void textsComeFromStandardInput();
     void noTextsNoLines();
 };
@@ -88,14 +86,6 @@ void TestInspectGps::position()
              QStringLiteral("E139.00.00.000"));
 }
 
-void TestInspectGps::coordinatesThatAreNone()
-{
-    const auto lines = inspect({QStringLiteral("coordinates"), QStringLiteral("n35.40.20.000")});
-    QCOMPARE(lines.size(), 1);
-    QCOMPARE(lines[0], objectOf(R"({"input": "n35.40.20.000", "latitude": {"valid": false},
-        "longitude": {"valid": false}, "position": {"valid": false}})"));
-}
-
 void TestInspectGps::altitude()
 {
     const auto lines = inspect({QStringLiteral("altitude"), QStringLiteral("-1.05")});
@@ -103,13 +93,6 @@ void TestInspectGps::altitude()
     QCOMPARE(lines[0], objectOf(R"({"input": "-1.05", "valid": true, "text": "-1.05",
         "aboveSeaLevel": false, "whole": 1, "fraction": 5, "readBack": "-1.5",
         "rationals": [[15, 10]], "bytes": "0f0000000a000000"})"));
-}
-
-void TestInspectGps::altitudeThatIsNone()
-{
-    const auto lines = inspect({QStringLiteral("altitude"), QStringLiteral("0")});
-    QCOMPARE(lines.size(), 1);
-    QCOMPARE(lines[0], objectOf(R"({"input": "0", "valid": false})"));
 }
 
 void TestInspectGps::textsComeFromStandardInput()

@@ -28,7 +28,6 @@ private Q_SLOTS:
     void init();
     void setsAndRemoves();
     void nullDataRemoves();
-    void everyListCanBeChanged();
     void emptyListWritesThePhotoAnew();
     void longerDataAreCut();
     void operationsRunInTheirOrder();
@@ -94,22 +93,6 @@ void TestInspectRewrite::nullDataRemoves()
                  .result,
              0);
     QVERIFY(!FPVExifDocument(m_photo).find(0x0112, Ifd0));
-}
-
-void TestInspectRewrite::everyListCanBeChanged()
-{
-    for (int kind = 0; kind < 5; ++kind) {
-        const QByteArray operation = R"([{"op": "set", "tag": 57345, "type": 1, "count": 1,)"
-            + QByteArray(R"("data": "0)") + QByteArray::number(kind) + R"(", "kind": )"
-            + QByteArray::number(kind) + "}]";
-        QCOMPARE(rewrite(operation).out, QByteArray("0\n"));
-    }
-    const FPVExifDocument document(m_photo);
-    for (int kind = 0; kind < 5; ++kind) {
-        const FPVExifTag *tag = document.find(0xE001, ExifListKind(kind));
-        QVERIFY(tag);
-        QCOMPARE(tag->intValue(), kind);
-    }
 }
 
 void TestInspectRewrite::emptyListWritesThePhotoAnew()

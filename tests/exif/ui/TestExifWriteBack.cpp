@@ -97,13 +97,10 @@ private Q_SLOTS:
     void position();
     void checks_data();
     void checks();
-    void thePhotoHoldsWhatWasWritten();
     void aTextThatFitsIsSaved_data();
     void aTextThatFitsIsSaved();
     void aTextWithoutRoomTouchesNothing_data();
     void aTextWithoutRoomTouchesNothing();
-    void aBadPositionTouchesNothing();
-    void anInvalidBlockFails();
     void withoutMemoryNothingIsWritten_data();
     void withoutMemoryNothingIsWritten();
 };
@@ -285,29 +282,6 @@ void TestExifWriteBack::checks()
     QCOMPARE(checkPosition(texts), result);
 }
 
-void TestExifWriteBack::thePhotoHoldsWhatWasWritten()
-{
-    test::PhotoFolder folder;
-    const QString path = folder.put(test::editablePhoto());
-    FPVExifWriter writer(path);
-    QCOMPARE(saveTexts(textsOf({{CompilationField, QStringLiteral("Trip")},
-                                {OwnerField, QStringLiteral("Jo")},
-                                {AltitudeField, QStringLiteral("7")}}),
-                       &writer),
-             SaveResult::Saved);
-    FPVExifFields fields(path);
-    QVERIFY(fields.isValid());
-    QCOMPARE(fields.valueText(3, false), QString());
-    QCOMPARE(fields.valueText(4, false), QStringLiteral("Trip"));
-    fields.setGroup(1);
-    QCOMPARE(fields.valueText(0, false), QStringLiteral("Jo"));
-    QCOMPARE(fields.find(0x010E, ExifListKind::Ifd0), nullptr);
-    QCOMPARE(fields.find(0x9286, ExifListKind::Exif), nullptr);
-    QCOMPARE(fields.find(0x0002, ExifListKind::Gps), nullptr);
-    fields.setGroup(5);
-    QCOMPARE(fields.valueText(3, false), QStringLiteral("7.0"));
-}
-
 void TestExifWriteBack::aTextThatFitsIsSaved_data()
 {
     QTest::addColumn<Filling>("filling");
@@ -358,29 +332,6 @@ void TestExifWriteBack::aTextWithoutRoomTouchesNothing()
     FPVExifWriter writer(path);
     QCOMPARE(saveTexts(textsOf({{OwnerField, kOwner}}), &writer), SaveResult::Failed);
     QVERIFY(contentOf(path) == before);
-}
-
-void TestExifWriteBack::aBadPositionTouchesNothing()
-{
-    test::PhotoFolder folder;
-    const QString path = folder.put(test::editablePhoto());
-    const QByteArray before = contentOf(path);
-    FPVExifWriter writer(path);
-    QCOMPARE(saveTexts(textsOf({{OwnerField, QStringLiteral("Jo")},
-                                {LatitudeField, QStringLiteral("N1")}}),
-                       &writer),
-             SaveResult::BadLatitude);
-    QVERIFY(contentOf(path) == before);
-}
-
-void TestExifWriteBack::anInvalidBlockFails()
-{
-    test::PhotoFolder folder;
-    const QByteArray plain = test::ExifBuilder::jpeg(8, 8, 0x808080);
-    const QString path = folder.put(plain);
-    FPVExifWriter writer(path);
-    QCOMPARE(saveTexts(EditTexts(), &writer), SaveResult::Failed);
-    QVERIFY(contentOf(path) == plain);
 }
 
 void TestExifWriteBack::withoutMemoryNothingIsWritten_data()

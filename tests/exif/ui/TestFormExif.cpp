@@ -25,22 +25,6 @@ using lumi::test::kAllFields;
 
 namespace {
 
-/// The bytes of the field's tag in the file, where author and compilation share one.
-void addLongTexts()
-{
-    QTest::addColumn<int>("field");
-    QTest::addColumn<QByteArray>("begin");
-    QTest::addColumn<QByteArray>("text");
-    QTest::addColumn<QByteArray>("end");
-    const QByteArray nul(1, '\0');
-    const QByteArray text = "0" + QByteArray(300, 't') + "9";
-    QTest::newRow("author") << int(AuthorField) << QByteArray() << text << nul + "Trip" + nul;
-    QTest::newRow("compilation") << int(CompilationField) << "Ann" + nul << text << nul;
-    QTest::newRow("owner") << int(OwnerField) << QByteArray() << text << nul;
-    QTest::newRow("title") << int(TitleField) << QByteArray() << text << nul;
-    QTest::newRow("comment") << int(CommentField) << "UNICODE" + nul << text << QByteArray();
-}
-
 ExifBuilder photoWith(EditField field, const QByteArray &bytes)
 {
     const EditRule &rule = kEditRules.at(field);
@@ -70,11 +54,8 @@ private Q_SLOTS:
     void thePagesShowTheFields();
     void nothingIsCutOff();
     void fieldsTakeWhatTheirTagsHold();
-    void longTextsOfTheFileAreNotCut_data();
-    void longTextsOfTheFileAreNotCut();
     void aLongTextKeepsItsRestAfterOneDeletion_data();
     void aLongTextKeepsItsRestAfterOneDeletion();
-    void aPositionInHundredthsShowsEmpty();
     void anOpenEditorDoesNotHoldThePhotoOpen();
     void helpAndVersionOpen();
 
@@ -268,30 +249,20 @@ void TestFormExif::fieldsTakeWhatTheirTagsHold()
     }
 }
 
-void TestFormExif::longTextsOfTheFileAreNotCut_data()
-{
-    addLongTexts();
-}
-
-void TestFormExif::longTextsOfTheFileAreNotCut()
-{
-    QFETCH(int, field);
-    QFETCH(QByteArray, begin);
-    QFETCH(QByteArray, end);
-    QFETCH(QByteArray, text);
-    m_user->open(photoWith(EditField(field), begin + text + end));
-    QCOMPARE(m_user->edit(EditField(field))->text().toLatin1(), text);
-    QCOMPARE(m_user->run([this] {
-        m_user->form->menu_edit_save();
-    }),
-             1);
-    const EditRule &rule = kEditRules.at(std::size_t(field));
-    QCOMPARE(m_user->value(rule.tag, rule.list), begin + text + end);
-}
-
+/// A text is stored between begin and end: author and compilation share a tag.
 void TestFormExif::aLongTextKeepsItsRestAfterOneDeletion_data()
 {
-    addLongTexts();
+    QTest::addColumn<int>("field");
+    QTest::addColumn<QByteArray>("begin");
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<QByteArray>("end");
+    const QByteArray nul(1, '\0');
+    const QByteArray text = "0" + QByteArray(300, 't') + "9";
+    QTest::newRow("author") << int(AuthorField) << QByteArray() << text << nul + "Trip" + nul;
+    QTest::newRow("compilation") << int(CompilationField) << "Ann" + nul << text << nul;
+    QTest::newRow("owner") << int(OwnerField) << QByteArray() << text << nul;
+    QTest::newRow("title") << int(TitleField) << QByteArray() << text << nul;
+    QTest::newRow("comment") << int(CommentField) << "UNICODE" + nul << text << QByteArray();
 }
 
 void TestFormExif::aLongTextKeepsItsRestAfterOneDeletion()
@@ -312,15 +283,6 @@ void TestFormExif::aLongTextKeepsItsRestAfterOneDeletion()
              1);
     const EditRule &rule = kEditRules.at(std::size_t(field));
     QCOMPARE(m_user->value(rule.tag, rule.list), begin + text.mid(1) + end);
-}
-
-void TestFormExif::aPositionInHundredthsShowsEmpty()
-{
-    ExifBuilder photo;
-    photo.ascii(ExifListKind::Gps, 1, "N")
-        .rationals(ExifListKind::Gps, 2, {{35, 1}, {4050, 100}, {0, 1}});
-    m_user->open(photo);
-    QCOMPARE(m_user->edit(LatitudeField)->text(), QString());
 }
 
 /// Someone may well take the card out meanwhile.

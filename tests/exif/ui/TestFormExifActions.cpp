@@ -30,7 +30,6 @@ private Q_SLOTS:
     void pasteFollowsTheClipboard_data();
     void pasteFollowsTheClipboard();
     void actionsReachTheFieldWithTheFocus();
-    void actionsReachTheFieldBeforeTheMenu();
     void theOpenedMenuReachesTheField();
     void theMenuReachesNoFieldThatWasLeft();
     void actionsElsewhereDoNothing();
@@ -38,7 +37,6 @@ private Q_SLOTS:
     void aPastedPositionFillsBothFields();
     void whatIsNoPositionIsPastedAsUsual();
     void otherFieldsTakeAPositionAsText();
-    void theHeightTakesAPositionAsText();
 
 private:
     /// Opens the menu Edit by a tap and taps one of its entries.
@@ -119,19 +117,6 @@ void TestFormExifActions::actionsReachTheFieldWithTheFocus()
     QCOMPARE(QApplication::clipboard()->text(), QStringLiteral("Harbour"));
     // Undo has no entry.
     QVERIFY(m_user->entry(QStringLiteral("Undo")) == nullptr);
-}
-
-void TestFormExifActions::actionsReachTheFieldBeforeTheMenu()
-{
-    m_user->open();
-    m_user->enter(OwnerField);
-    m_user->edit(OwnerField)->selectAll();
-    m_user->form->findChild<QPEMenuBar *>()->setFocus(Qt::MenuBarFocusReason);
-    QVERIFY(!m_user->edit(OwnerField)->hasFocus());
-    QVERIFY(m_user->entry(QStringLiteral("Cut"))->isEnabled());
-    m_user->entry(QStringLiteral("Cut"))->trigger();
-    QCOMPARE(m_user->edit(OwnerField)->text(), QString());
-    QCOMPARE(QApplication::clipboard()->text(), QStringLiteral("Jane Doe"));
 }
 
 void TestFormExifActions::theOpenedMenuReachesTheField()
@@ -232,19 +217,6 @@ void TestFormExifActions::otherFieldsTakeAPositionAsText()
     m_user->form->menu_edit_paste();
     QCOMPARE(m_user->edit(OwnerField)->text(), position);
     QVERIFY(!m_user->edit(LatitudeField)->edited());
-}
-
-void TestFormExifActions::theHeightTakesAPositionAsText()
-{
-    m_user->fillClipboard(QStringLiteral("N35.40.20.000E139.45.30.000"));
-    m_user->open();
-    m_user->enter(AltitudeField);
-    m_user->edit(AltitudeField)->selectAll();
-    m_user->form->menu_edit_paste();
-    // As much of it as there is room for.
-    QCOMPARE(m_user->edit(AltitudeField)->text(), QStringLiteral("N35.40.20"));
-    QVERIFY(!m_user->edit(LatitudeField)->edited());
-    QVERIFY(!m_user->edit(LongitudeField)->edited());
 }
 
 LUMI_TEST(TestFormExifActions)
