@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What a photo's block held at one moment, for comparing before and after it is written anew.
+// Copies of a photo's Exif block, to compare it before and after a rewrite.
 #pragma once
 
 #include "exif/read/FPVExifDocument.h"
@@ -28,20 +28,20 @@ inline constexpr ExifListKind kAllLists[]
 
 [[nodiscard]] ListCopy copyOf(const ExifTagList &list);
 
-/// All five lists in the order of their kinds, with the values of the tags that say where
-/// things stand left out: those are new in every file.
+/// All five lists in the order of their kinds. Pointer tags have no value here, because every
+/// rewrite changes it.
 [[nodiscard]] QList<ListCopy> valuesOf(const FPVExifDocument &document);
 
-/// All bytes of the file; empty when there is none.
+/// All bytes of the file; empty if there is none.
 [[nodiscard]] QByteArray contentOf(const QString &path);
 
-/// The bytes behind the file's first segment, found without the reader.
+/// The bytes behind the first segment of the file. Does not use the reader.
 [[nodiscard]] QByteArray restOf(const QByteArray &file);
 
-/// The bytes of the thumbnail as the document says where they are.
+/// The bytes at the thumbnail offset of the document.
 [[nodiscard]] QByteArray thumbnailBytes(FPVExifDocument &document);
 
-/// The numbers of this machine as bytes.
+/// The numbers as bytes in host order.
 template <class Number> [[nodiscard]] QByteArray hostBytes(std::initializer_list<Number> numbers)
 {
     return QByteArray(reinterpret_cast<const char *>(numbers.begin()),

@@ -32,7 +32,7 @@ lumi::test::ExiftoolTags exiftoolTagsOf(const QJsonObject &photo)
     for (auto it = photo.begin(); it != photo.end(); ++it) {
         const auto group = kExiftoolGroups.find(it.key().section(QLatin1Char(':'), 0, 0));
         const QJsonObject tag = it.value().toObject();
-        // Values that exiftool puts together itself have a name for an id.
+        // Composite tags of exiftool have a name as their id.
         if (group != kExiftoolGroups.end() && tag.value(QStringLiteral("id")).isDouble()) {
             tags[{group->second, tag.value(QStringLiteral("id")).toInt()}]
                 = tag.value(QStringLiteral("val")).toVariant();
@@ -41,7 +41,7 @@ lumi::test::ExiftoolTags exiftoolTagsOf(const QJsonObject &photo)
     return tags;
 }
 
-/// What exiftool answers, an object for each photo.
+/// The output of exiftool, an object for each photo.
 QList<QJsonObject> askExiftool(const QStringList &options, const QStringList &paths)
 {
     const QStringList always = {QStringLiteral("-q"), QStringLiteral("-j")};
@@ -65,7 +65,7 @@ namespace lumi::test {
 
 std::map<QString, Exiv2Tags> exiv2Tags(const QStringList &paths)
 {
-    // The path comes first only when there are several.
+    // The path comes first only if there are several photos.
     static const QRegularExpression kLine(
         QStringLiteral("^(.*?) *0x([0-9a-f]{4}) (\\w+) +(\\w+) +(\\d+) *(.*)$"));
     std::map<QString, Exiv2Tags> photos;
@@ -125,7 +125,7 @@ QStringList soundPhotos(const QStringList &paths)
         = {QStringLiteral("-a"), QStringLiteral("-Warning"), QStringLiteral("-Error")};
     QStringList sound;
     for (const QJsonObject &photo : askExiftool(options, paths)) {
-        // Nothing but its path.
+        // Only the path.
         if (photo.size() == 1) {
             sound.append(sourceOf(photo));
         }

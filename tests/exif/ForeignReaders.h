@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What independent programs read of photos, and write. They take much longer to start than to
-// read a photo, so each is asked once for many. Both must be installed; one that is missing or
-// fails makes the test fail.
+// Photos as read and written by exiftool and exiv2. Starting them takes much longer than reading a
+// photo, so each call reads many photos. A program that is missing or fails makes the test fail.
 #pragma once
 
 #include "exif/tag/ExifListKind.h"
@@ -31,26 +30,25 @@ struct ForeignTag
 
 using Exiv2Tags = std::map<TagPlace, ForeignTag>;
 
-/// Every tag of each photo's block as exiv2 prints it: type, count, raw value.
+/// All Exif tags of each photo as exiv2 prints them: type, count, raw value.
 [[nodiscard]] std::map<QString, Exiv2Tags> exiv2Tags(const QStringList &paths);
 [[nodiscard]] Exiv2Tags exiv2Tags(const QString &path);
 
 using ExiftoolTags = std::map<TagPlace, QVariant>;
 
-/// The plain values of the tags of each photo as exiftool gives them. Values that it puts
-/// together itself are left out.
+/// The raw values of the tags of each photo as exiftool prints them, without its composite tags.
 [[nodiscard]] std::map<QString, ExiftoolTags> exiftoolTags(const QStringList &paths);
 
-/// The thumbnail of each photo that has one for exiftool.
+/// The thumbnail of each photo in which exiftool finds one.
 [[nodiscard]] std::map<QString, QByteArray> exiftoolThumbnails(const QStringList &paths);
 
-/// The photos of which exiftool has no complaint.
+/// The photos that exiftool reads without a warning.
 [[nodiscard]] QStringList soundPhotos(const QStringList &paths);
 
-/// exiv2's names of the types by number.
+/// The name that exiv2 has for a type.
 [[nodiscard]] QString exiv2Type(int type);
 
-/// A photo whose Exif segment follows its start, written by exiftool. order: "II" or "MM".
+/// A photo with an Exif segment written by exiftool. order: "II" or "MM".
 [[nodiscard]] QString exiftoolPhoto(PhotoFolder &folder, const QString &order);
 
 } // namespace lumi::test

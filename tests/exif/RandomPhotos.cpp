@@ -29,7 +29,7 @@ public:
 private:
     unsigned below(unsigned limit) { return static_cast<unsigned>(m_random()) % limit; }
 
-    /// Whether this kind of thing is in this photo; the kinds are independent of each other.
+    /// Whether the photo has this property.
     bool has(unsigned kind) const { return (m_number >> kind & 1U) != 0; }
 
     void note(const char *what) { m_photo.name += QByteArray(", ") + what; }
@@ -65,7 +65,7 @@ QByteArray Maker::text(unsigned size)
     return text;
 }
 
-/// Tags that nobody knows, their numbers in no order, their values of every type.
+/// Unknown tags, not sorted by number, with values of every type.
 void Maker::addUnknownTags(ExifListKind list)
 {
     const unsigned tags = below(kMostTags);
@@ -128,7 +128,7 @@ void Maker::addThumbnail()
     QByteArray thumbnail
         = ExifBuilder::jpeg(20 + static_cast<int>(below(100)), 30, below(1U << 24));
     if (has(7) == (thumbnail.size() % 2 == 0)) {
-        thumbnail += '\0'; // behind its end, where nobody looks
+        thumbnail += '\0'; // ignored behind the end of the image
     }
     note(thumbnail.size() % 2 == 0 ? "even thumbnail" : "odd thumbnail");
     m_photo.builder.shorts(Ifd1, 0x0103, {6}).thumbnail(thumbnail);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Well-formed photos of all kinds, the same in every run: both byte orders, directories there
-// and missing, values of all types and sizes, maker notes, thumbnails, tails of odd sizes.
+// Well-formed photos of all kinds, the same in every run: both byte orders, with and without each
+// directory, values of all types and sizes, maker notes, thumbnails, data behind the image.
 #pragma once
 
 #include "tests/support/ExifBuilder.h"
@@ -11,11 +11,11 @@ namespace lumi::test {
 
 struct RandomPhoto
 {
-    QByteArray name; // what is special about it
+    QByteArray name; // lists its properties
     ExifBuilder builder;
 };
 
-/// The photo of that number; the kinds take turns by the bits of it.
+/// The photo of that number. Each of its eight lower bits is a property that the photo has or not.
 [[nodiscard]] RandomPhoto randomPhoto(unsigned number);
 
 } // namespace lumi::test

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A folder whose photos can be rewritten: it lies on a machine with room on its disk, which is
-// there as long as the folder.
+// A folder whose photos can be rewritten. Installs a machine with free disk space while it lives.
 #pragma once
 
 #include "exif/write/FPVExifWriter.h"
@@ -9,7 +8,7 @@
 
 namespace lumi::test {
 
-/// What a rewriting gives.
+/// The results of FPVExifWriter::rewrite().
 inline constexpr int kDone = 0;
 inline constexpr int kNoRoom = 1;
 inline constexpr int kFailed = 2;
@@ -28,7 +27,7 @@ private:
     static constexpr int kFreeKB = 1000000;
 };
 
-/// Writes the photo anew without any change: the result of that.
+/// Rewrites the photo without a change and returns the result.
 [[nodiscard]] inline int rewritten(const QString &path)
 {
     return FPVExifWriter(path).rewrite();

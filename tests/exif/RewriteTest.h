@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The base of tests of photos that are written anew: a folder of their own for each test.
+// Base of the tests that rewrite photos. Each test function has its own folder.
 #pragma once
 
 #include "tests/exif/RewriteFolder.h"

@@ -29,7 +29,7 @@ QByteArray makeNewPhoto()
 
 RewriteWorld::RewriteWorld()
 {
-    static_cast<void>(newPhoto()); // made while nothing goes wrong
+    static_cast<void>(newPhoto()); // created before any error is injected
     path = folder.put(oldPhoto());
     place = QFileInfo(path).absolutePath();
     temporary = folder.path(QStringLiteral("photo_tmp_0.jpg"));

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A photo in a folder of its own, to be rewritten while something goes wrong, and all the
-// calls on the way.
+// A photo in its own folder, to be rewritten while something goes wrong, and the system calls of a
+// rewrite.
 #pragma once
 
 #include "exif/write/FPVExifWriter.h"
@@ -20,19 +20,19 @@ public:
     /// Writes the photo.
     RewriteWorld();
 
-    /// The calls of a rewriting in which nothing goes wrong.
+    /// The system calls of a rewrite without errors.
     [[nodiscard]] static const QStringList &steps();
 
-    /// The first of these steps.
+    /// The index of the first call with this name.
     [[nodiscard]] static int stepOf(const char *step);
 
-    /// A photo whose thumbnail is of an odd size and whose image data take three blocks.
+    /// A photo with a thumbnail of an odd size and three blocks of image data.
     [[nodiscard]] static const QByteArray &oldPhoto();
 
-    /// The same after save().
+    /// The same photo after save().
     [[nodiscard]] static const QByteArray &newPhoto();
 
-    /// Changes a tag and rewrites the photo: the result of that.
+    /// Changes a tag, rewrites the photo and returns the result.
     static int save(FPVExifWriter *writer);
 
     /// Writes the old photo again.

@@ -21,7 +21,7 @@ constexpr quint16 kShort = 3;
 constexpr quint16 kLong = 4;
 constexpr quint16 kUndefined = 7;
 
-/// The lists of a block, empty at first.
+/// The lists of a block, initially empty.
 struct Block
 {
     lumi::ExifTagList ifd0;
@@ -132,7 +132,7 @@ void TestExifBlockBytes::valueGoesWhereItFits()
 {
     const auto [value, expected] = lumi::test::row<QByteArray, QByteArray>();
     lumi::ExifTagList list;
-    // The first row's type is one without a size, which is kept like any other.
+    // The type of the first row has no size. It is kept like any other.
     const quint16 type = value.isEmpty() ? 0x70 : kUndefined;
     put(list, 0x1234, type, quint32(value.size()), value);
     QCOMPARE(lumi::ifdBytes(list, 0x164).toHex(), expected.toHex());
@@ -242,7 +242,7 @@ void TestExifBlockBytes::pointersComeFromTagsAlone()
     putShort(block.ifd0, 0x0112, 1);
     static_cast<void>(lumi::mainBlock(block.lists()));
     QCOMPARE(numbersOf(block.ifd0), QList<int>({0x0112}));
-    // A first directory that had nothing gets one for the sake of the others.
+    // An empty first directory gets a pointer too.
     Block bare;
     putShort(bare.exif, 0x8822, 2);
     const QByteArray bytes = lumi::mainBlock(bare.lists());
@@ -296,7 +296,7 @@ void TestExifBlockBytes::interoperabilityPointerKeepsItsShape_data()
     QTest::addColumn<quint16>("type");
     QTest::addColumn<quint32>("count");
     QTest::addColumn<int>("size");
-    QTest::addColumn<QByteArray>("expected"); // the Exif directory stands at 26
+    QTest::addColumn<QByteArray>("expected"); // the Exif directory is at offset 26
     QTest::newRow("a long") << kLong << 1U << 4 << hex("2c000000");
     QTest::newRow("a short") << kShort << 1U << 2 << hex("2c00");
     QTest::newRow("nothing") << kLong << 0U << 0 << QByteArray();
@@ -328,7 +328,7 @@ void TestExifBlockBytes::interoperabilityPointerWithoutADirectory()
     putLong(block.exif, 0xA005, 0x3333);
     putShort(block.gps, 0x001E, 0);
     const QByteArray bytes = lumi::mainBlock(block.lists());
-    // It points to what follows, the GPS directory in this case.
+    // The pointer is the offset of the next directory, here GPS.
     QCOMPARE(u32(bytes, 30 + 2 + 8), u32(bytes, 2 + 12 + 8));
     QCOMPARE(u32(bytes, 30 + 2 + 8), 8U + 30 + 18);
 }

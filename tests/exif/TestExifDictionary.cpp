@@ -13,7 +13,7 @@
 
 namespace {
 
-/// UTF-8 to EUC-JP by the system's own tables; empty when a character has no such form.
+/// Converts UTF-8 to EUC-JP with iconv. Empty if a character has no such form.
 QByteArray toEucJp(QByteArray text)
 {
     const iconv_t converter = iconv_open("EUC-JP", "UTF-8");

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Independent programs read what our readers read, and write what they read. Both programs
-// must be installed.
+// exiftool and exiv2 read the same values as our readers, also from photos of exiftool. Both must
+// be installed.
 #include "exif/read/FPVExifDocument.h"
 #include "exif/read/FPVExifFile.h"
 #include "exif/tag/FPVExifTagRational.h"
@@ -52,7 +52,7 @@ QString valueAt(int type, const QByteArray &bytes, qsizetype place)
     }
 }
 
-/// A tag of ours written as exiv2 writes it.
+/// The value of our tag in the format of exiv2.
 QString exiv2Value(const FPVExifTag &tag)
 {
     const QByteArray bytes = lumi::test::bytesOf(&tag);
@@ -66,7 +66,7 @@ QString exiv2Value(const FPVExifTag &tag)
     return values.join(QLatin1Char(' '));
 }
 
-/// A single fraction that exiftool gives as it is and not as what it stands for.
+/// A single fraction that exiftool prints as a plain quotient.
 bool isPlainFraction(const FPVExifTag &tag)
 {
     constexpr int kShutterSpeed = 0x9201;
@@ -170,7 +170,7 @@ void TestExifOracles::documentAgreesWithExiftool()
         if (tag->type() == 2) {
             QCOMPARE(tag->text(), value.toString());
         } else if (place == TagPlace(Ifd1, 0x0201)) {
-            // exiftool counts from the start of the file
+            // exiftool counts offsets from the start of the file.
             QCOMPARE(tag->intValue() + document.tiffBase(), value.toInt());
         } else if (tag->count() == 1 && typeSize(tag->type()) <= 4 && tag->type() != 7) {
             QCOMPARE(tag->intValue(), value.toInt());
@@ -200,7 +200,7 @@ void TestExifOracles::walkAgreesWithExiv2()
     std::size_t walked = 0;
     while (const auto tag = std::unique_ptr<FPVExifTag>(file.nextTag())) {
         ++walked;
-        // The flat walk does not say where a tag is from: one place must agree.
+        // A walked tag has no directory, so it must agree with the tag in one of them.
         bool agrees = false;
         for (const auto kind : {Ifd0, Exif, Interoperability, Gps, Ifd1}) {
             const auto found = foreign.find({kind, tag->tag()});
@@ -251,7 +251,7 @@ void TestExifOracles::segmentBehindAnotherIsNotRead()
     PhotoFolder::output(QStringLiteral("exiftool"),
                         {QStringLiteral("-q"), QStringLiteral("-overwrite_original"),
                          QStringLiteral("-Make=Anvil"), path});
-    QVERIFY(!lumi::test::exiv2Tags(path).empty()); // it is there
+    QVERIFY(!lumi::test::exiv2Tags(path).empty()); // exiv2 finds it
     QVERIFY(!FPVExifDocument(path).isValid());
     QVERIFY(!FPVExifFile(path).isOpen());
 }

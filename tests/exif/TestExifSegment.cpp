@@ -14,7 +14,7 @@ using enum ExifListKind;
 
 namespace {
 
-/// Counts its reads, and fails or gives half from a certain read on.
+/// Counts its reads. One of them can fail or return only half of the bytes.
 class WatchedDevice : public QBuffer
 {
 public:
@@ -39,7 +39,7 @@ protected:
     }
 };
 
-/// A photo whose last value lies in the picture data, outside the segment.
+/// A photo with a value behind the image data, outside the segment.
 QByteArray photoWithFarValue(int *place)
 {
     ExifBuilder photo;
@@ -50,7 +50,7 @@ QByteArray photoWithFarValue(int *place)
     return far.file() + "far away";
 }
 
-/// Reads the first directory of the photo into list, which stays empty when that fails.
+/// Reads the first directory of the photo into list, which stays empty on failure.
 void readFirst(const ExifBuilder &photo, lumi::ExifTagList &list)
 {
     WatchedDevice device(photo.file());
@@ -189,7 +189,7 @@ void TestExifSegment::holdsDirectoriesWhoseEntriesLieInIt()
     for (const ExifListKind kind : {Exif, Interoperability, Gps, Ifd1}) {
         QVERIFY(segment->holdsIfd(photo.offsetOf(kind), kind));
     }
-    // No directory is where the header is, or behind the segment.
+    // There is no directory in the header and none behind the segment.
     const auto end = quint32(photo.block().size());
     for (const quint32 offset : {0U, end - 1, end, 0x7FFFFFFFU, 0x80000000U, 0xFFFFFFFFU}) {
         QVERIFY(!segment->holdsIfd(offset, Ifd1));
@@ -236,7 +236,7 @@ void TestExifSegment::valuesEndAtAMegabyteInAll()
     photo.shorts(Ifd0, 0x0112, {6}).word(Ifd0, 0x0113, 7, 100, 8);
     lumi::ExifTagList list;
     readFirst(photo, list);
-    // 16 large ones and 16 bytes: then there is room for the small one alone.
+    // The limit is 16 large values and 16 bytes. Only the small value still fits.
     QVERIFY(list.findNumber(16));
     QVERIFY(!list.findNumber(17));
     QCOMPARE(list.findNumber(0x0112)->intValue(), 6);

@@ -176,7 +176,7 @@ void TestFPVExifDocument::refusesAPipe()
 {
     const QString path = m_folder.path(QStringLiteral("pipe.jpg"));
     QCOMPARE(mkfifo(QFile::encodeName(path).constData(), 0600), 0);
-    QVERIFY(!FPVExifDocument(path).isValid()); // would wait for a writer for ever
+    QVERIFY(!FPVExifDocument(path).isValid()); // would block until something writes to it
 }
 
 void TestFPVExifDocument::staysOpenWhileValid()
@@ -203,7 +203,7 @@ void TestFPVExifDocument::entryWithoutValuesIsAnEmptyArray()
 
 void TestFPVExifDocument::directoryWithoutEntries()
 {
-    // The link then stands right behind the count, where the first entry would.
+    // The link then follows the count, where the first entry would be.
     ExifBuilder photo;
     photo.word(Ifd0, 0x0112, 3, 1, 6).entryCount(Ifd0, 0).withoutPointers();
     const FPVExifDocument document(m_folder.put(photo));

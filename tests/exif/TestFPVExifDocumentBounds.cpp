@@ -53,7 +53,7 @@ void TestFPVExifDocumentBounds::headerMustBeWhole()
 
 void TestFPVExifDocumentBounds::cutFileReadsZero()
 {
-    // What is not in a cut file reads as zero, what is there stays.
+    // Bytes behind the cut read as 0.
     const QByteArray good
         = ExifBuilder().shorts(Ifd0, 0x0112, {6}).ascii(Ifd0, 0x010F, "Anvil Works").file();
     const FPVExifDocument document(m_folder.put(good.left(12 + 8 + 2 + 24 + 4 + 5)));
@@ -64,7 +64,7 @@ void TestFPVExifDocumentBounds::cutFileReadsZero()
 
 void TestFPVExifDocumentBounds::directoriesEndWithTheSegment()
 {
-    // A link to right behind the segment, where what stands looks like a directory.
+    // The link points behind the segment, to bytes that look like a directory.
     ExifBuilder sketch;
     sketch.shorts(Ifd0, 0x0112, {6}).link(Ifd0, 1);
     const auto end = quint32(sketch.block().size());
@@ -85,7 +85,7 @@ void TestFPVExifDocumentBounds::directoryCutByTheSegment()
 {
     ExifBuilder photo;
     photo.shorts(Ifd0, 0x0100, {1}).shorts(Ifd0, 0x0101, {2}).shorts(Ifd0, 0x0102, {3});
-    // The segment ends behind tag, type, count and the first byte of the second value.
+    // The segment ends after the first byte of the second value.
     photo.app1Length(quint16(8 + 8 + 2 + 12 + 8 + 1)).link(Ifd0, 0x01010101);
     const FPVExifDocument document(m_folder.put(photo));
     QVERIFY(document.isValid());
@@ -115,7 +115,7 @@ void TestFPVExifDocumentBounds::segmentShorterThanItsHeader()
 
 void TestFPVExifDocumentBounds::firstDirectoryInsideTheHeader()
 {
-    // "II" is then taken for a count of 18761 entries; the segment bounds them.
+    // "II" is read as 18761 entries. The segment ends long before.
     ExifBuilder photo = lumi::test::fullPhoto(ExifBuilder::Order::Little);
     const FPVExifDocument document(m_folder.put(photo.ifd0Offset(0)));
     QVERIFY(document.isValid());
@@ -165,7 +165,7 @@ void TestFPVExifDocumentBounds::hugeCountsArePassedOver_data()
 void TestFPVExifDocumentBounds::hugeCountsArePassedOver()
 {
     QFETCH(int, type);
-    // 0x20000000 times 8 is zero in 32 bits.
+    // 0x20000000 times 8 is 0 in 32 bits.
     for (const quint32 count : {0xFFFFFFFFU, 0x80000000U, 0x20000000U, 0x40000000U}) {
         const FPVExifDocument document(m_folder.put(
             ExifBuilder().word(Ifd0, 0x0101, quint16(type), count, 8).shorts(Ifd0, 0x0112, {6})));
@@ -202,8 +202,7 @@ void TestFPVExifDocumentBounds::directoryThatReachesOut_data()
 void TestFPVExifDocumentBounds::directoryThatReachesOut()
 {
     const auto [list, tag] = lumi::test::row<ExifListKind, int>();
-    // Bytes of the segment behind the last entry: with and without a link, then a byte too few,
-    // half the entries, the count alone, half the count, nothing.
+    // Bytes of the segment behind the last entry. Negative: the segment ends inside the directory.
     for (const int spare : {5, 0, -1, -12, -24, -25, -26}) {
         for (const auto order : {ExifBuilder::Order::Little, ExifBuilder::Order::Big}) {
             ExifBuilder photo(order);

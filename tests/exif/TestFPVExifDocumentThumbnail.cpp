@@ -81,7 +81,7 @@ void TestFPVExifDocumentThumbnail::thumbnailIsNull_data()
 void TestFPVExifDocumentThumbnail::thumbnailIsNull()
 {
     auto [offset, length] = lumi::test::row<quint32, quint32>();
-    // The photo's own picture stands last, so a length that is too large by one would show it.
+    // The picture ends with the file, so one byte more is behind the end of the file.
     ExifBuilder photo;
     const QByteArray jpeg = ExifBuilder::jpeg(24, 18, 0x204060);
     photo.shorts(Ifd0, 0x0112, {6});

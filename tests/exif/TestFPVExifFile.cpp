@@ -132,7 +132,7 @@ void TestFPVExifFile::sixthDirectoryIsNotWalked()
     ExifBuilder photo = lumi::test::fullPhoto(ExifBuilder::Order::Little);
     const QList<int> five = numbers(walk(m_folder.put(photo)));
     photo.link(Ifd1, photo.offsetOf(Gps));
-    // The link behind the thumbnail's directory is the sixth directory named.
+    // The link of the second directory would lead to a sixth directory.
     QCOMPARE(numbers(walk(m_folder.put(photo))), five);
 }
 
@@ -143,7 +143,7 @@ void TestFPVExifFile::furtherLinksAreWalked()
     ExifBuilder photo = sketch;
     photo.link(Ifd0, sketch.offsetOf(Exif)).link(Exif, sketch.offsetOf(Gps));
     QCOMPARE(numbers(walk(m_folder.put(photo))), (QList<int>{1, 2, 3}));
-    // A loop is walked until the five records are used up.
+    // In a loop the walk ends after five directories.
     photo.link(Gps, 8);
     QCOMPARE(numbers(walk(m_folder.put(photo))), (QList<int>{1, 2, 3, 1, 2}));
 }
@@ -196,7 +196,7 @@ void TestFPVExifFile::numbersKeepTheirFirstValue()
 void TestFPVExifFile::arraysOfNumbersAreNotFollowed_data()
 {
     lumi::test::columns<int, int>();
-    // The value word is an offset in the file and is taken for the values themselves.
+    // The value word is an offset, but it is read as the value.
     QTest::newRow("bytes") << 1 << 0x44;
     QTest::newRow("shorts") << 3 << 0x3344;
     QTest::newRow("longs") << 4 << 0x11223344;
@@ -271,10 +271,10 @@ void TestFPVExifFile::stringsRunToTheFirstNul()
 {
     ExifBuilder photo;
     photo
-        .ascii(Ifd0, 1, "abc")                               // within the value bytes
+        .ascii(Ifd0, 1, "abc")                               // in the entry
         .ascii(Ifd0, 2, "Anvil Works")                       // behind the directory
         .value(Ifd0, 3, 2, 100, QByteArray("one\0two\0", 8)) // ends before its count
-        .value(Ifd0, 4, 2, 3, "end\x05") // goes on into the next entry, whose number is 5
+        .value(Ifd0, 4, 2, 3, "end\x05") // continues into the next entry, whose number is 5
         .shorts(Ifd0, 5, {9});
     const WalkedTags tags = walk(m_folder.put(photo));
     QCOMPARE(tags.size(), std::size_t(5));
@@ -340,7 +340,7 @@ void TestFPVExifFile::unknownTypeEndsTheWalk()
     const std::unique_ptr<FPVExifTag> first(file.nextTag());
     const std::unique_ptr<FPVExifTag> second(file.nextTag());
     QVERIFY(first && !second);
-    QVERIFY(file.isOpen()); // the reader itself stands at the third entry
+    QVERIFY(file.isOpen()); // the next call reads the third entry
     const std::unique_ptr<FPVExifTag> third(file.nextTag());
     QCOMPARE(third->intValue(), 30);
 }

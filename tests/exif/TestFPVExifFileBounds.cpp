@@ -59,7 +59,7 @@ void TestFPVExifFileBounds::valuesBehindTheFileAreZero()
     const auto *bytes = dynamic_cast<const FPVExifTagBytes *>(tags[2].get());
     QVERIFY(bytes);
     QCOMPARE(QByteArray(bytes->data(), bytes->size()), QByteArray(20, '\0'));
-    QCOMPARE(tags[3]->intValue(), 9); // the reader finds back
+    QCOMPARE(tags[3]->intValue(), 9); // the next entry is read
 }
 
 void TestFPVExifFileBounds::directoriesBehindTheFileAreEmpty_data()
@@ -72,7 +72,7 @@ void TestFPVExifFileBounds::directoriesBehindTheFileAreEmpty()
     QFETCH(quint32, offset);
     ExifBuilder photo;
     photo.longs(Ifd0, 0x8769, {offset}).shorts(Ifd0, 0x0112, {6}).withoutPointers();
-    // The empty directory gives one entry of type 0, which ends the walk.
+    // The empty directory yields one entry of type 0, which ends the walk.
     QCOMPARE(walk(m_folder.put(photo)).size(), std::size_t(2));
     QCOMPARE(walk(m_folder.put(photo.ifd0Offset(offset))).size(), std::size_t(0));
 }
@@ -149,7 +149,7 @@ void TestFPVExifFileBounds::cutDirectoryEnds()
 
 void TestFPVExifFileBounds::firstDirectoryInsideTheHeaderEnds()
 {
-    // An offset of zero names no directory: what follows the header gives one entry at most.
+    // Offset 0 is no directory. The bytes behind the header yield at most one entry.
     ExifBuilder photo = lumi::test::fullPhoto(ExifBuilder::Order::Little);
     FPVExifFile file(m_folder.put(photo.ifd0Offset(0)));
     QVERIFY(file.isOpen());
@@ -159,7 +159,7 @@ void TestFPVExifFileBounds::firstDirectoryInsideTheHeaderEnds()
 
 void TestFPVExifFileBounds::segmentLengthOfZero()
 {
-    // The length only sizes the first window; the directories are read all the same.
+    // The length is only the size of the first window. The directories are read anyway.
     ExifBuilder photo;
     photo.shorts(Ifd0, 0x0112, {6}).ascii(Ifd0, 0x010F, "Anvil Works");
     const WalkedTags tags = walk(m_folder.put(photo.app1Length(0)));

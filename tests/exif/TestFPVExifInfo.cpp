@@ -84,7 +84,7 @@ void TestFPVExifInfo::withoutThumbnailItStaysUnloaded()
     QCOMPARE(info.load(false), 26);
     QVERIFY(!info.m_loaded);
     QVERIFY(!info.m_thumbnail);
-    QCOMPARE(info.load(false), 26); // the tags were cleared first, not doubled
+    QCOMPARE(info.load(false), 26); // the tags are not there twice
 }
 
 void TestFPVExifInfo::firstTagOfANumberIsFound()
@@ -92,7 +92,7 @@ void TestFPVExifInfo::firstTagOfANumberIsFound()
     FPVExifInfo info(m_folder.put(lumi::test::fullPhoto(ExifBuilder::Order::Little)));
     info.m_loaded = false;
     QCOMPARE(info.load(false), 26);
-    // The position's tag 1 stands before the one of interoperability.
+    // Tag 1 of the GPS directory comes before tag 1 of interoperability.
     QCOMPARE(info.findTag(0x0001)->text(), QStringLiteral("N"));
     QVERIFY(!info.findTag(0xEEEE));
 }

@@ -184,7 +184,7 @@ void TestFPVExifTag::bytesAsAText_data()
 void TestFPVExifTag::bytesAsAText()
 {
     const auto [bytes, text] = lumi::test::row<QByteArray, QString>();
-    // An array of exactly that size, so that a sanitizer sees a byte too many.
+    // The array has exactly that size, so a sanitizer notices a read behind it.
     const FPVExifTagBytes tag(0x010F, 2, quint32(bytes.size()), bytes);
     QCOMPARE(tag.text(), text);
     QVERIFY(tag.description().isEmpty());

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Tags set and removed, and the file that is replaced: its names, rights and identity.
+// Setting and removing tags, and replacing the file: its name, permissions and identity.
 #include "tests/exif/BlockCopy.h"
 #include "tests/exif/RewriteTest.h"
 #include "tests/exif/tagLists.h"
@@ -18,7 +18,7 @@ using enum ExifListKind;
 
 namespace {
 
-/// A file of which one place cannot be found.
+/// A file in which one seek fails.
 class UnevenFile : public QFile
 {
 public:
@@ -30,7 +30,7 @@ public:
     bool seek(qint64 place) override { return m_seeks-- != 0 && QFile::seek(place); }
 
 private:
-    int m_seeks; // before the one that fails
+    int m_seeks; // left until one fails
 };
 
 } // namespace
@@ -120,7 +120,7 @@ void TestFPVExifWriter::setTagWithoutDataRemoves()
 void TestFPVExifWriter::removeTagRemovesOnlyThere()
 {
     FPVExifWriter writer(put(fullPhoto(ExifBuilder::Order::Little)));
-    // The same number stands in two lists.
+    // Both lists have a tag of this number.
     writer.removeTag(0x0001, Interoperability);
     QVERIFY(!writer.find(0x0001, Interoperability));
     QCOMPARE(bytesOf(writer.find(0x0001, Gps)), QByteArray("N\0", 2));
@@ -195,7 +195,7 @@ void TestFPVExifWriter::temporaryNameIsTheFirstFree()
     }
     QVERIFY(QFile::remove(m_folder->path(QStringLiteral("photo_tmp_1.jpg"))));
     QCOMPARE(lumi::freeTemporaryPath(path), m_folder->path(QStringLiteral("photo_tmp_1.jpg")));
-    // A link into nowhere is taken as well, and so is a folder.
+    // A dangling link and a folder also take a name.
     QVERIFY(QFile::link(m_folder->path(QStringLiteral("nowhere")),
                         m_folder->path(QStringLiteral("photo_tmp_1.jpg"))));
     QVERIFY(QDir().mkdir(m_folder->path(QStringLiteral("photo_tmp_3.jpg"))));
@@ -223,7 +223,7 @@ void TestFPVExifWriter::noFreeNameIsAFailure()
     }
     QCOMPARE(rewritten(path), kFailed);
     QVERIFY(contentOf(path) == before);
-    // The last one would still do.
+    // The last name can be used again.
     const QString last = m_folder->path(QStringLiteral("photo_tmp_65534.jpg"));
     QVERIFY(QFile::remove(last));
     QCOMPARE(lumi::freeTemporaryPath(path), last);
@@ -283,7 +283,7 @@ void TestFPVExifWriter::unreadablePhotoIsNotTouched()
 
 void TestFPVExifWriter::photoWithoutImageDataIsNotTouched_data()
 {
-    QTest::addColumn<int>("missing"); // bytes of the segment that the file does not have
+    QTest::addColumn<int>("missing"); // bytes of the segment behind the end of the file
     QTest::newRow("ends with the segment") << 0;
     QTest::newRow("ends a byte before the segment") << 1;
     QTest::newRow("ends in the first directory") << 400;
@@ -299,7 +299,7 @@ void TestFPVExifWriter::photoWithoutImageDataIsNotTouched()
     QVERIFY(writer.isValid());
     QCOMPARE(writer.rewrite(), kFailed);
     QVERIFY(contentOf(path) == bytes);
-    // One byte behind the segment is enough.
+    // One byte of image data is enough.
     const QString enough = m_folder->put(whole.chopped(restOf(whole).size() - 1));
     QCOMPARE(rewritten(enough), kDone);
 }
@@ -354,7 +354,7 @@ void TestFPVExifWriter::photoChangedSinceItWasReadIsNotTouched()
 {
     QFETCH(QByteArray, other);
     const QString path = put(fullPhoto(ExifBuilder::Order::Big));
-    // Two changes within a tick of the clock could not be told apart.
+    // Two changes within a tick of the clock have the same time.
     QFile photo(path);
     QVERIFY(photo.open(QIODevice::ReadWrite)
             && photo.setFileTime(QDateTime::currentDateTime().addSecs(-60),
@@ -366,7 +366,7 @@ void TestFPVExifWriter::photoChangedSinceItWasReadIsNotTouched()
     QCOMPARE(writer.rewrite(), kFailed);
     QVERIFY(contentOf(path) == other);
     QVERIFY(!QFile::exists(m_folder->path(QStringLiteral("photo_tmp_0.jpg"))));
-    // Read again, it is one like any other.
+    // A new writer reads the changed photo.
     QCOMPARE(rewritten(path), kDone);
 }
 

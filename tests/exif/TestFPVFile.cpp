@@ -34,7 +34,7 @@ private:
     int m_closes = 0;
 };
 
-/// Byte i of the file is i modulo 251, so that no two places within a window look alike.
+/// Byte i is i modulo 251, so that places in a window differ.
 QByteArray pattern(int size)
 {
     QByteArray bytes(size, '\0');
@@ -169,7 +169,7 @@ void TestFPVFile::seekGivesThePlaceBefore()
     const QByteArray bytes = pattern(4000);
     FPVFile file(m_folder.put(bytes));
     file.readByte();
-    QCOMPARE(file.seek(1024), 1); // the first place behind the window still belongs to it
+    QCOMPARE(file.seek(1024), 1); // the end of the window is inside
     QCOMPARE(file.tell(), 1024);
     QCOMPARE(char(file.readByte()), bytes[1024]);
     QCOMPARE(file.seek(10), 1025);
@@ -207,7 +207,7 @@ void TestFPVFile::fillTakesAWindow()
     QCOMPARE(file.tell(), 0);
     QCOMPARE(file.fill(10, 20), 10);
     QCOMPARE(file.tell(), 20);
-    QCOMPARE(file.fill(10, -1), 10); // goes on where the file stands
+    QCOMPARE(file.fill(10, -1), 10); // from the current position
     QCOMPARE(file.tell(), 30);
     QCOMPARE(file.fill(500, 90), 10);
     QCOMPARE(file.fill(500, 200), 0);
@@ -280,7 +280,7 @@ void TestFPVFile::openRefusesAPipe()
     QCOMPARE(mkfifo(QFile::encodeName(path).constData(), 0600), 0);
     const QByteArray warning = "FPVFile::open() cannot open " + path.toLatin1();
     QTest::ignoreMessage(QtWarningMsg, warning.constData());
-    const FPVFile file(path); // would wait for a writer for ever
+    const FPVFile file(path); // would block until something writes to it
     QVERIFY(!file.isOpen());
 }
 

@@ -31,7 +31,7 @@ void TestFlashText::messages_data()
     row(0x08, {231, 235});
     row(0x10, {231, 236});
     row(0x19, {232, 237});
-    row(0x20, {238}); // looks like 231
+    row(0x20, {238}); // has the same text as 231
     row(0x21, {238});
     row(0x27, {238, 234});
     row(0x41, {232, 239});

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Damaged photos must cost no more than whole ones: both readers go through photos that are
-// cut at every length, changed in every byte, and changed at random, and every row is shown.
+// Both readers read photos that are cut at every length, changed in every byte, and changed at
+// random. All texts are formatted. Memory and time must stay bounded.
 #include "exif/read/FPVExifFile.h"
 #include "exif/tag/FPVExifTagBytes.h"
 #include "exif/tag/exifFormat.h"
@@ -27,7 +27,7 @@ void dropMessage(QtMsgType /*type*/, const QMessageLogContext & /*context*/,
                  const QString & /*text*/)
 { }
 
-/// Keeps the warnings about thousands of damaged photos out of the log.
+/// Suppresses the warnings about thousands of damaged photos.
 class Silence
 {
 public:
@@ -52,7 +52,7 @@ struct Findings
     bool bounded = true;
 };
 
-/// Whether no row's text is longer than its value can make it.
+/// Whether no text is longer than the largest value allows.
 bool textsAreBounded(FPVExifFields &fields)
 {
     constexpr qsizetype kLongestText = qsizetype(65535) / 2 * 7; // "-32768," for two bytes
@@ -67,7 +67,7 @@ bool textsAreBounded(FPVExifFields &fields)
     return bounded;
 }
 
-/// Reads a photo in every way there is.
+/// Reads a photo with both readers.
 Findings examine(const QString &path)
 {
     Findings findings;
@@ -96,7 +96,7 @@ Findings examine(const QString &path)
     return findings;
 }
 
-/// The photo up to where its thumbnail's picture data begin: what the readers look at.
+/// The length up to the picture data of the thumbnail, which the readers do not interpret.
 int interestingLength(const ExifBuilder &photo)
 {
     return 12 + int(photo.thumbnailOffset()) + 20;
@@ -142,7 +142,7 @@ void TestHostilePhotos::cutAtEveryLength()
         QVERIFY(cut.bounded);
         QCOMPARE(cut.valid, length >= 20);
         QVERIFY(length >= 20 || cut.walked == 0);
-        // The entries before the cut are what they were.
+        // The entries before the cut are unchanged.
         const FPVExifDocument document(path);
         const auto entries = std::clamp<qint64>((length - 22) / 12, 0, 8);
         for (int i = 0; i < entries; ++i) {
@@ -226,8 +226,8 @@ void TestHostilePhotos::changedAtRandom()
 
 void TestHostilePhotos::fullDirectoryIsQuick()
 {
-    // As many entries as a segment holds, each with its own number. The link leads to the first
-    // value, which reads as a count, and all entries behind it are read again.
+    // A segment full of entries with different numbers. The link points to the first value, which
+    // reads as a count, so all other entries are read again.
     using enum ExifListKind;
     constexpr int kEntries = 5400;
     constexpr quint32 kCount = kEntries - 2;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Photos whose values fill a segment, do not fit one, lie elsewhere or share bytes: all of them
-// are read, and the length of the new segment is known before the photo is saved.
+// Photos whose values fill a segment, exceed it, stand behind it or overlap. All of them are read,
+// and the length of the new segment is known before the photo is saved.
 #include "tests/exif/BlockCopy.h"
 #include "tests/exif/ForeignReaders.h"
 #include "tests/exif/RewriteTest.h"
@@ -22,7 +22,7 @@ namespace {
 constexpr quint16 kMakerNote = 0x927C;
 constexpr int kFullLength = 65535;
 
-/// Bytes of which no two kilobytes are the same.
+/// Bytes without repetition.
 QByteArray noteOf(int size)
 {
     QByteArray note(size, '\0');
@@ -32,7 +32,7 @@ QByteArray noteOf(int size)
     return note;
 }
 
-/// What every photo of these has beside the value in question.
+/// Small tags in every directory.
 ExifBuilder smallThings(ExifBuilder::Order order = ExifBuilder::Order::Little)
 {
     ExifBuilder photo(order);
@@ -74,8 +74,7 @@ private Q_SLOTS:
     void thumbnailPartlyOutsideIsCounted();
 
 private:
-    /// Whether the photo is written anew with the same values and image data and a segment that
-    /// ends where the image data begin.
+    /// Whether a rewrite keeps values, thumbnail and image data.
     [[nodiscard]] static bool survivesASave(const QString &path);
 };
 
@@ -103,7 +102,7 @@ void TestLargeBlocks::largeValueIsReadWithTheRest_data()
         row("in the header", 65535, 0);
         row("from the middle of the segment", 65400, 100);
     }
-    // Numbers of pointers, in directories where they are none.
+    // Numbers of pointer tags in directories where they are no pointers.
     QTest::newRow("the thumbnail's place in the first") << Ifd0 << quint16(0x0201) << 65480U << 0U;
     QTest::newRow("Interoperability in the first") << Ifd0 << quint16(0xA005) << 65480U << 0U;
     QTest::newRow("the thumbnail's length in Exif") << Exif << quint16(0x0202) << 65480U << 0U;
@@ -156,7 +155,7 @@ void TestLargeBlocks::segmentsFullToTheLastBytes_data()
 
 void TestLargeBlocks::segmentsFullToTheLastBytes()
 {
-    // Odd values get a byte each when they are written anew, and an odd segment one more.
+    // The writer pads odd values and an odd segment with a byte each.
     QFETCH(int, length);
     QFETCH(int, comment);
     QFETCH(int, newLength);
@@ -165,7 +164,7 @@ void TestLargeBlocks::segmentsFullToTheLastBytes()
         return photo.makerNote(noteOf(note)).thumbnail(noteOf(thumbnail)).packed();
     };
     const int missing = length - 8 - int(photoWith(30000, 2000).block().size());
-    const int note = 30000 + missing / 2 * 2; // an odd one would need a byte as well
+    const int note = 30000 + missing / 2 * 2; // even, because an odd note would be padded
     const int thumbnail = 2000 + missing % 2;
     const QString path = put(photoWith(note, thumbnail));
     FPVExifDocument document(path);
@@ -228,7 +227,7 @@ void TestLargeBlocks::thumbnailPartlyOutsideIsCounted_data()
 void TestLargeBlocks::thumbnailPartlyOutsideIsCounted()
 {
     const auto [note, thumbnail, fits] = lumi::test::row<int, int, bool>();
-    // What lies outside reads as a comment of the image.
+    // The bytes outside are a comment segment of the image.
     QByteArray picture = noteOf(thumbnail);
     const int outside = thumbnail - 100;
     picture.replace(100, 2, "\xFF\xFE");

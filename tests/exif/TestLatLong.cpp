@@ -7,7 +7,7 @@
 
 namespace {
 
-/// Says no to every text.
+/// Refuses every text.
 class Refusing : public LatLong
 {
 public:

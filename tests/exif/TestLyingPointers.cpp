@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Pointers of a size that no pointer has, and one that leads to the directory it stands in.
+// Pointers and thumbnail tags with too many values.
 #include "tests/exif/BlockCopy.h"
 #include "tests/exif/RewriteTest.h"
 #include "tests/exif/tagLists.h"
@@ -13,7 +13,7 @@ using enum ExifListKind;
 namespace {
 
 constexpr quint16 kMakerNote = 0x927C;
-/// Where the value of a block's first entry stands.
+/// The offset of the value in the first entry.
 constexpr quint32 kFirstValue = 18;
 constexpr qsizetype kLongSize = 4;
 
@@ -30,7 +30,7 @@ private Q_SLOTS:
     void thumbnailWithOverlongNumbersIsKept();
 
 private:
-    /// Whether the photo can be saved twice with the same values, the second time to the byte.
+    /// Whether two rewrites keep all values, and the second one every byte.
     [[nodiscard]] static bool isSteady(const QString &path);
 };
 

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What pointers and links left over from an older block bring into a new one, and the length of
-// blocks that no segment can hold.
+// Stale pointers and links from an older block, and blocks that are too long for a segment.
 #include "exif/write/exifBlockBytes.h"
 #include "tests/exif/BlockCopy.h"
 #include "tests/exif/RewriteTest.h"
@@ -54,7 +53,7 @@ void TestRewriteBounds::photoWithoutSecondDirectorySavedTwice()
         QCOMPARE(rewritten(path), kDone);
         const FPVExifDocument document(path);
         QVERIFY(document.isValid());
-        // The link is there and leads behind the segment.
+        // There is a link, and it points behind the segment.
         QCOMPARE(int(document.ifd1Offset()), document.app1Length() + 4 - document.tiffBase());
         QVERIFY(document.list(Ifd1).isEmpty());
         QVERIFY(valuesOf(document) == tags);
@@ -86,7 +85,7 @@ void TestRewriteBounds::emptiedGpsSavedTwice()
     }
     const FPVExifDocument emptied(path);
     QCOMPARE(emptied.find(0x8825, Ifd0)->intValue(), stale);
-    // The second directory has taken the place.
+    // The second directory is at the old offset now.
     QCOMPARE(int(emptied.ifd1Offset()), stale);
     for (int save = 0; save < 2; ++save) {
         const FPVExifDocument document(path);
@@ -103,7 +102,7 @@ void TestRewriteBounds::emptiedGpsSavedTwice()
 void TestRewriteBounds::emptiedGpsWhileExifGrows_data()
 {
     lumi::test::columns<QByteArray, int>();
-    // What the pointer left over finds in the new comment.
+    // The bytes of the new comment that the stale pointer points to.
     QTest::newRow("letters") << QByteArray("word", 4) << 0;
     QTest::newRow("zeros") << QByteArray(4, '\0') << 0;
     QTest::newRow("a directory of a large value")
@@ -125,8 +124,7 @@ void TestRewriteBounds::emptiedGpsWhileExifGrows()
         for (const int tag : numbersOf(writer.gpsList())) {
             writer.removeTag(quint16(tag), Gps);
         }
-        // The comment gets an entry and is the last value; the filling stands where the
-        // pointer leads.
+        // The comment is the last value. The filling is at the offset in the stale pointer.
         const auto place
             = int(8 + lumi::ifdSize(writer.ifd0List()) + lumi::ifdSize(writer.exifList())) + 12;
         QVERIFY(place <= stale);
@@ -155,7 +153,7 @@ void TestRewriteBounds::emptiedExifKeepsItsStalePointer()
     {
         FPVExifWriter writer(path);
         writer.removeTag(0x829A, Exif);
-        // Without the list no pointer is made, and the one that is there is not looked at.
+        // The writer does not change the pointer to an empty list.
         writer.setTag(0x0131, 2, 40, QByteArray(39, 's').constData(), Ifd0);
         QCOMPARE(writer.rewrite(), kDone);
     }
@@ -180,8 +178,8 @@ void TestRewriteBounds::emptiedExifDoesNotTakeThePosition_data()
     addOrders();
 }
 
-/// With nothing else changed, the GPS directory comes to stand where the Exif one was. A position
-/// that is cleared then must not be left in a copy.
+/// The GPS directory moves to the offset of the Exif directory. If it were read as Exif too, the
+/// position would still be in the photo after the user cleared it.
 void TestRewriteBounds::emptiedExifDoesNotTakeThePosition()
 {
     QFETCH(ExifBuilder::Order, order);
@@ -213,7 +211,7 @@ void TestRewriteBounds::emptiedExifDoesNotTakeTheThumbnail_data()
     addOrders();
 }
 
-/// A comment that was added and cleared again leaves a pointer to where the second directory is.
+/// A comment that was added and cleared again leaves a pointer to the second directory.
 void TestRewriteBounds::emptiedExifDoesNotTakeTheThumbnail()
 {
     QFETCH(ExifBuilder::Order, order);
@@ -246,7 +244,7 @@ void TestRewriteBounds::pointerWithoutADirectoryGetsNone_data()
 
 void TestRewriteBounds::pointerWithoutADirectoryGetsNone()
 {
-    // The pointer to the interoperability directory is set even when there is none.
+    // The interoperability pointer is set even if there is no such directory.
     QFETCH(ExifListKind, next);
     ExifBuilder photo;
     photo.longs(Exif, 0xA005, {0x100000}).shorts(next, next == Gps ? 0x0005 : 0x0103, {6});
@@ -280,7 +278,7 @@ void TestRewriteBounds::tooLongBlockWraps()
 
 void TestRewriteBounds::tooLongThumbnailIsCounted()
 {
-    // No segment could hold it. It stands behind the image and is shown from there.
+    // The thumbnail is behind the image and too large for a segment.
     const QByteArray image = ExifBuilder::jpeg(16, 12, 0);
     constexpr int kSize = 70000;
     const QByteArray thumbnail = ExifBuilder::jpeg(40, 30, 0xC08040).leftJustified(kSize, '\0');

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The order of the calls on the way to a new photo, and the result of a failure at each of them.
-// What then lies on the disk is the matter of tests/faults.
+// The system calls of a rewrite and its result if one of them fails. tests/faults checks the files
+// that are left on the disk.
 #include "tests/exif/RewriteWorld.h"
 #include "tests/support/TestMain.h"
 #include "tests/support/rows.h"
@@ -33,7 +33,7 @@ private:
 void TestRewriteFaults::undisturbedWayToTheNewPhoto()
 {
     QCOMPARE(RewriteWorld::oldPhoto().size(), RewriteWorld::kPhotoSize);
-    // An entry, its value, the zero byte behind the thumbnail.
+    // The new photo has one more entry with its value, and a padding byte behind the thumbnail.
     QCOMPARE(RewriteWorld::newPhoto().size(), RewriteWorld::oldPhoto().size() + 12 + 6 + 1);
     QVERIFY(restOf(RewriteWorld::newPhoto()) == restOf(RewriteWorld::oldPhoto()));
     FPVExifWriter writer(m_world->path);
@@ -58,7 +58,7 @@ void TestRewriteFaults::callFails_data()
         } else if (call == QLatin1String("write")) {
             row(step, "the disk is full", ENOSPC, kNoRoom, false);
             row(step, "the user has no more room", EDQUOT, kNoRoom, false);
-            row(step, "the disk is broken", EIO, kDone, false); // taken for a success
+            row(step, "the disk is broken", EIO, kDone, false); // documented: reported as a success
         } else if (call == QLatin1String("sync") && !isAfter) {
             row(step, "there is nothing to sync", EINVAL, kDone, true);
             row(step, "the disk is full", ENOSPC, kNoRoom, false);

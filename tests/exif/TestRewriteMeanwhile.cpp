@@ -48,7 +48,7 @@ void TestRewriteMeanwhile::smallDiskOrElseALimitOfFilesIsReached()
 {
     QTemporaryDir place;
     constexpr int kDiskKB = 48;
-    constexpr int kLeftKB = 16; // beside the old photo
+    constexpr int kLeftKB = 16; // free beside the old photo
     const SmallDisk disk(place.path(), kDiskKB);
     QFile photo(place.filePath(QStringLiteral("photo.jpg")));
     QVERIFY(photo.open(QIODevice::WriteOnly)
@@ -57,7 +57,7 @@ void TestRewriteMeanwhile::smallDiskOrElseALimitOfFilesIsReached()
     FPVExifWriter writer(photo.fileName());
     int saved = -1;
     {
-        // Only a privileged user may mount a disk; for others files end where it would be full.
+        // Only root can mount a disk. Other users get a limit for the size of files.
         std::optional<FileSizeLimit> limit;
         if (!disk.isMounted()) {
             FakeMachine::install()->setFreeDiskKB(kLeftKB);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What a rewritten photo holds, as our reader finds it.
+// The contents of a rewritten photo as our reader finds them.
 #include "tests/exif/BlockCopy.h"
 #include "tests/exif/RewriteTest.h"
 #include "tests/exif/tagLists.h"
@@ -120,7 +120,7 @@ void TestRewrittenBlock::whatTheListsDoNotHoldIsDropped()
 {
     ExifBuilder photo = fullPhoto(ExifBuilder::Order::Little);
     photo
-        .word(Exif, 0x9999, 12, 1, 0x41414141) // a type nobody knows
+        .word(Exif, 0x9999, 12, 1, 0x41414141) // an unknown type
         .link(Ifd1, 8)
         .link(Interoperability, 8)
         .link(Exif, 8)
@@ -143,7 +143,7 @@ void TestRewrittenBlock::whatTheListsDoNotHoldIsDropped()
 
 void TestRewrittenBlock::makerNoteKeepsItsBytes()
 {
-    // It says where in the block something stands, in its own order, and is not understood.
+    // The maker note has offsets and a byte order of its own. It is not changed.
     const QByteArray note
         = QByteArray::fromHex("4d4d002a0000000800010001000400000001000001f4") + "x";
     ExifBuilder photo(ExifBuilder::Order::Big);
@@ -194,7 +194,7 @@ void TestRewrittenBlock::photoCutAnywhereKeepsWhatItHas_data()
 void TestRewrittenBlock::photoCutAnywhereKeepsWhatItHas()
 {
     QFETCH(ExifBuilder::Order, order);
-    constexpr qsizetype kImageData = 40; // more of it would make no difference
+    constexpr qsizetype kImageData = 40; // more of it makes no difference
     QByteArray whole = fullPhoto(order).file();
     const qsizetype rest = whole.size() - restOf(whole).size();
     whole.truncate(rest + kImageData);
@@ -202,7 +202,7 @@ void TestRewrittenBlock::photoCutAnywhereKeepsWhatItHas()
         const QString path = m_folder->put(whole.left(length));
         const int result = rewritten(path);
         const QByteArray after = contentOf(path);
-        // Without any image data there is nothing that a new photo could be made of.
+        // A photo without image data is not rewritten.
         QCOMPARE(result, length > rest ? kDone : kFailed);
         QVERIFY(length > rest ? restOf(after) == whole.mid(rest, length - rest)
                               : after == whole.left(length));

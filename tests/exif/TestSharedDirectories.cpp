@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Pointers that lead to a directory of another: one that outlived its own leads to what moved
-// there. A copy taken of it would keep what is cleared later and grow the block.
+// Stale pointers that point to a directory of another kind. If that directory were read twice, the
+// copy would keep tags that the user clears, and the block would grow.
 #include "tests/exif/BlockCopy.h"
 #include "tests/exif/RewriteTest.h"
 #include "tests/exif/tagLists.h"
@@ -19,7 +19,7 @@ namespace {
 constexpr quint16 kMakerNote = 0x927C;
 constexpr quint16 kComment = 0x9286;
 
-/// A photo that has all directories, the position being no more than a version.
+/// A photo with all directories. The GPS directory has only a version.
 ExifBuilder photoOf(ExifBuilder::Order order)
 {
     ExifBuilder photo(order);
@@ -35,7 +35,7 @@ ExifBuilder photoOf(ExifBuilder::Order order)
     return photo;
 }
 
-/// Saves the photo without what a position is made of.
+/// Removes all GPS tags and rewrites the photo.
 int savedWithoutPosition(const QString &path)
 {
     FPVExifWriter writer(path);
@@ -62,7 +62,7 @@ std::set<ExifListKind> filledLists(const FPVExifDocument &document)
     return filled;
 }
 
-/// The beginning of a directory of each kind.
+/// Adds two typical tags to the directory.
 void addDirectory(ExifBuilder &photo, ExifListKind kind)
 {
     switch (kind) {
@@ -106,7 +106,7 @@ void TestSharedDirectories::emptiedGpsTakesNoCopyOfExif_data()
 
 void TestSharedDirectories::emptiedGpsTakesNoCopyOfExif()
 {
-    // The Exif directory moves to where the GPS directory was.
+    // The Exif directory moves to the old offset of the GPS directory.
     QFETCH(ExifBuilder::Order, order);
     const QString path = put(photoOf(order).laidOut({Ifd0, Gps, Exif, Interoperability, Ifd1}));
     QVERIFY(FPVExifDocument(path).hasGpsIfd());
@@ -150,8 +150,8 @@ void TestSharedDirectories::emptiedGpsDoesNotTakeTheInteroperability()
 
 void TestSharedDirectories::sharedDirectoryGoesToTheSurestName_data()
 {
-    QTest::addColumn<ExifListKind>("kind");  // what the directory looks like
-    QTest::addColumn<bool>("isLinked");      // behind the first one
+    QTest::addColumn<ExifListKind>("kind");  // whose tags the directory has
+    QTest::addColumn<bool>("isLinked");      // from the first directory
     QTest::addColumn<ExifListKind>("owner"); // the list that gets its tags
     QTest::newRow("a position") << Gps << false << Gps;
     QTest::newRow("a position, linked") << Gps << true << Gps;
@@ -163,7 +163,7 @@ void TestSharedDirectories::sharedDirectoryGoesToTheSurestName_data()
 
 void TestSharedDirectories::sharedDirectoryGoesToTheSurestName()
 {
-    // Both pointers of the first directory lead there. An Exif directory also names itself.
+    // Both pointers of the first directory point to it. An Exif directory also points to itself.
     QFETCH(ExifListKind, kind);
     QFETCH(bool, isLinked);
     QFETCH(ExifListKind, owner);
@@ -192,7 +192,7 @@ void TestSharedDirectories::sharedDirectoryGoesToTheSurestName()
 
 void TestSharedDirectories::firstDirectoryIsNoOther_data()
 {
-    QTest::addColumn<int>("tag"); // what it begins with
+    QTest::addColumn<int>("tag"); // its first tag
     QTest::newRow("it looks like itself") << 0x0100;
     QTest::newRow("it looks like Exif") << 0x829A;
     QTest::newRow("it looks like GPS") << 0x0000;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Positions and heights: each text is made of two tags.
+// Positions and altitudes. Each text is made of two tags.
 #include "tests/exif/rowText.h"
 #include "tests/support/TestMain.h"
 #include "tests/support/rows.h"
@@ -134,7 +134,7 @@ void TestValueGps::altitude()
         photo.value(Gps, 0x0005, 1, 1, QByteArray(1, '\0'));
         photo.rationals(Gps, 0x0006, {{numerator, denominator}});
         QCOMPARE(rowText(m_folder, photo, kGroup, kAltitude, false), text);
-        // A height without a form leaves the unit alone.
+        // Without a valid text, only the unit is shown.
         QCOMPARE(rowText(m_folder, photo, kGroup, kAltitude, true), text + QLatin1Char('m'));
     }
 }

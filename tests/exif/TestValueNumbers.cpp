@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Whole numbers that are no choice out of a list.
+// Whole numbers that are not choices from a list.
 #include "tests/exif/rowText.h"
 #include "tests/support/TestMain.h"
 #include "tests/support/rows.h"
@@ -90,7 +90,7 @@ void TestValueNumbers::figures()
 
 void TestValueNumbers::figuresWithoutAValue()
 {
-    // The word of the entry is no value then.
+    // With a count of 0 the value word is not read.
     ExifBuilder photo;
     for (const int tag : {0x8827, 0x9209, 0xA001, 0xA405}) {
         photo.word(Exif, quint16(tag), 3, 0, 1);

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Texts of values against what exiftool says of the same photos, as far as both say the same in
-// other words. The program must be installed.
+// Compares value texts with exiftool's, where both show the same value. exiftool must be installed.
 #include "tests/exif/rowText.h"
 #include "tests/support/TestMain.h"
 
@@ -18,7 +17,7 @@ using enum ExifListKind;
 
 namespace {
 
-/// The photo's values by name, as numbers where they stand for something.
+/// The values of the photo by name; asNumbers: raw numbers instead of words.
 QJsonObject exiftoolValues(const QString &path, bool asNumbers)
 {
     QStringList arguments{QStringLiteral("-j"), QStringLiteral("-exif:all"), path};
@@ -31,7 +30,7 @@ QJsonObject exiftoolValues(const QString &path, bool asNumbers)
         .toObject();
 }
 
-/// The first number or fraction in a text, not a number without one.
+/// The first number or fraction in a text; NaN without one.
 double numberIn(const QString &text)
 {
     static const QRegularExpression kNumber(QStringLiteral("(-?[0-9.]+)(?:/([0-9]+))?"));
@@ -40,7 +39,7 @@ double numberIn(const QString &text)
     return match.captured(2).isEmpty() ? number : number / match.captured(2).toDouble();
 }
 
-/// Degrees of N35.40.30.123, the last group being thousandths of a second.
+/// The degrees in N35.40.30.123. The last group is thousandths of a second.
 double degreesIn(const QString &text)
 {
     const QStringList groups = text.mid(1).split(QLatin1Char('.'));

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Every row of every group with every stored type.
+// The text of every row for every stored type.
 #include "exif/tag/FPVExifTagBytes.h"
 #include "exif/text/valueText.h"
 #include "tests/exif/rowText.h"
@@ -12,7 +12,8 @@ using enum ExifListKind;
 
 namespace {
 
-/// A null pointer is a null text. number stands for the types BYTE, SHORT and LONG.
+/// The expected texts of a row by type. number: BYTE, SHORT and LONG. A null pointer is a null
+/// text.
 struct RowTexts
 {
     const char *number;
@@ -27,8 +28,8 @@ constexpr const char *kDate = "2004/05/06 07:08:09";
 constexpr const char *kOne = "\1"; // the first byte of the number as a text
 constexpr const char *kNone = nullptr;
 
-/// What a photo shows that has the same value under every tag: 1, the text, 35/2 40/1 20/1, the
-/// bytes of an ASCII comment "abc", -7/2.
+/// The expected texts if all tags have the same value: 1, kPlain, 35/2 40/1 20/1, an ASCII comment
+/// "abc", -7/2.
 const QList<QList<RowTexts>> kTexts = {
     {
         {kOne, kPlain, kNone, kNone, kNone},
@@ -95,7 +96,7 @@ const QList<QList<RowTexts>> kTexts = {
     },
 };
 
-/// Puts the value of a type under a tag.
+/// Adds a tag with the value for that type.
 void add(ExifBuilder &photo, ExifListKind list, int number, int type)
 {
     const auto tag = static_cast<quint16>(number);
@@ -193,7 +194,7 @@ void TestValueText::everyRowByType()
     photo.value(Gps, 0x0005, 1, 1, QByteArray(1, '\0'));
     for (const ExifFieldGroup &group : lumi::exifFieldGroups()) {
         for (int row = 0; row < group.rowCount; ++row) {
-            // The second row of a shared tag finds the tag of the first.
+            // Two rows share a tag.
             if (row == 0 || group.rows[row].tag != group.rows[row - 1].tag) {
                 add(photo, group.rows[row].list, group.rows[row].tag, type);
             }
@@ -205,7 +206,7 @@ void TestValueText::everyRowByType()
         fields.setGroup(group);
         for (int row = 0; row < kTexts[group].size(); ++row) {
             const char *expected = textOf(kTexts[group][row], type);
-            const bool isHalfAnArea = type == 1 && group == 3 && row == 7; // a byte is no SHORT
+            const bool isHalfAnArea = type == 1 && group == 3 && row == 7; // needs two bytes
             const QString wanted = isHalfAnArea ? QString() : QString::fromLatin1(expected);
             const QString text = fields.valueText(row, true);
             QVERIFY2(
@@ -229,7 +230,7 @@ void TestValueText::missingTagsHaveNoText()
     }
 }
 
-/// No reader makes such a tag, and none may show one.
+/// No reader returns such a tag, so valueText() is called directly.
 void TestValueText::otherTypesHaveNoText_data()
 {
     QTest::addColumn<quint16>("type");

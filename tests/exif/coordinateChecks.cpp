@@ -14,7 +14,7 @@ QString tail(const char *text)
     return QString::fromUtf8(text);
 }
 
-/// The ordinary place with another character for the first digit of its degrees.
+/// A valid text, but with this character as the first digit of its degrees.
 QString withFirstDigit(const CoordinateKind &kind, QChar character)
 {
     QString text = kind.at(kind.degrees);

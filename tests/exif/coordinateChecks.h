@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What the tests of latitude and longitude share. The two differ in their letters, in the
-// digits of their degrees and in how far they go; the rows are made of these.
+// Shared parts of the tests of latitude and longitude. The rows are made of a CoordinateKind, which
+// holds the differences: letters, digits of the degrees and range.
 #pragma once
 
 #include "exif/gps/LatLong.h"
@@ -11,27 +11,27 @@ namespace lumi::test {
 
 struct CoordinateKind
 {
-    QString letter;  // of the hemisphere of most rows
-    QString other;   // of the opposite hemisphere
-    QString foreign; // of the other kind of coordinate
+    QString letter;  // of hemisphere
+    QString other;   // of opposite
+    QString foreign; // of alien
     Hemisphere hemisphere;
     Hemisphere opposite;
-    Hemisphere alien; // one of the other kind
-    quint32 degrees;  // of an ordinary place
+    Hemisphere alien; // of the other kind of coordinate
+    quint32 degrees;  // a value within the range
     quint32 most;
 
-    /// These degrees with the digits that they have here, behind the letter.
+    /// A letter and the degrees, with the digits of this kind.
     [[nodiscard]] QString at(quint32 degreesOf) const;
     [[nodiscard]] QString at(const QString &letterOf, quint32 degreesOf) const;
 };
 
-/// Columns "text" and "isValid" with the rows that both kinds have.
+/// Columns "text" and "isValid".
 void addCoordinateTexts(const CoordinateKind &kind);
-/// Columns "hemisphere", "numbers" and "text"; a text of nothing where they are refused.
+/// Columns "hemisphere", "numbers" and "text". The text is empty if the numbers are refused.
 void addCoordinateValues(const CoordinateKind &kind);
-/// Columns "reference", "words" and "text": what a file holds and what is shown.
+/// Columns "reference", "words" and "text": the stored tags and the text.
 void addStoredCoordinates(const CoordinateKind &kind);
-/// Column "text" with texts that a file gives back as they were.
+/// Column "text" with texts that are unchanged after storing and reading them.
 void addLastingCoordinates(const CoordinateKind &kind);
 
 template <class Value> QList<quint32> numbersOf(const Value &value)

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What tests of value texts share: a photo of few tags, read back as the row of a group.
+// Shared by the tests of value texts: writes a photo and reads the text of a row.
 #pragma once
 
 #include "exif/text/FPVExifFields.h"
@@ -12,7 +12,7 @@ namespace lumi::test {
 inline constexpr std::array<ExifBuilder::Order, 2> kBothOrders
     = {ExifBuilder::Order::Little, ExifBuilder::Order::Big};
 
-/// The text of one row of a photo.
+/// The text of a row of the photo.
 [[nodiscard]] inline QString rowText(PhotoFolder &folder, const ExifBuilder &photo, int group,
                                      int row, bool withUnit = true)
 {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What tests ask of tags and lists of tags.
+// Accessors for tags and lists of tags in tests.
 #pragma once
 
 #include "exif/tag/ExifTagList.h"
@@ -10,7 +10,7 @@
 
 namespace lumi::test {
 
-/// The bytes that a tag of a document holds, or a text that no test expects.
+/// The bytes of a document's tag, or a text that no test expects.
 [[nodiscard]] inline QByteArray bytesOf(const FPVExifTag *tag)
 {
     const auto *bytes = dynamic_cast<const FPVExifTagBytes *>(tag);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The tags that a photo gives when it is walked.
+// The tags that the walking reader finds in a photo.
 #pragma once
 
 #include "exif/read/FPVExifFile.h"
@@ -11,7 +11,7 @@ namespace lumi::test {
 
 using WalkedTags = std::vector<std::unique_ptr<FPVExifTag>>;
 
-/// What a caller that stops at the first null gets.
+/// All tags up to the first null.
 [[nodiscard]] inline WalkedTags walk(const QString &path)
 {
     WalkedTags tags;

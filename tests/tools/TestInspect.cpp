@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// lumivault-inspect as its users have it: a process with arguments, output and a result.
+// Runs lumivault-inspect as a process and checks output and exit code.
 #include "tests/support/ExifBuilder.h"
 #include "tests/support/TestMain.h"
 #include "tests/tools/inspectRun.h"
@@ -302,7 +302,7 @@ void TestInspect::swapOfAFolderWithoutAnIndex()
     QVERIFY(run.err.contains(m_folder.path().toUtf8()));
 }
 
-/// It would wait for ever for somebody to write into it.
+/// Opening a pipe would block until something writes to it.
 void TestInspect::swapWithAPipeAsItsIndex()
 {
     const QTemporaryDir folder;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The two commands of lumivault-inspect that take texts instead of files.
+// The commands coordinates and altitude of lumivault-inspect.
 #include "tests/support/TestMain.h"
 #include "tests/tools/inspectRun.h"
 
@@ -11,8 +11,7 @@
 
 namespace {
 
-/// What the command prints for these texts, a line each. A command that fails or complains
-/// prints nothing.
+/// The lines that the command prints; none if it fails or prints an error.
 QList<QJsonObject> inspect(const QStringList &arguments, const QByteArray &input = {})
 {
     const lumi::test::Run run = lumi::test::inspect(arguments, input);

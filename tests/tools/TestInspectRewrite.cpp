@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The command of lumivault-inspect that changes a photo.
+// The command rewrite of lumivault-inspect.
 #include "exif/read/FPVExifDocument.h"
 #include "tests/exif/BlockCopy.h"
 #include "tests/exif/tagLists.h"
@@ -178,9 +178,9 @@ void TestInspectRewrite::photoWithoutABlockFails()
 
 void TestInspectRewrite::fullDiskIsToldFromAFailure()
 {
-    // A home without the folder of documents has no room there.
+    // Without the folder Documents there is no free space at home.
     QVERIFY(!QFile::exists(QDir::homePath() + QStringLiteral("/Documents")));
-    const QByteArray more(1500, 'm'); // room is asked for in whole kilobytes
+    const QByteArray more(1500, 'm'); // free space is compared in kilobytes
     const QByteArray before = contentOf(m_photo) + more;
     QFile photo(m_photo);
     QVERIFY(photo.open(QIODevice::Append) && photo.write(more) == more.size());

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The thumbnail command as its users have it.
+// The command thumbnail of lumivault-inspect.
 #include "tests/support/ExifBuilder.h"
 #include "tests/support/TestMain.h"
 #include "tests/support/rows.h"
@@ -52,7 +52,7 @@ QString TestInspectThumbnail::put(const QByteArray &bytes, const QString &name) 
     return path;
 }
 
-/// Empty unless the command succeeds with one line.
+/// Empty if the command fails or prints more than one line.
 QJsonObject TestInspectThumbnail::thumbnailOf(const QString &path, const QString &box)
 {
     const Run run = inspect({QStringLiteral("thumbnail"), path, QStringLiteral("--box"), box});
@@ -156,7 +156,7 @@ void TestInspectThumbnail::noDisplayIsNeeded()
     QVERIFY(process.readAllStandardOutput().contains("80x60"));
 }
 
-/// Also if the photo lies in the folder that has the store.
+/// Even if the photo is in the folder of the store.
 void TestInspectThumbnail::theStoreOfTheUserIsLeftAlone()
 {
     const QString home = m_folder.filePath(QStringLiteral("home"));

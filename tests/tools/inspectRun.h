@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Runs lumivault-inspect as its users do.
+// Runs lumivault-inspect as a process.
 #pragma once
 
 #include <QByteArray>
@@ -10,7 +10,7 @@ namespace lumi::test {
 
 struct Run
 {
-    int result = -1; ///< -1 when it did not end by itself
+    int result = -1; ///< -1 if it crashed or was killed
     QByteArray out;
     QByteArray err;
 };

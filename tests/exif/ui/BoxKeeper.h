@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Answers every message box as soon as it is up and notes what it said.
+// Answers every message box as soon as it is shown, and records its contents.
 #pragma once
 
 #include <QList>
@@ -21,13 +21,13 @@ public:
         QMessageBox::StandardButtons buttons;
         QMessageBox::StandardButton defaultButton;
         const QWidget *parent;
-        bool duringWait; ///< a wait dialog was up as well
+        bool duringWait; ///< a wait dialog was visible too
     };
 
     BoxKeeper();
 
     QList<Box> boxes;
-    /// Is clicked. NoButton closes the box; a key in place of it presses that key.
+    /// The button to click. NoButton closes the box. If a key is set, it is pressed instead.
     QMessageBox::StandardButton answer = QMessageBox::Ok;
     int key = 0;
 

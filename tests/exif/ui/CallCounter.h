@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: MIT
-// How often a file is opened and read by the toolkit, and memory that cannot be had: this
-// program's own versions of these calls stand before those of the libraries. And whether a
-// file is open still.
+// Counts how often the toolkit opens and reads a file, and lets allocations fail. The test program
+// defines these calls itself, before those of the libraries.
 #pragma once
 
 #include <QString>
 
 namespace lumi::test {
 
-/// Counts from its making to its end. One at a time.
+/// Counts while it lives. Only one at a time.
 class CallCounter
 {
 public:
@@ -18,14 +17,14 @@ public:
     CallCounter &operator=(const CallCounter &) = delete;
 
     [[nodiscard]] int opens() const;
-    /// Of what was opened since the counter was made.
+    /// Only of files that were opened while it lives.
     [[nodiscard]] int reads() const;
 };
 
 /// Whether this process holds the file open.
 [[nodiscard]] bool isHeldOpen(const QString &path);
 
-/// While it lives, arrays that are asked for without exceptions cannot be had.
+/// While it lives, new(std::nothrow) fails for arrays.
 class NoMemory
 {
 public:

@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: MIT
-// A text that an input method has composed in the field with the focus, but not committed yet.
-// It does so when it is asked to: this program's own version of that call stands before the
-// toolkit's, which has no input method here to ask.
+// A text that an input method has composed in the focused field but not committed. The test program
+// defines QInputMethod::commit() itself, because the test platform has no input method.
 #pragma once
 
 #include <QString>
 
 namespace lumi::test {
 
-/// Goes on from its making to the commit, or to its end. One at a time.
+/// Lasts until the commit or its destruction. Only one at a time.
 class Composition
 {
 public:

@@ -14,7 +14,7 @@
 namespace {
 
 constexpr int kPatienceMs = 20000;
-/// Of a segment's length: the number itself and "Exif" with two NULs.
+/// The part of the segment's length before the block: length field and "Exif" with two NULs.
 constexpr int kLengthBeforeBlock = 8;
 
 } // namespace

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The Exif editor on a photo of its own, and a user of it.
+// An Exif editor with a photo, and functions that act as its user.
 #pragma once
 
 #include "exif/text/FPVExifFields.h"
@@ -22,17 +22,17 @@ inline constexpr EditField kAllFields[] = {
     CommentField, LatitudeField,    LongitudeField, AltitudeField,
 };
 
-/// A photo with a text in every field of the editor, and tags that it has no field for.
+/// A photo with a text for every field of the editor, and other tags.
 [[nodiscard]] ExifBuilder editablePhoto();
 
-/// What fills up a segment.
+/// The value that fills the segment.
 enum class Filling { Thumbnail, MakerNote };
 
-/// A photo whose segment says that length, an even one. The thumbnail gets bytes behind it where
-/// it is the filling; an empty one is none.
+/// A photo whose segment has that length, which must be even. If the thumbnail is the filling, it
+/// is padded. An empty thumbnail means none.
 [[nodiscard]] ExifBuilder crampedPhoto(int length, Filling filling, const QByteArray &thumbnail);
 
-/// What a menu shows of an entry: one ampersand for two, none for one.
+/// The text of a menu entry as shown: one ampersand for two, none for one.
 [[nodiscard]] QString shownText(const QAction *action);
 
 class EditorFixture
@@ -44,22 +44,22 @@ public:
     /// Opens the editor on the photo and waits until it has the focus.
     void open(const ExifBuilder &photo = editablePhoto(),
               const QString &name = QStringLiteral("photo.jpg"));
-    /// The same for the photo as it is now.
+    /// Opens the editor again on the same photo.
     void reopen();
-    /// Runs the editor; the steps are taken in its event loop and must end it.
+    /// Runs the editor and calls steps in its event loop. steps must end the editor.
     [[nodiscard]] int run(const std::function<void()> &steps);
     [[nodiscard]] MyMultiLineEdit *edit(EditField field) const;
-    /// Turns to the field's page and puts the cursor into it.
+    /// Shows the page of the field and focuses the field.
     void enter(EditField field);
-    /// Types in place of all there is.
+    /// Replaces the text of the field by typing.
     void type(EditField field, const QString &text);
-    /// Sends Ctrl and the key to the field.
+    /// Presses Ctrl and the key in the field.
     void control(EditField field, Qt::Key key);
     void fillClipboard(const QString &text);
-    [[nodiscard]] QAction *entry(const QString &text) const; ///< of the menus
-    /// What the file holds now.
+    [[nodiscard]] QAction *entry(const QString &text) const; ///< of a menu
+    /// The current Exif block of the file.
     [[nodiscard]] std::unique_ptr<FPVExifDocument> document() const;
-    /// The bytes of a tag of the file, null when there is none.
+    /// The bytes of a tag in the file; null if there is none.
     [[nodiscard]] QByteArray value(int tag, ExifListKind list) const;
     [[nodiscard]] QByteArray fileBytes() const;
 
@@ -67,7 +67,7 @@ public:
     PhotoFolder folder;
     BoxKeeper boxes;
     QString path;
-    QWidget browser; ///< stands for the form that opens the editor
+    QWidget browser; ///< the parent of the editor
     std::unique_ptr<FormExif> form;
     QTabWidget *tabs = nullptr;
 };

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The info panel in a window of its own, and photos for it.
+// An info panel in its own window, and photos for it.
 #pragma once
 
 #include "exif/ui/MyImageWidget.h"
@@ -18,7 +18,7 @@
 
 namespace lumi::test {
 
-/// Does something while a wait dialog comes up, and counts wait dialogs.
+/// Counts wait dialogs and calls a function when one is shown.
 class WaitVisitor : public QObject
 {
 public:
@@ -31,7 +31,7 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 };
 
-/// A photo of 80 x 60 with values in some of the groups.
+/// A photo of 80 x 60 pixels with values in some groups.
 [[nodiscard]] ExifBuilder describedPhoto();
 
 class PanelFixture
@@ -41,9 +41,9 @@ public:
     ~PanelFixture();
 
     [[nodiscard]] std::unique_ptr<FPVItemJpeg> put(const ExifBuilder &builder, const QString &name);
-    /// Makes a panel that reads the settings anew.
+    /// Creates a new panel, which reads the settings.
     void makePanel();
-    /// Of the browser's text, without empty ones; blanks that don't break are plain ones.
+    /// The non-empty lines of the text, with plain blanks for non-breaking ones.
     [[nodiscard]] QStringList lines() const;
 
     PhotoFolder folder;
@@ -52,7 +52,7 @@ public:
     QComboBox *combo = nullptr;
     QPushButton *button = nullptr;
     QTextBrowser *browser = nullptr;
-    std::unique_ptr<FPVItemJpeg> item; ///< a described photo, "a.jpg"
+    std::unique_ptr<FPVItemJpeg> item; ///< of describedPhoto(), "a.jpg"
 };
 
 } // namespace lumi::test

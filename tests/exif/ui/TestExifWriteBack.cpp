@@ -51,7 +51,7 @@ QByteArray contentOf(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-/// Host order, as the tags hold it.
+/// The numbers in host order, in hexadecimal.
 QString hex32(std::initializer_list<quint32> numbers)
 {
     QByteArray bytes;
@@ -65,7 +65,7 @@ const QString kNoLatitude = QStringLiteral("0001 3 -|0002 3 -|");
 const QString kNoLongitude = QStringLiteral("0003 3 -|0004 3 -|");
 const QString kVersion = QStringLiteral("0000 3 1 4 02020000");
 
-/// With its closing NUL and its entry, that many bytes of a block.
+/// An owner, and the bytes that its entry and its value take.
 const QString kOwner(49, QLatin1Char('o'));
 constexpr int kOwnerSize = 62;
 /// The longest even length.

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The editor's window, and what its fields show and take.
+// The editor's window, and what its fields show and accept.
 #include "app/common/labels.h"
 #include "platform/QPEMenuBar.h"
 #include "tests/exif/ui/CallCounter.h"
@@ -276,7 +276,7 @@ void TestFormExif::aLongTextKeepsItsRestAfterOneDeletion()
         m_user->enter(EditField(field));
         m_user->edit(EditField(field))->moveCursor(QTextCursor::Start);
         QTest::keyClick(m_user->edit(EditField(field)), Qt::Key_Delete);
-        // There is still no room for more.
+        // The text is still too long for another character.
         QTest::keyClick(m_user->edit(EditField(field)), Qt::Key_X);
         m_user->form->menu_edit_save();
     }),
@@ -285,7 +285,7 @@ void TestFormExif::aLongTextKeepsItsRestAfterOneDeletion()
     QCOMPARE(m_user->value(rule.tag, rule.list), begin + text.mid(1) + end);
 }
 
-/// Someone may well take the card out meanwhile.
+/// The user can remove the card while the editor is open.
 void TestFormExif::anOpenEditorDoesNotHoldThePhotoOpen()
 {
     m_user->open();

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The editor's actions, by its menus and its tool bar.
+// The actions in the editor's menus and tool bar.
 #include "platform/QPEMenuBar.h"
 #include "tests/exif/ui/EditorFixture.h"
 #include "tests/support/TestMain.h"
@@ -39,7 +39,7 @@ private Q_SLOTS:
     void otherFieldsTakeAPositionAsText();
 
 private:
-    /// Opens the menu Edit by a tap and taps one of its entries.
+    /// Taps the menu Edit and one of its entries.
     void tapEntry(const QString &text);
 
     std::unique_ptr<EditorFixture> m_user;
@@ -115,7 +115,7 @@ void TestFormExifActions::actionsReachTheFieldWithTheFocus()
     m_user->entry(QStringLiteral("Cut"))->trigger();
     QCOMPARE(m_user->edit(TitleField)->text(), QString());
     QCOMPARE(QApplication::clipboard()->text(), QStringLiteral("Harbour"));
-    // Undo has no entry.
+    // Undo has no menu entry.
     QVERIFY(m_user->entry(QStringLiteral("Undo")) == nullptr);
 }
 
@@ -149,7 +149,7 @@ void TestFormExifActions::theMenuReachesNoFieldThatWasLeft()
     for (const EditField field : kAllFields) {
         QVERIFY(!m_user->edit(field)->edited());
     }
-    // The one with the focus before the menu it is again.
+    // A field that had the focus before the menu gets the text.
     m_user->enter(TitleField);
     m_user->form->findChild<QPEMenuBar *>()->setFocus(Qt::MenuBarFocusReason);
     m_user->entry(QStringLiteral("Paste"))->trigger();
@@ -189,7 +189,7 @@ void TestFormExifActions::aPastedPositionFillsBothFields()
     QVERIFY(m_user->edit(LatitudeField)->edited());
     QVERIFY(m_user->edit(LongitudeField)->edited());
     QVERIFY(!m_user->edit(AltitudeField)->edited());
-    // A slip of the pen can be taken back.
+    // The paste can be undone.
     m_user->form->menu_edit_undo();
     QVERIFY(m_user->edit(EditField(field))
                 ->text()

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// When the editor cannot save: the photo stays as it was, and the user is told why.
+// If the editor cannot save, the photo is unchanged and the user is told why.
 #include "platform/CardSlots.h"
 #include "tests/exif/ui/EditorFixture.h"
 #include "tests/support/FullDisk.h"
@@ -21,14 +21,14 @@ using lumi::test::kAllFields;
 
 namespace {
 
-/// Of a folder: also for those who share the owner's group.
+/// Permissions of a folder that nobody can write.
 constexpr QFile::Permissions kReadOnly = QFile::ReadOwner | QFile::ExeOwner | QFile::ReadGroup
     | QFile::ExeGroup | QFile::ReadOther | QFile::ExeOther;
 
-/// When the photo of the first card was made.
+/// The time of the photo on the first card.
 constexpr std::time_t kLongAgo = 1'000'000'000;
 
-/// A block counts only right behind the start of the image.
+/// The block does not follow the start of image directly, so it does not count.
 ExifBuilder photoWithoutBlock()
 {
     return test::editablePhoto().segmentsBefore(QByteArray("\xFF\xFE\0\2", 4));
@@ -62,7 +62,7 @@ private Q_SLOTS:
 private:
     /// Opens the editor on a photo of the SD card.
     void openOnCard();
-    /// Takes the card out and puts one in, and tells of both.
+    /// Removes the card and inserts one. CardSlots notices both.
     void missTheCard();
 
     std::unique_ptr<EditorFixture> m_user;
@@ -99,7 +99,7 @@ void TestFormExifFailing::aBadPositionIsNamed()
         m_user->form->menu_edit_save();
         QVERIFY(m_user->form->isVisible());
         QCOMPARE(m_user->tabs->currentIndex(), 2);
-        // As soon as the window is active again.
+        // The field gets the focus when the window is active again.
         QTRY_VERIFY(m_user->edit(EditField(field))->hasFocus());
         QCOMPARE(m_user->edit(EditField(field))->text(), text);
         QCOMPARE(m_user->edit(OwnerField)->text(), QStringLiteral("Jo"));
@@ -255,7 +255,7 @@ void TestFormExifFailing::aFolderThatCannotBeWrittenKeepsThePhoto()
         m_user->form->menu_edit_save();
     }),
              1);
-    // Told once; the second try, with the folder writable again, went through.
+    // Only the first attempt failed.
     QCOMPARE(m_user->boxes.boxes.size(), 1);
     QCOMPARE(m_user->boxes.boxes.first().text,
              QStringLiteral("Compiling Exif information failed. Retry."));
@@ -263,7 +263,7 @@ void TestFormExifFailing::aFolderThatCannotBeWrittenKeepsThePhoto()
     QCOMPARE(folder.entryList(QDir::Files), QStringList{QStringLiteral("photo.jpg")});
 }
 
-/// Root could write it all the same.
+/// The test may run as root, who could write it.
 void TestFormExifFailing::aProtectedPhotoIsLeftAlone()
 {
     m_user->open();
@@ -280,7 +280,7 @@ void TestFormExifFailing::aProtectedPhotoIsLeftAlone()
         QCOMPARE(m_user->fileBytes(), before);
         QVERIFY(m_user->form->isVisible());
         QCOMPARE(m_user->edit(OwnerField)->text(), QStringLiteral("Jo"));
-        // Without the protection the next try goes through.
+        // Without the protection the photo can be saved.
         QVERIFY(photo.setPermissions(permissions));
         m_user->form->menu_edit_save();
     }),
@@ -310,7 +310,7 @@ void TestFormExifFailing::missTheCard()
     lumi::CardSlots::look();
 }
 
-/// It may have the same name and fields of its own.
+/// A photo of the same name with other texts.
 void TestFormExifFailing::aPhotoOfAnotherCardIsLeftAlone()
 {
     openOnCard();

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Leaving the editor, asked and unasked.
+// Leaving the editor, with and without a question.
 #include "tests/exif/ui/Composition.h"
 #include "tests/exif/ui/EditorFixture.h"
 #include "tests/support/TestMain.h"
@@ -172,7 +172,7 @@ void TestFormExifLeaving::theEndOfTheProgramEndsIt()
         QCoreApplication::exit(0);
     }),
              0);
-    // The program's own loop forgets the request.
+    // exit() ended only the nested loop, so the main loop needs a request of its own.
     QTimer::singleShot(0, qApp, [] {
         QCoreApplication::exit(0);
     });

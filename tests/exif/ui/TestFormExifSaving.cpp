@@ -119,8 +119,8 @@ void TestFormExifSaving::everyFieldIsSaved()
     QVERIFY(m_user->document()->hasThumbnail());
 }
 
-/// Other programs write UTF-8 there. It is read as such, but written in Latin-1, which is no
-/// UTF-8 when it is read again.
+/// The title is read as UTF-8 but written as Latin-1, so the second reading shows a replacement
+/// character.
 void TestFormExifSaving::foreignLettersAreLostOutsideTheComment()
 {
     const QString texts[] = {QStringLiteral("café 海"), QStringLiteral("caf\uFFFD ?")};
@@ -274,7 +274,7 @@ void TestFormExifSaving::aWaitDialogIsUpWhileSaving()
     QCOMPARE(watch.texts, QStringList{QStringLiteral("Working...")});
     QCOMPARE(watch.parents, QList<const QWidget *>{m_user->form.get()});
     QVERIFY(m_user->form->findChildren<MyDialogWait *>().isEmpty());
-    // The photo was replaced while it was up.
+    // The photo was replaced while the dialog was visible.
     const QByteArray after = m_user->fileBytes();
     QVERIFY(after != before);
     QVERIFY(watch.shownWith == QByteArrayList{before});

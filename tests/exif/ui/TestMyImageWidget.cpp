@@ -171,12 +171,12 @@ void TestMyImageWidget::everyGroupIsShown()
     m_info->panel->setItem(m_info->item.get());
     m_info->panel->combo_exifinfo_activated(group);
     QTEST(m_info->lines().first(), "first");
-    // Two lines a row; the flash has a second one.
+    // Each row has two lines. The flash has three.
     QFETCH(int, rows);
     QCOMPARE(m_info->lines().size(), 2 * rows + (group == 3 ? 1 : 0));
     QVERIFY(!m_info->lines().contains(QStringLiteral("Picture Size")));
     QVERIFY(!m_info->browser->toHtml().contains(QLatin1String("<hr")));
-    // The height has its unit here.
+    // The altitude has its unit here.
     QCOMPARE(m_info->lines().contains(QStringLiteral("10.50m")), group == 5);
 }
 
@@ -196,7 +196,7 @@ void TestMyImageWidget::bracketsOfAValueAreShown()
     builder.ascii(ExifListKind::Ifd0, 0x010F, "<b>x</b> &lt;y&amp;");
     const auto item = m_info->put(builder, QStringLiteral("b.jpg"));
     m_info->panel->setItem(item.get());
-    // An entity in a file is an entity here.
+    // An entity in a value is not escaped.
     QVERIFY(m_info->lines().contains(QStringLiteral("<b>x</b> <y&")));
 }
 
@@ -298,7 +298,7 @@ void TestMyImageWidget::keysChangeTheFont()
     target->setFocus();
     QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
     QCoreApplication::sendEvent(target, &event);
-    // The panel passes every key on.
+    // The panel does not consume keys.
     QVERIFY(!event.isAccepted());
     QCOMPARE(m_info->browser->font().pointSize(), points);
     QCOMPARE(lumi::Settings::fontSize(), index);

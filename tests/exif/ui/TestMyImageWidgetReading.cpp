@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// When the panel reads a photo, and when it lets go of it.
+// When the panel reads a photo and when it releases it.
 #include "items/FPVItemJpeg.h"
 #include "tests/exif/ui/CallCounter.h"
 #include "tests/exif/ui/PanelFixture.h"
@@ -172,13 +172,13 @@ void TestMyImageWidgetReading::aDeadItemIsNone()
     QVERIFY(!m_info->combo->isEnabled() && !m_info->button->isEnabled());
     QVERIFY(m_info->panel->picture()->pixmap(Qt::ReturnByValue).isNull());
     QVERIFY(!isHeldOpen(path));
-    // Another item may well get the address of the old one.
+    // Another item can get the address of the old one.
     m_info->item = std::make_unique<FPVItemJpeg>(path, QString(), false);
     const CallCounter calls(path);
     m_info->panel->setItem(m_info->item.get());
     QCOMPARE(calls.opens(), 1);
     QCOMPARE(m_info->panel->picture()->item(), m_info->item.get());
-    // One that was shown before may die unnoticed.
+    // Deleting an item that is no longer shown changes nothing.
     const auto other = m_info->put(describedPhoto(), QStringLiteral("b.jpg"));
     m_info->panel->setItem(other.get());
     m_info->item.reset();

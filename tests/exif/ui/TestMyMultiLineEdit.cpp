@@ -146,7 +146,7 @@ void TestMyMultiLineEdit::keysAreFiltered()
     const auto [mask, typed, text] = lumi::test::row<int, QString, QString>();
     m_edit->setCharMask(mask);
     for (const QChar character : qAsConst(typed)) {
-        // A character that is filtered out goes nowhere else.
+        // A refused character is not passed to another widget.
         QVERIFY(m_edit->send(Qt::Key_unknown, QString(character)));
     }
     QCOMPARE(m_edit->text(), text);
@@ -163,7 +163,7 @@ void TestMyMultiLineEdit::aTabByCtrlAltIDoesNothing()
     QVERIFY(m_edit->hasFocus());
 }
 
-/// A line end would make a second line, which nobody sees.
+/// A line end would make a second line, which is not visible.
 void TestMyMultiLineEdit::typedControlsAreLeftOut()
 {
     m_edit->setCharMask(lumi::kAnyCharacters);
@@ -256,7 +256,7 @@ void TestMyMultiLineEdit::refusedCompositionTakesNothingAway()
     QCOMPARE(m_edit->text(), QStringLiteral("abc"));
     QVERIFY(!m_edit->edited());
     QCOMPARE(m_edit->hasMarkedText(), corrected == 0);
-    // What may come in still does.
+    // Accepted characters are still inserted.
     m_edit->compose(QStringLiteral("x"), QString());
     m_edit->compose(QString(), QStringLiteral("xyz"), corrected);
     QCOMPARE(m_edit->text(), corrected == 0 ? QStringLiteral("xyz") : QStringLiteral("axyz"));
@@ -280,7 +280,7 @@ void TestMyMultiLineEdit::plainLettersReplaceTheMarkedTextWhenTheyAreCommitted()
     m_edit->compose(QStringLiteral("x"), QString());
     QCOMPARE(m_edit->text(), QStringLiteral("abc"));
     QVERIFY(m_edit->hasMarkedText());
-    // What is composed from then on replaces nothing, and is seen.
+    // Further composed text replaces nothing and is visible.
     m_edit->compose(QStringLiteral("z"), QStringLiteral("xy"));
     QCOMPARE(m_edit->text(), QStringLiteral("xy"));
     QCOMPARE(m_edit->textCursor().block().layout()->preeditAreaText(), QStringLiteral("z"));
@@ -441,7 +441,7 @@ void TestMyMultiLineEdit::leavingTakesTheMarkAway()
     QVERIFY(!m_edit->hasFocus());
     QTEST(m_edit->hasMarkedText(), "marked");
     QCOMPARE(m_edit->textCursor().position(), 1);
-    // The mark itself tells once when it goes.
+    // Clearing the selection emits one signal.
     QFETCH(bool, told);
     QFETCH(bool, marked);
     QCOMPARE(afterMark, (marked ? 0 : 1) + (told ? 1 : 0));
