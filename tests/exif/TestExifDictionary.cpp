@@ -2,11 +2,9 @@
 #include "exif/tag/exifDictionary.h"
 #include "tests/exif/PhotoFolder.h"
 #include "tests/support/TestMain.h"
-#include "tests/support/rows.h"
 
 #include <QTest>
 
-#include <algorithm>
 #include <set>
 
 #include <iconv.h>

@@ -31,7 +31,6 @@ private Q_SLOTS:
     void putAppendsANewNumber();
     void putReplacesAtThePlaceOfTheOld();
     void findNumberGivesTheFirst();
-    void tagsAreTheSameByNumberAlone();
     void tagsGoWithTheList();
 };
 
@@ -71,15 +70,6 @@ void TestExifTagList::findNumberGivesTheFirst()
     QVERIFY(!list.findNumber(3));
     QVERIFY(!list.findNumber(0x10002));
     QVERIFY(!list.findNumber(-1));
-}
-
-void TestExifTagList::tagsAreTheSameByNumberAlone()
-{
-    lumi::ExifTagList list;
-    list.append(new CountedTag(1, 10));
-    list.append(new CountedTag(2, 20));
-    const FPVExifTag other(2, 7, 99);
-    QCOMPARE(list.find(&other), 1);
 }
 
 void TestExifTagList::tagsGoWithTheList()

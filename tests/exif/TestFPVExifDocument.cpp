@@ -46,7 +46,6 @@ private Q_SLOTS:
     void laterDuplicateTakesTheEarlierPlace();
     void unknownTypesArePassedOver_data();
     void unknownTypesArePassedOver();
-    void valueOfFourBytesStaysInTheEntry();
     void interoperabilityOnlyThroughExif();
     void gpsOnlyThroughTheFirstDirectory();
     void pointerMayBeShort();
@@ -250,14 +249,6 @@ void TestFPVExifDocument::unknownTypesArePassedOver()
         QCOMPARE(document.find(0x0101, Ifd0) != nullptr, known);
         QCOMPARE(document.find(0x0102, Ifd0)->intValue(), 2);
     }
-}
-
-void TestFPVExifDocument::valueOfFourBytesStaysInTheEntry()
-{
-    const FPVExifDocument document(m_folder.put(
-        ExifBuilder().undefined(Ifd0, 0x0001, "wxyz").undefined(Ifd0, 0x0002, "abcde")));
-    QCOMPARE(bytesOf(document.find(0x0001, Ifd0)), QByteArray("wxyz"));
-    QCOMPARE(bytesOf(document.find(0x0002, Ifd0)), QByteArray("abcde"));
 }
 
 void TestFPVExifDocument::interoperabilityOnlyThroughExif()

@@ -40,7 +40,6 @@ class TestFPVExifWriter : public RewriteTest
     Q_OBJECT
 
 private Q_SLOTS:
-    void setTagTakesThePlaceOfTheOldOne();
     void setTagCopiesAsManyBytesAsTypeAndCountSay_data();
     void setTagCopiesAsManyBytesAsTypeAndCountSay();
     void setTagWithoutDataRemoves();
@@ -68,18 +67,6 @@ private Q_SLOTS:
     void rewriteWorksOnce();
     void relativePathIsFound();
 };
-
-void TestFPVExifWriter::setTagTakesThePlaceOfTheOldOne()
-{
-    FPVExifWriter writer(put(fullPhoto(ExifBuilder::Order::Big)));
-    const QList<int> before = numbersOf(writer.ifd0List());
-    writer.setTag(0x0112, 4, 1, hostBytes<quint32>({8}).constData(), Ifd0);
-    QCOMPARE(numbersOf(writer.ifd0List()), before);
-    const FPVExifTag *tag = writer.find(0x0112, Ifd0);
-    QCOMPARE(int(tag->type()), 4);
-    QCOMPARE(tag->count(), 1U);
-    QCOMPARE(tag->intValue(), 8);
-}
 
 void TestFPVExifWriter::setTagCopiesAsManyBytesAsTypeAndCountSay_data()
 {

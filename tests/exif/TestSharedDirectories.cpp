@@ -7,7 +7,6 @@
 #include "tests/support/TestMain.h"
 
 #include <QTest>
-#include <QtEndian>
 
 #include <set>
 

@@ -17,8 +17,6 @@ class TestUserComment : public QObject
 private Q_SLOTS:
     void comments_data();
     void comments();
-    void longComment();
-    void everyCut();
     void version_data();
     void version();
 
@@ -89,25 +87,6 @@ void TestUserComment::comments()
 {
     const auto [mark, bytes, text] = lumi::test::row<QByteArray, QByteArray, QString>();
     QCOMPARE(lumi::userCommentText(mark + bytes), text);
-}
-
-void TestUserComment::longComment()
-{
-    const QByteArray bytes(60000, 'x');
-    for (const QByteArray &mark :
-         {QByteArray("UNICODE\0", 8), QByteArray("ASCII\0\0\0", 8), QByteArray(8, '\0')}) {
-        QCOMPARE(lumi::userCommentText(mark + bytes), QString::fromLatin1(bytes));
-    }
-}
-
-void TestUserComment::everyCut()
-{
-    const QByteArray whole = QByteArray("UNICODE\0", 8) + QByteArray("caf\xC3\xA9 \xE5\x86\x99");
-    for (qsizetype length = 8; length <= whole.size(); ++length) {
-        const QString text = lumi::userCommentText(whole.left(length));
-        QVERIFY(text.startsWith(QString::fromUtf8("caf").left(length - 8)));
-        QCOMPARE(text.isEmpty(), length == 8);
-    }
 }
 
 void TestUserComment::version_data()

@@ -68,8 +68,6 @@ void TestValueNumbers::figures_data()
     row("focal length", 4, 2, 0xA405, 3, 35, "35mm");
     row("a focal length in a LONG", 4, 2, 0xA405, 4, 70000, "70000mm");
     row("no focal length", 4, 2, 0xA405, 3, 0, "0mm");
-    row("flash", 3, 2, 0x9209, 3, 0x19, "Flash\nAuto flash");
-    row("no flash function", 3, 2, 0x9209, 3, 0x20, "No flash");
     row("a flash in a LONG", 3, 2, 0x9209, 4, 0x07, "Flash\nReturn detected");
 }
 

@@ -34,8 +34,6 @@ private Q_SLOTS:
     void aPhotoIsShown();
     void everyGroupIsShown_data();
     void everyGroupIsShown();
-    void aValueMayTakeManyLines();
-    void bracketsOfAValueAreShown();
     void theGroupStaysForTheNextPhoto();
     void noItem_data();
     void noItem();
@@ -178,26 +176,6 @@ void TestMyImageWidget::everyGroupIsShown()
     QVERIFY(!m_info->browser->toHtml().contains(QLatin1String("<hr")));
     // The altitude has its unit here.
     QCOMPARE(m_info->lines().contains(QStringLiteral("10.50m")), group == 5);
-}
-
-void TestMyImageWidget::aValueMayTakeManyLines()
-{
-    m_info->panel->setItem(m_info->item.get());
-    m_info->panel->combo_exifinfo_activated(3);
-    const int at = int(m_info->lines().indexOf(QStringLiteral("Flash")));
-    QCOMPARE(m_info->lines().mid(at, 3),
-             (QStringList{QStringLiteral("Flash"), QStringLiteral("Flash"),
-                          QStringLiteral("Auto flash")}));
-}
-
-void TestMyImageWidget::bracketsOfAValueAreShown()
-{
-    ExifBuilder builder;
-    builder.ascii(ExifListKind::Ifd0, 0x010F, "<b>x</b> &lt;y&amp;");
-    const auto item = m_info->put(builder, QStringLiteral("b.jpg"));
-    m_info->panel->setItem(item.get());
-    // An entity in a value is not escaped.
-    QVERIFY(m_info->lines().contains(QStringLiteral("<b>x</b> <y&")));
 }
 
 void TestMyImageWidget::theGroupStaysForTheNextPhoto()
