@@ -83,7 +83,7 @@ private Q_SLOTS:
     void valuesEndAtAMegabyteInAll();
     void gpsDirectoryBeginsWithAGpsTag_data();
     void gpsDirectoryBeginsWithAGpsTag();
-    void directoryHasOneName();
+    void directoryIsReadAsOneKind();
     void headerFields();
 };
 
@@ -276,7 +276,7 @@ void TestExifSegment::gpsDirectoryBeginsWithAGpsTag()
     }
 }
 
-void TestExifSegment::directoryHasOneName()
+void TestExifSegment::directoryIsReadAsOneKind()
 {
     const ExifBuilder photo = lumi::test::fullPhoto(ExifBuilder::Order::Little);
     WatchedDevice device(photo.file());

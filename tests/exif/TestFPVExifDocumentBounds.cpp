@@ -30,8 +30,8 @@ private Q_SLOTS:
     void hugeCountsArePassedOver_data();
     void hugeCountsArePassedOver();
     void loopsOfDirectoriesEnd();
-    void directoryThatReachesOut_data();
-    void directoryThatReachesOut();
+    void directoryBeyondTheSegment_data();
+    void directoryBeyondTheSegment();
     void pointedDirectoryOfACutFileKeepsWhatIsThere();
 
 private:
@@ -140,7 +140,7 @@ void TestFPVExifDocumentBounds::valueBehindTheFileIsZero_data()
 {
     QTest::addColumn<quint32>("offset");
     QTest::newRow("far behind the file") << 0x00100000U;
-    QTest::newRow("where no int points") << 0x80000000U;
+    QTest::newRow("behind the largest int") << 0x80000000U;
     QTest::newRow("the largest offset") << 0xFFFFFFFFU;
 }
 
@@ -190,7 +190,7 @@ void TestFPVExifDocumentBounds::loopsOfDirectoriesEnd()
     QVERIFY(document.list(Interoperability).isEmpty());
 }
 
-void TestFPVExifDocumentBounds::directoryThatReachesOut_data()
+void TestFPVExifDocumentBounds::directoryBeyondTheSegment_data()
 {
     lumi::test::columns<ExifListKind, int>();
     QTest::newRow("Exif") << Exif << 0x9003;
@@ -199,7 +199,7 @@ void TestFPVExifDocumentBounds::directoryThatReachesOut_data()
     QTest::newRow("the second one") << Ifd1 << 0x0103;
 }
 
-void TestFPVExifDocumentBounds::directoryThatReachesOut()
+void TestFPVExifDocumentBounds::directoryBeyondTheSegment()
 {
     const auto [list, tag] = lumi::test::row<ExifListKind, int>();
     // Bytes of the segment behind the last entry. Negative: the segment ends inside the directory.

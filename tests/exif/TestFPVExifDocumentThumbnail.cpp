@@ -23,11 +23,11 @@ private Q_SLOTS:
     void thumbnailMayLieBehindTheSegment();
     void thumbnailIsNull_data();
     void thumbnailIsNull();
-    void noPreviewIsThatLarge_data();
-    void noPreviewIsThatLarge();
-    void aPreviewNeedsMemory();
-    void hasThumbnailAsksTheNumbersOnly_data();
-    void hasThumbnailAsksTheNumbersOnly();
+    void tooLargePicturesAreRefused_data();
+    void tooLargePicturesAreRefused();
+    void aThumbnailNeedsMemory();
+    void hasThumbnailReadsOnlyTheTags_data();
+    void hasThumbnailReadsOnlyTheTags();
 
 private:
     lumi::test::PhotoFolder m_folder;
@@ -71,7 +71,7 @@ void TestFPVExifDocumentThumbnail::thumbnailIsNull_data()
     QTest::newRow("no bytes") << 60U << 0U;
     QTest::newRow("bytes that are no picture") << 8U << 40U;
     QTest::newRow("behind the file") << 0x00100000U << 100U;
-    QTest::newRow("where no int points") << 0x80000000U << 100U;
+    QTest::newRow("behind the largest int") << 0x80000000U << 100U;
     QTest::newRow("the largest offset") << 0xFFFFFFFFU << 1U;
     QTest::newRow("one byte more than the file") << 8U << 0U; // set below
     QTest::newRow("two gigabytes") << 8U << 0x80000000U;
@@ -99,7 +99,7 @@ void TestFPVExifDocumentThumbnail::thumbnailIsNull()
     QVERIFY(!document.thumbnail());
 }
 
-void TestFPVExifDocumentThumbnail::noPreviewIsThatLarge_data()
+void TestFPVExifDocumentThumbnail::tooLargePicturesAreRefused_data()
 {
     QTest::addColumn<QByteArray>("picture");
     QTest::addColumn<bool>("taken");
@@ -119,7 +119,7 @@ void TestFPVExifDocumentThumbnail::noPreviewIsThatLarge_data()
     QTest::newRow("another format") << png.data() << false;
 }
 
-void TestFPVExifDocumentThumbnail::noPreviewIsThatLarge()
+void TestFPVExifDocumentThumbnail::tooLargePicturesAreRefused()
 {
     QFETCH(QByteArray, picture);
     QFETCH(bool, taken);
@@ -136,7 +136,7 @@ void TestFPVExifDocumentThumbnail::noPreviewIsThatLarge()
     QCOMPARE(image != nullptr, taken);
 }
 
-void TestFPVExifDocumentThumbnail::aPreviewNeedsMemory()
+void TestFPVExifDocumentThumbnail::aThumbnailNeedsMemory()
 {
     auto *machine = lumi::test::FakeMachine::install();
     const QString path = m_folder.put(lumi::test::fullPhoto(ExifBuilder::Order::Big));
@@ -149,7 +149,7 @@ void TestFPVExifDocumentThumbnail::aPreviewNeedsMemory()
     Machine::install(nullptr);
 }
 
-void TestFPVExifDocumentThumbnail::hasThumbnailAsksTheNumbersOnly_data()
+void TestFPVExifDocumentThumbnail::hasThumbnailReadsOnlyTheTags_data()
 {
     lumi::test::columns<quint32, quint32, bool>();
     QTest::newRow("both") << 1U << 1U << true;
@@ -158,7 +158,7 @@ void TestFPVExifDocumentThumbnail::hasThumbnailAsksTheNumbersOnly_data()
     QTest::newRow("both beyond any file") << 0xFFFFFFFFU << 0xFFFFFFFFU << true;
 }
 
-void TestFPVExifDocumentThumbnail::hasThumbnailAsksTheNumbersOnly()
+void TestFPVExifDocumentThumbnail::hasThumbnailReadsOnlyTheTags()
 {
     const auto [offset, length, has] = lumi::test::row<quint32, quint32, bool>();
     ExifBuilder photo;

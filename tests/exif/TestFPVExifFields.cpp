@@ -15,19 +15,19 @@ class TestFPVExifFields : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void groupsHoldTheirRows();
-    void whatDoesNotExistIsEmpty_data();
-    void whatDoesNotExistIsEmpty();
+    void groupsHaveTheirRows();
+    void missingRowsAndGroupsAreEmpty_data();
+    void missingRowsAndGroupsAreEmpty();
     void rowTypeIsThatOfTheTagFound();
     void rowTypeIsLookedUpInTheListOfTheRow();
     void startsAtTheFirstGroup();
-    void infoGroupsHoldTheirTags();
+    void infoGroupsHaveTheirTags();
 
 private:
     lumi::test::PhotoFolder m_folder;
 };
 
-void TestFPVExifFields::groupsHoldTheirRows()
+void TestFPVExifFields::groupsHaveTheirRows()
 {
     FPVExifFields fields((QString()));
     int groups = 0;
@@ -66,7 +66,7 @@ void TestFPVExifFields::groupsHoldTheirRows()
     QCOMPARE(rows, 51);
 }
 
-void TestFPVExifFields::whatDoesNotExistIsEmpty_data()
+void TestFPVExifFields::missingRowsAndGroupsAreEmpty_data()
 {
     lumi::test::columns<int, int>();
     QTest::newRow("a group below the first") << -1 << 0;
@@ -76,7 +76,7 @@ void TestFPVExifFields::whatDoesNotExistIsEmpty_data()
     QTest::newRow("a row of a longer group") << 5 << 6;
 }
 
-void TestFPVExifFields::whatDoesNotExistIsEmpty()
+void TestFPVExifFields::missingRowsAndGroupsAreEmpty()
 {
     const auto [group, row] = lumi::test::row<int, int>();
     FPVExifFields fields((QString()));
@@ -128,7 +128,7 @@ void TestFPVExifFields::startsAtTheFirstGroup()
     QCOMPARE(fields.rowCount(), 10);
 }
 
-void TestFPVExifFields::infoGroupsHoldTheirTags()
+void TestFPVExifFields::infoGroupsHaveTheirTags()
 {
     const auto lines = lumi::test::tableLines(QStringLiteral("infoGroups.txt"));
     QCOMPARE(lines.size(), 3);

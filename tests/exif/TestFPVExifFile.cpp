@@ -49,8 +49,8 @@ class TestFPVExifFile : public QObject
 
 private Q_SLOTS:
     void kindsHaveTheirOwnNumbers();
-    void walksDirectoriesAsTheyAreNamed_data();
-    void walksDirectoriesAsTheyAreNamed();
+    void walksDirectoriesInOrderOfTheirPointers_data();
+    void walksDirectoriesInOrderOfTheirPointers();
     void closesItselfAtTheEnd();
     void sixthDirectoryIsNotWalked();
     void furtherLinksAreWalked();
@@ -93,12 +93,12 @@ void TestFPVExifFile::kindsHaveTheirOwnNumbers()
     QCOMPARE(int(Ifd1), 4);
 }
 
-void TestFPVExifFile::walksDirectoriesAsTheyAreNamed_data()
+void TestFPVExifFile::walksDirectoriesInOrderOfTheirPointers_data()
 {
     lumi::test::addOrders();
 }
 
-void TestFPVExifFile::walksDirectoriesAsTheyAreNamed()
+void TestFPVExifFile::walksDirectoriesInOrderOfTheirPointers()
 {
     QFETCH(ExifBuilder::Order, order);
     const WalkedTags tags = walk(m_folder.put(lumi::test::fullPhoto(order)));
@@ -175,7 +175,7 @@ void TestFPVExifFile::numbersKeepTheirFirstValue_data()
     QTest::newRow("a long") << false << 4 << hex("78563412") << 1U << 0x12345678;
     QTest::newRow("a long of all bits") << false << 4 << hex("ffffffff") << 1U << -1;
     QTest::newRow("a signed long") << true << 9 << hex("fffffffb") << 1U << -5;
-    QTest::newRow("a count of zero changes nothing") << false << 3 << hex("0700") << 0U << 7;
+    QTest::newRow("a count of 0 is ignored") << false << 3 << hex("0700") << 0U << 7;
 }
 
 void TestFPVExifFile::numbersKeepTheirFirstValue()

@@ -41,7 +41,7 @@ void TestFPVExifFileBounds::valuesBehindTheFileAreZero_data()
     QTest::addColumn<quint32>("offset");
     QTest::newRow("behind the file") << 0x00100000U;
     QTest::newRow("the last int") << 0x7FFFFFF3U;
-    QTest::newRow("where no int points") << 0x80000000U;
+    QTest::newRow("behind the largest int") << 0x80000000U;
     QTest::newRow("the largest offset") << 0xFFFFFFFFU;
 }
 

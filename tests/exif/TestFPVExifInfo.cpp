@@ -16,8 +16,8 @@ class TestFPVExifInfo : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void withAPathNothingIsEverRead();
-    void withoutAPathItTriesAndFails();
+    void anObjectWithAPathReadsNothing();
+    void loadingWithoutAPathFails();
     void unloadedObjectReadsTheFile();
     void unloadedObjectOfNoPhotoFails();
     void withoutThumbnailItStaysUnloaded();
@@ -31,7 +31,7 @@ private:
     lumi::test::PhotoFolder m_folder;
 };
 
-void TestFPVExifInfo::withAPathNothingIsEverRead()
+void TestFPVExifInfo::anObjectWithAPathReadsNothing()
 {
     FPVExifInfo info(m_folder.put(lumi::test::fullPhoto(ExifBuilder::Order::Little)));
     QVERIFY(!info.findTag(0x010F));
@@ -44,7 +44,7 @@ void TestFPVExifInfo::withAPathNothingIsEverRead()
     QCOMPARE(missing.load(true), 0);
 }
 
-void TestFPVExifInfo::withoutAPathItTriesAndFails()
+void TestFPVExifInfo::loadingWithoutAPathFails()
 {
     FPVExifInfo info((QString()));
     QVERIFY(!info.findTag(0x010F));

@@ -17,7 +17,7 @@ class TestFPVExifTag : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void theRootHoldsNoValue();
+    void theRootHasNoValue();
     void everyClassTakesItsNameFromTheDictionary();
     void numbers_data();
     void numbers();
@@ -36,7 +36,7 @@ private Q_SLOTS:
     void formats();
 };
 
-void TestFPVExifTag::theRootHoldsNoValue()
+void TestFPVExifTag::theRootHasNoValue()
 {
     const FPVExifTag tag(0x010F, 2, 77);
     QCOMPARE(tag.tag(), quint16(0x010F));
@@ -154,7 +154,7 @@ void TestFPVExifTag::bytesAsANumber_data()
     const qint32 longValue = -3;
     const auto *two = reinterpret_cast<const char *>(&shortValue);
     const auto *four = reinterpret_cast<const char *>(&longValue);
-    QTest::newRow("no byte is zero") << QByteArray() << 0;
+    QTest::newRow("no byte counts as 0") << QByteArray() << 0;
     QTest::newRow("one byte") << QByteArray("\xC8") << 200;
     QTest::newRow("two bytes have no sign") << QByteArray(two, 2) << 0xFFFE;
     QTest::newRow("four bytes have one") << QByteArray(four, 4) << -3;
@@ -208,7 +208,7 @@ void TestFPVExifTag::formats_data()
                                   << QStringLiteral("1/60");
     QTest::newRow("text around") << QStringLiteral("<%s>") << QStringList{QStringLiteral("a")}
                                  << QStringLiteral("<a>");
-    QTest::newRow("inserted text is not looked at")
+    QTest::newRow("placeholders in a value stay")
         << QStringLiteral("%s %s") << QStringList{QStringLiteral("%s"), QStringLiteral("b")}
         << QStringLiteral("%s b");
     QTest::newRow("a value too few")

@@ -221,7 +221,7 @@ void TestFPVExifWriter::permissionsAreKept_data()
     QTest::addColumn<uint>("mode");
     QTest::newRow("private") << 0600U;
     QTest::newRow("for everybody") << 0666U;
-    QTest::newRow("for reading alone") << 0444U;
+    QTest::newRow("read-only") << 0444U;
     QTest::newRow("with an odd bit") << 0751U;
 }
 
@@ -307,7 +307,7 @@ void TestFPVExifWriter::photoThatCannotBeReadFromAPlaceIsNotTouched_data()
     lumi::test::columns<int, int>();
     QTest::newRow("where the thumbnail is") << 0 << kFailed;
     QTest::newRow("where the image data begin") << 1 << kFailed;
-    QTest::newRow("where nobody looks") << 2 << kDone;
+    QTest::newRow("where nothing is read") << 2 << kDone;
 }
 
 void TestFPVExifWriter::photoThatCannotBeReadFromAPlaceIsNotTouched()

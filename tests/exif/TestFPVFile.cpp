@@ -52,7 +52,7 @@ class TestFPVFile : public QObject
 
 private Q_SLOTS:
     void readsNumbersInBothOrders();
-    void littleEndianIsTheStart();
+    void littleEndianIsTheDefault();
     void readsAcrossWindows();
     void readsZeroBehindTheEnd();
     void readBytesStaysInTheWindow();
@@ -60,16 +60,16 @@ private Q_SLOTS:
     void readBytesBehindTheEndIsZero();
     void readBytesRefusesNonsense();
     void seekGivesThePlaceBefore();
-    void seekWhereNoIntPoints_data();
-    void seekWhereNoIntPoints();
+    void seekBehindTheLargestInt_data();
+    void seekBehindTheLargestInt();
     void fillTakesAWindow();
     void atEndNeedsTheEndAndAnEmptyWindow();
-    void closeForgetsThePlace();
-    void openClosesWhatWasOpen();
+    void closeResetsThePosition();
+    void openClosesTheOldFile();
     void openFails_data();
     void openFails();
     void openRefusesAPipe();
-    void restIsWhatTheWindowHolds();
+    void restIsTheUnreadWindow();
     void closedFileReadsZero();
 
 private:
@@ -90,7 +90,7 @@ void TestFPVFile::readsNumbersInBothOrders()
     QCOMPARE(file.tell(), 13);
 }
 
-void TestFPVFile::littleEndianIsTheStart()
+void TestFPVFile::littleEndianIsTheDefault()
 {
     FPVFile file(m_folder.put(QByteArray::fromHex("0102")));
     QCOMPARE(file.read16(), quint16(0x0201));
@@ -178,7 +178,7 @@ void TestFPVFile::seekGivesThePlaceBefore()
     QCOMPARE(char(file.readByte()), bytes[3000]);
 }
 
-void TestFPVFile::seekWhereNoIntPoints_data()
+void TestFPVFile::seekBehindTheLargestInt_data()
 {
     QTest::addColumn<qint64>("place");
     QTest::newRow("the last int") << qint64(std::numeric_limits<int>::max());
@@ -187,7 +187,7 @@ void TestFPVFile::seekWhereNoIntPoints_data()
     QTest::newRow("a negative place") << qint64(-1);
 }
 
-void TestFPVFile::seekWhereNoIntPoints()
+void TestFPVFile::seekBehindTheLargestInt()
 {
     QFETCH(qint64, place);
     FPVFile file(m_folder.put(pattern(5000)));
@@ -229,7 +229,7 @@ void TestFPVFile::atEndNeedsTheEndAndAnEmptyWindow()
     QVERIFY(!file.atEnd());
 }
 
-void TestFPVFile::closeForgetsThePlace()
+void TestFPVFile::closeResetsThePosition()
 {
     FPVFile file(m_folder.put(pattern(2000)));
     file.seek(1500);
@@ -241,7 +241,7 @@ void TestFPVFile::closeForgetsThePlace()
     QVERIFY(!file.isOpen());
 }
 
-void TestFPVFile::openClosesWhatWasOpen()
+void TestFPVFile::openClosesTheOldFile()
 {
     const QString first = m_folder.put(QByteArray("first"), QStringLiteral("first"));
     const QString second = m_folder.put(QByteArray("second"), QStringLiteral("s\u00e9cond"));
@@ -284,7 +284,7 @@ void TestFPVFile::openRefusesAPipe()
     QVERIFY(!file.isOpen());
 }
 
-void TestFPVFile::restIsWhatTheWindowHolds()
+void TestFPVFile::restIsTheUnreadWindow()
 {
     CountingFile file;
     QVERIFY(file.rest().empty());

@@ -65,7 +65,7 @@ class TestLargeBlocks : public RewriteTest
 private Q_SLOTS:
     void largeValueIsReadWithTheRest_data();
     void largeValueIsReadWithTheRest();
-    void noteBehindTheImageMovesIn();
+    void noteBehindTheImageMovesIntoTheSegment();
     void segmentsFullToTheLastBytes_data();
     void segmentsFullToTheLastBytes();
     void tightLayoutIsReadLikeAnyOther_data();
@@ -124,7 +124,7 @@ void TestLargeBlocks::largeValueIsReadWithTheRest()
     }
 }
 
-void TestLargeBlocks::noteBehindTheImageMovesIn()
+void TestLargeBlocks::noteBehindTheImageMovesIntoTheSegment()
 {
     const QByteArray note = noteOf(40001);
     const QByteArray image = ExifBuilder::jpeg(64, 48, 0x345678);

@@ -27,8 +27,8 @@ private Q_SLOTS:
     void emptiedExifKeepsItsStalePointer();
     void emptiedExifDoesNotTakeThePosition_data();
     void emptiedExifDoesNotTakeThePosition();
-    void pointerWithoutADirectoryGetsNone_data();
-    void pointerWithoutADirectoryGetsNone();
+    void pointerWithoutADirectoryStaysEmpty_data();
+    void pointerWithoutADirectoryStaysEmpty();
     void emptiedExifDoesNotTakeTheThumbnail_data();
     void emptiedExifDoesNotTakeTheThumbnail();
     void tooLongBlockWraps();
@@ -234,7 +234,7 @@ void TestRewriteBounds::emptiedExifDoesNotTakeTheThumbnail()
     }
 }
 
-void TestRewriteBounds::pointerWithoutADirectoryGetsNone_data()
+void TestRewriteBounds::pointerWithoutADirectoryStaysEmpty_data()
 {
     QTest::addColumn<ExifListKind>("next");
     QTest::newRow("the GPS directory is next") << Gps;
@@ -242,7 +242,7 @@ void TestRewriteBounds::pointerWithoutADirectoryGetsNone_data()
     QTest::newRow("nothing is next") << Ifd0;
 }
 
-void TestRewriteBounds::pointerWithoutADirectoryGetsNone()
+void TestRewriteBounds::pointerWithoutADirectoryStaysEmpty()
 {
     // The interoperability pointer is set even if there is no such directory.
     QFETCH(ExifListKind, next);

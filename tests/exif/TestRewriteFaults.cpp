@@ -22,7 +22,7 @@ private Q_SLOTS:
 
     void cleanup() { m_world.reset(); }
 
-    void undisturbedWayToTheNewPhoto();
+    void callsWithoutErrors();
     void callFails_data();
     void callFails();
 
@@ -30,7 +30,7 @@ private:
     std::unique_ptr<RewriteWorld> m_world;
 };
 
-void TestRewriteFaults::undisturbedWayToTheNewPhoto()
+void TestRewriteFaults::callsWithoutErrors()
 {
     QCOMPARE(RewriteWorld::oldPhoto().size(), RewriteWorld::kPhotoSize);
     // The new photo has one more entry with its value, and a padding byte behind the thumbnail.

@@ -24,9 +24,9 @@ private Q_SLOTS:
 
     void cleanup() { m_world.reset(); }
 
-    void smallDiskOrElseALimitOfFilesIsReached();
-    void fileSizeIsReallyLimited_data();
-    void fileSizeIsReallyLimited();
+    void fullDiskIsNoRoom();
+    void failedWriteTouchesNothing_data();
+    void failedWriteTouchesNothing();
     void failedWriteAsksForRoom_data();
     void failedWriteAsksForRoom();
     void roomIsAskedOfTheMedium_data();
@@ -35,7 +35,7 @@ private Q_SLOTS:
     void photoChangedMeanwhileIsKept_data();
     void photoChangedMeanwhileIsKept();
     void photoRemovedMeanwhileLeavesTheNewOne();
-    void removalThatOnlySeemedToFail();
+    void removalThatFailsAfterRemoving();
     void fileThatTookTheNameMeanwhileIsKept_data();
     void fileThatTookTheNameMeanwhileIsKept();
     void fileThatTookTheTemporaryNameMeanwhileIsKept();
@@ -44,7 +44,7 @@ private:
     std::unique_ptr<RewriteWorld> m_world;
 };
 
-void TestRewriteMeanwhile::smallDiskOrElseALimitOfFilesIsReached()
+void TestRewriteMeanwhile::fullDiskIsNoRoom()
 {
     QTemporaryDir place;
     constexpr int kDiskKB = 48;
@@ -70,7 +70,7 @@ void TestRewriteMeanwhile::smallDiskOrElseALimitOfFilesIsReached()
     QCOMPARE(QDir(place.path()).entryList(QDir::Files).size(), 1);
 }
 
-void TestRewriteMeanwhile::fileSizeIsReallyLimited_data()
+void TestRewriteMeanwhile::failedWriteTouchesNothing_data()
 {
     lumi::test::columns<int, int, int>();
     for (const int limit : {0, 1, 100, 700, 5000, 20000, RewriteWorld::kPhotoSize}) {
@@ -79,7 +79,7 @@ void TestRewriteMeanwhile::fileSizeIsReallyLimited_data()
     }
 }
 
-void TestRewriteMeanwhile::fileSizeIsReallyLimited()
+void TestRewriteMeanwhile::failedWriteTouchesNothing()
 {
     const auto [limit, freeKB, result] = lumi::test::row<int, int, int>();
     FakeMachine::install()->setFreeDiskKB(freeKB);
@@ -212,7 +212,7 @@ void TestRewriteMeanwhile::photoRemovedMeanwhileLeavesTheNewOne()
     QVERIFY(contentOf(m_world->temporary) == RewriteWorld::newPhoto());
 }
 
-void TestRewriteMeanwhile::removalThatOnlySeemedToFail()
+void TestRewriteMeanwhile::removalThatFailsAfterRemoving()
 {
     for (const int error : {EIO, ENOENT}) {
         m_world->reset();

@@ -170,12 +170,12 @@ class TestRewriteRoundTrip : public QObject
 private Q_SLOTS:
     void initTestCase();
     void cleanupTestCase();
-    void everythingIsReadAgain_data();
-    void everythingIsReadAgain();
-    void editsAreReadAgain_data();
-    void editsAreReadAgain();
+    void valuesSurviveARewrite_data();
+    void valuesSurviveARewrite();
+    void editsSurviveARewrite_data();
+    void editsSurviveARewrite();
     void otherProgramsAgree();
-    void samplesAreReadAgain();
+    void samplesSurviveEdits();
 
 private:
     /// Writes a choice of all photos into the folder.
@@ -213,7 +213,7 @@ QStringList TestRewriteRoundTrip::putAll()
     return paths;
 }
 
-void TestRewriteRoundTrip::everythingIsReadAgain_data()
+void TestRewriteRoundTrip::valuesSurviveARewrite_data()
 {
     QTest::addColumn<unsigned>("number");
     for (unsigned number = 0; number < kPhotos; ++number) {
@@ -221,7 +221,7 @@ void TestRewriteRoundTrip::everythingIsReadAgain_data()
     }
 }
 
-void TestRewriteRoundTrip::everythingIsReadAgain()
+void TestRewriteRoundTrip::valuesSurviveARewrite()
 {
     QFETCH(unsigned, number);
     const QString path = m_folder->put(randomPhoto(number).builder);
@@ -241,12 +241,12 @@ void TestRewriteRoundTrip::everythingIsReadAgain()
     QVERIFY(contentOf(path) == after);
 }
 
-void TestRewriteRoundTrip::editsAreReadAgain_data()
+void TestRewriteRoundTrip::editsSurviveARewrite_data()
 {
-    everythingIsReadAgain_data();
+    valuesSurviveARewrite_data();
 }
 
-void TestRewriteRoundTrip::editsAreReadAgain()
+void TestRewriteRoundTrip::editsSurviveARewrite()
 {
     QFETCH(unsigned, number);
     const QString path = m_folder->put(randomPhoto(number).builder);
@@ -293,7 +293,7 @@ void TestRewriteRoundTrip::otherProgramsAgree()
     QVERIFY2(compared > 1000, qPrintable(QString::number(compared)));
 }
 
-void TestRewriteRoundTrip::samplesAreReadAgain()
+void TestRewriteRoundTrip::samplesSurviveEdits()
 {
     int saved = 0;
     int withoutBlock = 0;

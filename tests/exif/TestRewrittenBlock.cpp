@@ -23,13 +23,13 @@ private Q_SLOTS:
     void thumbnailOutsideTheFileIsNotCopied_data();
     void thumbnailOutsideTheFileIsNotCopied();
     void thumbnailWithoutItsTagIsDropped();
-    void thumbnailOutsideTheSegmentMovesIn();
-    void whatTheListsDoNotHoldIsDropped();
+    void thumbnailOutsideTheSegmentMovesIntoIt();
+    void unknownTypesAndLinksAreDropped();
     void makerNoteKeepsItsBytes();
     void lengthIsKnownBeforeItIsWritten_data();
     void lengthIsKnownBeforeItIsWritten();
-    void photoCutAnywhereKeepsWhatItHas_data();
-    void photoCutAnywhereKeepsWhatItHas();
+    void cutPhotoKeepsItsImageData_data();
+    void cutPhotoKeepsItsImageData();
 };
 
 void TestRewrittenBlock::imageDataStayByteForByte_data()
@@ -61,8 +61,8 @@ void TestRewrittenBlock::thumbnailOutsideTheFileIsNotCopied_data()
     lumi::test::columns<quint32, quint32>();
     QTest::newRow("begins behind the file") << 0x7FFFFFFFU << 10U;
     QTest::newRow("ends behind the file") << 8U << 0x7FFFFFFFU;
-    QTest::newRow("is as long as can be said") << 8U << 0xFFFFFFFFU;
-    QTest::newRow("is as far as can be said") << 0xFFFFFFFFU << 0xFFFFFFFFU;
+    QTest::newRow("has the largest length") << 8U << 0xFFFFFFFFU;
+    QTest::newRow("has the largest offset") << 0xFFFFFFFFU << 0xFFFFFFFFU;
     QTest::newRow("has no length") << 8U << 0U;
     QTest::newRow("has no place") << 0U << 10U;
 }
@@ -96,7 +96,7 @@ void TestRewrittenBlock::thumbnailWithoutItsTagIsDropped()
              QByteArray::fromHex("fbffffff07000000"));
 }
 
-void TestRewrittenBlock::thumbnailOutsideTheSegmentMovesIn()
+void TestRewrittenBlock::thumbnailOutsideTheSegmentMovesIntoIt()
 {
     ExifBuilder photo = plainPhoto(ExifBuilder::Order::Big);
     const QByteArray thumbnail = ExifBuilder::jpeg(40, 30, 0x224466);
@@ -116,7 +116,7 @@ void TestRewrittenBlock::thumbnailOutsideTheSegmentMovesIn()
     QVERIFY(restOf(contentOf(path)) == image.mid(2) + thumbnail);
 }
 
-void TestRewrittenBlock::whatTheListsDoNotHoldIsDropped()
+void TestRewrittenBlock::unknownTypesAndLinksAreDropped()
 {
     ExifBuilder photo = fullPhoto(ExifBuilder::Order::Little);
     photo
@@ -175,12 +175,12 @@ void TestRewrittenBlock::lengthIsKnownBeforeItIsWritten()
     QCOMPARE(length > 65535, comment > 60000);
 }
 
-void TestRewrittenBlock::photoCutAnywhereKeepsWhatItHas_data()
+void TestRewrittenBlock::cutPhotoKeepsItsImageData_data()
 {
     addOrders();
 }
 
-void TestRewrittenBlock::photoCutAnywhereKeepsWhatItHas()
+void TestRewrittenBlock::cutPhotoKeepsItsImageData()
 {
     QFETCH(ExifBuilder::Order, order);
     constexpr qsizetype kImageData = 40; // more of it makes no difference

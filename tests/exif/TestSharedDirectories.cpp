@@ -88,22 +88,22 @@ class TestSharedDirectories : public RewriteTest
     Q_OBJECT
 
 private Q_SLOTS:
-    void emptiedGpsTakesNoCopyOfExif_data();
-    void emptiedGpsTakesNoCopyOfExif();
+    void emptiedGpsDoesNotCopyExif_data();
+    void emptiedGpsDoesNotCopyExif();
     void emptiedGpsDoesNotTakeTheInteroperability_data();
     void emptiedGpsDoesNotTakeTheInteroperability();
-    void sharedDirectoryGoesToTheSurestName_data();
-    void sharedDirectoryGoesToTheSurestName();
-    void firstDirectoryIsNoOther_data();
-    void firstDirectoryIsNoOther();
+    void sharedDirectoryGoesToTheSafestKind_data();
+    void sharedDirectoryGoesToTheSafestKind();
+    void firstDirectoryIsNotReadAgain_data();
+    void firstDirectoryIsNotReadAgain();
 };
 
-void TestSharedDirectories::emptiedGpsTakesNoCopyOfExif_data()
+void TestSharedDirectories::emptiedGpsDoesNotCopyExif_data()
 {
     addOrders();
 }
 
-void TestSharedDirectories::emptiedGpsTakesNoCopyOfExif()
+void TestSharedDirectories::emptiedGpsDoesNotCopyExif()
 {
     // The Exif directory moves to the old offset of the GPS directory.
     QFETCH(ExifBuilder::Order, order);
@@ -147,7 +147,7 @@ void TestSharedDirectories::emptiedGpsDoesNotTakeTheInteroperability()
     }
 }
 
-void TestSharedDirectories::sharedDirectoryGoesToTheSurestName_data()
+void TestSharedDirectories::sharedDirectoryGoesToTheSafestKind_data()
 {
     QTest::addColumn<ExifListKind>("kind");  // whose tags the directory has
     QTest::addColumn<bool>("isLinked");      // from the first directory
@@ -160,7 +160,7 @@ void TestSharedDirectories::sharedDirectoryGoesToTheSurestName_data()
     QTest::newRow("an interoperability directory, linked") << Interoperability << true << Ifd1;
 }
 
-void TestSharedDirectories::sharedDirectoryGoesToTheSurestName()
+void TestSharedDirectories::sharedDirectoryGoesToTheSafestKind()
 {
     // Both pointers of the first directory point to it. An Exif directory also points to itself.
     QFETCH(ExifListKind, kind);
@@ -189,7 +189,7 @@ void TestSharedDirectories::sharedDirectoryGoesToTheSurestName()
     }
 }
 
-void TestSharedDirectories::firstDirectoryIsNoOther_data()
+void TestSharedDirectories::firstDirectoryIsNotReadAgain_data()
 {
     QTest::addColumn<int>("tag"); // its first tag
     QTest::newRow("it looks like itself") << 0x0100;
@@ -197,7 +197,7 @@ void TestSharedDirectories::firstDirectoryIsNoOther_data()
     QTest::newRow("it looks like GPS") << 0x0000;
 }
 
-void TestSharedDirectories::firstDirectoryIsNoOther()
+void TestSharedDirectories::firstDirectoryIsNotReadAgain()
 {
     QFETCH(int, tag);
     ExifBuilder photo;

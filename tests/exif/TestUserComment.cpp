@@ -55,11 +55,11 @@ void TestUserComment::comments_data()
     QTest::newRow("EUC behind JIS") << jis << inEuc << japanese;
     QTest::newRow("JIS behind JIS") << jis << inJis << japanese;
     QTest::newRow("UTF-8 behind JIS") << jis << inUtf8 << japanese;
-    QTest::newRow("Shift JIS behind no mark") << undefined << inSjis << japanese;
-    QTest::newRow("EUC behind no mark") << undefined << inEuc << japanese;
-    QTest::newRow("JIS behind no mark") << undefined << inJis << japanese;
-    QTest::newRow("UTF-8 behind no mark") << undefined << inUtf8 << japanese;
-    QTest::newRow("ASCII behind no mark")
+    QTest::newRow("Shift JIS without a mark") << undefined << inSjis << japanese;
+    QTest::newRow("EUC without a mark") << undefined << inEuc << japanese;
+    QTest::newRow("JIS without a mark") << undefined << inJis << japanese;
+    QTest::newRow("UTF-8 without a mark") << undefined << inUtf8 << japanese;
+    QTest::newRow("ASCII without a mark")
         << undefined << QByteArray("a comment") << QStringLiteral("a comment");
     QTest::newRow("a guess ends at the first NUL")
         << undefined << QByteArray("abc\0\xFF", 5) << QStringLiteral("abc");

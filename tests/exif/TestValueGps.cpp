@@ -122,7 +122,7 @@ void TestValueGps::altitude_data()
     QTest::newRow("whole metres") << 10U << 1U << QStringLiteral("10.0");
     QTest::newRow("hundredths") << 1050U << 100U << QStringLiteral("10.50");
     QTest::newRow("five hundredths lose their zero") << 1005U << 100U << QStringLiteral("10.5");
-    QTest::newRow("thousandths have no form") << 10123U << 1000U << QString();
+    QTest::newRow("thousandths are not valid") << 10123U << 1000U << QString();
     QTest::newRow("over zero") << 10U << 0U << QString();
 }
 

@@ -36,8 +36,8 @@ private Q_SLOTS:
     void signedFractions();
     void valueTooShort_data();
     void valueTooShort();
-    void onlyTheFirstOfSeveralCounts();
-    void unitIsThereWithoutAsking();
+    void onlyTheFirstFractionCounts();
+    void unitsDoNotDependOnWithUnit();
 
 private:
     lumi::test::PhotoFolder m_folder;
@@ -172,7 +172,7 @@ void TestValueRationals::valueTooShort()
     }
 }
 
-void TestValueRationals::onlyTheFirstOfSeveralCounts()
+void TestValueRationals::onlyTheFirstFractionCounts()
 {
     ExifBuilder photo;
     photo.rationals(Exif, 0x829A, {{1, 60}, {1, 30}}).srationals(Exif, 0x9204, {{1, 2}, {1, 4}});
@@ -180,7 +180,7 @@ void TestValueRationals::onlyTheFirstOfSeveralCounts()
     QCOMPARE(rowText(m_folder, photo, 2, 7), QStringLiteral("0.5(EV)"));
 }
 
-void TestValueRationals::unitIsThereWithoutAsking()
+void TestValueRationals::unitsDoNotDependOnWithUnit()
 {
     ExifBuilder photo;
     photo.rationals(Exif, 0x829A, {{1, 60}})

@@ -160,7 +160,7 @@ private Q_SLOTS:
     void missingTagsHaveNoText();
     void otherTypesHaveNoText_data();
     void otherTypesHaveNoText();
-    void aVersionIsOneOfThePositionOnly();
+    void onlyGpsHasAVersionText();
 
 private:
     lumi::test::PhotoFolder m_folder;
@@ -253,7 +253,7 @@ void TestValueText::otherTypesHaveNoText()
     }
 }
 
-void TestValueText::aVersionIsOneOfThePositionOnly()
+void TestValueText::onlyGpsHasAVersionText()
 {
     const FPVExifDocument document(m_folder.put(ExifBuilder()));
     const FPVExifTagBytes tag(0x0000, 1, 4, QByteArray("\2\2\0\0", 4));

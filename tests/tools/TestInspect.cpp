@@ -106,7 +106,7 @@ void TestInspect::wrongUsage_data()
     QTest::newRow("raster of nothing") << QStringList{QStringLiteral("raster")};
     QTest::newRow("raster without a depth")
         << QStringList{QStringLiteral("raster"), QStringLiteral("photo.jpg")};
-    QTest::newRow("raster with a depth there is not")
+    QTest::newRow("raster with an unknown depth")
         << QStringList{QStringLiteral("raster"), QStringLiteral("photo.jpg"),
                        QStringLiteral("--depth"), QStringLiteral("24")};
 }

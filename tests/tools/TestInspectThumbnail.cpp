@@ -23,12 +23,12 @@ class TestInspectThumbnail : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void aPhotoHasOne_data();
-    void aPhotoHasOne();
-    void anEmbeddedOneIsTaken();
+    void aPhotoHasAThumbnail_data();
+    void aPhotoHasAThumbnail();
+    void theEmbeddedThumbnailIsUsed();
     void anUndecodablePhotoIsNoFailure_data();
     void anUndecodablePhotoIsNoFailure();
-    void whatCannotBeRead();
+    void unreadableFiles();
     void wrongUsage_data();
     void wrongUsage();
     void noDisplayIsNeeded();
@@ -60,7 +60,7 @@ QJsonObject TestInspectThumbnail::thumbnailOf(const QString &path, const QString
     return run.result == 0 && isOneLine ? QJsonDocument::fromJson(run.out).object() : QJsonObject();
 }
 
-void TestInspectThumbnail::aPhotoHasOne_data()
+void TestInspectThumbnail::aPhotoHasAThumbnail_data()
 {
     lumi::test::columns<QSize, QString, QString>();
     QTest::newRow("landscape") << QSize(640, 480) << QStringLiteral("174x123")
@@ -70,7 +70,7 @@ void TestInspectThumbnail::aPhotoHasOne_data()
     QTest::newRow("enlarged") << QSize(8, 6) << QStringLiteral("80x60") << QStringLiteral("80x60");
 }
 
-void TestInspectThumbnail::aPhotoHasOne()
+void TestInspectThumbnail::aPhotoHasAThumbnail()
 {
     const auto [photo, box, size] = lumi::test::row<QSize, QString, QString>();
     const QString path = put(ExifBuilder::jpeg(photo.width(), photo.height(), 0x336699));
@@ -80,7 +80,7 @@ void TestInspectThumbnail::aPhotoHasOne()
     QCOMPARE(thumbnailOf(path, box), expected);
 }
 
-void TestInspectThumbnail::anEmbeddedOneIsTaken()
+void TestInspectThumbnail::theEmbeddedThumbnailIsUsed()
 {
     ExifBuilder photo;
     photo.ascii(ExifListKind::Ifd0, 0x010F, "Maker").thumbnail(ExifBuilder::jpeg(160, 90, 0));
@@ -107,7 +107,7 @@ void TestInspectThumbnail::anUndecodablePhotoIsNoFailure()
     QCOMPARE(thumbnailOf(path, QStringLiteral("174x123")), expected);
 }
 
-void TestInspectThumbnail::whatCannotBeRead()
+void TestInspectThumbnail::unreadableFiles()
 {
     const QString missing = m_folder.filePath(QStringLiteral("missing.jpg"));
     for (const QString &path : {missing, m_folder.path()}) {

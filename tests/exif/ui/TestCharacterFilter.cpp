@@ -58,8 +58,8 @@ private Q_SLOTS:
     void eachBitAllowsItsClass();
     void theMaskOfPlainFieldsLeavesBlankToTilde();
     void theFullMaskRemovesNothing();
-    void theTopBitIsAskedByNobody();
-    void whatStaysKeepsItsOrder();
+    void theTopBitHasNoClass();
+    void theOrderIsKept();
 };
 
 void TestCharacterFilter::eachBitAllowsItsClass_data()
@@ -104,12 +104,12 @@ void TestCharacterFilter::theFullMaskRemovesNothing()
     QCOMPARE(filterCharacters(allCharacters(), lumi::kAnyCharacters), allCharacters());
 }
 
-void TestCharacterFilter::theTopBitIsAskedByNobody()
+void TestCharacterFilter::theTopBitHasNoClass()
 {
     QCOMPARE(filterCharacters(allCharacters(), 0x62), filterCharacters(allCharacters(), 0xE2));
 }
 
-void TestCharacterFilter::whatStaysKeepsItsOrder()
+void TestCharacterFilter::theOrderIsKept()
 {
     QCOMPARE(filterCharacters(QStringLiteral("a写b真1\n2"), 0xE2), QStringLiteral("ab12"));
     QCOMPARE(filterCharacters(QString(), 0xE2), QString());

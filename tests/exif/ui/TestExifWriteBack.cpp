@@ -99,8 +99,8 @@ private Q_SLOTS:
     void checks();
     void aTextThatFitsIsSaved_data();
     void aTextThatFitsIsSaved();
-    void aTextWithoutRoomTouchesNothing_data();
-    void aTextWithoutRoomTouchesNothing();
+    void aTooLongBlockTouchesNothing_data();
+    void aTooLongBlockTouchesNothing();
     void withoutMemoryNothingIsWritten_data();
     void withoutMemoryNothingIsWritten();
 };
@@ -137,18 +137,18 @@ void TestExifWriteBack::basic_data()
     lumi::test::columns<QString, QString, QString>();
     const QString ann = QStringLiteral("Ann");
     const QString trip = QStringLiteral("Trip");
-    QTest::newRow("none takes the tag away")
+    QTest::newRow("no text removes the tag")
         << QString() << QString() << QStringLiteral("8298 0 -");
-    QTest::newRow("blanks are none")
+    QTest::newRow("blanks count as no text")
         << QStringLiteral("  ") << QStringLiteral(" \t") << QStringLiteral("8298 0 -");
     QTest::newRow("an author alone") << ann << QString() << QStringLiteral("8298 0 2 4 416e6e00");
     QTest::newRow("a compilation alone has a blank before it")
         << QString() << trip << QStringLiteral("8298 0 2 7 20005472697000");
     QTest::newRow("both") << ann << trip << QStringLiteral("8298 0 2 9 416e6e005472697000");
-    QTest::newRow("blanks round them don't count")
+    QTest::newRow("blanks around them don't count")
         << QStringLiteral(" Ann ") << QStringLiteral("Trip  ")
         << QStringLiteral("8298 0 2 9 416e6e005472697000");
-    QTest::newRow("Latin-1, with a question mark for what it lacks")
+    QTest::newRow("Latin-1, with a question mark for other characters")
         << QStringLiteral("é写") << QString() << QStringLiteral("8298 0 2 3 e93f00");
 }
 
@@ -209,7 +209,7 @@ void TestExifWriteBack::position_data()
     const QString north = QStringLiteral("0001 3 2 2 4e00|0002 3 5 3 ");
     const QString east = QStringLiteral("0003 3 2 2 4500|0004 3 5 3 ");
     const QString above = QStringLiteral("0005 3 1 1 00|0006 3 5 1 ");
-    QTest::newRow("nothing takes the version away too, and leaves the altitude")
+    QTest::newRow("no texts remove the version too, but not the altitude")
         << QString() << QStringLiteral("  ") << QString()
         << QString(kNoLatitude + kNoLongitude + QStringLiteral("0000 3 -"));
     QTest::newRow("north and east")
@@ -222,11 +222,11 @@ void TestExifWriteBack::position_data()
                    + hex32({12, 1, 34, 1, 56789, 1000})
                    + QStringLiteral("|0003 3 2 2 5700|0004 3 5 3 ") + hex32({77, 1, 2, 1, 350, 100})
                    + QLatin1Char('|') + kVersion);
-    QTest::newRow("a latitude alone takes the longitude away")
+    QTest::newRow("a latitude alone removes the longitude")
         << QStringLiteral("N35.40.20.000") << QString() << QString()
         << QString(north + hex32({35, 1, 40, 1, 20, 1}) + QLatin1Char('|') + kNoLongitude
                    + kVersion);
-    QTest::newRow("a longitude alone takes the latitude away")
+    QTest::newRow("a longitude alone removes the latitude")
         << QString() << QStringLiteral("E001.02.03.000") << QString()
         << QString(kNoLatitude + east + hex32({1, 1, 2, 1, 3, 1}) + QLatin1Char('|') + kVersion);
     QTest::newRow("an altitude above the sea")
@@ -256,10 +256,10 @@ void TestExifWriteBack::checks_data()
 {
     lumi::test::columns<EditTexts, SaveResult>();
     const QString bad = QStringLiteral("x");
-    QTest::newRow("nothing is right") << EditTexts() << SaveResult::Saved;
-    QTest::newRow("blanks are nothing")
+    QTest::newRow("no texts are valid") << EditTexts() << SaveResult::Saved;
+    QTest::newRow("blanks count as no text")
         << textsOf({{LatitudeField, QStringLiteral("  ")}}) << SaveResult::Saved;
-    QTest::newRow("blanks round a text don't count")
+    QTest::newRow("blanks around a text don't count")
         << textsOf({{LatitudeField, QStringLiteral(" N35.40.20.000 ")},
                     {AltitudeField, QStringLiteral(" 12 ")}})
         << SaveResult::Saved;
@@ -308,7 +308,7 @@ void TestExifWriteBack::aTextThatFitsIsSaved()
     QCOMPARE(fields.find(kMakerNote, ExifListKind::Exif) != nullptr, filling == Filling::MakerNote);
 }
 
-void TestExifWriteBack::aTextWithoutRoomTouchesNothing_data()
+void TestExifWriteBack::aTooLongBlockTouchesNothing_data()
 {
     QTest::addColumn<Filling>("filling");
     QTest::addColumn<int>("missing"); // bytes of room
@@ -320,7 +320,7 @@ void TestExifWriteBack::aTextWithoutRoomTouchesNothing_data()
         << Filling::MakerNote << 2 << thumbnail();
 }
 
-void TestExifWriteBack::aTextWithoutRoomTouchesNothing()
+void TestExifWriteBack::aTooLongBlockTouchesNothing()
 {
     QFETCH(Filling, filling);
     QFETCH(int, missing);

@@ -26,17 +26,17 @@ private Q_SLOTS:
 
     void cleanup() { m_user.reset(); }
 
-    void actionsFollowTheMarkedText();
+    void actionsFollowTheSelection();
     void pasteFollowsTheClipboard_data();
     void pasteFollowsTheClipboard();
-    void actionsReachTheFieldWithTheFocus();
-    void theOpenedMenuReachesTheField();
-    void theMenuReachesNoFieldThatWasLeft();
+    void actionsActOnTheFocusedField();
+    void menuEntriesActOnTheFocusedField();
+    void actionsIgnoreAFieldThatLostTheFocus();
     void actionsElsewhereDoNothing();
     void aPastedPositionFillsBothFields_data();
     void aPastedPositionFillsBothFields();
-    void whatIsNoPositionIsPastedAsUsual();
-    void otherFieldsTakeAPositionAsText();
+    void otherTextsArePasted();
+    void aPositionInOtherFieldsIsText();
 
 private:
     /// Taps the menu Edit and one of its entries.
@@ -60,7 +60,7 @@ void TestFormExifActions::tapEntry(const QString &text)
     QTRY_VERIFY(!menu->isVisible());
 }
 
-void TestFormExifActions::actionsFollowTheMarkedText()
+void TestFormExifActions::actionsFollowTheSelection()
 {
     m_user->open();
     const QAction *cut = m_user->entry(QStringLiteral("Cut"));
@@ -97,7 +97,7 @@ void TestFormExifActions::pasteFollowsTheClipboard()
     QVERIFY(paste->isEnabled());
 }
 
-void TestFormExifActions::actionsReachTheFieldWithTheFocus()
+void TestFormExifActions::actionsActOnTheFocusedField()
 {
     m_user->open();
     m_user->enter(OwnerField);
@@ -119,7 +119,7 @@ void TestFormExifActions::actionsReachTheFieldWithTheFocus()
     QVERIFY(m_user->entry(QStringLiteral("Undo")) == nullptr);
 }
 
-void TestFormExifActions::theOpenedMenuReachesTheField()
+void TestFormExifActions::menuEntriesActOnTheFocusedField()
 {
     m_user->open();
     m_user->enter(OwnerField);
@@ -138,7 +138,7 @@ void TestFormExifActions::theOpenedMenuReachesTheField()
     QVERIFY(m_user->edit(TitleField)->hasFocus());
 }
 
-void TestFormExifActions::theMenuReachesNoFieldThatWasLeft()
+void TestFormExifActions::actionsIgnoreAFieldThatLostTheFocus()
 {
     m_user->fillClipboard(QStringLiteral("x"));
     m_user->open();
@@ -196,7 +196,7 @@ void TestFormExifActions::aPastedPositionFillsBothFields()
                 .startsWith(QLatin1Char(field == LatitudeField ? 'S' : 'W')));
 }
 
-void TestFormExifActions::whatIsNoPositionIsPastedAsUsual()
+void TestFormExifActions::otherTextsArePasted()
 {
     m_user->fillClipboard(QStringLiteral("N35.40"));
     m_user->open();
@@ -207,7 +207,7 @@ void TestFormExifActions::whatIsNoPositionIsPastedAsUsual()
     QCOMPARE(m_user->edit(LongitudeField)->text(), QStringLiteral("W077.02.03.000"));
 }
 
-void TestFormExifActions::otherFieldsTakeAPositionAsText()
+void TestFormExifActions::aPositionInOtherFieldsIsText()
 {
     const QString position = QStringLiteral("N35.40.20.000E139.45.30.000");
     m_user->fillClipboard(position);

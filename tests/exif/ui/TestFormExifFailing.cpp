@@ -52,12 +52,12 @@ private Q_SLOTS:
     void failuresAreTold();
     void aBlockThatWasNotReadKeepsItsTexts_data();
     void aBlockThatWasNotReadKeepsItsTexts();
-    void withoutABlockABadPositionIsStillNamed();
-    void aTextWithoutRoomIsTold();
+    void aBadPositionIsNamedWithoutABlock();
+    void aTooLongBlockIsTold();
     void aFolderThatCannotBeWrittenKeepsThePhoto();
     void aProtectedPhotoIsLeftAlone();
     void aPhotoOfAnotherCardIsLeftAlone();
-    void theSameCardMayBeOutForAWhile();
+    void theSameCardMayBeRemovedMeanwhile();
 
 private:
     /// Opens the editor on a photo of the SD card.
@@ -194,7 +194,7 @@ void TestFormExifFailing::aBlockThatWasNotReadKeepsItsTexts()
     QCOMPARE(m_user->edit(OwnerField)->text(), QStringLiteral("Jane Doe"));
 }
 
-void TestFormExifFailing::withoutABlockABadPositionIsStillNamed()
+void TestFormExifFailing::aBadPositionIsNamedWithoutABlock()
 {
     m_user->open(photoWithoutBlock());
     const QByteArray before = m_user->fileBytes();
@@ -216,7 +216,7 @@ void TestFormExifFailing::withoutABlockABadPositionIsStillNamed()
              QStringLiteral("Compiling Exif information failed. Retry."));
 }
 
-void TestFormExifFailing::aTextWithoutRoomIsTold()
+void TestFormExifFailing::aTooLongBlockIsTold()
 {
     m_user->open(test::crampedPhoto(65500, test::Filling::MakerNote, {}));
     const QByteArray before = m_user->fileBytes();
@@ -337,7 +337,7 @@ void TestFormExifFailing::aPhotoOfAnotherCardIsLeftAlone()
     QVERIFY(!m_user->boxes.boxes.first().duringWait);
 }
 
-void TestFormExifFailing::theSameCardMayBeOutForAWhile()
+void TestFormExifFailing::theSameCardMayBeRemovedMeanwhile()
 {
     openOnCard();
     QCOMPARE(m_user->run([this] {

@@ -26,12 +26,12 @@ private Q_SLOTS:
     void leavingAsksAfterEveryEdit_data();
     void leavingAsksAfterEveryEdit();
     void typingAndDeletingStillAsks();
-    void whatIsStillComposedIsAnEdit();
+    void composedTextCountsAsAnEdit();
     void onlyYesLeaves_data();
     void onlyYesLeaves();
-    void closingTheWindowIsLeaving();
-    void theEndOfTheProgramEndsIt();
-    void aMinimisedWindowIsNotAtItsEnd();
+    void closingTheWindowAsksToo();
+    void exitEndsTheEditor();
+    void minimisingDoesNotEndTheEditor();
 
 private:
     std::unique_ptr<EditorFixture> m_user;
@@ -96,7 +96,7 @@ void TestFormExifLeaving::typingAndDeletingStillAsks()
     QCOMPARE(m_user->boxes.boxes.size(), 1);
 }
 
-void TestFormExifLeaving::whatIsStillComposedIsAnEdit()
+void TestFormExifLeaving::composedTextCountsAsAnEdit()
 {
     m_user->open();
     bool left = true;
@@ -147,7 +147,7 @@ void TestFormExifLeaving::onlyYesLeaves()
     QCOMPARE(m_user->boxes.boxes.size(), 2);
 }
 
-void TestFormExifLeaving::closingTheWindowIsLeaving()
+void TestFormExifLeaving::closingTheWindowAsksToo()
 {
     m_user->open();
     bool closed = true;
@@ -164,7 +164,7 @@ void TestFormExifLeaving::closingTheWindowIsLeaving()
     QVERIFY(!m_user->form->isVisible());
 }
 
-void TestFormExifLeaving::theEndOfTheProgramEndsIt()
+void TestFormExifLeaving::exitEndsTheEditor()
 {
     m_user->open();
     QCOMPARE(m_user->run([this] {
@@ -179,7 +179,7 @@ void TestFormExifLeaving::theEndOfTheProgramEndsIt()
     QCoreApplication::exec();
 }
 
-void TestFormExifLeaving::aMinimisedWindowIsNotAtItsEnd()
+void TestFormExifLeaving::minimisingDoesNotEndTheEditor()
 {
     struct HideWatch : QObject
     {

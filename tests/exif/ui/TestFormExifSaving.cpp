@@ -41,11 +41,11 @@ private Q_SLOTS:
     void foreignLettersAreLostOutsideTheComment();
     void aCommentInKanjiComesBack();
     void aCommentInTwoByteLettersIsReplaced();
-    void whatIsStillComposedIsSaved_data();
-    void whatIsStillComposedIsSaved();
+    void composedTextIsSaved_data();
+    void composedTextIsSaved();
     void kanjiCannotComeIntoTheTitle();
     void aPositionInHundredthsGoesAway();
-    void whatIsNotEditedComesFromTheFile();
+    void otherTagsComeFromTheFile();
     void aWaitDialogIsUpWhileSaving();
 
 private:
@@ -167,7 +167,7 @@ void TestFormExifSaving::aCommentInTwoByteLettersIsReplaced()
     QCOMPARE(m_user->value(0x9286, ExifListKind::Exif), unicode(QStringLiteral("h")));
 }
 
-void TestFormExifSaving::whatIsStillComposedIsSaved_data()
+void TestFormExifSaving::composedTextIsSaved_data()
 {
     QTest::addColumn<int>("field");
     QTest::addColumn<bool>("marked");
@@ -179,7 +179,7 @@ void TestFormExifSaving::whatIsStillComposedIsSaved_data()
         << int(TitleField) << true << QStringLiteral("Sea") << QByteArray("Sea\0", 4);
 }
 
-void TestFormExifSaving::whatIsStillComposedIsSaved()
+void TestFormExifSaving::composedTextIsSaved()
 {
     QFETCH(int, field);
     QFETCH(bool, marked);
@@ -225,7 +225,7 @@ void TestFormExifSaving::aPositionInHundredthsGoesAway()
     QVERIFY(!m_user->value(0x12, ExifListKind::Gps).isNull());
 }
 
-void TestFormExifSaving::whatIsNotEditedComesFromTheFile()
+void TestFormExifSaving::otherTagsComeFromTheFile()
 {
     m_user->open();
     ExifBuilder changed = test::editablePhoto();

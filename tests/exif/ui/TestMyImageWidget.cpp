@@ -39,8 +39,8 @@ private Q_SLOTS:
     void noItem();
     void aPhotoWithoutExif();
     void aPhotoThatCannotBeDecoded();
-    void theButtonTells();
-    void theComboLeadsToItsGroup();
+    void theButtonEmitsItsSignal();
+    void theComboShowsItsGroup();
     void keysChangeTheFont_data();
     void keysChangeTheFont();
     void theFontStopsAtBothEnds_data();
@@ -239,7 +239,7 @@ void TestMyImageWidget::aPhotoThatCannotBeDecoded()
     QCOMPARE(m_info->lines().first(), QStringLiteral("Manufacturer"));
 }
 
-void TestMyImageWidget::theButtonTells()
+void TestMyImageWidget::theButtonEmitsItsSignal()
 {
     const QSignalSpy told(m_info->panel, &MyImageWidget::btn_edit_clicked);
     m_info->panel->setItem(m_info->item.get());
@@ -247,7 +247,7 @@ void TestMyImageWidget::theButtonTells()
     QCOMPARE(told.size(), 1);
 }
 
-void TestMyImageWidget::theComboLeadsToItsGroup()
+void TestMyImageWidget::theComboShowsItsGroup()
 {
     m_info->panel->setItem(m_info->item.get());
     m_info->combo->setFocus();

@@ -25,15 +25,15 @@ private Q_SLOTS:
     void cleanup() { m_info.reset(); }
 
     void theBlockIsReadOnce();
-    void theSameItemAgainIsNothing_data();
-    void theSameItemAgainIsNothing();
-    void afterNoItemTheFileIsReadAnew();
+    void theSameItemIsNotReadAgain_data();
+    void theSameItemIsNotReadAgain();
+    void theFileIsReadAgainAfterNoItem();
     void aClosedPhotoIsNotHeldOpen();
-    void hiddenItTakesNothing();
-    void hidingForgetsTheItem();
+    void aHiddenPanelIgnoresItems();
+    void hidingReleasesTheItem();
     void theLastItemDuringTheWaitCounts_data();
     void theLastItemDuringTheWaitCounts();
-    void aDeadItemIsNone();
+    void aDeletedItemIsReleased();
 
 private:
     std::unique_ptr<PanelFixture> m_info;
@@ -54,14 +54,14 @@ void TestMyImageWidgetReading::theBlockIsReadOnce()
     QCOMPARE(calls.reads(), reads);
 }
 
-void TestMyImageWidgetReading::theSameItemAgainIsNothing_data()
+void TestMyImageWidgetReading::theSameItemIsNotReadAgain_data()
 {
     QTest::addColumn<QByteArray>("picture");
     QTest::newRow("a photo") << ExifBuilder::jpeg(80, 60, 0x4080C0);
     QTest::newRow("one without a size") << QByteArray("\xFF\xD8rubbish", 9);
 }
 
-void TestMyImageWidgetReading::theSameItemAgainIsNothing()
+void TestMyImageWidgetReading::theSameItemIsNotReadAgain()
 {
     QFETCH(QByteArray, picture);
     const auto item = m_info->put(describedPhoto().photo(picture), QStringLiteral("p.jpg"));
@@ -80,7 +80,7 @@ void TestMyImageWidgetReading::theSameItemAgainIsNothing()
     QCOMPARE(m_info->lines(), before);
 }
 
-void TestMyImageWidgetReading::afterNoItemTheFileIsReadAnew()
+void TestMyImageWidgetReading::theFileIsReadAgainAfterNoItem()
 {
     m_info->panel->setItem(m_info->item.get());
     ExifBuilder changed = describedPhoto();
@@ -99,7 +99,7 @@ void TestMyImageWidgetReading::aClosedPhotoIsNotHeldOpen()
     QVERIFY(!isHeldOpen(m_info->item->path()));
 }
 
-void TestMyImageWidgetReading::hiddenItTakesNothing()
+void TestMyImageWidgetReading::aHiddenPanelIgnoresItems()
 {
     m_info->panel->hide();
     const CallCounter calls(m_info->item->path());
@@ -108,7 +108,7 @@ void TestMyImageWidgetReading::hiddenItTakesNothing()
     QCOMPARE(m_info->panel->picture()->item(), nullptr);
 }
 
-void TestMyImageWidgetReading::hidingForgetsTheItem()
+void TestMyImageWidgetReading::hidingReleasesTheItem()
 {
     m_info->panel->setItem(m_info->item.get());
     m_info->panel->hide();
@@ -163,7 +163,7 @@ void TestMyImageWidgetReading::theLastItemDuringTheWaitCounts()
     QVERIFY(QApplication::activeModalWidget() == nullptr);
 }
 
-void TestMyImageWidgetReading::aDeadItemIsNone()
+void TestMyImageWidgetReading::aDeletedItemIsReleased()
 {
     m_info->panel->setItem(m_info->item.get());
     const QString path = m_info->item->path();

@@ -60,26 +60,26 @@ private Q_SLOTS:
     void keysAreFiltered_data();
     void keysAreFiltered();
     void aTabByCtrlAltIDoesNothing();
-    void typedControlsAreLeftOut();
-    void everyOtherWayInIsFiltered_data();
-    void everyOtherWayInIsFiltered();
-    void refusedCompositionTakesNothingAway_data();
-    void refusedCompositionTakesNothingAway();
-    void aCompositionReplacesTheMarkedText();
-    void plainLettersReplaceTheMarkedTextWhenTheyAreCommitted();
+    void typedControlCharactersAreRemoved();
+    void otherInsertionsAreFiltered_data();
+    void otherInsertionsAreFiltered();
+    void aRefusedCompositionKeepsTheText_data();
+    void aRefusedCompositionKeepsTheText();
+    void aCompositionReplacesTheSelection();
+    void committedLettersReplaceTheSelection();
     void returnAndEnterDoNothing_data();
     void returnAndEnterDoNothing();
-    void ordersAreNoText();
-    void theReceiverMayTakeThePastedText_data();
-    void theReceiverMayTakeThePastedText();
-    void pastingInsideAPasteTellsNobody();
-    void copyAndCutTellOfTheClipboard_data();
-    void copyAndCutTellOfTheClipboard();
-    void undoBringsTheTextBack();
-    void theFocusTellsWhetherThereIsMarkedText();
-    void leavingTakesTheMarkAway_data();
-    void leavingTakesTheMarkAway();
-    void theMenuKeepsTheMark();
+    void commandKeysInsertNothing();
+    void theReceiverCanHandleThePaste_data();
+    void theReceiverCanHandleThePaste();
+    void aPasteInsideAPasteEmitsNothing();
+    void copyAndCutEmitPasteAvailable_data();
+    void copyAndCutEmitPasteAvailable();
+    void undoRestoresTheText();
+    void focusInEmitsCopyAvailable();
+    void losingTheFocusClearsTheSelection_data();
+    void losingTheFocusClearsTheSelection();
+    void theMenuKeepsTheSelection();
     void tabLeavesTheField();
 
 private:
@@ -129,15 +129,15 @@ void TestMyMultiLineEdit::hasItsSignals()
 void TestMyMultiLineEdit::keysAreFiltered_data()
 {
     lumi::test::columns<int, QString, QString>();
-    QTest::newRow("letters, digits and signs come in")
+    QTest::newRow("letters, digits and signs are accepted")
         << 0xE2 << QStringLiteral("aZ09 ~!") << QStringLiteral("aZ09 ~!");
-    QTest::newRow("kanji do nothing") << 0xE2 << QStringLiteral("a写b") << QStringLiteral("ab");
-    QTest::newRow("accents do nothing") << 0xE2 << QStringLiteral("é") << QString();
-    QTest::newRow("everything comes in")
+    QTest::newRow("kanji are refused") << 0xE2 << QStringLiteral("a写b") << QStringLiteral("ab");
+    QTest::newRow("accents are refused") << 0xE2 << QStringLiteral("é") << QString();
+    QTest::newRow("everything is accepted")
         << 0xFF << QStringLiteral("aé写") << QStringLiteral("aé写");
-    QTest::newRow("a tab does nothing, whatever key sends it")
+    QTest::newRow("a tab is refused, whatever key sends it")
         << 0xFF << QStringLiteral("a\tb") << QStringLiteral("ab");
-    QTest::newRow("nor does it in a field for plain characters")
+    QTest::newRow("a tab in a field for plain characters")
         << 0xE2 << QStringLiteral("\ta") << QStringLiteral("a");
 }
 
@@ -164,7 +164,7 @@ void TestMyMultiLineEdit::aTabByCtrlAltIDoesNothing()
 }
 
 /// A line end would make a second line, which is not visible.
-void TestMyMultiLineEdit::typedControlsAreLeftOut()
+void TestMyMultiLineEdit::typedControlCharactersAreRemoved()
 {
     m_edit->setCharMask(lumi::kAnyCharacters);
     m_edit->send(Qt::Key_unknown, QStringLiteral("a\tb\n写"));
@@ -173,7 +173,7 @@ void TestMyMultiLineEdit::typedControlsAreLeftOut()
     QCOMPARE(m_edit->text(), QStringLiteral("ab写cd"));
 }
 
-void TestMyMultiLineEdit::everyOtherWayInIsFiltered_data()
+void TestMyMultiLineEdit::otherInsertionsAreFiltered_data()
 {
     QTest::addColumn<int>("way");
     QTest::newRow("Ctrl+V") << 0;
@@ -184,7 +184,7 @@ void TestMyMultiLineEdit::everyOtherWayInIsFiltered_data()
     QTest::newRow("the slot") << 5;
 }
 
-void TestMyMultiLineEdit::everyOtherWayInIsFiltered()
+void TestMyMultiLineEdit::otherInsertionsAreFiltered()
 {
     QFETCH(int, way);
     const QString text = QStringLiteral("a写\nb真c");
@@ -218,7 +218,7 @@ void TestMyMultiLineEdit::everyOtherWayInIsFiltered()
     QCOMPARE(m_edit->text(), QStringLiteral("abc"));
 }
 
-void TestMyMultiLineEdit::refusedCompositionTakesNothingAway_data()
+void TestMyMultiLineEdit::aRefusedCompositionKeepsTheText_data()
 {
     QTest::addColumn<QStringList>("composed"); // before it is committed, one after the other
     QTest::addColumn<QString>("commit");
@@ -226,18 +226,18 @@ void TestMyMultiLineEdit::refusedCompositionTakesNothingAway_data()
     const QStringList kana{QStringLiteral("しゃ"), QStringLiteral("写真")};
     const QString kanji = QStringLiteral("写真");
     QTest::newRow("composed and committed") << kana << kanji << 0;
-    QTest::newRow("composed and given up") << kana << QString() << 0;
+    QTest::newRow("composed and cancelled") << kana << QString() << 0;
     QTest::newRow("composed in plain letters and committed as kanji")
         << QStringList{QStringLiteral("n"), QStringLiteral("nihao")} << QStringLiteral("你好") << 0;
-    QTest::newRow("begun in a plain letter and committed as kanji")
+    QTest::newRow("started with a plain letter and committed as kanji")
         << (QStringList{QStringLiteral("s")} + kana) << kanji << 0;
-    QTest::newRow("composed in plain letters and given up")
+    QTest::newRow("composed in plain letters and cancelled")
         << QStringList{QStringLiteral("nihao")} << QString() << 0;
     QTest::newRow("committed at once") << QStringList() << kanji << 0;
     QTest::newRow("a correction of what is there") << QStringList() << kanji << 2;
 }
 
-void TestMyMultiLineEdit::refusedCompositionTakesNothingAway()
+void TestMyMultiLineEdit::aRefusedCompositionKeepsTheText()
 {
     QFETCH(QStringList, composed);
     QFETCH(QString, commit);
@@ -262,7 +262,7 @@ void TestMyMultiLineEdit::refusedCompositionTakesNothingAway()
     QCOMPARE(m_edit->text(), corrected == 0 ? QStringLiteral("xyz") : QStringLiteral("axyz"));
 }
 
-void TestMyMultiLineEdit::aCompositionReplacesTheMarkedText()
+void TestMyMultiLineEdit::aCompositionReplacesTheSelection()
 {
     m_edit->setCharMask(lumi::kAnyCharacters);
     m_edit->setText(QStringLiteral("abc"));
@@ -273,7 +273,7 @@ void TestMyMultiLineEdit::aCompositionReplacesTheMarkedText()
     QCOMPARE(m_edit->text(), QStringLiteral("写真"));
 }
 
-void TestMyMultiLineEdit::plainLettersReplaceTheMarkedTextWhenTheyAreCommitted()
+void TestMyMultiLineEdit::committedLettersReplaceTheSelection()
 {
     m_edit->setText(QStringLiteral("abc"));
     m_edit->selectAll();
@@ -309,7 +309,7 @@ void TestMyMultiLineEdit::returnAndEnterDoNothing()
     QVERIFY(!m_edit->edited());
 }
 
-void TestMyMultiLineEdit::ordersAreNoText()
+void TestMyMultiLineEdit::commandKeysInsertNothing()
 {
     m_edit->setText(QStringLiteral("abc"));
     m_edit->send(Qt::Key_A, QStringLiteral("\x01"), Qt::ControlModifier);
@@ -321,7 +321,7 @@ void TestMyMultiLineEdit::ordersAreNoText()
     QCOMPARE(m_edit->text(), QStringLiteral("bc"));
 }
 
-void TestMyMultiLineEdit::theReceiverMayTakeThePastedText_data()
+void TestMyMultiLineEdit::theReceiverCanHandleThePaste_data()
 {
     QTest::addColumn<QString>("left");
     QTest::addColumn<QString>("text");
@@ -329,7 +329,7 @@ void TestMyMultiLineEdit::theReceiverMayTakeThePastedText_data()
     QTest::newRow("a part") << QStringLiteral("x") << QStringLiteral("[x]");
 }
 
-void TestMyMultiLineEdit::theReceiverMayTakeThePastedText()
+void TestMyMultiLineEdit::theReceiverCanHandleThePaste()
 {
     QFETCH(QString, left);
     m_edit->setText(QStringLiteral("[]"));
@@ -345,7 +345,7 @@ void TestMyMultiLineEdit::theReceiverMayTakeThePastedText()
     QTEST(m_edit->text(), "text");
 }
 
-void TestMyMultiLineEdit::pastingInsideAPasteTellsNobody()
+void TestMyMultiLineEdit::aPasteInsideAPasteEmitsNothing()
 {
     int told = 0;
     connect(m_edit, &MyMultiLineEdit::signalPaste, this, [this, &told](QString *text) {
@@ -359,7 +359,7 @@ void TestMyMultiLineEdit::pastingInsideAPasteTellsNobody()
     QCOMPARE(m_edit->text(), QStringLiteral("a"));
 }
 
-void TestMyMultiLineEdit::copyAndCutTellOfTheClipboard_data()
+void TestMyMultiLineEdit::copyAndCutEmitPasteAvailable_data()
 {
     QTest::addColumn<int>("key");
     QTest::addColumn<QString>("marked");
@@ -370,7 +370,7 @@ void TestMyMultiLineEdit::copyAndCutTellOfTheClipboard_data()
     QTest::newRow("any other key") << int(Qt::Key_A) << QStringLiteral("ab") << QList<bool>();
 }
 
-void TestMyMultiLineEdit::copyAndCutTellOfTheClipboard()
+void TestMyMultiLineEdit::copyAndCutEmitPasteAvailable()
 {
     QFETCH(int, key);
     QFETCH(QString, marked);
@@ -388,7 +388,7 @@ void TestMyMultiLineEdit::copyAndCutTellOfTheClipboard()
     QCOMPARE(m_edit->text(), key == Qt::Key_X ? QString() : marked);
 }
 
-void TestMyMultiLineEdit::undoBringsTheTextBack()
+void TestMyMultiLineEdit::undoRestoresTheText()
 {
     m_edit->setText(QStringLiteral("abc"));
     m_edit->send(Qt::Key_X, QStringLiteral("x"));
@@ -397,7 +397,7 @@ void TestMyMultiLineEdit::undoBringsTheTextBack()
     QCOMPARE(m_edit->text(), QStringLiteral("abc"));
 }
 
-void TestMyMultiLineEdit::theFocusTellsWhetherThereIsMarkedText()
+void TestMyMultiLineEdit::focusInEmitsCopyAvailable()
 {
     m_other->setText(QStringLiteral("abc"));
     QList<bool> told;
@@ -413,7 +413,7 @@ void TestMyMultiLineEdit::theFocusTellsWhetherThereIsMarkedText()
     QCOMPARE(told, QList<bool>{true});
 }
 
-void TestMyMultiLineEdit::leavingTakesTheMarkAway_data()
+void TestMyMultiLineEdit::losingTheFocusClearsTheSelection_data()
 {
     QTest::addColumn<int>("next");
     QTest::addColumn<bool>("marked");
@@ -423,7 +423,7 @@ void TestMyMultiLineEdit::leavingTakesTheMarkAway_data()
     QTest::newRow("to nowhere") << 2 << true << false;
 }
 
-void TestMyMultiLineEdit::leavingTakesTheMarkAway()
+void TestMyMultiLineEdit::losingTheFocusClearsTheSelection()
 {
     QFETCH(int, next);
     m_edit->setText(QStringLiteral("abc"));
@@ -447,7 +447,7 @@ void TestMyMultiLineEdit::leavingTakesTheMarkAway()
     QCOMPARE(afterMark, (marked ? 0 : 1) + (told ? 1 : 0));
 }
 
-void TestMyMultiLineEdit::theMenuKeepsTheMark()
+void TestMyMultiLineEdit::theMenuKeepsTheSelection()
 {
     m_edit->setText(QStringLiteral("abc"));
     m_edit->selectAll();
