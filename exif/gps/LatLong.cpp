@@ -19,20 +19,39 @@ bool LatLong::setText(const QString &text)
 bool LatLong::setValues(Hemisphere hemisphere, quint32 degrees, quint32 minutes, quint32 seconds,
                         quint32 fraction)
 {
-    store(hemisphere, {degrees, minutes, seconds, fraction});
+    const lumi::Angle angle = {degrees, minutes, seconds, fraction};
+    if (!m_form) {
+        store(hemisphere, angle);
+        return true;
+    }
+    const QString letter = lumi::letterOf(hemisphere, *m_form);
+    if (letter.isNull() || !lumi::isWithin(angle, m_form->mostDegrees)) {
+        return false;
+    }
+    store(hemisphere, angle);
+    m_text = format(letter, degrees, minutes, seconds, fraction);
     return true;
 }
 
 bool LatLong::isFormat()
 {
-    qDebug("LatLong::isFormat\r");
-    return true;
+    if (!m_form) {
+        qDebug("LatLong::isFormat\r");
+        return true;
+    }
+    const auto coordinate = lumi::coordinateOf(m_text, *m_form);
+    if (coordinate) {
+        store(coordinate->hemisphere, coordinate->angle);
+    }
+    return coordinate.has_value();
 }
 
-QString LatLong::format(const QString & /*letter*/, quint32 /*degrees*/, quint32 /*minutes*/,
-                        quint32 /*seconds*/, quint32 /*fraction*/) const
+QString LatLong::format(const QString &letter, quint32 degrees, quint32 minutes, quint32 seconds,
+                        quint32 fraction) const
 {
-    return {};
+    return m_form
+        ? lumi::angleText(letter, {degrees, minutes, seconds, fraction}, m_form->degreeDigits)
+        : QString();
 }
 
 const lumi::Rational *LatLong::rationals() const
@@ -58,27 +77,6 @@ void LatLong::fromRationals(const QString &reference, std::span<const lumi::Rati
     m_fraction = seconds.numerator % seconds.denominator;
     // The caller sees a failure as an empty text().
     static_cast<void>(setText(format(reference, m_degrees, m_minutes, m_seconds, m_fraction)));
-}
-
-bool LatLong::setValuesOf(const lumi::CoordinateForm &form, Hemisphere hemisphere,
-                          const lumi::Angle &angle)
-{
-    const QString letter = lumi::letterOf(hemisphere, form);
-    if (letter.isNull() || !lumi::isWithin(angle, form.mostDegrees)) {
-        return false;
-    }
-    store(hemisphere, angle);
-    m_text = format(letter, m_degrees, m_minutes, m_seconds, m_fraction);
-    return true;
-}
-
-bool LatLong::isFormatOf(const lumi::CoordinateForm &form)
-{
-    const auto coordinate = lumi::coordinateOf(m_text, form);
-    if (coordinate) {
-        store(coordinate->hemisphere, coordinate->angle);
-    }
-    return coordinate.has_value();
 }
 
 void LatLong::store(Hemisphere hemisphere, const lumi::Angle &angle)

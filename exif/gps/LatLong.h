@@ -72,10 +72,10 @@ public:
     [[nodiscard]] quint32 fraction() const { return m_fraction; }
 
 protected:
-    /// setValues() and isFormat() for the given form.
-    [[nodiscard]] bool setValuesOf(const lumi::CoordinateForm &form, Hemisphere hemisphere,
-                                   const lumi::Angle &angle);
-    [[nodiscard]] bool isFormatOf(const lumi::CoordinateForm &form);
+    /// A coordinate that accepts only this form, which must outlive it.
+    explicit LatLong(const lumi::CoordinateForm &form)
+        : m_form(&form)
+    { }
 
 private:
     void store(Hemisphere hemisphere, const lumi::Angle &angle);
@@ -87,4 +87,5 @@ private:
     quint32 m_seconds = 0;
     quint32 m_fraction = 0;
     mutable std::array<lumi::Rational, 3> m_rationals;
+    const lumi::CoordinateForm *m_form = nullptr; // null: any text and numbers
 };

@@ -10,22 +10,9 @@ constexpr lumi::CoordinateForm kForm
 
 } // namespace
 
-bool Latitude::setValues(Hemisphere hemisphere, quint32 degrees, quint32 minutes, quint32 seconds,
-                         quint32 fraction)
-{
-    return setValuesOf(kForm, hemisphere, {degrees, minutes, seconds, fraction});
-}
-
-bool Latitude::isFormat()
-{
-    return isFormatOf(kForm);
-}
-
-QString Latitude::format(const QString &letter, quint32 degrees, quint32 minutes, quint32 seconds,
-                         quint32 fraction) const
-{
-    return lumi::angleText(letter, {degrees, minutes, seconds, fraction}, kForm.degreeDigits);
-}
+Latitude::Latitude()
+    : LatLong(kForm)
+{ }
 
 bool latitudeValid(const QString &text)
 {

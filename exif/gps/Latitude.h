@@ -7,11 +7,7 @@
 class Latitude : public LatLong
 {
 public:
-    [[nodiscard]] bool setValues(Hemisphere hemisphere, quint32 degrees, quint32 minutes,
-                                 quint32 seconds, quint32 fraction) override;
-    [[nodiscard]] bool isFormat() override;
-    [[nodiscard]] QString format(const QString &letter, quint32 degrees, quint32 minutes,
-                                 quint32 seconds, quint32 fraction) const override;
+    Latitude();
 };
 
 /// Whether Latitude::setText() accepts the text.

@@ -10,22 +10,9 @@ constexpr lumi::CoordinateForm kForm
 
 } // namespace
 
-bool Longitude::setValues(Hemisphere hemisphere, quint32 degrees, quint32 minutes, quint32 seconds,
-                          quint32 fraction)
-{
-    return setValuesOf(kForm, hemisphere, {degrees, minutes, seconds, fraction});
-}
-
-bool Longitude::isFormat()
-{
-    return isFormatOf(kForm);
-}
-
-QString Longitude::format(const QString &letter, quint32 degrees, quint32 minutes, quint32 seconds,
-                          quint32 fraction) const
-{
-    return lumi::angleText(letter, {degrees, minutes, seconds, fraction}, kForm.degreeDigits);
-}
+Longitude::Longitude()
+    : LatLong(kForm)
+{ }
 
 bool longitudeValid(const QString &text)
 {

@@ -7,11 +7,7 @@
 class Longitude : public LatLong
 {
 public:
-    [[nodiscard]] bool setValues(Hemisphere hemisphere, quint32 degrees, quint32 minutes,
-                                 quint32 seconds, quint32 fraction) override;
-    [[nodiscard]] bool isFormat() override;
-    [[nodiscard]] QString format(const QString &letter, quint32 degrees, quint32 minutes,
-                                 quint32 seconds, quint32 fraction) const override;
+    Longitude();
 };
 
 /// Whether Longitude::setText() accepts the text.
