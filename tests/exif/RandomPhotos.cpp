@@ -2,6 +2,7 @@
 #include "tests/exif/RandomPhotos.h"
 
 #include <random>
+#include <vector>
 
 using enum ExifListKind;
 
@@ -157,9 +158,16 @@ RandomPhoto Maker::make()
 
 } // namespace
 
-RandomPhoto randomPhoto(unsigned number)
+const RandomPhoto &randomPhoto(unsigned number)
 {
-    return Maker(number).make();
+    static const std::vector<RandomPhoto> photos = [] {
+        std::vector<RandomPhoto> all;
+        for (unsigned i = 0; i < kRandomPhotos; ++i) {
+            all.push_back(Maker(i).make());
+        }
+        return all;
+    }();
+    return photos.at(number);
 }
 
 } // namespace lumi::test

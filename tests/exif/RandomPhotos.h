@@ -9,13 +9,16 @@
 
 namespace lumi::test {
 
+inline constexpr unsigned kRandomPhotos = 256;
+
 struct RandomPhoto
 {
     QByteArray name; // lists its properties
     ExifBuilder builder;
 };
 
-/// The photo of that number. Each of its eight lower bits is a property that the photo has or not.
-[[nodiscard]] RandomPhoto randomPhoto(unsigned number);
+/// The photo of that number. Each of its eight bits is a property that the photo has or not. All
+/// photos are built at the first call.
+[[nodiscard]] const RandomPhoto &randomPhoto(unsigned number);
 
 } // namespace lumi::test

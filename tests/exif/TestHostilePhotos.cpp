@@ -111,9 +111,7 @@ class TestHostilePhotos : public QObject
 private Q_SLOTS:
     void cutAtEveryLength_data();
     void cutAtEveryLength();
-    void everyByteChanged_data();
     void everyByteChanged();
-    void everyFieldAtItsLimits_data();
     void everyFieldAtItsLimits();
     void changedAtRandom_data();
     void changedAtRandom();
@@ -154,18 +152,13 @@ void TestHostilePhotos::cutAtEveryLength()
     }
 }
 
-void TestHostilePhotos::everyByteChanged_data()
-{
-    cutAtEveryLength_data();
-}
-
 void TestHostilePhotos::everyByteChanged()
 {
-    QFETCH(ExifBuilder::Order, order);
     const Silence silence;
-    const ExifBuilder photo = lumi::test::fullPhoto(order);
+    const ExifBuilder photo = lumi::test::fullPhoto(ExifBuilder::Order::Big);
+    const int length = interestingLength(photo);
     const QByteArray whole = photo.file();
-    for (int place = 0; place < interestingLength(photo); ++place) {
+    for (int place = 0; place < length; ++place) {
         for (const int value : {0x00, 0x01, 0x7F, 0xFF}) {
             QByteArray bytes = whole;
             bytes[place] = char(value);
@@ -175,23 +168,19 @@ void TestHostilePhotos::everyByteChanged()
     }
 }
 
-void TestHostilePhotos::everyFieldAtItsLimits_data()
-{
-    cutAtEveryLength_data();
-}
-
 void TestHostilePhotos::everyFieldAtItsLimits()
 {
-    QFETCH(ExifBuilder::Order, order);
     const Silence silence;
-    const ExifBuilder photo = lumi::test::fullPhoto(order);
+    const ExifBuilder photo = lumi::test::fullPhoto(ExifBuilder::Order::Big);
+    const int length = interestingLength(photo);
     const QByteArray whole = photo.file();
-    const std::array<QByteArray, 6> fields = {
-        QByteArray::fromHex("ffffffff"), QByteArray::fromHex("7fffffff"),
-        QByteArray::fromHex("ffffff7f"), QByteArray::fromHex("80000000"),
-        QByteArray::fromHex("00000080"), QByteArray::fromHex("20000000"),
+    const std::array<QByteArray, 4> fields = {
+        QByteArray::fromHex("ffffffff"),
+        QByteArray::fromHex("7fffffff"),
+        QByteArray::fromHex("80000000"),
+        QByteArray::fromHex("20000000"),
     };
-    for (int place = 0; place < interestingLength(photo); place += 2) {
+    for (int place = 0; place < length; place += 2) {
         for (const QByteArray &field : fields) {
             QByteArray bytes = whole;
             bytes.replace(place, field.size(), field);
@@ -215,7 +204,7 @@ void TestHostilePhotos::changedAtRandom()
     std::mt19937 random(20040506); // NOLINT(cert-msc51-cpp): the same photos in every run
     std::uniform_int_distribution<int> places(12, interestingLength(photo));
     std::uniform_int_distribution<int> values(0, 255);
-    for (int round = 0; round < 1000; ++round) {
+    for (int round = 0; round < 500; ++round) {
         QByteArray bytes = whole;
         for (int change = 0; change <= round % 12; ++change) {
             bytes[places(random)] = char(values(random));

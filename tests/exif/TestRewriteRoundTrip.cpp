@@ -16,8 +16,6 @@ using enum ExifListKind;
 
 namespace {
 
-constexpr unsigned kPhotos = 256; // all combinations of the eight properties of RandomPhoto
-
 struct Edit
 {
     ExifListKind list;
@@ -198,12 +196,12 @@ QStringList TestRewriteRoundTrip::putAll()
 {
     QStringList paths = {exiftoolPhoto(*m_folder, QStringLiteral("II")),
                          exiftoolPhoto(*m_folder, QStringLiteral("MM"))};
-    for (unsigned number = 0; number < kPhotos; number += 5) {
+    for (unsigned number = 0; number < kRandomPhotos; number += 5) {
         paths.append(
             m_folder->put(randomPhoto(number).builder, QStringLiteral("photo%1.jpg").arg(number)));
     }
-    for (unsigned number = 4; number < kPhotos; number += 21) {
-        paths.append(m_folder->put(randomPhoto(number).builder.packed(),
+    for (unsigned number = 4; number < kRandomPhotos; number += 21) {
+        paths.append(m_folder->put(ExifBuilder(randomPhoto(number).builder).packed(),
                                    QStringLiteral("packed%1.jpg").arg(number)));
     }
     for (const QString &sample : soundSamples()) {
@@ -216,7 +214,7 @@ QStringList TestRewriteRoundTrip::putAll()
 void TestRewriteRoundTrip::valuesSurviveARewrite_data()
 {
     QTest::addColumn<unsigned>("number");
-    for (unsigned number = 0; number < kPhotos; ++number) {
+    for (unsigned number = 0; number < kRandomPhotos; ++number) {
         QTest::newRow(randomPhoto(number).name.constData()) << number;
     }
 }

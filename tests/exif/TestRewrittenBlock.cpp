@@ -28,7 +28,6 @@ private Q_SLOTS:
     void makerNoteKeepsItsBytes();
     void lengthIsKnownBeforeItIsWritten_data();
     void lengthIsKnownBeforeItIsWritten();
-    void cutPhotoKeepsItsImageData_data();
     void cutPhotoKeepsItsImageData();
 };
 
@@ -175,16 +174,10 @@ void TestRewrittenBlock::lengthIsKnownBeforeItIsWritten()
     QCOMPARE(length > 65535, comment > 60000);
 }
 
-void TestRewrittenBlock::cutPhotoKeepsItsImageData_data()
-{
-    addOrders();
-}
-
 void TestRewrittenBlock::cutPhotoKeepsItsImageData()
 {
-    QFETCH(ExifBuilder::Order, order);
     constexpr qsizetype kImageData = 40; // more of it makes no difference
-    QByteArray whole = fullPhoto(order).file();
+    QByteArray whole = fullPhoto(ExifBuilder::Order::Big).file();
     const qsizetype rest = whole.size() - restOf(whole).size();
     whole.truncate(rest + kImageData);
     for (qsizetype length = 0; length < whole.size(); ++length) {

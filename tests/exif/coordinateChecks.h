@@ -4,6 +4,7 @@
 #pragma once
 
 #include "exif/gps/LatLong.h"
+#include "tests/support/rows.h"
 
 #include <QTest>
 
@@ -25,11 +26,11 @@ struct CoordinateKind
     [[nodiscard]] QString at(const QString &letterOf, quint32 degreesOf) const;
 };
 
-/// Columns "text" and "isValid".
+/// Columns: text, isValid.
 void addCoordinateTexts(const CoordinateKind &kind);
-/// Columns "hemisphere", "numbers" and "text". The text is empty if the numbers are refused.
+/// Columns: hemisphere, numbers, text. The text is empty if the numbers are refused.
 void addCoordinateValues(const CoordinateKind &kind);
-/// Columns "reference", "words" and "text": the stored tags and the text.
+/// Columns: reference, words, text. The first two are the stored tags.
 void addStoredCoordinates(const CoordinateKind &kind);
 /// Column "text" with texts that are unchanged after storing and reading them.
 void addLastingCoordinates(const CoordinateKind &kind);
@@ -41,8 +42,7 @@ template <class Value> QList<quint32> numbersOf(const Value &value)
 
 template <class Value> void checkCoordinateText(bool (*isValidText)(const QString &))
 {
-    QFETCH(QString, text);
-    QFETCH(bool, isValid);
+    const auto [text, isValid] = row<QString, bool>();
     QCOMPARE(isValidText(text), isValid);
     Value value;
     QCOMPARE(value.setText(text), isValid);
@@ -52,9 +52,7 @@ template <class Value> void checkCoordinateText(bool (*isValidText)(const QStrin
 
 template <class Value> void checkCoordinateValues(bool (*isValidText)(const QString &))
 {
-    QFETCH(quint32, hemisphere);
-    QFETCH(QList<quint32>, numbers);
-    QFETCH(QString, text);
+    const auto [hemisphere, numbers, text] = row<quint32, QList<quint32>, QString>();
     Value value;
     QCOMPARE(
         value.setValues(Hemisphere(hemisphere), numbers[0], numbers[1], numbers[2], numbers[3]),
@@ -79,13 +77,12 @@ template <class Value> void checkRefusedValues(const CoordinateKind &kind)
 
 template <class Value> void checkStoredCoordinate(const CoordinateKind &kind)
 {
-    QFETCH(QString, reference);
-    QFETCH(QList<quint32>, words);
+    const auto [reference, words, text] = row<QString, QList<quint32>, QString>();
     const Rational data[] = {{words[0], words[1]}, {words[2], words[3]}, {words[4], words[5]}};
     Value value;
     QVERIFY(value.setText(kind.at(1) + QStringLiteral(".02.03.004")));
     value.fromRationals(reference, data);
-    QTEST(value.text(), "text");
+    QCOMPARE(value.text(), text);
 }
 
 template <class Value> void checkLastingCoordinate()
