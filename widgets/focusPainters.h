@@ -2,9 +2,9 @@
 // Focus frames of the picture buttons: nested yellow rectangles, one pixel wide.
 #pragma once
 
-#include <QRgb>
-
 class MyImageButton;
+
+#include <QRgb>
 
 namespace lumi {
 

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/toolkit/QMultiLineEdit.h"
 
-#include "platform/screen/PanelStyle.h"
 #include "platform/screen/panel.h"
 
 #include <QInputMethodEvent>

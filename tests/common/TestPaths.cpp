@@ -13,7 +13,6 @@
 #include <memory>
 
 #include <sys/stat.h>
-#include <unistd.h>
 
 class TestPaths : public QObject
 {
@@ -217,10 +216,9 @@ void TestPaths::nullSeparatorIsNotLookedFor()
 void TestPaths::numbersEndAt65535()
 {
     make(QStringLiteral("f"));
-    // Links are made faster than files.
-    const QByteArray stem = QFile::encodeName(at(QStringLiteral("f")));
     for (int n = 1; n <= 65534; ++n) {
-        QCOMPARE(::symlink("f", QByteArray(stem + QByteArray::number(n)).constData()), 0);
+        QFile file(at(QStringLiteral("f%1").arg(n)));
+        QVERIFY(file.open(QIODevice::WriteOnly));
     }
     const QString last = at(QStringLiteral("f65535"));
     QCOMPARE(uniquePath(at(QStringLiteral("f")), "%d", QChar()), last);

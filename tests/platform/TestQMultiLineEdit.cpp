@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include "platform/screen/PanelStyle.h"
 #include "platform/screen/panel.h"
 #include "platform/toolkit/QMultiLineEdit.h"
 #include "tests/support/TestMain.h"

@@ -15,9 +15,14 @@ using Factory = std::function<QObject *()>;
 /// Registers a test class under its name; called before main by LUMI_TEST.
 bool registerTest(const char *className, Factory factory);
 
+template <typename Test> bool registerClass(const char *name)
+{
+    return registerTest(name, [] {
+        return static_cast<QObject *>(new Test);
+    });
+}
+
 } // namespace lumi::test
 
 #define LUMI_TEST(Class)                                                                           \
-    static const bool Class##Registered = lumi::test::registerTest(#Class, [] {                    \
-        return static_cast<QObject *>(new Class);                                                  \
-    });
+    static const bool Class##Registered = lumi::test::registerClass<Class>(#Class);
