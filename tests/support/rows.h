@@ -36,22 +36,20 @@ void columns(std::index_sequence<Columns...> /*of the types*/)
 template <typename... Types, std::size_t... Columns>
 std::tuple<Types...> row(std::index_sequence<Columns...> /*of the types*/)
 {
-    return {*static_cast<const Types *>(
-        QTest::qData(kColumnNames[Columns], qMetaTypeId<Types>()))...};
+    return {
+        *static_cast<const Types *>(QTest::qData(kColumnNames[Columns], qMetaTypeId<Types>()))...};
 }
 
 } // namespace detail
 
 /// Declares a column for each type.
-template <typename... Types>
-void columns()
+template <typename... Types> void columns()
 {
     detail::columns<Types...>(std::index_sequence_for<Types...>());
 }
 
 /// The values of the current row. The types are those given to columns().
-template <typename... Types>
-std::tuple<Types...> row()
+template <typename... Types> std::tuple<Types...> row()
 {
     return detail::row<Types...>(std::index_sequence_for<Types...>());
 }
