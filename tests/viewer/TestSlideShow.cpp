@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 // The cycle of an automatic show, and what ends a show.
-#include "platform/screen/FrameBuffer.h"
 #include "platform/session/QCopChannel.h"
 #include "tests/support/TestMain.h"
 #include "tests/viewer/ShowFixture.h"

@@ -2,6 +2,7 @@
 // A show of real photos: the pixels on the screen.
 #include "items/FPVItemJpeg.h"
 #include "platform/screen/FrameBuffer.h"
+#include "platform/session/QCopChannel.h"
 #include "tests/items/JpegMaker.h"
 #include "tests/support/TestMain.h"
 #include "tests/viewer/Leftovers.h"
