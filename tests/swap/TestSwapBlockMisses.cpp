@@ -109,14 +109,14 @@ void TestSwapBlockMisses::onlyWhatMayBeAThumbnailIsRead_data()
 
 void TestSwapBlockMisses::onlyWhatMayBeAThumbnailIsRead()
 {
-    const auto [size, read] = lumi::test::row<QSize, bool>();
+    const auto [size, isRead] = lumi::test::row<QSize, bool>();
     QImage image(size, QImage::Format_Grayscale8);
     image.fill(Qt::gray);
     SwapBlock block = made();
     QVERIFY(write(block, image));
     QImage loaded;
-    QCOMPARE(read(block, &loaded), read);
-    QCOMPARE(!loaded.isNull(), read);
+    QCOMPARE(read(block, &loaded), isRead);
+    QCOMPARE(!loaded.isNull(), isRead);
 }
 
 void TestSwapBlockMisses::aGiantThatWasPlantedIsNotDecoded()
