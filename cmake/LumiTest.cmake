@@ -1,11 +1,6 @@
 # SPDX-License-Identifier: MIT
 # The time for one test class, in seconds. A class that hangs fails under its own name.
 set(LUMI_TEST_SECONDS 60)
-# The same with sanitizers, which slow a program down several times.
-set(LUMI_SANITIZED_TEST_SECONDS 180)
-if(LUMI_SANITIZE)
-  set(LUMI_TEST_SECONDS ${LUMI_SANITIZED_TEST_SECONDS})
-endif()
 
 # lumi_test(<folder> [LIBS <target> ...] [SOURCES <file> ...])
 #

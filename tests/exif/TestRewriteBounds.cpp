@@ -10,8 +10,27 @@
 #include <QTest>
 #include <QtEndian>
 
+#include <algorithm>
+
 using namespace lumi::test;
 using enum ExifListKind;
+
+namespace {
+
+/// A big-endian directory that claims this many entries. Its tags, at most 16, have 65520 bytes
+/// each.
+QByteArray directoryOfLargeValues(quint16 count)
+{
+    QByteArray bytes(2, '\0');
+    qToBigEndian(count, bytes.data());
+    for (int i = 0; i < std::min<int>(count, 16); ++i) {
+        bytes += QByteArray::fromHex("70000007 0000fff0 00000008");
+        bytes[2 + 12 * i + 1] = char(i);
+    }
+    return bytes;
+}
+
+} // namespace
 
 class TestRewriteBounds : public RewriteTest
 {
@@ -31,6 +50,8 @@ private Q_SLOTS:
     void pointerWithoutADirectoryStaysEmpty();
     void emptiedExifDoesNotTakeTheThumbnail_data();
     void emptiedExifDoesNotTakeTheThumbnail();
+    void stalePointerIntoAValue_data();
+    void stalePointerIntoAValue();
     void tooLongBlockWraps();
     void tooLongThumbnailIsCounted();
 };
@@ -256,6 +277,39 @@ void TestRewriteBounds::pointerWithoutADirectoryStaysEmpty()
         QVERIFY(document.find(0xA005, Exif)->intValue() < document.app1Length());
         QVERIFY(document.list(Interoperability).isEmpty());
         QVERIFY(valuesOf(document) == before);
+    }
+}
+
+void TestRewriteBounds::stalePointerIntoAValue_data()
+{
+    lumi::test::columns<int, int, int>();
+    QTest::newRow("Exif, a directory") << 0x8769 << 16 << 16;
+    QTest::newRow("Exif, one entry more than the segment has") << 0x8769 << 17 << 0;
+    QTest::newRow("GPS, no entry is a GPS tag") << 0x8825 << 16 << 0;
+}
+
+/// The old place of the directory now holds a value that looks like a directory of large values.
+/// Together they exceed a segment.
+void TestRewriteBounds::stalePointerIntoAValue()
+{
+    const auto [pointer, count, found] = lumi::test::row<int, int, int>();
+    // The value follows the first directory, before and after.
+    constexpr quint32 kPlace = 8 + 2 + 2 * 12 + 4;
+    constexpr quint16 kNumber = 0xC000;
+    const QByteArray value = directoryOfLargeValues(quint16(count));
+    ExifBuilder photo(ExifBuilder::Order::Big);
+    photo.longs(Ifd0, quint16(pointer), {kPlace}).undefined(Ifd0, kNumber, value);
+    const QString path = put(photo.withoutPointers());
+    const QByteArray before = contentOf(path);
+    for (int save = 0; save < 2; ++save) {
+        FPVExifWriter writer(path);
+        QCOMPARE(writer.find(pointer, Ifd0)->intValue(), int(kPlace));
+        QCOMPARE(bytesOf(writer.find(kNumber, Ifd0)), value);
+        QCOMPARE(writer.exifList().count(), found);
+        QVERIFY(!writer.hasGpsIfd());
+        QCOMPARE(writer.segmentLength() > 65535, found > 0);
+        QVERIFY(found > 0 || writer.rewrite() == kDone);
+        QVERIFY(restOf(contentOf(path)) == restOf(before));
     }
 }
 

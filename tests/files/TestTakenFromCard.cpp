@@ -5,7 +5,6 @@
 #include "tests/files/menuEntries.h"
 #include "tests/support/TestMain.h"
 #include "tests/support/fileAge.h"
-#include "tests/support/rows.h"
 
 #include <QDir>
 #include <QDirIterator>
@@ -80,7 +79,9 @@ void TestTakenFromCard::cleanup()
 
 void TestTakenFromCard::addEntries()
 {
-    lumi::test::columns<int, QString, QStringList>();
+    QTest::addColumn<int>("entry");
+    QTest::addColumn<QString>("item");
+    QTest::addColumn<QStringList>("pasted");
     QTest::newRow("a photo that was cut") << kCut << "a00.jpg" << list("a00.jpg mine.jpg");
     QTest::newRow("a photo that was copied") << kCopy << "a00.jpg" << list("a00.jpg mine.jpg");
     QTest::newRow("a folder that was copied")

@@ -2,8 +2,6 @@
 // The numbers of the browser form's menu entries, and the lines of dialogs that several of them open.
 #pragma once
 
-#include "tests/support/rows.h"
-
 #include <QString>
 #include <QStringList>
 #include <QTest>
@@ -30,7 +28,8 @@ inline const QString kNotPasted = QStringLiteral("critical Error: It failed in s
 /// a00.jpg, and the message if all photos are gone before the answer.
 inline void addQuestionsInVain()
 {
-    lumi::test::columns<int, QStringList>();
+    QTest::addColumn<int>("entry");
+    QTest::addColumn<QStringList>("dialogs");
     QTest::newRow("New Folder")
         << kNewFolder
         << QStringList{QStringLiteral("input New Folder: Enter the folder name: ''"),

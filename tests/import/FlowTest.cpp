@@ -86,6 +86,7 @@ void FlowTest::compareFailedRun(const QStringList &captions, const QStringList &
     QVERIFY(!texts.isEmpty());
     QCOMPARE(m_form->driver.texts().mid(captions.size() - texts.size()), texts);
     QVERIFY(m_cards && areCardsUntouched());
+    QVERIFY(!m_form->form->isBusy() && m_form->form->canClose());
     for (const lumi::test::SeenDialog &dialog : qAsConst(m_form->driver.seen)) {
         QCOMPARE(dialog.parent.data(), m_form->form.get());
     }

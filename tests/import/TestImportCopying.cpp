@@ -39,6 +39,7 @@ class TestImportCopying : public FlowTest
 private Q_SLOTS:
     void theNameIsAskedFor();
     void noNameIsAStop();
+    void anEmptyNameIsAName();
     void theSameNameAgainIsNumbered();
     void theStoreCantBeUsed_data();
     void theStoreCantBeUsed();
@@ -80,6 +81,15 @@ void TestImportCopying::noNameIsAStop()
     press(Slot::SD);
     compareFailedRun({kResult, kFolder, kStop}, {kStopped});
     QVERIFY(m_form->folders().isEmpty());
+}
+
+void TestImportCopying::anEmptyNameIsAName()
+{
+    m_form->insertCard(Slot::SD, kThreePhotos);
+    m_form->driver.expect(kFolder, typing(QString()));
+    press(Slot::SD);
+    QCOMPARE(m_form->folders(), QStringList{QStringLiteral("001")});
+    QCOMPARE(m_form->driver.texts().constLast(), lumi::copiedText(QStringLiteral("001"), 3));
 }
 
 void TestImportCopying::theSameNameAgainIsNumbered()

@@ -68,6 +68,7 @@ private Q_SLOTS:
     void aFailureIsReported();
     void aCancelEndsTheWait();
     void aCancelledCopyWaitsToo();
+    void aSecondCancelEndsTheWait();
     void withoutACopyNothingWaits();
 
 private:
@@ -183,6 +184,22 @@ void TestImportDisk::aCancelledCopyWaitsToo()
     });
     QCOMPARE(reportText(1), QStringLiteral("b.jpg\n  CopyError : User cancellation\n"));
     QVERIFY(isSeen);
+}
+
+void TestImportDisk::aSecondCancelEndsTheWait()
+{
+    m_form->insertCard(Slot::SD, kThreePhotos, 60000);
+    const StandInSync sync(kHang);
+    m_form->whenInFile(QStringLiteral("b.jpg"), [] {
+        QVERIFY(ImportFixture::pressNow(QStringLiteral("Cancel")));
+    });
+    whenItWaits(sync, [] {
+        QVERIFY(ImportFixture::pressNow(QStringLiteral("Cancel")));
+    });
+    const QString report = reportText(2);
+    QVERIFY(report.startsWith(QStringLiteral("b.jpg\n  CopyError : User cancellation\n")));
+    QVERIFY(report.endsWith(
+        QString(todaysFolder() + QStringLiteral("\n  CopyError : User cancellation\n"))));
 }
 
 void TestImportDisk::withoutACopyNothingWaits()

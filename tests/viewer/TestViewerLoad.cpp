@@ -193,7 +193,7 @@ void TestViewerLoad::closingWhileScansAreRead()
 
 void TestViewerLoad::openingsLeaveNothingBehind()
 {
-    constexpr int kViewings = 500;
+    constexpr int kViewings = 250;
     FPVItemJpeg *item = addPhoto({.size = QSize(320, 240)});
     lumi::test::leavesNothing(kViewings, [this, item](int number) {
         // Every other one is left in the middle of its decode.

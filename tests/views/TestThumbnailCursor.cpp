@@ -70,8 +70,10 @@ void TestThumbnailCursor::upAndDownFollowTheHinge_data()
     QTest::addColumn<int>("down");
     QTest::addColumn<int>("up");
     QTest::newRow("hinge closed, usual keyboard") << 0 << 0 << 7 << 1;
+    QTest::newRow("hinge closed, another keyboard") << 0 << 2 << 7 << 1;
     QTest::newRow("hinge closed, own keyboard") << 0 << 1 << 3 << 5;
     QTest::newRow("hinge turned") << 256 << 0 << 3 << 5;
+    QTest::newRow("hinge turned, own keyboard") << 256 << 1 << 3 << 5;
 }
 
 void TestThumbnailCursor::upAndDownFollowTheHinge()
