@@ -12,8 +12,8 @@ namespace lumi {
 /// closed. Must be called before anything is logged.
 void prepareProcess();
 
-/// Returns the exit status of the event loop. Nothing stops the start: a photo store that
-/// can't be made is only logged.
+/// Returns the exit status of the event loop. The program also starts if the photo store can't be
+/// made; that is only logged.
 [[nodiscard]] int runProgram(QPEApplication &application);
 
 } // namespace lumi

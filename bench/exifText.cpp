@@ -25,7 +25,7 @@ void addPosition(lumi::test::ExifBuilder &photo)
         .rationals(Gps, 0x0006, {{3825, 100}});
 }
 
-/// A block such as cameras write it: all that is shown, a maker's note and a thumbnail.
+/// A typical block of a camera: all tags that are shown, a maker's note and a thumbnail.
 lumi::test::ExifBuilder fullBlock()
 {
     using enum ExifListKind;

@@ -14,7 +14,7 @@ namespace lumi::bench {
 std::vector<Row> listingRows(const QString &folder);
 std::vector<Row> thumbnailRows(const QString &folder);
 std::vector<Row> pageRows(const QString &folder);
-/// Through the browsing form, from the tap to the first cell on the screen.
+/// Uses the browsing form, from the tap to the first cell on the screen.
 std::vector<Row> openingRows(const QString &folder);
 std::vector<Row> screenDecodeRows(const QString &folder);
 /// Needs no file.
@@ -22,7 +22,7 @@ std::vector<Row> viewerRedrawRows(const QString &folder);
 std::vector<Row> exifTextRows(const QString &folder);
 std::vector<Row> exifRewriteRows(const QString &folder);
 std::vector<Row> importRows(const QString &folder);
-/// Start-up and resident memory, each in processes of their own.
+/// Start-up and resident memory, each in separate processes.
 std::vector<Row> processRows(const QString &folder);
 
 /// Entry of the processes that processRows() starts. \return the exit status

@@ -30,7 +30,7 @@ constexpr QSize kHuge(12000, 9000);             // 108 megapixels
 constexpr const char *kHugePhoto = "/huge.jpg"; // beside the store
 constexpr int kPatienceMs = 20000;
 
-/// Notes the first painting of a widget of this class, and tells whoever started the program.
+/// Notes the first painting of a widget of this class and reports it to the parent process.
 class FirstPaint : public QObject
 {
 public:
@@ -221,7 +221,7 @@ double memoryMiB(const char *mode, const QString &home)
     return process.readAllStandardOutput().trimmed().toDouble() / kMiB;
 }
 
-/// Until the paint: how a program ends keeps nobody waiting for it.
+/// Measures until the paint only: the user does not wait for the end of the program.
 lumi::bench::Row startRow(const QString &home)
 {
     QProcess process;

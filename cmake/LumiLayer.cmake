@@ -2,10 +2,10 @@
 # lumi_layer(<folder> LEVEL <n> [NO_WIDGETS] SOURCES ... [DEPENDS <folder> ...] [QT <module> ...]
 #            [LIBS <target> ...])
 #
-# Makes the static library lumi_<folder> ("/" becomes "_") from the folder and its own
-# subfolders that are no library. Configuration stops if a folder depends on one whose floor
-# is not lower than its own. A test reads every include of the folder. It fails if the header
-# belongs to a folder that is not linked, or to QtWidgets in a folder marked NO_WIDGETS.
+# Makes the static library lumi_<folder> ("/" becomes "_") from the folder and those of its
+# subfolders that are not libraries. Configuration stops if a folder depends on one whose level is
+# not lower than its own. A test reads every include of the folder. It fails if the header belongs
+# to a folder that is not linked, or to QtWidgets in a folder marked NO_WIDGETS.
 function(lumi_layer folder)
   cmake_parse_arguments(A "NO_WIDGETS" "LEVEL" "SOURCES;DEPENDS;QT;LIBS" ${ARGN})
   string(REPLACE "/" "_" name ${folder})

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-# The time for one test class, in seconds. A class that hangs fails under its own name.
+# The time limit of one test class, in seconds. A class that hangs fails under its own name.
 set(LUMI_TEST_SECONDS 60)
 
 # lumi_test(<folder> [LIBS <target> ...] [SOURCES <file> ...])

@@ -25,8 +25,8 @@ namespace lumi {
 /// needs more memory than is free.
 [[nodiscard]] QImage mailImage(FPVItemImage *item);
 
-/// Writes the image as JPEG into a new file, making the folder where it is missing. False
-/// leaves no file behind, and an existing file is never touched.
+/// Writes the image as JPEG into a new file and makes the folder if it is missing. A failure leaves
+/// no file, and an existing file is never changed.
 [[nodiscard]] bool saveMailImage(const QImage &image, const QString &path);
 
 } // namespace lumi

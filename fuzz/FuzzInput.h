@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What the harnesses need of a program: an application object without a display, a machine
-// with 64 MB of free memory, a silent log, and the input as a file.
+// The environment of the harnesses: an application object without a display, a machine with 64 MB
+// of free memory, a silent log, and the input as a file.
 #pragma once
 
 #include <QString>
@@ -13,8 +13,8 @@ namespace lumi::fuzz {
 /// Call it from LLVMFuzzerInitialize. The objects live to the end of the process.
 void begin();
 
-/// Writes the input to the same private file each time and gives its path. name: the file's
-/// name in its folder.
+/// Writes the input to the same private file each time and returns its path. name: the file's name
+/// in its folder.
 [[nodiscard]] QString inputFile(const std::uint8_t *data, std::size_t size, const char *name);
 
 } // namespace lumi::fuzz

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Heights of arbitrary text: what is taken has a fraction with the digits of the text, and what
-// the fraction reads back as must be taken again. Heights of arbitrary fractions must be valid
-// or empty.
+// Altitudes of arbitrary text: an accepted text has a fraction with the digits of the text, and the
+// text of that fraction must be accepted again. Altitudes of arbitrary fractions must be valid or
+// empty.
 #include "exif/gps/Altitude.h"
 
 #include <cstdint>
@@ -21,7 +21,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         Altitude other;
         other.fromRational(value.aboveSeaLevel(), *stored);
         const bool fits = other.whole() == value.whole() && other.fraction() == value.fraction();
-        // Nothing but the dot and zero that it adds can make a text too long.
+        // The text can become too long only by the dot and zero that are added.
         if (other.text().isEmpty() ? text.size() < 8 : !fits) {
             std::abort();
         }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Coordinates of arbitrary text: what is taken must read back from its fractions as the same
-// text, and a pasted position must be made of two texts that are taken.
+// Coordinates of arbitrary text: the fractions of an accepted text must give the same text again,
+// and a pasted position must consist of two accepted texts.
 #include "exif/gps/LatLongPair.h"
 
 #include <cstdint>

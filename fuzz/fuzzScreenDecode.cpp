@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A photo on its way to the screen, at both depths, fitted and at full size: in one piece, then
-// once more in pieces and slices, as the viewer has it. Both ways must come to the same end.
+// A photo is decoded for the screen at both depths, fitted and at full size: first in one piece,
+// then in pieces and slices as in the viewer. Both ways must have the same result.
 #include "fuzz/FuzzInput.h"
 #include "items/FPVItemJpeg.h"
 
@@ -41,8 +41,8 @@ void decodeInPieces(FPVItemJpeg *item, int depth, QSize *size, QSize *request)
     check(complete == (item->errorCode() == DecodeError::None));
 }
 
-/// Read in pieces, a photo has to find memory for what is still to be read, too; otherwise what
-/// becomes of it is the same.
+/// A photo that is read in pieces also needs memory for the scans that are still to be read.
+/// Otherwise both results are the same.
 void decodeBothWays(const QString &path, int depth, QSize *request)
 {
     FPVItemJpeg whole(path, QString(), false);

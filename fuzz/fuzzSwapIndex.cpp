@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The swap index on arbitrary bytes: what its reader takes in, written and read again, must
-// come out the same, and a store that starts with it holds only blocks that it can vouch for.
+// The swap index on arbitrary bytes: the records that were read must be the same after they are
+// written and read again. A store that starts with the index holds only blocks with valid files.
 #include "fuzz/FuzzInput.h"
 #include "swap/IndexReader.h"
 #include "swap/IndexWriter.h"
@@ -18,7 +18,7 @@
 
 namespace {
 
-// The seeds know these names and times.
+// The seeds use these names and times.
 constexpr const char *kPhoto = "a.jpg";
 constexpr const char *kSwapFile = "0000s_1_a.jpg.swp";
 constexpr qint64 kPhotoTime = 1;

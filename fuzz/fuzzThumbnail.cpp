@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A photo on its way to a cell: size, embedded thumbnail, reduced decode, scaling.
+// The thumbnail of a photo: its size, the embedded thumbnail, a reduced decode, scaling.
 #include "fuzz/FuzzInput.h"
 #include "items/FPVItemJpeg.h"
 

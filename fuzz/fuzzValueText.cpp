@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // A value of any type and length under the tag of every row: its text must end, and must not be
-// longer than so many bytes can make it. The photo around it has what makes a position and a
-// height out of fractions.
+// longer than the bytes allow. The photo also has the tags that a position and an altitude need
+// besides their fractions.
 // Format: two bytes of type, two of count, then the value.
 #include "exif/text/FPVExifFields.h"
 #include "exif/text/valueText.h"
@@ -25,7 +25,7 @@ QString referencePhoto()
                                  static_cast<std::size_t>(bytes.size()), "photo.jpg");
 }
 
-/// Whether fractions get as far as their text: else the harness would look at nothing.
+/// Whether any fraction gets a text. Otherwise the harness would test nothing.
 bool showsFractions(const FPVExifFields &photo)
 {
     constexpr quint32 kFractions[] = {35, 1, 40, 1, 20, 1};

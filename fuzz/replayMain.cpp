@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Stands in for libFuzzer in ordinary builds: runs every seed as it is, cut short, and with
-// bytes changed. The mutations are the same in every run.
+// Replaces libFuzzer in ordinary builds: runs every seed unchanged, cut short, and with changed
+// bytes. The mutations are the same in every run.
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -13,7 +13,7 @@
 #include <vector>
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size);
-// A harness that needs nothing made ready has none.
+// A harness may have no initialisation.
 extern "C" __attribute__((weak)) int LLVMFuzzerInitialize(int *argc, char ***argv);
 
 namespace {

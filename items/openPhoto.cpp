@@ -18,7 +18,7 @@ OpenedPhoto failure(DecodeError error)
     return {nullptr, error};
 }
 
-/// The estimate for progressive photos, which goes by the pixels alone.
+/// The estimate for progressive photos. It depends only on the number of pixels.
 bool isEstimateFree(const JpegSession &session)
 {
     if (!session.isProgressive()
@@ -29,7 +29,7 @@ bool isEstimateFree(const JpegSession &session)
     return false;
 }
 
-/// Whether there is memory for what the decoder is going to hold.
+/// Whether there is enough memory for what the decoder will hold.
 bool mayBeHeld(JpegSession &session, DecodeFor purpose)
 {
     const qint64 heldKB = session.heldKB();

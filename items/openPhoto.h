@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// From a path to a decompressor that stands before its first line: the one place that chooses
-// the scale and asks for the memory of photos that the decoder must hold whole. A thumbnail gets
-// less memory and less work than the screen.
+// Opens a photo and makes a decompressor that is ready for its first line. Only this file chooses
+// the scale and checks the memory for photos that the decoder must hold whole. A thumbnail may take
+// less memory and time than the screen.
 #pragma once
 
 #include "items/FPVItemImage.h"

@@ -19,9 +19,9 @@ inline constexpr qint64 kBlockBytes = 128;
 /// photo of 12 megapixels takes 36 to 72, with four samples a pixel 92 MB.
 inline constexpr qint64 kMostThumbnailKB = 96 * 1024;
 
-/// Blocks that all scans of a photo together may read for a thumbnail: each block of the largest
-/// photo six times, as the usual progressive photo does. A photo of a single scan may have 200
-/// megapixels with the usual sampling.
+/// Blocks that all scans of a photo together may read for a thumbnail. The limit allows six reads
+/// of each block of the largest photo, as in the usual progressive photo. A photo of a single scan
+/// may have 200 megapixels with the usual sampling.
 inline constexpr qint64 kThumbnailReads = 6 * kMostThumbnailKB * 1024 / kBlockBytes;
 
 /// The same for the screen. The viewer reads in pieces, so this only limits the waiting time.

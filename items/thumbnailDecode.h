@@ -22,7 +22,7 @@ struct DecodedThumbnail
 };
 
 /// The image has exactly this size: 8 bits with a gray table for a gray photo, 32 bits for any
-/// other. For an empty size the photo is only opened, which tells its error.
+/// other. For an empty size the photo is only opened, to find its error.
 [[nodiscard]] DecodedThumbnail decodeThumbnail(const QString &path, QSize size);
 
 } // namespace lumi

@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: MIT
-# Runs at installation: writes the machine profile and what starts the helper programs for the
-# prefix that was chosen in the end.
+# Runs at installation: writes the files that name installed paths, since the prefix is known only
+# now: the machine profile, and the files that start the helper programs.
 set(LUMI_LIBEXEC_DIR ${CMAKE_INSTALL_PREFIX}/${LUMI_LIBEXECDIR}/lumivault)
 set(LUMI_HINGE_PROGRAM ${LUMI_LIBEXEC_DIR}/chkhinge)
 set(LUMI_RESOURCE_DIR ${CMAKE_INSTALL_PREFIX}/${LUMI_DATADIR}/lumivault)

@@ -1,11 +1,11 @@
 # SPDX-License-Identifier: MIT
 # shellcheck shell=bash disable=SC2034
-# Sourced by run, test and .ci/run: the Debian and Ubuntu packages that each of them needs,
-# and the way to get those that are missing.
+# Sourced by run, test and .ci/run: the Debian and Ubuntu packages that each of them needs, and a
+# function that installs missing ones.
 
-# Building and running the program.
+# For building and running the program.
 runPackages=(cmake g++ ninja-build qt6-base-dev libjpeg-dev librsvg2-bin pngquant fonts-dejavu-core)
-# Driving the program where there is no screen.
+# For the tour through the program without a screen.
 tourPackages=(xvfb openbox xdotool imagemagick)
 # Building and running the tests.
 testPackages=("${runPackages[@]}" "${tourPackages[@]}" git dbus libimage-exiftool-perl exiv2)
@@ -18,7 +18,7 @@ benchPackages=("${runPackages[@]}" libexif-dev)
 # The checks of form.
 checkPackages=(clang-format clang-tidy shellcheck desktop-file-utils)
 
-# install_missing <package>...: asks the network only when something is missing.
+# install_missing <package>...: uses the network only if a package is missing.
 install_missing() {
     local package
     local missing=()
@@ -52,7 +52,7 @@ use_ccache() {
     if [ -z "${LUMI_COMPILER_LAUNCHER+set}" ] && command -v ccache > /dev/null; then
         export LUMI_COMPILER_LAUNCHER=ccache
         export CCACHE_BASEDIR=$PWD CCACHE_NOHASHDIR=1
-        # What ccache asks for with precompiled headers.
+        # Settings that ccache needs for precompiled headers.
         export CCACHE_SLOPPINESS=pch_defines,time_macros
     fi
     export LUMI_COMPILER_LAUNCHER=${LUMI_COMPILER_LAUNCHER:-}

@@ -13,13 +13,13 @@
 
 namespace {
 
-/// Null after a success, otherwise the reason. The old file then stays.
+/// Null after a success, otherwise the reason. After a failure the old file is unchanged.
 QString save(const QString &path, const QByteArray &text)
 {
     QDir().mkpath(QFileInfo(path).absolutePath());
     QSaveFile file(path);
-    // commit() of Qt 6.4 ignores a flush or a sync that fails. A flush that writes only a part
-    // gives no reason; the second one writes the rest or gives it.
+    // commit() of Qt 6.4 ignores a failed flush or sync. A flush that writes only a part sets no
+    // error. The second flush writes the rest or sets the error.
     if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size()
         || !(file.flush() || file.flush())) {
         return file.errorString();

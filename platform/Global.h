@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-// Services of the handheld's desktop that have no better home.
+// Services of the handheld's desktop that belong to no other class.
 #pragma once
 
 struct Global
 {
-    /// Puts the on-screen keyboard away, if there is one.
+    /// Hides the on-screen keyboard, if there is one.
     static void hideInputMethod();
 };

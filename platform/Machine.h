@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// The one seam between the program and the machine below it: where cards are mounted, how
-// much memory and disk is free, how the battery stands, which way the hinge is turned.
-// Nobody else asks the system for these. The values come from a profile file, so that one
+// The interface between the program and the machine: the folders of the cards, the free memory and
+// disk space, the charge of the battery, the position of the hinge.
+// No other class asks the system for these. The values come from a profile file, so that one
 // binary runs on a handheld, on a desktop and in a test; see MachineProfile.h for the keys.
 // Owns: the profile, and the stand-in folders of mount points that don't exist.
 #pragma once
@@ -34,7 +34,7 @@ public:
 
     [[nodiscard]] ACStatus acStatus() const { return m_acStatus; }
 
-    /// 0 to 100; 100 without a battery, or if none tells how full it is.
+    /// 0 to 100. It is 100 without a battery, or if no battery reports its charge.
     [[nodiscard]] int batteryPercentRemaining() const { return m_batteryPercentRemaining; }
 
     friend bool operator==(const PowerStatus &, const PowerStatus &) = default;
@@ -44,7 +44,7 @@ private:
     int m_batteryPercentRemaining = 100;
 };
 
-/// What statfs tells about one file system. The counts are in blocks of blockSize bytes.
+/// The values that statfs returns for a file system. The counts are in blocks of blockSize bytes.
 struct DiskFigures
 {
     qint64 blockSize = 0;
@@ -63,16 +63,16 @@ public:
 
     /// The installed machine; made from the profile at first use.
     static Machine &instance();
-    /// Replaces the machine and takes ownership; null goes back to a fresh one from the profile.
+    /// Replaces the machine and takes ownership. Null installs a new machine from the profile.
     static void install(Machine *machine);
 
-    /// Folder of a card, without a closing "/". A mount point that doesn't exist is served by
-    /// a private stand-in folder that holds the marker "NotAvailable", so that the slot reads
-    /// as empty; the mount point itself comes back as soon as it exists.
+    /// Folder of a card, without a trailing "/". If the mount point doesn't exist, this is a
+    /// private folder with the marker "NotAvailable", so that the slot counts as empty. The mount
+    /// point is used again as soon as it exists.
     virtual QString mountPoint(Slot slot) const;
     /// The mount point of the profile, existing or not.
     virtual QString configuredMountPoint(Slot slot) const;
-    /// File whose exceptional condition tells that a mount came or went.
+    /// File to be polled. An exceptional condition on it means that the mounts have changed.
     virtual QString mountTable() const;
     /// Memory figures in table form: a heading, then "Mem:" with total, used, free, shared,
     /// buffers and cached in bytes. Empty if the file can't be read.

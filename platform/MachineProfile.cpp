@@ -41,7 +41,7 @@ struct DeviceKeyRow
 {
     int code;
     const char *name;
-    const char *def; ///< key sequences of one key each, parted by blanks
+    const char *def; ///< key sequences of one key each, separated by blanks
 };
 
 constexpr DeviceKeyRow kDeviceKeys[] = {

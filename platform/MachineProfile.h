@@ -36,12 +36,12 @@ public:
 
     /// Absolute path, or an empty string where the profile leaves the value empty.
     [[nodiscard]] QString path(Key key) const;
-    /// The default if the value is no number.
+    /// The default if the value is not a number.
     [[nodiscard]] int number(Key key) const;
     /// Code of the device key for a real one, 0 for none.
     [[nodiscard]] int deviceKey(int key, Qt::KeyboardModifiers modifiers) const;
 
-    /// The file that a process started now would read; empty without one.
+    /// The file that a process would read if it started now; empty without one.
     [[nodiscard]] static QString findFile();
     /// Makes a relative $LUMIVAULT_MACHINE absolute. It is relative to the folder the program was
     /// started in, and the program changes its folder before it reads the profile.

@@ -25,9 +25,9 @@ namespace {
 
 /// Wider screens are desktops: there the window stays as big as the handheld's panel.
 constexpr int kWidestPanel = 800;
-/// A window manager needs this long to settle a new window's size, at the most.
+/// The longest time that a window manager needs until the size of a new window is final.
 constexpr int kSettleMs = 500;
-/// A size that has not changed for so long is final.
+/// A size that has not changed for this long is final.
 constexpr int kSteadyMs = 30;
 
 int heldCount = 0;
@@ -44,7 +44,7 @@ bool isExposed(const QWidget *widget)
     return window != nullptr && window->isExposed();
 }
 
-/// Waits for any event but the user's, at most until `timer` has run for `ms`.
+/// Waits for any event except user input, at most until `timer` has run for `ms`.
 void waitForEvent(const QElapsedTimer &timer, int ms)
 {
     const qint64 left = ms - timer.elapsed();
@@ -57,16 +57,16 @@ void waitForEvent(const QElapsedTimer &timer, int ms)
     QEventLoop().processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::WaitForMoreEvents);
 }
 
-/// Before a window is shown maximized or on the whole screen.
+/// Prepares a window for being shown maximized or full screen.
 void fitInto(QWidget *widget, const QRect &room)
 {
     if (!isWayland()) {
-        // Without a window manager nobody else gives the window its size.
+        // Without a window manager the window would not get this size.
         widget->setGeometry(room);
         return;
     }
-    // A compositor ends a client whose window stays larger than it says, for instance because
-    // of a panel of its own. Better that the lower edge of a form is cut off.
+    // A compositor disconnects a client whose window is larger than allowed, for instance beside a
+    // panel of the compositor. So the lower edge of a form may be cut off.
     if (widget->layout() != nullptr) {
         widget->layout()->setSizeConstraint(QLayout::SetNoConstraint);
     }
@@ -118,7 +118,7 @@ QPEApplication::QPEApplication(int &argc, char **argv, Type /*type*/)
     setAttribute(Qt::AA_DontUseNativeMenuBar);
     setStyle(new lumi::PanelStyle);
     lumi::MachineProfile::fixNamedFile();
-    // Not before the first window is under way: nobody misses them until then.
+    // Started later, because they are not needed until the first window is being shown.
     QMetaObject::invokeMethod(this, &QPEApplication::startAgents, Qt::QueuedConnection);
 }
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-// The application object of the handheld: shows the main window in the way the screen asks
-// for, turns keys of an ordinary keyboard into the device's keys, and starts the agents that
-// watch cards, battery, screen saver and foreground. Every agent is optional: without bus,
-// battery or card slots the program runs on silently.
+// The application object of the handheld: shows the main window in a way that suits the screen,
+// turns keys of an ordinary keyboard into the device's keys, and starts the agents that watch
+// cards, battery, screen saver and foreground. Every agent is optional: the program also runs
+// without a bus, a battery or card slots, and shows no message about it.
 // Owns: the agents.
 #pragma once
 
@@ -27,13 +27,13 @@ public:
         = GuiClient); // NOLINT(google-explicit-constructor): the arguments go in as main has them
     ~QPEApplication() override;
 
-    /// Shows the main window: maximized on a small screen, else 640 x 480 (also with
-    /// noMaximize). The widget stays the caller's.
+    /// Shows the main window: maximized on a small screen, else 640 x 480 (also with noMaximize).
+    /// The caller keeps ownership of the widget.
     void showMainWidget(QWidget *widget, bool noMaximize = false);
     /// Kind of keyboard, see Machine::keyDevice().
     [[nodiscard]] int keyDevice() const;
-    /// Keys that stand for device keys arrive at widgets as those (see deviceKey.h). The key
-    /// "Yes", where no widget wants it, calls the slot accept() of the main window.
+    /// Keys that stand for device keys reach widgets as device keys (see deviceKey.h). If no widget
+    /// accepts the key "Yes", it calls the slot accept() of the main window.
     bool notify(QObject *receiver, QEvent *event) override;
 
     /// Runs the event loop until the window is on the screen, at most `ms` milliseconds, then
@@ -43,8 +43,8 @@ public:
     static void showMaximizedNow(QWidget *widget);
     /// The same for the whole screen.
     static void showFullScreenNow(QWidget *widget);
-    /// Size of the screen of the main window in logical pixels. Everybody who needs the
-    /// desktop's size asks here: the frame buffer is allocated from it.
+    /// Size of the screen of the main window in logical pixels. Use it wherever the desktop's size
+    /// is needed, because the frame buffer has this size.
     static QSize desktopSize();
     /// While held, desktopSize() keeps its answer even if the screen changes. Calls nest.
     static void holdDesktopSize();

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Log for whoever hunts a fault.
+// Log for finding faults.
 #pragma once
 
 /// Writes a printf text to the log category "lumivault.trace", which is off unless

@@ -7,8 +7,8 @@
 
 namespace lumi {
 
-/// A text that has the table comes back as it is; otherwise a table is made of the lines
-/// "MemTotal:", "MemFree:", "Buffers:" and "Cached:", missing ones being 0.
+/// Returns a text that has the table unchanged. Otherwise makes a table from the lines "MemTotal:",
+/// "MemFree:", "Buffers:" and "Cached:". A missing line counts as 0.
 [[nodiscard]] QByteArray memoryTable(const QByteArray &text);
 
 } // namespace lumi

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-// Reads the index records from the bytes of an index file, which may be cut or damaged. It
-// touches no file, so the diagnostic tool and the fuzzer use it as the store does. Every
-// length is checked against the bytes that are left. After the first field that is short or
-// absurd all further reads fail; records read before it are kept.
+// Reads the index records from the bytes of an index file, which may be cut or damaged. It does not
+// access files, so the diagnostic tool and the fuzzer can use it, too. Every length is checked
+// against the bytes that are left. After the first field that is short or absurd all further reads
+// fail; records read before it are kept.
 #pragma once
 
 #include "swap/indexRecords.h"
@@ -16,8 +16,8 @@ namespace lumi {
 class IndexReader
 {
 public:
-    /// The whole file, or its first 4 MB: an index has a few hundred bytes a block, and the limits
-    /// of the store let about a thousand blocks live on.
+    /// The whole file, or its first 4 MB. An index has a few hundred bytes for each block, and the
+    /// store keeps about a thousand blocks.
     [[nodiscard]] static QByteArray bytesOf(QIODevice &file);
 
     /// The bytes are shared with the caller's array.

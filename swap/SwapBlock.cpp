@@ -20,7 +20,7 @@
 
 namespace {
 
-/// What the cache leaves free for the user's own files.
+/// Disk space that the cache leaves free for the user's own files.
 constexpr int kReservedKB = 10240;
 
 /// Numbers in the two reports of a missing buffer.
@@ -30,7 +30,7 @@ constexpr int kReadAssertion = 267;
 constexpr const char *kJpeg = "JPEG";
 constexpr qint64 kNotOpened = -1;
 
-/// More than any thumbnail has, and little memory.
+/// Larger than any thumbnail, but needs little memory.
 constexpr qint64 kMostPixels = qint64(1024) * 1024;
 
 void reportNullBuffer(int number)

@@ -25,7 +25,7 @@ public:
     /// True if the path lies directly in the swap folder and ends in the extension.
     [[nodiscard]] bool holds(const QString &path) const;
 
-    /// Deletes the swap file; a path that holds() denies is left alone.
+    /// Deletes the swap file, unless holds() is false for the path.
     void removeFile(const QString &path) const;
 
 private:

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
-// The swap store: a cache of thumbnails on disk that survives between runs. It owns the swap
-// folder and one control per photo folder, and loads and saves the index. A run marker exists in
-// the folder from start to clean end. A start that finds one empties the store, because index and
-// swap files can't be trusted. Failures are not shown to the user: the thumbnail is made again.
+// The swap store: a cache of thumbnails on disk that survives between runs. It owns the swap folder
+// and one control per photo folder, and loads and saves the index. A run marker exists in the
+// folder from the start to a clean end. If the store finds a marker at its start, it empties
+// itself, because its files can't be trusted. Failures are not shown to the user: the thumbnail is
+// made again.
 // Construction and Clear() change the working directory, whose control is used when no control is
 // current.
 // Owns: the controls and, through them, the blocks.
@@ -56,8 +57,8 @@ public:
     [[nodiscard]] bool bGetSize(const QString &name, QSize *size);
     [[nodiscard]] bool bSetSize(const QString &name, const QSize *size);
 
-    /// Removes the folder's control, then a file (not a folder) of the folder's name; the
-    /// result is that of the latter.
+    /// Removes the folder's control, then a file (not a folder) of the folder's name. Returns
+    /// whether the file was removed.
     [[nodiscard]] bool bRemoveControl(const QString &folder);
 
     /// Null when none is current.

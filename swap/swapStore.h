@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// The swap store as the rest of the program sees it. All functions take the full path of the
-// source file and return false, having done nothing, while no store is open or if the path has
-// no "/" behind its first character. Even a mere look-up makes a control for a new folder.
+// The swap store as the rest of the program sees it. All functions take the full path of the source
+// file. Without an open store, or if the path has no "/" behind its first character, they do
+// nothing and return false. Even a look-up makes a control for a new folder.
 #pragma once
 
 #include <QString>

@@ -53,7 +53,7 @@ public:
     /// picture is returned.
     FPVItemImage *showNext();
     FPVItemImage *showPrevious();
-    /// Draws the present raster and the sign. Nothing happens without one.
+    /// Draws the present raster and the sign. Does nothing without a present raster.
     void redraw();
 
     [[nodiscard]] SlideSign sign() const { return m_sign; }

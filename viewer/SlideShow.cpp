@@ -76,7 +76,7 @@ void SlideShow::connectTimers()
     connect(&m_playBackTimer, &QTimer::timeout, this, &SlideShow::ScreenOutPlayBack);
 }
 
-/// In one piece, while the caller's wait dialog is open.
+/// Decodes in one piece, while the caller's wait dialog is open.
 void SlideShow::decodeFirst()
 {
     const QPointer<FPVItemImage> first(m_cycle.present());

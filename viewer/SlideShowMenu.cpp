@@ -185,7 +185,7 @@ void SlideShow::resume()
     if (m_failed) {
         return;
     }
-    // A picture that the user asked for comes at once, any other after the delay.
+    // A picture that the user asked for is shown at once, any other after the delay.
     const bool isAwaited = !m_autoMode || m_cycle.isStepPending() || !m_screen.hasPresent();
     m_paused = !isAwaited && !m_decodeDone;
     if (!m_decodingItem || (isAwaited && isReady())) {

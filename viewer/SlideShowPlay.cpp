@@ -14,9 +14,9 @@ using lumi::SlideSign;
 
 namespace {
 
-/// From a missing file, or a failure that no picture has to wait for, to what comes next.
+/// The wait after a missing file, or after a failure while no picture needs its time.
 constexpr int kSkipMs = 10;
-/// From the key to the previous picture, whose raster is kept.
+/// The wait before the previous picture is shown, whose raster was kept.
 constexpr int kPlayBackMs = 1;
 
 } // namespace
@@ -262,7 +262,7 @@ void SlideShow::step(SlideSign sign)
     goTo(m_cycle.present(), sign);
 }
 
-/// Takes what is there already, if it is: the picture decoded ahead or the previous one.
+/// Uses what is there already: the picture decoded ahead or the previous one.
 void SlideShow::goTo(FPVItemImage *item, SlideSign sign)
 {
     const bool isAhead = item == m_decodingItem && (!m_decodeDone || isReady());

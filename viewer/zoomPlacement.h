@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Where a picture drawn at some percent lies in a viewport, along one axis. A smaller picture is
-// centred. Of a larger one a part fills the viewport.
+// centred. A larger one fills the viewport with a part of it.
 #pragma once
 
 namespace lumi {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The dialog of a long run with a known number of steps. Cancel hides it at once and tells the
-// worker; it stops no work by itself.
+// The dialog of a long run with a known number of steps. Cancel hides it at once and emits a
+// signal. The dialog does not stop the work.
 #pragma once
 
 #include <QDialog>

@@ -14,8 +14,8 @@ public:
     MyDialogWait(QWidget *parent, const QString &text, const QString &buttonText = QString());
     ~MyDialogWait() override;
 
-    /// Shows the dialog and runs events until it is painted, so that other slots can run
-    /// before this returns. @param ms after which it goes by itself; 0 or less for no limit
+    /// Shows the dialog and runs events until it is painted, so that other slots can run before
+    /// this returns. @param ms time after which it closes by itself; 0 or less for no limit
     void start(int ms);
 
 Q_SIGNALS:

@@ -12,7 +12,7 @@ class MyImageButton : public QLabel
     Q_OBJECT
 
 public:
-    /// Paints the focus frame onto the button; called out of the button's paint event.
+    /// Paints the focus frame onto the button; called during the button's paint event.
     using FocusPainter = void (*)(MyImageButton *button);
 
     /// @param focusPainter null for a plain yellow frame of three pixels

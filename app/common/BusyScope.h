@@ -2,7 +2,7 @@
 // Holds a form busy for the length of a block. The block may run nested event loops: the form is
 // neither reloaded nor replaced meanwhile.
 // A busy form outlives its dialogs. The destructor of FormBase asserts it, so that code inside the
-// block needs no guards against the end of the form, its widgets or its list. Items may die.
+// block needs no guards for the form, its widgets or its list. Items may be deleted.
 #pragma once
 
 #include "app/common/FormBase.h"

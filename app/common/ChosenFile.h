@@ -27,7 +27,7 @@ public:
     /// If the card was out in between, true if the file has its old size and time.
     [[nodiscard]] bool isStillIt() const;
 
-    /// One for each path. Those of one folder share its medium: ten thousand are cheap.
+    /// One object for each path. Objects of one folder share its medium to save memory.
     [[nodiscard]] static QList<ChosenFile> all(const QStringList &paths);
 
 private:

@@ -95,7 +95,7 @@ void FormBase::leaveBusy()
         return;
     }
     if (m_cardChangeNoted) {
-        // Not from here: the slot that held the guard still uses its pointers.
+        // Not called directly: the slot that held the guard still uses its pointers.
         QMetaObject::invokeMethod(this, &FormBase::deliverCardChange, Qt::QueuedConnection);
     }
     Q_EMIT busyReleased();

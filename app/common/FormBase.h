@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// The base of forms: a form is a screen that fills the main window and is destroyed when the
-// next one takes its place. It asks for another form by a posted event, hears of card changes,
-// and says whether the window may close.
+// The base of forms: a form is a screen that fills the main window and is destroyed when the next
+// one takes its place. It asks for another form by a posted event, is notified of card changes, and
+// says whether the window may close.
 //
 // Message boxes, wait dialogs and processEvents let events in while a slot of the form still
 // runs. A form holds a BusyScope over such a stretch. Card changes are then only noted and
@@ -43,7 +43,7 @@ public:
     [[nodiscard]] virtual bool canClose();
     /// The form is in place. Shows it and its menu bar.
     virtual void formStarted();
-    /// Cards came or went; the form must look for itself at what is there.
+    /// Cards were inserted or removed. The form must check itself which cards are there.
     virtual void mtabChanged();
 
     void allowClose();
@@ -51,7 +51,7 @@ public:
 
     /// Asks for another form. Nothing changes before the event loop runs.
     void requestForm(int formId, const QString &text);
-    /// Asks for the form before this one, the first time it is called.
+    /// Asks for the previous form. Only the first call has an effect.
     void returnToPrevious();
 
     /// Nested calls count; see lumi::BusyScope.

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The events by which forms are switched. They are always posted, never sent, so that a form
-// may ask for its own replacement out of its own slot.
+// The events by which forms are switched. They are always posted, never sent, so that a slot of a
+// form may ask for the form to be replaced.
 // All have the one type 1000; the kind tells them apart. Receivers must check with a
 // dynamic_cast, because other code may use the same type number.
 #pragma once
@@ -38,7 +38,7 @@ public:
 
     [[nodiscard]] int formId() const { return m_formId; }
 
-    /// Travels with every request; nobody reads it.
+    /// Part of every request, but not used.
     [[nodiscard]] QString text() const { return m_text; }
 
 private:

@@ -3,7 +3,7 @@
 // Every access opens the settings file and closes it again, so a write is on disk when the
 // function returns and an edit from outside is seen at once.
 //
-// The values are rows of tables that others own. A file edited by hand may hold any number:
+// The values are rows of tables in other classes. A file edited by hand may hold any number:
 // callers must clamp.
 #pragma once
 

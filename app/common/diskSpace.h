@@ -16,12 +16,12 @@ namespace lumi {
 /// Free KB on the file system of the photo store; -1 if the call fails.
 [[nodiscard]] int freeDocumentsKB();
 
-/// Free KB of the card whose folder's path begins the given one, if it is in, else of the file
-/// system with the photo store. The beginnings are compared as texts.
+/// Free KB of the card if the path begins with the card's folder and the card is in, else of the
+/// file system with the photo store. The paths are compared as texts.
 [[nodiscard]] int freeVolumeKB(const QString &path);
 
-/// Free KB out of a block size in bytes and a count of blocks, at most INT_MAX. The rounding
-/// depends on the order of the steps: 3 blocks of 512 bytes are 1 KB.
+/// Free KB from a block size in bytes and a count of blocks, at most INT_MAX. The order of the
+/// steps determines the rounding: 3 blocks of 512 bytes are 1 KB.
 [[nodiscard]] int blocksToFreeKB(qint64 blockSize, qint64 blocks);
 
 } // namespace lumi

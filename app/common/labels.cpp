@@ -7,7 +7,7 @@
 
 namespace {
 
-/// Takes characters from the front while the next one fits together with the dots.
+/// Keeps characters from the start of the text as long as they fit together with the dots.
 QString elided(const QString &text, const QFontMetrics &metrics, int width)
 {
     const QString dots = QStringLiteral("...");

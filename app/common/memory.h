@@ -1,17 +1,17 @@
 // SPDX-License-Identifier: MIT
-// How much memory a large allocation may count on.
+// The memory that is available for a large allocation.
 #pragma once
 
 #include <QByteArray>
 
-/// KB to count on, after 2 MB are kept back for the rest of the system; never negative, 0 if
-/// the kernel's figures can't be read.
+/// Available KB, less 2 MB for the rest of the system. Never negative; 0 if the kernel's figures
+/// can't be read.
 [[nodiscard]] int freeMemoryKB();
 
 namespace lumi {
 
-/// The same out of the kernel's memory figures in their table form: a heading, then a line of
-/// a label and, in bytes, total, used, free, shared, buffers and cached. A missing figure is 0.
+/// The same from the kernel's memory figures as a table: a heading, then a line with a label and,
+/// in bytes, total, used, free, shared, buffers and cached. A missing figure is 0.
 [[nodiscard]] int memoryToCountOnKB(const QByteArray &figures);
 
 } // namespace lumi

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Names of the catalogue's rows, so that numbers stay out of the code. A row that no screen
-// asks for has no name. Equal texts stand under several ids on purpose: each name says where
-// its row is shown, so that a translation may tell them apart.
+// Names of the catalogue's rows, so that the code needs no numbers. A row that no screen uses has
+// no name. Some texts have several ids on purpose: each name says where its row is shown, so that
+// translations can differ.
 #pragma once
 
 namespace lumi {

@@ -5,8 +5,8 @@
 
 namespace {
 
-// Translations and help pages quote these texts: they stay, misspelt ones and double blanks
-// included.
+// Translations and help pages quote these texts. So none is changed, not even misspelt ones and
+// double blanks.
 constexpr std::array<const char *, lumi::kMessageCount> kRows = {
     /*   0 */ "Lumi Vault",
     /*   1 */ "Select a function to use",

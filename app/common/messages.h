@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The message catalogue: every text of menus, buttons, labels and messages, by number.
-// The rows are bytes in UTF-8, so a catalogue in another language changes the rows alone.
-// The table is constant, so texts can be asked for before main and in any order of
-// initialisation.
+// The rows are bytes in UTF-8. A catalogue in another language differs in its rows only.
+// The table is constant, so texts can be used before main and in any order of initialisation.
 #pragma once
 
 #include "app/common/messageIds.h"

@@ -59,7 +59,7 @@ bool removePath(const QString &path, bool recursive)
     if (!info.isDir() || !recursive) {
         return false;
     }
-    // What a link points to is not ours to empty.
+    // The target of a link must not be emptied.
     return info.isSymLink() ? QFile::remove(path) : removeFolder(path);
 }
 

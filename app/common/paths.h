@@ -17,14 +17,13 @@ namespace lumi {
 
 } // namespace lumi
 
-/// Removes a file, or with `recursive` a folder with all it holds; links are removed, never
-/// followed. Failures inside a folder don't stop the walk: the result is that of removing
-/// the emptied folder itself.
+/// Removes a file, or with `recursive` a folder with its contents; links are removed, never
+/// followed. Failures inside a folder don't stop the walk. Returns whether the path itself was
+/// removed.
 [[nodiscard]] bool removePath(const QString &path, bool recursive);
 
-/// The path itself if it is free, otherwise the path with a number from 1 on. The number is
-/// printed with `format` (one int conversion) and stands before the last `separator` of the
-/// whole path, or at the end if the separator is null or doesn't occur. After 65535 tries
-/// the last candidate comes back even though it is taken: the caller must fail on it and
-/// must not remove it.
+/// The path itself if it is free, otherwise the path with a number from 1 on. The number is printed
+/// with `format` (one int conversion) before the last `separator` of the whole path, or at the end
+/// if the separator is null or doesn't occur. After 65535 tries the last candidate is returned
+/// although it is taken. The caller must treat this as a failure and must not remove that file.
 [[nodiscard]] QString uniquePath(const QString &path, const char *format, QChar separator);

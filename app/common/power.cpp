@@ -7,7 +7,7 @@
 namespace {
 
 // Values that the system's screen saver service understands: the first two stop it, the last
-// gives it back its own time.
+// restores its own delay.
 constexpr int kScreenSaverOff = 0;
 constexpr int kScreenSaverHold = 300;
 constexpr int kScreenSaverBack = 200;

@@ -152,7 +152,7 @@ void FPVExifFile::finishEntry()
 {
     const Ifd &ifd = m_ifds[static_cast<std::size_t>(m_currentIfd)];
     ++m_currentEntry;
-    // A directory with 0 entries yields one entry too. Callers rely on the same tags as ever.
+    // A directory with 0 entries yields one entry, too. Callers depend on it.
     if (m_currentEntry < ifd.count) {
         return;
     }

@@ -23,7 +23,7 @@ struct ExifTagNameRow
 
 namespace lumi {
 
-/// All rows, the closing one with tag 0 and a null name included.
+/// All rows, including the closing one, which has tag 0 and a null name.
 [[nodiscard]] std::span<const ExifTagNameRow> exifTagNames();
 
 } // namespace lumi

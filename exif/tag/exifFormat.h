@@ -26,9 +26,9 @@ inline constexpr char kStartOfImage[] = "\xFF\xD8";
 inline constexpr char kApp1Marker[] = "\xFF\xE1";
 inline constexpr char kExifMark[6] = {'E', 'x', 'i', 'f', '\0', '\0'};
 
-/// Where the length field of the segment stands in the file. The length counts from here.
+/// The position of the segment's length field in the file. The length counts from here.
 inline constexpr int kSegmentLengthPlace = 4;
-/// Where the TIFF header stands in the file. All offsets count from here.
+/// The position of the TIFF header in the file. All offsets count from here.
 inline constexpr int kTiffBase = 12;
 
 inline constexpr int kTiffHeaderSize = 8; // byte order, check number, offset of the first directory
@@ -45,10 +45,10 @@ inline constexpr int kCountPlace = 4;
 inline constexpr int kValuePlace = 8;
 inline constexpr int kInlineValueSize = 4;
 
-/// The most that the 16 bits of the length field can say.
+/// The largest value of the 16-bit length field.
 inline constexpr int kLongestSegment = 65535;
 
-// What a reader holds at most of one value, and of all values of a photo.
+// The most bytes that a reader keeps of one value, and of all values of a photo.
 inline constexpr int kLargestValue = 65535;
 inline constexpr int kLargestValueSum = 1024 * 1024;
 

@@ -4,7 +4,7 @@
 
 namespace lumi {
 
-// Pointers: where another part of the block stands, or how long it is. The writer sets them anew.
+// Pointers: the offset or the length of another part of the block. The writer sets them again.
 inline constexpr int kTagExifPointer = 0x8769;             // in the first directory
 inline constexpr int kTagGpsPointer = 0x8825;              // in the first directory
 inline constexpr int kTagInteroperabilityPointer = 0xA005; // in the Exif directory

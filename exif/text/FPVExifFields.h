@@ -29,8 +29,8 @@ public:
     /// The stored type of the row's tag; 0 if the photo has no such tag.
     [[nodiscard]] int rowType(int row) const;
 
-    /// The value of the row as the user sees it. withUnit: whether an altitude gets its unit, which
-    /// the editor does without. Empty if there is no value, if its type does not suit its tag, or
+    /// The value of the row as the user sees it. withUnit: whether an altitude has its unit, which
+    /// the editor doesn't show. Empty if there is no value, if its type does not suit its tag, or
     /// if there is no word for it.
     [[nodiscard]] QString valueText(int row, bool withUnit) const;
 

@@ -11,7 +11,7 @@ class FPVExifDocument;
 
 namespace lumi {
 
-/// A value and what else its text depends on.
+/// A value and the other data that its text depends on.
 struct ShownValue
 {
     const FPVExifTagBytes &tag;

@@ -23,7 +23,7 @@ using lumi::PasteResult;
 
 namespace {
 
-/// More than this must be free, or nothing is pasted.
+/// Nothing is pasted unless more than this is free.
 constexpr int kReserveKB = 10240;
 constexpr int kLastNumber = 65534;
 

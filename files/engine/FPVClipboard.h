@@ -40,7 +40,7 @@ private:
 
     QList<lumi::ChosenFile> m_files; ///< as they were when take() was called
     bool m_cut = false;
-    std::unique_ptr<char[]> m_buffer; ///< without it no file is pasted, though nothing uses it
+    std::unique_ptr<char[]> m_buffer; ///< needed for every paste, though it is not used
 
     static constexpr std::size_t kBufferSize = 8132;
 };

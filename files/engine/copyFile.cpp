@@ -103,7 +103,7 @@ int copyFile(const QString &src, const QString &dst, bool move, bool failIfExist
         return codeOfOpenError(target.error());
     }
     const int code = copyWhole(&source, &target, keepGoing, blockSize(bufferSize));
-    // Even after a failure: see the header.
+    // Also after a failure: see the header.
     if (move && !QFile::remove(src)) {
         return CopyNotRemoved;
     }

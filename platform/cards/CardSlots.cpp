@@ -79,7 +79,7 @@ bool lumi::CardSlots::isPresent(Slot slot)
 std::optional<Slot> lumi::CardSlots::slotOf(const QString &path)
 {
     const auto *found = std::find_if(kAll.begin(), kAll.end(), [&path](Slot slot) {
-        // A mount point that has gone is served by a stand-in, and is still this slot's path.
+        // Without its mount point the slot has a stand-in folder, but keeps this path.
         return isWithin(path, Machine::instance().configuredMountPoint(slot))
             || isWithin(path, mountPoint(slot));
     });

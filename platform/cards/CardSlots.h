@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-// The two card slots: where a card is read, whether one is in, and whether it is still the same
-// one. Nobody else answers these questions.
-// A slot is empty while the file "NotAvailable" lies in its folder; a mounted card hides it. A card
-// counts as another one when it was seen missing in between, or when its folder is another mount:
-// the kernel numbers mounts without reuse (since 6.8), so that an exchange is noticed even if
-// nobody looked in between. Every question looks at the slot anew.
+// The two card slots: the folder of a card, whether a card is in, and whether it is still the same
+// card. No other class answers these questions.
+// A slot is empty while the file "NotAvailable" is in its folder; a mounted card hides it. A card
+// counts as exchanged if it was seen missing in between or if its folder is another mount. Since
+// Linux 6.8 mount numbers are not reused, so an exchange is noticed even if nobody looked in
+// between. Each function reads the state of the slot again.
 #pragma once
 
 #include "platform/Machine.h"
@@ -26,7 +26,7 @@ public:
 
     [[nodiscard]] static bool isPresent(Slot slot);
 
-    /// The slot whose folder is path or holds it; none for a path elsewhere.
+    /// The slot whose folder is path or contains it; none for any other path.
     [[nodiscard]] static std::optional<Slot> slotOf(const QString &path);
 
     /// Changes whenever a card is put in, taken out or exchanged.

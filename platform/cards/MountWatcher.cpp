@@ -60,7 +60,7 @@ lumi::MountWatcher::MountWatcher(QObject *parent)
 
 void lumi::MountWatcher::startLook()
 {
-    // Looked at immediately: the next card may be in before the burst is over.
+    // The slots are checked at once, because the next card may be in before the burst is over.
     CardSlots::look();
     // Not restarted, because an endless burst would delay the message for ever.
     if (!m_settle.isActive()) {

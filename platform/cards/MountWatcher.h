@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Tells the program that a card came or went, by "mtabChanged()" on "QPE/Card". Watches the
-// mount table and, for slots that are plain folders, the folders and the marker in them. The
-// kernel reports every mount of the machine, in bursts. A message goes out when a burst is over
+// Tells the program that a card was inserted or removed, by "mtabChanged()" on "QPE/Card". Watches
+// the mount table and, for slots that are plain folders, the folders and the marker in them.
+// The kernel reports every mount of the machine, in bursts. A message is sent when a burst is over
 // and CardSlots has noticed a change.
 #pragma once
 

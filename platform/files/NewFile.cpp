@@ -55,7 +55,7 @@ void lumi::NewFile::openHidden()
     }
 }
 
-/// True without an error. Only the first one is kept.
+/// True if there was no error. Only the first error is kept.
 bool lumi::NewFile::note(int error)
 {
     if (m_error == 0) {
@@ -98,8 +98,8 @@ bool lumi::NewFile::commit()
     return true;
 }
 
-/// Some file systems report a failed write only when a descriptor is closed. Closing a second one
-/// keeps the file, which has no name yet.
+/// Some file systems report a failed write only when a descriptor is closed. A duplicate is closed
+/// here, so that the file without a name is kept.
 int lumi::NewFile::flush() const
 {
     const int second = ::fcntl(m_file.get(), F_DUPFD_CLOEXEC, 0);

@@ -27,14 +27,14 @@ public:
     NewFile(const NewFile &) = delete;
     NewFile &operator=(const NewFile &) = delete;
 
-    /// False with error() if the folder takes no new file. Called once, before all others.
+    /// False, with error() set, if the folder takes no file. Call it once, before the others.
     [[nodiscard]] bool open();
 
     /// Returns the number of bytes written: less than size if the disk filled up on the way, -1 if
     /// nothing could be written.
     [[nodiscard]] qint64 write(const char *bytes, qint64 size);
 
-    /// Brings the contents to the disk. For the name, sync the folder after commit().
+    /// Syncs the contents to the disk. To sync the name too, sync the folder after commit().
     [[nodiscard]] bool sync();
 
     /// Gives the file its name. False if anything failed since open(), or if the name is taken

@@ -14,8 +14,9 @@ namespace lumi {
 /// Asks the file system; not ok for a null path or where the call fails.
 [[nodiscard]] DiskFigures statDisk(const QByteArray &path);
 
-/// Looks `path` up in lines "path blocksize blocks available", of which the longest path that
-/// is or holds it counts. Block size 0 stands for a failing file system. Null without a line.
+/// Finds the figures of `path` in lines "path blocksize blocks available". The longest path that
+/// equals or contains it counts. A block size of 0 means a failing file system. Null without a
+/// line.
 [[nodiscard]] std::optional<DiskFigures> findDiskFigures(const QByteArray &text,
                                                          const QByteArray &path);
 

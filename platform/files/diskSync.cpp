@@ -13,7 +13,7 @@
 
 namespace {
 
-/// Takes a slow card a quarter of a second.
+/// A slow card needs a quarter of a second to write this much.
 constexpr qint64 kPieceBytes = 256 * 1024;
 constexpr int kAskMs = 50;
 

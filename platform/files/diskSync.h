@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Gets files onto the disk without holding the event loop. The system's calls for that can't be
-// interrupted and may take minutes on a slow card, so that a child process waits instead.
+// Syncs files to the disk without blocking the event loop. The system calls for that can't be
+// interrupted and may take minutes on a slow card, so a child process makes them.
 #pragma once
 
 #include <functional>
@@ -22,9 +22,9 @@ enum class SyncResult {
     Failed
 };
 
-/// Waits until everything on the file system of folder is on its disk. The program "sync" of the
-/// search path does it. Events run. When stopped, it returns at once: the child is killed, but a
-/// child that hangs in the system may outlive the call.
+/// Waits until everything on the file system of folder is on its disk, by running the program
+/// "sync" of the search path. Events run. When stopped, it returns at once and kills the child. A
+/// child that hangs in the system may live on after the call.
 [[nodiscard]] SyncResult waitForDisk(const QString &folder, const GoOn &goOn);
 
 } // namespace lumi

@@ -58,14 +58,14 @@ private:
 /// Whether something has this name. A dangling link counts.
 [[nodiscard]] bool isTaken(const QString &path);
 
-/// Renames a file. Never replaces another one (EEXIST) and never copies. Where the file system
-/// cannot rename with that condition, the name is tested first.
+/// Renames a file. Never replaces another one (EEXIST) and never copies. If the file system has no
+/// rename that refuses a taken name, the name is tested first.
 [[nodiscard]] int renameNoReplace(const QString &from, const QString &to);
 
-/// Brings the contents of a file to the disk. A file system that cannot sync counts as done.
+/// Syncs the contents of a file. Succeeds if the file system cannot sync.
 [[nodiscard]] int syncFile(int fd);
 
-/// Brings the names in a folder to the disk.
+/// Syncs the names in a folder.
 [[nodiscard]] int syncFolder(const QString &folder);
 
 } // namespace lumi

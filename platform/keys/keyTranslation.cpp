@@ -11,7 +11,7 @@
 
 namespace {
 
-/// Whether a shortcut of the receiver's window is heard where the receiver is.
+/// Whether the shortcut is active while the receiver has the focus.
 bool isInForce(const QShortcut *shortcut, const QWidget *receiver)
 {
     const auto *owner = qobject_cast<const QWidget *>(shortcut->parent());

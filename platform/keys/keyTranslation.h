@@ -7,8 +7,8 @@ class QWidget;
 
 namespace lumi {
 
-/// Code of the device key that a press or release on its way to the widget stands for, or 0.
-/// In text fields every key stands for itself.
+/// Code of the device key that a press or release for this widget stands for, or 0. Always 0 in
+/// text fields.
 [[nodiscard]] int translatedKey(const QWidget *receiver, const QKeyEvent *event);
 
 /// Triggers the enabled shortcut for a device key in the widget's window; false if there is none.

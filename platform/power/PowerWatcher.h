@@ -20,11 +20,11 @@ public:
 
     explicit PowerWatcher(QObject *parent = nullptr, int intervalMs = kIntervalMs);
 
-    /// Whether it is looking at all.
+    /// Whether the watcher is active.
     [[nodiscard]] bool isActive() const { return m_timer.isActive(); }
 
 private:
-    /// Compares the figures with those of the last look.
+    /// Compares the figures with the previous ones.
     Q_SLOT void look();
     void follow(const QByteArray &channel);
     void listenToDaemon(bool on);

@@ -25,7 +25,7 @@ struct Content
     qint64 full = 0;
 };
 
-/// The charge of the battery, in the first unit for which it gives both figures.
+/// The charge of the battery, in the first unit in which it reports both figures.
 std::optional<Content> contentOf(const QString &supply)
 {
     constexpr const char *kUnits[][2]
@@ -42,7 +42,7 @@ std::optional<Content> contentOf(const QString &supply)
     return std::nullopt;
 }
 
-/// The percentage that the battery itself gives.
+/// The percentage that the battery itself reports.
 std::optional<int> capacityOf(const QString &supply)
 {
     bool isNumber = false;
@@ -60,8 +60,8 @@ struct Survey
 {
     int batteries = 0;
     int plugs = 0;
-    int known = 0;   ///< batteries that tell how full they are
-    int weighed = 0; ///< those of them that tell what they hold
+    int known = 0;   ///< batteries with a known percentage
+    int weighed = 0; ///< of these, batteries with a known capacity
     bool plugged = false;
     bool discharging = false;
     double now = 0;

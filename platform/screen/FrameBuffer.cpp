@@ -32,7 +32,7 @@ bool isBeingPainted(const QWidget *widget)
     return false;
 }
 
-/// Paints what the turned picture has under `region`. A widget's (0, 0) is at `origin`.
+/// Paints the part of the turned picture inside `region`. `origin` is the widget's (0, 0).
 void paintTurned(QPainter &painter, const QImage &turned, const QPoint &origin,
                  const QRegion &region)
 {
@@ -147,7 +147,7 @@ bool FrameBuffer::hasSurface(const QWidget *widget) const
 bool FrameBuffer::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::Hide && !event->spontaneous()) {
-        // A spontaneous one only says that the window is minimised.
+        // A spontaneous hide event only means that the window was minimised.
         drop(watched);
     } else if (event->type() == QEvent::Paint) {
         paint(static_cast<QWidget *>(watched), static_cast<QPaintEvent *>(event));

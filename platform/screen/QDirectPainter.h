@@ -17,9 +17,9 @@ public:
     QDirectPainter &operator=(const QDirectPainter &) = delete;
     ~QDirectPainter();
 
-    /// First byte of the memory, with desktop-width lines of lineStep() bytes. Stays valid as
-    /// long as the painter does. Null if it can't be allocated. A painter that never calls this
-    /// leaves the screen alone.
+    /// First byte of the memory, with desktop-width lines of lineStep() bytes. Stays valid as long
+    /// as the painter does. Null if it can't be allocated. If this is never called, the screen does
+    /// not change.
     [[nodiscard]] uchar *frameBuffer();
 
     /// 16 (RGB565) or 32.

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The handheld's screen, the least size of what a finger taps on it, and the program's colours.
+// The size of the handheld's screen, the least size of a touch target, and the program's colours.
 #pragma once
 
 #include <QRgb>
@@ -7,13 +7,13 @@
 
 namespace lumi {
 
-/// Of windows, and of the screen if the session has none.
+/// The size of windows, and of the screen if the session has none.
 inline constexpr QSize kPanelSize(640, 480);
 
-/// Least side in pixels of a button or an entry.
+/// The smallest side of a button or an entry, in pixels.
 inline constexpr int kFingerSize = 40;
 
-/// What is chosen or under the cursor, and a cell that is not.
+/// The colour of what is chosen or at the cursor, and of any other cell.
 inline constexpr QRgb kChosenColor = 0xFFE8945A;
 inline constexpr QRgb kCellColor = 0xFFACACAC;
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A listener on a named channel. Messages reach it from the event loop, never from inside
-// send(), and come from this process or, through the session bus, from others.
+// A listener on a named channel. The event loop delivers messages, send() itself never does. They
+// come from this process or, through the session bus, from other processes.
 #pragma once
 
 #include "platform/toolkit/QCString.h"

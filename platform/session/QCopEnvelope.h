@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A message under way: arguments are streamed in, the destructor sends it.
+// A message that is being written: arguments are streamed in, and the destructor sends it.
 #pragma once
 
 #include "platform/session/QCopChannel.h"

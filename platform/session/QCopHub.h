@@ -36,9 +36,9 @@ public:
     void send(const QCString &channel, const QCString &message, const QByteArray &data);
 
 Q_SIGNALS:
-    /// A first listener of a channel came, or its last one went.
+    /// A channel got its first listener or lost its last one.
     void registrationChanged(const QByteArray &channel);
-    /// Somebody in this process sent a message; at delivery, before the listeners hear it.
+    /// A message of this process is about to be delivered to its listeners.
     void sentHere(const QByteArray &channel, const QByteArray &message, const QByteArray &data);
 
 private:

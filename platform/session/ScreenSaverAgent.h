@@ -38,7 +38,7 @@ private:
     void askLoginManager();
     void screenSaverAnswered(const QDBusMessage &reply);
     void loginManagerAnswered(const QDBusMessage &reply);
-    /// `asking` is true until the answer is there; stays false without a bus.
+    /// `asking` is true until the answer arrives. It stays false without a bus.
     void call(const QDBusConnection &bus, const QDBusMessage &message,
               bool ScreenSaverAgent::*asking, Handler handler);
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // A list of pointers with a cursor and optional ownership. Code that walks such a list by first()
-// and next() while it removes or counts items relies on where the cursor stands afterwards; no
-// standard container has one. Every access to a place moves the cursor there; a range-for does not.
+// and next() while it removes or counts items depends on the cursor's position afterwards. No
+// standard container has a cursor. Every access to a place moves it there; a range-for does not.
 // Owns: its items while auto-delete is on.
 #pragma once
 
@@ -21,7 +21,7 @@ public:
 
     virtual ~PtrList() { deleteAll(); }
 
-    /// Off at first. When on, an item is deleted as it is removed, cleared or left at the end.
+    /// Initially off. When on, an item is deleted when it is removed or cleared, or with the list.
     void setAutoDelete(bool enable) { m_autoDelete = enable; }
 
     [[nodiscard]] bool autoDelete() const { return m_autoDelete; }
@@ -34,11 +34,11 @@ public:
     /// items are deleted, so their destructors may look at it.
     virtual void clear() { deleteAll(); }
 
-    /// The new item becomes the current one. A null pointer is not taken.
+    /// The new item becomes the current one. A null pointer is ignored.
     void append(T *item) { insert(count(), item); }
 
-    /// Puts the item before place i (0 to count()) and makes it current. False, with list
-    /// and cursor as they were, when there is no such place or the item is null.
+    /// Puts the item before place i (0 to count()) and makes it current. False, with list and
+    /// cursor unchanged, if there is no such place or the item is null.
     bool insert(int i, T *item)
     {
         if (item == nullptr || i < 0 || i > count()) {
@@ -49,12 +49,11 @@ public:
         return true;
     }
 
-    /// Removes the current item. As for all removals the cursor then stands on the item that
-    /// followed, or on the new last one, or is null in an empty list. False without a current
-    /// item.
+    /// Removes the current item. After every removal the cursor is on the item that followed, or
+    /// else on the new last one, or null in an empty list. False if there is no current item.
     bool remove() { return remove(m_current); }
 
-    /// False, with the cursor where it was, when there is no such place.
+    /// False, with the cursor unchanged, if there is no such place.
     bool remove(int i)
     {
         T *item = take(i);
@@ -64,11 +63,11 @@ public:
         return item != nullptr;
     }
 
-    /// Removes the first item that equals this one by compareItems(). False, with a null
-    /// cursor, when there is none.
+    /// Removes the first item that equals this one by compareItems(). False, with a null cursor, if
+    /// there is none.
     bool remove(const T *item) { return find(item) >= 0 && remove(); }
 
-    /// remove() without deletion; the caller gets the item. Null where remove() is false.
+    /// remove() without deletion; the caller gets the item. Null if remove() would return false.
     [[nodiscard]] T *take() { return take(m_current); }
 
     [[nodiscard]] T *take(int i)
@@ -82,8 +81,8 @@ public:
         return item;
     }
 
-    /// The item at place i, made current; null, with the cursor where it was, when there is no
-    /// such place.
+    /// Makes the item at place i current and returns it. Null, with the cursor unchanged, if there
+    /// is no such place.
     T *at(int i)
     {
         if (hasPlace(i)) {
@@ -96,7 +95,7 @@ public:
     /// The place of the current item, -1 without one.
     [[nodiscard]] int at() const { return m_current; }
 
-    /// Null when the cursor is.
+    /// The current item. Null if the cursor is null.
     [[nodiscard]] T *current() const
     {
         return m_current < 0 ? nullptr : m_items[static_cast<std::size_t>(m_current)];
@@ -112,8 +111,8 @@ public:
 
     T *prev() { return m_current < 0 ? nullptr : moveTo(m_current - 1); }
 
-    /// The place of the first item that equals this one by compareItems(), made current; -1
-    /// and a null cursor when there is none.
+    /// Makes the first item that equals this one by compareItems() current and returns its place.
+    /// -1, with a null cursor, if there is none.
     int find(const T *item)
     {
         return search([this, item](const T *other) {

@@ -61,14 +61,14 @@ QString QMultiLineEdit::text() const
 
 QString QMultiLineEdit::documentText() const
 {
-    // The plain text of a document has blanks where the user has put ones that don't break.
+    // toPlainText() would replace non-breaking blanks by ordinary ones.
     QString text = document()->toRawText();
     return text.replace(QChar::ParagraphSeparator, QLatin1Char('\n'));
 }
 
 void QMultiLineEdit::noteChange()
 {
-    // Also told of what is only composed in an input method, or only drawn in another way.
+    // Also called while an input method composes a text, and after changes of format only.
     QString text = documentText();
     if (text != m_seen) {
         m_seen = std::move(text);
@@ -124,7 +124,7 @@ void QMultiLineEdit::keyPressEvent(QKeyEvent *event)
         event->ignore();
         return;
     }
-    // A tab is no text here, whatever key it comes by.
+    // A tab is never inserted, whichever key sends it.
     const bool isTabText = event->text().startsWith(QLatin1Char('\t'));
     const QString text = isTabText ? QString() : fitting(event->text());
     if (text.size() == event->text().size()) {
@@ -141,10 +141,9 @@ void QMultiLineEdit::inputMethodEvent(QInputMethodEvent *event)
     const int replaced = event->replacementLength();
     const QString composed = event->preeditString();
     const QString committed = fitting(permitted(event->commitString()), replaced);
-    // What is composed takes the place of the marked text at once, and what is committed that
-    // of the text it corrects. Where none of it may come in, nothing goes for it. Letters may
-    // become others before they are committed, so in a field that leaves some out the marked
-    // text waits for the commit.
+    // Composed text replaces the marked text at once. Committed text replaces the text that it
+    // corrects. If none of the new text is accepted, nothing is replaced. Composed letters may
+    // change before the commit, so a field with a filter keeps the marked text until then.
     const bool isWaiting = isFiltered() && hasMarkedText() && committed.isEmpty();
     const bool isHidden
         = !composed.isEmpty() && (isWaiting || fitting(permitted(composed)).isEmpty());

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-// A field for plain text that is as many lines high as it was told. It never loses anything of
-// the text it was given: text() gives that back to the byte until the user changes it, and the
-// maximum length stops what comes in, not what is there. Nothing can be dropped on it and it
-// has no menu of its own, so text comes in by keys, by the clipboard and by an input method.
+// A field for plain text with a set height in lines. Until the user changes the text, text()
+// returns exactly what was set. The maximum length limits what is inserted, not what is there. The
+// field accepts no drops and has no menu, so text is entered by keys, by the clipboard and by an
+// input method.
 #pragma once
 
 #include <QPlainTextEdit>
@@ -16,14 +16,13 @@ class QMultiLineEdit : public QPlainTextEdit
 public:
     explicit QMultiLineEdit(QWidget *parent = nullptr, const char *name = nullptr);
 
-    /// Takes a text of any length; there is no way back by undo.
+    /// Sets a text of any length. This can't be undone.
     void setText(const QString &text);
-    /// The same as if the user had typed it: undo brings the old text back.
+    /// As if the user had typed the text: undo restores the old one.
     void replaceText(const QString &text);
     [[nodiscard]] QString text() const;
 
-    /// Puts as much of the text as there is room for in place of the marked text; nothing at
-    /// all happens when that is nothing.
+    /// Replaces the marked text by as much of the text as fits. Does nothing if none of it fits.
     void insert(const QString &text);
 
     [[nodiscard]] bool hasMarkedText() const { return textCursor().hasSelection(); }
@@ -47,10 +46,10 @@ protected:
     /// Text from the clipboard that does not come by a key of a derived class.
     virtual void pasteText(const QString &text);
 
-    /// What of a composed text may come in.
+    /// The accepted part of a composed text.
     [[nodiscard]] virtual QString permitted(const QString &text) const { return text; }
 
-    /// Whether there are letters that may not.
+    /// Whether any letters are refused.
     [[nodiscard]] virtual bool isFiltered() const { return false; }
 
     void keyPressEvent(QKeyEvent *event) override;
@@ -60,12 +59,12 @@ protected:
 
 private:
     [[nodiscard]] QString documentText() const;
-    /// The beginning of the text for which there is room in place of the marked text.
+    /// The beginning of the text that fits in place of the marked text.
     [[nodiscard]] QString fitting(const QString &text, int replaced = 0) const;
     void noteChange();
     void fixHeight();
 
-    std::optional<QString> m_given; // the text of setText() while nobody changed it
+    std::optional<QString> m_given; // the text of setText() until it is changed
     QString m_seen;
     bool m_edited = false;
     int m_maxLength = -1;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// A popup menu whose entries are known by number. Forms keep the numbers in their tables and
-// use them to gray out and check entries, wherever in the submenus an entry stands; exec()
-// answers with the number of the chosen one. The number lies in the data of the QAction.
+// A popup menu whose entries are known by number. Forms keep the numbers in their tables and use
+// them to gray out and check entries, also those of submenus; exec() returns the number of the
+// chosen entry. The number is stored in the data of the QAction.
 // Separators stay where they were put, also at the top and in pairs.
 #pragma once
 
@@ -34,18 +34,18 @@ public:
 
     void insertSeparator() { addSeparator(); }
 
-    /// The three setters look through the submenus too; an unknown number does nothing.
+    /// The three setters also search the submenus. They ignore an unknown number.
     void setItemEnabled(int id, bool enable);
     /// The first call makes the entry checkable. Choosing a checkable entry toggles its mark before
     /// the slot runs, so set all marks at aboutToShow().
     void setItemChecked(int id, bool check);
     void setItemVisible(int id, bool visible);
 
-    /// Null when neither this menu nor one of its submenus has such an entry.
+    /// Null if neither this menu nor one of its submenus has such an entry.
     [[nodiscard]] QAction *findItem(int id) const;
 
-    /// Runs the menu at a place of the screen. The number of the chosen entry, -1 when the
-    /// menu was left without a choice.
+    /// Runs the menu at a place of the screen. Returns the number of the chosen entry, or -1 if
+    /// none was chosen.
     int exec(const QPoint &position);
 
 private:

@@ -15,8 +15,8 @@
 
 namespace {
 
-/// Longer than any character of the four encodings with the escape sequences before it. The
-/// converter reads ahead to the end of what it is given, whatever it may write.
+/// Longer than any character of the four encodings with its escape sequences. The converter reads
+/// all of its input, even if there is no room for the output.
 constexpr std::size_t kWindow = 16;
 constexpr QChar kReplacement(0xFFFD);
 
@@ -40,7 +40,7 @@ public:
     /// False when the C library was installed without this encoding.
     [[nodiscard]] bool isOpen() const { return m_handle != iconv_t(-1); }
 
-    /// As iconv(): moves on what it is given. Errors show in what is left of the input.
+    /// Like iconv(): advances its arguments. After an error some input is left.
     void convert(const char *&in, std::size_t &inLeft, char *&out, std::size_t &outLeft)
     {
         // The interface lacks a const; the input is only read.
@@ -65,9 +65,9 @@ public:
 
     [[nodiscard]] bool atEnd() const { return m_left == 0; }
 
-    /// The next character, and how many bytes it took with the escape sequences before it.
-    /// False at a byte that can't be read. A text may end with an escape sequence: then the
-    /// answer is true and the size 0.
+    /// Reads the next character and its size in bytes, with the escape sequences before it. False
+    /// at a byte that can't be read. A text may end with an escape sequence: then the result is
+    /// true and the size 0.
     [[nodiscard]] bool next(char32_t &character, int &size)
     {
         std::array<char, sizeof(char32_t)> code = {};
@@ -105,8 +105,8 @@ constexpr int kKanjiLevel1 = 4;
 constexpr int kKanjiLevel2 = 1;
 constexpr int kJunk = -4;
 
-/// What a byte of such a character says for the encoding that made it. In a text of another
-/// encoding the frequent characters hardly ever come out by accident.
+/// The points that a byte of such a character gives to the encoding. A text that is decoded in a
+/// wrong encoding has hardly any frequent characters.
 constexpr Weight kWeights[] = {
     {0x0009, 0x000A, 2},     // tab, line feed
     {0x000D, 0x000D, 2},     // carriage return
@@ -115,7 +115,7 @@ constexpr Weight kWeights[] = {
     {0x007F, 0x009F, kJunk}, // delete, further controls
     {0x3000, 0x303F, 4},     // signs between kanji
     {0x3041, 0x30FF, 5},     // kana
-    {0xE000, 0xF8FF, kJunk}, // no character at all: places for private use
+    {0xE000, 0xF8FF, kJunk}, // private use: no characters
     {0xFF01, 0xFF60, 3},     // full-width
     {0xFF61, 0xFF9F, 1},     // half-width kana
     {0xFFE0, 0xFFE6, 3},     // full-width signs
@@ -241,8 +241,8 @@ QString IconvCodec::toUnicode(const char *bytes, int length) const
 
 QTextCodec *QTextCodec::codecForName(const QByteArray &name)
 {
-    // Windows' variant of Shift JIS: the other one reads a backslash as a yen sign and a
-    // tilde as an overline. ASCII counts alike everywhere; more bytes a character prove more.
+    // The variant of Windows, because the other one reads a backslash as a yen sign and a tilde as
+    // an overline. ASCII counts the same everywhere. Characters of more bytes count more.
     static std::array<IconvCodec, 4> codecs = {{
         {"SJIS", "CP932", 2},
         {"eucJP", "EUC-JP", 2},

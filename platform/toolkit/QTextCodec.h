@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-// Japanese texts of unknown encoding: how likely is it that these bytes are Shift JIS, EUC,
-// JIS or UTF-8, and what do they say? Cameras write comments without naming their encoding.
-// The C library's converter does the decoding; the likelihood is our own count of the kinds of
-// characters that come out, since text read in the wrong encoding turns into rare kanji and
-// half-width kana, if it can be read at all.
+// Japanese texts of unknown encoding: decodes Shift JIS, EUC, JIS and UTF-8, and estimates how
+// likely each encoding is. Cameras write comments without naming their encoding.
+// The C library's converter does the decoding. The likelihood is computed here from the kinds of
+// characters, since a text read in the wrong encoding has rare kanji and half-width kana, if it can
+// be read at all.
 #pragma once
 
 #include <QByteArray>

@@ -32,7 +32,7 @@ namespace {
 constexpr QSize kButtonSize(236, 236);
 constexpr QSize kColumnSize(72, 430);
 
-/// Notes the wait dialogs that appear anywhere, and how the swap folder looks then.
+/// Records the wait dialogs that appear, and the contents of the swap folder at that moment.
 class WaitRecorder : public QObject
 {
 public:
@@ -394,7 +394,7 @@ void TestFormTop::cacheIsEmptied()
     QVERIFY(!file.exists());
     QCOMPARE(waits.texts, QStringList{QStringLiteral("Working...")});
     QCOMPARE(waits.parents, QList<QWidget *>{m_window.get()});
-    QCOMPARE(waits.looks, QList<bool>{true}); // seen before the work, gone after it
+    QCOMPARE(waits.looks, QList<bool>{true}); // shown before the work, closed after it
     QVERIFY(m_window->findChildren<MyDialogWait *>().isEmpty());
     QDir::setCurrent(QDir::rootPath());
 }

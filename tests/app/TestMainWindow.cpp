@@ -39,7 +39,7 @@ public:
     using MainWindow::replaceForm;
 };
 
-/// Counts how often it is asked to accept.
+/// Counts the calls of accept().
 class RecordingForm : public FormBase
 {
 public:
@@ -78,7 +78,7 @@ public:
     const FormBase *formMeanwhile;
 };
 
-/// Keeps the captions that a window is given, one after the other.
+/// Records the captions that a window is given, in their order.
 class CaptionRecorder : public QObject
 {
 public:
@@ -108,7 +108,7 @@ private Q_SLOTS:
     void startsWithTheTopMenu();
     void formIsShownByTheEventLoop();
     void switchIsPosted();
-    void oldFormGoesBetweenConstructionAndStart();
+    void oldFormIsDeletedBetweenConstructionAndStart();
     void captionIsEmptiedFirst();
     void toolBarOutlivesTheForms();
     void theTopMenuComesBackWithTheFocus();
@@ -195,7 +195,7 @@ void TestMainWindow::switchIsPosted()
     QTRY_VERIFY(m_window->currentForm()->isVisible());
 }
 
-void TestMainWindow::oldFormGoesBetweenConstructionAndStart()
+void TestMainWindow::oldFormIsDeletedBetweenConstructionAndStart()
 {
     m_window->changeForm(2, QString());
     QCoreApplication::processEvents();
@@ -232,14 +232,14 @@ void TestMainWindow::toolBarOutlivesTheForms()
         m_window->changeForm(id, QString());
         QCoreApplication::processEvents();
         QCOMPARE(m_window->toolBar(), toolBar.data());
-        // The menu bar of the old form went with it.
+        // The menu bar of the old form was deleted with it.
         const auto bars = toolBar->findChildren<QPEMenuBar *>();
         QCOMPARE(bars.size(), qsizetype(1));
         QVERIFY(bars.first()->isVisible());
     }
 }
 
-/// Whatever had the focus in the form before.
+/// The focus is always on this button, whatever had it in the form before.
 void TestMainWindow::theTopMenuComesBackWithTheFocus()
 {
     QApplication::setActiveWindow(m_window.get());
@@ -324,7 +324,7 @@ void TestMainWindow::waitingRequestsKeepTheirOrder()
     FormBase *form = m_window->currentForm();
     form->enterBusy();
     form->requestForm(2, QString());
-    QCoreApplication::processEvents(); // this one waits with the window
+    QCoreApplication::processEvents(); // this one waits until the form is no longer busy
     form->requestForm(0, QString());   // this one still in the event queue
     form->leaveBusy();
     QCoreApplication::processEvents();

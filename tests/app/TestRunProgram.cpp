@@ -25,7 +25,7 @@ private Q_SLOTS:
     void cleanup();
     void lifeOfTheProcess();
     void orderOfTheEnd();
-    void storeOfSomebodyElseStopsNothing();
+    void aReadOnlyStoreDoesNotStopTheStart();
     void windowStandsOnThePanel();
 
 private:
@@ -37,7 +37,7 @@ private:
                                 + QLatin1String(name));
     }
 
-    /// Runs the program; the visitor is called in its event loop, which is left with 3 then.
+    /// Runs the program. Its event loop calls the visitor and then ends with status 3.
     int run(const std::function<void(MainWindow *)> &visitor);
 
     std::unique_ptr<QTemporaryDir> m_home;
@@ -125,7 +125,7 @@ void TestRunProgram::orderOfTheEnd()
 }
 
 /// The photo store can be read, but nothing can be made in it.
-void TestRunProgram::storeOfSomebodyElseStopsNothing()
+void TestRunProgram::aReadOnlyStoreDoesNotStopTheStart()
 {
     const QString store = m_home->filePath(QStringLiteral("Documents/Photo_Files"));
     QVERIFY(QDir().mkpath(store));

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The program as a process of its own, from its start to its end.
+// Runs the program as a separate process, from its start to its end.
 #include "tests/support/TestMain.h"
 #include "tests/support/rows.h"
 
@@ -58,13 +58,13 @@ private Q_SLOTS:
     void killedRunIsNoticed();
     void exitStatusIsThatOfTheLoop_data();
     void exitStatusIsThatOfTheLoop();
-    void storeThatCannotBeMadeStopsNothing_data();
-    void storeThatCannotBeMadeStopsNothing();
-    void argumentsAreTheApplicationObjects();
-    void withoutBusBatteryOrCardSlotsNothingIsSaid();
-    void aLogThatNobodyReadsEndsNothing();
-    void aClosedLogIsNoFile();
-    void aLimitOnFileSizesEndsNothing();
+    void startsIfTheStoreCannotBeMade_data();
+    void startsIfTheStoreCannotBeMade();
+    void unknownArgumentsAreIgnored();
+    void aMissingBusBatteryOrCardSlotIsNotReported();
+    void aClosedLogPipeDoesNotEndTheProgram();
+    void aClosedLogIsNotReplacedByAnotherFile();
+    void aLimitOnFileSizesDoesNotEndTheProgram();
     void relativeProfileIsFoundFromTheFolderOfTheStart();
     void profileOfTheProgramsPrefixIsFound();
 
@@ -79,9 +79,9 @@ private:
     std::unique_ptr<QProcess> start(const QString &end,
                                     const QStringList &arguments = QStringList()) const;
     Outcome run(const QString &end, const QStringList &arguments = QStringList()) const;
-    /// Puts one into the store.
+    /// Puts a photo into the store.
     void makePhoto() const;
-    /// A profile at this place of the home, with one picture; the driver shall tell pictures.
+    /// Makes a profile at this place of the home, with one picture. The driver reports pictures.
     void writeProfile(const QString &name);
 
     std::unique_ptr<QTemporaryDir> m_home;
@@ -204,7 +204,7 @@ void TestStartUp::exitStatusIsThatOfTheLoop()
     QVERIFY(!QFile::exists(inSwapFolder(QStringLiteral(".SwapMng.chk"))));
 }
 
-void TestStartUp::storeThatCannotBeMadeStopsNothing_data()
+void TestStartUp::startsIfTheStoreCannotBeMade_data()
 {
     QTest::addColumn<QString>("obstacle");
     QTest::newRow("a file stands in the place of the documents") << QStringLiteral("Documents");
@@ -212,7 +212,7 @@ void TestStartUp::storeThatCannotBeMadeStopsNothing_data()
         << QStringLiteral("Documents/Photo_Files");
 }
 
-void TestStartUp::storeThatCannotBeMadeStopsNothing()
+void TestStartUp::startsIfTheStoreCannotBeMade()
 {
     QFETCH(QString, obstacle);
     QVERIFY(QDir().mkpath(QFileInfo(at(obstacle)).path()));
@@ -228,7 +228,7 @@ void TestStartUp::storeThatCannotBeMadeStopsNothing()
     QVERIFY(QFileInfo(at(obstacle)).isFile());
 }
 
-void TestStartUp::argumentsAreTheApplicationObjects()
+void TestStartUp::unknownArgumentsAreIgnored()
 {
     // The program has no options and ignores unknown arguments.
     const Outcome outcome = run(QStringLiteral("close"),
@@ -239,7 +239,7 @@ void TestStartUp::argumentsAreTheApplicationObjects()
     QCOMPARE(outcome.windows, QStringList{QStringLiteral("window: Lumi Vault")});
 }
 
-void TestStartUp::withoutBusBatteryOrCardSlotsNothingIsSaid()
+void TestStartUp::aMissingBusBatteryOrCardSlotIsNotReported()
 {
     QFile profile(at(QStringLiteral("machine.ini")));
     QVERIFY(profile.open(QIODevice::WriteOnly));
@@ -256,7 +256,7 @@ void TestStartUp::withoutBusBatteryOrCardSlotsNothingIsSaid()
 }
 
 /// The first start logs that there is no index.
-void TestStartUp::aLogThatNobodyReadsEndsNothing()
+void TestStartUp::aClosedLogPipeDoesNotEndTheProgram()
 {
     std::array<int, 2> ends{};
     QCOMPARE(::pipe2(ends.data(), O_CLOEXEC), 0);
@@ -273,7 +273,7 @@ void TestStartUp::aLogThatNobodyReadsEndsNothing()
 }
 
 /// Otherwise log lines would be written into the next file that is opened.
-void TestStartUp::aClosedLogIsNoFile()
+void TestStartUp::aClosedLogIsNotReplacedByAnotherFile()
 {
     m_inChild = [] {
         ::close(STDIN_FILENO);
@@ -290,8 +290,8 @@ void TestStartUp::aClosedLogIsNoFile()
     QVERIFY(process->waitForFinished(kTimeLimitMs));
 }
 
-/// The index is written at the end, and the thumbnails before.
-void TestStartUp::aLimitOnFileSizesEndsNothing()
+/// The index is written at the end, after the thumbnails.
+void TestStartUp::aLimitOnFileSizesDoesNotEndTheProgram()
 {
     makePhoto();
     m_inChild = [] {
@@ -339,7 +339,7 @@ void TestStartUp::relativeProfileIsFoundFromTheFolderOfTheStart()
              (QStringList{QStringLiteral("window: Lumi Vault"), QStringLiteral("picture: 17x19")}));
 }
 
-/// The program may be installed where the configuration folders don't lead.
+/// The program may be installed in a place that the configuration folders don't include.
 void TestStartUp::profileOfTheProgramsPrefixIsFound()
 {
     writeProfile(QStringLiteral("prefix/etc/xdg/lumivault/machine.ini"));

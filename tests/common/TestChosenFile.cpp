@@ -17,10 +17,10 @@ using lumi::test::setChangedAt;
 
 namespace {
 
-/// An even one, as cards keep them.
+/// An even number of seconds, as cards store them.
 constexpr std::time_t kThen = 1'000'000'000;
 
-/// Counts how often it is asked where a card is.
+/// Counts the questions for a card's folder.
 class AskedMachine : public FakeMachine
 {
 public:
@@ -55,17 +55,17 @@ private Q_SLOTS:
 
     void cleanup() { Machine::install(nullptr); }
 
-    void onItsMediumItMayChange();
-    void afterThatItMustLookTheSame_data();
-    void afterThatItMustLookTheSame();
-    void afterThatAFolderMustLookTheSame();
-    void whatWasNotThereIsNotLookedFor();
+    void mayChangeWhileItsCardStaysIn();
+    void aFileMustBeUnchangedAfterACardChange_data();
+    void aFileMustBeUnchangedAfterACardChange();
+    void aFolderMustBeUnchangedAfterACardChange();
+    void aMissingFileIsNotLookedFor();
     void oneForEachPath();
     void eachHasTheMediumOfItsFolder();
-    void manyOfAFolderAreCheap();
+    void manyOfOneFolderNeedLittleMemory();
 
 private:
-    /// Takes the card out and puts one in, and tells of both.
+    /// Takes the card out and inserts a card, with a notification for each.
     void missTheCard();
 
     AskedMachine *m_machine = nullptr;
@@ -89,7 +89,7 @@ void TestChosenFile::missTheCard()
     lumi::CardSlots::look();
 }
 
-void TestChosenFile::onItsMediumItMayChange()
+void TestChosenFile::mayChangeWhileItsCardStaysIn()
 {
     const ChosenFile file(m_path);
     QCOMPARE(file.path(), m_path);
@@ -102,7 +102,7 @@ void TestChosenFile::onItsMediumItMayChange()
     QVERIFY(file.isStillIt());
 }
 
-void TestChosenFile::afterThatItMustLookTheSame_data()
+void TestChosenFile::aFileMustBeUnchangedAfterACardChange_data()
 {
     lumi::test::columns<int, int, int, bool>();
     QTest::newRow("the same card is in again") << 10 << 0 << 0 << true;
@@ -114,7 +114,7 @@ void TestChosenFile::afterThatItMustLookTheSame_data()
     QTest::newRow("no photo") << -1 << 0 << 0 << false;
 }
 
-void TestChosenFile::afterThatItMustLookTheSame()
+void TestChosenFile::aFileMustBeUnchangedAfterACardChange()
 {
     const auto [size, seconds, nanoseconds, isStillIt] = lumi::test::row<int, int, int, bool>();
     const ChosenFile file(m_path);
@@ -127,7 +127,7 @@ void TestChosenFile::afterThatItMustLookTheSame()
     QCOMPARE(file.isStillIt(), isStillIt);
 }
 
-void TestChosenFile::afterThatAFolderMustLookTheSame()
+void TestChosenFile::aFolderMustBeUnchangedAfterACardChange()
 {
     const QString folder = QFileInfo(m_path).path();
     setChangedAt(folder, kThen);
@@ -141,7 +141,7 @@ void TestChosenFile::afterThatAFolderMustLookTheSame()
     QVERIFY(file.isStillIt());
 }
 
-void TestChosenFile::whatWasNotThereIsNotLookedFor()
+void TestChosenFile::aMissingFileIsNotLookedFor()
 {
     QVERIFY(QFile::remove(m_path));
     const ChosenFile file(m_path);
@@ -177,7 +177,7 @@ void TestChosenFile::eachHasTheMediumOfItsFolder()
     QVERIFY(!files.at(2).isStillIt());
 }
 
-void TestChosenFile::manyOfAFolderAreCheap()
+void TestChosenFile::manyOfOneFolderNeedLittleMemory()
 {
     constexpr int kMany = 1000;
     constexpr std::size_t kCheap = 200; // bytes

@@ -21,7 +21,7 @@ void TestCodecForContent::choice_data()
     QTest::addColumn<QByteArray>("codec"); // empty: none suits
     QTest::addColumn<QString>("text");
     const QString photo = QString::fromUtf8("写真です");
-    QTest::newRow("plain ASCII is a tie, and the first one stands")
+    QTest::newRow("all suit plain ASCII, so the first one is chosen")
         << QByteArray("Kyoto, 2004") << QByteArray("SJIS") << QStringLiteral("Kyoto, 2004");
     QTest::newRow("Shift JIS") << QByteArray("\x8e\xca\x90\x5e\x82\xc5\x82\xb7")
                                << QByteArray("SJIS") << photo;

@@ -55,7 +55,7 @@ void TestDiskSpace::freeKilobytes_data()
     QTest::newRow("an odd block size is cut to whole KB") << 2047 * one << 10 * one << 10;
     QTest::newRow("a full disk has nothing") << 4096 * one << qint64(0) << 0;
     QTest::newRow("2 TB less one block still fit") << 4096 * one << (one << 29) - 1 << INT_MAX - 3;
-    QTest::newRow("2 TB are held at the largest number") << 4096 * one << (one << 29) << INT_MAX;
+    QTest::newRow("2 TB are limited to the largest number") << 4096 * one << (one << 29) << INT_MAX;
     QTest::newRow("more than 64 bits are held as well") << (one << 40) << (one << 50) << INT_MAX;
 }
 
@@ -78,7 +78,7 @@ void TestDiskSpace::totalKilobytes_data()
     QTest::addColumn<int>("expected");
     QTest::newRow("blocks of 4096") << qint64(4096) << qint64(100) << 400;
     QTest::newRow("small blocks count as nothing") << qint64(512) << qint64(100) << 0;
-    QTest::newRow("4 TB are held") << qint64(4096) << (qint64(1) << 30) << INT_MAX;
+    QTest::newRow("4 TB are limited") << qint64(4096) << (qint64(1) << 30) << INT_MAX;
 }
 
 void TestDiskSpace::totalKilobytes()

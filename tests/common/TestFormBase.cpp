@@ -85,7 +85,7 @@ private Q_SLOTS:
     void cardMessage();
     void otherChannelIsNotHeard();
     void everyCardMessageArrivesOnce();
-    void deadFormHearsNothing();
+    void deletedFormGetsNoCardMessage();
     void busyFormHearsAfterTheRelease();
     void nestedBusyCounts();
     void busyAgainBeforeTheDelivery();
@@ -247,7 +247,7 @@ void TestFormBase::everyCardMessageArrivesOnce()
     QCOMPARE(m_form->cardChanges, 3);
 }
 
-void TestFormBase::deadFormHearsNothing()
+void TestFormBase::deletedFormGetsNoCardMessage()
 {
     QVERIFY(QCopChannel::isRegistered("QPE/Card"));
     sendCardChange();

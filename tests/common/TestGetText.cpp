@@ -133,7 +133,7 @@ void TestGetText::looks()
         QVERIFY(dialog->isModal());
         QCOMPARE(dialog->windowTitle(), QStringLiteral("Caption"));
         QVERIFY(line->width() >= 400);
-        QVERIFY(line->height() >= 40); // a target for a finger
+        QVERIFY(line->height() >= 40); // large enough for a finger
         QCOMPARE(dialog->layout()->contentsMargins(), QMargins(4, 4, 4, 4));
         QCOMPARE(dialog->layout()->spacing(), 4);
         QVERIFY(dialog->findChildren<QAbstractButton *>().isEmpty());

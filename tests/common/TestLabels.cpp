@@ -21,7 +21,7 @@ class TestLabels : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void textThatFitsStands();
+    void textThatFitsIsNotCut();
     void textIsCutToTheLabel_data();
     void textIsCutToTheLabel();
     void emptyTextStaysEmpty();
@@ -35,7 +35,7 @@ private Q_SLOTS:
     void fontSizeKeepsTheRest();
 };
 
-void TestLabels::textThatFitsStands()
+void TestLabels::textThatFitsIsNotCut()
 {
     QLabel label;
     const QString text = QStringLiteral("A photo of the sea");

@@ -32,7 +32,7 @@ private Q_SLOTS:
     void anotherFileSystemIsAnotherMedium_data();
     void anotherFileSystemIsAnotherMedium();
     void aFolderMayBeClosed();
-    void whatWasNeverThereIsNotMissed();
+    void aFolderThatNeverExistedCountsAsThere();
 
 private:
     FakeMachine *m_machine = nullptr;
@@ -59,7 +59,7 @@ void TestMedium::aCardIsThereAsLongAsItIsIn()
     m_machine->removeCard(slot);
     QVERIFY(!medium.isThere());
     QVERIFY(!Medium(folder).isThere());
-    // It may be another one.
+    // The card may be another one.
     m_machine->insertCard(slot);
     QVERIFY(!medium.isThere());
     QVERIFY(Medium(folder).isThere());
@@ -93,7 +93,7 @@ void TestMedium::anotherFileSystemIsAnotherMedium_data()
     lumi::test::columns<QString, bool>();
     QTest::newRow("another folder of the same disk") << "other" << true;
     QTest::newRow("a folder of another disk") << "/proc" << false;
-    QTest::newRow("no folder any more") << "none" << false;
+    QTest::newRow("the folder is gone") << "none" << false;
 }
 
 void TestMedium::anotherFileSystemIsAnotherMedium()
@@ -111,7 +111,7 @@ void TestMedium::anotherFileSystemIsAnotherMedium()
     QCOMPARE(medium.isThere(), isThere);
 }
 
-/// Not everybody may enter every folder: it is known from outside then.
+/// If a user may not enter the folder, the folder itself is looked at.
 void TestMedium::aFolderMayBeClosed()
 {
     const QTemporaryDir outer;
@@ -132,7 +132,7 @@ void TestMedium::aFolderMayBeClosed()
     QVERIFY(!whileClosed.isThere());
 }
 
-void TestMedium::whatWasNeverThereIsNotMissed()
+void TestMedium::aFolderThatNeverExistedCountsAsThere()
 {
     const Medium none(QStringLiteral("/no/such/folder"));
     QVERIFY(none.isThere());

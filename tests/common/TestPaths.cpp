@@ -57,7 +57,7 @@ void TestPaths::cleanup()
     m_folder.reset();
 }
 
-/// A file, or with a closing "/" a folder.
+/// Makes a file, or a folder for a path with a trailing "/".
 void TestPaths::make(const QString &name) const
 {
     if (name.endsWith(QLatin1Char('/'))) {
@@ -254,7 +254,7 @@ void TestPaths::protection_data()
     QTest::newRow("only the others may write") << 0446U << false;
 }
 
-/// For root, too, who runs the tests on some machines.
+/// Also for root, who runs the tests on some machines.
 void TestPaths::protection()
 {
     QFETCH(uint, mode);

@@ -135,7 +135,7 @@ void TestAltitude::stored_data()
     QTest::newRow("the remainder is in units of the denominator")
         << true << 31U << 3U << QStringLiteral("10.1");
     QTest::newRow("sea level") << true << 0U << 1U << QStringLiteral("0.0");
-    QTest::newRow("below the sea by nothing") << false << 0U << 1U << QStringLiteral("-0.0");
+    QTest::newRow("below the sea by zero metres") << false << 0U << 1U << QStringLiteral("-0.0");
     QTest::newRow("a remainder of three digits") << true << 10123U << 1000U << QString();
     QTest::newRow("a small remainder of a large denominator")
         << true << 10012U << 1000U << QStringLiteral("10.12");

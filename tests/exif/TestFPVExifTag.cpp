@@ -136,7 +136,7 @@ void TestFPVExifTag::stringDataNeverExceedsTheString_data()
     lumi::test::columns<quint32, QByteArray>();
     QTest::newRow("a count below the length cuts") << 2U << QByteArray("An");
     QTest::newRow("the count of the file") << 6U << QByteArray("Anvil");
-    QTest::newRow("a lying count adds nothing") << 0xFFFFFFFFU << QByteArray("Anvil");
+    QTest::newRow("a count that is too large adds nothing") << 0xFFFFFFFFU << QByteArray("Anvil");
     QTest::newRow("no count, no bytes") << 0U << QByteArray();
 }
 
@@ -211,7 +211,7 @@ void TestFPVExifTag::formats_data()
     QTest::newRow("placeholders in a value stay")
         << QStringLiteral("%s %s") << QStringList{QStringLiteral("%s"), QStringLiteral("b")}
         << QStringLiteral("%s b");
-    QTest::newRow("a value too few")
+    QTest::newRow("one value too few")
         << QStringLiteral("%d/%d") << QStringList{QStringLiteral("1")} << QStringLiteral("1/");
     QTest::newRow("other placeholders stay")
         << QStringLiteral("%n%x%") << QStringList{QStringLiteral("1")} << QStringLiteral("%n%x%");

@@ -18,12 +18,12 @@ namespace {
 constexpr unsigned kPatienceSeconds = 30;
 constexpr std::size_t kNoteRoom = 65536;
 
-/// What the child leaves for this process.
+/// The results that the child leaves for this process.
 struct Shared
 {
     lumi::faults::Tally tally;
     int warnings = 0;
-    std::array<char, kNoteRoom> notes{}; ///< a line each
+    std::array<char, kNoteRoom> notes{}; ///< one line for each note
 };
 
 Shared *shared()

@@ -15,22 +15,22 @@ namespace lumi::test {
 struct Ending
 {
     bool isKilled = false;    ///< as planned
-    bool isDisturbed = false; ///< a call of its was
-    QByteArray call;          ///< that call, with its path
-    int result = -1;          ///< what the job gave, 0 to 255, unless it was killed
+    bool isDisturbed = false; ///< whether a call was disturbed
+    QByteArray call;          ///< the disturbed call, with its path
+    int result = -1;          ///< the result of the job, 0 to 255, unless it was killed
     int warnings = 0;
     QStringList notes;
-    QByteArray crash; ///< how it ended if neither by itself nor as planned
+    QByteArray crash; ///< how the job ended, if it did not return and was not killed as planned
 };
 
-/// What the job has to tell besides its result. Only in the child.
+/// Adds a text to Ending::notes. Call it only in the child.
 void note(const QString &text);
 
-/// Whether the library is there: it comes by LD_PRELOAD.
+/// Whether the library is loaded; LD_PRELOAD does that.
 [[nodiscard]] bool isLibraryLoaded();
 
-/// The job's calls below the folders, at most two, are watched from its start to its end. What it
-/// logs is counted and dropped. A child that takes longer than half a minute is ended, which
+/// Disturbs and counts the job's calls in the folders, at most two, and below them. Messages to the
+/// log are counted and dropped. A child that takes longer than half a minute is killed, which
 /// counts as a crash.
 [[nodiscard]] Ending runInChild(faults::Plan plan, const QStringList &folders,
                                 const std::function<int()> &job);

@@ -23,7 +23,7 @@ using namespace lumi::faults;
 namespace {
 
 constexpr unsigned kTransfers = Read | Write;
-/// Calls that need room, at once or when they bring to the disk what was written before.
+/// Calls that need free space, for themselves or for what was written before.
 constexpr unsigned kNeedsRoom = OpenNew | Write | Sync | Close | Name;
 
 constexpr FaultTest::Trouble kTroubles[] = {
@@ -196,8 +196,8 @@ QString FaultTest::complaint(const Ending &ending)
     return wrong.isNull() ? complaintOfLeftovers(ending) : wrong;
 }
 
-/// Only a process that was ended, or can't remove anything any more, leaves a file without its
-/// name. It does no harm: it isn't shown, and goes with the next copy.
+/// A file without its name may remain only if the process was killed or if every later call fails.
+/// It does no harm: it isn't shown, and the next copy removes it.
 QString FaultTest::complaintOfLeftovers(const Ending &ending)
 {
     const bool mayLeave = (m_disk != Disk::Whole || !m_placeHasUnnamedFiles)

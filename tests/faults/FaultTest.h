@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The base of a test of one writer. Its job is run in a child again and again, each time with
-// another call disturbed, until it ran undisturbed: with every kind of trouble, and on file
-// systems that can do more or less. After each run the subclass looks at what lies on the disk.
+// another call disturbed, until no call is left to disturb. This is repeated for each kind of
+// trouble and each kind of file system. After each run the subclass checks the files on the disk.
 #pragma once
 
 #include "tests/faults/DisturbedChild.h"
@@ -19,46 +19,46 @@ class FaultTest : public QObject
     Q_OBJECT
 
 public:
-    /// What goes wrong.
+    /// A kind of failure.
     struct Trouble
     {
         const char *name;
-        unsigned calls; ///< those that it meets
+        unsigned calls; ///< the calls that it disturbs
         lumi::faults::Act act;
         int error;
-        bool isHarmless; ///< the job must succeed all the same
+        bool isHarmless; ///< the job must succeed nevertheless
     };
 
-    /// What the file system can do.
+    /// The abilities of the file system.
     enum class Disk { Whole, WithoutUnnamedFiles, Fat };
 
 protected:
-    /// Makes the files as they are before the job.
+    /// Makes the files that exist before the job.
     virtual void prepare() = 0;
-    /// At most two: whose calls are watched, with all below them.
+    /// The folders whose calls are watched, with all below them. At most two.
     [[nodiscard]] virtual QStringList watched() const = 0;
     /// Runs in the child. The result is 0 for a success.
     [[nodiscard]] virtual int job() = 0;
-    /// What is wrong on the disk, null if nothing is.
+    /// What is wrong on the disk; null if nothing is wrong.
     [[nodiscard]] virtual QString judge(const lumi::test::Ending &ending) = 0;
-    /// Whether the job copies a file and finds out when it could not read all of it.
+    /// Whether the job copies a file and notices if it could not read all of it.
     [[nodiscard]] virtual bool comparesSizes() const = 0;
 
-    /// Whether a kill leaves files under a hidden name where files always have one.
+    /// Whether a kill can leave a hidden file on a file system that has no files without a name.
     [[nodiscard]] virtual bool leavesHiddenFiles() const { return true; }
 
-    /// As many calls as an undisturbed job makes at the least.
+    /// The least number of calls that an undisturbed job makes.
     [[nodiscard]] virtual int leastCalls() const = 0;
 
-    /// What the folder holds. New files that never got their name are taken out of it and
-    /// noted; hidden names in known are none of them.
+    /// The contents of the folder. New files that never got their name are left out and noted.
+    /// Hidden names in known are not among them.
     [[nodiscard]] lumi::test::Tree newTree(const QString &folder, const QStringList &known = {});
 
     [[nodiscard]] bool mustSucceed(const lumi::test::Ending &ending) const;
 
     [[nodiscard]] const Trouble &trouble() const { return *m_trouble; }
 
-    /// A folder of the test's own.
+    /// A path in the private folder of the test.
     [[nodiscard]] QString path(const QString &name = {}) const;
     QString make(const QString &name, const QByteArray &content) const;
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Every call of a paste of what was cut. Each photo is whole in its old or its new place, and
-// nowhere is a part of one.
+// A paste of cut photos with each call disturbed. Each photo is whole in its old or in its new
+// place. No place has a part of a photo.
 #include "files/engine/FPVClipboard.h"
 #include "tests/faults/FaultTest.h"
 #include "tests/support/TestMain.h"

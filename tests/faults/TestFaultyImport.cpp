@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Every call of an import. The card stays as it is, and under the name of a photo there is a
+// An import with each call disturbed. The card is unchanged. Under the name of a photo there is a
 // whole photo or nothing.
 #include "files/engine/FPVFileTree.h"
 #include "import/ImportRun.h"
@@ -41,7 +41,7 @@ private:
     QString m_card;
     lumi::ImportTree m_tree;
     Tree m_before; ///< the card
-    Tree m_source; ///< what an import brings of it
+    Tree m_source; ///< the files that an import copies
 };
 
 void TestFaultyImport::makeCard()
@@ -107,7 +107,7 @@ QString TestFaultyImport::judge(const Ending &ending)
 
 QString TestFaultyImport::judgeReport(const Ending &ending, const Tree &made) const
 {
-    // Of a copy that can't even be removed any more it doesn't matter what is said.
+    // If even the removal of a partial copy fails, the report may say anything.
     const bool isDead = trouble().act == lumi::faults::Act::FailFrom;
     for (const QString &file : ending.notes) {
         if (!isDead && made.contains(file.mid(m_card.size() + 1))) {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Every call of the writing of a mail copy. Under its name there is a whole picture or
-// nothing, and the copies that were there stay as they are.
+// The writing of a mail copy with each call disturbed. Under its name there is a whole picture or
+// nothing. Existing copies are unchanged.
 #include "files/mailCopy.h"
 #include "tests/faults/FaultTest.h"
 #include "tests/support/TestMain.h"

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Every call of a paste of what was copied. Sources and files that were there stay as they
-// are, and under the name of a copy there is a whole copy or nothing.
+// A paste of copied photos with each call disturbed. The sources and existing files are unchanged.
+// Under the name of a copy there is a whole copy or nothing.
 #include "files/engine/FPVClipboard.h"
 #include "tests/faults/FaultTest.h"
 #include "tests/support/TestMain.h"
@@ -75,7 +75,7 @@ QString TestFaultyPaste::judge(const Ending &ending)
     if (!made.contains(QStringLiteral("a.jpg"))) {
         return QStringLiteral("the file that was there is gone");
     }
-    // What a folder holds and can't be listed is only logged.
+    // Entries of a folder that can't be listed are only logged.
     const bool isListing = ending.call.startsWith("opendir ") || ending.call.startsWith("readdir ")
         || ending.call.startsWith("lstat ") || ending.call.startsWith("access ");
     const bool isDone = !ending.isKilled && ending.result == 0 && !isListing;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Every call of the saving of changed Exif data. The photo is there, old or new and always
-// whole: under its name, or the new one under the temporary name. Nothing else is.
+// Saving changed Exif data with each call disturbed. The old or the new photo is whole under its
+// name, or the new one under the temporary name. No other file is left.
 #include "exif/write/FPVExifWriter.h"
 #include "tests/faults/FaultTest.h"
 #include "tests/support/ExifBuilder.h"
@@ -19,8 +19,8 @@ constexpr int kPhotoSize = 30000;
 const QString kPhoto = QStringLiteral("photo.jpg");
 const QString kTemporary = QStringLiteral("photo_tmp_0.jpg");
 
-/// With a thumbnail of an odd size, which makes the writer add a byte, and image data of some
-/// blocks.
+/// A photo with a thumbnail of an odd size, so that the writer adds a byte, and with several blocks
+/// of image data.
 QByteArray oldPhoto()
 {
     ExifBuilder builder(ExifBuilder::Order::Big);
@@ -93,8 +93,8 @@ QString TestFaultySave::judge(const Ending &ending)
     if (!temporary.isEmpty() && temporary != m_new) {
         return QStringLiteral("the temporary file is not whole");
     }
-    // Writing that fails though there is room is taken for a success. The mode of the new file does
-    // not matter, but what comes after it is writing.
+    // A failed write counts as a success if there is free space. A failed change of the mode does
+    // not matter. But if every later call fails too, the write after it fails.
     const bool isWriting = ending.call.startsWith("write ")
         || (trouble().act == lumi::faults::Act::FailFrom && ending.call.startsWith("fchmod "));
     const bool isDone = !ending.isKilled && ending.result == 0 && !isWriting;

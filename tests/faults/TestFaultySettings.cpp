@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Every call of the writing of a setting. The file is the old or the new one, and a failure is
-// logged.
+// The writing of a setting with each call disturbed. The file is the old or the new one, and a
+// failure is logged.
 #include "platform/Config.h"
 #include "platform/Machine.h"
 #include "tests/faults/FaultTest.h"

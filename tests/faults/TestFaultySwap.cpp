@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Every call of a run of the swap store: it is opened, a thumbnail is put in, and it is closed.
-// Swap files and index are whole or not there, and the next run finds no wrong picture.
+// A run of the swap store with each call disturbed: open, store a thumbnail, close. Swap files and
+// index are whole or missing, and the next run never loads a wrong picture.
 #include "swap/IndexReader.h"
 #include "swap/IndexWriter.h"
 #include "swap/SwapSystem.h"
@@ -23,7 +23,7 @@ constexpr char kKind = 'l';
 const QString kIndex = QStringLiteral(".SwapMng.bin");
 const QString kMarker = QStringLiteral(".SwapMng.chk");
 
-/// Of one colour, so that its compressed form has the same pixels.
+/// A picture of one colour, so that compression does not change its pixels.
 QImage thumbnail(Qt::GlobalColor colour)
 {
     QImage image(kWidth, kWidth, QImage::Format_RGB32);
@@ -31,7 +31,7 @@ QImage thumbnail(Qt::GlobalColor colour)
     return image;
 }
 
-/// Whether the index can be read to its end and there is nothing behind.
+/// Whether the index can be read to its end and has nothing behind it.
 bool isWholeIndex(const QByteArray &bytes)
 {
     lumi::IndexReader reader(bytes);
@@ -52,7 +52,7 @@ bool isWholeIndex(const QByteArray &bytes)
     return isGood && writer.bytes() == bytes;
 }
 
-/// Whether the picture that the store has of the photo, if any, is the right one.
+/// Whether the stored picture of the photo, if there is one, is the right one.
 bool isMissOrRight(const QString &photo, Qt::GlobalColor colour)
 {
     QImage loaded;
@@ -145,7 +145,7 @@ QString TestFaultySwap::judge(const Ending &ending)
     if (isDone && made.size() != 2) {
         return QStringLiteral("reported as stored, but was not");
     }
-    // After a run that did not end the next one says so in a box, and begins anew.
+    // After a run that did not end, the next run reports it in a box and empties the store.
     return hasMarker ? QString() : judgeNextRun(ending);
 }
 

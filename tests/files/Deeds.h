@@ -29,7 +29,7 @@ template <class Window> [[nodiscard]] Window *openWindow()
 class Deeds
 {
 public:
-    using Deed = std::function<bool()>; ///< false: not yet
+    using Deed = std::function<bool()>; ///< false: not possible yet
 
     explicit Deeds(QList<Deed> deeds)
         : m_deeds(std::move(deeds))

@@ -35,7 +35,7 @@ private Q_SLOTS:
     void theStatusFieldShowsTheItem_data();
     void theStatusFieldShowsTheItem();
     void aLongNameIsCutInTheStatusField();
-    void theWayUpIsNoItem();
+    void theParentEntryIsNotAnItem();
     void keysOfTheViewReachTheForm();
     void nothingIsKeptForTheNextForm();
 
@@ -179,7 +179,7 @@ void TestFormFile::aLongNameIsCutInTheStatusField()
 }
 
 /// Lists do not contain ".." today. If one does, the entry is not an item to work on.
-void TestFormFile::theWayUpIsNoItem()
+void TestFormFile::theParentEntryIsNotAnItem()
 {
     m_form->world.makePhotos(1, QStringLiteral("dir"));
     m_form->start();

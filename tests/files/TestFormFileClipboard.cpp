@@ -35,15 +35,15 @@ private Q_SLOTS:
     void cleanup() { m_form.reset(); }
 
     void aCopyGoesIntoAnotherFolder();
-    void aCutGoesOnce();
+    void aCutIsPastedOnce();
     void markedPhotosGoTogether_data();
     void markedPhotosGoTogether();
     void marksOutliveTheClipboard();
     void nothingOnTheClipboardIsSilent();
-    void failuresAreTold_data();
-    void failuresAreTold();
-    void roomIsTold_data();
-    void roomIsTold();
+    void failuresAreReported_data();
+    void failuresAreReported();
+    void tooLittleSpaceIsReported_data();
+    void tooLittleSpaceIsReported();
     void allAreMarkedAndUnmarked();
     void keysLeaveFoldersAlone();
 
@@ -106,7 +106,7 @@ void TestFormFileClipboard::aCopyGoesIntoAnotherFolder()
     QCOMPARE(m_form->storeTree(), list("a00.jpg a01.jpg dir dir/a01-1.jpg dir/a01.jpg dir/b.jpg"));
 }
 
-void TestFormFileClipboard::aCutGoesOnce()
+void TestFormFileClipboard::aCutIsPastedOnce()
 {
     m_form->world.makePhotos(2);
     m_form->world.makeFolder(QStringLiteral("dir"));
@@ -175,7 +175,7 @@ void TestFormFileClipboard::nothingOnTheClipboardIsSilent()
     QCOMPARE(m_form->storeTree(), list("a00.jpg"));
 }
 
-void TestFormFileClipboard::failuresAreTold_data()
+void TestFormFileClipboard::failuresAreReported_data()
 {
     QTest::addColumn<QString>("path");
     QTest::newRow("a missing photo") << "gone.jpg";
@@ -185,7 +185,7 @@ void TestFormFileClipboard::failuresAreTold_data()
     QTest::newRow("the disk is full") << "dir/big.jpg";
 }
 
-void TestFormFileClipboard::failuresAreTold()
+void TestFormFileClipboard::failuresAreReported()
 {
     QFETCH(QString, path);
     m_form->world.makePhotos(1);
@@ -213,7 +213,7 @@ void TestFormFileClipboard::failuresAreTold()
     QCOMPARE(m_form->view->clipboardPaths().size(), 2);
 }
 
-void TestFormFileClipboard::roomIsTold_data()
+void TestFormFileClipboard::tooLittleSpaceIsReported_data()
 {
     QTest::addColumn<int>("freeKB");
     QTest::addColumn<QStringList>("dialogs");
@@ -221,7 +221,7 @@ void TestFormFileClipboard::roomIsTold_data()
     QTest::newRow("10241 KB are enough") << 10241 << QStringList{kWorking};
 }
 
-void TestFormFileClipboard::roomIsTold()
+void TestFormFileClipboard::tooLittleSpaceIsReported()
 {
     QFETCH(int, freeKB);
     m_form->world.makePhotos(1);
@@ -229,7 +229,7 @@ void TestFormFileClipboard::roomIsTold()
     m_form->select("a00.jpg");
     play(kCopy);
     m_form->world.machine->diskAt = [freeKB](const QByteArray &) {
-        // A block of this size counts as one KB.
+        // A block of this size counts as 1 KB.
         return DiskFigures{1536, freeKB, freeKB, true};
     };
     QTEST(play(kPaste, {clicking(QMessageBox::Ok)}), "dialogs");

@@ -44,20 +44,20 @@ private Q_SLOTS:
     void aPhotoIsDeleted();
     void aProtectedPhotoStays();
     void aPhotoThatTheSystemKeepsStays();
-    void aPhotoThatIsGoneIsNotDeleted();
+    void aMissingPhotoIsNotDeleted();
     void aFolderIsNotDeleted();
     void deleteWithoutAnItemDoesNothing();
     void longNamesAreCutInTheQuestion();
     void onlyWhatWasAskedAboutIsDeleted();
-    void theWaitLetsNoOtherPhotoIn_data();
-    void theWaitLetsNoOtherPhotoIn();
+    void noOtherPhotoIsDeletedAfterTheWait_data();
+    void noOtherPhotoIsDeletedAfterTheWait();
     void markedPhotosAreDeleted();
     void theStatusFieldForgetsThem_data();
     void theStatusFieldForgetsThem();
     void anEmptyFolderLeavesNoName();
     void partOfTheMarkedPhotosStays_data();
     void partOfTheMarkedPhotosStays();
-    void marksThatWentUnderTheQuestion();
+    void marksLostDuringTheQuestion();
     void emptyFoldersAreDeleted();
     void emptyFoldersOfANotListedFolder();
     void questionsThatAreNotAnsweredWithYes_data();
@@ -114,7 +114,7 @@ void TestFormFileDeletes::aPhotoThatTheSystemKeepsStays()
     QVERIFY(m_form->wasReadAgain());
 }
 
-void TestFormFileDeletes::aPhotoThatIsGoneIsNotDeleted()
+void TestFormFileDeletes::aMissingPhotoIsNotDeleted()
 {
     m_form->world.makePhotos(2);
     m_form->startMarked("a01.jpg");
@@ -181,7 +181,7 @@ void TestFormFileDeletes::onlyWhatWasAskedAboutIsDeleted()
     QCOMPARE(m_form->store(), list("a01.jpg a02.jpg"));
 }
 
-void TestFormFileDeletes::theWaitLetsNoOtherPhotoIn_data()
+void TestFormFileDeletes::noOtherPhotoIsDeletedAfterTheWait_data()
 {
     QTest::addColumn<bool>("isListChanged");
     QTest::newRow("the cursor moves on") << false;
@@ -189,7 +189,7 @@ void TestFormFileDeletes::theWaitLetsNoOtherPhotoIn_data()
 }
 
 /// Events run while the wait dialog is painted.
-void TestFormFileDeletes::theWaitLetsNoOtherPhotoIn()
+void TestFormFileDeletes::noOtherPhotoIsDeletedAfterTheWait()
 {
     QFETCH(bool, isListChanged);
     m_form->world.makePhotos(3);
@@ -300,7 +300,7 @@ void TestFormFileDeletes::partOfTheMarkedPhotosStays()
 }
 
 /// If the listing is read again under the question, its items have no marks.
-void TestFormFileDeletes::marksThatWentUnderTheQuestion()
+void TestFormFileDeletes::marksLostDuringTheQuestion()
 {
     m_form->world.makePhotos(2);
     m_form->startMarked();

@@ -28,7 +28,7 @@ private Q_SLOTS:
 
     void cleanup() { m_form.reset(); }
 
-    void aPasteFollowsTheChoiceOfAPlace();
+    void aPasteGoesIntoTheChosenMedium();
     void theyActWhereverTheFocusIs_data();
     void theyActWhereverTheFocusIs();
     void everyKeyActsOnce();
@@ -101,7 +101,7 @@ bool TestFormFileKeys::allAct()
     return isCopied && isCut && isPasted && isAsked && m_form->store().size() == before + 1;
 }
 
-void TestFormFileKeys::aPasteFollowsTheChoiceOfAPlace()
+void TestFormFileKeys::aPasteGoesIntoTheChosenMedium()
 {
     m_form->startMarked();
     m_form->form->menu_edit_CopyCheckItem();

@@ -46,7 +46,7 @@ private Q_SLOTS:
     void nothingHappens();
     void failuresHaveOneMessage_data();
     void failuresHaveOneMessage();
-    void theKeyIsDeafWhileItWorks();
+    void theKeyIsIgnoredWhileACopyIsMade();
 
 private:
     void chooseItem(const QString &name);
@@ -228,7 +228,7 @@ void TestFormFileMail::failuresHaveOneMessage()
     QVERIFY(!m_form->form->isBusy());
 }
 
-void TestFormFileMail::theKeyIsDeafWhileItWorks()
+void TestFormFileMail::theKeyIsIgnoredWhileACopyIsMade()
 {
     chooseItem(QStringLiteral("small.jpg"));
     m_driver->expect(QStringLiteral("Attach to mail"), [this](QDialog *dialog) {

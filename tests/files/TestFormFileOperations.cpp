@@ -56,7 +56,7 @@ private Q_SLOTS:
     void renameToTheOldNameDoesNothing();
     void renameThatFails_data();
     void renameThatFails();
-    void renameOfWhatIsGone();
+    void renameOfAMissingItem();
     void renameWithoutAnItemDoesNothing();
     void renameStaysInItsFolder();
     void renameStaysWithItsItem();
@@ -287,7 +287,7 @@ void TestFormFileOperations::renameThatFails()
     QVERIFY(!m_form->wasReadAgain());
 }
 
-void TestFormFileOperations::renameOfWhatIsGone()
+void TestFormFileOperations::renameOfAMissingItem()
 {
     m_form->world.makePhotos(2);
     m_form->startMarked("a00.jpg");

@@ -64,11 +64,11 @@ private Q_SLOTS:
     void detailsShowThatPicture();
     void continueGoesOnAndEndLeaves();
     void fullViewShowsThatPicture();
-    void optionsComeUpAndNoOtherShow();
+    void optionsOpenWithoutAnotherShow();
     void aDeletedPictureLeavesTheBrowser_data();
     void aDeletedPictureLeavesTheBrowser();
     void fullViewWithoutAPictureShowsThePageAgain();
-    void theCursorComesBackFromBehindTheEnd();
+    void aCursorBehindTheEndIsMovedBack();
     void theLastPictureDeletedLeavesAnEmptyPage();
     void theFormIsBusyMeanwhile();
     void theOptionsOpen();
@@ -239,7 +239,7 @@ void TestFormFileSlideshow::fullViewShowsThatPicture()
     QVERIFY(m_form->waitForCells(3));
 }
 
-void TestFormFileSlideshow::optionsComeUpAndNoOtherShow()
+void TestFormFileSlideshow::optionsOpenWithoutAnotherShow()
 {
     startWith(2, 0);
     const WindowLog log;
@@ -299,7 +299,7 @@ void TestFormFileSlideshow::fullViewWithoutAPictureShowsThePageAgain()
     QCOMPARE(cursorName(), QStringLiteral("a"));
 }
 
-void TestFormFileSlideshow::theCursorComesBackFromBehindTheEnd()
+void TestFormFileSlideshow::aCursorBehindTheEndIsMovedBack()
 {
     m_form->world.makePhoto(QStringLiteral("a00.jpg"), QSize(2500, 1900)); // takes its time
     m_form->world.makePhoto(QStringLiteral("a01.jpg"));

@@ -170,7 +170,7 @@ void TestMailCopy::theFirstFreeNumberIsTaken()
     QCOMPARE(lumi::freeMailPath(kDay), QString(folder + QStringLiteral("!2026111_001.jpg")));
     m_world->makeFile(QStringLiteral("mail/!2026111_001.jpg"), "x");
     m_world->makeFile(QStringLiteral("mail/!2026111_003.jpg"), "x");
-    // A copy made on the other day with the same prefix uses its number up.
+    // A copy of another day with the same prefix takes its number.
     QCOMPARE(lumi::freeMailPath(QDate(2026, 11, 1)),
              QString(folder + QStringLiteral("!2026111_002.jpg")));
     m_world->makeFolder(QStringLiteral("mail/!2026111_002.jpg"));

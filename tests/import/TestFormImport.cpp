@@ -45,12 +45,12 @@ private Q_SLOTS:
     void buttonsFollowTheCards();
     void theFocusStartsOnACard_data();
     void theFocusStartsOnACard();
-    void aPushShows();
+    void aPressedButtonLooksPressed();
     void aMissingCardCantBePressed();
     void aPulledCardIsGrayAtOnce();
     void aCardThatComesStartsNothing();
     void cardNewsWaitForABusyForm();
-    void labelsTellTheRoom();
+    void labelsShowTheFreeSpace();
     void labelsAreRefreshed();
     void theRefreshComesEveryFiveSeconds();
     void labelsGrowWithTheirTexts();
@@ -188,7 +188,7 @@ void TestFormImport::theFocusStartsOnACard()
     }
 }
 
-void TestFormImport::aPushShows()
+void TestFormImport::aPressedButtonLooksPressed()
 {
     m_form->insertCard(Slot::CF, {});
     m_form->insertCard(Slot::SD, {});
@@ -255,7 +255,7 @@ void TestFormImport::cardNewsWaitForABusyForm()
     QVERIFY(!m_form->cf->isEnabled());
 }
 
-void TestFormImport::labelsTellTheRoom()
+void TestFormImport::labelsShowTheFreeSpace()
 {
     m_form->setFreeKB(1234568);
     m_form->start();

@@ -43,8 +43,8 @@ private Q_SLOTS:
     void theSameNameAgainIsNumbered();
     void theStoreCantBeUsed_data();
     void theStoreCantBeUsed();
-    void aCancelBeforeTheFirstFileIsThrough_data();
-    void aCancelBeforeTheFirstFileIsThrough();
+    void aCancelBeforeTheFirstFileIsCopied_data();
+    void aCancelBeforeTheFirstFileIsCopied();
     void aCancelLaterHasAReport();
     void aFullStoreIsAWarning();
     void aMismatchInTheLastFileOnly();
@@ -128,14 +128,14 @@ void TestImportCopying::theStoreCantBeUsed()
     QVERIFY(m_form->folders().isEmpty());
 }
 
-void TestImportCopying::aCancelBeforeTheFirstFileIsThrough_data()
+void TestImportCopying::aCancelBeforeTheFirstFileIsCopied_data()
 {
     QTest::addColumn<bool>("atOnce");
     QTest::newRow("as soon as the dialog is there") << true;
     QTest::newRow("in the middle of the file") << false;
 }
 
-void TestImportCopying::aCancelBeforeTheFirstFileIsThrough()
+void TestImportCopying::aCancelBeforeTheFirstFileIsCopied()
 {
     QFETCH(bool, atOnce);
     m_form->insertCard(Slot::SD, kThreePhotos, 60000);

@@ -34,9 +34,9 @@ private Q_SLOTS:
     void theFirstFailureEndsTheRun();
     void aCancelStopsTheFileInWork();
     void aCancelOfEmptyFilesWaits();
-    void aCancelWithoutACardIsNone();
+    void aCancelAfterTheCardIsGoneIsAnAccessFailure();
     void aWrongSizeDoesNotEndTheRun();
-    void aVanishedSourceIsNoMatch();
+    void aVanishedSourceIsAMismatch();
     void aLimitInTheMiddleOfAFile_data();
     void aLimitInTheMiddleOfAFile();
     void whatWasLeftOutMakesAMismatch_data();
@@ -124,7 +124,7 @@ void TestImportFailures::aCancelOfEmptyFilesWaits()
     QVERIFY(m_failures.constFirst().path.endsWith(QStringLiteral("/c.jpg")));
 }
 
-void TestImportFailures::aCancelWithoutACardIsNone()
+void TestImportFailures::aCancelAfterTheCardIsGoneIsAnAccessFailure()
 {
     for (const char *name : {"/a.jpg", "/b.jpg", "/c.jpg"}) {
         writeBytes(m_card + QLatin1String(name), 20000);
@@ -163,7 +163,7 @@ void TestImportFailures::aWrongSizeDoesNotEndTheRun()
     QCOMPARE(m_steps, (QList<int>{1, 2, 3, 4}));
 }
 
-void TestImportFailures::aVanishedSourceIsNoMatch()
+void TestImportFailures::aVanishedSourceIsAMismatch()
 {
     const QString photo = m_card + QStringLiteral("/a.jpg");
     writeBytes(photo, 10);

@@ -45,7 +45,7 @@ private Q_SLOTS:
     void itsFilterGovernsLaterPastes();
     void theQuestionCanBeDenied();
     void theSearchCanBeCancelled();
-    void aCancelBeforeTheWalkIsLost();
+    void aCancelBeforeTheWalkHasNoEffect();
     void aCardPulledInTheSearch_data();
     void aCardPulledInTheSearch();
     void anotherPlaceHasTheStoresName();
@@ -330,7 +330,7 @@ void TestImportFlow::theSearchCanBeCancelled()
     QCOMPARE(FPVFileTree::fileCount(), 2);
 }
 
-void TestImportFlow::aCancelBeforeTheWalkIsLost()
+void TestImportFlow::aCancelBeforeTheWalkHasNoEffect()
 {
     m_form->insertCard(Slot::SD, kThreePhotos);
     int pressed = 0;

@@ -23,10 +23,10 @@ class TestImportGuards : public FlowTest
     Q_OBJECT
 
 private Q_SLOTS:
-    void whateverIsThrownEndsInAMessage();
+    void anExceptionEndsTheImportWithAMessage();
     void aSecondPressWhileItRuns_data();
     void aSecondPressWhileItRuns();
-    void nothingGetsThroughBehindACancelledDialog();
+    void inputIsIgnoredUntilACancelledCopyStops();
     void aCardPulledUnderADialogGraysItsButtonAfterwards_data();
     void aCardPulledUnderADialogGraysItsButtonAfterwards();
     void aCardExchangedWhileTheNameIsAsked();
@@ -35,7 +35,7 @@ private Q_SLOTS:
     void everyRunHasItsOwnReport();
 };
 
-void TestImportGuards::whateverIsThrownEndsInAMessage()
+void TestImportGuards::anExceptionEndsTheImportWithAMessage()
 {
     m_form->insertCard(Slot::SD, kThreePhotos);
     m_form->start();
@@ -98,7 +98,7 @@ void TestImportGuards::aSecondPressWhileItRuns()
     QCOMPARE(m_form->folders(), QStringList{todaysFolder()});
 }
 
-void TestImportGuards::nothingGetsThroughBehindACancelledDialog()
+void TestImportGuards::inputIsIgnoredUntilACancelledCopyStops()
 {
     m_form->insertCard(Slot::SD, kThreePhotos, 60000);
     m_form->insertCard(Slot::CF, kThreePhotos, 60000);

@@ -69,7 +69,7 @@ jpeg_scan_info scan(int component, int from, int to, int high, int low)
     return {1, {component, 0, 0, 0}, from, to, high, low};
 }
 
-/// All DC values, then each coefficient of each component by itself, then bit by bit finer.
+/// All DC values, then each coefficient of each component alone, then one bit more at a time.
 std::vector<jpeg_scan_info> manyScans(int components, int count)
 {
     constexpr int kFirstBit = 3;

@@ -31,8 +31,8 @@ struct JpegKind
 };
 
 [[nodiscard]] QByteArray makeJpeg(const JpegKind &kind);
-/// A gray arithmetic-coded picture with this many scans, three at least. The last one stands in the
-/// file again and again: it looks at each coefficient of each block and takes a bit a block.
+/// A gray arithmetic-coded picture with this many scans, at least three. The last one is repeated
+/// in the file: it visits each coefficient of each block and takes one bit for each block.
 [[nodiscard]] QByteArray makeArithmeticBomb(QSize size, int scans);
 /// Writes a file. Returns its path.
 QString writeJpeg(const QString &path, const JpegKind &kind);

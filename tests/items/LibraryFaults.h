@@ -33,7 +33,7 @@ public:
 /// How often libjpeg was told that a decode is over, since the start of the program.
 [[nodiscard]] int finishedDecodes();
 
-/// How many bytes lie between the first and the last place that lines of the latest decode went to.
+/// The distance in bytes between the first and the last target of lines in the latest decode.
 [[nodiscard]] std::ptrdiff_t lineReach();
 
 } // namespace lumi::test

@@ -27,7 +27,7 @@ public:
 
     [[nodiscard]] bool works() const { return m_works; }
 
-    /// Whether it was opened since this was made or last asked.
+    /// Whether it was opened since the construction or the last call.
     [[nodiscard]] bool wasOpened() const
     {
         QByteArray events(4096, '\0');

@@ -76,7 +76,7 @@ void TestFPVItemImage::aPictureOfUnknownFormatIsBlue()
     QVERIFY(isAllBlue(*decoded));
 }
 
-/// The proportions have to be known: here they were recorded when the file was a photo.
+/// The proportions must be known. They were recorded while the file was a photo.
 void TestFPVItemImage::theThumbnailOfAnUnknownFormatIsBlue()
 {
     SwapFixture fixture;

@@ -261,7 +261,7 @@ void TestFPVItemList::aMissingRootIsToldOnce()
     QVERIFY(!closer.boxes[0].hasParent);
     QCOMPARE(list.count(), 2);
 
-    // It stays so for the rest of the process, for any list, even if the root is back.
+    // Loading stays refused for the rest of the process, for any list, even if the root is back.
     QVERIFY(QDir(root()).mkdir(QStringLiteral("top")));
     QCOMPARE(list.load(root(), QString()), ListResult::RootMissing);
     FPVItemList other;

@@ -256,7 +256,7 @@ void TestScreenDecode::theEventLoopRunsBetweenSlices()
     QVERIFY(watched.waitForTheEnd());
     QCOMPARE(times.size(), std::size_t(11));
     QCOMPARE(events, 11);
-    QCOMPARE(unanswered, 0); // each was answered before the next slice
+    QCOMPARE(unanswered, 0); // each event was handled before the next slice
     for (std::size_t i = 1; i < times.size(); ++i) {
         QVERIFY2(times[i] - times[i - 1] >= 19, qPrintable(QString::number(times[i])));
     }

@@ -208,7 +208,7 @@ void TestThumbnails::aReplacedPhotoIsNotSquashed_data()
     const QSize landscape(640, 480);
     QTest::newRow("by a portrait, a new item") << landscape << QSize(480, 640) << false;
     QTest::newRow("by a panorama, the same item") << landscape << QSize(900, 200) << true;
-    QTest::newRow("a tall one by a landscape, the same item")
+    QTest::newRow("a portrait by a landscape, the same item")
         << QSize(50, 900) << landscape << true;
 }
 

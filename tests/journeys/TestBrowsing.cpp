@@ -61,9 +61,9 @@ private Q_SLOTS:
     void cleanup() { m_user.reset(); }
 
     void throughFoldersModesAndPages();
-    void fromCardToCardAndHomeAgain();
+    void fromCardToCardAndBackToTheStore();
     void theSecondVisitDecodesNothing();
-    void aBadPhotoStopsNobody();
+    void aBadPhotoDoesNotStopTheBrowser();
 
 private:
     [[nodiscard]] PagingScrollBar *bar(Qt::Orientation orientation) const;
@@ -128,7 +128,7 @@ void TestBrowsing::throughFoldersModesAndPages()
     QTRY_VERIFY(qobject_cast<FormTop *>(m_user->window->currentForm()) != nullptr);
 }
 
-void TestBrowsing::fromCardToCardAndHomeAgain()
+void TestBrowsing::fromCardToCardAndBackToTheStore()
 {
     lumi::test::BrowserWorld &world = m_user->world;
     world.makePhotos(2, QStringLiteral("kept"));
@@ -214,7 +214,7 @@ void TestBrowsing::theSecondVisitDecodesNothing()
     QVERIFY(!m_user->thumbnailColour(QStringLiteral("a00.jpg")).isValid());
 }
 
-void TestBrowsing::aBadPhotoStopsNobody()
+void TestBrowsing::aBadPhotoDoesNotStopTheBrowser()
 {
     m_user->world.makePhoto(QStringLiteral("a.jpg"), QSize(80, 60), Qt::red);
     m_user->world.makeFile(QStringLiteral("b.jpg"), "this is no photo");
@@ -229,7 +229,7 @@ void TestBrowsing::aBadPhotoStopsNobody()
     const QWidget *bad = m_user->cell(QStringLiteral("b.jpg"));
     const QPoint middle = bad->mapTo(m_user->window.get(), QPoint(bad->width() / 2, 60));
     QCOMPARE(m_user->window->grab().toImage().pixelColor(middle), QColor(Qt::black));
-    // It can be selected and left like any other.
+    // It can be selected, and the cursor can leave it, like any other photo.
     m_user->tapItem(QStringLiteral("b.jpg"));
     QCOMPARE(m_user->status(), QStringLiteral("b"));
     QTest::keyClick(m_user->view(), Qt::Key_Right);

@@ -42,7 +42,7 @@ class PtrListTest : public QObject
 protected:
     using Item = lumi::test::Item;
 
-    /// A new list of so many items, numbered from 0.
+    /// A new list of this many items, numbered from 0.
     void fill(int count);
     [[nodiscard]] std::vector<int> numbers() const;
 

@@ -65,7 +65,7 @@ void TestCardSlots::generationChangesWithTheCard()
     m_machine->insertCard(Slot::SD);
     const unsigned first = CardSlots::generation(Slot::SD);
     QVERIFY(first != empty);
-    // Only look() notices that it was out.
+    // Only look() notices the removal.
     m_machine->removeCard(Slot::SD);
     CardSlots::look();
     m_machine->insertCard(Slot::SD);

@@ -43,8 +43,8 @@ private Q_SLOTS:
     void whatIsWrittenIsOnDiskAtOnce();
     void anOutsideEditIsSeenAtTheNextRead();
     void groupsAreApart();
-    void odd_data();
-    void odd();
+    void valuesThatAreNotNumbers_data();
+    void valuesThatAreNotNumbers();
     void theRestOfTheFileStays();
     void aFolderInPlaceOfTheFileIsLeftAlone();
     void anUnreadableFileIsLeftAlone();
@@ -104,7 +104,7 @@ void TestConfig::groupsAreApart()
     QCOMPARE(config.readNumEntry(kKey, 2), 9);
 }
 
-void TestConfig::odd_data()
+void TestConfig::valuesThatAreNotNumbers_data()
 {
     QTest::addColumn<QByteArray>("value");
     QTest::newRow("empty") << QByteArray("");
@@ -117,7 +117,7 @@ void TestConfig::odd_data()
     QTest::newRow("no UTF-8") << QByteArray("\xFF\xFE");
 }
 
-void TestConfig::odd()
+void TestConfig::valuesThatAreNotNumbers()
 {
     QFETCH(QByteArray, value);
     QVERIFY(writeFile(settingsPath(), "[Common]\nFontSize=" + value + "\nOther=3\n"));

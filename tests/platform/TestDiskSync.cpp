@@ -23,9 +23,9 @@ namespace {
 constexpr int kLongestGapMs = 300;
 constexpr int kPatienceMs = 10000;
 
-/// While set, children can't be killed, like one that hangs in the system.
+/// While this is set, children can't be killed, like a child that hangs in the system.
 bool isKillRefused = false;
-/// Ranges that were asked to be written back.
+/// Ranges whose writing to the disk was started.
 QList<QPair<qint64, qint64>> ranges;
 
 bool always()
@@ -33,7 +33,7 @@ bool always()
     return true;
 }
 
-/// The child, whose script writes its number down; 0 without one.
+/// The process id of the child, which its script writes to a file; 0 without one.
 pid_t childOf(const StandInSync &sync)
 {
     QFile file(sync.path(QStringLiteral("pid")));
@@ -179,7 +179,7 @@ void TestDiskSync::aHangingChildIsStopped()
         QVERIFY(isAlive(sync));
         QCOMPARE(::kill(childOf(sync), SIGKILL), 0);
     }
-    // Its end is noticed, and it leaves nothing behind.
+    // The end of the child is noticed, and no zombie is left.
     QTRY_VERIFY_WITH_TIMEOUT(!isAlive(sync), kPatienceMs);
 }
 

@@ -65,7 +65,7 @@ void TestFileCalls::linksAreFollowed()
     QVERIFY(!readSmallFile(path("link")).has_value());
 }
 
-/// Their size is given as 0.
+/// The kernel reports a size of 0 for these files.
 void TestFileCalls::filesOfTheKernelAreRead()
 {
     for (const char *name : {"/proc/meminfo", "/proc/self/mountinfo"}) {
@@ -79,7 +79,7 @@ void TestFileCalls::largeFilesAreNotRead()
     QVERIFY(!readSmallFile(path("file")).has_value());
 }
 
-/// A read of the pipe would wait for a writer, one of the device would not end.
+/// A read of the pipe would wait for a writer. A read of the device would never end.
 void TestFileCalls::onlyRegularFilesAreOpened()
 {
     QCOMPARE(::mkfifo(QFile::encodeName(path("pipe")).constData(), 0600), 0);

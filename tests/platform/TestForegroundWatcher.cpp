@@ -28,11 +28,11 @@ class TestForegroundWatcher : public QObject
 private Q_SLOTS:
     void init();
     void cleanup();
-    void goingToTheBackgroundIsToldOnce();
-    void itIsToldLateEnough();
-    void aShortAbsenceIsNone();
-    void whoWasNeverInFrontLosesNothing();
-    void comingBackMakesItNewsAgain();
+    void goingToTheBackgroundIsReportedOnce();
+    void theReportComesAfterTheDelay();
+    void aShortAbsenceIsNotReported();
+    void aProgramThatWasNeverInFrontReportsNothing();
+    void afterComingBackItIsReportedAgain();
     void theApplicationsStateIsFollowed();
 
 private:
@@ -57,7 +57,7 @@ void TestForegroundWatcher::cleanup()
     m_channel.reset();
 }
 
-void TestForegroundWatcher::goingToTheBackgroundIsToldOnce()
+void TestForegroundWatcher::goingToTheBackgroundIsReportedOnce()
 {
     m_watcher->stateChanged(Qt::ApplicationActive);
     m_watcher->stateChanged(Qt::ApplicationInactive);
@@ -72,7 +72,7 @@ void TestForegroundWatcher::goingToTheBackgroundIsToldOnce()
     QCOMPARE(stream.status(), QDataStream::Ok);
 }
 
-void TestForegroundWatcher::itIsToldLateEnough()
+void TestForegroundWatcher::theReportComesAfterTheDelay()
 {
     m_watcher->stateChanged(Qt::ApplicationActive);
     m_watcher->stateChanged(Qt::ApplicationInactive);
@@ -88,7 +88,7 @@ void TestForegroundWatcher::itIsToldLateEnough()
     QVERIFY(timer.elapsed() >= ForegroundWatcher::kDelayMs * 9 / 10);
 }
 
-void TestForegroundWatcher::aShortAbsenceIsNone()
+void TestForegroundWatcher::aShortAbsenceIsNotReported()
 {
     m_watcher->stateChanged(Qt::ApplicationActive);
     for (int i = 0; i < 3; ++i) {
@@ -100,7 +100,7 @@ void TestForegroundWatcher::aShortAbsenceIsNone()
     QCOMPARE(m_spy->count(), 0);
 }
 
-void TestForegroundWatcher::whoWasNeverInFrontLosesNothing()
+void TestForegroundWatcher::aProgramThatWasNeverInFrontReportsNothing()
 {
     m_watcher->stateChanged(Qt::ApplicationInactive);
     m_watcher->stateChanged(Qt::ApplicationHidden);
@@ -108,7 +108,7 @@ void TestForegroundWatcher::whoWasNeverInFrontLosesNothing()
     QCOMPARE(m_spy->count(), 0);
 }
 
-void TestForegroundWatcher::comingBackMakesItNewsAgain()
+void TestForegroundWatcher::afterComingBackItIsReportedAgain()
 {
     for (int i = 1; i <= 2; ++i) {
         m_watcher->stateChanged(Qt::ApplicationActive);

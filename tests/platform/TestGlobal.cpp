@@ -13,7 +13,7 @@ int hides = 0;
 
 } // namespace
 
-/// In the place of the toolkit's own: there is no keyboard on a screen here that could go.
+/// Replaces the toolkit's function, because no on-screen keyboard exists here.
 void QInputMethod::hide()
 {
     ++hides;
@@ -24,11 +24,11 @@ class TestGlobal : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void theKeyboardOnTheScreenGoes();
+    void theOnScreenKeyboardIsHidden();
     void aFieldBeingEditedKeepsItsTextAndFocus();
 };
 
-void TestGlobal::theKeyboardOnTheScreenGoes()
+void TestGlobal::theOnScreenKeyboardIsHidden()
 {
     hides = 0;
     Global::hideInputMethod();

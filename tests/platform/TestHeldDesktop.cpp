@@ -48,7 +48,7 @@ QScreen *screenOf(QSize size)
     return found == screens.end() ? nullptr : *found;
 }
 
-/// A main widget on one of the two screens.
+/// A main widget on the screen of this size.
 std::unique_ptr<QWidget> mainWidgetOn(QSize screenSize)
 {
     auto widget = std::make_unique<QWidget>();

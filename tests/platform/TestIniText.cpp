@@ -23,8 +23,8 @@ class TestIniText : public QObject
 private Q_SLOTS:
     void reads_data();
     void reads();
-    void misses_data();
-    void misses();
+    void missingValues_data();
+    void missingValues();
     void writes_data();
     void writes();
     void everyCutOfATextCanBeReadAndWritten();
@@ -60,7 +60,7 @@ void TestIniText::reads()
     QCOMPARE(*found, value);
 }
 
-void TestIniText::misses_data()
+void TestIniText::missingValues_data()
 {
     QTest::addColumn<QByteArray>("ini");
     QTest::newRow("nothing at all") << QByteArray();
@@ -71,7 +71,7 @@ void TestIniText::misses_data()
     QTest::newRow("key without an equals sign") << QByteArray("[g]\nk\n");
 }
 
-void TestIniText::misses()
+void TestIniText::missingValues()
 {
     QFETCH(QByteArray, ini);
     QVERIFY(!IniText(ini).value(text("g"), text("k")).has_value());

@@ -15,7 +15,7 @@
 
 namespace {
 
-/// Writes down the keys that arrive.
+/// Records the keys that arrive.
 class Recorder : public QWidget
 {
 public:
@@ -49,7 +49,7 @@ private:
     }
 };
 
-/// A main window with the slot that the accepting key calls.
+/// A main window with the slot that the key "Yes" calls.
 class Acceptor : public QWidget
 {
     Q_OBJECT
@@ -77,12 +77,12 @@ private Q_SLOTS:
     void textFieldsGetTheirCharacters_data();
     void textFieldsGetTheirCharacters();
     void anAcceleratorOnADeviceKeyFires();
-    void anAcceleratorOutOfForceDoesNot_data();
-    void anAcceleratorOutOfForceDoesNot();
+    void anInactiveAcceleratorDoesNotFire_data();
+    void anInactiveAcceleratorDoesNotFire();
     void aTextFieldKeepsTheAcceleratorsKey();
     void theAcceptingKeyCallsTheMainWindow();
-    void theAcceptingKeyIsTheWidgetsIfItWantsIt();
-    void theAcceptingKeyOfAnotherWindowIsNot();
+    void aWidgetCanTakeTheAcceptingKey();
+    void theAcceptingKeyOfAnotherWindowIsIgnored();
     void aMainWindowWithoutTheSlotIsLeftAlone();
 };
 
@@ -185,7 +185,7 @@ void TestKeyTranslation::anAcceleratorOnADeviceKeyFires()
     QCOMPARE(inner->pressed, QList<int>({0x2010}));
 }
 
-void TestKeyTranslation::anAcceleratorOutOfForceDoesNot_data()
+void TestKeyTranslation::anInactiveAcceleratorDoesNotFire_data()
 {
     QTest::addColumn<QString>("why");
     for (const char *why :
@@ -194,7 +194,7 @@ void TestKeyTranslation::anAcceleratorOutOfForceDoesNot_data()
     }
 }
 
-void TestKeyTranslation::anAcceleratorOutOfForceDoesNot()
+void TestKeyTranslation::anInactiveAcceleratorDoesNotFire()
 {
     QFETCH(QString, why);
     QWidget window;
@@ -245,7 +245,7 @@ void TestKeyTranslation::theAcceptingKeyCallsTheMainWindow()
     QCOMPARE(window.accepted, 1);
 }
 
-void TestKeyTranslation::theAcceptingKeyIsTheWidgetsIfItWantsIt()
+void TestKeyTranslation::aWidgetCanTakeTheAcceptingKey()
 {
     Acceptor window;
     auto *inner = new Recorder(&window);
@@ -255,7 +255,7 @@ void TestKeyTranslation::theAcceptingKeyIsTheWidgetsIfItWantsIt()
     QCOMPARE(inner->pressed, QList<int>({Qt::Key_Yes}));
 }
 
-void TestKeyTranslation::theAcceptingKeyOfAnotherWindowIsNot()
+void TestKeyTranslation::theAcceptingKeyOfAnotherWindowIsIgnored()
 {
     Acceptor window;
     QWidget dialog;

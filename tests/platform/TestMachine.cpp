@@ -18,7 +18,7 @@ using lumi::test::writeFile;
 
 namespace {
 
-/// What the process and its children write to standard error while this lives.
+/// Collects what the process and its children write to standard error while it lives.
 class ErrorCatcher
 {
 public:
@@ -44,7 +44,7 @@ private:
     int m_saved;
 };
 
-/// Writes its end into a flag.
+/// Sets a flag when it is destroyed.
 class Mortal : public Machine
 {
 public:
@@ -83,7 +83,7 @@ private Q_SLOTS:
     void pipesAndDevicesAreNotRead();
     void hinge_data();
     void hinge();
-    void aProgramNameIsNoShellText();
+    void aProgramNameIsQuotedForTheShell();
     void depth_data();
     void depth();
     void resourcesAndSettingsHaveTheirPlaces();
@@ -295,7 +295,7 @@ void TestMachine::hinge()
     QCOMPARE(answer, result);
 }
 
-void TestMachine::aProgramNameIsNoShellText()
+void TestMachine::aProgramNameIsQuotedForTheShell()
 {
     useProfile("[Hinge]\nProgram=it's a; exit 9\n");
     const QString program = path("it's a; exit 9");

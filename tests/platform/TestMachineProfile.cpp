@@ -33,14 +33,14 @@ private Q_SLOTS:
     void initTestCase();
     void init();
     void cleanup();
-    void withoutAProfileTheHandheldsValuesHold();
+    void withoutAProfileTheHandheldsValuesApply();
     void theNamedFileComesFirst();
     void theUsersFileHidesTheSystemsAsAWhole();
-    void aRelativeNameIsMeantFromTheFolderOfTheStart();
+    void aRelativeNameIsRelativeToTheFolderOfTheStart();
     void aNamedFileThatIsMissingHidesTheOthersToo();
     void paths_data();
     void paths();
-    void numbersThatAreNoneAreTheDefault();
+    void invalidNumbersGiveTheDefault();
     void keys_data();
     void keys();
     void theProfileNamesOtherKeys();
@@ -85,7 +85,7 @@ void TestMachineProfile::cleanup()
     qunsetenv("LUMIVAULT_MACHINE");
 }
 
-void TestMachineProfile::withoutAProfileTheHandheldsValuesHold()
+void TestMachineProfile::withoutAProfileTheHandheldsValuesApply()
 {
     const lumi::MachineProfile profile;
     QCOMPARE(profile.path(Key::MountCF), QStringLiteral("/mnt/cf"));
@@ -120,7 +120,7 @@ void TestMachineProfile::theUsersFileHidesTheSystemsAsAWhole()
     QCOMPARE(card(), QStringLiteral("/mnt/card"));
 }
 
-void TestMachineProfile::aRelativeNameIsMeantFromTheFolderOfTheStart()
+void TestMachineProfile::aRelativeNameIsRelativeToTheFolderOfTheStart()
 {
     const QString before = QDir::currentPath();
     QVERIFY(writeFile(m_folder->filePath(QStringLiteral("named.ini")), withCard("cards/sd")));
@@ -164,7 +164,7 @@ void TestMachineProfile::paths()
     QCOMPARE(card(), QString(m_user + QStringLiteral("/lumivault/sd")));
 }
 
-void TestMachineProfile::numbersThatAreNoneAreTheDefault()
+void TestMachineProfile::invalidNumbersGiveTheDefault()
 {
     QVERIFY(writeFile(m_user + kProfile, "[Panel]\nDepth=deep\n[Keys]\nDevice=1\n"));
     QCOMPARE(lumi::MachineProfile().number(Key::PanelDepth), 32);

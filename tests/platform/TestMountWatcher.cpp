@@ -17,7 +17,7 @@ using lumi::test::FakeMachine;
 
 namespace {
 
-/// Time in which a wrong second message would have come.
+/// A wrong second message would arrive within this time.
 constexpr int kQuietMs = 100;
 
 } // namespace
@@ -30,10 +30,10 @@ private Q_SLOTS:
     void initTestCase();
     void init();
     void cleanup();
-    void aMarkerThatGoesAndComesIsOneMessageEach();
+    void eachChangeOfTheMarkerIsOneMessage();
     void aBurstIsOneMessage();
-    void otherFilesOnTheCardAreNoNews();
-    void aMarkerThatIsBackAtOnceIsNoNews();
+    void otherFilesOnTheCardSendNoMessage();
+    void aMarkerThatIsBackAtOnceSendsNoMessage();
     void aSlotFolderMayComeAndGo();
     void aFolderUnderTheOldNameIsWatchedAgain();
     void withoutATableOrFoldersNothingHappens();
@@ -48,7 +48,7 @@ private:
 
 void TestMountWatcher::initTestCase()
 {
-    // The application's own watcher starts with the event loop; let it look at other folders.
+    // Starts the application's own watcher now, so that it watches other folders than the tests.
     QCoreApplication::processEvents();
 }
 
@@ -66,7 +66,7 @@ void TestMountWatcher::cleanup()
     Machine::install(nullptr);
 }
 
-void TestMountWatcher::aMarkerThatGoesAndComesIsOneMessageEach()
+void TestMountWatcher::eachChangeOfTheMarkerIsOneMessage()
 {
     const MountWatcher watcher;
     m_machine->insertCard(Slot::CF);
@@ -92,7 +92,7 @@ void TestMountWatcher::aBurstIsOneMessage()
     QCOMPARE(m_spy->count(), 1);
 }
 
-void TestMountWatcher::otherFilesOnTheCardAreNoNews()
+void TestMountWatcher::otherFilesOnTheCardSendNoMessage()
 {
     m_machine->insertCard(Slot::CF);
     const MountWatcher watcher;
@@ -101,7 +101,7 @@ void TestMountWatcher::otherFilesOnTheCardAreNoNews()
     QCOMPARE(m_spy->count(), 0);
 }
 
-void TestMountWatcher::aMarkerThatIsBackAtOnceIsNoNews()
+void TestMountWatcher::aMarkerThatIsBackAtOnceSendsNoMessage()
 {
     const MountWatcher watcher;
     m_machine->insertCard(Slot::CF);
@@ -146,7 +146,7 @@ void TestMountWatcher::withoutATableOrFoldersNothingHappens()
     QCOMPARE(m_spy->count(), 0);
 }
 
-/// Nobody writes to the pipe, so reading it would not end.
+/// Nobody writes to the pipe, so a read of it would never end.
 void TestMountWatcher::aPipeForATableIsNotRead()
 {
     m_machine->table = m_machine->folder.filePath(QStringLiteral("pipe"));

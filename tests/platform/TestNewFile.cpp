@@ -241,7 +241,7 @@ void TestNewFile::plainRenameKeepsAFileThatTookTheName()
     QCOMPARE(entries(), QStringList{QStringLiteral("photo.jpg")});
 }
 
-/// Two programs may write to one card. The second one removes what it takes for a left-over.
+/// Two programs may write to one card. The second one removes the file of the first one.
 void TestNewFile::hiddenFileOfAnotherProgramIsNotTaken()
 {
     FileFaults faults(m_folder->path());

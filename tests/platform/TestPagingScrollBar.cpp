@@ -20,7 +20,7 @@ constexpr int kStep = 3;
 constexpr int kPage = 10;
 constexpr int kStart = 50;
 
-/// Writes down every signal with the value at that time.
+/// Records every signal with the value at that time.
 class Watched : public PagingScrollBar
 {
 public:
@@ -90,15 +90,15 @@ private Q_SLOTS:
     void keys_data();
     void keys();
 
-    void dragTellsAtTheEnd_data() { rowPerOrientation(); }
+    void dragIsReportedAtTheEnd_data() { rowPerOrientation(); }
 
-    void dragTellsAtTheEnd();
+    void dragIsReportedAtTheEnd();
     void middleClickJumpsOnce();
     void heldArrowRepeats();
     void wheelUpdatesOnce_data();
     void wheelUpdatesOnce();
-    void wheelAgainstTheEndTellsNothing();
-    void stepsAtTheEndsStillTell();
+    void wheelBeyondTheEndReportsNothing();
+    void stepsAtTheEndsAreReported();
     void programSetsTheValueSilently();
     void listenerMayChangeTheBar();
     void noContextMenu();
@@ -160,7 +160,7 @@ void TestPagingScrollBar::keys()
     QCOMPARE(bar->notes, QStringList{expected});
 }
 
-void TestPagingScrollBar::dragTellsAtTheEnd()
+void TestPagingScrollBar::dragIsReportedAtTheEnd()
 {
     QFETCH(Qt::Orientation, orientation);
     const auto bar = show(orientation);
@@ -220,7 +220,7 @@ void TestPagingScrollBar::wheelUpdatesOnce()
     QCOMPARE(bar->notes, QStringList{QStringLiteral("sliderReleased at %1").arg(bar->value())});
 }
 
-void TestPagingScrollBar::wheelAgainstTheEndTellsNothing()
+void TestPagingScrollBar::wheelBeyondTheEndReportsNothing()
 {
     const auto bar = show(Qt::Vertical);
     bar->setValue(bar->maximum());
@@ -229,7 +229,7 @@ void TestPagingScrollBar::wheelAgainstTheEndTellsNothing()
     QCOMPARE(bar->notes, QStringList());
 }
 
-void TestPagingScrollBar::stepsAtTheEndsStillTell()
+void TestPagingScrollBar::stepsAtTheEndsAreReported()
 {
     const auto bar = show(Qt::Vertical);
     bar->setValue(bar->maximum());

@@ -25,7 +25,7 @@ constexpr quint32 kRed = 0xFFFF0000U;
 constexpr quint32 kGreen = 0xFF00FF00U;
 constexpr quint32 kBlue = 0xFF0000FFU;
 
-/// Leaves in the memory what a window drew that is gone, and keeps the memory with another one.
+/// Leaves the pixels of a deleted window in the memory, which another window keeps alive.
 class StaleMemory
 {
 public:
@@ -81,7 +81,7 @@ void TestPaintedWindows::anotherWindowComesAndGoes()
         const QImage shown = lumi::test::screenShot();
         QVERIFY(!patternFault(shown, popup.geometry(), QPoint(), 32).isEmpty());
         QCOMPARE(patternFault(shown, QRect(0, 0, 200, 480), QPoint(), 32), QString());
-        // Drawing while it is covered leaves the popup alone.
+        // Drawing into a covered window does not draw over the popup.
         drawPattern(&top);
         QVERIFY(!patternFault(lumi::test::screenShot(), popup.geometry(), QPoint(), 32).isEmpty());
     }

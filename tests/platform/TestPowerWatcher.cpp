@@ -15,7 +15,7 @@ using lumi::test::FakeMachine;
 namespace {
 
 constexpr int kShortMs = 5;
-/// Many of the watcher's intervals.
+/// Much longer than the watcher's interval.
 constexpr int kQuietMs = 100;
 
 } // namespace

@@ -214,8 +214,8 @@ void TestPtrList::rangeForLeavesTheCursor()
     QCOMPARE(m_list->at(), 1);
 }
 
-// A walk that counts the whole list by the same cursor in each step visits two items: the
-// swap store's trim depends on it.
+// If each step of a walk counts the whole list by the same cursor, the walk visits two items. The
+// swap store depends on this when it trims.
 void TestPtrList::countingDuringAWalkEndsIt()
 {
     fill(4);

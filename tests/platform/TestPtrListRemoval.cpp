@@ -122,7 +122,7 @@ void TestPtrListRemoval::removesTheOnlyOne()
     QVERIFY(!m_list->remove());
 }
 
-// After a removal the cursor already stands on the follower, so next() passes over it.
+// After a removal the cursor is already on the follower, so next() skips that item.
 void TestPtrListRemoval::removesWhileWalking()
 {
     fill(5);

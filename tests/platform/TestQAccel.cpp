@@ -11,8 +11,8 @@ namespace {
 
 constexpr int kDeviceKey = 0x201A;
 
-/// The device's own key, as its window system delivers it. A key click of the test library
-/// knows only named keys and letters.
+/// A key of the device, as its window system delivers it. QTest::keyClick() supports only named
+/// keys and letters.
 void pressDeviceKey(QWidget *widget)
 {
     QWindow *window = widget->window()->windowHandle();

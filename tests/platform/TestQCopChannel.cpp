@@ -67,8 +67,8 @@ private Q_SLOTS:
     void deliveryGoesOnInNestedLoops();
     void theSignatureFitsConnectsByName();
     void envelopesArriveInOrderWithTheirData();
-    void whatIsPostedIsNoNewsForAgents();
-    void theHubTellsOfFirstAndLastListeners();
+    void postedMessagesAreNotReportedAsSent();
+    void theHubReportsFirstAndLastListeners();
 };
 
 void TestQCopChannel::nothingArrivesInsideSend()
@@ -273,7 +273,7 @@ void TestQCopChannel::envelopesArriveInOrderWithTheirData()
     QVERIFY(spy.at(2).at(1).toByteArray().isEmpty());
 }
 
-void TestQCopChannel::whatIsPostedIsNoNewsForAgents()
+void TestQCopChannel::postedMessagesAreNotReportedAsSent()
 {
     QSignalSpy spy(lumi::QCopHub::instance(), &lumi::QCopHub::sentHere);
     const QCopChannel channel(kChannel);
@@ -287,7 +287,7 @@ void TestQCopChannel::whatIsPostedIsNoNewsForAgents()
     QCOMPARE(messages(heard), QByteArrayList({"a()", "b()"}));
 }
 
-void TestQCopChannel::theHubTellsOfFirstAndLastListeners()
+void TestQCopChannel::theHubReportsFirstAndLastListeners()
 {
     QSignalSpy spy(lumi::QCopHub::instance(), &lumi::QCopHub::registrationChanged);
     auto one = std::make_unique<QCopChannel>(kChannel);

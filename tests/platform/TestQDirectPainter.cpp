@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Place and form of directly painted pixels, and their way to the screen.
+// The position and the format of directly painted pixels, and how they reach the screen.
 #include "platform/screen/QDirectPainter.h"
 #include "platform/toolkit/QScrollView.h"
 #include "tests/platform/PainterTest.h"
@@ -119,7 +119,7 @@ void TestQDirectPainter::everyPixel_data()
     addDepths();
 }
 
-// The child has odd sides and an odd place, and nothing is written beside it.
+// The child has an odd size and an odd position. No pixel beside it may change.
 void TestQDirectPainter::everyPixel()
 {
     QFETCH(int, depth);
@@ -145,8 +145,8 @@ void TestQDirectPainter::photoRasterStandsUpright_data()
     addDepths();
 }
 
-// A decoded photo has its pixel of column x, row r at x * H + (H - 1 - r); copying it line by
-// line must show it upright.
+// The pixel of column x, row r of a decoded photo is at x * H + (H - 1 - r). The photo must appear
+// upright when it is copied line by line.
 void TestQDirectPainter::photoRasterStandsUpright()
 {
     QFETCH(int, depth);

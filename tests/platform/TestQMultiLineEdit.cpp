@@ -13,7 +13,7 @@
 
 namespace {
 
-/// Gives a test what only derived classes see.
+/// Gives tests access to protected members.
 class OpenEdit : public QMultiLineEdit
 {
 public:
@@ -48,16 +48,16 @@ private Q_SLOTS:
     void anEditIsNotForgotten();
     void theCompositionAloneIsNoEdit();
     void replacedTextComesBackByUndo();
-    void setTextHasNoWayBack();
-    void theLimitStopsWhatComesIn_data();
-    void theLimitStopsWhatComesIn();
-    void theLimitNeverCutsWhatIsThere();
+    void setTextCannotBeUndone();
+    void theLimitCutsInsertedText_data();
+    void theLimitCutsInsertedText();
+    void theLimitNeverCutsExistingText();
     void aFullFieldCanBeShortened();
     void markedTextMakesRoom();
-    void halfACharacterDoesNotComeIn();
-    void withoutALimitEverythingComesIn();
+    void aCharacterIsNeverInsertedByHalf();
+    void withoutALimitNothingIsCut();
     void returnMakesALine();
-    void tabGoesOn();
+    void tabMovesTheFocus();
     void nothingCanBeDropped();
     void isAsHighAsItsLines();
 };
@@ -168,7 +168,7 @@ void TestQMultiLineEdit::replacedTextComesBackByUndo()
     QCOMPARE(edit.text(), QStringLiteral("old"));
 }
 
-void TestQMultiLineEdit::setTextHasNoWayBack()
+void TestQMultiLineEdit::setTextCannotBeUndone()
 {
     QMultiLineEdit edit;
     edit.setText(QStringLiteral("old"));
@@ -177,7 +177,7 @@ void TestQMultiLineEdit::setTextHasNoWayBack()
     QCOMPARE(edit.text(), QStringLiteral("new"));
 }
 
-void TestQMultiLineEdit::theLimitStopsWhatComesIn_data()
+void TestQMultiLineEdit::theLimitCutsInsertedText_data()
 {
     QTest::addColumn<int>("way");
     QTest::newRow("keys") << 0;
@@ -186,7 +186,7 @@ void TestQMultiLineEdit::theLimitStopsWhatComesIn_data()
     QTest::newRow("an input method") << 3;
 }
 
-void TestQMultiLineEdit::theLimitStopsWhatComesIn()
+void TestQMultiLineEdit::theLimitCutsInsertedText()
 {
     QFETCH(int, way);
     OpenEdit edit;
@@ -216,7 +216,7 @@ void TestQMultiLineEdit::theLimitStopsWhatComesIn()
     QCOMPARE(edit.text(), QStringLiteral("abcde"));
 }
 
-void TestQMultiLineEdit::theLimitNeverCutsWhatIsThere()
+void TestQMultiLineEdit::theLimitNeverCutsExistingText()
 {
     OpenEdit edit;
     edit.setText(QStringLiteral("abcdefgh"));
@@ -259,7 +259,7 @@ void TestQMultiLineEdit::markedTextMakesRoom()
     QCOMPARE(edit.text(), QStringLiteral("xycd"));
 }
 
-void TestQMultiLineEdit::halfACharacterDoesNotComeIn()
+void TestQMultiLineEdit::aCharacterIsNeverInsertedByHalf()
 {
     QMultiLineEdit edit;
     edit.setMaxLength(4);
@@ -267,7 +267,7 @@ void TestQMultiLineEdit::halfACharacterDoesNotComeIn()
     QCOMPARE(edit.text(), QStringLiteral("abc"));
 }
 
-void TestQMultiLineEdit::withoutALimitEverythingComesIn()
+void TestQMultiLineEdit::withoutALimitNothingIsCut()
 {
     QMultiLineEdit edit;
     QCOMPARE(edit.maxLength(), -1);
@@ -283,7 +283,7 @@ void TestQMultiLineEdit::returnMakesALine()
     QCOMPARE(edit.text(), QStringLiteral("\n\n"));
 }
 
-void TestQMultiLineEdit::tabGoesOn()
+void TestQMultiLineEdit::tabMovesTheFocus()
 {
     OpenEdit edit;
     QKeyEvent event(QEvent::KeyPress, Qt::Key_Tab, {}, QStringLiteral("\t"));

@@ -21,14 +21,14 @@ protected:
     void paintEvent(QPaintEvent *) override { ++paints; }
 };
 
-/// The window as it is once everything has come to rest.
+/// The window once its size no longer changes.
 QSize finalSize(const QWidget &widget)
 {
     QTest::qWait(50);
     return widget.size();
 }
 
-/// Its frame may lie a little outside or inside.
+/// The frame of the window may be a little smaller or larger.
 bool fillsTheScreen(const QWidget &window)
 {
     const QSize left = window.screen()->size() - window.frameSize();
@@ -107,7 +107,7 @@ void TestQPEApplication::aWindowIsPaintedBeforeWorkBegins()
     QPEApplication::waitPainted(&window, 1000);
     QVERIFY(window.paints > 0);
     QVERIFY(window.windowHandle() != nullptr);
-    // For a child the window is waited for.
+    // For a child widget, this waits for its window.
     Canvas outer;
     auto *inner = new Canvas;
     QVBoxLayout(&outer).addWidget(inner);

@@ -26,7 +26,7 @@ private Q_SLOTS:
 
     void showsTheFirstPageAndFollowsLinks();
     void endsByItsCloseButton();
-    void saysSoWithoutPages();
+    void missingPagesAreReported();
 
 private:
     /// Opens the help and runs `visit` while it is open.
@@ -89,7 +89,7 @@ void TestQPEDecoration::endsByItsCloseButton()
     });
 }
 
-void TestQPEDecoration::saysSoWithoutPages()
+void TestQPEDecoration::missingPagesAreReported()
 {
     QTest::failOnWarning(QRegularExpression(QStringLiteral("QTextBrowser")));
     help([](QDialog *, QTextBrowser *browser) {

@@ -27,7 +27,7 @@ public Q_SLOTS:
     void act() { ++calls; }
 };
 
-/// Does the steps one after the other while a menu runs, then closes what is still open.
+/// Runs the steps in order while a menu is open, then closes all that is still open.
 class WhileOpen
 {
 public:

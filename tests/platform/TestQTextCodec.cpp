@@ -25,7 +25,7 @@ QString decode(const char *name, const QByteArray &bytes)
                                                      static_cast<int>(bytes.size()));
 }
 
-/// Asks all four in their order; a later one must be strictly better. Empty if none is likely.
+/// Asks all four codecs in order. A later one must have a higher score. Empty if none is likely.
 QByteArray likeliest(const QByteArray &bytes)
 {
     QByteArray best;
@@ -63,7 +63,7 @@ private Q_SLOTS:
     void jisIsOfSevenBits();
     void cutAtEveryLength();
     void emptyText();
-    void controlsSpeakAgainst();
+    void controlCharactersLowerTheScore();
     void backslashAndTildeStay();
     void halfWidthKana();
     void everyWeight_data();
@@ -195,7 +195,7 @@ void TestQTextCodec::cutAtEveryLength()
     QCOMPARE(utf8.size(), text.size() * 3);
     QCOMPARE(sjis.size(), text.size() * 2);
     for (qsizetype length = 0; length <= utf8.size(); ++length) {
-        // An exact copy on the heap lets a sanitizer see every read behind it.
+        // The copy has exactly this size, so a sanitizer notices every read behind it.
         const std::vector<char> bytes(utf8.cbegin(), utf8.cbegin() + length);
         QCOMPARE(QTextCodec::codecForName("UTF-8")->heuristicContentMatch(bytes.data(),
                                                                           static_cast<int>(length))
@@ -222,7 +222,7 @@ void TestQTextCodec::emptyText()
     QVERIFY(likeliest(QByteArray()).isEmpty());
 }
 
-void TestQTextCodec::controlsSpeakAgainst()
+void TestQTextCodec::controlCharactersLowerTheScore()
 {
     QVERIFY(likeliest("\x01\x02\x03\x04").isEmpty());
     QVERIFY(likeliest("a\x01").isEmpty());

@@ -22,8 +22,8 @@ using lumi::test::shownPixel;
 
 namespace {
 
-/// Smooth scaling mixes neighbours, so the pattern is made of tiles and looked at in their
-/// middle.
+/// Smooth scaling mixes adjacent pixels. So the pattern has tiles, and only their middle is
+/// checked.
 constexpr int kTile = 8;
 
 quint32 tilePixel(int x, int y, int depth)
@@ -31,7 +31,7 @@ quint32 tilePixel(int x, int y, int depth)
     return lumi::test::patternPixel(x / kTile * 13, y / kTile * 9, depth);
 }
 
-/// Sampling starts anew in each part that is painted and may round the other way there.
+/// Each painted part is sampled on its own, so its rounding may differ.
 constexpr int kRounding = 2;
 
 int greatestDifference(const QImage &one, const QImage &other)

@@ -43,7 +43,7 @@ inline void writePixel(uchar *bits, int lineStep, int line, int pixel, quint32 v
     }
 }
 
-/// Fills all that belongs to the painter's widget with what `value(x, y)` says.
+/// Fills the whole area of the painter's widget with the pixels value(x, y).
 template <typename Value> void drawWith(QDirectPainter &painter, Value value)
 {
     uchar *bits = painter.frameBuffer();
@@ -102,7 +102,7 @@ inline QString patternFault(const QImage &shown, const QRect &part, const QPoint
     return QString();
 }
 
-/// The whole of the first screen as the user sees it, all windows over each other.
+/// The first screen as the user sees it, with all its windows.
 inline QImage screenShot()
 {
     QCoreApplication::sendPostedEvents();

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Answers dialogs in place of the user: records every dialog that appears and answers it from its
-// own event loop. The answers are given by name or in order; without one the default is used.
+// Answers dialogs instead of the user: records every dialog that appears and answers it from the
+// dialog's event loop. Answers are given by name or in order. The default is the default button.
 #pragma once
 
 #include "tests/support/dialogAnswers.h"
@@ -23,7 +23,7 @@ struct SeenDialog
     QString text;
     QStringList buttons; ///< captions without their underlined letters
     int icon = 0;        ///< of a message box
-    QString line;        ///< what describe() says
+    QString line;        ///< the text of describe()
     QPointer<QWidget> parent;
 };
 
@@ -34,13 +34,13 @@ public:
 
     DialogDriver();
 
-    /// For the next dialog of this caption that has no answer yet; wait and progress dialogs
-    /// go by their class names. Others are accepted by their default button, or as a whole.
+    /// Answers the next dialog with this caption, or with this class name for wait and progress
+    /// dialogs. All other dialogs are accepted by their default button or by accept().
     void expect(const QString &captionOrClass, Answer answer);
-    /// From now on those without an answer of their own are answered in this order, and closed
-    /// when there is no more, wait and progress dialogs aside.
+    /// From now on dialogs without an answer of their own are answered in this order. Without
+    /// further answers they are closed. Wait and progress dialogs are left alone.
     void answerInOrder(QList<Answer> answers);
-    /// A press on the button of that caption.
+    /// Answers the dialog by pressing the button with that caption.
     void press(const QString &captionOrClass, const QString &button);
 
     [[nodiscard]] QStringList captions() const; ///< of all but wait and progress dialogs
@@ -49,14 +49,14 @@ public:
     /// Dialogs of a class, in the order they appeared.
     [[nodiscard]] QList<SeenDialog> ofClass(const QString &className) const;
 
-    /// Answers that found no dialog.
+    /// The number of answers for which no dialog appeared.
     [[nodiscard]] int unused() const { return static_cast<int>(m_answers.size()); }
 
     QList<SeenDialog> seen;
     /// Called as each dialog appears.
     std::function<void()> atShow;
 
-    /// Presses the button of that caption; false if there is none that can be pressed.
+    /// Presses the button with that caption. False if no such button can be pressed.
     static bool pressButton(QDialog *dialog, const QString &button);
 
 protected:
@@ -71,7 +71,7 @@ private:
 
     void appeared(QDialog *dialog);
     [[nodiscard]] static SeenDialog recordOf(const QDialog *dialog);
-    /// Null for a dialog that is left alone.
+    /// Null for a dialog that is not answered.
     [[nodiscard]] Answer answerTo(const SeenDialog &dialog);
 
     QList<Row> m_answers;

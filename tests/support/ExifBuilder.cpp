@@ -280,8 +280,8 @@ QByteArray ExifBuilder::jpeg(int width, int height, quint32 rgb)
     return bytes;
 }
 
-/// The directories with pointers, link and thumbnail tags in place. Sizes do not depend on
-/// where a directory stands, so all entries are added first and given their offsets then.
+/// The directories with pointers, link and thumbnail tags. Sizes do not depend on offsets, so all
+/// entries are added before the offsets are set.
 std::array<ExifBuilder::Directory, 5> ExifBuilder::resolved() const
 {
     auto directories = m_directories;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Builds JPEG files with an Exif block for tests, well-formed ones by default and, on demand,
-// lying in any single field: type, count, value word, entry count, link, segment length.
+// Builds JPEG files with an Exif block for tests. They are well-formed by default. On demand any
+// field can be wrong: type, count, value word, entry count, link, segment length.
 // Format: header, then IFD0, Exif, interoperability, GPS and IFD1, each followed by its
 // values, then the thumbnail; laidOut() and packed() have others. Directories keep the order in
 // which entries were added; the pointers between them are added by the builder.
@@ -58,7 +58,7 @@ public:
     /// A thumbnail with its two tags in IFD1, each of type 4.
     ExifBuilder &thumbnail(const QByteArray &jpeg);
 
-    /// Lies: what the file says in place of the truth.
+    /// Wrong values: the file contains these instead of the right ones.
     ExifBuilder &entryCount(ExifListKind list, quint16 count);
     ExifBuilder &link(ExifListKind list, quint32 offset);
     ExifBuilder &ifd0Offset(quint32 offset);
@@ -75,12 +75,12 @@ public:
     [[nodiscard]] QByteArray block() const;
     /// The whole file.
     [[nodiscard]] QByteArray file() const;
-    /// False when path cannot be written whole.
+    /// False if the file could not be written completely.
     [[nodiscard]] bool write(const QString &path) const;
 
-    /// Where a directory stands, counted from the byte order mark; 0 without entries.
+    /// The offset of a directory from the byte order mark; 0 without entries.
     [[nodiscard]] quint32 offsetOf(ExifListKind list) const;
-    /// Where the thumbnail stands, counted likewise.
+    /// The offset of the thumbnail from the byte order mark.
     [[nodiscard]] quint32 thumbnailOffset() const;
 
     /// A JPEG of one colour.

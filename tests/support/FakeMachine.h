@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A machine whose every answer a test can set. It starts as a healthy handheld: two empty
-// card slots in a private folder, plenty of room, external power, hinge closed.
+// A machine whose answers a test can set. At first it is a handheld without faults: two empty card
+// slots in a private folder, much free space, external power, hinge closed.
 #pragma once
 
 #include "platform/Machine.h"
@@ -18,7 +18,7 @@ public:
     FakeMachine();
     ~FakeMachine() override;
 
-    /// Makes one, installs it and lends it; Machine::install(nullptr) ends it.
+    /// Makes a machine, installs it and lends it. Machine::install(nullptr) ends it.
     static FakeMachine *install();
 
     /// Takes the marker away, so that the slot counts as filled; the folder is kept.
@@ -72,8 +72,8 @@ public:
     QString resources; ///< the profile's folder while empty
 };
 
-/// One whose CF slot has a mount point that comes and goes with its card: the machine serves a
-/// stand-in.
+/// A machine whose CF slot has a mount point that exists only while a card is in. Otherwise the
+/// machine uses a stand-in folder.
 class VanishedSlot : public FakeMachine
 {
 public:

@@ -49,7 +49,7 @@ struct Step
     std::string text;
 };
 
-/// Made when a watch begins and never before, since these calls come before main as well.
+/// Made when a watch begins, not before, because these calls are also made before main().
 struct Watch
 {
     std::string folder;
@@ -62,7 +62,7 @@ struct Watch
 
 Watch *watch = nullptr;
 
-/// What is left to do to the caller of step().
+/// What the caller of step() has to do.
 struct Fault
 {
     What what = What::Nothing;
@@ -77,8 +77,8 @@ int countOf(unsigned calls)
     return static_cast<int>(std::count_if(watch->steps.begin(), watch->steps.end(), isMeant));
 }
 
-/// Not in a child that is about to become another program: it shares this process's memory, and
-/// its stack is small.
+/// False in a child before it starts another program, because the child shares this process's
+/// memory and has a small stack.
 bool isWatching()
 {
     return watch != nullptr && !watch->paused && watch->process == ::getpid();
@@ -137,7 +137,7 @@ Fault carryOut(const Plan &plan)
     return {plan.what, plan.bytes};
 }
 
-/// Notes the step and does what is planned for it.
+/// Records the step and runs the plan for it.
 Fault step(unsigned call, const char *word, const std::string &name)
 {
     if (name.empty()) {
@@ -146,7 +146,7 @@ Fault step(unsigned call, const char *word, const std::string &name)
     watch->steps.push_back({call, std::string(word) + ' ' + name});
     for (const Plan &plan : watch->plans) {
         if (isDue(plan, call)) {
-            const Plan due = plan; // what happens may plan more
+            const Plan due = plan; // the function may add plans
             return carryOut(due);
         }
     }

@@ -11,7 +11,7 @@
 
 namespace lumi::test {
 
-/// One at a time.
+/// Only one can exist at a time.
 class FileFaults
 {
 public:
@@ -42,20 +42,20 @@ public:
     FileFaults(const FileFaults &) = delete;
     FileFaults &operator=(const FileFaults &) = delete;
 
-    /// The nth of these calls (one Call or several, counted from 1) gives -1 and this errno.
-    /// A file to be closed is closed all the same.
+    /// The nth of these calls (one Call or several, counted from 1) returns -1 with this errno. A
+    /// file to be closed is closed nevertheless.
     void fail(unsigned calls, int nth, int error);
-    /// This one and all later ones fail.
+    /// The nth of these calls and all later ones fail.
     void failFrom(unsigned calls, int nth, int error);
-    /// This one reads or writes no more than these bytes; with 0 a read finds the end.
+    /// The nth of these calls transfers at most this many bytes. With 0 a read finds the end.
     void shorten(unsigned calls, int nth, int bytes);
-    /// Something else happens just before this one; what it calls does not count. With an
-    /// errno the call itself fails then.
+    /// A function runs just before the nth of these calls; its own calls are not counted. If an
+    /// errno is given, the call itself then fails.
     void doBefore(unsigned calls, int nth, std::function<void()> happening, int error = 0);
 
-    /// How many of these there have been.
+    /// The number of these calls so far.
     [[nodiscard]] int count(unsigned calls) const;
-    /// How many have failed or done less.
+    /// The number of calls that failed or were shortened.
     [[nodiscard]] int hits() const;
     /// What was called and with which file so far: "open a.jpg", "read", "write", "sync", "chmod",
     /// "close", "remove", "rename", "rename plainly", "make", "list", "next entry", "link". The

@@ -4,7 +4,7 @@
 
 namespace lumi::test {
 
-/// While it lives, a process of root is one of an ordinary user, to whom permissions apply.
+/// While it lives, a process of root acts as an ordinary user, to whom permissions apply.
 class OrdinaryUser
 {
 public:

@@ -3,14 +3,14 @@
 
 namespace lumi::test {
 
-/// How much more memory the process has held at any one time since this was made.
+/// The highest growth of the process's memory since the construction.
 class PeakMemory
 {
 public:
     PeakMemory();
 
-    /// In KB. 0 under the address sanitizer, which holds freed memory back, so that its figures
-    /// say nothing; a huge number where the system tells no figures.
+    /// In KB. 0 under the address sanitizer, which keeps freed memory, so that the figures are
+    /// useless. A huge number if the system has no figures.
     [[nodiscard]] long growthKB() const;
 
 private:

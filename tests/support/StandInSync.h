@@ -13,8 +13,8 @@ class StandInSync
 public:
     enum Others { KeepOthers, HideOthers };
 
-    /// Runs as a shell script in a folder of its own, path(). With HideOthers no other program
-    /// is found; a null script is no program.
+    /// Runs as a shell script in its own folder, path(). With HideOthers no other program is found.
+    /// A null script means that there is no program "sync".
     explicit StandInSync(const QByteArray &script, Others others = KeepOthers)
         : m_oldPath(qgetenv("PATH"))
     {
@@ -37,7 +37,7 @@ public:
     StandInSync(const StandInSync &) = delete;
     StandInSync &operator=(const StandInSync &) = delete;
 
-    /// Of a file that the script makes.
+    /// The content of a file that the script makes.
     [[nodiscard]] QString path(const QString &name) const { return m_folder.filePath(name); }
 
 private:

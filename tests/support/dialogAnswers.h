@@ -12,13 +12,13 @@ namespace lumi::test {
 
 using DialogAnswer = std::function<void(QDialog *)>;
 
-/// Types over what is offered, and accepts it with Return.
+/// Replaces the offered text by typing and accepts it with Return.
 [[nodiscard]] DialogAnswer typing(const QString &text);
 [[nodiscard]] DialogAnswer pressing(Qt::Key key);
 [[nodiscard]] DialogAnswer clicking(QMessageBox::StandardButton button);
-/// As the window manager does it.
+/// Closes the dialog as a window manager does.
 [[nodiscard]] DialogAnswer closing();
-/// Does something first.
+/// Calls a function before the answer.
 [[nodiscard]] DialogAnswer after(std::function<void()> deed, DialogAnswer answer);
 
 /// Whether a wait dialog is on the screen.

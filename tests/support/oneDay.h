@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// For tests that name things by today's date.
+// For tests with names that contain today's date.
 #pragma once
 
 #include <QTest>
@@ -7,8 +7,8 @@
 
 namespace lumi::test {
 
-/// Waits for the next day if this one is nearly over, so that a test that begins now has the
-/// same date from beginning to end.
+/// If the day is nearly over, waits for the next one, so that the date does not change during a
+/// test.
 inline void waitForOneDay()
 {
     constexpr int kMsToMidnight = 11000;

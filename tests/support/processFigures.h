@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the kernel says of the running test program.
+// The kernel's figures of the running test program.
 #pragma once
 
 #include <QByteArray>
@@ -19,7 +19,7 @@ namespace lumi::test {
     return QDir(QStringLiteral("/proc/self/fd")).entryList(QDir::AllEntries | QDir::System).size();
 }
 
-/// How far this process has read the file; -1 if it isn't open.
+/// The position up to which this process has read the file; -1 if it isn't open.
 [[nodiscard]] inline qint64 bytesRead(const QString &path)
 {
     const QDir handles(QStringLiteral("/proc/self/fd"));
@@ -45,7 +45,7 @@ namespace lumi::test {
     return fields.size() > 1 ? fields[1].toLong() * (::sysconf(_SC_PAGESIZE) >> 10) : -1;
 }
 
-/// Under the address sanitizer freed memory is held back, and its figures say nothing.
+/// False under the address sanitizer, which keeps freed memory, so that figures are useless.
 [[nodiscard]] inline bool countsMemory()
 {
     return ::mallinfo2().uordblks > 0;

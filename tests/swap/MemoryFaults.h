@@ -3,7 +3,7 @@
 
 namespace lumi::test {
 
-/// While it lives, no array can be had from the allocator that answers null.
+/// While it lives, new(std::nothrow) returns null for arrays.
 class NoArrays
 {
 public:

@@ -14,13 +14,13 @@ class SwapBlockTest : public QObject
     Q_OBJECT
 
 protected:
-    /// A block of the photo that has stored nothing yet.
+    /// A block of the photo that has not stored anything yet.
     [[nodiscard]] SwapBlock made() const;
-    /// Whether the block stores the image as one of the photo as it is.
+    /// Whether the block can store the image for the present state of the photo.
     [[nodiscard]] bool write(SwapBlock &block, QImage image = lumi::test::picture()) const;
-    /// Whether the block gives an image for the photo as it is.
+    /// Whether the block returns an image for the present state of the photo.
     [[nodiscard]] bool read(SwapBlock &block, QImage *image = nullptr) const;
-    /// How an image is handed to the block and back.
+    /// A block operation with this image.
     [[nodiscard]] static stSwap imageSwap(QImage *image);
     [[nodiscard]] QDateTime sourceTime() const;
 

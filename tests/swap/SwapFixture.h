@@ -19,7 +19,7 @@
 
 namespace lumi::test {
 
-/// Collects what goes through the message handler while it lives.
+/// Collects the messages of the message handler while it lives.
 class MessageLog
 {
 public:
@@ -62,7 +62,7 @@ private:
     std::unique_ptr<QTimer> m_timer;
 };
 
-/// The bytes of an index, put together by hand.
+/// Builds the bytes of an index.
 class IndexBytes
 {
 public:
@@ -79,14 +79,14 @@ public:
     SwapFixture();
     ~SwapFixture();
 
-    /// What is measured as free on every disk; plenty at first.
+    /// Sets the free space of every disk; at first there is plenty.
     void setFreeKB(int kilobytes) const;
 
     /// Opens the store and publishes its handle.
     SwapSystem &start();
-    /// The clean end of a run.
+    /// Ends the run cleanly.
     void stop();
-    /// A clean end and a start.
+    /// Ends the run cleanly and starts the next one.
     SwapSystem &restart();
 
     [[nodiscard]] QString path(const QString &relative) const;
@@ -97,7 +97,7 @@ public:
     [[nodiscard]] QString markerPath() const;
     [[nodiscard]] QString swapFile(const QString &name) const;
 
-    /// Makes a file that stands for a photo, dated kTime, and its folders; gives its full path.
+    /// Makes a file as a photo of the time kTime, with its folders. Returns its full path.
     QString addPhoto(const QString &relative) const;
     /// Names in the swap folder that end in the extension, sorted.
     [[nodiscard]] QStringList swapFiles() const;
@@ -113,7 +113,7 @@ public:
 void setFileTime(const QString &path, qint64 milliseconds);
 /// Size and time of each file below the folder, hidden ones too.
 [[nodiscard]] QMap<QString, QString> snapshot(const QString &folder);
-/// A picture whose pixels differ, so that a wrong one shows.
+/// A picture in which all pixels differ, so that a wrong one is noticed.
 [[nodiscard]] QImage picture(int width = 40, int height = 30, int seed = 0);
 /// All blocks of all controls.
 [[nodiscard]] int blockCount(const SwapSystem &store);

@@ -38,9 +38,9 @@ private Q_SLOTS:
     void aPictureComesBackAsTheStoredJpeg();
     void tenMegabytesAreLeftFree_data();
     void tenMegabytesAreLeftFree();
-    void theRoomIsThatOfTheDocuments();
+    void theFreeSpaceOfTheDocumentsCounts();
     void anEmptySwapPathIsReported();
-    void aNameThatPromisesDensePixelsChangesNothing();
+    void aNameForDensePixelsChangesNothing();
     void whatTookTheNameOfASwapFileIsReplaced();
     void linkToASwapFileIsNotRead();
     void aNameThatIsTooLongIsNotStored();
@@ -124,7 +124,7 @@ void TestSwapBlock::tenMegabytesAreLeftFree()
     QCOMPARE(block.record().sourceTime, static_cast<std::int32_t>(SwapFixture::kTime));
 }
 
-void TestSwapBlock::theRoomIsThatOfTheDocuments()
+void TestSwapBlock::theFreeSpaceOfTheDocumentsCounts()
 {
     QByteArray asked;
     m_fixture->machine->diskAt = [&asked](const QByteArray &path) {
@@ -154,7 +154,7 @@ void TestSwapBlock::anEmptySwapPathIsReported()
 }
 
 /// A file name's end such as "@2x" has a meaning to the toolkit's image reader.
-void TestSwapBlock::aNameThatPromisesDensePixelsChangesNothing()
+void TestSwapBlock::aNameForDensePixelsChangesNothing()
 {
     const QString name = QStringLiteral("a@2x.jpg");
     const lumi::SwapPlace place(m_fixture->swapFolder(), QStringLiteral(".swp"));

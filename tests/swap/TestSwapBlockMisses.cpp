@@ -26,7 +26,7 @@ private Q_SLOTS:
     void aDamagedSwapFileIsAMiss();
     void onlyWhatMayBeAThumbnailIsRead_data();
     void onlyWhatMayBeAThumbnailIsRead();
-    void aGiantThatWasPlantedIsNotDecoded();
+    void aHugePictureInASwapFileIsNotDecoded();
 };
 
 void TestSwapBlockMisses::aChangedSourceIsAMissAndTheFileStays()
@@ -119,7 +119,7 @@ void TestSwapBlockMisses::onlyWhatMayBeAThumbnailIsRead()
     QCOMPARE(!loaded.isNull(), isRead);
 }
 
-void TestSwapBlockMisses::aGiantThatWasPlantedIsNotDecoded()
+void TestSwapBlockMisses::aHugePictureInASwapFileIsNotDecoded()
 {
     SwapBlock block = made();
     QVERIFY(write(block));

@@ -96,7 +96,7 @@ void TestSwapCommand::printsTheIndex()
 
 void TestSwapCommand::changesNothing()
 {
-    // Neither a vanished photo nor a marker makes it touch the folder.
+    // The command changes nothing, even if a photo is missing or a marker exists.
     QVERIFY(QFile::remove(m_fixture->path(QStringLiteral("two/b.jpg"))));
     writeFile(m_fixture->markerPath(), "");
     const auto before = snapshot(m_fixture->root.path());

@@ -34,14 +34,14 @@ private Q_SLOTS:
     void aVanishedSwapFileTakesNothingElse();
     void aControlWhoseBlocksHaveAllGoneIsNotMade();
     void namesOutsideLatin1DoNotSurvive();
-    void invalidBlocksAreWrittenAndLiveIfTheirFileDoes();
+    void invalidBlocksAreWrittenAndReadIfTheirFileExists();
     void aSharedSwapFileIsAMissByItsTime();
-    void wholeRecordsBeforeACutStand();
-    void noFieldCanHurtFilesOutside();
+    void wholeRecordsBeforeACutAreKept();
+    void wrongFieldsNeverAffectFilesOutside();
     void filesNamedByADamagedIndexStay();
     void trimmingSparesAPhotoThatAnIndexNames();
-    void aFloodIsReadInPart_data();
-    void aFloodIsReadInPart();
+    void anIndexOfManyRecordsIsReadInPart_data();
+    void anIndexOfManyRecordsIsReadInPart();
     void aGiantIndexIsReadInPart();
     void aFullDiskKeepsTheOldIndex();
 
@@ -246,7 +246,7 @@ void TestSwapIndex::namesOutsideLatin1DoNotSurvive()
     QCOMPARE(m_fixture->swapFiles(), swapFiles);
 }
 
-void TestSwapIndex::invalidBlocksAreWrittenAndLiveIfTheirFileDoes()
+void TestSwapIndex::invalidBlocksAreWrittenAndReadIfTheirFileExists()
 {
     QImage image = picture();
     const QString file = m_fixture->addPhoto(QStringLiteral("one/a.jpg"));
@@ -261,7 +261,7 @@ void TestSwapIndex::invalidBlocksAreWrittenAndLiveIfTheirFileDoes()
     writeFile(m_fixture->swapFile(QStringLiteral("0000s_100_a.jpg.swp")), "x");
     const SwapSystem &store = m_fixture->start();
     QCOMPARE(blockCount(store), 1);
-    // Its swap time says that nothing was ever written.
+    // Its null swap time means that nothing was ever written.
     QVERIFY(!SwapLoad(file, &image, 100, 's'));
     m_fixture->stop();
     QVERIFY(QFile::remove(m_fixture->swapFile(QStringLiteral("0000s_100_a.jpg.swp"))));
@@ -287,14 +287,14 @@ void TestSwapIndex::aSharedSwapFileIsAMissByItsTime()
     QVERIFY(QFile::remove(gone));
     m_fixture->start();
     QVERIFY(SwapLoad(kept, &image, 100, 's'));
-    // The control moved up to place 0, so that the next folder takes over place 1.
+    // The control moved up to place 0, so that the next folder gets place 1.
     const QString next = m_fixture->addPhoto(QStringLiteral("third/a.jpg"));
     QVERIFY(SwapAppend(next, &image, 100, 's'));
     QVERIFY(SwapLoad(next, &image, 100, 's'));
     QVERIFY(!SwapLoad(kept, &image, 100, 's'));
 }
 
-void TestSwapIndex::wholeRecordsBeforeACutStand()
+void TestSwapIndex::wholeRecordsBeforeACutAreKept()
 {
     makeSample();
     const QByteArray whole = readFile(m_fixture->indexPath());
@@ -316,13 +316,13 @@ void TestSwapIndex::wholeRecordsBeforeACutStand()
         QCOMPARE(static_cast<qsizetype>(blockCount(store)), expected);
         QCOMPARE(store.controls().count(), (static_cast<int>(expected) + 1) / 2);
         QCOMPARE(m_fixture->swapFiles().size(), 3);
-        // The next call must work, whatever was read.
+        // The next call must work, however much was read.
         QVERIFY(!m_fixture->store->bLoad(QStringLiteral("no.jpg"), nullptr, 1, 's'));
     }
     QCOMPARE(snapshot(m_fixture->path(QStringLiteral("one"))), tree);
 }
 
-void TestSwapIndex::noFieldCanHurtFilesOutside()
+void TestSwapIndex::wrongFieldsNeverAffectFilesOutside()
 {
     writeFile(m_fixture->path(QStringLiteral("outside.swp")), "mine");
     makeSample();
@@ -395,7 +395,7 @@ void TestSwapIndex::trimmingSparesAPhotoThatAnIndexNames()
     QVERIFY(QFile::exists(file));
 }
 
-void TestSwapIndex::aFloodIsReadInPart_data()
+void TestSwapIndex::anIndexOfManyRecordsIsReadInPart_data()
 {
     lumi::test::columns<bool, int>();
     QTest::newRow("a folder for each block") << true << 4096;
@@ -403,7 +403,7 @@ void TestSwapIndex::aFloodIsReadInPart_data()
 }
 
 /// 64 MB of whole records of files that exist.
-void TestSwapIndex::aFloodIsReadInPart()
+void TestSwapIndex::anIndexOfManyRecordsIsReadInPart()
 {
     const auto [spread, most] = lumi::test::row<bool, int>();
     constexpr std::clock_t kMostSeconds = 5;

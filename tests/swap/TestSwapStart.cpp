@@ -174,7 +174,7 @@ void TestSwapStart::theMarkerGoesBeforeTheIndexIsWritten()
 {
     const MessageLog log;
     m_fixture->start();
-    // A folder in its place makes the writing of the index fail.
+    // A folder with the name of the index makes the writing of the index fail.
     QVERIFY(QDir().mkpath(m_fixture->indexPath()));
     m_fixture->stop();
     QCOMPARE(log.warnings.last(), QStringLiteral("SwapSystem::InitWrite Not Initialze File"));

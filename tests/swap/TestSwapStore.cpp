@@ -33,7 +33,7 @@ private Q_SLOTS:
     void namesOfAllScriptsWorkWithinARun_data();
     void namesOfAllScriptsWorkWithinARun();
     void aSecondVisitHitsWithoutWrites();
-    void aFullDiskNeverStopsAView();
+    void aFullDiskIsNoFailureForTheCaller();
     void aLookUpAsksForTheFilesOfNoOtherBlock();
 
 private:
@@ -134,7 +134,7 @@ void TestSwapStore::evenALookUpMakesAControl()
     QVERIFY(!SwapLoad(QStringLiteral("/never/seen.jpg"), &image, 100, 's'));
     QCOMPARE(m_fixture->store->controls().count(), 1);
     QCOMPARE(m_fixture->store->current()->id(), 0);
-    // Such a control doesn't come back.
+    // Such a control does not survive a restart.
     QCOMPARE(m_fixture->restart().controls().count(), 0);
 }
 
@@ -217,7 +217,7 @@ void TestSwapStore::aSecondVisitHitsWithoutWrites()
     QCOMPARE(blockCount(*m_fixture->store), 35);
 }
 
-void TestSwapStore::aFullDiskNeverStopsAView()
+void TestSwapStore::aFullDiskIsNoFailureForTheCaller()
 {
     const MessageLog log;
     m_fixture->stop();

@@ -197,7 +197,7 @@ void TestSwapSystem::aFailedWriteStaysInTheList()
     m_fixture->setFreeKB(10241);
     QVERIFY(m_store->bAppend(QStringLiteral("a.jpg"), &image, 100, 's'));
     QCOMPARE(blockCount(*m_store), 2);
-    // The failed one stands before the good one of the same key.
+    // The failed block comes before the good one of the same key.
     QVERIFY(!m_store->bLoad(QStringLiteral("a.jpg"), &image, 100, 's'));
     m_store = &m_fixture->restart();
     QCOMPARE(blockCount(*m_store), 2);
@@ -374,7 +374,7 @@ void TestSwapSystem::removingAControlRemovesAFileOfItsName()
     QVERIFY(!QFile::exists(file));
     QVERIFY(m_store->current() == nullptr);
     m_store->SetCurrent(m_photos, -1);
-    // The folder's own string, which goes with the control.
+    // The folder's own string, which is deleted with the control.
     QVERIFY(!m_store->bRemoveControl(m_store->current()->folder()));
     QVERIFY(QFileInfo(m_photos).isDir());
     QCOMPARE(m_store->controls().count(), 1);

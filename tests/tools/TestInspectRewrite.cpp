@@ -34,7 +34,7 @@ private Q_SLOTS:
     void badOperationsTouchNothing_data();
     void badOperationsTouchNothing();
     void photoWithoutABlockFails();
-    void fullDiskIsToldFromAFailure();
+    void fullDiskHasItsOwnResult();
     void wrongUsage_data();
     void wrongUsage();
 
@@ -176,7 +176,7 @@ void TestInspectRewrite::photoWithoutABlockFails()
     QCOMPARE(contentOf(m_photo), plain);
 }
 
-void TestInspectRewrite::fullDiskIsToldFromAFailure()
+void TestInspectRewrite::fullDiskHasItsOwnResult()
 {
     // Without the folder Documents there is no free space at home.
     QVERIFY(!QFile::exists(QDir::homePath() + QStringLiteral("/Documents")));

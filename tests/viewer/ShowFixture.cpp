@@ -328,7 +328,7 @@ void lumi::test::ShowFixture::inLoop(const std::function<bool()> &isOpen,
                                      const std::function<void()> &act,
                                      const std::function<void()> &open)
 {
-    // A timer polls. A wait here would keep the event loop from ending.
+    // A timer polls, because a wait here would keep the event loop from ending.
     QTimer timer;
     QObject::connect(&timer, &QTimer::timeout, &timer, [&] {
         if (isOpen()) {

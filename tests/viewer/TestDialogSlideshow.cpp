@@ -66,7 +66,7 @@ QMessageBox *openBox()
     return qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
 }
 
-/// Answers the next box with a button, or with Escape for none; notes what it said.
+/// Answers the next box with a button, or with Escape if there is none, and records its text.
 struct Answer
 {
     explicit Answer(QMessageBox::StandardButton button)
@@ -105,7 +105,7 @@ private Q_SLOTS:
 
     void listsHaveTheirRows_data();
     void listsHaveTheirRows();
-    void labelsStandAtTheLeft();
+    void labelsAreAtTheLeft();
     void unsetSettingsAreTheDefaults();
     void showsWhatIsStored();
     void storedRowsOutOfRangeAreClamped_data();
@@ -146,7 +146,7 @@ void TestDialogSlideshow::listsHaveTheirRows()
     QCOMPARE(rows(combo(dialog, number)).join(QLatin1Char(',')), expected);
 }
 
-void TestDialogSlideshow::labelsStandAtTheLeft()
+void TestDialogSlideshow::labelsAreAtTheLeft()
 {
     const DialogSlideshow dialog;
     const QStringList texts{QStringLiteral("Transition"), QStringLiteral("Order"),
@@ -240,7 +240,7 @@ void TestDialogSlideshow::okStoresAllFour()
     });
     QCOMPARE(dialog.exec(), int(QDialog::Accepted));
     QCOMPARE(stored(), (QList<int>{0, 1, 5, 10}));
-    // The order in which they were written is that of the file.
+    // The order in the file is the order of writing.
     QVERIFY(QFile::remove(Machine::instance().settingsFile(QStringLiteral("lumivault"))));
     dialog.accept();
     QFile file(Machine::instance().settingsFile(QStringLiteral("lumivault")));
@@ -339,7 +339,7 @@ void TestDialogSlideshow::anyListCountsAsAChange()
 {
     QFETCH(int, number);
     DialogSlideshow dialog;
-    // Even the row that it has already.
+    // Even if the row is the current one.
     choose(combo(dialog, number), combo(dialog, number)->currentIndex());
     const Answer answer(QMessageBox::Yes);
     dialog.reject();

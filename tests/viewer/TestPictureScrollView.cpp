@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The picture alone, in a window of its own, with rasters in which no two neighbours are alike.
+// The picture alone, in its own window, with rasters in which adjacent pixels differ.
 #include "platform/screen/FrameBuffer.h"
 #include "tests/platform/paintedPixels.h"
 #include "tests/support/FakeMachine.h"
@@ -200,7 +200,7 @@ void TestPictureScrollView::thePictureFollowsThePen()
     drag({100, 100}, {60, 130});
     QCOMPARE(m_origin, QPoint(340, 170));
     QCOMPARE(fault(100, {340, 170}), QString());
-    // A new press counts from where it is.
+    // A new press starts from the present position.
     drag({10, 10}, {20, 10});
     QCOMPARE(m_origin, QPoint(330, 170));
 }
@@ -230,7 +230,7 @@ void TestPictureScrollView::movesStopAtTheEdges()
     QCOMPARE(fault(100, {600, 500}), QString());
     drag({290, 190}, {5, 5});
     QCOMPARE(m_origin, QPoint(600, 500));
-    // All on show: nowhere to go.
+    // The whole picture is visible, so it can't move.
     m_view->setPercent(20);
     m_view->scrollKey(Qt::Key_Right);
     QCOMPARE(m_origin, QPoint(0, 0));
@@ -247,7 +247,7 @@ void TestPictureScrollView::withoutARasterNothingIsDrawn()
     makePhoto({900, 700});
     show(100);
     m_view->setRaster(&m_origin, nullptr, QSize(), 0);
-    // What was drawn stays until something else comes.
+    // The drawn pixels stay until something else is drawn.
     QCOMPARE(fault(100, {}), QString());
 }
 

@@ -21,7 +21,7 @@ namespace {
 
 constexpr quint32 kStale = 0x5A5A5A5A;
 constexpr quint32 kBlack32 = 0xFF000000;
-/// Bytes behind each row that nobody may touch.
+/// Bytes behind each row that must not change.
 constexpr int kRowGap = 12;
 
 quint32 masked(quint32 value, int depth)
@@ -72,7 +72,7 @@ private:
     std::vector<uchar> m_bytes;
 };
 
-/// A picture in which no pixel is like its neighbours, nor black, nor stale.
+/// A picture in which adjacent pixels differ and no pixel is black or stale.
 class Picture
 {
 public:
@@ -132,7 +132,7 @@ void expectSign(Screen *screen, SlideSign sign)
     }
 }
 
-/// What drawing must give, one pixel after the other, with a pointer that may stay behind.
+/// The expected pixels, drawn one by one with a pointer that may stay behind.
 Screen expected(const Picture &picture, const Screen &before, SlideSign sign)
 {
     Screen screen = before;
@@ -319,17 +319,17 @@ void TestSlideDrawing::thePictureCoversTheSignAndSparesAnotherCorner()
     const auto isStale = [&screen, depth](int row, int column) {
         return screen.at(row, column) == masked(kStale, depth);
     };
-    // The sign lay at columns 0 to 59; nothing of it is left.
+    // The sign was at columns 0 to 59. None of it is left.
     QCOMPARE(screen.at(30, 30), picture.at(30, 30));
     QCOMPARE(screen.at(610, 30), picture.at(610, 30));
-    // What is spared are the columns from 420 on.
+    // The pixels left out are at columns 420 and above.
     QCOMPARE(isStale(59, 420), sign == 2);
     QCOMPARE(isStale(0, 479), sign == 2);
     QVERIFY(!isStale(60, 420));
     QVERIFY(!isStale(59, 419));
     QCOMPARE(isStale(581, 420), sign == 1);
     QCOMPARE(isStale(639, 479), sign == 1);
-    QVERIFY(!isStale(580, 420)); // one row less than the sign has
+    QVERIFY(!isStale(580, 420)); // one row less than the height of the sign
     QVERIFY(!isStale(581, 419));
 }
 
@@ -343,7 +343,7 @@ void TestSlideDrawing::theSignHasItsForm()
     const auto isInk = [&pixels](int x, int y) {
         return pixels.at(std::size_t(x * 60 + y)) == 0x2B37;
     };
-    // Ground, two lines of frame, ground.
+    // Background, two lines of frame, background.
     for (int i = 5; i < 55; ++i) {
         for (const bool turned : {false, true}) {
             const auto ink = [&](int depth) {
@@ -358,7 +358,7 @@ void TestSlideDrawing::theSignHasItsForm()
             }
         }
     }
-    // The arrow grows from its tip at the left; behind it bars grow thinner.
+    // The arrow becomes wider from its tip at the left. The bars behind it become narrower.
     const auto inkOf = [&isInk](int x) {
         int count = 0;
         for (int y = 4; y < 56; ++y) {

@@ -332,7 +332,7 @@ void TestSlideShowDelete::aFailedDeletionIsReported_data()
 {
     QTest::addColumn<bool>("isProtected");
     QTest::newRow("nobody may write it: cameras mark photos to be kept that way") << true;
-    QTest::newRow("somebody else was faster") << false;
+    QTest::newRow("the file was removed before") << false;
 }
 
 void TestSlideShowDelete::aFailedDeletionIsReported()

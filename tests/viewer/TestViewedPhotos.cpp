@@ -50,10 +50,10 @@ QImage markedPhoto()
     return image;
 }
 
-/// Of a photo of one colour, as makeJpeg() makes them.
+/// The pixel of a photo of one colour, as makeJpeg() makes it.
 constexpr QRgb kPlainColour = 0xFF5D5D5DU;
 constexpr QRgb kMarginColour = 0xFF808080U;
-/// A photo of more lines is decoded without pauses, which would take half a minute.
+/// A photo with more lines is decoded without pauses, which would take half a minute.
 constexpr int kPatientLines = 2000;
 
 } // namespace
@@ -83,20 +83,20 @@ private Q_SLOTS:
 
 private:
     FPVItemJpeg *addFile(const QByteArray &bytes);
-    /// Opens the photo, waits for its picture and for that of full size, and closes. What
-    /// boxes said is in m_it->boxes, the sizes of the rasters seen in m_sizes.
+    /// Opens the photo, waits for its picture and for the one at full size, and closes the viewer.
+    /// The texts of boxes are in m_it->boxes, the sizes of the rasters in m_sizes.
     [[nodiscard]] bool seeIt(FPVItemImage *item, bool alsoFull);
     /// The first pixel on the screen that isn't the photo's as text, with the photo decoded at
     /// full size and shown from its top left; empty if all are right.
     [[nodiscard]] QString screenFault(const Decoded &decoded) const;
     void zoomTo(int percent);
-    /// The pixels in the corners of the picture's place, from left to right, top first.
+    /// The pixels in the corners of the picture's area, from left to right, top first.
     [[nodiscard]] QList<QRgb> corners() const;
     void press(int key, int times);
 
     std::unique_ptr<ViewerFixture> m_it;
     QList<QSize> m_sizes;
-    std::function<void()> m_whileSeen = [] {}; ///< before it closes
+    std::function<void()> m_whileSeen = [] {}; ///< called before the viewer closes
     int m_count = 0;
 };
 
@@ -206,7 +206,7 @@ void TestViewedPhotos::cornersWhenLarger()
     QVERIFY(isNear(corners().at(3), kBottomRight));
     press(Qt::Key_Left, kEnough);
     QVERIFY(isNear(corners().at(2), kBottomLeft));
-    // The mark ends where it should.
+    // The mark must end here.
     const QImage shot = m_it->shot();
     const int end = kMark * percent / 100;
     QVERIFY(end + 16 < shot.height());

@@ -128,7 +128,7 @@ void TestViewerZoom::zoomingDuringADecode()
     QVERIFY(m_it->waitForLook());
     QCOMPARE(shownPercent(), QStringLiteral("150%"));
     QCOMPARE(m_it->middle(), ScriptedImage::kFullColour);
-    // And before the first picture is there: the decode begins anew, at full size.
+    // Also before the first picture is shown: the decode begins again at full size.
     m_it->close();
     ScriptedImage *other = m_it->add(QStringLiteral("b.jpg"), kPhoto, 2);
     m_it->open(other);
@@ -173,12 +173,12 @@ void TestViewerZoom::theFitButtonFits()
 
 void TestViewerZoom::aLargePhotoCountsAsHalf()
 {
-    // Just as many pixels as make the decoder halve it.
+    // The least number of pixels at which the decoder halves the photo.
     const QSize photo(4096, 2048);
     showOne(photo, 4);
     QCOMPARE(shownPercent(), QString::asprintf("%d%%", fit(photo / 2)));
     QCOMPARE(m_it->sizeLabel()->text(), QStringLiteral("4096*2048 "));
-    // The raster of 1024 is drawn twice as large as a percent of 2048 says.
+    // The raster of 1024 is drawn at twice the percentage of a photo of 2048.
     const QImage shot = m_it->shot();
     const int width = fit(photo / 2) * 2 * 1024 / 100;
     const int left = (shot.width() - width) / 2;
@@ -238,7 +238,7 @@ void TestViewerZoom::keysWithTheFocusOnAButton()
     QCOMPARE(QApplication::focusWidget(), m_it->button(4));
     QTest::keyClick(m_it->button(4), Qt::Key_Space);
     QCOMPARE(m_it->view->currentObject(), other);
-    // The button has gone; the keys are the picture's again.
+    // The button is hidden, so the keys act on the picture again.
     QCOMPARE(QApplication::focusWidget(), m_it->scroll());
 }
 

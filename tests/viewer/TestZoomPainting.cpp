@@ -20,7 +20,7 @@ namespace {
 
 constexpr quint32 kUntouched = 0x12345678;
 
-/// A pixel of the photo; no two of a row or a column are alike.
+/// A pixel of the photo. All pixels of a row and of a column differ.
 quint32 photoPixel(int x, int y, int depth)
 {
     return depth == 16 ? quint32((x * 251 + y * 7 + 1) & 0xFFFF)
@@ -52,7 +52,7 @@ quint32 get(const uchar *bytes, int depth)
     return wide;
 }
 
-/// A photo as the decoder turns it, in memory of exactly its size.
+/// A photo turned like the decoder's rasters, in memory of exactly its size.
 std::vector<uchar> rasterOf(QSize size, int depth)
 {
     const auto count = static_cast<std::size_t>(size.width()) * std::size_t(size.height());
@@ -67,7 +67,7 @@ std::vector<uchar> rasterOf(QSize size, int depth)
     return bytes;
 }
 
-/// Turned memory behind a screen, of which a widget has a part.
+/// The turned memory of a screen and the area of a widget in it.
 struct Screen
 {
     Screen(QSize screenSize, const QRect &widgetRect, int bits)
@@ -94,7 +94,7 @@ struct Screen
         return {memory.data(), lineStep, turned(widget), region};
     }
 
-    /// As the user sees it.
+    /// The screen as the user sees it.
     [[nodiscard]] quint32 at(int x, int y) const
     {
         return get(memory.data() + std::ptrdiff_t(x) * lineStep
@@ -114,7 +114,7 @@ struct Screen
     std::vector<uchar> memory;
 };
 
-/// What the user should see at a place of the widget.
+/// The expected pixel at a place of the widget.
 quint32 expectedAt(const ZoomPlacement &across, const ZoomPlacement &down, QPoint at, int percent,
                    int depth)
 {
@@ -207,7 +207,7 @@ void TestZoomPainting::noPixelPastTheRaster()
                 QVERIFY(end.margin + end.shown <= room);
                 const int last = lumi::zoomedPixel(end.origin, end.shown - 1, percent);
                 QVERIFY(last < length);
-                // Whatever is larger than its room can be seen to its last pixel.
+                // A picture larger than its area can be moved until its last pixel is visible.
                 QVERIFY(end.shown < room || end.origin == 0 || last == length - 1);
             }
         }
@@ -242,7 +242,7 @@ void TestZoomPainting::everyPixel()
 {
     const auto [depth, photo, percent, origin] = lumi::test::row<int, QSize, int, QPoint>();
     const std::vector<uchar> raster = rasterOf(photo, depth);
-    // An odd height gives 16-bit lines a step that isn't their length.
+    // With an odd height the step of 16-bit lines differs from their length.
     Screen screen(QSize(120, 95), QRect(13, 21, 90, 61), depth);
     lumi::paintZoomed({raster.data(), photo, origin, percent, depth}, screen.target());
     const QString wrong = fault(screen, photo, origin, percent);
@@ -323,7 +323,7 @@ void TestZoomPainting::nothingToDraw()
             QCOMPARE(screen.at(x, y), screen.untouched());
         }
     }
-    // The same with everything there does draw.
+    // The same call without missing parts does draw.
     lumi::paintZoomed({raster.data(), {10, 10}, {}, 100, 32}, screen.target());
     QVERIFY(screen.at(0, 0) != screen.untouched());
 }

@@ -201,7 +201,7 @@ int lumi::test::ViewerFixture::count(QRgb colour) const
 
 void lumi::test::ViewerFixture::key(int key) const
 {
-    // The test library knows no device keys.
+    // QTest does not support device keys.
     for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
         QKeyEvent event(type, key, Qt::NoModifier);
         QCoreApplication::sendEvent(scroll(), &event);

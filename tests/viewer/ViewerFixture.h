@@ -23,10 +23,10 @@ class QToolButton;
 
 namespace lumi::test {
 
-/// As near as a JPEG of full quality and 16-bit pixels come.
+/// Whether the colours agree, but for the losses of JPEG and of 16-bit pixels.
 [[nodiscard]] bool isNear(QRgb one, QRgb other);
 
-/// Swallows what a broken file makes libjpeg say.
+/// Suppresses the messages of libjpeg about broken files.
 struct Silence
 {
     Silence();
@@ -37,7 +37,7 @@ struct Silence
     QtMessageHandler previous;
 };
 
-/// Closes the message boxes that open over a viewer, and notes what they say.
+/// Closes the message boxes that open over a viewer, and records their texts.
 class BoxReader
 {
 public:
@@ -58,7 +58,7 @@ public:
     ViewerFixture();
     ~ViewerFixture();
 
-    /// The list ends with another picture.
+    /// Appends a picture to the list.
     ScriptedImage *add(const QString &name, QSize size, int denominator = 1);
     /// Puts the cursor on the item and opens the viewer on it.
     FPVPictureScrollView *open(FPVItemImage *item);

@@ -13,7 +13,7 @@ inline const QString kMemoryBox = QStringLiteral("Error: Memory full.\nProcessin
 inline const QString kOpenBox = QStringLiteral("Error: You did not open this file (OK)");
 inline const QString kStartFull = QStringLiteral("start full");
 
-/// Makes a viewer for each test and checks that nothing of it is left.
+/// Makes a viewer for each test and checks that none of it is left.
 class ViewerTest : public QObject
 {
     Q_OBJECT
@@ -24,7 +24,7 @@ private Q_SLOTS:
 
 protected:
     ScriptedImage *openOne(QSize size = kPhoto, int denominator = 2);
-    /// Up to the viewing look.
+    /// Waits for the viewing look.
     ScriptedImage *showOne(QSize size = kPhoto, int denominator = 2);
     [[nodiscard]] int fit(QSize photo) const;
     [[nodiscard]] QString shownPercent() const;

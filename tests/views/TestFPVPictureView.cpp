@@ -47,7 +47,7 @@ public:
     bool fails = false;
 };
 
-/// Makes handlers public.
+/// Makes event handlers public.
 class OpenView : public FPVPictureView
 {
 public:

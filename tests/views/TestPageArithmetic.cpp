@@ -85,8 +85,8 @@ void TestPageArithmetic::pageTop_data()
     QTest::newRow("a top goes down to its row") << kLarge << 100 << 0 << 8 << -1 << 6;
     QTest::newRow("a top wins over an index") << kLarge << 100 << 0 << 9 << 50 << 9;
     QTest::newRow("20 items end on the last row") << kLarge << 20 << 0 << 18 << -1 << 15;
-    QTest::newRow("20 items, top 15 stands") << kLarge << 20 << 0 << 15 << -1 << 15;
-    QTest::newRow("20 items, top 12 stands") << kLarge << 20 << 0 << 12 << -1 << 12;
+    QTest::newRow("20 items, top 15 is kept") << kLarge << 20 << 0 << 15 << -1 << 15;
+    QTest::newRow("20 items, top 12 is kept") << kLarge << 20 << 0 << 12 << -1 << 12;
     QTest::newRow("a shrunk list pulls the page up") << kLarge << 8 << 30 << -1 << -1 << 3;
     QTest::newRow("exactly one page") << kLarge << 6 << 3 << -1 << -1 << 0;
     QTest::newRow("less than a page never begins below zero") << kLarge << 2 << 0 << 0 << 0 << 0;

@@ -45,7 +45,7 @@ private Q_SLOTS:
     void theCursorIsFoundAgain();
     void anIndexOffThePageIsNoCursor();
     void reloadShowsTheFolderFromItsTop();
-    void reloadOfNothingIsNothing();
+    void reloadWithoutAListDoesNothing();
     void aStaleCursorTakesTheSameIndexAfterAReload();
     void aFileThatVanishedBeforeThePageReloadsTheFolder();
     void aFolderThatVanishedEndsInOneReload();
@@ -334,7 +334,7 @@ void TestThumbnailPages::reloadShowsTheFolderFromItsTop()
     QCOMPARE(m_view->view.topIndex(), 0);
 }
 
-void TestThumbnailPages::reloadOfNothingIsNothing()
+void TestThumbnailPages::reloadWithoutAListDoesNothing()
 {
     m_view->fill(3);
     QVERIFY(m_view->waitForPage());

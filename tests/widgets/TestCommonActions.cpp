@@ -19,7 +19,7 @@ private Q_SLOTS:
     void versionTexts();
 
 private:
-    /// Calls the visitor with the modal window that comes up next.
+    /// Calls the visitor with the next modal window.
     void whenModal(const std::function<void(QWidget *)> &visitor);
 
     int m_visits = 0;

@@ -54,7 +54,7 @@ Seen recordOf(const QMessageBox &box)
     return seen;
 }
 
-/// Ends the box in the way the word says: a button's text, "return", "escape" or "close".
+/// Closes the box as the word says: a button's text, "return", "escape" or "close".
 void answer(QMessageBox *box, const QString &way)
 {
     const auto buttons = box->buttons();

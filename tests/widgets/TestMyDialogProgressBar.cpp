@@ -21,9 +21,9 @@ private Q_SLOTS:
     void secondTextIsOptional();
     void barFollows();
     void nothingToDoIsNoEndlessBar();
-    void cancelTellsThenHides_data();
-    void cancelTellsThenHides();
-    void deletionTellsNothing();
+    void cancelIsReportedAndHides_data();
+    void cancelIsReportedAndHides();
+    void deletionReportsNothing();
 };
 
 void TestMyDialogProgressBar::looks()
@@ -98,7 +98,7 @@ void TestMyDialogProgressBar::nothingToDoIsNoEndlessBar()
     QCOMPARE(dialog.findChild<QProgressBar *>()->maximum(), 1);
 }
 
-void TestMyDialogProgressBar::cancelTellsThenHides_data()
+void TestMyDialogProgressBar::cancelIsReportedAndHides_data()
 {
     QTest::addColumn<QString>("way");
     QTest::newRow("the button") << QStringLiteral("button");
@@ -106,7 +106,7 @@ void TestMyDialogProgressBar::cancelTellsThenHides_data()
     QTest::newRow("the window manager") << QStringLiteral("close");
 }
 
-void TestMyDialogProgressBar::cancelTellsThenHides()
+void TestMyDialogProgressBar::cancelIsReportedAndHides()
 {
     QFETCH(QString, way);
     MyDialogProgressBar dialog(nullptr, QStringLiteral("Copying..."));
@@ -131,7 +131,7 @@ void TestMyDialogProgressBar::cancelTellsThenHides()
     QCOMPARE(dialog.findChild<QProgressBar *>()->value(), 9);
 }
 
-void TestMyDialogProgressBar::deletionTellsNothing()
+void TestMyDialogProgressBar::deletionReportsNothing()
 {
     auto dialog = std::make_unique<MyDialogProgressBar>(nullptr, QStringLiteral("Copying..."));
     const QSignalSpy spy(dialog.get(), &MyDialogProgressBar::btn_cancel_clicked);

@@ -49,13 +49,13 @@ private Q_SLOTS:
     void looks();
     void buttonOnlyWithAText_data();
     void buttonOnlyWithAText();
-    void buttonTells();
+    void buttonIsReported();
     void isPaintedWhenStartReturns();
     void otherEventsRunDuringStart();
     void noLimitStaysUp_data();
     void noLimitStaysUp();
     void limitAccepts();
-    void escapeIsSwallowed();
+    void escapeIsIgnored();
     void escapeWithAModifierGoesOn();
     void windowManagerCannotCloseIt();
     void timeoutSlotHides();
@@ -102,7 +102,7 @@ void TestMyDialogWait::buttonOnlyWithAText()
     }
 }
 
-void TestMyDialogWait::buttonTells()
+void TestMyDialogWait::buttonIsReported()
 {
     MyDialogWait dialog(nullptr, QStringLiteral("Searching"), QStringLiteral("Stop"));
     const QSignalSpy spy(&dialog, &MyDialogWait::btn_clicked);
@@ -167,7 +167,7 @@ void TestMyDialogWait::limitAccepts()
     QCOMPARE(dialog.result(), int(QDialog::Accepted));
 }
 
-void TestMyDialogWait::escapeIsSwallowed()
+void TestMyDialogWait::escapeIsIgnored()
 {
     MyDialogWait dialog(nullptr, QStringLiteral("Working..."));
     const QSignalSpy rejected(&dialog, &QDialog::rejected);
@@ -181,7 +181,7 @@ void TestMyDialogWait::escapeWithAModifierGoesOn()
 {
     MyDialogWait dialog(nullptr, QStringLiteral("Working..."));
     dialog.start(0);
-    QVERIFY(!isAccepted(&dialog, Qt::ShiftModifier)); // the base class has no use for it
+    QVERIFY(!isAccepted(&dialog, Qt::ShiftModifier)); // the base class does not use it
     QVERIFY(dialog.isVisible());
 }
 

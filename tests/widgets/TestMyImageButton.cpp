@@ -24,7 +24,7 @@ QPixmap filled(Qt::GlobalColor color, const QSize &size = kSize)
     return pixmap;
 }
 
-/// Lets a test hand events to the button past the guards of its base class.
+/// Sends events to the button directly, without the checks of its base class.
 class OpenButton : public MyImageButton
 {
 public:
@@ -35,7 +35,7 @@ public:
     using MyImageButton::MyImageButton;
 };
 
-/// Counts the keys that its child let through.
+/// Counts the keys that its child did not accept.
 class KeyParent : public QWidget
 {
 public:
@@ -63,7 +63,7 @@ private Q_SLOTS:
     void cleanup();
     void stateChoosesThePicture_data();
     void stateChoosesThePicture();
-    void normalPictureStandsIn();
+    void normalPictureReplacesMissingOnes();
     void normalPictureLeavesOthers();
     void sizeIsThatOfTheNormalPicture();
     void denseScreenPictureCountsInLogicalPixels();
@@ -157,7 +157,7 @@ void TestMyImageButton::stateChoosesThePicture()
     QCOMPARE(shownColor(), color);
 }
 
-void TestMyImageButton::normalPictureStandsIn()
+void TestMyImageButton::normalPictureReplacesMissingOnes()
 {
     delete m_button;
     m_button = new OpenButton(m_parent.get());
@@ -310,7 +310,7 @@ void TestMyImageButton::pressDoesNotAskForEnabled()
     QVERIFY(m_button->isPressed());
     auto release = mouseEvent(QEvent::MouseButtonRelease, QPoint(5, 5));
     m_button->mouseReleaseEvent(&release);
-    QVERIFY(m_button->isPressed()); // the release does ask
+    QVERIFY(m_button->isPressed()); // the release does check it
     QCOMPARE(spy.size(), 0);
 }
 

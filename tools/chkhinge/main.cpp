@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // chkhinge: its exit status is the position of a convertible's screen: 1 if it is folded back
-// (tablet mode), otherwise 0, also on a machine without such a switch or without the permission to
-// read it. The program then knows the meaning of the "up" key.
+// (tablet mode), otherwise 0. It is also 0 without such a switch or without the permission to read
+// it. From the status the program knows the meaning of the "up" key.
 #include <array>
 #include <string>
 
@@ -22,7 +22,7 @@ bool isSet(const Switches &switches, unsigned bit)
     return ((static_cast<unsigned>(switches[bit / 8U]) >> (bit % 8U)) & 1U) != 0;
 }
 
-/// False for anything that is no input device.
+/// False for anything that is not an input device.
 bool inTabletMode(const std::string &device)
 {
     const int fd = open(device.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);

@@ -1,12 +1,12 @@
 # SPDX-License-Identifier: MIT
 # shellcheck shell=bash disable=SC2034,SC2154
-# Sourced by the tour: the full view and the slideshow through all that can happen to them,
-# in a home of their own with three photos and a battery.
+# Sourced by the tour: tests the full view and the slideshow in all situations, in a separate home
+# with three photos and a battery.
 
 showHome=$out/show
 showStore=$showHome/home/Documents/Photo_Files
 
-# make_show_home <demo folder>: takes its photos from there
+# make_show_home <demo folder>: copies its photos from there
 make_show_home() {
     local from=$1/home/Documents/Photo_Files name
     rm -rf "$showHome"
@@ -21,8 +21,8 @@ make_show_home() {
     cp "$from/Panorama.jpg" "$showStore/c.jpg"
 }
 
-# remember <name> <region>, looksLike <name> <region>: whether that part of the screen is as it
-# was then. A thumbnail out of the cache is a little different from the same one just made.
+# remember <name> <region> keeps that part of the screen. looksLike <name> <region>: whether it is
+# the same again. A thumbnail from the cache differs a little from a new one.
 remember() {
     convert "$out/last.png[$2]" "$out/kept-$1.png"
 }
@@ -34,13 +34,13 @@ looksLike() {
     [ "$different" -lt 500 ]
 }
 
-# otherProgram: one that is not ours comes to the front
+# otherProgram: shows the window of another program in front
 otherProgram() {
     display -size 240x120 -immutable xc:orange 2> /dev/null &
     otherPid=$!
 }
 
-# Its end, and a tap on what was behind it.
+# Ends that program and taps on what was behind it.
 otherProgramEnds() {
     kill "$otherPid"
     wait "$otherPid" 2> /dev/null
@@ -50,8 +50,8 @@ otherProgramEnds() {
     click "$(cell 0 0)"
 }
 
-# playsToItsEnd <seconds> <key>...: sets the options by these keys and plays; whether the browser
-# is back after that time
+# playsToItsEnd <seconds> <key>...: sets the options by these keys and plays. Succeeds if the
+# browser is back after that time.
 playsToItsEnd() {
     local seconds=$1
     shift
@@ -94,7 +94,7 @@ slideshowThatEndsEarly() {
     sleep 1
     settle
     step "by hand" changes click "$slideButton"
-    local patience=40 # the program looks at the battery every 30 s
+    local patience=40 # the program checks the battery every 30 s
     step "an empty battery ends the show" changes drain 10
     holds "and leads back to the browser" looksLike column "$column"
     step "by hand again" changes click "$slideButton"

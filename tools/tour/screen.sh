@@ -1,14 +1,14 @@
 # SPDX-License-Identifier: MIT
 # shellcheck shell=bash disable=SC2034,SC2154
-# Sourced by the tour: a virtual screen of a handheld's size, the program on it, steps that
-# wait for the picture to change and to come to rest. Wants $out, the folder for screenshots.
+# Sourced by the tour: a virtual screen of a handheld's size, the program on it, and steps that wait
+# until the picture has changed and is stable. Needs $out, the folder for screenshots.
 
 steps=0
 failures=0
 screenPids=()
 programPid=
 programStatus=
-# The part of the screen that the step at hand looks at, as WxH+X+Y; empty for all of it.
+# The part of the screen that the current step compares, as WxH+X+Y; empty for all of it.
 region=
 # Longest wait for a change; a slow machine may need seconds to paint a page of thumbnails.
 patience=15
@@ -67,7 +67,7 @@ alive() {
     [ -n "$programPid" ] && kill -0 "$programPid" 2> /dev/null
 }
 
-# end_program: as a user does, by closing the window; its status goes to programStatus.
+# end_program: closes the window as a user does and stores the exit status in programStatus.
 end_program() {
     key alt+F4
     local tries
@@ -106,7 +106,7 @@ sign() {
     identify -format '%#' "$1${region:+[$region]}"
 }
 
-# rest: waits until three looks in a row show the same; the last one is $out/now.png
+# rest: waits until three screenshots in a row are the same; the last one is $out/now.png
 rest() {
     local same=0 before now end=$((SECONDS + patience))
     look
@@ -124,7 +124,7 @@ rest() {
     done
 }
 
-# settle: what is on the screen now is what the next step starts from
+# settle: waits for a stable screen, with which the next step compares
 settle() {
     rest
     cp "$out/now.png" "$out/last.png"
@@ -167,7 +167,7 @@ step() {
     report "$what" "$verdict" "$name"
 }
 
-# holds <what> <command>...: a step that looks at files, not at the screen
+# holds <what> <command>...: a step that checks files instead of the screen
 holds() {
     local what=$1
     shift
@@ -202,7 +202,7 @@ middleClick() {
     xdotool mousemove $1 click 2
 }
 
-# fill "<x> <y>" <text>: types the text in place of what stands in the field there
+# fill "<x> <y>" <text>: replaces the text of the field at that place by typing
 fill() {
     click "$1"
     sleep 0.2
@@ -225,7 +225,7 @@ key() {
     done
 }
 
-# menu "<x> <y>" <number>: opens the menu there and chooses its entry of that number
+# menu "<x> <y>" <number>: opens the menu there and chooses the entry with that number
 menu() {
     local entry region=
     click "$1"

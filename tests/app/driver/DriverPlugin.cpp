@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // A plugin that acts as the user of the real program, in tests without a pointer and without a
-// window manager. It writes a line for each window that appears to standard output,
-// answers message boxes with their default button, and ends the program in the way that
-// $LUMI_DRIVER_END names: "close" closes the main window as a window manager would, "exit:N"
+// window manager. It writes a line for each window that appears to standard output and answers
+// message boxes with their default button. $LUMI_DRIVER_END says how it ends the program:
+// "close" closes the main window as a window manager would, "exit:N"
 // leaves the event loop with N, "visit" first opens the slideshow and the full view of the
 // browser's first photo and closes them after a second, "browse" opens the browser and lets
 // the program run on. Any other value only lets the program run. With $LUMI_DRIVER_PICTURES it
@@ -52,7 +52,7 @@ private:
     void appeared(QWidget *window)
     {
         auto *box = qobject_cast<QMessageBox *>(window);
-        if (box != nullptr && !box->buttons().isEmpty()) { // the full view is one without
+        if (box != nullptr && !box->buttons().isEmpty()) { // the full view has none
             QString text = box->text();
             text.replace(QLatin1Char('\n'), QLatin1Char('|'));
             report(QStringLiteral("box: %1: %2").arg(box->windowTitle(), text));

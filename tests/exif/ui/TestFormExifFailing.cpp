@@ -48,12 +48,12 @@ private Q_SLOTS:
 
     void aBadPositionIsNamed_data();
     void aBadPositionIsNamed();
-    void failuresAreTold_data();
-    void failuresAreTold();
+    void failuresAreReported_data();
+    void failuresAreReported();
     void aBlockThatWasNotReadKeepsItsTexts_data();
     void aBlockThatWasNotReadKeepsItsTexts();
     void aBadPositionIsNamedWithoutABlock();
-    void aTooLongBlockIsTold();
+    void aTooLongBlockIsReported();
     void aFolderThatCannotBeWrittenKeepsThePhoto();
     void aProtectedPhotoIsLeftAlone();
     void aPhotoOfAnotherCardIsLeftAlone();
@@ -115,7 +115,7 @@ void TestFormExifFailing::aBadPositionIsNamed()
     QCOMPARE(m_user->fileBytes(), before);
 }
 
-void TestFormExifFailing::failuresAreTold_data()
+void TestFormExifFailing::failuresAreReported_data()
 {
     QTest::addColumn<QString>("failure");
     QTest::addColumn<QString>("message");
@@ -125,7 +125,7 @@ void TestFormExifFailing::failuresAreTold_data()
     QTest::newRow("the photo is gone") << QStringLiteral("no photo") << kFailed;
 }
 
-void TestFormExifFailing::failuresAreTold()
+void TestFormExifFailing::failuresAreReported()
 {
     QFETCH(QString, failure);
     m_user->open(test::editablePhoto().photo(ExifBuilder::jpeg(400, 300, 0)));
@@ -216,7 +216,7 @@ void TestFormExifFailing::aBadPositionIsNamedWithoutABlock()
              QStringLiteral("Compiling Exif information failed. Retry."));
 }
 
-void TestFormExifFailing::aTooLongBlockIsTold()
+void TestFormExifFailing::aTooLongBlockIsReported()
 {
     m_user->open(test::crampedPhoto(65500, test::Filling::MakerNote, {}));
     const QByteArray before = m_user->fileBytes();

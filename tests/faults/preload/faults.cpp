@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Stands before the C library. Each function counts a call that concerns a watched folder,
-// disturbs it if it is its turn, and otherwise hands it on to the C library.
+// Replaces functions of the C library. Each function counts a call that concerns a watched folder,
+// disturbs it if the plan says so, and otherwise calls the function of the C library.
 #include "tests/faults/preload/FaultPlan.h"
 
 #include <algorithm>
@@ -44,7 +44,7 @@ template <class Function> Function *next(const char *name)
     }
 }
 
-/// The path of an open file; that of a file without a name begins with its folder.
+/// The path of an open file. For a file without a name it begins with its folder.
 Path pathOf(int handle)
 {
     Path path{};
@@ -130,7 +130,7 @@ void noteWritten(int handle)
     }
 }
 
-/// What becomes of a call whose turn it is.
+/// How the call is disturbed.
 Fate fateOf(unsigned call, bool isFirst)
 {
     switch (plan->act) {
@@ -154,7 +154,7 @@ bool goesOn()
     return plan->act == Act::FailFrom || plan->act == Act::FillUp;
 }
 
-/// Counts the call.
+/// Counts the call and returns how it is disturbed.
 Fate meetAt(unsigned call, const char *name, const Path &path)
 {
     if ((plan->calls & call) == 0 || !isWatched(path)) {
@@ -170,7 +170,7 @@ Fate meetAt(unsigned call, const char *name, const Path &path)
     return fateOf(call, number == plan->nth);
 }
 
-/// The same for an open file that may lose what was written: at the first sync or close after it.
+/// The same for the first sync or close of a file after writing, which may lose what was written.
 Fate meetUnsafe(unsigned call, const char *name, int handle)
 {
     if (!isUnsafe(handle)) {
@@ -184,7 +184,7 @@ Fate meetUnsafe(unsigned call, const char *name, int handle)
     return fate;
 }
 
-/// Leaves errno alone unless the call fails.
+/// Changes errno only if the call fails.
 Fate meet(unsigned call, const char *name, int handle)
 {
     if (plan == nullptr) {
@@ -208,7 +208,7 @@ Fate meet(unsigned call, const char *name, int folder, const char *file)
     return fate;
 }
 
-/// Whether the file system can't do this at all.
+/// Whether the file system lacks this function.
 bool isRefused(bool isUnable, int error, int folder, const char *file)
 {
     if (plan == nullptr || !isUnable || !isWatched(pathOf(folder, file))) {
@@ -218,7 +218,7 @@ bool isRefused(bool isUnable, int error, int folder, const char *file)
     return true;
 }
 
-/// A call that gives -1 when it fails, on an open file.
+/// A call on an open file. It returns -1 if it fails.
 template <class... Arguments>
 int onFile(unsigned call, const char *name, int handle, Arguments... arguments)
 {
@@ -245,7 +245,7 @@ int inFolder(unsigned call, const char *name, int folder, const char *path, Argu
         : -1;
 }
 
-/// A call that moves bytes: transfer(size) does it.
+/// A call that transfers bytes by transfer(size).
 template <class Transfer>
 ssize_t moved(unsigned call, const char *name, int handle, size_t size, Transfer transfer)
 {
@@ -437,7 +437,7 @@ int sync_file_range(int handle, off64_t place, off64_t size, unsigned flags)
     return onFile(Sync, "sync_file_range", handle, place, size, flags);
 }
 
-/// The handle is given back even if this fails, as by the system.
+/// The handle is closed even if this fails, as in the system.
 int close(int handle)
 {
     const Fate fate = meet(Close, "close", handle);

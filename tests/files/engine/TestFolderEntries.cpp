@@ -37,8 +37,8 @@ private Q_SLOTS:
     void aRefusedRenameLeavesBoth();
     void whatTakesTheNewNameMeanwhileIsKept_data();
     void whatTakesTheNewNameMeanwhileIsKept();
-    void renamingWhereNothingCanBeRefused_data();
-    void renamingWhereNothingCanBeRefused();
+    void renamingWithoutConditionalRename_data();
+    void renamingWithoutConditionalRename();
     void oneFileUnderTwoPaths();
     void photosAreRemoved();
     void protectedPhotosStay();
@@ -213,7 +213,7 @@ void TestFolderEntries::whatTakesTheNewNameMeanwhileIsKept()
     QCOMPARE(m_files->content(QStringLiteral("b.jpg")), isLink ? QByteArray() : QByteArray("2"));
 }
 
-void TestFolderEntries::renamingWhereNothingCanBeRefused_data()
+void TestFolderEntries::renamingWithoutConditionalRename_data()
 {
     QTest::addColumn<int>("error");
     QTest::newRow("EINVAL for a conditional rename") << EINVAL;
@@ -221,7 +221,7 @@ void TestFolderEntries::renamingWhereNothingCanBeRefused_data()
     QTest::newRow("EOPNOTSUPP for a conditional rename") << EOPNOTSUPP;
 }
 
-void TestFolderEntries::renamingWhereNothingCanBeRefused()
+void TestFolderEntries::renamingWithoutConditionalRename()
 {
     QFETCH(int, error);
     m_files->make(QStringLiteral("a.jpg"), "1");

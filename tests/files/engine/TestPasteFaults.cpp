@@ -33,7 +33,7 @@ private Q_SLOTS:
     void aDiskThatCantSyncIsNoFailure();
     void aSourceThatCantBeRemovedEndsThePaste();
     void aTargetThatComesInBetweenIsKept();
-    void whatWentWellBeforeStays();
+    void copiesBeforeTheFailureStay();
     void aFolderStopsAtItsFirstFailure();
     void failedOpensAreTraced();
 };
@@ -167,7 +167,7 @@ void TestPasteFaults::aTargetThatComesInBetweenIsKept()
     QCOMPARE(m_files->content(QStringLiteral("a.jpg")), m_photo);
 }
 
-void TestPasteFaults::whatWentWellBeforeStays()
+void TestPasteFaults::copiesBeforeTheFailureStay()
 {
     QStringList paths{m_files->path(QStringLiteral("a.jpg"))};
     for (const char *name : {"b.jpg", "c.jpg"}) {

@@ -34,12 +34,12 @@ class TestPasteMedium : public PasteTest
     Q_OBJECT
 
 private Q_SLOTS:
-    void aMediumThatGoesBetweenTwoPhotos_data();
-    void aMediumThatGoesBetweenTwoPhotos();
-    void aMediumThatGoesWhileAFolderIsRead();
+    void aMediumRemovedBetweenTwoPhotos_data();
+    void aMediumRemovedBetweenTwoPhotos();
+    void aMediumRemovedWhileAFolderIsRead();
     void aCardThatIsExchangedWhileItsFolderIsRead();
-    void aMediumThatWentAfterTheListing_data();
-    void aMediumThatWentAfterTheListing();
+    void aMediumRemovedAfterTheListing_data();
+    void aMediumRemovedAfterTheListing();
 
 private:
     /// Makes a photo, and a listing of the folder on the medium.
@@ -56,7 +56,7 @@ void TestPasteMedium::prepare()
     m_items = std::make_unique<FPVItemList>(m_files->path(QStringLiteral("to")), m_files->path());
 }
 
-void TestPasteMedium::aMediumThatGoesBetweenTwoPhotos_data()
+void TestPasteMedium::aMediumRemovedBetweenTwoPhotos_data()
 {
     QTest::addColumn<QString>("rest");
     QTest::newRow("its folder is on another disk now") << "/proc";
@@ -64,7 +64,7 @@ void TestPasteMedium::aMediumThatGoesBetweenTwoPhotos_data()
 }
 
 /// As after unmounting a card: nothing may be written into the remaining folder.
-void TestPasteMedium::aMediumThatGoesBetweenTwoPhotos()
+void TestPasteMedium::aMediumRemovedBetweenTwoPhotos()
 {
     QFETCH(QString, rest);
     prepare();
@@ -86,7 +86,7 @@ void TestPasteMedium::aMediumThatGoesBetweenTwoPhotos()
     QCOMPARE(m_items->count(), 1);
 }
 
-void TestPasteMedium::aMediumThatGoesWhileAFolderIsRead()
+void TestPasteMedium::aMediumRemovedWhileAFolderIsRead()
 {
     prepare();
     m_files->make(QStringLiteral("trip/a.jpg"), m_photo);
@@ -127,7 +127,7 @@ void TestPasteMedium::aCardThatIsExchangedWhileItsFolderIsRead()
     QCOMPARE(m_items->count(), 0);
 }
 
-void TestPasteMedium::aMediumThatWentAfterTheListing_data()
+void TestPasteMedium::aMediumRemovedAfterTheListing_data()
 {
     lumi::test::columns<QString, bool>();
     QTest::newRow("a photo, the folder is on show") << "a.jpg" << true;
@@ -137,7 +137,7 @@ void TestPasteMedium::aMediumThatWentAfterTheListing_data()
 }
 
 /// The target is the folder that was listed, not another one that has its name now.
-void TestPasteMedium::aMediumThatWentAfterTheListing()
+void TestPasteMedium::aMediumRemovedAfterTheListing()
 {
     const auto [source, isListed] = lumi::test::row<QString, bool>();
     prepare();

@@ -35,11 +35,11 @@ private Q_SLOTS:
     void patternsAreSplit();
     void aCancelBeforeTheFirstEntryLeavesAnEmptyTree();
     void aCancelInTheMiddleKeepsWhatIsThere();
-    void anEarlierCancelIsLost();
+    void anEarlierCancelHasNoEffect();
     void clearTakesBackTheSumsOnly();
     void aSecondWalkStartsAnew();
     void patternsAndFilterStayForLaterWalks();
-    void aTreeThatGoesTouchesNoState();
+    void deletingATreeKeepsTheState();
     void theSumWrapsInThirtyTwoBits();
 
 private:
@@ -124,7 +124,7 @@ void TestWalkState::aCancelInTheMiddleKeepsWhatIsThere()
     QCOMPARE(FPVFileTree::fileCount(), 3);
 }
 
-void TestWalkState::anEarlierCancelIsLost()
+void TestWalkState::anEarlierCancelHasNoEffect()
 {
     m_files->make(QStringLiteral("a.jpg"));
     FPVFileTree::setWalkCancelled(true);
@@ -181,7 +181,7 @@ void TestWalkState::patternsAndFilterStayForLaterWalks()
     }
 }
 
-void TestWalkState::aTreeThatGoesTouchesNoState()
+void TestWalkState::deletingATreeKeepsTheState()
 {
     m_files->make(QStringLiteral("d/a.jpg"), "123");
     {

@@ -14,14 +14,14 @@
 
 namespace {
 
-/// Time in which a message that must not come would have come.
+/// A message that must not arrive would arrive within this time.
 constexpr int kQuietMs = 50;
 
 const QCString kChannel = "QPE/Card";
 const QString kPath = QStringLiteral("/org/lumivault/QCop");
 const QString kInterface = QStringLiteral("org.lumivault.QCop");
 
-/// Returns when the bus knows what this connection wants to hear; what is sent before is missed.
+/// Waits until the bus has registered this connection. Signals that are sent earlier are lost.
 void catchUp(const QDBusConnection &bus)
 {
     const QString name = QStringLiteral("org.freedesktop.DBus");
@@ -78,7 +78,7 @@ private Q_SLOTS:
     void whatIsPostedStaysHere();
     void whatOthersSendArrives_data();
     void whatOthersSendArrives();
-    void whatOthersSendIsNoWishOfOurs();
+    void messagesOfOthersAreNotReportedAsSentHere();
     void messagesOfTheCommandLineArrive();
 };
 
@@ -159,7 +159,7 @@ void TestBusBridge::whatOthersSendArrives()
     }
 }
 
-void TestBusBridge::whatOthersSendIsNoWishOfOurs()
+void TestBusBridge::messagesOfOthersAreNotReportedAsSentHere()
 {
     const QSignalSpy wishes(lumi::QCopHub::instance(), &lumi::QCopHub::sentHere);
     const QCopChannel channel("QPE/System");

@@ -14,8 +14,8 @@ namespace {
 
 constexpr int kQuietMs = 50;
 
-/// What the power daemon signals when it has something to tell; sent where the watcher listens,
-/// so that the bus knows of the listener by then.
+/// The signal of the power daemon. It is sent on the connection on which the watcher listens, so
+/// that the bus has registered the listener before.
 void signalChange()
 {
     QDBusMessage signal = QDBusMessage::createSignal(
@@ -38,8 +38,8 @@ private Q_SLOTS:
 
     void cleanup() { Machine::install(nullptr); }
 
-    void aSignalIsAReasonToLook();
-    void nobodyLooksWithoutListeners();
+    void aSignalMakesTheWatcherReadTheFigures();
+    void figuresAreNotReadWithoutListeners();
 
 private:
     lumi::test::FakeMachine *m_machine = nullptr;
@@ -51,7 +51,7 @@ void TestPowerDaemon::initTestCase()
     QCOMPARE(qgetenv("DBUS_SYSTEM_BUS_ADDRESS"), qgetenv("DBUS_SESSION_BUS_ADDRESS"));
 }
 
-void TestPowerDaemon::aSignalIsAReasonToLook()
+void TestPowerDaemon::aSignalMakesTheWatcherReadTheFigures()
 {
     // Tests the application's own watcher. Its timer is too slow to interfere.
     QCoreApplication::processEvents();
@@ -66,7 +66,7 @@ void TestPowerDaemon::aSignalIsAReasonToLook()
     QCOMPARE(spy.first().first().toByteArray(), QByteArray("batteryChanged()"));
 }
 
-void TestPowerDaemon::nobodyLooksWithoutListeners()
+void TestPowerDaemon::figuresAreNotReadWithoutListeners()
 {
     const lumi::PowerWatcher watcher;
     {

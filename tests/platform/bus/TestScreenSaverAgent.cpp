@@ -29,7 +29,7 @@ void sendMode(int mode)
 
 } // namespace
 
-/// Screen saver service of a desktop. One that is slow grants nothing until it is told to.
+/// The screen saver service of a desktop. A slow one grants nothing until the test says so.
 class DesktopService : public QObject, protected QDBusContext
 {
     Q_OBJECT
@@ -86,7 +86,7 @@ private:
     QList<QDBusMessage> m_waiting;
 };
 
-/// Login manager; a lock is held while the descriptor it gave away is open.
+/// The login manager. A lock is held as long as the descriptor that it returned is open.
 class LoginService : public QObject
 {
     Q_OBJECT
@@ -146,7 +146,7 @@ private Q_SLOTS:
     void thePairOfMessagesHoldsOnce();
     void itCanBeHeldAgain();
     void aWishWithdrawnBeforeTheAnswerIsReleased();
-    void otherMessagesAreNothing();
+    void otherMessagesAreIgnored();
     void theLoginManagerIsAskedWithoutADesktop();
     void theLoginManagerIsAskedWhenTheDesktopIsSlow();
     void aLateAnswerHoldsUntilTheUsualMode();
@@ -154,7 +154,7 @@ private Q_SLOTS:
     void aLateRefusalLeavesTheLock();
     void aSlowDesktopIsNotAskedAgain();
     void withoutAnyServiceNothingHappens();
-    void anAgentThatGoesReleases();
+    void aDeletedAgentReleasesTheLock();
 
 private:
     void offerDesktop();
@@ -184,7 +184,7 @@ void TestScreenSaverAgent::init()
 void TestScreenSaverAgent::cleanup()
 {
     sendMode(200);
-    // A pending answer would reach the next test.
+    // A pending answer would disturb the next test.
     m_desktop->grantAll(*m_bus);
     QTRY_VERIFY(m_desktop->held.isEmpty());
     QTRY_VERIFY(!m_login->isHeld());
@@ -250,7 +250,7 @@ void TestScreenSaverAgent::aWishWithdrawnBeforeTheAnswerIsReleased()
     QCOMPARE(m_desktop->calls, 2);
 }
 
-void TestScreenSaverAgent::otherMessagesAreNothing()
+void TestScreenSaverAgent::otherMessagesAreIgnored()
 {
     offerDesktop();
     offerLogin();
@@ -356,12 +356,12 @@ void TestScreenSaverAgent::withoutAnyServiceNothingHappens()
     sendMode(0);
     sendMode(300);
     QTest::qWait(kQuietMs);
-    // After the answers to the last request the next one is sent.
+    // The next request is sent after the answers to the last one.
     offerDesktop();
     QTRY_VERIFY((sendMode(0), m_desktop->held.size() == 1));
 }
 
-void TestScreenSaverAgent::anAgentThatGoesReleases()
+void TestScreenSaverAgent::aDeletedAgentReleasesTheLock()
 {
     offerDesktop();
     auto agent = std::make_unique<lumi::ScreenSaverAgent>();

@@ -15,7 +15,7 @@ using lumi::test::FakeMachine;
 
 namespace {
 
-/// Time in which a wrong second message would have come.
+/// A wrong second message would arrive within this time.
 constexpr int kQuietMs = 100;
 
 } // namespace
@@ -27,8 +27,8 @@ class TestMountedCards : public QObject
 private Q_SLOTS:
     void initTestCase();
     void cleanupTestCase();
-    void aMountAndItsEndAreOneMessageEach();
-    void aMountElsewhereIsNoNews();
+    void aMountAndAnUnmountSendOneMessageEach();
+    void aMountElsewhereSendsNoMessage();
     void exchangeInOneBurstIsAnotherCard();
 
 private:
@@ -48,8 +48,8 @@ void TestMountedCards::cleanupTestCase()
     Machine::install(nullptr);
 }
 
-/// A file system over a slot's folder, and gone again, as a card's is.
-void TestMountedCards::aMountAndItsEndAreOneMessageEach()
+/// Mounts a file system over a slot's folder while it lives, as for a card.
+void TestMountedCards::aMountAndAnUnmountSendOneMessageEach()
 {
     const QByteArray folder = QFile::encodeName(m_machine->cf);
     const QCopChannel channel("QPE/Card");
@@ -67,7 +67,7 @@ void TestMountedCards::aMountAndItsEndAreOneMessageEach()
     QCOMPARE(spy.count(), 3);
 }
 
-void TestMountedCards::aMountElsewhereIsNoNews()
+void TestMountedCards::aMountElsewhereSendsNoMessage()
 {
     const QString folder = m_machine->folder.filePath(QStringLiteral("elsewhere"));
     QVERIFY(QDir().mkpath(folder));
@@ -81,7 +81,7 @@ void TestMountedCards::aMountElsewhereIsNoNews()
     QCOMPARE(spy.count(), 0);
 }
 
-/// Nobody looks between the unmount and the next mount, and both cards have the same device.
+/// Nobody looks between the unmount and the next mount. Both cards have the same device.
 void TestMountedCards::exchangeInOneBurstIsAnotherCard()
 {
     const QByteArray folder = QFile::encodeName(m_machine->sd);
