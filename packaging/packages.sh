@@ -9,8 +9,6 @@ runPackages=(cmake g++ ninja-build qt6-base-dev libjpeg-dev librsvg2-bin pngquan
 tourPackages=(xvfb openbox xdotool imagemagick)
 # Building and running the tests.
 testPackages=("${runPackages[@]}" "${tourPackages[@]}" git dbus libimage-exiftool-perl exiv2)
-# A FAT file system as on a card.
-fatPackages=(dosfstools fusefat)
 # A Wayland compositor that needs no screen.
 waylandPackages=(weston qt6-wayland imagemagick)
 # Building and running the measurements.

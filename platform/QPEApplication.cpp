@@ -149,6 +149,13 @@ int QPEApplication::keyDevice() const
     return Machine::instance().keyDevice();
 }
 
+bool QPEApplication::isOwnKeyboard()
+{
+    constexpr int kOwnKeyboard = 1;
+    const auto *app = qobject_cast<QPEApplication *>(QCoreApplication::instance());
+    return app != nullptr && app->keyDevice() == kOwnKeyboard;
+}
+
 bool QPEApplication::notify(QObject *receiver, QEvent *event)
 {
     const bool isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease;

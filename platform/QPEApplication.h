@@ -32,6 +32,8 @@ public:
     void showMainWidget(QWidget *widget, bool noMaximize = false);
     /// Kind of keyboard, see Machine::keyDevice().
     [[nodiscard]] int keyDevice() const;
+    /// Whether the keyboard is the handheld's own.
+    [[nodiscard]] static bool isOwnKeyboard();
     /// Keys that stand for device keys reach widgets as device keys (see deviceKey.h). If no widget
     /// accepts the key "Yes", it calls the slot accept() of the main window.
     bool notify(QObject *receiver, QEvent *event) override;

@@ -25,16 +25,8 @@ namespace {
 
 /// From the closing of the menu to the redrawing of the picture.
 constexpr int kRedrawMs = 1;
-/// The handheld's own keyboard. Up and Down have an effect on it only.
-constexpr int kOwnKeyboard = 1;
 /// Longer names do not fit into a box.
 constexpr int kNameLength = 40;
-
-bool isOwnKeyboard()
-{
-    const auto *app = qobject_cast<QPEApplication *>(QCoreApplication::instance());
-    return app != nullptr && app->keyDevice() == kOwnKeyboard;
-}
 
 bool isHingeNormal()
 {
@@ -102,7 +94,8 @@ void SlideShow::keyReleaseEvent(QKeyEvent *event)
 /// With the hinge turned, the two keys change places.
 void SlideShow::keyUpOrDown(bool isUp)
 {
-    if (!isOwnKeyboard()) {
+    // Up and Down have no effect on other keyboards.
+    if (!QPEApplication::isOwnKeyboard()) {
         return;
     }
     if (isUp == isHingeNormal()) {

@@ -14,7 +14,7 @@ using lumi::SlideSign;
 
 namespace {
 
-/// The wait after a missing file, or after a failure while no picture needs its time.
+/// The delay after a missing file, or after a failure if no picture is being shown for its time.
 constexpr int kSkipMs = 10;
 /// The wait before the previous picture is shown, whose raster was kept.
 constexpr int kPlayBackMs = 1;

@@ -15,14 +15,10 @@
 
 namespace {
 
-/// The handheld's own keyboard. Its Up and Down keys lie side by side.
-constexpr int kOwnKeyboard = 1;
-
+/// Up and Down of the handheld's own keyboard are next to each other, like Left and Right.
 bool arrowsOnlyStep()
 {
-    const auto *app = qobject_cast<QPEApplication *>(QCoreApplication::instance());
-    const bool isOwnKeyboard = app != nullptr && app->keyDevice() == kOwnKeyboard;
-    return Machine::instance().hinge() != 0 || isOwnKeyboard;
+    return Machine::instance().hinge() != 0 || QPEApplication::isOwnKeyboard();
 }
 
 } // namespace

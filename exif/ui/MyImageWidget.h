@@ -30,7 +30,7 @@ public:
     explicit MyImageWidget(QWidget *parent);
     ~MyImageWidget() override;
 
-    /// Shows the item, or nothing if it is null or no photo. Does nothing while the panel is
+    /// Shows the item, or nothing if it is null or not a photo. Does nothing while the panel is
     /// hidden. Runs events.
     void setItem(FPVItemObject *item);
 

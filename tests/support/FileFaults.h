@@ -43,7 +43,7 @@ public:
     FileFaults &operator=(const FileFaults &) = delete;
 
     /// The nth of these calls (one Call or several, counted from 1) returns -1 with this errno. A
-    /// file to be closed is closed nevertheless.
+    /// close() that fails still closes the file.
     void fail(unsigned calls, int nth, int error);
     /// The nth of these calls and all later ones fail.
     void failFrom(unsigned calls, int nth, int error);

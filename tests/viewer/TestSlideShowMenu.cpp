@@ -108,7 +108,7 @@ void TestSlideShowMenu::theMenuKeyOpensAndClosesIt()
         });
         QVERIFY(m_show->show->isVisible());
     });
-    // At (0, 0), but for the margin of the style.
+    // At (0, 0) plus the margin of the style.
     QVERIFY(QRect(0, 0, 4, 4).contains(place));
 }
 

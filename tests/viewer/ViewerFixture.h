@@ -23,7 +23,7 @@ class QToolButton;
 
 namespace lumi::test {
 
-/// Whether the colours agree, but for the losses of JPEG and of 16-bit pixels.
+/// Whether the colours agree within the losses of JPEG and of 16-bit pixels.
 [[nodiscard]] bool isNear(QRgb one, QRgb other);
 
 /// Suppresses the messages of libjpeg about broken files.

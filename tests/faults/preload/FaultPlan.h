@@ -25,7 +25,7 @@ enum Call : unsigned {
 
 enum class Act {
     Nothing,
-    Fail,        ///< a file to be closed is closed nevertheless
+    Fail,        ///< a close() that fails still closes the file
     FailFrom,    ///< this call and all later ones
     FillUp,      ///< like FailFrom, but if the first of these calls is a write, it writes half
     Shorten,     ///< a transfer takes half of its bytes
