@@ -159,6 +159,11 @@ int Machine::panelDepth() const
     return profile().number(Key::PanelDepth) == kShallowDepth ? kShallowDepth : kDeepDepth;
 }
 
+bool Machine::showsUpright() const
+{
+    return profile().number(Key::Upright) != 0;
+}
+
 QString Machine::resourceDir() const
 {
     return profile().path(Key::ResourcePath);

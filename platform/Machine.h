@@ -89,6 +89,8 @@ public:
     virtual int deviceKey(int key, Qt::KeyboardModifiers modifiers) const;
     /// Bits of a pixel of the panel: 16 or 32.
     virtual int panelDepth() const;
+    /// Whether photos are turned as their Exif orientation says.
+    virtual bool showsUpright() const;
     /// Folder of pixmaps/ and help/.
     virtual QString resourceDir() const;
     /// Path of the settings file of a name; the folder need not exist yet.

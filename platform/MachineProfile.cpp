@@ -33,6 +33,7 @@ constexpr Row kRows[] = {
     {Key::HingeProgram, "Hinge", "Program", "/home/QtPalmtop/bin/chkhinge"},
     {Key::DiskFigures, "Disk", "Figures", ""},
     {Key::PanelDepth, "Panel", "Depth", "32"},
+    {Key::Upright, "Photos", "Upright", "1"},
     {Key::KeyboardDevice, "Keys", "Device", "0"},
     {Key::ResourcePath, "Resources", "Path", "/usr/share/lumivault"},
 };

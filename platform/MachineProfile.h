@@ -27,6 +27,7 @@ public:
         HingeProgram,
         DiskFigures,
         PanelDepth,
+        Upright,
         KeyboardDevice,
         ResourcePath,
     };

@@ -86,6 +86,7 @@ private Q_SLOTS:
     void aProgramNameIsQuotedForTheShell();
     void depth_data();
     void depth();
+    void photosAreUprightUnlessTheProfileForbidsIt();
     void resourcesAndSettingsHaveTheirPlaces();
 
 private:
@@ -323,6 +324,14 @@ void TestMachine::depth()
     const auto [text, depth] = lumi::test::row<QByteArray, int>();
     useProfile("[Panel]\n" + text + '\n');
     QCOMPARE(Machine::instance().panelDepth(), depth);
+}
+
+void TestMachine::photosAreUprightUnlessTheProfileForbidsIt()
+{
+    useProfile("");
+    QVERIFY(Machine::instance().showsUpright());
+    useProfile("[Photos]\nUpright=0\n");
+    QVERIFY(!Machine::instance().showsUpright());
 }
 
 void TestMachine::resourcesAndSettingsHaveTheirPlaces()

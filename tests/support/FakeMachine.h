@@ -48,6 +48,8 @@ public:
 
     int panelDepth() const override { return depth; }
 
+    bool showsUpright() const override { return upright; }
+
     QString resourceDir() const override
     {
         return resources.isEmpty() ? Machine::resourceDir() : resources;
@@ -69,6 +71,7 @@ public:
     mutable int hingeCalls = 0;
     int keyboard = 0;
     int depth = 32;
+    bool upright = true;
     QString resources; ///< the profile's folder while empty
 };
 
