@@ -9,7 +9,7 @@ namespace lumi::test {
 
 QString PhotoFolder::put(const QByteArray &bytes, const QString &name)
 {
-    const QString target = path(name);
+    QString target = path(name);
     QFile file(target);
     const bool written = file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
     if (!written) {

@@ -100,7 +100,7 @@ private:
 
 void TestCardExchanged::init()
 {
-    m_form.reset(new FormFixture);
+    m_form = std::make_unique<FormFixture>();
     m_form->world.makePhoto(QStringLiteral("mine.jpg"));
 }
 

@@ -42,7 +42,7 @@ private:
 
 void TestCardPulled::init()
 {
-    m_form.reset(new FormFixture);
+    m_form = std::make_unique<FormFixture>();
     FakeMachine *machine = m_form->world.machine;
     m_card = machine->sd;
     machine->insertCard(Slot::SD);

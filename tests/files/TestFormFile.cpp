@@ -21,7 +21,7 @@ class TestFormFile : public QObject
 
 private Q_SLOTS:
 
-    void init() { m_form.reset(new FormFixture); }
+    void init() { m_form = std::make_unique<FormFixture>(); }
 
     void cleanup() { m_form.reset(); }
 

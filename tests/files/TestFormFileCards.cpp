@@ -55,7 +55,7 @@ private:
 
 void TestFormFileCards::init()
 {
-    m_form.reset(new FormFixture);
+    m_form = std::make_unique<FormFixture>();
     m_form->world.makePhotos(3);
     m_form->world.makePhotos(4, QStringLiteral("dir"));
 }

@@ -37,7 +37,7 @@ class TestFormFileDeletes : public QObject
 
 private Q_SLOTS:
 
-    void init() { m_form.reset(new FormFixture); }
+    void init() { m_form = std::make_unique<FormFixture>(); }
 
     void cleanup() { m_form.reset(); }
 

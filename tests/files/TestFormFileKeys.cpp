@@ -52,7 +52,7 @@ private:
 
 void TestFormFileKeys::init()
 {
-    m_form.reset(new FormFixture);
+    m_form = std::make_unique<FormFixture>();
     m_form->world.makePhotos(2);
     m_form->world.machine->insertCard(Slot::SD);
     m_form->world.makePhoto(m_form->world.machine->sd + QStringLiteral("/dcim/s.jpg"));

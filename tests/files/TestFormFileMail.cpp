@@ -59,7 +59,7 @@ private:
 void TestFormFileMail::init()
 {
     lumi::test::waitForOneDay();
-    m_form.reset(new FormFixture);
+    m_form = std::make_unique<FormFixture>();
     m_form->world.makePhoto(QStringLiteral("big.jpg"), QSize(1280, 960));
     m_form->world.makePhoto(QStringLiteral("dir/in.jpg"));
     m_form->world.makePhoto(QStringLiteral("small.jpg"));

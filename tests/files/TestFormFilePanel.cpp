@@ -108,7 +108,7 @@ private:
 
 void TestFormFilePanel::init()
 {
-    m_form.reset(new FormFixture);
+    m_form = std::make_unique<FormFixture>();
     m_form->world.makeFolder(QStringLiteral("dir"));
     for (const char *name : {"a.jpg", "b.jpg"}) {
         ExifBuilder photo;

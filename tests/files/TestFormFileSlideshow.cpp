@@ -44,7 +44,7 @@ private Q_SLOTS:
 
     void init()
     {
-        m_form.reset(new FormFixture);
+        m_form = std::make_unique<FormFixture>();
         Settings::setOperation(1);
         Settings::setDispOrder(0);
         Settings::setDispTime(0);

@@ -107,7 +107,7 @@ class TestMailCopy : public QObject
 
 private Q_SLOTS:
 
-    void init() { m_world.reset(new lumi::test::BrowserWorld); }
+    void init() { m_world = std::make_unique<lumi::test::BrowserWorld>(); }
 
     void cleanup() { m_world.reset(); }
 

@@ -64,7 +64,7 @@ private:
 
 void TestTakenFromCard::init()
 {
-    m_form.reset(new FormFixture);
+    m_form = std::make_unique<FormFixture>();
     m_form->world.makePhoto(QStringLiteral("mine.jpg"));
     m_card = m_form->world.machine->sd;
     makePhotos(Qt::red);

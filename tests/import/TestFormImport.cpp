@@ -34,7 +34,7 @@ class TestFormImport : public QObject
 
 private Q_SLOTS:
 
-    void init() { m_form.reset(new ImportFixture); }
+    void init() { m_form = std::make_unique<ImportFixture>(); }
 
     void cleanup() { m_form.reset(); }
 

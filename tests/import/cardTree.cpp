@@ -59,7 +59,7 @@ template <typename Describe> Tree walk(const QString &folder, Describe describeE
          fs::recursive_directory_iterator(root, kLockedOnesToo)) {
         const std::string name = fs::relative(entry.path().parent_path(), root).string();
         const std::string file = entry.path().filename().string();
-        const std::string full = name == "." ? file : name + "/" + file;
+        const std::string full = name == "." ? file : (fs::path(name) / file).string();
         const QByteArray text = describeEntry(entry);
         if (!text.isNull()) {
             tree.insert(QString::fromStdString(full), text);

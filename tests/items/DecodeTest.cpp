@@ -57,7 +57,7 @@ QString lumi::test::DecodeTest::photo(const JpegKind &kind) const
 
 QString lumi::test::DecodeTest::file(const QByteArray &bytes) const
 {
-    const QString path = m_folder->filePath(QStringLiteral("a.jpg"));
+    QString path = m_folder->filePath(QStringLiteral("a.jpg"));
     QFile::remove(path); // much faster than overwriting it
     writeFile(path, bytes);
     return path;

@@ -56,7 +56,7 @@ void TestFPVDirectory::init()
 
 QString TestFPVDirectory::make(const QString &name) const
 {
-    const QString path = m_folder->filePath(name);
+    QString path = m_folder->filePath(name);
     lumi::test::writeFile(path, QByteArray());
     return path;
 }

@@ -56,7 +56,7 @@ class TestBrowsing : public QObject
 
 private Q_SLOTS:
 
-    void init() { m_user.reset(new Traveller); }
+    void init() { m_user = std::make_unique<Traveller>(); }
 
     void cleanup() { m_user.reset(); }
 

@@ -97,7 +97,7 @@ private:
 
 void TestExifEditing::init()
 {
-    m_user.reset(new Traveller);
+    m_user = std::make_unique<Traveller>();
     m_boxes.clear();
     ExifBuilder photo;
     photo.ascii(ExifListKind::Ifd0, 0x010F, "Anvil Works")

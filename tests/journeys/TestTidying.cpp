@@ -41,7 +41,7 @@ class TestTidying : public QObject
 
 private Q_SLOTS:
 
-    void init() { m_user.reset(new Traveller); }
+    void init() { m_user = std::make_unique<Traveller>(); }
 
     void cleanup()
     {

@@ -44,7 +44,7 @@ class TestSlideShow : public QObject
 
 private Q_SLOTS:
 
-    void init() { m_show.reset(new ShowFixture); }
+    void init() { m_show = std::make_unique<ShowFixture>(); }
 
     void cleanup() { m_show.reset(); }
 

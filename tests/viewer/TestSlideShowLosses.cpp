@@ -15,7 +15,7 @@ class TestSlideShowLosses : public QObject
 
 private Q_SLOTS:
 
-    void init() { m_show.reset(new ShowFixture); }
+    void init() { m_show = std::make_unique<ShowFixture>(); }
 
     void cleanup() { m_show.reset(); }
 

@@ -22,7 +22,7 @@ class TestFPVThumbnailItem : public QObject
 
 private Q_SLOTS:
 
-    void init() { m_cells.reset(new CellFixture); }
+    void init() { m_cells = std::make_unique<CellFixture>(); }
 
     void cleanup() { m_cells.reset(); }
 

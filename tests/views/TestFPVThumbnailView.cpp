@@ -19,7 +19,7 @@ class TestFPVThumbnailView : public QObject
 
 private Q_SLOTS:
 
-    void init() { m_view.reset(new ViewFixture); }
+    void init() { m_view = std::make_unique<ViewFixture>(); }
 
     void cleanup() { m_view.reset(); }
 

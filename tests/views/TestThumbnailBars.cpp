@@ -33,7 +33,7 @@ private:
 
 void TestThumbnailBars::init()
 {
-    m_view.reset(new ViewFixture);
+    m_view = std::make_unique<ViewFixture>();
     m_view->fill(40);
 }
 

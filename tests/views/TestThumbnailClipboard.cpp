@@ -16,7 +16,7 @@ class TestThumbnailClipboard : public QObject
 
 private Q_SLOTS:
 
-    void init() { m_view.reset(new ViewFixture); }
+    void init() { m_view = std::make_unique<ViewFixture>(); }
 
     void cleanup() { m_view.reset(); }
 

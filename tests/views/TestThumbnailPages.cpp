@@ -22,7 +22,7 @@ class TestThumbnailPages : public QObject
 
 private Q_SLOTS:
 
-    void init() { m_view.reset(new ViewFixture); }
+    void init() { m_view = std::make_unique<ViewFixture>(); }
 
     void cleanup() { m_view.reset(); }
 

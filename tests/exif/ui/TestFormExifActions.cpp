@@ -22,7 +22,7 @@ class TestFormExifActions : public QObject
 
 private Q_SLOTS:
 
-    void init() { m_user.reset(new EditorFixture); }
+    void init() { m_user = std::make_unique<EditorFixture>(); }
 
     void cleanup() { m_user.reset(); }
 

@@ -42,7 +42,7 @@ class TestFormExifFailing : public QObject
 
 private Q_SLOTS:
 
-    void init() { m_user.reset(new EditorFixture); }
+    void init() { m_user = std::make_unique<EditorFixture>(); }
 
     void cleanup() { m_user.reset(); }
 

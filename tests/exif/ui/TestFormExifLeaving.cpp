@@ -18,7 +18,7 @@ class TestFormExifLeaving : public QObject
 
 private Q_SLOTS:
 
-    void init() { m_user.reset(new EditorFixture); }
+    void init() { m_user = std::make_unique<EditorFixture>(); }
 
     void cleanup() { m_user.reset(); }
 

@@ -20,7 +20,7 @@ class TestMyImageWidgetReading : public QObject
 
 private Q_SLOTS:
 
-    void init() { m_info.reset(new PanelFixture); }
+    void init() { m_info = std::make_unique<PanelFixture>(); }
 
     void cleanup() { m_info.reset(); }
 
