@@ -76,7 +76,7 @@ private:
 
 QString TestInspect::put(const ExifBuilder &photo, const QString &name)
 {
-    const QString path = m_folder.filePath(name);
+    QString path = m_folder.filePath(name);
     if (!photo.write(path)) {
         QTest::qFail("a test file cannot be written", __FILE__, __LINE__);
     }

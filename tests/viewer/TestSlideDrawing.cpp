@@ -173,6 +173,12 @@ void addDepths(const std::function<void(int)> &add)
     add(32);
 }
 
+/// Whether the pixel of the sign is drawn, not its ground. The sign is turned like a raster.
+bool isInk(int x, int y)
+{
+    return lumi::slideSignPixels().at(std::size_t(x * 60 + y)) == 0x2B37;
+}
+
 } // namespace
 
 class TestSlideDrawing : public QObject
@@ -190,6 +196,7 @@ private Q_SLOTS:
     void theSignCoversItsCornerOnly();
     void thePictureCoversTheSignAndSparesAnotherCorner_data();
     void thePictureCoversTheSignAndSparesAnotherCorner();
+    void theSignHasAFrame();
     void theSignHasItsForm();
     void screensSmallerThanTheSign();
     void nothingToDraw_data();
@@ -333,16 +340,13 @@ void TestSlideDrawing::thePictureCoversTheSignAndSparesAnotherCorner()
     QVERIFY(!isStale(581, 419));
 }
 
-void TestSlideDrawing::theSignHasItsForm()
+void TestSlideDrawing::theSignHasAFrame()
 {
     const lumi::SlideSignPixels &pixels = lumi::slideSignPixels();
     QCOMPARE(pixels.size() * sizeof(pixels[0]), std::size_t(7200));
     for (const quint16 pixel : pixels) {
         QVERIFY(pixel == 0x2B37 || pixel == 0xCEFF);
     }
-    const auto isInk = [&pixels](int x, int y) {
-        return pixels.at(std::size_t(x * 60 + y)) == 0x2B37;
-    };
     // Background, two lines of frame, background.
     for (int i = 5; i < 55; ++i) {
         for (const bool turned : {false, true}) {
@@ -358,8 +362,12 @@ void TestSlideDrawing::theSignHasItsForm()
             }
         }
     }
+}
+
+void TestSlideDrawing::theSignHasItsForm()
+{
     // The arrow becomes wider from its tip at the left. The bars behind it become narrower.
-    const auto inkOf = [&isInk](int x) {
+    const auto inkOf = [](int x) {
         int count = 0;
         for (int y = 4; y < 56; ++y) {
             count += isInk(x, y) ? 1 : 0;

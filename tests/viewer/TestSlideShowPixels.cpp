@@ -51,7 +51,7 @@ private Q_SLOTS:
 private:
     QByteArray addPhoto(const QString &name, const JpegKind &kind)
     {
-        const QByteArray jpeg = lumi::test::makeJpeg(kind);
+        QByteArray jpeg = lumi::test::makeJpeg(kind);
         addFile(name, jpeg);
         return jpeg;
     }

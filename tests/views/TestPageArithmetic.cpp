@@ -216,7 +216,7 @@ void TestPageArithmetic::cursorMoves_data()
     const auto none = CursorMove::Nothing;
     const auto here = CursorMove::OnPage;
     const auto turn = CursorMove::OtherPage;
-    constexpr lumi::PageGrid column{1, 4, false};
+    const lumi::PageGrid column{1, 4, false};
     QTest::newRow("right on the page") << ViewAction::Right << kLarge << 6 << 7 << here << 8 << 6;
     QTest::newRow("left on the page") << ViewAction::Left << kLarge << 6 << 7 << here << 6 << 6;
     QTest::newRow("down on the page") << ViewAction::Down << kLarge << 6 << 7 << here << 10 << 6;

@@ -14,10 +14,10 @@ namespace {
 
 struct Row
 {
-    int index;
+    int index = 0;
     QPoint position;
-    const char *pictures[4]; // normal, pressed, on, on and pressed
-    void (MyLeftWidget::*slot)();
+    const char *pictures[4] = {}; // normal, pressed, on, on and pressed
+    void (MyLeftWidget::*slot)() = nullptr;
 };
 
 constexpr Row kRows[] = {
