@@ -2,15 +2,18 @@
 # The time limit of one test class, in seconds. A class that hangs fails under its own name.
 set(LUMI_TEST_SECONDS 60)
 
-# lumi_test(<folder> [LIBS <target> ...] [SOURCES <file> ...])
+# lumi_test(<folder> [LIBS <target> ...] [TESTS <file> ...] [SOURCES <file> ...])
 #
-# One executable test_<folder> from every Test<Class>.cpp of the calling folder, one ctest
-# entry <folder>.<Class> for each. Every entry runs on the offscreen platform with a
+# One executable test_<folder> from TESTS, or from every Test<Class>.cpp of the calling folder, with
+# one ctest entry <folder>.<Class> for each. Every entry runs on the offscreen platform with a
 # 640 x 480 screen, without a session bus, in a private home.
 function(lumi_test folder)
-  cmake_parse_arguments(A "" "" "LIBS;SOURCES" ${ARGN})
+  cmake_parse_arguments(A "" "" "LIBS;TESTS;SOURCES" ${ARGN})
   string(REPLACE "/" "_" name ${folder})
-  file(GLOB tests CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/Test*.cpp)
+  set(tests ${A_TESTS})
+  if(NOT tests)
+    file(GLOB tests CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/Test*.cpp)
+  endif()
   add_executable(test_${name} ${tests} ${A_SOURCES})
   set_target_properties(test_${name} PROPERTIES AUTOMOC ON)
   target_link_libraries(test_${name} PRIVATE lumi_options lumi_testsupport ${A_LIBS} Qt6::Test)
