@@ -21,6 +21,8 @@ namespace {
 // The seeds use these names and times.
 constexpr const char *kPhoto = "a.jpg";
 constexpr const char *kSwapFile = "0000s_1_a.jpg.swp";
+/// Without this file the store would be emptied before its index is read.
+constexpr const char *kUprightFile = ".SwapMng.upright";
 constexpr qint64 kPhotoTime = 1;
 constexpr qint64 kSwapTime = 8;
 
@@ -77,6 +79,7 @@ void startStore()
     static const QByteArray jpeg = smallJpeg();
     makeFile(kPhoto, "photo", kPhotoTime);
     makeFile(kSwapFile, jpeg, kSwapTime);
+    makeFile(kUprightFile, {}, kSwapTime);
     SwapSystem store(".", QStringLiteral(".swp"));
     if (!std::all_of(store.controls().begin(), store.controls().end(), isVouchedFor)) {
         std::abort();

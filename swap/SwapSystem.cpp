@@ -2,6 +2,7 @@
 #include "swap/SwapSystem.h"
 
 #include "app/common/messages.h"
+#include "platform/Machine.h"
 #include "platform/debugLog.h"
 #include "platform/files/NewFile.h"
 #include "swap/IndexReader.h"
@@ -95,8 +96,31 @@ QString SwapSystem::markerPath() const
     return m_swapFolder + QStringLiteral("/.SwapMng.chk");
 }
 
+QString SwapSystem::uprightPath() const
+{
+    return m_swapFolder + QStringLiteral("/.SwapMng.upright");
+}
+
+/// Stores of earlier versions have no such file. It changes last, so that an interrupted start is
+/// repeated.
+void SwapSystem::emptyIfTurnedOtherwise()
+{
+    const bool isUpright = Machine::instance().showsUpright();
+    if (QFile::exists(uprightPath()) == isUpright) {
+        return;
+    }
+    Clear();
+    QFile::remove(indexPath());
+    if (isUpright) {
+        QFile(uprightPath()).open(QIODevice::ReadWrite | QIODevice::NewOnly);
+    } else {
+        QFile::remove(uprightPath());
+    }
+}
+
 void SwapSystem::InitRead()
 {
+    emptyIfTurnedOtherwise();
     if (QFile::exists(markerPath())) {
         QMessageBox::critical(nullptr, msg(lumi::MsgError), msg(lumi::MsgTemporaryFilesCorrupted),
                               QMessageBox::Ok);

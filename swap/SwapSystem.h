@@ -2,8 +2,9 @@
 // The swap store: a cache of thumbnails on disk that survives between runs. It owns the swap folder
 // and one control per photo folder, and loads and saves the index. A run marker exists in the
 // folder from the start to a clean end. If the store finds a marker at its start, it empties
-// itself, because its files can't be trusted. Failures are not shown to the user: the thumbnail is
-// made again.
+// itself, because its files can't be trusted. Another file says that the thumbnails are upright; a
+// store made with the other setting of the machine is emptied, too. Failures are not shown to the
+// user: the thumbnail is made again.
 // Construction and Clear() change the working directory, whose control is used when no control is
 // current.
 // Owns: the controls and, through them, the blocks.
@@ -72,11 +73,13 @@ private:
 
     [[nodiscard]] QString indexPath() const;
     [[nodiscard]] QString markerPath() const;
+    [[nodiscard]] QString uprightPath() const;
     [[nodiscard]] int lowestFreeId() const;
     [[nodiscard]] int currentPosition() const;
     [[nodiscard]] int countKind(signed char kind);
 
     void enterFolder();
+    void emptyIfTurnedOtherwise();
     bool readControl(lumi::IndexReader &index);
     [[nodiscard]] bool replaceIndex(const QByteArray &bytes) const;
     void removeControl(const SwapControl *control);

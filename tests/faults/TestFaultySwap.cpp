@@ -22,6 +22,7 @@ constexpr int kWidth = 80;
 constexpr char kKind = 'l';
 const QString kIndex = QStringLiteral(".SwapMng.bin");
 const QString kMarker = QStringLiteral(".SwapMng.chk");
+const QString kUpright = QStringLiteral(".SwapMng.upright");
 
 /// A picture of one colour, so that compression does not change its pixels.
 QImage thumbnail(Qt::GlobalColor colour)
@@ -117,7 +118,7 @@ void TestFaultySwap::prepare()
                      .result,
                  0);
         m_whole = lumi::test::treeOf(folder());
-        QCOMPARE(m_whole.size(), qsizetype(3));
+        QCOMPARE(m_whole.size(), qsizetype(4));
     }
     QDir(folder()).removeRecursively();
     QCOMPARE(lumi::test::runInChild({}, {}, earlierRun).result, 0);
@@ -130,7 +131,8 @@ int TestFaultySwap::job()
 
 QString TestFaultySwap::judge(const Ending &ending)
 {
-    Tree made = newTree(folder(), {kIndex, kMarker});
+    Tree made = newTree(folder(), {kIndex, kMarker, kUpright});
+    made.remove(kUpright);
     const QByteArray index = made.take(kIndex);
     const bool hasMarker = !made.take(kMarker).isNull();
     if (!index.isNull() && !isWholeIndex(index.mid(4))) {

@@ -8,6 +8,7 @@
 void lumi::test::ThumbnailTest::init()
 {
     m_fixture = std::make_unique<SwapFixture>();
+    m_fixture->machine->upright = true;
     m_fixture->start();
 }
 

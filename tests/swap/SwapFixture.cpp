@@ -91,6 +91,7 @@ IndexBytes &IndexBytes::text(const QByteArray &characters)
 SwapFixture::SwapFixture()
     : machine(FakeMachine::install())
 {
+    machine->upright = false;
     setFreeKB(1000000);
 }
 

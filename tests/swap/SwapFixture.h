@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // A private tree of photos with a swap folder, on a machine with enough free space, and functions
-// that look at the files of the store.
+// that look at the files of the store. The machine shows photos as stored, so that a swap folder
+// that a test has made is not emptied at the start.
 #pragma once
 
 #include "swap/SwapSystem.h"

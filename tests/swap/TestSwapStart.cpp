@@ -32,6 +32,8 @@ private Q_SLOTS:
     void damageLeavesOtherFilesAlone();
     void afterDamageTheRunGoesOnAndEndsCleanly();
     void theMarkerGoesBeforeTheIndexIsWritten();
+    void aStoreOfTheOtherSettingIsEmptiedOnce();
+    void aDamagedStoreOfTheOtherSetting();
     void aPipeInPlaceOfTheIndexIsReplaced();
     void linksInTheFolderAreNotFollowed();
     void linkInPlaceOfTheFolderIsReplaced();
@@ -179,6 +181,47 @@ void TestSwapStart::theMarkerGoesBeforeTheIndexIsWritten()
     m_fixture->stop();
     QCOMPARE(log.warnings.last(), QStringLiteral("SwapSystem::InitWrite Not Initialze File"));
     QVERIFY(!QFile::exists(m_fixture->markerPath()));
+}
+
+/// The other setting of the machine for upright photos. A store of an earlier version is one of
+/// photos as stored.
+void TestSwapStart::aStoreOfTheOtherSettingIsEmptiedOnce()
+{
+    const QString photo = m_fixture->addPhoto(QStringLiteral("photos/a.jpg"));
+    QImage image = picture();
+    const BoxCloser closer;
+    const MessageLog log;
+    m_fixture->start();
+    for (const bool isUpright : {true, false, true}) {
+        QVERIFY(SwapAppend(photo, &image, 100, 's'));
+        QCOMPARE(blockCount(m_fixture->restart()), 1);
+        QVERIFY(SwapLoad(photo, &image, 100, 's'));
+
+        m_fixture->machine->upright = isUpright;
+        const SwapSystem &store = m_fixture->restart();
+        QCOMPARE(store.controls().count(), 0);
+        QVERIFY(!SwapLoad(photo, &image, 100, 's'));
+        QCOMPARE(m_fixture->swapFiles(), QStringList());
+        QVERIFY(!QFile::exists(m_fixture->indexPath()));
+        QVERIFY(QFile::exists(m_fixture->markerPath()));
+    }
+    QVERIFY(closer.boxes.isEmpty());
+}
+
+void TestSwapStart::aDamagedStoreOfTheOtherSetting()
+{
+    const QString photo = m_fixture->addPhoto(QStringLiteral("photos/a.jpg"));
+    QVERIFY(QDir().mkpath(m_fixture->swapFolder()));
+    writeFile(m_fixture->markerPath(), "");
+    m_fixture->machine->upright = true;
+    const BoxCloser closer;
+    m_fixture->start();
+    QCOMPARE(closer.boxes.size(), 1);
+    QImage image = picture();
+    QVERIFY(SwapAppend(photo, &image, 100, 's'));
+    m_fixture->restart();
+    QCOMPARE(closer.boxes.size(), 1);
+    QVERIFY(SwapLoad(photo, &image, 100, 's'));
 }
 
 void TestSwapStart::aPipeInPlaceOfTheIndexIsReplaced()
