@@ -4,6 +4,7 @@
 #include "app/common/memory.h"
 #include "app/common/paths.h"
 #include "items/FPVItemImage.h"
+#include "items/Orientation.h"
 #include "items/photoScale.h"
 #include "platform/files/NewFile.h"
 #include "platform/files/fileCalls.h"
@@ -62,12 +63,14 @@ QImage loadSmall(const QString &path)
     if (!hasMemoryFor(reader)) {
         return {};
     }
-    QImage image = reader.read();
-    if (!isSmall(image.size())) {
-        image = image.scaled(lumi::fittedSize(image.size(), kLargest), Qt::IgnoreAspectRatio,
-                             Qt::SmoothTransformation);
+    const QImage image = reader.read();
+    if (image.isNull()) {
+        return {};
     }
-    return withoutMetadata(image);
+    const auto orientation = lumi::Orientation::of(path);
+    const QSize size = orientation.turned(image.size());
+    return withoutMetadata(
+        orientation.scaled(image, isSmall(size) ? size : lumi::fittedSize(size, kLargest)));
 }
 
 /// The image library does not limit the number of scans, so the item decodes the photo first.

@@ -2,6 +2,7 @@
 #include "items/FPVItemImage.h"
 
 #include "exif/read/FPVExifDocument.h"
+#include "items/Orientation.h"
 #include "items/photoScale.h"
 #include "swap/swapStore.h"
 
@@ -32,9 +33,9 @@ QPixmap *FPVItemImage::thumbnail(int w, int h)
     const QSize box(w, h);
     const std::unique_ptr<QImage> embedded(FPVExifDocument::thumbnail(path()));
     if (embedded) {
-        const QSize size = lumi::fittedSize(embedded->size(), box);
-        return lumi::newPixmap(
-            embedded->scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
+        const auto orientation = lumi::Orientation::of(path());
+        const QSize size = lumi::fittedSize(orientation.turned(embedded->size()), box);
+        return lumi::newPixmap(orientation.scaled(*embedded, size));
     }
     QSize size = fitSize(box);
     std::unique_ptr<QPixmap> pixmap(decodedPixmap(size.width(), size.height()));
@@ -119,6 +120,11 @@ std::unique_ptr<uchar[]> FPVItemImage::takeRaster()
 bool FPVItemImage::refreshSize()
 {
     return false;
+}
+
+int FPVItemImage::decodedLines(QSize raster) const
+{
+    return raster.height();
 }
 
 QSize FPVItemImage::recordedSize()

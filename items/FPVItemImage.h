@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 // A picture file of any format: thumbnails, fitting, and the decoding interface with default
 // implementations. Classes of formats that can be decoded derive from it.
-// A screen decode fills a raster that is the photo turned 90 degrees clockwise. For a decoded size
-// of W x H it has W rows of H pixels; column x of row r of the photo is at x * H + (H - 1 - r).
+// All pictures and sizes are upright, see Orientation.
+// A screen decode fills a raster that is the upright photo turned 90 degrees clockwise. For a
+// decoded size of W x H it has W rows of H pixels; column x of row r of the photo is at
+// x * H + (H - 1 - r).
 #pragma once
 
 #include "items/FPVItemObject.h"
@@ -36,7 +38,7 @@ public:
     [[nodiscard]] int kindFlag2() const override;
     [[nodiscard]] QPixmap *thumbnail(int w, int h) override;
 
-    /// The photo's own size in pixels, (-1, -1) if it cannot be read.
+    /// The photo's own, upright size in pixels, (-1, -1) if it cannot be read.
     [[nodiscard]] virtual QSize imageSize();
     /// The largest size with the photo's proportions in box, each side at least 1. (0, 0) for a
     /// photo of unknown size.
@@ -79,6 +81,9 @@ public:
     /// Reads the photo's size again. If the recorded size has other proportions, the photo has been
     /// replaced: fitSize() then uses the photo's own size, and the result is true.
     virtual bool refreshSize();
+    /// The photo lines that a screen decode into a raster of this size reads, kSliceLines for each
+    /// decodeUpdate().
+    [[nodiscard]] virtual int decodedLines(QSize raster) const;
 
     /// 'l', 's' or 'd': the display mode of the thumbnails, part of their key in the store.
     void setThumbnailKind(char kind) { m_thumbnailKind = kind; }

@@ -60,8 +60,7 @@ QPixmap *FPVItemJpeg::thumbnail(int w, int h)
     if (!embedded) {
         return FPVItemImage::thumbnail(w, h);
     }
-    image = embedded->toImage().scaled(fitSize(QSize(w, h)), Qt::IgnoreAspectRatio,
-                                       Qt::SmoothTransformation);
+    image = lumi::Orientation::of(path()).scaled(embedded->toImage(), fitSize(QSize(w, h)));
     SwapAppend(path(), &image, w, thumbnailKind());
     return lumi::newPixmap(image);
 }
@@ -147,7 +146,7 @@ bool FPVItemJpeg::startDecode(int depth, QSize *outSize, QSize *request)
     if (!prepareScreenDecode(request)) {
         return false;
     }
-    m_rasterSize = m_session->outputSize();
+    m_rasterSize = m_orientation.turned(m_session->outputSize());
     if (outSize != nullptr) {
         *outSize = m_rasterSize;
     }
@@ -185,6 +184,7 @@ bool FPVItemJpeg::openSession(const QSize *wanted, DecodeFor purpose)
     m_session.reset(); // before the next one needs its memory
     lumi::OpenedPhoto photo = lumi::openPhoto(path(), wanted, purpose);
     m_session = std::move(photo.session);
+    m_orientation = photo.orientation;
     m_errorCode = photo.error;
     return m_session != nullptr;
 }
@@ -227,6 +227,11 @@ uchar *FPVItemJpeg::decodedRaster(int depth, QSize *outSize, QSize *request)
     return m_raster.get();
 }
 
+int FPVItemJpeg::decodedLines(QSize raster) const
+{
+    return m_orientation.turned(raster).height();
+}
+
 uchar *FPVItemJpeg::rasterBits()
 {
     return m_raster.get();
@@ -262,17 +267,16 @@ bool FPVItemJpeg::decodeSlice()
 {
     const lumi::TurnBlock turn = lumi::turnerFor(m_rasterDepth, m_session->components());
     const auto stride = static_cast<qsizetype>(m_session->lineBytes());
-    const int height = m_rasterSize.height();
-    while (m_session->nextLine() < height) {
+    const QSize stored = m_session->outputSize();
+    while (m_session->nextLine() < stored.height()) {
         const int first = m_session->nextLine();
-        const int count = std::min(m_blockLines, height - first);
+        const int count = std::min(m_blockLines, stored.height() - first);
         if (!m_session->readLines(m_scanLine.get(), stride, count)) {
             fail(DecodeError::Undecodable);
             Q_EMIT decodeUpdate();
             return false;
         }
-        turn({m_scanLine.get(), stride, first, count}, m_rasterSize.width(), height,
-             m_raster.get());
+        turn({m_scanLine.get(), stride, first, count}, stored, m_orientation, m_raster.get());
         if (!sliceGoesOn()) {
             return false;
         }

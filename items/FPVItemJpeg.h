@@ -9,6 +9,7 @@
 
 #include "exif/read/FPVExifInfo.h"
 #include "items/FPVItemImage.h"
+#include "items/Orientation.h"
 
 #include <memory>
 
@@ -45,6 +46,7 @@ public:
     void setInDecodeComplete(bool on) override;
     [[nodiscard]] std::unique_ptr<uchar[]> takeRaster() override;
     bool refreshSize() override;
+    [[nodiscard]] int decodedLines(QSize raster) const override;
 
     /// Opens the photo and prepares the item's decompressor at the smallest scale that covers
     /// w x h. A side of 0 means no scaling. False leaves no decompressor.
@@ -71,6 +73,7 @@ private:
     std::unique_ptr<uchar[]> m_raster;
     std::unique_ptr<uchar[]> m_scanLine; ///< room for m_blockLines lines
     QSize m_rasterSize{-1, -1};
+    lumi::Orientation m_orientation; ///< of the screen decode
     int m_rasterDepth = 0;
     QTimer *m_decodeTimer = nullptr;
     bool m_incremental = true;

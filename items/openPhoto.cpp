@@ -15,7 +15,7 @@ using lumi::OpenedPhoto;
 
 OpenedPhoto failure(DecodeError error)
 {
-    return {nullptr, error};
+    return {nullptr, error, {}};
 }
 
 /// The estimate for progressive photos. It depends only on the number of pixels.
@@ -54,7 +54,7 @@ OpenedPhoto openHeader(const QString &path)
     if (!isEstimateFree(*session)) {
         return failure(DecodeError::OutOfMemory);
     }
-    return {std::move(session), DecodeError::None};
+    return {std::move(session), DecodeError::None, lumi::Orientation::of(path)};
 }
 
 OpenedPhoto start(OpenedPhoto photo, int denominator, DecodeFor purpose)
@@ -79,8 +79,9 @@ OpenedPhoto lumi::openPhoto(const QString &path, const QSize *wanted, DecodeFor 
         return photo;
     }
     const QSize size = photo.session->imageSize();
-    const int denominator
-        = wanted != nullptr ? coveringDenominator(size, *wanted) : screenDenominator(size);
+    const int denominator = wanted != nullptr
+        ? coveringDenominator(size, photo.orientation.turned(*wanted))
+        : screenDenominator(size);
     if (denominator == 0 || !mayBeHeld(*photo.session, purpose)) {
         return failure(DecodeError::OutOfMemory);
     }
@@ -93,5 +94,6 @@ lumi::PhotoSize lumi::readPhotoSize(const QString &path)
     if (photo.session && !photo.session->hasSeveralScans()) {
         photo = start(std::move(photo), 1, DecodeFor::Screen);
     }
-    return {photo.session ? photo.session->imageSize() : QSize(-1, -1), photo.error};
+    return {photo.session ? photo.orientation.turned(photo.session->imageSize()) : QSize(-1, -1),
+            photo.error};
 }

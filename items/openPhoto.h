@@ -6,6 +6,7 @@
 
 #include "items/FPVItemImage.h"
 #include "items/JpegSession.h"
+#include "items/Orientation.h"
 
 #include <QSize>
 #include <QString>
@@ -20,13 +21,15 @@ struct OpenedPhoto
 {
     std::unique_ptr<JpegSession> session;
     DecodeError error = DecodeError::None;
+    Orientation orientation;
 };
 
-/// Starts at the smallest scale that covers *wanted (unscaled if a side of it is 0). If wanted is
-/// null, it starts at the largest scale with fewer pixels than a screen raster may have.
+/// Starts at the smallest scale that covers the upright size *wanted (unscaled if a side of it is
+/// 0). If wanted is null, it starts at the largest scale with fewer pixels than a screen raster may
+/// have. The lines of the session are as stored.
 [[nodiscard]] OpenedPhoto openPhoto(const QString &path, const QSize *wanted, DecodeFor purpose);
 
-/// size is (-1, -1) if the header cannot be read or decoding cannot begin; error is as above.
+/// size is upright, or (-1, -1) if the header cannot be read or decoding cannot begin; error is as above.
 struct PhotoSize
 {
     QSize size{-1, -1};

@@ -4,6 +4,8 @@
 #include <QtEndian>
 
 #include <algorithm>
+#include <cstdlib>
+#include <utility>
 
 namespace {
 
@@ -54,31 +56,61 @@ template <class Pixel> Pixel *pixels(uchar *raster)
     return static_cast<Pixel *>(static_cast<void *>(raster));
 }
 
-/// Samples and conversion are template arguments, so that the inner loop has no branches. So is
-/// count for a whole block, so that its loop has a fixed length.
-template <int samples, auto convert, class Count>
-void turnLines(const lumi::LineBlock &block, Count count, int width, int height, uchar *raster)
+/// The step from a pixel to the next one in a direction of the stored photo.
+struct Steps
 {
-    using Pixel = decltype(convert(nullptr));
-    const uchar *last = block.lines + (count - 1) * block.stride;
-    auto *target = pixels<Pixel>(raster) + (height - block.first - count);
-    for (int x = 0; x < width; ++x) {
+    qsizetype source; ///< in bytes
+    qsizetype target; ///< in pixels of the raster
+    int count;        ///< pixels in this direction
+};
+
+/// The place in the raster of a pixel of the stored photo.
+qsizetype placeOf(QPoint pixel, QSize stored, lumi::Orientation orientation)
+{
+    const QPoint upright = orientation.upright(pixel, stored);
+    const qsizetype height = orientation.turned(stored).height();
+    return upright.x() * height + (height - 1 - upright.y());
+}
+
+/// A run is what follows each other in the raster. The conversion is a template argument, so that
+/// the inner loop has no branches. So is count for a whole block, so that its loop has a fixed
+/// length.
+template <auto convert, class Count, class Pixel>
+void copyRuns(const uchar *source, Steps run, Count count, Steps next, Pixel *target)
+{
+    for (int k = 0; k < next.count; ++k) {
         for (int i = 0; i < count; ++i) {
-            target[i] = convert(last - i * block.stride);
+            target[i] = convert(source + i * run.source);
         }
-        last += samples;
-        target += height;
+        source += next.source;
+        target += next.target;
     }
 }
 
 template <int samples, auto convert>
-void turn(const lumi::LineBlock &block, int width, int height, uchar *raster)
+void turn(const lumi::LineBlock &block, QSize stored, lumi::Orientation orientation, uchar *raster)
 {
-    if (block.count == lumi::kBlockLines) {
-        turnLines<samples, convert>(block, std::integral_constant<int, lumi::kBlockLines>(), width,
-                                    height, raster);
+    using Pixel = decltype(convert(nullptr));
+    qsizetype place = placeOf({0, block.first}, stored, orientation);
+    Steps run
+        = {block.stride, placeOf({0, block.first + 1}, stored, orientation) - place, block.count};
+    Steps next = {samples, placeOf({1, block.first}, stored, orientation) - place, stored.width()};
+    if (std::abs(run.target) != 1) {
+        std::swap(run, next); // the photo lies on its side
+    }
+    const uchar *source = block.lines;
+    if (run.target < 0) {
+        // Begins at the other end of the run.
+        source += (run.count - 1) * run.source;
+        place -= run.count - 1;
+        run.source = -run.source;
+    }
+    Pixel *target = pixels<Pixel>(raster) + place;
+    if (run.count == lumi::kBlockLines) {
+        copyRuns<convert>(source, run, std::integral_constant<int, lumi::kBlockLines>(), next,
+                          target);
     } else {
-        turnLines<samples, convert>(block, block.count, width, height, raster);
+        copyRuns<convert>(source, run, run.count, next, target);
     }
 }
 

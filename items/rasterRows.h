@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
-// Copies the decoder's lines into the turned raster: column x of row r of the photo goes to
-// x * height + (height - 1 - r). The pixels of one line lie far apart there, so a block of lines is
-// turned at once, which fills a cache line at each place.
+// Copies the decoder's lines into the turned raster: pixel (x, y) of the upright photo goes to
+// x * height + (height - 1 - y). Pixels that follow each other in the raster are a part of a stored
+// column or, if the photo lies on its side, of a stored line. The pixels of a line lie far apart in
+// the first case, so a block of lines is turned at once, which fills a cache line at each place.
 // Format: 16 bits are RGB565, 32 bits are 0xFFRRGGBB in host order. Of four samples, 16 bits use
 // the last three as red, green and blue, and 32 bits use all four as one little-endian word.
 #pragma once
+
+#include "items/Orientation.h"
 
 #include <QtGlobal>
 
@@ -22,8 +25,9 @@ struct LineBlock
     int count;        ///< 1 to kBlockLines
 };
 
-/// Puts the block into the raster of a photo of width x height pixels.
-using TurnBlock = void (*)(const LineBlock &block, int width, int height, uchar *raster);
+/// Puts the block into the raster of a photo of this stored size.
+using TurnBlock
+    = void (*)(const LineBlock &block, QSize stored, Orientation orientation, uchar *raster);
 
 /// The function for 16 or 32 bits and 1, 3 or 4 samples a pixel. Null for anything else.
 [[nodiscard]] TurnBlock turnerFor(int depth, int components);

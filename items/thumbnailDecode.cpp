@@ -81,7 +81,7 @@ lumi::DecodedThumbnail lumi::decodeThumbnail(const QString &path, QSize size)
     if (!image || image->isNull()) {
         return failure(image ? DecodeError::Undecodable : DecodeError::OutOfMemory);
     }
-    *image = image->scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    *image = photo.orientation.scaled(*image, size);
     if (image->isNull()) {
         return failure(DecodeError::OutOfMemory);
     }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The thumbnail way of decoding: the whole photo at once, at the smallest scale that covers the
-// wanted size, then smooth-scaled to exactly that size.
+// wanted size, then smooth-scaled to exactly that size and turned upright.
 #pragma once
 
 #include "items/FPVItemImage.h"

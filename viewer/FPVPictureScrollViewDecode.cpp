@@ -108,7 +108,7 @@ void FPVPictureScrollView::decodeFullSize()
 void FPVPictureScrollView::startProgress()
 {
     m_progress = 0;
-    m_progressTotal = m_rasterSize.height();
+    m_progressTotal = m_item->decodedLines(m_rasterSize);
     m_progressBar->setMaximum(m_progressTotal);
     m_progressBar->setValue(0);
 }

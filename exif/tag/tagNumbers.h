@@ -20,6 +20,7 @@ inline constexpr int kTagLongitude = 0x0004;
 inline constexpr int kTagAltitudeReference = 0x0005;
 inline constexpr int kTagAltitude = 0x0006;
 inline constexpr int kTagTitle = 0x010E;
+inline constexpr int kTagOrientation = 0x0112;
 inline constexpr int kTagDateTime = 0x0132;
 inline constexpr int kTagOwner = 0x013B;
 inline constexpr int kTagCopyright = 0x8298;

@@ -7,6 +7,7 @@
 #include "tests/items/BareDecoder.h"
 #include "tests/items/JpegMaker.h"
 #include "tests/items/WorstHeaders.h"
+#include "tests/support/ExifBuilder.h"
 #include "tests/support/TestMain.h"
 #include "tests/support/rows.h"
 #include "tests/views/BrowserWorld.h"
@@ -15,6 +16,7 @@
 #include <QColorSpace>
 #include <QDate>
 #include <QFile>
+#include <QImageReader>
 #include <QPixmap>
 #include <QTest>
 #include <QtEndian>
@@ -34,6 +36,8 @@ private Q_SLOTS:
     void nothingButThePixelsIsKept_data();
     void nothingButThePixelsIsKept();
     void grayStaysGray();
+    void photosAreUpright_data();
+    void photosAreUpright();
     void aPhotoThatWasReplacedMeanwhile_data();
     void aPhotoThatWasReplacedMeanwhile();
     void worstHeaders_data();
@@ -78,6 +82,19 @@ QByteArray segmentsOf(const QByteArray &jpeg)
         at += kMarkerBytes + qFromBigEndian<quint16>(jpeg.constData() + at + kMarkerBytes);
     }
     return found;
+}
+
+/// The colours in the middle of the quarters: red, blue or none.
+QByteArray quartersOf(const QImage &image)
+{
+    QByteArray colours;
+    for (const int y : {1, 3}) {
+        for (const int x : {1, 3}) {
+            const QColor colour = image.pixelColor(x * image.width() / 4, y * image.height() / 4);
+            colours.append(colour.red() > 200 ? 'r' : colour.blue() > 200 ? 'b' : '-');
+        }
+    }
+    return colours;
 }
 
 QByteArray contentOf(const QString &path)
@@ -140,6 +157,58 @@ void TestMailImage::grayStaysGray()
         FPVItemJpeg item(each, QString(), false);
         QCOMPARE(lumi::mailImage(&item), QImage(each));
     }
+}
+
+void TestMailImage::photosAreUpright_data()
+{
+    lumi::test::columns<int, QSize, QSize>();
+    for (int value = 1; value <= 8; ++value) {
+        const bool isOnItsSide = value > 4;
+        const auto addRow
+            = [value, isOnItsSide](const char *name, QSize stored, QSize usual, QSize onItsSide) {
+                  QTest::addRow("%d, %s", value, name)
+                      << value << stored << (isOnItsSide ? onItsSide : usual);
+              };
+        addRow("small", {200, 100}, {200, 100}, {100, 200});
+        addRow("as large as a copy", {640, 480}, {640, 480}, {360, 480});
+        addRow("as large as a copy on its side", {480, 640}, {360, 480}, {640, 480});
+        addRow("large", {1280, 640}, {640, 320}, {240, 480});
+    }
+}
+
+/// The copy has no tag that would turn it once more. With the machine's other setting it is as
+/// stored.
+void TestMailImage::photosAreUpright()
+{
+    const auto [value, size, copied] = lumi::test::row<int, QSize, QSize>();
+    QImage photo(size, QImage::Format_RGB32);
+    photo.fill(Qt::black);
+    for (int y = 0; y < size.height() / 2; ++y) {
+        for (int x = 0; x < size.width(); ++x) {
+            const bool isLeft = x < size.width() / 2;
+            photo.setPixelColor(x, y, isLeft ? Qt::red : Qt::blue);
+        }
+    }
+    QBuffer jpeg;
+    QVERIFY(photo.save(&jpeg, "JPEG", 95));
+    const QString path
+        = m_world->makeFile(QStringLiteral("a.jpg"),
+                            lumi::test::ExifBuilder()
+                                .shorts(ExifListKind::Ifd0, 0x0112, {static_cast<quint16>(value)})
+                                .photo(jpeg.data())
+                                .file());
+    QImageReader reader(path);
+    reader.setAutoTransform(true);
+    FPVItemJpeg item(path, QString(), false);
+    QCOMPARE(quartersOf(lumi::mailImage(&item)), quartersOf(reader.read()));
+    QCOMPARE(lumi::mailImage(&item).size(), copied);
+    const QString copy = lumi::freeMailPath(QDate(2026, 1, 11));
+    QVERIFY(lumi::saveMailImage(lumi::mailImage(&item), copy));
+    QCOMPARE(QImageReader(copy).transformation(), QImageIOHandler::TransformationNone);
+
+    m_world->machine->upright = false;
+    FPVItemJpeg other(path, QString(), false);
+    QCOMPARE(quartersOf(lumi::mailImage(&other)), quartersOf(photo));
 }
 
 void TestMailImage::aPhotoThatWasReplacedMeanwhile_data()

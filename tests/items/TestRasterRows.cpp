@@ -41,7 +41,8 @@ std::uint32_t turnOne(int depth, const std::vector<uchar> &samples)
 {
     std::uint32_t pixel = 0;
     lumi::turnerFor(depth, static_cast<int>(samples.size()))(
-        {samples.data(), qsizetype(samples.size()), 0, 1}, 1, 1, reinterpret_cast<uchar *>(&pixel));
+        {samples.data(), qsizetype(samples.size()), 0, 1}, {1, 1}, {},
+        reinterpret_cast<uchar *>(&pixel));
     return pixel;
 }
 
@@ -74,8 +75,7 @@ void TestRasterRows::turnsBlocks()
     for (int first = 0; first < size.height(); first += block) {
         QCOMPARE(lumi::test::rasterFault(raster.get(), decoded, depth, first), QString());
         const int count = std::min(block, size.height() - first);
-        turn({decoded.at(0, first), stride, first, count}, size.width(), size.height(),
-             raster.get());
+        turn({decoded.at(0, first), stride, first, count}, size, {}, raster.get());
     }
     QCOMPARE(lumi::test::rasterFault(raster.get(), decoded, depth, size.height()), QString());
 }

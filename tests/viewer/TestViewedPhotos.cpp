@@ -6,14 +6,17 @@
 #include "tests/items/HostileFiles.h"
 #include "tests/items/JpegMaker.h"
 #include "tests/items/LibraryFaults.h"
+#include "tests/support/ExifBuilder.h"
 #include "tests/support/TestMain.h"
 #include "tests/support/rows.h"
 #include "tests/viewer/ViewerFixture.h"
 #include "viewer/zoomPlacement.h"
 #include "viewer/zoomSteps.h"
 
+#include <QBuffer>
 #include <QLabel>
 #include <QPainter>
+#include <QProgressBar>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -68,6 +71,8 @@ private Q_SLOTS:
 
     void cornersAtFit_data();
     void cornersAtFit();
+    void aPhotoOnItsSide_data();
+    void aPhotoOnItsSide();
     void cornersWhenLarger_data();
     void cornersWhenLarger();
     void marginsAreGray_data();
@@ -179,6 +184,44 @@ void TestViewedPhotos::cornersAtFit()
         QVERIFY(isNear(shot.pixel(near.bottomRight()), kBottomRight));
     }
     QVERIFY(isNear(shot.pixel(place.center()), kGround));
+    m_it->close();
+}
+
+void TestViewedPhotos::aPhotoOnItsSide_data()
+{
+    lumi::test::columns<bool>();
+    QTest::newRow("upright") << true;
+    QTest::newRow("as stored") << false;
+}
+
+/// The camera was held with its right side down.
+void TestViewedPhotos::aPhotoOnItsSide()
+{
+    const bool isUpright = std::get<0>(lumi::test::row<bool>());
+    m_it->world.machine->upright = isUpright;
+    QBuffer jpeg;
+    QVERIFY(markedPhoto().save(&jpeg, "JPEG", 100));
+    FPVItemJpeg *item = addFile(lumi::test::ExifBuilder()
+                                    .shorts(ExifListKind::Ifd0, 0x0112, {6})
+                                    .photo(jpeg.data())
+                                    .file());
+    m_it->open(item);
+    const QSize shown = isUpright ? kPhoto.transposed() : kPhoto;
+    QCOMPARE(m_it->sizeLabel()->text(), QString::asprintf("%d*%d ", shown.width(), shown.height()));
+    QSize decoded;
+    QVERIFY(item->decodedRaster(32, &decoded) != nullptr);
+    // The bar counts the lines that are read.
+    QCOMPARE(m_it->bar()->maximum(), isUpright ? decoded.width() : decoded.height());
+    QVERIFY(m_it->waitForLook());
+    const int fit = *lumi::fitPercent(m_it->room(), shown);
+    QRect place(QPoint(), shown * fit / 100);
+    place.moveCenter(m_it->shot().rect().center());
+    place.adjust(4, 4, -4, -4);
+    const QImage shot = m_it->shot();
+    QVERIFY(isNear(shot.pixel(place.topLeft()), isUpright ? kBottomLeft : kTopLeft));
+    QVERIFY(isNear(shot.pixel(place.topRight()), isUpright ? kTopLeft : kTopRight));
+    QVERIFY(isNear(shot.pixel(place.bottomRight()), isUpright ? kTopRight : kBottomRight));
+    QVERIFY(isNear(shot.pixel(place.bottomLeft()), isUpright ? kBottomRight : kBottomLeft));
     m_it->close();
 }
 
