@@ -3,6 +3,9 @@
 
 #include "app/MainWindow.h"
 #include "platform/QPEApplication.h"
+#include "platform/session/QuitRequest.h"
+#include "platform/session/SingleInstance.h"
+#include "platform/windows/bringToFront.h"
 #include "swap/SwapSystem.h"
 #include "swap/swapStore.h"
 #include "views/folderRoots.h"
@@ -33,7 +36,13 @@ void lumi::prepareProcess()
 int lumi::runProgram(QPEApplication &application)
 {
     // These objects are destroyed in reverse order: the window and its form first, then the swap
-    // store, which writes its index.
+    // store, which writes its index. Until then no other start may open the store, and no signal may
+    // end the process.
+    const SingleInstance instance(QDir::homePath());
+    if (!instance.isFirst()) {
+        return 0;
+    }
+    const QuitRequest quitRequest;
     const QString storePath = lumi::photoStorePath();
     const QDir store(storePath);
     if (!store.exists() && !store.mkpath(storePath)) {
@@ -44,6 +53,11 @@ int lumi::runProgram(QPEApplication &application)
     SwapSystem swap(QFile::encodeName(swapFolder), extension);
     swapSystem(&swap);
     MainWindow window;
+    QObject::connect(&instance, &SingleInstance::startedAgain, &window,
+                     [&window](const QByteArray &token) {
+                         bringToFront(&window, token);
+                     });
+    QObject::connect(&quitRequest, &QuitRequest::idle, &window, &MainWindow::closeIfIdle);
     application.showMainWidget(&window, false);
     return QApplication::exec();
 }

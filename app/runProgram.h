@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Start and end of the process: process settings, photo store, swap store, main window, event loop,
-// and their end in reverse order.
+// Start and end of the process: process settings, lock, photo store, swap store, main window, event
+// loop, and their end in reverse order.
 #pragma once
 
 class QPEApplication;
@@ -12,8 +12,9 @@ namespace lumi {
 /// closed. Must be called before anything is logged.
 void prepareProcess();
 
-/// Returns the exit status of the event loop. The program also starts if the photo store can't be
-/// made; that is only logged.
+/// Returns the exit status of the event loop. If the program already runs for this home, brings its
+/// window to the front and returns 0. The program also starts if the photo store can't be made;
+/// that is only logged.
 [[nodiscard]] int runProgram(QPEApplication &application);
 
 } // namespace lumi

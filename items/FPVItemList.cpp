@@ -5,6 +5,7 @@
 #include "app/common/messages.h"
 #include "items/FPVItemFolder.h"
 #include "items/FPVItemJpeg.h"
+#include "platform/session/QuitRequest.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -93,7 +94,9 @@ FPVItemObject *FPVItemList::makeItem(const QFileInfo &info)
 ListResult FPVItemList::reportMissingRoot()
 {
     s_rootMissing = true;
-    QMessageBox::critical(nullptr, msg(lumi::MsgError), msg(lumi::MsgPhotoFilesMissing));
+    if (!lumi::QuitRequest::isPending()) {
+        QMessageBox::critical(nullptr, msg(lumi::MsgError), msg(lumi::MsgPhotoFilesMissing));
+    }
     QCoreApplication::exit(0);
     return ListResult::RootMissing;
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "widgets/messageBoxes.h"
 
+#include "platform/session/QuitRequest.h"
+
 #include <QLabel>
 #include <QPushButton>
 
@@ -34,6 +36,11 @@ std::unique_ptr<QMessageBox> lumi::makeBox(QWidget *parent, QMessageBox::Icon ic
     return box;
 }
 
+int lumi::execBox(QMessageBox *box)
+{
+    return QuitRequest::isPending() ? box->standardButton(box->escapeButton()) : box->exec();
+}
+
 void lumi::tell(QWidget *parent, QMessageBox::Icon icon, const QString &caption,
                 const QString &text, BoxLines lines)
 {
@@ -41,7 +48,7 @@ void lumi::tell(QWidget *parent, QMessageBox::Icon icon, const QString &caption,
     if (lines == BoxLines::Whole) {
         keepLinesWhole(box.get());
     }
-    box->exec();
+    execBox(box.get());
 }
 
 void lumi::tellError(QWidget *parent, const QString &text, BoxLines lines)
@@ -51,10 +58,9 @@ void lumi::tellError(QWidget *parent, const QString &text, BoxLines lines)
 
 bool lumi::confirm(QWidget *parent, const QString &caption, const QString &question)
 {
-    return makeBox(parent, QMessageBox::Warning, caption, question,
-                   QMessageBox::Yes | QMessageBox::No)
-               ->exec()
-        == QMessageBox::Yes;
+    const auto box = makeBox(parent, QMessageBox::Warning, caption, question,
+                             QMessageBox::Yes | QMessageBox::No);
+    return execBox(box.get()) == QMessageBox::Yes;
 }
 
 bool lumi::ask(QWidget *parent, const QString &caption, const QString &question)
@@ -63,7 +69,7 @@ bool lumi::ask(QWidget *parent, const QString &caption, const QString &question)
                              QMessageBox::Yes | QMessageBox::No);
     box->setDefaultButton(QMessageBox::Yes);
     keepLinesWhole(box.get());
-    return box->exec() == QMessageBox::Yes;
+    return execBox(box.get()) == QMessageBox::Yes;
 }
 
 bool lumi::ask(QWidget *parent, const QString &caption, const QString &question, const QString &yes,
@@ -73,6 +79,6 @@ bool lumi::ask(QWidget *parent, const QString &caption, const QString &question,
     QPushButton *first = box->addButton(yes, QMessageBox::AcceptRole);
     box->setEscapeButton(box->addButton(no, QMessageBox::RejectRole));
     box->setDefaultButton(first);
-    box->exec();
+    execBox(box.get());
     return box->clickedButton() == first;
 }

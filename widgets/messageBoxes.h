@@ -26,6 +26,10 @@ enum class BoxLines {
 makeBox(QWidget *parent, QMessageBox::Icon icon, const QString &caption, const QString &text,
         QMessageBox::StandardButtons buttons = QMessageBox::Ok);
 
+/// Shows the box and returns its answer. If the program is asked to end, the box does not open, and
+/// the answer is that of Escape.
+int execBox(QMessageBox *box);
+
 /// A message with one button.
 void tell(QWidget *parent, QMessageBox::Icon icon, const QString &caption, const QString &text,
           BoxLines lines = BoxLines::Wrapped);

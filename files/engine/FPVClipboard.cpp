@@ -9,6 +9,7 @@
 #include "files/engine/rawCopy.h"
 #include "items/FPVItemList.h"
 #include "platform/files/fileCalls.h"
+#include "platform/session/QuitRequest.h"
 
 #include <QDir>
 #include <QFile>
@@ -80,6 +81,9 @@ PasteResult pasteFolder(const lumi::ChosenFile &source, const QString &wanted, F
     if (!medium.isThere() || !source.isStillIt()) {
         return PasteResult::Missing;
     }
+    if (lumi::QuitRequest::isPending()) {
+        return PasteResult::Done;
+    }
     const QString target = uniquePath(wanted, "%03d", QChar());
     if (!QDir().mkdir(target)) {
         return PasteResult::TargetNotMade;
@@ -118,10 +122,10 @@ PasteResult FPVClipboard::paste(const QString &folder, FPVItemList *list)
     const lumi::Medium medium = mediumOf(folder, list);
     PasteResult result = PasteResult::Done;
     for (const lumi::ChosenFile &file : std::as_const(m_files)) {
-        result = medium.isThere() ? pastePath(file, folder, list) : PasteResult::Missing;
-        if (result != PasteResult::Done) {
+        if (result != PasteResult::Done || lumi::QuitRequest::isPending()) {
             break;
         }
+        result = medium.isThere() ? pastePath(file, folder, list) : PasteResult::Missing;
     }
     m_buffer.reset();
     if (m_cut) {

@@ -26,8 +26,9 @@ public:
 
     void take(const QStringList &paths, bool cut);
 
-    /// Pastes the paths into a folder in order and stops at the first failure. Copies made before
-    /// it stay. A cut clipboard is empty afterwards, even after a failure. Events run while a
+    /// Pastes the paths into a folder in order and stops at the first failure, or after the file in
+    /// hand if the program is asked to end, which is no failure. Copies made before it stay. A cut
+    /// clipboard is empty afterwards, even after a failure. Events run while a
     /// folder is pasted. All later walks use the name patterns of photos.
     /// @param list gets an item for each new entry; may be null
     [[nodiscard]] lumi::PasteResult paste(const QString &folder, FPVItemList *list);

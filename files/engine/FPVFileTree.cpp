@@ -2,6 +2,7 @@
 #include "files/engine/FPVFileTree.h"
 
 #include "files/engine/folderListing.h"
+#include "platform/session/QuitRequest.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -134,7 +135,7 @@ void FPVFileTree::setWalkCancelled(bool cancelled)
 
 bool FPVFileTree::walkCancelled()
 {
-    return state().walkCancelled;
+    return state().walkCancelled || lumi::QuitRequest::isPending();
 }
 
 QString FPVFileTree::rootPrefix()
@@ -177,7 +178,7 @@ bool FPVFileTree::walk(const QString &path, bool flat, FPVFileTree *parent)
     const QList<QRegularExpression> wildcards = wildcardsOf(state().patterns);
     for (const QByteArray &name : listing.names) {
         QCoreApplication::processEvents();
-        if (state().walkCancelled) {
+        if (walkCancelled()) {
             break;
         }
         const FolderEntry entry = lumi::entryOf(path, name);

@@ -28,6 +28,7 @@ public:
     [[nodiscard]] static int dirFilter();
     /// Stops the running walk at its next entry. The start of a walk resets the flag.
     static void setWalkCancelled(bool cancelled);
+    /// Also true if the program is asked to end.
     [[nodiscard]] static bool walkCancelled();
     /// Absolute path of the last walk's root; null before the first.
     [[nodiscard]] static QString rootPrefix();

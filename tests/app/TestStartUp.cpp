@@ -1,58 +1,26 @@
 // SPDX-License-Identifier: MIT
 // Runs the program as a separate process, from its start to its end.
+#include "tests/app/ProgramTest.h"
 #include "tests/support/TestMain.h"
 #include "tests/support/rows.h"
 
 #include <QDir>
 #include <QFile>
 #include <QImage>
-#include <QProcess>
-#include <QTemporaryDir>
 #include <QTest>
 
-#include <algorithm>
 #include <array>
 #include <csignal>
-#include <functional>
-#include <memory>
 
 #include <fcntl.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
-namespace {
-
-constexpr int kTimeLimitMs = 20000;
-
-struct Outcome
-{
-    bool ended = false;
-    QProcess::ExitStatus how = QProcess::CrashExit;
-    int status = -1;
-    QStringList windows;
-    QByteArray warnings;
-};
-
-/// The warnings of the program, without those of the offscreen platform.
-QByteArrayList ownWarnings(const Outcome &outcome)
-{
-    QByteArrayList lines = outcome.warnings.split('\n');
-    const auto isForeign = [](const QByteArray &line) {
-        return line.isEmpty() || line.startsWith("This plugin does not support ");
-    };
-    lines.erase(std::remove_if(lines.begin(), lines.end(), isForeign), lines.end());
-    return lines;
-}
-
-} // namespace
-
-class TestStartUp : public QObject
+class TestStartUp : public ProgramTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
     void firstStartMakesTheFolders();
     void secondStartReadsTheIndex();
     void killedRunIsNoticed();
@@ -69,68 +37,11 @@ private Q_SLOTS:
     void profileOfTheProgramsPrefixIsFound();
 
 private:
-    QString at(const QString &path) const { return m_home->filePath(path); }
-
-    QString inSwapFolder(const QString &name) const
-    {
-        return at(QStringLiteral("Documents/Photo_Files/.photo_swp/") + name);
-    }
-
-    std::unique_ptr<QProcess> start(const QString &end,
-                                    const QStringList &arguments = QStringList()) const;
-    Outcome run(const QString &end, const QStringList &arguments = QStringList()) const;
     /// Puts a photo into the store.
     void makePhoto() const;
     /// Makes a profile at this place of the home, with one picture. The driver reports pictures.
     void writeProfile(const QString &name);
-
-    std::unique_ptr<QTemporaryDir> m_home;
-    QProcessEnvironment m_environment;
-    QString m_program;
-    std::function<void()> m_inChild; ///< called in the new process before the program starts
 };
-
-void TestStartUp::init()
-{
-    m_home = std::make_unique<QTemporaryDir>();
-    QVERIFY(m_home->isValid());
-    m_program = QStringLiteral(LUMI_PROGRAM);
-    m_inChild = nullptr;
-    m_environment = QProcessEnvironment::systemEnvironment();
-    m_environment.insert(QStringLiteral("HOME"), m_home->path());
-    m_environment.insert(QStringLiteral("QT_PLUGIN_PATH"), QStringLiteral(LUMI_PLUGINS));
-    m_environment.insert(QStringLiteral("QT_QPA_GENERIC_PLUGINS"), QStringLiteral("lumidriver"));
-}
-
-void TestStartUp::cleanup()
-{
-    m_home.reset();
-}
-
-std::unique_ptr<QProcess> TestStartUp::start(const QString &end, const QStringList &arguments) const
-{
-    auto process = std::make_unique<QProcess>();
-    QProcessEnvironment environment = m_environment;
-    environment.insert(QStringLiteral("LUMI_DRIVER_END"), end);
-    process->setProcessEnvironment(environment);
-    process->setWorkingDirectory(m_home->path());
-    process->setChildProcessModifier(m_inChild);
-    process->start(m_program, arguments);
-    return process;
-}
-
-Outcome TestStartUp::run(const QString &end, const QStringList &arguments) const
-{
-    const std::unique_ptr<QProcess> process = start(end, arguments);
-    Outcome outcome;
-    outcome.ended = process->waitForFinished(kTimeLimitMs);
-    outcome.how = process->exitStatus();
-    outcome.status = process->exitCode();
-    outcome.windows = QString::fromUtf8(process->readAllStandardOutput())
-                          .split(QLatin1Char('\n'), Qt::SkipEmptyParts);
-    outcome.warnings = process->readAllStandardError();
-    return outcome;
-}
 
 void TestStartUp::firstStartMakesTheFolders()
 {

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "platform/session/QuitRequest.h"
 #include "tests/support/TestMain.h"
 #include "tests/support/rows.h"
 #include "widgets/messageBoxes.h"
@@ -9,6 +10,7 @@
 #include <QTest>
 #include <QTimer>
 
+#include <csignal>
 #include <functional>
 
 namespace {
@@ -89,6 +91,23 @@ bool runAskWithTexts()
                      QStringLiteral("Exit"));
 }
 
+class BoxCounter : public QObject
+{
+public:
+    BoxCounter() { qApp->installEventFilter(this); }
+
+    int shown = 0;
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() == QEvent::Show && qobject_cast<QMessageBox *>(watched) != nullptr) {
+            ++shown;
+        }
+        return QObject::eventFilter(watched, event);
+    }
+};
+
 } // namespace
 
 Q_DECLARE_METATYPE(AskFunction)
@@ -106,6 +125,7 @@ private Q_SLOTS:
     void answers();
     void linesAreWrappedOrWhole();
     void workRunsUnderTheWaitDialog();
+    void noBoxOpensWhenTheProgramIsAskedToEnd();
 
 private:
     /// Runs the function and records the box that it shows.
@@ -244,6 +264,22 @@ void TestMessageBoxes::workRunsUnderTheWaitDialog()
     });
     QCOMPARE(result, 7);
     QVERIFY(parent.findChildren<MyDialogWait *>().isEmpty());
+}
+
+void TestMessageBoxes::noBoxOpensWhenTheProgramIsAskedToEnd()
+{
+    BoxCounter boxes;
+    const lumi::QuitRequest request;
+    ::raise(SIGTERM);
+    lumi::tell(nullptr, QMessageBox::Information, kCaption, kText);
+    lumi::tellError(nullptr, kText);
+    QVERIFY(!runConfirm());
+    QVERIFY(!runAsk());
+    QVERIFY(!runAskWithTexts());
+    const auto box = lumi::makeBox(nullptr, QMessageBox::Warning, kCaption, kText,
+                                   QMessageBox::Yes | QMessageBox::No);
+    QCOMPARE(lumi::execBox(box.get()), int(QMessageBox::No));
+    QCOMPARE(boxes.shown, 0);
 }
 
 LUMI_TEST(TestMessageBoxes)

@@ -1,21 +1,25 @@
 // SPDX-License-Identifier: MIT
 // A plugin that acts as the user of the real program, in tests without a pointer and without a
-// window manager. It writes a line for each window that appears to standard output and answers
-// message boxes with their default button. $LUMI_DRIVER_END says how it ends the program:
-// "close" closes the main window as a window manager would, "exit:N"
-// leaves the event loop with N, "visit" first opens the slideshow and the full view of the
-// browser's first photo and closes them after a second, "browse" opens the browser and lets
-// the program run on. Any other value only lets the program run. With $LUMI_DRIVER_PICTURES it
-// also writes the sizes of the pictures in the main window.
+// window manager. It writes a line for each window that appears to standard output, answers
+// message boxes with their default button and accepts dialogs that ask for a text.
+// $LUMI_DRIVER_END says how it ends the program: "close" closes the main window as a window manager
+// would, "exit:N" leaves the event loop with N, "visit" first opens the slideshow and the full view
+// of the browser's first photo and closes them after a second. Other values let the program run:
+// "browse" opens the browser, "open:A,B" also calls its slots A and B and leaves open what the last
+// one opens, "import" imports the SD card, "behind" covers the main window by another one and
+// writes a line when the main window is active again.
+// With $LUMI_DRIVER_PICTURES it also writes the sizes of the pictures in the main window.
 #include "app/common/FormId.h"
 
 #include <QApplication>
 #include <QEventLoop>
 #include <QGenericPlugin>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMainWindow>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QShowEvent>
 #include <QThread>
 #include <QTimer>
@@ -38,6 +42,9 @@ protected:
         auto *widget = qobject_cast<QWidget *>(watched);
         if (event->type() == QEvent::Show && widget != nullptr && widget->isWindow()) {
             appeared(widget);
+        } else if (event->type() == QEvent::WindowActivate && m_cover != nullptr
+                   && qobject_cast<QMainWindow *>(widget) != nullptr) {
+            report(QStringLiteral("front: %1").arg(widget->windowTitle()));
         }
         return QObject::eventFilter(watched, event);
     }
@@ -62,14 +69,26 @@ private:
         } else if (auto *main = qobject_cast<QMainWindow *>(window)) {
             report(QStringLiteral("window: %1").arg(main->windowTitle()));
             endLater(main);
+        } else if (window->isModal()) {
+            report(
+                QStringLiteral("modal: %1").arg(QLatin1String(window->metaObject()->className())));
+            acceptText(window);
+        }
+    }
+
+    static void acceptText(QWidget *window)
+    {
+        auto *dialog = qobject_cast<QDialog *>(window);
+        if (dialog != nullptr && dialog->findChild<QLineEdit *>() != nullptr) {
+            QTimer::singleShot(kLookMs, dialog, &QDialog::accept);
         }
     }
 
     static QString wayOut() { return qEnvironmentVariable("LUMI_DRIVER_END"); }
 
-    static void endLater(QMainWindow *main)
+    void endLater(QMainWindow *main)
     {
-        QTimer::singleShot(kLookMs, main, [main] {
+        QTimer::singleShot(kLookMs, main, [this, main] {
             end(main);
         });
     }
@@ -85,19 +104,37 @@ private:
         }
     }
 
-    static void visit(QMainWindow *main)
+    static QWidget *formOf(QMainWindow *main)
     {
-        QMetaObject::invokeMethod(main, "changeForm", Q_ARG(int, lumi::FileForm),
-                                  Q_ARG(QString, QString()));
+        return qobject_cast<QScrollArea *>(main->centralWidget())->widget();
+    }
+
+    static void showForm(QMainWindow *main, int id)
+    {
+        QMetaObject::invokeMethod(main, "changeForm", Q_ARG(int, id), Q_ARG(QString, QString()));
         QEventLoop loop;
         QTimer::singleShot(kVisitMs, &loop, &QEventLoop::quit);
         loop.exec();
-        // The slideshow leaves the cursor on the photo, which the full view needs.
-        for (const char *slot : {"menu_disp_Slideshow_Execution", "menu_disp_DispAll"}) {
-            QTimer::singleShot(kVisitMs, main, &Driver::leaveModalWindow);
-            QMetaObject::invokeMethod(main->centralWidget(), slot); // returns when it is closed
+    }
+
+    /// Each slot returns when its window is closed. The last one stays open if wanted.
+    static void visit(QMainWindow *main, const QStringList &slotNames, bool lastStays)
+    {
+        showForm(main, lumi::FileForm);
+        for (const QString &name : slotNames) {
+            if (!lastStays || name != slotNames.constLast()) {
+                QTimer::singleShot(kVisitMs, main, &Driver::leaveModalWindow);
+            }
+            QMetaObject::invokeMethod(formOf(main), name.toLatin1().constData());
         }
-        main->close();
+    }
+
+    void cover()
+    {
+        m_cover = new QWidget;
+        m_cover->setAttribute(Qt::WA_QuitOnClose, false);
+        m_cover->show();
+        m_cover->activateWindow();
     }
 
     static void leaveModalWindow()
@@ -112,7 +149,7 @@ private:
         }
     }
 
-    static void end(QMainWindow *main)
+    void end(QMainWindow *main)
     {
         const QString way = wayOut();
         if (QThread::currentThread()->loopLevel() == 0) {
@@ -123,18 +160,38 @@ private:
             reportPictures(main);
         }
         if (way == QLatin1String("visit")) {
-            visit(main);
+            // The slideshow leaves the cursor on the photo, which the full view needs.
+            visit(main,
+                  {QStringLiteral("menu_disp_Slideshow_Execution"),
+                   QStringLiteral("menu_disp_DispAll")},
+                  false);
+            main->close();
         } else if (way == QLatin1String("close")) {
             main->close();
         } else if (way.startsWith(QLatin1String("exit:"))) {
             QCoreApplication::exit(way.mid(5).toInt());
         } else {
-            report(QStringLiteral("running"));
-            if (way == QLatin1String("browse")) {
-                QMetaObject::invokeMethod(main->centralWidget(), "btn_look_clicked");
-            }
+            runOn(main, way);
         }
     }
+
+    void runOn(QMainWindow *main, const QString &way)
+    {
+        if (way == QLatin1String("behind")) {
+            cover();
+        }
+        report(QStringLiteral("running"));
+        if (way == QLatin1String("browse")) {
+            QMetaObject::invokeMethod(formOf(main), "btn_look_clicked");
+        } else if (way.startsWith(QLatin1String("open:"))) {
+            visit(main, way.mid(5).split(QLatin1Char(',')), true);
+        } else if (way == QLatin1String("import")) {
+            showForm(main, lumi::ImportForm);
+            QMetaObject::invokeMethod(formOf(main), "btn_sd_clicked");
+        }
+    }
+
+    QWidget *m_cover = nullptr;
 };
 
 } // namespace

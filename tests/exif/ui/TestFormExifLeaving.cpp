@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Leaving the editor, with and without a question.
+#include "platform/session/QuitRequest.h"
 #include "tests/exif/ui/Composition.h"
 #include "tests/exif/ui/EditorFixture.h"
 #include "tests/support/TestMain.h"
@@ -7,6 +8,8 @@
 #include <QApplication>
 #include <QTest>
 #include <QTimer>
+
+#include <csignal>
 
 using namespace lumi;
 using lumi::test::EditorFixture;
@@ -32,6 +35,7 @@ private Q_SLOTS:
     void closingTheWindowAsksToo();
     void exitEndsTheEditor();
     void minimisingDoesNotEndTheEditor();
+    void theEndOfTheProgramDiscardsEdits();
 
 private:
     std::unique_ptr<EditorFixture> m_user;
@@ -205,6 +209,21 @@ void TestFormExifLeaving::minimisingDoesNotEndTheEditor()
              1);
     QCOMPARE(watch.hides, 1);
     QVERIFY(wasRunning);
+}
+
+void TestFormExifLeaving::theEndOfTheProgramDiscardsEdits()
+{
+    m_user->open();
+    const QByteArray before = m_user->fileBytes();
+    const QuitRequest request;
+    QCOMPARE(m_user->run([this] {
+        m_user->type(OwnerField, QStringLiteral("x"));
+        ::raise(SIGTERM);
+    }),
+             0);
+    QVERIFY(m_user->boxes.boxes.isEmpty());
+    QVERIFY(!m_user->form->isVisible());
+    QCOMPARE(m_user->fileBytes(), before);
 }
 
 LUMI_TEST(TestFormExifLeaving)

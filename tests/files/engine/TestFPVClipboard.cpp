@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Pastes of files without failures.
 #include "items/FPVItemList.h"
+#include "platform/session/QuitRequest.h"
 #include "tests/files/engine/PasteTest.h"
 #include "tests/support/TestMain.h"
 #include "tests/support/nameList.h"
@@ -10,6 +11,8 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QTest>
+
+#include <csignal>
 
 #include <unistd.h>
 
@@ -39,6 +42,8 @@ private Q_SLOTS:
     void roomIsAskedWhereTheCopyGoes();
     void theListGetsItems();
     void pathsGoInTheirOrder();
+    void theEndOfTheProgramEndsAPaste_data();
+    void theEndOfTheProgramEndsAPaste();
 };
 
 void TestFPVClipboard::contentsArrive_data()
@@ -279,6 +284,36 @@ void TestFPVClipboard::pathsGoInTheirOrder()
     QCOMPARE(m_files->content(QStringLiteral("to/a.jpg")), QByteArray("two/a.jpg"));
     QCOMPARE(m_files->content(QStringLiteral("to/a-1.jpg")), QByteArray("three/a.jpg"));
     QCOMPARE(m_files->content(QStringLiteral("to/a-2.jpg")), QByteArray("one/a.jpg"));
+}
+
+void TestFPVClipboard::theEndOfTheProgramEndsAPaste_data()
+{
+    lumi::test::columns<bool>();
+    QTest::newRow("copied") << false;
+    QTest::newRow("cut") << true;
+}
+
+/// The request comes when the second file is about to be copied.
+void TestFPVClipboard::theEndOfTheProgramEndsAPaste()
+{
+    const auto [cut] = lumi::test::row<bool>();
+    const lumi::QuitRequest request;
+    for (const char *name : {"a.jpg", "b.jpg", "c.jpg"}) {
+        m_files->make(QLatin1String(name), name);
+    }
+    int question = 0;
+    m_machine->diskAt = [&question](const QByteArray &) {
+        if (++question == 2) {
+            ::raise(SIGTERM);
+        }
+        return DiskFigures{1024, 1 << 20, 1 << 20, true};
+    };
+    QCOMPARE(paste("a.jpg b.jpg c.jpg", cut), PasteResult::Done);
+    QCOMPARE(question, 2);
+    QCOMPARE(m_files->entries(QStringLiteral("to")), list("a.jpg b.jpg"));
+    QCOMPARE(m_files->content(QStringLiteral("to/b.jpg")), QByteArray("b.jpg"));
+    QCOMPARE(m_files->content(QStringLiteral("c.jpg")), QByteArray("c.jpg"));
+    QCOMPARE(m_files->content(QStringLiteral("b.jpg")).isNull(), cut);
 }
 
 LUMI_TEST(TestFPVClipboard)

@@ -2,6 +2,7 @@
 // Pastes of folders without failures.
 #include "files/engine/FPVFileTree.h"
 #include "items/FPVItemList.h"
+#include "platform/session/QuitRequest.h"
 #include "tests/files/engine/PasteTest.h"
 #include "tests/support/OrdinaryUser.h"
 #include "tests/support/TestMain.h"
@@ -10,6 +11,8 @@
 #include <QFile>
 #include <QTest>
 #include <QTimer>
+
+#include <csignal>
 
 using lumi::PasteResult;
 using lumi::test::FileFixture;
@@ -30,6 +33,7 @@ private Q_SLOTS:
     void dotsAreNoFolders();
     void theListGetsOneItemForAFolder();
     void onlyFoldersLetEventsIn();
+    void theEndOfTheProgramMakesNoFolder();
 };
 
 /// Making a folder does not ask for free space; pasting its photos does.
@@ -148,6 +152,18 @@ void TestPasteFolders::onlyFoldersLetEventsIn()
     QVERIFY(!ran);
     QCOMPARE(paste("trip", false), PasteResult::Done);
     QVERIFY(ran);
+}
+
+void TestPasteFolders::theEndOfTheProgramMakesNoFolder()
+{
+    const lumi::QuitRequest request;
+    m_files->make(QStringLiteral("trip/a.jpg"), "1");
+    m_files->make(QStringLiteral("b.jpg"), "2");
+    QTimer::singleShot(0, this, [] {
+        ::raise(SIGTERM);
+    });
+    QCOMPARE(paste("b.jpg trip b.jpg", false), PasteResult::Done);
+    QCOMPARE(m_files->entries(QStringLiteral("to")), list("b.jpg"));
 }
 
 LUMI_TEST(TestPasteFolders)
