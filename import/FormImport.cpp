@@ -98,9 +98,9 @@ QWidget *FormImport::buildRightSide()
 {
     auto *rightSide = new BackgroundWidget(this);
     rightSide->setBackgroundPixmap(lumi::loadPixmap("bg_right_copy"));
-    m_cfButton = addCardButton(rightSide, "copy_cf", kCfPosition);
+    m_cfButton = addCardButton(rightSide, "copy_cf", lumi::MsgCfCard, kCfPosition);
     connect(m_cfButton, &MyImageButton::clicked, this, &FormImport::btn_cf_clicked);
-    m_sdButton = addCardButton(rightSide, "copy_sd", kSdPosition);
+    m_sdButton = addCardButton(rightSide, "copy_sd", lumi::MsgSdCard, kSdPosition);
     connect(m_sdButton, &MyImageButton::clicked, this, &FormImport::btn_sd_clicked);
     m_memoryLabel = addLabel(rightSide, kMemoryPosition);
     m_capacityLabel = addLabel(rightSide, kCapacityPosition);
@@ -108,13 +108,14 @@ QWidget *FormImport::buildRightSide()
 }
 
 MyImageButton *FormImport::addCardButton(QWidget *rightSide, const QByteArray &picture,
-                                         QPoint position)
+                                         lumi::MessageId name, QPoint position)
 {
     auto *button = new MyImageButton(rightSide);
     button->setNormalPixmap(lumi::loadPixmap(picture));
     button->setPressedPixmap(lumi::loadPixmap(QByteArray(picture + "_push")));
     button->setDisabledPixmap(lumi::loadPixmap(QByteArray(picture + "_gray")));
     button->move(position);
+    button->setAccessibleName(msg(name));
     return button;
 }
 
@@ -250,12 +251,12 @@ void FormImport::menu_disp_Top()
 
 void FormImport::menu_import_cf()
 {
-    startImport(Machine::instance().configuredMountPoint(Slot::CF));
+    startImport(lumi::CardSlots::mountPoint(Slot::CF));
 }
 
 void FormImport::menu_import_sd()
 {
-    startImport(Machine::instance().configuredMountPoint(Slot::SD));
+    startImport(lumi::CardSlots::mountPoint(Slot::SD));
 }
 
 void FormImport::menu_option_help()

@@ -10,6 +10,7 @@
 
 #include "app/common/FormBase.h"
 #include "app/common/Medium.h"
+#include "app/common/messageIds.h"
 #include "files/engine/FPVFileTree.h"
 #include "import/ImportKind.h"
 
@@ -58,7 +59,7 @@ private:
     void buildMenu();
     [[nodiscard]] QWidget *buildRightSide();
     [[nodiscard]] MyImageButton *addCardButton(QWidget *rightSide, const QByteArray &picture,
-                                               QPoint position);
+                                               lumi::MessageId name, QPoint position);
     [[nodiscard]] QLabel *addLabel(QWidget *rightSide, QPoint position);
     void showCards();
     void focusCard();

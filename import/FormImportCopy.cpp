@@ -7,10 +7,14 @@
 #include "import/ImportRun.h"
 #include "import/importReport.h"
 #include "import/importTexts.h"
+#include "platform/session/NoticeAgent.h"
+#include "platform/session/QuitRequest.h"
 #include "widgets/MyDialogProgressBar.h"
 #include "widgets/messageBoxes.h"
 
 #include <QDate>
+
+#include <algorithm>
 
 using lumi::ImportKind;
 
@@ -33,6 +37,16 @@ constexpr FailureRow kFailures[] = {
     {ImportKind::MemoryFull, QMessageBox::Warning, lumi::MsgError, lumi::MsgOutOfSpace},
     {ImportKind::CardAccess, QMessageBox::Critical, lumi::MsgError, lumi::MsgAccessErrors},
 };
+
+/// Null for other kinds.
+const FailureRow *failureOf(ImportKind kind)
+{
+    const auto *found
+        = std::find_if(std::begin(kFailures), std::end(kFailures), [kind](const FailureRow &row) {
+              return row.kind == kind;
+          });
+    return found != std::end(kFailures) ? found : nullptr;
+}
 
 } // namespace
 
@@ -71,7 +85,7 @@ ImportKind FormImport::copyFiles()
                          FPVFileTree::leftOut()},
                         callbacks);
     ImportKind kind = run.run(m_folderName);
-    if (run.copiedCount() > 0) {
+    if (run.copiedCount() > 0 && !lumi::QuitRequest::isPending()) {
         dialog.show(); // Cancel hides it, and the wait can be cancelled, too
         kind = run.waitForDisk(kind);
     }
@@ -84,10 +98,15 @@ void FormImport::copyAndReport()
 {
     const ImportKind kind = copyFiles();
     if (kind == ImportKind::Done) {
-        lumi::tell(this, QMessageBox::NoIcon, msg(lumi::MsgDone),
-                   lumi::copiedText(m_folderName, FPVFileTree::fileCount()), lumi::BoxLines::Whole);
+        const QString text = lumi::copiedText(m_folderName, FPVFileTree::fileCount());
+        lumi::NoticeAgent::post(text);
+        lumi::tell(this, QMessageBox::NoIcon, msg(lumi::MsgDone), text, lumi::BoxLines::Whole);
         return;
     }
+    const FailureRow *row = failureOf(kind);
+    lumi::NoticeAgent::post(
+        m_copiedCount > 0 ? lumi::partlyCopiedText(m_folderName, m_copiedCount)
+                          : msg(row != nullptr ? row->text : lumi::MsgErrorProcessingStopped));
     tellFailure(kind);
     if (m_copiedCount > 0) {
         offerReport();
@@ -96,11 +115,9 @@ void FormImport::copyAndReport()
 
 void FormImport::tellFailure(ImportKind kind)
 {
-    for (const FailureRow &row : kFailures) {
-        if (row.kind == kind) {
-            lumi::tell(this, row.icon, msg(row.caption), msg(row.text), lumi::BoxLines::Whole);
-            return;
-        }
+    if (const FailureRow *row = failureOf(kind)) {
+        lumi::tell(this, row->icon, msg(row->caption), msg(row->text), lumi::BoxLines::Whole);
+        return;
     }
     // If files were copied, the box of the report says it.
     if (m_copiedCount < 1) {

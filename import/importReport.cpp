@@ -68,6 +68,7 @@ void lumi::showReport(QWidget *parent, const QString &report)
     layout->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
     layout->setSpacing(kMargin);
     auto *browser = new QTextBrowser(&dialog);
+    browser->setAccessibleName(dialog.windowTitle());
     browser->setMinimumSize(kReportSize);
     browser->setOpenLinks(false);
     browser->setHtml(report);

@@ -4,7 +4,7 @@
 # function that installs missing ones.
 
 # For building and running the program.
-runPackages=(cmake g++ ninja-build qt6-base-dev libjpeg-dev librsvg2-bin pngquant fonts-dejavu-core)
+runPackages=(cmake g++ ninja-build qt6-base-dev libx11-dev libxcb1-dev libjpeg-dev librsvg2-bin pngquant fonts-dejavu-core)
 # For the tour through the program without a screen.
 tourPackages=(xvfb openbox xdotool imagemagick)
 # Building and running the tests.

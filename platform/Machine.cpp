@@ -2,13 +2,12 @@
 #include "platform/Machine.h"
 
 #include "platform/MachineProfile.h"
+#include "platform/cards/SlotLinks.h"
 #include "platform/files/diskFigures.h"
 #include "platform/files/fileCalls.h"
 #include "platform/memoryTable.h"
 #include "platform/power/powerSupply.h"
 
-#include <QCoreApplication>
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QStandardPaths>
@@ -29,19 +28,6 @@ std::unique_ptr<Machine> &installed()
 {
     static std::unique_ptr<Machine> machine;
     return machine;
-}
-
-/// Makes the folder with the marker of an empty slot; false if it can't be made.
-bool makeStandIn(const QString &folder)
-{
-    QFile marker(folder + QLatin1String("/NotAvailable"));
-    return QDir().mkpath(folder)
-        && (marker.exists() || marker.open(QIODevice::WriteOnly | QIODevice::NewOnly));
-}
-
-QString standInName(Slot slot)
-{
-    return slot == Slot::CF ? QStringLiteral("/cf") : QStringLiteral("/card");
 }
 
 QString shellQuoted(QString path)
@@ -76,29 +62,24 @@ const lumi::MachineProfile &Machine::profile() const
     return *m_profile;
 }
 
-QString Machine::configuredMountPoint(Slot slot) const
-{
-    return profile().path(slot == Slot::CF ? Key::MountCF : Key::MountSD);
-}
-
 QString Machine::mountPoint(Slot slot) const
 {
-    const QString folder = configuredMountPoint(slot);
-    return !folder.isEmpty() && QFileInfo::exists(folder) ? folder : standIn(slot);
+    std::optional<QString> &known = m_mountPoints.at(static_cast<std::size_t>(slot));
+    if (!known) {
+        known = findMountPoint(slot);
+    }
+    return *known;
 }
 
-QString Machine::standIn(Slot slot) const
+QString Machine::findMountPoint(Slot slot) const
 {
-    const QString runtime = qEnvironmentVariable("XDG_RUNTIME_DIR");
-    QString shared = runtime + QLatin1String("/lumivault") + standInName(slot);
-    if (!runtime.isEmpty() && makeStandIn(shared)) {
-        return shared;
+    QString folder = profile().path(slot == Slot::CF ? Key::MountCF : Key::MountSD);
+    const bool isThere = !folder.isEmpty() && QFileInfo::exists(folder);
+    if (isThere || profile().number(Key::MountsOfDesktop) == 0) {
+        return folder;
     }
-    if (m_standIns == nullptr) {
-        m_standIns = std::make_unique<QTemporaryDir>();
-    }
-    QString own = m_standIns->path() + standInName(slot);
-    return m_standIns->isValid() && makeStandIn(own) ? own : configuredMountPoint(slot);
+    QString link = lumi::SlotLinks::path(slot);
+    return !link.isEmpty() ? link : folder;
 }
 
 QString Machine::mountTable() const

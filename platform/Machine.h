@@ -3,15 +3,16 @@
 // disk space, the charge of the battery, the position of the hinge.
 // No other class asks the system for these. The values come from a profile file, so that one
 // binary runs on a handheld, on a desktop and in a test; see MachineProfile.h for the keys.
-// Owns: the profile, and the stand-in folders of mount points that don't exist.
+// Owns: the profile.
 #pragma once
 
 #include <QByteArray>
 #include <QString>
-#include <QTemporaryDir>
 #include <Qt>
 
+#include <array>
 #include <memory>
+#include <optional>
 
 namespace lumi {
 class MachineProfile;
@@ -66,12 +67,10 @@ public:
     /// Replaces the machine and takes ownership. Null installs a new machine from the profile.
     static void install(Machine *machine);
 
-    /// Folder of a card, without a trailing "/". If the mount point doesn't exist, this is a
-    /// private folder with the marker "NotAvailable", so that the slot counts as empty. The mount
-    /// point is used again as soon as it exists.
+    /// Folder of a card, without a trailing "/". It never changes and need not exist. If the
+    /// profile's mount point did not exist at the first call, this is a link that follows the
+    /// desktop's mounts; see platform/cards/SlotLinks.h.
     virtual QString mountPoint(Slot slot) const;
-    /// The mount point of the profile, existing or not.
-    virtual QString configuredMountPoint(Slot slot) const;
     /// File to be polled. An exceptional condition on it means that the mounts have changed.
     virtual QString mountTable() const;
     /// Memory figures in table form: a heading, then "Mem:" with total, used, free, shared,
@@ -98,8 +97,8 @@ public:
 
 private:
     const lumi::MachineProfile &profile() const;
-    QString standIn(Slot slot) const;
+    QString findMountPoint(Slot slot) const;
 
     mutable std::unique_ptr<lumi::MachineProfile> m_profile;
-    mutable std::unique_ptr<QTemporaryDir> m_standIns;
+    mutable std::array<std::optional<QString>, 2> m_mountPoints; ///< set at the first call
 };

@@ -28,6 +28,7 @@ constexpr Row kRows[] = {
     {Key::MountCF, "Mounts", "CF", "/mnt/cf"},
     {Key::MountSD, "Mounts", "SD", "/mnt/card"},
     {Key::MountTable, "Mounts", "Table", "/proc/self/mountinfo"},
+    {Key::MountsOfDesktop, "Mounts", "Desktop", "1"},
     {Key::MemoryFile, "Memory", "File", "/proc/meminfo"},
     {Key::PowerDir, "Power", "Dir", "/sys/class/power_supply"},
     {Key::HingeProgram, "Hinge", "Program", "/home/QtPalmtop/bin/chkhinge"},

@@ -22,6 +22,7 @@ public:
         MountCF,
         MountSD,
         MountTable,
+        MountsOfDesktop,
         MemoryFile,
         PowerDir,
         HingeProgram,

@@ -34,12 +34,13 @@ struct State
 Look lookAt(const QString &folder)
 {
     Look look;
-    look.isPresent = !QFile::exists(folder + QLatin1String("/NotAvailable"));
     struct statx figures = {};
     const QByteArray path = QFile::encodeName(folder);
+    // A slot's folder may be a link. The figures are those of the folder behind it.
     if (::statx(AT_FDCWD, path.constData(), 0, STATX_BASIC_STATS | STATX_MNT_ID | kUniqueMountId,
                 &figures)
         == 0) {
+        look.isPresent = !QFile::exists(folder + QLatin1String("/NotAvailable"));
         look.mount = figures.stx_mnt_id;
         look.device = (quint64(figures.stx_dev_major) << 32) + figures.stx_dev_minor;
         look.inode = figures.stx_ino;
@@ -79,9 +80,7 @@ bool lumi::CardSlots::isPresent(Slot slot)
 std::optional<Slot> lumi::CardSlots::slotOf(const QString &path)
 {
     const auto *found = std::find_if(kAll.begin(), kAll.end(), [&path](Slot slot) {
-        // Without its mount point the slot has a stand-in folder, but keeps this path.
-        return isWithin(path, Machine::instance().configuredMountPoint(slot))
-            || isWithin(path, mountPoint(slot));
+        return isWithin(path, mountPoint(slot));
     });
     return found != kAll.end() ? std::optional(*found) : std::nullopt;
 }

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 // The two card slots: the folder of a card, whether a card is in, and whether it is still the same
 // card. No other class answers these questions.
-// A slot is empty while the file "NotAvailable" is in its folder; a mounted card hides it. A card
-// counts as exchanged if it was seen missing in between or if its folder is another mount. Since
-// Linux 6.8 mount numbers are not reused, so an exchange is noticed even if nobody looked in
-// between. Each function reads the state of the slot again.
+// A slot is empty while its folder is missing or has a file "NotAvailable". A mounted card hides that
+// file. A card counts as exchanged if it was seen missing in between or if its folder is another
+// mount. Since Linux 6.8 mount numbers are not reused, so an exchange is noticed even if nobody looked
+// in between. Each function reads the state of the slot again.
 #pragma once
 
 #include "platform/Machine.h"

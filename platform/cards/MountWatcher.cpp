@@ -30,8 +30,7 @@ QString nearestFolder(QString path)
 
 QStringList mountPoints()
 {
-    const Machine &machine = Machine::instance();
-    return {machine.configuredMountPoint(Slot::CF), machine.configuredMountPoint(Slot::SD)};
+    return {lumi::CardSlots::mountPoint(Slot::CF), lumi::CardSlots::mountPoint(Slot::SD)};
 }
 
 QList<unsigned> generations()

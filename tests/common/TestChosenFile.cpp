@@ -24,10 +24,10 @@ constexpr std::time_t kThen = 1'000'000'000;
 class AskedMachine : public FakeMachine
 {
 public:
-    QString configuredMountPoint(Slot slot) const override
+    QString mountPoint(Slot slot) const override
     {
         ++timesAsked;
-        return FakeMachine::configuredMountPoint(slot);
+        return FakeMachine::mountPoint(slot);
     }
 
     mutable int timesAsked = 0;

@@ -80,12 +80,13 @@ void TestMedium::theOtherSlotDoesNotCount()
 
 void TestMedium::aMountPointMayVanish()
 {
-    m_machine = new lumi::test::VanishedSlot;
-    Machine::install(m_machine);
-    const Medium medium(QStringLiteral("/no/such/cf/dcim"));
+    m_machine->cf = m_machine->folder.filePath(QStringLiteral("none"));
+    const QString folder = m_machine->cf + QStringLiteral("/dcim");
+    const Medium medium(folder);
     QVERIFY(!medium.isThere());
     m_machine->insertCard(Slot::CF);
-    QVERIFY(Medium(QStringLiteral("/no/such/cf/dcim")).isThere());
+    QVERIFY(Medium(folder).isThere());
+    QVERIFY(!medium.isThere());
 }
 
 void TestMedium::anotherFileSystemIsAnotherMedium_data()

@@ -36,6 +36,17 @@ void FlowTest::init()
     m_form.reset(); // a failed test may have left one, and two would disturb each other
     m_form = std::make_unique<ImportFixture>();
     m_cards.reset();
+    m_notices = std::make_unique<QCopChannel>("LumiVault/Notice");
+    m_noticeSpy = std::make_unique<QSignalSpy>(m_notices.get(), &QCopChannel::received);
+}
+
+QStringList FlowTest::notices() const
+{
+    QStringList texts;
+    for (const QList<QVariant> &arguments : std::as_const(*m_noticeSpy)) {
+        texts.append(QString::fromUtf8(arguments.at(1).toByteArray()));
+    }
+    return texts;
 }
 
 void FlowTest::cleanup()

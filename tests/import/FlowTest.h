@@ -4,10 +4,12 @@
 // unchanged since the last press.
 #pragma once
 
+#include "platform/session/QCopChannel.h"
 #include "tests/import/ImportFixture.h"
 #include "tests/import/cardTree.h"
 
 #include <QObject>
+#include <QSignalSpy>
 #include <QStringList>
 
 #include <array>
@@ -40,6 +42,8 @@ protected:
     /// Checks the captions of all dialogs so far, their parent, the last texts, and that the cards
     /// are unchanged.
     void compareFailedRun(const QStringList &captions, const QStringList &texts);
+    /// The notices for the desktop since the start of the test.
+    [[nodiscard]] QStringList notices() const;
     /// Presses the SD button. Returns the report's plain text if it has this many failures.
     QString reportText(int failures);
 
@@ -55,4 +59,6 @@ private:
     [[nodiscard]] Cards cards() const;
 
     std::optional<Cards> m_cards; // as before the last press
+    std::unique_ptr<QCopChannel> m_notices;
+    std::unique_ptr<QSignalSpy> m_noticeSpy;
 };

@@ -149,6 +149,7 @@ void TestImportCopying::aCancelBeforeTheFirstFileIsCopied()
     }
     press(Slot::SD);
     compareFailedRun({kResult, kFolder, kStop}, {QStringLiteral("Processing cancelled")});
+    QCOMPARE(notices(), QStringList{QStringLiteral("Processing cancelled")});
     QCOMPARE(m_form->driver.seen.constLast().icon, int(QMessageBox::Information));
     // The folders stay.
     QCOMPARE(treeOf(m_form->target(todaysFolder())),
@@ -168,6 +169,7 @@ void TestImportCopying::aCancelLaterHasAReport()
              (QStringList{kResult, kFolder, kStop, kDone, kDetails, kDone}));
     QCOMPARE(m_form->driver.texts().at(2), QStringLiteral("Processing cancelled"));
     QCOMPARE(m_form->driver.texts().at(3), lumi::partlyCopiedText(todaysFolder(), 2));
+    QCOMPARE(notices(), QStringList{m_form->driver.texts().at(3)});
     QCOMPARE(report, QStringLiteral("c.jpg\n  CopyError : User cancellation\n"));
     Tree expected = importableTree(m_form->card(Slot::SD));
     expected.remove(QStringLiteral("dcim/c.jpg"));

@@ -71,6 +71,7 @@ void TestImportFlow::aWholeImport()
         QString(QStringLiteral(" was detected in ") + name
                 + QStringLiteral("\nCopy file to the \"Photo_Files\" folder?"))));
     QCOMPARE(texts.at(2), lumi::copiedText(todaysFolder(), files));
+    QCOMPARE(notices(), QStringList{texts.at(2)});
     QCOMPARE(treeOf(m_form->target(todaysFolder())), importableTree(m_form->card(slot)));
     QCOMPARE(stateOf(m_form->card(slot)), before);
     QCOMPARE(m_form->folders(), QStringList{todaysFolder()});

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/Machine.h"
+#include "platform/cards/SlotLinks.h"
 #include "platform/power/PowerStatusManager.h"
 #include "tests/support/TestMain.h"
 #include "tests/support/rows.h"
@@ -71,11 +72,9 @@ private Q_SLOTS:
     void cleanup();
     void anInstalledMachineAnswersAndIsOwned();
     void aMountPointThatExistsIsUsed();
-    void aMissingMountPointReadsAsAnEmptySlot();
-    void theMountPointComesBackWhenItAppears();
-    void anEmptyMountPointInTheProfileIsAnEmptySlot();
-    void standInsNeedNoRuntimeFolder_data();
-    void standInsNeedNoRuntimeFolder();
+    void aMissingMountPointIsReplacedByALink();
+    void theProfileMayForbidLinks();
+    void withoutARuntimeFolderThereAreNoLinks();
     void memoryIsReadAtEachCall();
     void diskFiguresComeFromTheFileOrTheSystem();
     void powerIsReadAtEachCall();
@@ -131,8 +130,7 @@ void TestMachine::anInstalledMachineAnswersAndIsOwned()
     QCOMPARE(&Machine::instance(), second);
     Machine::install(nullptr);
     QVERIFY(secondEnded);
-    QCOMPARE(Machine::instance().configuredMountPoint(Slot::CF), QStringLiteral("/mnt/cf"));
-    QCOMPARE(Machine::instance().configuredMountPoint(Slot::SD), QStringLiteral("/mnt/card"));
+    QCOMPARE(Machine::instance().panelDepth(), 32);
 }
 
 void TestMachine::aMountPointThatExistsIsUsed()
@@ -144,63 +142,39 @@ void TestMachine::aMountPointThatExistsIsUsed()
     QVERIFY2(!QFile::exists(path("my cf/NotAvailable")), "a real folder gets no marker");
 }
 
-void TestMachine::aMissingMountPointReadsAsAnEmptySlot()
+void TestMachine::aMissingMountPointIsReplacedByALink()
 {
-    useProfile("[Mounts]\nCF=no cf\nSD=no sd\n");
-    const QString cf = Machine::instance().mountPoint(Slot::CF);
-    const QString sd = Machine::instance().mountPoint(Slot::SD);
-    const QString runtime = qEnvironmentVariable("XDG_RUNTIME_DIR");
-    QCOMPARE(cf, QString(runtime + QStringLiteral("/lumivault/cf")));
-    QCOMPARE(sd, QString(runtime + QStringLiteral("/lumivault/card")));
-    QVERIFY(QFile::exists(cf + QStringLiteral("/NotAvailable")));
-    QVERIFY(QFile::exists(sd + QStringLiteral("/NotAvailable")));
-    QVERIFY2(!QFile::exists(path("no cf")), "the mount point itself isn't made");
-    QCOMPARE(Machine::instance().configuredMountPoint(Slot::CF), path("no cf"));
-    // Another program may delete the runtime folder.
-    QVERIFY(QDir(cf).removeRecursively());
-    QCOMPARE(Machine::instance().mountPoint(Slot::CF), cf);
-    QVERIFY(QFile::exists(cf + QStringLiteral("/NotAvailable")));
-}
-
-void TestMachine::theMountPointComesBackWhenItAppears()
-{
-    useProfile("[Mounts]\nCF=cf\n");
-    QVERIFY(Machine::instance().mountPoint(Slot::CF) != path("cf"));
+    useProfile("[Mounts]\nCF=cf\nSD=no sd\n");
     QVERIFY(QDir().mkpath(path("cf")));
     QCOMPARE(Machine::instance().mountPoint(Slot::CF), path("cf"));
-    QVERIFY(QDir().rmdir(path("cf")));
-    QVERIFY(Machine::instance().mountPoint(Slot::CF) != path("cf"));
+    const QString sd = Machine::instance().mountPoint(Slot::SD);
+    QCOMPARE(sd, lumi::SlotLinks::path(Slot::SD));
+    QVERIFY(sd.startsWith(qEnvironmentVariable("XDG_RUNTIME_DIR") + QLatin1Char('/')));
+    QVERIFY2(!QFile::exists(path("no sd")), "the mount point itself isn't made");
+    // The paths stay, so that a card is found where it was.
+    QVERIFY(QDir().mkpath(path("no sd")) && QDir().rmdir(path("cf")));
+    QCOMPARE(Machine::instance().mountPoint(Slot::SD), sd);
+    QCOMPARE(Machine::instance().mountPoint(Slot::CF), path("cf"));
 }
 
-void TestMachine::anEmptyMountPointInTheProfileIsAnEmptySlot()
+void TestMachine::theProfileMayForbidLinks()
 {
-    useProfile("[Mounts]\nCF=\n");
-    const QString cf = Machine::instance().mountPoint(Slot::CF);
-    QVERIFY(QFile::exists(cf + QStringLiteral("/NotAvailable")));
+    useProfile("[Mounts]\nCF=\nSD=no sd\nDesktop=0\n");
+    QCOMPARE(Machine::instance().mountPoint(Slot::CF), QString());
+    QCOMPARE(Machine::instance().mountPoint(Slot::SD), path("no sd"));
+    useProfile("[Mounts]\nCF=\nSD=no sd\nDesktop=1\n");
+    QCOMPARE(Machine::instance().mountPoint(Slot::CF), lumi::SlotLinks::path(Slot::CF));
 }
 
-void TestMachine::standInsNeedNoRuntimeFolder_data()
+void TestMachine::withoutARuntimeFolderThereAreNoLinks()
 {
-    QTest::addColumn<QByteArray>("runtime");
-    QTest::newRow("none is named") << QByteArray();
-    QTest::newRow("the named one can't be written") << QByteArray("/proc/none");
-}
-
-void TestMachine::standInsNeedNoRuntimeFolder()
-{
-    QFETCH(QByteArray, runtime);
     const QByteArray old = qgetenv("XDG_RUNTIME_DIR");
-    qputenv("XDG_RUNTIME_DIR", runtime);
-    useProfile("[Mounts]\nCF=no cf\nSD=no sd\n");
-    const QString cf = Machine::instance().mountPoint(Slot::CF);
-    QVERIFY(QFile::exists(cf + QStringLiteral("/NotAvailable")));
-    QCOMPARE(Machine::instance().mountPoint(Slot::CF), cf);
-    QVERIFY(Machine::instance().mountPoint(Slot::SD) != cf);
-    QCOMPARE(QFileInfo(QFileInfo(cf).path()).permissions()
-                 & (QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther),
-             QFile::Permissions());
-    Machine::install(nullptr);
-    QVERIFY2(!QFile::exists(cf), "what was made for this run goes with it");
+    QVERIFY(writeFile(path("file"), "x"));
+    qputenv("XDG_RUNTIME_DIR", path("file").toLocal8Bit());
+    qputenv("TMPDIR", path("file").toLocal8Bit()); // where the toolkit would make one
+    useProfile("[Mounts]\nCF=no cf\n");
+    QCOMPARE(Machine::instance().mountPoint(Slot::CF), path("no cf"));
+    qunsetenv("TMPDIR");
     qputenv("XDG_RUNTIME_DIR", old);
 }
 
@@ -269,7 +243,7 @@ void TestMachine::pipesAndDevicesAreNotRead()
     Machine::install(nullptr);
     QTest::ignoreMessage(QtWarningMsg,
                          QRegularExpression(QStringLiteral("machine profile can't be read")));
-    QCOMPARE(Machine::instance().configuredMountPoint(Slot::CF), QStringLiteral("/mnt/cf"));
+    QCOMPARE(Machine::instance().mountTable(), QStringLiteral("/proc/self/mountinfo"));
 }
 
 void TestMachine::hinge_data()

@@ -91,6 +91,7 @@ void TestMachineProfile::withoutAProfileTheHandheldsValuesApply()
     QCOMPARE(profile.path(Key::MountCF), QStringLiteral("/mnt/cf"));
     QCOMPARE(profile.path(Key::MountSD), QStringLiteral("/mnt/card"));
     QCOMPARE(profile.path(Key::MountTable), QStringLiteral("/proc/self/mountinfo"));
+    QCOMPARE(profile.number(Key::MountsOfDesktop), 1);
     QCOMPARE(profile.path(Key::MemoryFile), QStringLiteral("/proc/meminfo"));
     QCOMPARE(profile.path(Key::HingeProgram), QStringLiteral("/home/QtPalmtop/bin/chkhinge"));
     QCOMPARE(profile.path(Key::DiskFigures), QString());
@@ -227,14 +228,15 @@ void TestMachineProfile::theInstalledProfileHasEveryKey()
                           Key::PowerDir, Key::DiskFigures}) {
         QCOMPARE(profile.path(key), builtIn.path(key));
     }
+    QCOMPARE(profile.number(Key::MountsOfDesktop), builtIn.number(Key::MountsOfDesktop));
     QCOMPARE(profile.number(Key::PanelDepth), builtIn.number(Key::PanelDepth));
     QCOMPARE(profile.number(Key::KeyboardDevice), builtIn.number(Key::KeyboardDevice));
     const lumi::IniText ini(*text);
     constexpr const char *kNames[][2]
-        = {{"Mounts", "CF"},   {"Mounts", "SD"},     {"Mounts", "Table"},  {"Memory", "File"},
-           {"Power", "Dir"},   {"Hinge", "Program"}, {"Disk", "Figures"},  {"Panel", "Depth"},
-           {"Keys", "Device"}, {"Keys", "ZoomIn"},   {"Keys", "ZoomOut"},  {"Keys", "Fit"},
-           {"Keys", "Menu"},   {"Keys", "Mail"},     {"Resources", "Path"}};
+        = {{"Mounts", "CF"},   {"Mounts", "SD"},   {"Mounts", "Table"},  {"Mounts", "Desktop"},
+           {"Memory", "File"}, {"Power", "Dir"},   {"Hinge", "Program"}, {"Disk", "Figures"},
+           {"Panel", "Depth"}, {"Keys", "Device"}, {"Keys", "ZoomIn"},   {"Keys", "ZoomOut"},
+           {"Keys", "Fit"},    {"Keys", "Menu"},   {"Keys", "Mail"},     {"Resources", "Path"}};
     for (const auto &name : kNames) {
         QVERIFY2(ini.value(QString::fromLatin1(name[0]), QString::fromLatin1(name[1])).has_value(),
                  name[1]);

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
+#include "platform/cards/CardSlots.h"
 #include "platform/cards/MountWatcher.h"
+#include "platform/cards/SlotLinks.h"
 #include "platform/session/QCopChannel.h"
 #include "tests/support/FakeMachine.h"
 #include "tests/support/TestMain.h"
@@ -36,6 +38,7 @@ private Q_SLOTS:
     void aMarkerThatIsBackAtOnceSendsNoMessage();
     void aSlotFolderMayComeAndGo();
     void aFolderUnderTheOldNameIsWatchedAgain();
+    void aLinkThatLeadsElsewhereIsOneMessage();
     void withoutATableOrFoldersNothingHappens();
     void aPipeForATableIsNotRead();
     void theRealTableCanBeWatched();
@@ -134,6 +137,23 @@ void TestMountWatcher::aFolderUnderTheOldNameIsWatchedAgain()
     QTRY_COMPARE(m_spy->count(), 1);
     m_machine->removeCard(Slot::CF);
     QTRY_COMPARE(m_spy->count(), 2);
+}
+
+void TestMountWatcher::aLinkThatLeadsElsewhereIsOneMessage()
+{
+    lumi::SlotLinks links;
+    const QString card = m_machine->cf;
+    m_machine->insertCard(Slot::CF);
+    m_machine->cf = lumi::SlotLinks::path(Slot::CF);
+    const MountWatcher watcher;
+    links.lead(Slot::CF, card);
+    QTRY_COMPARE(m_spy->count(), 1);
+    QVERIFY(lumi::CardSlots::isPresent(Slot::CF));
+    QTest::qWait(kQuietMs);
+    QCOMPARE(m_spy->count(), 1);
+    links.lead(Slot::CF, QString());
+    QTRY_COMPARE(m_spy->count(), 2);
+    QVERIFY(!lumi::CardSlots::isPresent(Slot::CF));
 }
 
 void TestMountWatcher::withoutATableOrFoldersNothingHappens()

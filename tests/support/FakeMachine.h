@@ -28,8 +28,6 @@ public:
 
     QString mountPoint(Slot slot) const override { return slot == Slot::CF ? cf : sd; }
 
-    QString configuredMountPoint(Slot slot) const override { return mountPoint(slot); }
-
     QString mountTable() const override { return table; }
 
     QByteArray memInfo() const override { return memory; }
@@ -73,17 +71,6 @@ public:
     int depth = 32;
     bool upright = true;
     QString resources; ///< the profile's folder while empty
-};
-
-/// A machine whose CF slot has a mount point that exists only while a card is in. Otherwise the
-/// machine uses a stand-in folder.
-class VanishedSlot : public FakeMachine
-{
-public:
-    QString configuredMountPoint(Slot slot) const override
-    {
-        return slot == Slot::CF ? QStringLiteral("/no/such/cf") : sd;
-    }
 };
 
 } // namespace lumi::test

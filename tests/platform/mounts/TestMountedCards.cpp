@@ -1,13 +1,17 @@
 // SPDX-License-Identifier: MIT
 // Runs in a mount namespace of its own.
 #include "platform/cards/CardSlots.h"
+#include "platform/cards/MountWatcher.h"
 #include "platform/session/QCopChannel.h"
 #include "tests/support/FakeMachine.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/rows.h"
 
 #include <QFile>
 #include <QSignalSpy>
 #include <QTest>
+
+#include <memory>
 
 #include <sys/mount.h>
 
@@ -29,7 +33,9 @@ private Q_SLOTS:
     void cleanupTestCase();
     void aMountAndAnUnmountSendOneMessageEach();
     void aMountElsewhereSendsNoMessage();
+    void exchangeInOneBurstIsAnotherCard_data();
     void exchangeInOneBurstIsAnotherCard();
+    void aReadOnlyMountIsACard();
 
 private:
     FakeMachine *m_machine = nullptr;
@@ -81,10 +87,26 @@ void TestMountedCards::aMountElsewhereSendsNoMessage()
     QCOMPARE(spy.count(), 0);
 }
 
+void TestMountedCards::exchangeInOneBurstIsAnotherCard_data()
+{
+    lumi::test::columns<bool>();
+    QTest::newRow("at the slot's path") << false;
+    QTest::newRow("behind a link") << true;
+}
+
 /// Nobody looks between the unmount and the next mount. Both cards have the same device.
 void TestMountedCards::exchangeInOneBurstIsAnotherCard()
 {
+    const auto [isBehindLink] = lumi::test::row<bool>();
     const QByteArray folder = QFile::encodeName(m_machine->sd);
+    std::unique_ptr<lumi::MountWatcher> linkWatcher; // the application's own one ignores the link
+    if (isBehindLink) {
+        const QString link = m_machine->folder.filePath(QStringLiteral("link"));
+        QVERIFY(QFile::link(m_machine->sd, link));
+        m_machine->sd = link;
+        lumi::CardSlots::look();
+        linkWatcher = std::make_unique<lumi::MountWatcher>();
+    }
     const QCopChannel channel("QPE/Card");
     const QSignalSpy spy(&channel, &QCopChannel::received);
     QCOMPARE(::mount("tmpfs", folder.constData(), "tmpfs", 0, "size=64k"), 0);
@@ -96,6 +118,15 @@ void TestMountedCards::exchangeInOneBurstIsAnotherCard()
     QTRY_COMPARE(spy.count(), 2);
     QCOMPARE(::umount2(folder.constData(), 0), 0);
     QTRY_COMPARE(spy.count(), 3);
+}
+
+void TestMountedCards::aReadOnlyMountIsACard()
+{
+    const QByteArray folder = QFile::encodeName(m_machine->cf);
+    QCOMPARE(::mount("tmpfs", folder.constData(), "tmpfs", MS_RDONLY, "size=64k"), 0);
+    QVERIFY(lumi::CardSlots::isPresent(Slot::CF));
+    QCOMPARE(::umount2(folder.constData(), 0), 0);
+    QVERIFY(!lumi::CardSlots::isPresent(Slot::CF));
 }
 
 LUMI_TEST(TestMountedCards)

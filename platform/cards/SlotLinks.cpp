@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: MIT
+#include "platform/cards/SlotLinks.h"
+
+#include "platform/cards/CardSlots.h"
+
+#include <QCryptographicHash>
+#include <QDir>
+#include <QFile>
+#include <QStandardPaths>
+
+#include <cstdio>
+
+#include <unistd.h>
+
+namespace {
+
+QString homeName()
+{
+    constexpr int kDigits = 8;
+    const QByteArray home = QFile::encodeName(QDir::homePath());
+    return QString::fromLatin1(
+        QCryptographicHash::hash(home, QCryptographicHash::Sha1).toHex().left(kDigits));
+}
+
+/// The folder of the links; empty without a runtime folder.
+QString linksFolder()
+{
+    const QString runtime = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
+    return runtime.isEmpty() ? QString()
+                             : runtime + QLatin1String("/lumivault-cards-") + homeName();
+}
+
+} // namespace
+
+lumi::SlotLinks::SlotLinks()
+    : m_empty(linksFolder() + QLatin1String("/empty"))
+    , m_marker(m_empty + QLatin1String("/NotAvailable"))
+{
+    for (const Slot slot : CardSlots::kAll) {
+        lead(slot, QString());
+    }
+}
+
+lumi::SlotLinks::~SlotLinks()
+{
+    for (const Slot slot : CardSlots::kAll) {
+        QFile::remove(path(slot));
+    }
+    QFile::remove(m_marker);
+    QDir().rmdir(m_empty);
+    QDir().rmdir(linksFolder());
+}
+
+QString lumi::SlotLinks::path(Slot slot)
+{
+    const QString folder = linksFolder();
+    return folder.isEmpty() ? QString()
+                            : folder + QLatin1String(slot == Slot::CF ? "/cf" : "/card");
+}
+
+bool lumi::SlotLinks::makeEmptySlot() const
+{
+    QFile marker(m_marker);
+    return QDir().mkpath(m_empty) && (marker.exists() || marker.open(QIODevice::WriteOnly));
+}
+
+void lumi::SlotLinks::lead(Slot slot, const QString &folder)
+{
+    const QString link = path(slot);
+    const QString target = folder.isEmpty() ? m_empty : folder;
+    const QByteArray fresh = QFile::encodeName(link + QLatin1String(".new"));
+    // A rename replaces the old link at once, so that no reader finds the path missing.
+    const bool isDone = makeEmptySlot()
+        && (QFile::symLinkTarget(link) == target
+            || (::symlink(QFile::encodeName(target).constData(), fresh.constData()) == 0
+                && std::rename(fresh.constData(), QFile::encodeName(link).constData()) == 0));
+    if (!isDone) {
+        qWarning("The card slot has no link: %s", qPrintable(link));
+        ::unlink(fresh.constData());
+    }
+}
