@@ -64,6 +64,8 @@ FormFile::FormFile(QWidget *parent, QPEToolBar *toolBar)
         auto *accel = new QAccel(key, this);
         connect(accel, &QAccel::activated, this, &FormFile::accel_appendToMail);
     }
+    // Made before the column, so that Tab leads to the photos first.
+    QWidget *rightSide = buildRightSide();
     auto *leftSide = new lumi::LeftSide(this);
     m_leftWidget = leftSide->column();
     connect(m_leftWidget, &MyLeftWidget::btn_clicked, this, &FormFile::btn_leftWidget_clicked);
@@ -71,7 +73,7 @@ FormFile::FormFile(QWidget *parent, QPEToolBar *toolBar)
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(0);
     row->addWidget(leftSide, 0);
-    row->addWidget(buildRightSide(), 1);
+    row->addWidget(rightSide, 1);
     qApp->installEventFilter(this);
 }
 
@@ -97,6 +99,7 @@ QLayout *FormFile::buildTopRow(QWidget *rightSide)
 {
     m_deviceCombo = new QComboBox(rightSide);
     m_deviceCombo->setMinimumHeight(lumi::kFingerSize);
+    m_deviceCombo->setAccessibleDescription(QStringLiteral("Place"));
     setDarkGray(m_deviceCombo);
     fillDeviceCombo();
     connect(m_deviceCombo, &QComboBox::textActivated, this, &FormFile::combo_device_activated);
@@ -104,6 +107,7 @@ QLayout *FormFile::buildTopRow(QWidget *rightSide)
     m_upButton->setIcon(lumi::loadPixmap("to_top"));
     m_upButton->setIconSize(QSize(kUpIconSide, kUpIconSide));
     m_upButton->setMinimumSize(lumi::kFingerSize, lumi::kFingerSize);
+    m_upButton->setAccessibleName(QStringLiteral("Folder up"));
     m_upButton->setEnabled(false);
     connect(m_upButton, &QToolButton::clicked, this, &FormFile::btn_root_cliced);
     m_statusField = new QLabel(rightSide);

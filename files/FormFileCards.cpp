@@ -13,12 +13,12 @@
 QString FormFile::cardStartPath(Slot slot)
 {
     // Cameras keep their photos here.
-    return Machine::instance().configuredMountPoint(slot) + QLatin1String("/dcim");
+    return lumi::CardSlots::mountPoint(slot) + QLatin1String("/dcim");
 }
 
 lumi::Medium FormFile::cardIn(Slot slot)
 {
-    return lumi::Medium(Machine::instance().configuredMountPoint(slot));
+    return lumi::Medium(lumi::CardSlots::mountPoint(slot));
 }
 
 void FormFile::fillDeviceCombo()

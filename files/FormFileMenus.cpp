@@ -41,22 +41,23 @@ struct EntryRow
     int id = AnyId;
     lumi::MessageId text = lumi::MsgLumiVault;
     void (FormFile::*slot)() = nullptr; ///< null for separators and the submenu
+    const char *key = nullptr;          ///< shown beside the text; see fileKeys.h
 };
 
 constexpr EntryRow kFileMenu[] = {
     {NewFolderEntry, lumi::MsgNewFolder, &FormFile::menu_file_NewFolder},
     {RenameEntry, lumi::MsgChangeName, &FormFile::menu_file_Rename},
     {Separator},
-    {DeleteEntry, lumi::MsgDelete, &FormFile::menu_file_Delete},
+    {DeleteEntry, lumi::MsgDelete, &FormFile::menu_file_Delete, "Del"},
     {DeleteCheckedEntry, lumi::MsgDeleteSelected, &FormFile::menu_file_DeleteCheckItem},
     {DeleteEmptyEntry, lumi::MsgDeleteEmptyFolder, &FormFile::menu_file_DeleteEmptyFolder},
 };
 constexpr EntryRow kEditMenu[] = {
-    {CutEntry, lumi::MsgCut, &FormFile::menu_edit_Cut},
-    {CopyEntry, lumi::MsgCopy, &FormFile::menu_edit_Copy},
+    {CutEntry, lumi::MsgCut, &FormFile::menu_edit_Cut, "Ctrl+X"},
+    {CopyEntry, lumi::MsgCopy, &FormFile::menu_edit_Copy, "Ctrl+C"},
     {CutCheckedEntry, lumi::MsgCutSelected, &FormFile::menu_edit_CutCheckItem},
     {CopyCheckedEntry, lumi::MsgCopySelected, &FormFile::menu_edit_CopyCheckItem},
-    {PasteEntry, lumi::MsgPaste, &FormFile::menu_edit_Paste},
+    {PasteEntry, lumi::MsgPaste, &FormFile::menu_edit_Paste, "Ctrl+V"},
     {Separator},
     {CheckAllEntry, lumi::MsgSelectAll, &FormFile::menu_edit_CheckAll},
     {ReleaseCheckEntry, lumi::MsgDeselectAll, &FormFile::menu_edit_ReleaseCheck},
@@ -67,7 +68,7 @@ constexpr EntryRow kViewMenu[] = {
     {SmallEntry, lumi::MsgSmallView, &FormFile::menu_disp_ThumbnailSmall},
     {DetailEntry, lumi::MsgInfoView, &FormFile::menu_disp_DispDetail},
     {SlideshowEntry, lumi::MsgSlideshow},
-    {FullViewEntry, lumi::MsgFullViewMenu, &FormFile::menu_disp_DispAll},
+    {FullViewEntry, lumi::MsgFullViewMenu, &FormFile::menu_disp_DispAll, "Return"},
 };
 constexpr EntryRow kSlideshowMenu[] = {
     {RunEntry, lumi::MsgRun, &FormFile::menu_disp_Slideshow_Execution},
@@ -110,6 +111,7 @@ template <typename Rows> void FormFile::appendEntries(QPopupMenu *menu, const Ro
             menu->insertSeparator();
         } else if (row.slot != nullptr) {
             menu->insertItem(msg(row.text), this, row.slot, 0, row.id);
+            QPopupMenu::showKey(menu->actions().last(), row.key);
         } else {
             auto *submenu = new QPopupMenu(menu);
             appendEntries(submenu, kSlideshowMenu);

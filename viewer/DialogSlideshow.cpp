@@ -81,6 +81,7 @@ void DialogSlideshow::addChoice(const Choice &choice, QGridLayout *grid, int lin
     // The settings file may have been edited by hand.
     combo->setCurrentIndex(std::clamp(choice.stored(), 0, combo->count() - 1));
     connect(combo, &QComboBox::activated, this, &DialogSlideshow::combo_activated);
+    label->setBuddy(combo);
     grid->addWidget(label, line, 0);
     grid->addWidget(combo, line, 1);
     this->*choice.combo = combo;

@@ -14,15 +14,16 @@ struct Row
     int entry;
     int text;
     bool opensGroup;
+    const char *key; ///< of the running show, shown beside the text
 };
 
 constexpr Row kRows[] = {
-    {lumi::SlideMenu::Continue, lumi::MsgContinue, false},
-    {lumi::SlideMenu::Details, lumi::MsgDetails, true},
-    {lumi::SlideMenu::FullView, lumi::MsgFullView, false},
-    {lumi::SlideMenu::Options, lumi::MsgOptions, true},
-    {lumi::SlideMenu::Delete, lumi::MsgDelete, true},
-    {lumi::SlideMenu::End, lumi::MsgEndSlideshow, true},
+    {lumi::SlideMenu::Continue, lumi::MsgContinue, false, nullptr},
+    {lumi::SlideMenu::Details, lumi::MsgDetails, true, nullptr},
+    {lumi::SlideMenu::FullView, lumi::MsgFullView, false, nullptr},
+    {lumi::SlideMenu::Options, lumi::MsgOptions, true, nullptr},
+    {lumi::SlideMenu::Delete, lumi::MsgDelete, true, "Del"},
+    {lumi::SlideMenu::End, lumi::MsgEndSlideshow, true, nullptr},
 };
 
 } // namespace
@@ -37,6 +38,7 @@ lumi::SlideMenu::SlideMenu(QWidget *parent)
             insertSeparator();
         }
         insertItem(msg(row.text), row.entry);
+        showKey(actions().last(), row.key);
     }
 }
 

@@ -9,6 +9,7 @@ FPVPictureView::FPVPictureView(QWidget *parent)
 {
     setObjectName(QStringLiteral("PictureView"));
     setAlignment(Qt::AlignCenter);
+    setAccessibleName(QStringLiteral("Photo"));
 }
 
 FPVPictureView::~FPVPictureView() = default;
@@ -49,6 +50,18 @@ void FPVPictureView::mouseReleaseEvent(QMouseEvent *event)
     if (isInside && m_item) {
         // The receiver may run an event loop for a long time, so this comes last.
         event->accept();
+        Q_EMIT decided(m_item);
+    }
+}
+
+void FPVPictureView::addAccessibleState(QAccessible::State *state) const
+{
+    state->disabled = !m_item;
+}
+
+void FPVPictureView::press()
+{
+    if (m_item) {
         Q_EMIT decided(m_item);
     }
 }

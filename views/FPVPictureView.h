@@ -5,6 +5,7 @@
 #pragma once
 
 #include "items/FPVItemImage.h"
+#include "widgets/AccessibleControl.h"
 
 #include <QLabel>
 #include <QPixmap>
@@ -12,7 +13,7 @@
 
 #include <memory>
 
-class FPVPictureView : public QLabel
+class FPVPictureView : public QLabel, public lumi::AccessibleControl
 {
     Q_OBJECT
 
@@ -26,6 +27,11 @@ public:
 
     /// Null if there is none or it was deleted.
     [[nodiscard]] FPVItemImage *item() const { return m_item; }
+
+    [[nodiscard]] QAccessible::Role accessibleRole() const override { return QAccessible::Button; }
+
+    void addAccessibleState(QAccessible::State *state) const override;
+    void press() override;
 
 Q_SIGNALS:
     /// Part of the interface. Never emitted.

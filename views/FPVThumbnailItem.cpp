@@ -30,6 +30,8 @@ FPVThumbnailItem::FPVThumbnailItem(QWidget *parent, FPVItemObject *item,
         image->setThumbnailKind(metrics->kind);
     }
     setAttribute(Qt::WA_NoSystemBackground);
+    setAccessibleName(isPicture() ? item->baseName() : item->fileName());
+    setAccessibleDescription(isPicture() ? QStringLiteral("Photo") : QStringLiteral("Folder"));
     m_chainTimer.setSingleShot(true);
     connect(&m_chainTimer, &QTimer::timeout, this, &FPVThumbnailItem::viewthumbnail);
 }
@@ -112,6 +114,7 @@ bool FPVThumbnailItem::setCheckVisible(bool show, bool relayout)
     if (show && m_checkBox == nullptr && isPicture()) {
         m_checkBox = new MyImageCheckBox(m_metrics->checkOn, m_metrics->checkOff, this);
         m_checkBox->hide();
+        m_checkBox->setAccessibleName(QStringLiteral("Mark ") + accessibleName());
         connect(m_checkBox, &MyImageCheckBox::toggled, this, &FPVThumbnailItem::checkBoxChanged);
     }
     if (relayout) {
@@ -229,6 +232,28 @@ void FPVThumbnailItem::checkBoxChanged(bool on)
 {
     if (m_item) {
         m_item->setChecked(on);
+    }
+    lumi::tellCheckChanged(this);
+}
+
+void FPVThumbnailItem::addAccessibleState(QAccessible::State *state) const
+{
+    state->focusable = true;
+    state->focused = m_isFocused;
+    state->selectable = true;
+    state->selected = m_focusMark;
+    state->checkable = m_checkBox != nullptr && m_checkVisible;
+    state->checked = state->checkable && m_item && m_item->isChecked();
+}
+
+void FPVThumbnailItem::press()
+{
+    const QPointer<FPVThumbnailItem> alive(this);
+    if (m_item) {
+        Q_EMIT clicked(this);
+    }
+    if (alive && m_item && m_item->isFolder()) {
+        Q_EMIT decided(this);
     }
 }
 

@@ -8,6 +8,7 @@
 
 #include "items/FPVItemObject.h"
 #include "views/FPVThumbnailMetrics.h"
+#include "widgets/AccessibleControl.h"
 
 #include <QFrame>
 #include <QPixmap>
@@ -20,7 +21,7 @@
 class FPVThumbnailLabel;
 class MyImageCheckBox;
 
-class FPVThumbnailItem : public QFrame
+class FPVThumbnailItem : public QFrame, public lumi::AccessibleControl
 {
     Q_OBJECT
 
@@ -59,6 +60,14 @@ public:
 
     [[nodiscard]] int index() const { return m_index; }
 
+    [[nodiscard]] QAccessible::Role accessibleRole() const override
+    {
+        return QAccessible::ListItem;
+    }
+
+    void addAccessibleState(QAccessible::State *state) const override;
+    void press() override;
+
 Q_SIGNALS:
     /// A tap. A tap on a photo's name emits null first, which removes the cursor, so that the tap
     /// selects the photo and never opens it.
@@ -94,6 +103,7 @@ private:
     [[nodiscard]] FPVThumbnailMetrics::Frame frameKind();
     [[nodiscard]] bool isCoveredBy(const QImage &frame) const;
     void applyFocus();
+    void tellFocus();
 
     QPointer<FPVItemObject> m_item;
     FPVThumbnailLabel *m_picture = nullptr;

@@ -8,6 +8,7 @@
 #include <QPainter>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -160,7 +161,11 @@ bool FPVThumbnailItem::isCoveredBy(const QImage &frame) const
 void FPVThumbnailItem::applyFocus()
 {
     m_frame = frameKind();
-    m_isFocused = m_focusMark && hasFocus();
+    const bool wasFocused = std::exchange(m_isFocused, m_focusMark && hasFocus());
+    if (m_isFocused && !wasFocused) {
+        // If the view has just got the focus, Qt reports that after this.
+        QMetaObject::invokeMethod(this, &FPVThumbnailItem::tellFocus, Qt::QueuedConnection);
+    }
     // Nothing behind the frame is visible then.
     setAttribute(Qt::WA_OpaquePaintEvent, isCoveredBy(m_metrics->frame(m_frame, m_isFocused)));
     const QPalette &palette = m_metrics->palette(m_isFocused);
@@ -169,6 +174,15 @@ void FPVThumbnailItem::applyFocus()
     }
     if (m_checkBox != nullptr && m_checkVisible) {
         m_checkBox->setPalette(palette);
+    }
+}
+
+/// The view has the keyboard focus; screen readers are told that the cell has it.
+void FPVThumbnailItem::tellFocus()
+{
+    if (m_isFocused) {
+        QAccessibleEvent event(this, QAccessible::Focus);
+        QAccessible::updateAccessibility(&event);
     }
 }
 

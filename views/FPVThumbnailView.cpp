@@ -8,6 +8,7 @@
 #include "views/FPVThumbnailItem.h"
 #include "views/ThumbnailPage.h"
 
+#include <QAccessibleWidget>
 #include <QBoxLayout>
 #include <QFile>
 #include <QResizeEvent>
@@ -23,6 +24,16 @@ constexpr int kBarThickness = 24;
 /// A view without room inside this border is not laid out.
 constexpr int kBorder = 2;
 
+/// Qt would hide the bars of the view from screen readers, and they expect cells in a list.
+QAccessibleInterface *makeInterface(const QString & /*className*/, QObject *object)
+{
+    if (auto *view = qobject_cast<FPVThumbnailView *>(object)) {
+        return new QAccessibleWidget(view, QAccessible::Pane);
+    }
+    auto *page = qobject_cast<lumi::ThumbnailPage *>(object);
+    return page != nullptr ? new QAccessibleWidget(page, QAccessible::List) : nullptr;
+}
+
 } // namespace
 
 FPVThumbnailView::FPVThumbnailView(QWidget *parent, FPVItemList *list)
@@ -33,6 +44,8 @@ FPVThumbnailView::FPVThumbnailView(QWidget *parent, FPVItemList *list)
     , m_barLayout(new QBoxLayout(QBoxLayout::TopToBottom, this))
 {
     setFocusPolicy(Qt::WheelFocus);
+    QAccessible::installFactory(makeInterface); // only the first call has an effect
+    setAccessibleName(QStringLiteral("Photos"));
     setFrameStyle(QFrame::NoFrame);
     viewport()->setFocusProxy(this);
     // The parent is visible between two pages and outside the cells.

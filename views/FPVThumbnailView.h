@@ -127,9 +127,14 @@ public Q_SLOTS:
     // NOLINTEND(readability-identifier-naming)
 
 protected:
+    /// A swipe turns the page.
+    bool event(QEvent *event) override;
     /// Null lays the page out again at the same size.
     void resizeEvent(QResizeEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
+    /// Without a cursor, as in a new form, Tab puts it on the page and the focus stays.
+    bool focusNextPrevChild(bool next) override;
+    /// Focus that arrives by Tab puts the cursor on the page.
     void focusInEvent(QFocusEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
@@ -152,6 +157,7 @@ private:
     void moveCursor(FPVThumbnailItem *cell);
     [[nodiscard]] bool reloadIfGone(const FPVItemObject *item);
     void reloadFolder();
+    bool startCursor();
     void moveOrTurnPage(lumi::ViewAction action);
     void toggleCheck();
     void takeChecked(bool cut);

@@ -4,6 +4,7 @@
 #include "platform/Machine.h"
 #include "platform/QPEApplication.h"
 #include "platform/toolkit/PagingScrollBar.h"
+#include "platform/touch/gestures.h"
 #include "views/FPVThumbnailItem.h"
 #include "views/FPVThumbnailView.h"
 #include "views/folderRoots.h"
@@ -308,9 +309,30 @@ bool FPVThumbnailView::anyChecked() const
            });
 }
 
+/// Puts the cursor on the first cell of the page. False if the page has it, or has no cell.
+bool FPVThumbnailView::startCursor()
+{
+    const bool isOnPage = hasCursor() && m_currentIndex >= m_topIndex
+        && m_currentIndex < m_topIndex + grid().visibleCount();
+    if (isOnPage || m_topIndex >= itemCount()) {
+        return false;
+    }
+    setCurrentObject(m_list->at(m_topIndex));
+    return true;
+}
+
+bool FPVThumbnailView::focusNextPrevChild(bool next)
+{
+    return (currentObject() == nullptr && startCursor()) || QScrollView::focusNextPrevChild(next);
+}
+
 void FPVThumbnailView::focusInEvent(QFocusEvent *event)
 {
     QScrollView::focusInEvent(event);
+    if (event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason) {
+        // A slot of selected() may open a dialog, so the change of the focus must be complete.
+        QMetaObject::invokeMethod(this, &FPVThumbnailView::startCursor, Qt::QueuedConnection);
+    }
     if (m_current) {
         m_current->relayout();
     }
@@ -322,6 +344,18 @@ void FPVThumbnailView::focusOutEvent(QFocusEvent *event)
     if (m_current) {
         m_current->relayout();
     }
+}
+
+bool FPVThumbnailView::event(QEvent *event)
+{
+    if (event->type() != lumi::SwipeEvent::kType) {
+        return QScrollView::event(event);
+    }
+    const bool isToNext = static_cast<lumi::SwipeEvent *>(event)->isToNext();
+    event->accept();
+    activeBar()->triggerAction(isToNext ? QAbstractSlider::SliderPageStepAdd
+                                        : QAbstractSlider::SliderPageStepSub);
+    return true;
 }
 
 void FPVThumbnailView::wheelEvent(QWheelEvent *event)

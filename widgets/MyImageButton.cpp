@@ -8,6 +8,8 @@
 #include <QPainter>
 #include <qdrawutil.h>
 
+#include <utility>
+
 namespace {
 
 constexpr int kPlainFrameWidth = 3;
@@ -67,8 +69,11 @@ void MyImageButton::setDisabledPixmap(const QPixmap &pixmap)
 
 void MyImageButton::setOn(bool on)
 {
-    m_on = on;
+    const bool wasOn = std::exchange(m_on, on);
     showState();
+    if (on != wasOn) {
+        lumi::tellCheckChanged(this);
+    }
 }
 
 void MyImageButton::setEnabled(bool enabled)
@@ -103,6 +108,18 @@ void MyImageButton::setPressed(bool pressed)
 {
     m_pressed = pressed;
     showState();
+}
+
+void MyImageButton::addAccessibleState(QAccessible::State *state) const
+{
+    state->pressed = m_pressed;
+    state->checkable = m_on;
+    state->checked = m_on;
+}
+
+void MyImageButton::press()
+{
+    Q_EMIT clicked();
 }
 
 void MyImageButton::mousePressEvent(QMouseEvent *event)
@@ -190,6 +207,7 @@ void MyImageButton::paintEvent(QPaintEvent * /*event*/)
         painter.end(); // one painter at a time
         m_focusPainter(this);
     } else {
-        qDrawPlainRect(&painter, 0, 0, width(), height(), lumi::kFocusColor, kPlainFrameWidth);
+        qDrawPlainRect(&painter, rect(), lumi::kFocusShade, kPlainFrameWidth + 1);
+        qDrawPlainRect(&painter, rect(), lumi::kFocusColor, kPlainFrameWidth);
     }
 }

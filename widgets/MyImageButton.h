@@ -4,10 +4,12 @@
 // keys move the focus along the buttons. A drag off the button cancels the click.
 #pragma once
 
+#include "widgets/AccessibleControl.h"
+
 #include <QLabel>
 #include <QPixmap>
 
-class MyImageButton : public QLabel
+class MyImageButton : public QLabel, public lumi::AccessibleControl
 {
     Q_OBJECT
 
@@ -33,6 +35,11 @@ public:
 
     /// Hides the base function: it is not virtual, so call it on the button's own type.
     void setEnabled(bool enabled);
+
+    [[nodiscard]] QAccessible::Role accessibleRole() const override { return QAccessible::Button; }
+
+    void addAccessibleState(QAccessible::State *state) const override;
+    void press() override;
 
 Q_SIGNALS:
     void clicked();

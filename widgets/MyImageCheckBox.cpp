@@ -17,6 +17,12 @@ QSize MyImageCheckBox::sizeHint() const
     return m_checked.deviceIndependentSize().toSize();
 }
 
+void MyImageCheckBox::addAccessibleState(QAccessible::State *state) const
+{
+    state->checkable = true;
+    state->checked = checkState() != Qt::Unchecked;
+}
+
 bool MyImageCheckBox::hitButton(const QPoint &position) const
 {
     return rect().contains(position);

@@ -19,25 +19,31 @@ struct ButtonRow
     QPoint position;
     std::array<const char *, kPictureStates> pictures{}; ///< normal, pressed, on, on and pressed
     Slot slot = nullptr;
+    const char *name = nullptr; ///< for screen readers
 };
 
 // Slideshow and top menu are actions, not modes, so their "on" pictures are those of "off".
 constexpr std::array<ButtonRow, MyLeftWidget::AllButtons> kButtons = {{
     {{7, 10},
      {"look_a", "look_a_push", "look_a_on", "look_a_push_on"},
-     &MyLeftWidget::btn_thumbnailLarge_clicked},
+     &MyLeftWidget::btn_thumbnailLarge_clicked,
+     "Large"},
     {{7, 75},
      {"look_b", "look_b_push", "look_b_on", "look_b_push_on"},
-     &MyLeftWidget::btn_thumbnailSmall_clicked},
+     &MyLeftWidget::btn_thumbnailSmall_clicked,
+     "Small"},
     {{7, 140},
      {"look_c", "look_c_push", "look_c_on", "look_c_push_on"},
-     &MyLeftWidget::btn_detail_clicked},
+     &MyLeftWidget::btn_detail_clicked,
+     "Info"},
     {{7, 205},
      {"look_d", "look_d_push", "look_d", "look_d_push"},
-     &MyLeftWidget::btn_slideshow_clicked},
+     &MyLeftWidget::btn_slideshow_clicked,
+     "Slideshow"},
     {{7, 307},
      {"goto_top", "goto_top_push", "goto_top", "goto_top_push"},
-     &MyLeftWidget::btn_top_clicked},
+     &MyLeftWidget::btn_top_clicked,
+     "Top menu"},
 }};
 
 /// The pictures of all columns, loaded by the first one.
@@ -91,6 +97,7 @@ MyLeftWidget::MyLeftWidget(QWidget *parent)
         button->setOnPixmap(pictures[2]);
         button->setOnPressedPixmap(pictures[3]);
         button->move(kButtons.at(i).position);
+        button->setAccessibleName(QLatin1String(kButtons.at(i).name));
         connect(button, &MyImageButton::clicked, this, kButtons.at(i).slot);
         m_buttons.at(i) = button;
     }

@@ -29,6 +29,7 @@ lumi::ExifEditPage::ExifEditPage(QWidget *parent, const EditPage &page, FPVExifF
         auto *edit = makeEdit(page.rules[m_edits.size()], fields->valueText(row, false));
         auto *label = new QLabel(fields->rowLabel(row), this);
         label->setTextFormat(Qt::PlainText);
+        label->setBuddy(edit);
         grid->addWidget(label, line, 0, Qt::AlignVCenter);
         grid->addWidget(edit, line, 1, Qt::AlignVCenter);
         m_edits.push_back(edit);

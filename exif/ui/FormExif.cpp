@@ -14,6 +14,7 @@
 #include "platform/QPEApplication.h"
 #include "platform/Resource.h"
 #include "platform/screen/panel.h"
+#include "platform/session/QuitRequest.h"
 #include "platform/toolkit/QPopupMenu.h"
 #include "platform/windows/QPEMenuBar.h"
 #include "platform/windows/QPEToolBar.h"
@@ -146,6 +147,9 @@ void FormExif::buildBars()
     auto *edit = new QPopupMenu(menuBar);
     edit->setTitle(msg(lumi::MsgEdit));
     edit->addActions(actions);
+    QPopupMenu::showKey(m_cutAction, "Ctrl+X");
+    QPopupMenu::showKey(m_copyAction, "Ctrl+C");
+    QPopupMenu::showKey(m_pasteAction, "Ctrl+V");
     edit->insertSeparator();
     edit->insertItem(shownAsItIs(msg(lumi::MsgSaveAndExit)), this, &FormExif::menu_edit_save);
     edit->insertSeparator();
@@ -172,6 +176,7 @@ void FormExif::buildPages()
     column->setSpacing(0);
     m_tabs = new QTabWidget(centre);
     setFontSize(m_tabs, kPagePoints);
+    m_tabs->setAccessibleName(QStringLiteral("Pages"));
     column->addWidget(makeHint(centre));
     column->addWidget(m_tabs, 1);
     FPVExifFields fields(m_path);
@@ -314,7 +319,7 @@ bool FormExif::isEdited() const
 bool FormExif::menu_edit_editCancel()
 {
     commitComposition();
-    if (isEdited()
+    if (isEdited() && !lumi::QuitRequest::isPending()
         && !lumi::confirm(this, msg(lumi::MsgEditCancelled), msg(lumi::MsgExifChangedDiscard))) {
         return false;
     }

@@ -8,6 +8,7 @@
 #include "exif/ui/infoRow.h"
 #include "platform/keys/deviceKey.h"
 #include "platform/screen/panel.h"
+#include "platform/touch/DragScroll.h"
 #include "views/FPVPictureView.h"
 #include "widgets/MyDialogWait.h"
 
@@ -44,11 +45,13 @@ MyImageWidget::MyImageWidget(QWidget *parent)
 {
     setFixedHeight(kPictureSize.height());
     m_picture->setFixedSize(kPictureSize);
+    m_browser->setAccessibleName(QStringLiteral("Photo data"));
     setFontSize(m_browser, kFontPoints.at(static_cast<std::size_t>(m_fontIndex)));
     auto *right = new QVBoxLayout;
     right->setContentsMargins(0, 0, 0, 0);
     right->setSpacing(0);
     right->addLayout(buildTopRow());
+    new lumi::DragScroll(m_browser);
     right->addWidget(m_browser, 1);
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
@@ -63,6 +66,7 @@ QHBoxLayout *MyImageWidget::buildTopRow()
 {
     m_infoCombo = new QComboBox(this);
     m_infoCombo->setMinimumHeight(lumi::kFingerSize);
+    m_infoCombo->setAccessibleDescription(QStringLiteral("Group of data"));
     const int groups = static_cast<int>(lumi::exifFieldGroups().size());
     for (int group = 0; group < groups; ++group) {
         m_infoCombo->addItem(FPVExifFields::groupTitle(group));

@@ -1,7 +1,18 @@
 // SPDX-License-Identifier: MIT
 #include "platform/toolkit/QPopupMenu.h"
 
+#include <QStyleOptionMenuItem>
+
+#include <algorithm>
+
 namespace {
+
+constexpr const char *kShownKey = "shownKey";
+
+QString shownKey(const QAction *action)
+{
+    return action->property(kShownKey).toString();
+}
 
 // -1 is not used: as an argument it means "any number", as a result "none".
 int freshId()
@@ -66,6 +77,25 @@ void QPopupMenu::setItemVisible(int id, bool visible)
 {
     if (QAction *action = findItem(id)) {
         action->setVisible(visible);
+    }
+}
+
+void QPopupMenu::showKey(QAction *action, const char *key)
+{
+    action->setProperty(kShownKey, QLatin1String(key));
+}
+
+/// A style draws what follows the tab in a second column, as it does with shortcuts.
+void QPopupMenu::initStyleOption(QStyleOptionMenuItem *option, const QAction *action) const
+{
+    QMenu::initStyleOption(option, action);
+    if (const QString key = shownKey(action); !key.isEmpty()) {
+        option->text += QLatin1Char('\t') + key;
+    }
+    const QList<QAction *> all = actions();
+    for (const QAction *other : all) {
+        option->reservedShortcutWidth = std::max(
+            option->reservedShortcutWidth, option->fontMetrics.horizontalAdvance(shownKey(other)));
     }
 }
 

@@ -41,12 +41,19 @@ public:
     void setItemChecked(int id, bool check);
     void setItemVisible(int id, bool visible);
 
+    /// Shows the name of a key beside the text of the entry. It is no shortcut: the form handles
+    /// the key. Null for none.
+    static void showKey(QAction *action, const char *key);
+
     /// Null if neither this menu nor one of its submenus has such an entry.
     [[nodiscard]] QAction *findItem(int id) const;
 
     /// Runs the menu at a place of the screen. Returns the number of the chosen entry, or -1 if
     /// none was chosen.
     int exec(const QPoint &position);
+
+protected:
+    void initStyleOption(QStyleOptionMenuItem *option, const QAction *action) const override;
 
 private:
     static int identify(QAction *action, int accel, int id);

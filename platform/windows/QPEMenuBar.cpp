@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/windows/QPEMenuBar.h"
 
+#include "platform/toolkit/QAccel.h"
 #include "platform/windows/QPEToolBar.h"
 
 #include <QLayout>
@@ -11,4 +12,13 @@ QPEMenuBar::QPEMenuBar(QPEToolBar *toolBar, const char *name)
     setObjectName(QString::fromLatin1(name));
     setNativeMenuBar(false);
     toolBar->host()->layout()->addWidget(this);
+    auto *key = new QAccel(Qt::Key_F10, this);
+    connect(key, &QAccel::activated, this, &QPEMenuBar::openFirstMenu);
+}
+
+void QPEMenuBar::openFirstMenu()
+{
+    if (!actions().isEmpty()) {
+        setActiveAction(actions().first());
+    }
 }

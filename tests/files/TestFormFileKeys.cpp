@@ -4,6 +4,7 @@
 #include "tests/files/FormFixture.h"
 #include "tests/files/menuEntries.h"
 #include "tests/support/TestMain.h"
+#include "widgets/MyImageButton.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
@@ -36,6 +37,9 @@ private Q_SLOTS:
     void anOpenListKeepsAllKeys();
     void anEditedTextKeepsAllKeys();
     void aQuestionKeepsAllKeys();
+    void tabLeadsToTheFirstCell_data();
+    void tabLeadsToTheFirstCell();
+    void tabReachesEverything();
 
 private:
     /// Starts in this mode with the cursor on the first photo.
@@ -219,6 +223,58 @@ void TestFormFileKeys::aQuestionKeepsAllKeys()
     };
     QCOMPARE(m_form->play(kDelete, {paste}).size(), 1);
     QCOMPARE(m_form->store(), list("a00.jpg a01.jpg"));
+}
+
+void TestFormFileKeys::tabLeadsToTheFirstCell_data()
+{
+    QTest::addColumn<QString>("place");
+    QTest::newRow("the form gave the focus to the photos") << QStringLiteral("view");
+    QTest::newRow("the list of places") << QStringLiteral("combo");
+    QTest::newRow("nothing") << QString();
+}
+
+void TestFormFileKeys::tabLeadsToTheFirstCell()
+{
+    QFETCH(QString, place);
+    m_form->start();
+    QVERIFY(m_form->waitForCells(2));
+    QVERIFY(m_form->view->hasFocus());
+    if (place.isEmpty()) {
+        m_form->view->clearFocus();
+    } else if (place == QLatin1String("combo")) {
+        m_form->combo->setFocus();
+    }
+    QVERIFY(m_form->view->currentObject() == nullptr);
+    int steps = 0;
+    while (m_form->view->currentObject() == nullptr && steps < 10) {
+        ++steps;
+        QTest::keyClick(m_form->window.windowHandle(), Qt::Key_Tab);
+        QCoreApplication::processEvents();
+    }
+    QVERIFY2(steps <= 3, qPrintable(QString::number(steps)));
+    QVERIFY(m_form->view->hasFocus());
+    QCOMPARE(m_form->view->currentObject()->fileName(), QStringLiteral("a00.jpg"));
+    QCOMPARE(m_form->status->text(), QStringLiteral("a00"));
+}
+
+void TestFormFileKeys::tabReachesEverything()
+{
+    start(&FormFile::menu_disp_DispDetail);
+    m_form->window.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&m_form->window));
+    m_form->view->setFocus();
+    QWidgetList reached;
+    while (!reached.contains(QApplication::focusWidget())) {
+        reached.append(QApplication::focusWidget());
+        QTest::keyClick(m_form->window.windowHandle(), Qt::Key_Tab);
+    }
+    const QWidgetList wanted = focusWidgets();
+    QVERIFY(wanted.size() >= 9);
+    for (QWidget *widget : wanted) {
+        QVERIFY2(reached.contains(widget), widget->metaObject()->className());
+    }
+    QVERIFY(reached.at(0) == m_form->view);
+    QVERIFY(reached.at(1) == m_form->columnButton(0));
 }
 
 LUMI_TEST(TestFormFileKeys)

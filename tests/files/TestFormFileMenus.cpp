@@ -88,6 +88,7 @@ private Q_SLOTS:
     void menusHaveTheirEntries();
     void theViewMenuShowsItsFirstSeparator();
     void entriesHaveNoShortcuts();
+    void entriesShowTheirKeys();
     void theMenuBarComesAndGoesWithTheForm();
     void everyMenuGraysOut();
     void entriesFollowTheItem_data();
@@ -140,6 +141,31 @@ void TestFormFileMenus::entriesHaveNoShortcuts()
     for (int id = 0; id <= 19; ++id) {
         const QAction *action = m_form->entry(id);
         QVERIFY(action == nullptr || action->shortcut().isEmpty());
+    }
+}
+
+/// A shown key is one that the form, or the view, handles.
+void TestFormFileMenus::entriesShowTheirKeys()
+{
+    using lumi::FileKey;
+
+    const struct
+    {
+        int id;
+        FileKey key;
+    } rows[] = {{2, FileKey::Delete}, {5, FileKey::Copy}, {6, FileKey::Cut}, {9, FileKey::Paste}};
+
+    const auto shownKey = [this](int id) {
+        return m_form->entry(id)->property("shownKey").toString();
+    };
+    m_form->start();
+    for (const auto &row : rows) {
+        const QKeyCombination key = QKeySequence(shownKey(row.id))[0];
+        QCOMPARE(lumi::fileKey(key.key(), key.keyboardModifiers()), row.key);
+    }
+    QCOMPARE(shownKey(19), QStringLiteral("Return"));
+    for (const int id : {0, 1, 3, 4, 7, 8, 10, 11, 13, 14, 15, 16, 17, 18}) {
+        QCOMPARE(shownKey(id), QString());
     }
 }
 

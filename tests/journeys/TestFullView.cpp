@@ -169,6 +169,9 @@ void TestFullView::cleanup()
 QToolButton *TestFullView::button(int index) const
 {
     auto buttons = viewer()->findChildren<QToolButton *>();
+    buttons.removeIf([](const QToolButton *one) {
+        return !one->isVisible();
+    });
     std::sort(buttons.begin(), buttons.end(), [](const auto *one, const auto *other) {
         return one->x() < other->x();
     });

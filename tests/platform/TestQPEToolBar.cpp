@@ -5,7 +5,9 @@
 #include "platform/windows/QPEToolBar.h"
 #include "tests/support/TestMain.h"
 
+#include <QApplication>
 #include <QMainWindow>
+#include <QMenu>
 #include <QPointer>
 #include <QTest>
 #include <QToolButton>
@@ -55,6 +57,7 @@ private Q_SLOTS:
     void menuBarsTakeTurns();
     void aMenuBarMayGoWithoutTraces();
     void menuBarsDieWithTheBar();
+    void f10OpensTheMenusOfTheVisibleBar();
 };
 
 void TestQPEToolBar::joinsItsWindowAndStaysThere()
@@ -128,6 +131,36 @@ void TestQPEToolBar::aMenuBarMayGoWithoutTraces()
     QVERIFY(w.bar->host()->findChildren<QWidget *>().isEmpty());
     const QPEMenuBar *third = w.addMenuBar("Third");
     QTRY_COMPARE(third->geometry(), w.bar->host()->rect());
+}
+
+void TestQPEToolBar::f10OpensTheMenusOfTheVisibleBar()
+{
+    Window w;
+    w.addMenuBar("Hidden")->hide();
+    QPEMenuBar *bar = w.addMenuBar("File");
+    QMenu *edit = bar->addMenu(QStringLiteral("Edit"));
+    edit->addAction(QStringLiteral("Cut"));
+    QAction *copy = edit->addAction(QStringLiteral("Copy"));
+    bool isChosen = false;
+    connect(copy, &QAction::triggered, copy, [&isChosen] {
+        isChosen = true;
+    });
+    w.show();
+    w.window.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&w.window));
+    QTest::keyClick(&w.window, Qt::Key_F10);
+    const auto open = [] {
+        const auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+        return menu != nullptr ? menu->title() : QString();
+    };
+    QCOMPARE(open(), QStringLiteral("File"));
+    for (const Qt::Key key : {Qt::Key_Right, Qt::Key_Down}) { // from the first entry
+        QTest::keyClick(QApplication::activePopupWidget(), key);
+    }
+    QCOMPARE(open(), QStringLiteral("Edit"));
+    QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Return);
+    QVERIFY(isChosen);
+    QVERIFY(QApplication::activePopupWidget() == nullptr);
 }
 
 void TestQPEToolBar::menuBarsDieWithTheBar()

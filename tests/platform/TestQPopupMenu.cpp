@@ -3,6 +3,7 @@
 #include "tests/support/TestMain.h"
 
 #include <QApplication>
+#include <QImage>
 #include <QSet>
 #include <QSignalSpy>
 #include <QTest>
@@ -66,6 +67,15 @@ void press(Qt::Key key)
     }
 }
 
+/// Without the border of the menu.
+bool isBlank(const QImage &image)
+{
+    const QImage inner = image.copy(image.rect().adjusted(2, 2, -4, -2));
+    QImage blank(inner.size(), inner.format());
+    blank.fill(inner.pixelColor(0, 0));
+    return inner == blank;
+}
+
 void click(QPopupMenu &menu, int id)
 {
     QTest::mouseClick(&menu, Qt::LeftButton, {}, menu.actionGeometry(menu.findItem(id)).center());
@@ -83,6 +93,8 @@ private Q_SLOTS:
     void separatorsHaveNoId();
     void separatorsStayInSight();
     void acceleratorGoesToTheAction();
+    void aShownKeyIsNoShortcut();
+    void aShownKeyHasAColumnOfItsOwn();
     void textStaysRaw();
     void setters();
     void settersPassOverUnknownIds();
@@ -170,6 +182,42 @@ void TestQPopupMenu::acceleratorGoesToTheAction()
     menu.insertItem(QStringLiteral("b"), &receiver, &Receiver::act, 0, 6);
     QCOMPARE(menu.findItem(5)->shortcut(), QKeySequence(QKeyCombination(Qt::CTRL, Qt::Key_C)));
     QVERIFY(menu.findItem(6)->shortcut().isEmpty());
+}
+
+void TestQPopupMenu::aShownKeyIsNoShortcut()
+{
+    QPopupMenu menu;
+    menu.insertItem(QStringLiteral("Cut"), 1);
+    QPopupMenu::showKey(menu.findItem(1), "Ctrl+X");
+    QCOMPARE(menu.findItem(1)->text(), QStringLiteral("Cut"));
+    QVERIFY(menu.findItem(1)->shortcut().isEmpty());
+}
+
+void TestQPopupMenu::aShownKeyHasAColumnOfItsOwn()
+{
+    const auto shot = [](const char *key, QSize *entry) {
+        QPopupMenu menu;
+        menu.insertItem(QStringLiteral("Cut"), 1);
+        menu.insertItem(QStringLiteral("Deselect All"), 2);
+        QPopupMenu::showKey(menu.findItem(1), key);
+        menu.popup(QPoint(0, 0));
+        const QRect place = menu.actionGeometry(menu.findItem(1));
+        *entry = place.size();
+        return menu.grab(place).toImage();
+    };
+    QSize plain;
+    QSize wide;
+    const QImage without = shot(nullptr, &plain);
+    const QImage with = shot("Ctrl+X", &wide);
+    const int keyWidth
+        = QFontMetrics(QPopupMenu().font()).horizontalAdvance(QStringLiteral("Ctrl+X"));
+    QVERIFY(wide.width() >= plain.width() + keyWidth);
+    QCOMPARE(wide.height(), plain.height());
+    // The text stays in its place, and only the key is to the right of it.
+    const int half = plain.width() / 2;
+    QCOMPARE(with.copy(0, 0, half, plain.height()), without.copy(0, 0, half, plain.height()));
+    QVERIFY(isBlank(without.copy(half, 0, plain.width() - half, plain.height())));
+    QVERIFY(!isBlank(with.copy(half, 0, wide.width() - half, wide.height())));
 }
 
 void TestQPopupMenu::textStaysRaw()

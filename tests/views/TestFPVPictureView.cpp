@@ -6,6 +6,7 @@
 #include "tests/views/BrowserWorld.h"
 #include "views/FPVPictureView.h"
 
+#include <QAccessible>
 #include <QMetaMethod>
 #include <QResizeEvent>
 #include <QSignalSpy>
@@ -75,6 +76,7 @@ class TestFPVPictureView : public QObject
 
 private Q_SLOTS:
     void isALabelOfItsName();
+    void screenReadersCanPressIt();
     void refreshShowsThePictureInItsPlace();
     void withoutRefreshTheNextSizeShowsIt();
     void anEqualSizeDecodesNothing();
@@ -104,6 +106,31 @@ void TestFPVPictureView::isALabelOfItsName()
         names.append(meta->method(i).methodSignature());
     }
     QCOMPARE(names, (QList<QByteArray>{"clicked(QMouseEvent*)", "decided(FPVItemObject*)"}));
+}
+
+void TestFPVPictureView::screenReadersCanPressIt()
+{
+    CountedImage image;
+    FPVPictureView view;
+    view.resize(kPlace);
+    view.show();
+    QList<FPVItemObject *> opened;
+    connect(&view, &FPVPictureView::decided, this, [&opened](FPVItemObject *item) {
+        opened.append(item);
+    });
+    QAccessibleInterface *seen = QAccessible::queryAccessibleInterface(&view);
+    const auto press = [seen] {
+        seen->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+        QCoreApplication::processEvents();
+    };
+    QCOMPARE(seen->role(), QAccessible::Button);
+    QVERIFY(seen->state().disabled);
+    press();
+    QVERIFY(opened.isEmpty());
+    view.setItem(&image, true);
+    QVERIFY(!seen->state().disabled);
+    press();
+    QCOMPARE(opened, QList<FPVItemObject *>{&image});
 }
 
 void TestFPVPictureView::refreshShowsThePictureInItsPlace()

@@ -36,6 +36,10 @@ private Q_SLOTS:
     void spaceLeavesFoldersAlone();
     void returnAndEnterOpen();
     void withoutAnObjectOnlyBackspaceActs();
+    void tabInTheViewStartsTheCursor();
+    void focusByTabStartsTheCursor_data();
+    void focusByTabStartsTheCursor();
+    void anEmptyFolderLetsTabPass();
     void backspaceEndsAtTheRoots_data();
     void backspaceEndsAtTheRoots();
     void otherKeysAreNotAccepted();
@@ -222,6 +226,56 @@ void TestThumbnailCursor::withoutAnObjectOnlyBackspaceActs()
     QCOMPARE(m_view->world.machine->hingeCalls, 0);
     m_view->key(Qt::Key_Backspace);
     QCOMPARE(m_view->news, QStringList{QStringLiteral("up")});
+}
+
+void TestThumbnailCursor::tabInTheViewStartsTheCursor()
+{
+    m_view->fill(9);
+    m_view->view.showPage(3, -1, true);
+    m_view->key(Qt::Key_Tab); // the page has no cells yet
+    QVERIFY(m_view->waitForPage());
+    QCOMPARE(m_view->shownCursor(), 3);
+    QCOMPARE(m_view->news.size(), 1);
+    QVERIFY(m_view->view.hasFocus());
+    m_view->key(Qt::Key_Right);
+    QCOMPARE(m_view->shownCursor(), 4);
+    m_view->news.clear();
+    m_view->key(Qt::Key_Tab); // leaves the view
+    QCOMPARE(m_view->shownCursor(), 4);
+    QVERIFY(m_view->news.isEmpty());
+}
+
+void TestThumbnailCursor::focusByTabStartsTheCursor_data()
+{
+    lumi::test::columns<Qt::FocusReason, int, int>();
+    QTest::newRow("Tab") << Qt::TabFocusReason << -1 << 3;
+    QTest::newRow("Shift+Tab") << Qt::BacktabFocusReason << -1 << 3;
+    QTest::newRow("the cursor is on the page") << Qt::TabFocusReason << 4 << 4;
+    QTest::newRow("the cursor is on another page") << Qt::TabFocusReason << 1 << 3;
+    QTest::newRow("a tap") << Qt::MouseFocusReason << -1 << -1;
+    QTest::newRow("the window") << Qt::ActiveWindowFocusReason << -1 << -1;
+}
+
+void TestThumbnailCursor::focusByTabStartsTheCursor()
+{
+    const auto [reason, before, after] = lumi::test::row<Qt::FocusReason, int, int>();
+    m_view->fill(9);
+    m_view->view.showPage(0, before, true);
+    QVERIFY(m_view->waitForPage());
+    m_view->view.showPage(3, before, true);
+    QVERIFY(m_view->waitForPage());
+    m_view->view.clearFocus();
+    m_view->view.setFocus(reason);
+    QCoreApplication::processEvents();
+    QCOMPARE(m_view->shownCursor(), after);
+}
+
+void TestThumbnailCursor::anEmptyFolderLetsTabPass()
+{
+    m_view->showLarge();
+    m_view->key(Qt::Key_Tab);
+    QCOMPARE(m_view->view.currentIndex(), -1);
+    QVERIFY(m_view->news.isEmpty());
 }
 
 void TestThumbnailCursor::backspaceEndsAtTheRoots_data()

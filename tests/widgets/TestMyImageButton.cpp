@@ -4,6 +4,7 @@
 #include "widgets/MyImageButton.h"
 #include "widgets/focusPainters.h"
 
+#include <QDialog>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QSignalSpy>
@@ -52,6 +53,18 @@ QMouseEvent mouseEvent(QEvent::Type type, const QPoint &position)
     return QMouseEvent(type, position, position, Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
 }
 
+void drawFrame(QImage *image, const QRect &rectangle, int lineWidth, QRgb color)
+{
+    const QRect inner = rectangle.adjusted(lineWidth, lineWidth, -lineWidth, -lineWidth);
+    for (int y = rectangle.top(); y <= rectangle.bottom(); ++y) {
+        for (int x = rectangle.left(); x <= rectangle.right(); ++x) {
+            if (!inner.contains(x, y)) {
+                image->setPixel(x, y, color);
+            }
+        }
+    }
+}
+
 } // namespace
 
 class TestMyImageButton : public QObject
@@ -90,6 +103,9 @@ private Q_SLOTS:
     void focusFrame();
     void noFrameWithoutFocus();
     void disabledPictureIsNotGrayed();
+    void screenReadersSeeAButton();
+    void aReadersPressObeysTheWindow_data();
+    void aReadersPressObeysTheWindow();
 
 private:
     OpenButton *addButton(MyImageButton::FocusPainter painter = nullptr);
@@ -453,14 +469,9 @@ void TestMyImageButton::focusFrame()
 
     QImage expected = filled(Qt::red).toImage().convertToFormat(QImage::Format_RGB32);
     for (const QRect &rectangle : rectangles) {
-        const QRect inner = rectangle.adjusted(lineWidth, lineWidth, -lineWidth, -lineWidth);
-        for (int y = rectangle.top(); y <= rectangle.bottom(); ++y) {
-            for (int x = rectangle.left(); x <= rectangle.right(); ++x) {
-                if (!inner.contains(x, y)) {
-                    expected.setPixel(x, y, qRgb(255, 255, 0));
-                }
-            }
-        }
+        const QRect shade = rectangle.adjusted(lineWidth, lineWidth, -lineWidth, -lineWidth);
+        drawFrame(&expected, shade, 1, qRgb(32, 32, 32));
+        drawFrame(&expected, rectangle, lineWidth, qRgb(255, 255, 0));
     }
     const QImage shown = m_button->grab().toImage().convertToFormat(QImage::Format_RGB32);
     QCOMPARE(shown, expected);
@@ -478,6 +489,58 @@ void TestMyImageButton::disabledPictureIsNotGrayed()
     m_button->setDisabledPixmap(filled(Qt::magenta));
     m_button->setEnabled(false);
     QCOMPARE(shownColor(), QColor(Qt::magenta));
+}
+
+void TestMyImageButton::screenReadersSeeAButton()
+{
+    m_button->setAccessibleName(QStringLiteral("Large"));
+    QAccessibleInterface *seen = QAccessible::queryAccessibleInterface(m_button);
+    QCOMPARE(seen->role(), QAccessible::Button);
+    QCOMPARE(seen->text(QAccessible::Name), QStringLiteral("Large"));
+    QCOMPARE(seen->rect(), QRect(m_button->mapToGlobal(QPoint()), m_button->size()));
+    QVERIFY(seen->state().focusable);
+    QVERIFY(!seen->state().pressed && !seen->state().checked && !seen->state().disabled);
+    QTest::mousePress(m_button, Qt::LeftButton);
+    QVERIFY(seen->state().pressed);
+    m_button->setOn(true);
+    QVERIFY(seen->state().checked && seen->state().checkable);
+    m_button->setEnabled(false);
+    QVERIFY(seen->state().disabled);
+}
+
+void TestMyImageButton::aReadersPressObeysTheWindow_data()
+{
+    lumi::test::columns<QString, int>();
+    QTest::newRow("a free button") << QString() << 1;
+    QTest::newRow("a disabled button") << QStringLiteral("disabled") << 0;
+    QTest::newRow("a hidden button") << QStringLiteral("hidden") << 0;
+    QTest::newRow("a button below a modal window") << QStringLiteral("blocked") << 0;
+    QTest::newRow("a button that was deleted") << QStringLiteral("deleted") << 0;
+}
+
+void TestMyImageButton::aReadersPressObeysTheWindow()
+{
+    const auto [state, clicks] = lumi::test::row<QString, int>();
+    int count = 0;
+    connect(m_button, &MyImageButton::clicked, this, [&count] {
+        ++count;
+    });
+    QDialog box(m_parent.get());
+    box.setModal(true);
+    QAccessible::queryAccessibleInterface(m_button)->actionInterface()->doAction(
+        QAccessibleActionInterface::pressAction());
+    QCOMPARE(count, 0);
+    if (state == QLatin1String("disabled")) {
+        m_button->setEnabled(false);
+    } else if (state == QLatin1String("hidden")) {
+        m_button->hide();
+    } else if (state == QLatin1String("blocked")) {
+        box.show();
+    } else if (state == QLatin1String("deleted")) {
+        delete m_button;
+    }
+    QCoreApplication::processEvents();
+    QCOMPARE(count, clicks);
 }
 
 LUMI_TEST(TestMyImageButton)

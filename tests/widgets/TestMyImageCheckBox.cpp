@@ -3,6 +3,7 @@
 #include "tests/support/rows.h"
 #include "widgets/MyImageCheckBox.h"
 
+#include <QAccessible>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -26,6 +27,7 @@ private Q_SLOTS:
     void pictureByState();
     void hasTheSizeOfItsPicture();
     void takesNoFocus();
+    void screenReadersSeeItsRealPlace();
     void everyCornerCanBeTapped_data();
     void everyCornerCanBeTapped();
 };
@@ -61,6 +63,24 @@ void TestMyImageCheckBox::takesNoFocus()
 {
     const MyImageCheckBox box(filled(Qt::red), filled(Qt::blue), nullptr);
     QCOMPARE(box.focusPolicy(), Qt::NoFocus);
+}
+
+void TestMyImageCheckBox::screenReadersSeeItsRealPlace()
+{
+    QWidget window;
+    window.resize(100, 100);
+    MyImageCheckBox box(filled(Qt::red), filled(Qt::blue), &window);
+    box.move(30, 40);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QAccessibleInterface *seen = QAccessible::queryAccessibleInterface(&box);
+    QCOMPARE(seen->role(), QAccessible::CheckBox);
+    QCOMPARE(seen->rect(), QRect(window.mapToGlobal(QPoint(30, 40)), QSize(24, 20)));
+    QVERIFY(seen->state().checkable && !seen->state().checked);
+    seen->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    QVERIFY(!box.isChecked()); // the screen reader does not wait for it
+    QTRY_VERIFY(box.isChecked());
+    QVERIFY(seen->state().checked);
 }
 
 void TestMyImageCheckBox::everyCornerCanBeTapped_data()

@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+// What a screen reader finds in a window.
+#pragma once
+
+#include <QAccessible>
+#include <QStringList>
+
+class QWidget;
+
+namespace lumi::test {
+
+/// A line for each visible element that takes input: role, name in quotes and states, for example
+/// "button 'Large' checked". The order is that of the tree.
+[[nodiscard]] QStringList inputElements(QWidget *window);
+
+/// The visible element that takes input and has this name; null if there is none.
+[[nodiscard]] QAccessibleInterface *elementNamed(QWidget *window, const QString &name);
+
+/// Carries out the Press action of the element with this name. False if there is none.
+[[nodiscard]] bool pressElement(QWidget *window, const QString &name);
+
+} // namespace lumi::test
