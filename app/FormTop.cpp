@@ -29,12 +29,13 @@ struct ButtonRow
     const char *normal = nullptr;
     const char *pressed = nullptr;
     ClickSlot slot = nullptr;
+    const char *name = nullptr; ///< for screen readers
 };
 
 // The first one has the focus when the form comes up.
 constexpr ButtonRow kButtons[] = {
-    {{34, 85}, "top_copy", "top_copy_push", &FormTop::btn_takein_clicked},
-    {{290, 85}, "top_look", "top_look_push", &FormTop::btn_look_clicked},
+    {{34, 85}, "top_copy", "top_copy_push", &FormTop::btn_takein_clicked, "Import"},
+    {{290, 85}, "top_look", "top_look_push", &FormTop::btn_look_clicked, "View"},
 };
 
 struct MenuRow
@@ -83,6 +84,7 @@ void FormTop::buildButtons(QWidget *area)
         auto *button = new MyImageButton(area, lumi::paintFiveRectangles);
         button->setNormalPixmap(lumi::loadPixmap(row.normal));
         button->move(row.position);
+        button->setAccessibleName(QLatin1String(row.name));
         connect(button, &MyImageButton::clicked, this, row.slot);
         m_buttons.append(button);
     }

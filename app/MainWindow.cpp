@@ -9,10 +9,12 @@
 #include "import/FormImport.h"
 #include "platform/QPEApplication.h"
 #include "platform/screen/panel.h"
+#include "platform/touch/DragScroll.h"
 #include "platform/windows/QPEToolBar.h"
 
 #include <QCloseEvent>
 #include <QCoreApplication>
+#include <QScrollArea>
 
 #include <utility>
 
@@ -50,19 +52,25 @@ auto makerOf(int id) -> decltype(FormRow::make)
 MainWindow::MainWindow(QWidget *parent, const char *name, Qt::WindowFlags flags)
     : QMainWindow(parent, flags)
     , m_toolBar(new QPEToolBar(this))
+    , m_area(new QScrollArea(this))
 {
     setObjectName(QString::fromUtf8(name));
     resize(lumi::kPanelSize);
     m_toolBar->setMovable(false);
     m_toolBar->setHorizontalStretchable(true);
     m_toolBar->installEventFilter(this);
+    m_area->setWidgetResizable(true);
+    m_area->setFrameShape(QFrame::NoFrame);
+    m_area->setFocusPolicy(Qt::NoFocus);
+    new lumi::DragScroll(m_area);
+    setCentralWidget(m_area);
     changeForm(lumi::TopForm, QString());
 }
 
 MainWindow::~MainWindow()
 {
     // The form's destructor still needs the tool bar.
-    takeCentralWidget();
+    m_area->takeWidget();
     delete std::exchange(m_form, nullptr);
 }
 
@@ -94,9 +102,10 @@ void MainWindow::replaceForm(FormMaker make)
     m_form = make(this, m_toolBar);
     m_form->installEventFilter(this);
     connect(m_form, &FormBase::busyReleased, this, &MainWindow::runWaiting, Qt::QueuedConnection);
-    // Taken out first, because setCentralWidget() would delete the old form later.
-    takeCentralWidget();
-    setCentralWidget(m_form);
+    // Taken out first, because setWidget() would delete the old form.
+    m_area->takeWidget();
+    m_area->setWidget(m_form);
+    m_form->hide(); // until it is started
     if (old != nullptr) {
         oldId = old->formId();
         removeEventFilter(old);
@@ -132,6 +141,13 @@ void MainWindow::runWaiting()
         const Request next = m_waiting.front();
         m_waiting.pop_front();
         changeForm(next.formId, next.text);
+    }
+}
+
+void MainWindow::closeIfIdle()
+{
+    if (!mustWait()) {
+        close();
     }
 }
 

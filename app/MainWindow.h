@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The one window of the program. It holds one form at a time and replaces it on request; the
 // old form is destroyed after the new one is in place. Requests come as posted events, and
-// wait while the current form is busy.
+// wait while the current form is busy. A form that is larger than the window can be scrolled.
 // Owns: the tool bar, which outlives all forms, and the current form.
 #pragma once
 
@@ -13,6 +13,7 @@
 
 class ChangeFormEvent;
 class QPEToolBar;
+class QScrollArea;
 
 class MainWindow : public QMainWindow
 {
@@ -27,6 +28,9 @@ public:
     [[nodiscard]] FormBase *currentForm() const { return m_form; }
 
     [[nodiscard]] QPEToolBar *toolBar() const { return m_toolBar; }
+
+    /// Closes the window unless the form is busy or being replaced.
+    void closeIfIdle();
 
 public Q_SLOTS:
     void accept();
@@ -56,6 +60,7 @@ private:
 
     FormBase *m_form = nullptr;
     QPEToolBar *m_toolBar;
+    QScrollArea *m_area;           ///< shows the form
     std::deque<Request> m_waiting; ///< oldest first
     bool m_changing = false;
 };

@@ -3,14 +3,17 @@
 
 #include "platform/Machine.h"
 #include "platform/MachineProfile.h"
+#include "platform/cards/DesktopCards.h"
 #include "platform/cards/MountWatcher.h"
 #include "platform/keys/keyTranslation.h"
 #include "platform/power/PowerWatcher.h"
 #include "platform/screen/PanelStyle.h"
 #include "platform/screen/panel.h"
 #include "platform/session/ForegroundWatcher.h"
+#include "platform/session/NoticeAgent.h"
 #include "platform/session/QCopHub.h"
 #include "platform/session/ScreenSaverAgent.h"
+#include "platform/touch/TouchJudge.h"
 
 #include <QElapsedTimer>
 #include <QEventLoop>
@@ -105,10 +108,12 @@ void settle(QWidget *widget)
 
 struct QPEApplication::Agents
 {
+    lumi::DesktopCards desktopCards; // makes the links that MountWatcher watches
     lumi::MountWatcher mounts;
     lumi::PowerWatcher power;
     lumi::ScreenSaverAgent screenSaver;
     lumi::ForegroundWatcher foreground;
+    lumi::NoticeAgent notices;
 };
 
 QPEApplication::QPEApplication(int &argc, char **argv, Type /*type*/)
@@ -117,6 +122,7 @@ QPEApplication::QPEApplication(int &argc, char **argv, Type /*type*/)
     setAttribute(Qt::AA_DontUseNativeDialogs);
     setAttribute(Qt::AA_DontUseNativeMenuBar);
     setStyle(new lumi::PanelStyle);
+    new lumi::TouchJudge(this);
     lumi::MachineProfile::fixNamedFile();
     // Started later, because they are not needed until the first window is being shown.
     QMetaObject::invokeMethod(this, &QPEApplication::startAgents, Qt::QueuedConnection);

@@ -10,6 +10,8 @@
 #include "platform/screen/QDirectPainter.h"
 #include "platform/screen/panel.h"
 #include "platform/session/QCopChannel.h"
+#include "platform/touch/gestures.h"
+#include "platform/windows/PointerHider.h"
 #include "viewer/PictureScrollView.h"
 #include "viewer/zoomSteps.h"
 #include "views/FPVThumbnailView.h"
@@ -19,6 +21,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QProgressBar>
+#include <QStyle>
 #include <QToolButton>
 
 namespace {
@@ -28,6 +31,8 @@ constexpr int kIconSide = 32;
 constexpr int kBarHeight = 20;
 /// The window cannot be closed before exec() has started.
 constexpr int kCloseMs = 5;
+/// A window size that has not changed for this long is final.
+constexpr int kRefitMs = 100;
 
 } // namespace
 
@@ -42,8 +47,13 @@ FPVPictureScrollView::FPVPictureScrollView(QWidget *parent, FPVThumbnailView *vi
     buildWidgets();
     setDecodingLook(true);
     connect(&m_regionTimer, &QTimer::timeout, this, &FPVPictureScrollView::checkRegion);
+    m_refitTimer.setSingleShot(true);
+    m_refitTimer.setInterval(kRefitMs);
+    connect(&m_refitTimer, &QTimer::timeout, this, &FPVPictureScrollView::refit);
     QPEApplication::showMaximizedNow(this);
+    m_closeButton->setVisible(frameGeometry() == geometry());
     m_scrollView->setFocus();
+    new lumi::PointerHider(m_scrollView->viewport());
     m_systemChannel = new QCopChannel("QPE/System");
     connect(m_systemChannel, &QCopChannel::received, this, &FPVPictureScrollView::systemChannel);
     m_depth = QDirectPainter(m_scrollView->viewport()).depth();
@@ -73,11 +83,12 @@ void FPVPictureScrollView::dropMessageBox()
     setModal(true);
 }
 
-QToolButton *FPVPictureScrollView::makeButton(const char *icon,
+QToolButton *FPVPictureScrollView::makeButton(const char *icon, const char *name,
                                               void (FPVPictureScrollView::*slot)())
 {
     auto *button = new QToolButton(this);
     button->setIcon(lumi::loadPixmap(icon));
+    button->setAccessibleName(QLatin1String(name));
     button->setIconSize(QSize(kIconSide, kIconSide));
     button->setFixedSize(lumi::kFingerSize, lumi::kFingerSize);
     connect(button, &QToolButton::clicked, this, slot);
@@ -87,19 +98,27 @@ QToolButton *FPVPictureScrollView::makeButton(const char *icon,
 /// They are made in the order of the Tab key.
 void FPVPictureScrollView::buildWidgets()
 {
-    m_zoomInButton = makeButton("spread", &FPVPictureScrollView::zoomIn);
-    m_zoomOutButton = makeButton("scaledown", &FPVPictureScrollView::zoomOut);
-    m_fitButton = makeButton("fit", &FPVPictureScrollView::fix);
+    m_zoomInButton = makeButton("spread", "Larger", &FPVPictureScrollView::zoomIn);
+    m_zoomOutButton = makeButton("scaledown", "Smaller", &FPVPictureScrollView::zoomOut);
+    m_fitButton = makeButton("fit", "Whole photo", &FPVPictureScrollView::fix);
     m_percentLabel = new QLabel(this);
     m_progressBar = new QProgressBar(this);
     m_progressBar->setTextVisible(false);
     m_progressBar->setFixedHeight(kBarHeight);
     m_sizeLabel = new QLabel(this);
     m_progressSpacer = new QWidget(this);
-    m_prevButton = makeButton("i_left", &FPVPictureScrollView::btn_prev_cliced);
-    m_nextButton = makeButton("i_right", &FPVPictureScrollView::btn_next_cliced);
+    m_prevButton = makeButton("i_left", "Previous photo", &FPVPictureScrollView::btn_prev_cliced);
+    m_nextButton = makeButton("i_right", "Next photo", &FPVPictureScrollView::btn_next_cliced);
+    m_closeButton = new QToolButton(this);
+    m_closeButton->setIcon(style()->standardIcon(QStyle::SP_DialogCloseButton));
+    m_closeButton->setToolTip(QStringLiteral("Close"));
+    m_closeButton->setAccessibleName(QStringLiteral("Close"));
+    m_closeButton->setFixedSize(lumi::kFingerSize, lumi::kFingerSize);
+    m_closeButton->hide();
+    connect(m_closeButton, &QToolButton::clicked, this, &QWidget::hide);
     m_progressSpacer->setFixedWidth(m_prevButton->width() + kRowSpacing + m_nextButton->width());
     m_scrollView = new PictureScrollView(this);
+    m_scrollView->setAccessibleName(QStringLiteral("Photo"));
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
@@ -125,6 +144,7 @@ QLayout *FPVPictureScrollView::buildButtonRow()
     row->addWidget(m_progressSpacer);
     row->addWidget(m_prevButton);
     row->addWidget(m_nextButton);
+    row->addWidget(m_closeButton);
     return row;
 }
 
@@ -206,12 +226,27 @@ void FPVPictureScrollView::keyPressEvent(QKeyEvent *event)
 // NOLINTBEGIN(bugprone-parent-virtual-call)
 bool FPVPictureScrollView::event(QEvent *event)
 {
+    if (event->type() == lumi::SwipeEvent::kType && m_isFitted) {
+        event->accept();
+        swipe(static_cast<lumi::SwipeEvent *>(event)->isToNext());
+        return true;
+    }
+    if (event->type() == lumi::PinchEvent::kType) {
+        const auto *pinch = static_cast<lumi::PinchEvent *>(event);
+        event->accept();
+        zoomAround(m_scrollView->viewport()->mapFromGlobal(pinch->globalCentre()),
+                   pinch->isApart());
+        return true;
+    }
     return QDialog::event(event);
 }
 
 void FPVPictureScrollView::resizeEvent(QResizeEvent *event)
 {
     QDialog::resizeEvent(event);
+    if (m_item) {
+        m_refitTimer.start();
+    }
 }
 
 void FPVPictureScrollView::showEvent(QShowEvent *event)
@@ -236,5 +271,6 @@ void FPVPictureScrollView::hideEvent(QHideEvent *event)
     DialogBase::hideEvent(event);
     if (!event->spontaneous()) {
         m_regionTimer.stop();
+        m_refitTimer.stop();
     }
 }

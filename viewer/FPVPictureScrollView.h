@@ -63,7 +63,8 @@ protected:
 
 private:
     void dropMessageBox();
-    [[nodiscard]] QToolButton *makeButton(const char *icon, void (FPVPictureScrollView::*slot)());
+    [[nodiscard]] QToolButton *makeButton(const char *icon, const char *name,
+                                          void (FPVPictureScrollView::*slot)());
     void buildWidgets();
     [[nodiscard]] QLayout *buildButtonRow();
     [[nodiscard]] bool isDecodingLook() const;
@@ -84,12 +85,17 @@ private:
     void showOther(FPVItemObject *object);
     void tellFailure();
     void failAndClose();
+    void refit();
+    void swipe(bool isToNext);
+    void zoomAround(QPoint centre, bool isIn);
+    [[nodiscard]] QSize drawnMargin() const;
 
     QToolButton *m_zoomInButton = nullptr;
     QToolButton *m_zoomOutButton = nullptr;
     QToolButton *m_fitButton = nullptr;
     QToolButton *m_prevButton = nullptr;
     QToolButton *m_nextButton = nullptr;
+    QToolButton *m_closeButton = nullptr; ///< visible if the window has no title bar
     PictureScrollView *m_scrollView = nullptr;
     QPointer<FPVItemImage> m_item;
     FPVThumbnailView *m_view;
@@ -98,6 +104,7 @@ private:
     QProgressBar *m_progressBar = nullptr;
     QWidget *m_progressSpacer = nullptr;
     QTimer m_regionTimer{this};
+    QTimer m_refitTimer{this}; ///< runs after the window was resized
     QCopChannel *m_systemChannel = nullptr;
     QSize m_rasterSize{-1, -1};
     int m_depth = 0;
@@ -109,4 +116,5 @@ private:
     QSize m_photoSize{-1, -1};
     int m_decodedPercent;
     bool m_failureTold = false;
+    bool m_isFitted = true; ///< the user has not zoomed since the picture was fitted
 };

@@ -11,6 +11,8 @@
 
 #include <QProgressBar>
 
+#include <algorithm>
+
 namespace {
 
 /// From the last decoded line to the viewing look. The second is for a decode without pauses.
@@ -173,6 +175,7 @@ bool FPVPictureScrollView::setFitPercent()
 {
     const auto fit = lumi::fitPercent(m_scrollView->viewport()->size(), m_photoSize);
     m_zoomPercent = fit.value_or(m_zoomPercent);
+    m_isFitted = true;
     return fit.has_value();
 }
 
@@ -187,6 +190,7 @@ void FPVPictureScrollView::zoomIn()
         return;
     }
     m_zoomPercent = lumi::zoomStepAbove(m_zoomPercent);
+    m_isFitted = false;
     if (m_decodedPercent < lumi::kFullSize) {
         decodeFullSize();
     } else {
@@ -200,6 +204,7 @@ void FPVPictureScrollView::zoomOut()
         return;
     }
     m_zoomPercent = lumi::zoomStepBelow(m_zoomPercent);
+    m_isFitted = false;
     redrawPicture();
 }
 
@@ -210,12 +215,73 @@ void FPVPictureScrollView::fix()
     }
 }
 
+/// A raster that was decoded for a smaller window has too few pixels for this one.
+void FPVPictureScrollView::refit()
+{
+    if (!m_item || !m_isFitted) {
+        return;
+    }
+    const auto fit = lumi::fitPercent(m_scrollView->viewport()->size(), m_photoSize);
+    const bool isTooSmall = m_decodedPercent < lumi::kFullSize && fit > m_decodedPercent;
+    if (isTooSmall || isDecodingLook()) {
+        showOther(m_item);
+    } else {
+        fix();
+    }
+}
+
 void FPVPictureScrollView::redrawPicture()
 {
     if (m_item && m_item->rasterBits() != nullptr) {
         updateLabels();
         m_scrollView->setPercent(drawnPercent());
     }
+}
+
+/// Of the viewport, left and above the picture.
+QSize FPVPictureScrollView::drawnMargin() const
+{
+    const QSize drawn = m_rasterSize * drawnPercent() / lumi::kFullSize;
+    return ((m_scrollView->viewport()->size() - drawn) / 2).expandedTo(QSize(0, 0));
+}
+
+/// Like the buttons, which a decode hides.
+void FPVPictureScrollView::swipe(bool isToNext)
+{
+    if (isDecodingLook()) {
+        return;
+    }
+    if (isToNext) {
+        btn_next_cliced();
+    } else {
+        btn_prev_cliced();
+    }
+}
+
+/// The pixel at this point of the viewport stays there as far as the edges of the picture allow it.
+void FPVPictureScrollView::zoomAround(QPoint centre, bool isIn)
+{
+    if (isDecodingLook() || m_rasterSize.isEmpty()) {
+        return;
+    }
+    const auto fromEdge = [this, centre] {
+        const QSize margin = drawnMargin();
+        return QPointF(centre.x() - margin.width(), centre.y() - margin.height()) * lumi::kFullSize
+            / drawnPercent();
+    };
+    const QPointF pixel = fromEdge() + m_scrollOrigin;
+    const QSizeF before = m_rasterSize;
+    if (isIn) {
+        zoomIn();
+    } else {
+        zoomOut();
+    }
+    // Zooming in may have started a decode to another size.
+    const QPointF target(pixel.x() * m_rasterSize.width() / before.width(),
+                         pixel.y() * m_rasterSize.height() / before.height());
+    const QPoint origin = (target - fromEdge()).toPoint();
+    m_scrollOrigin = QPoint(std::max(0, origin.x()), std::max(0, origin.y()));
+    m_scrollView->redraw();
 }
 
 void FPVPictureScrollView::btn_prev_cliced() // sic

@@ -2,6 +2,8 @@
 // The start of a show and what ends it.
 #include "viewer/SlideShow.h"
 
+#include "app/common/messageIds.h"
+#include "app/common/messages.h"
 #include "app/common/power.h"
 #include "platform/Global.h"
 #include "platform/QPEApplication.h"
@@ -41,6 +43,7 @@ SlideShow::SlideShow(QWidget *parent, FPVItemList *source, bool autoMode, bool i
     // Pictures are drawn for this size even if the screen changes.
     QPEApplication::holdDesktopSize();
     Global::hideInputMethod();
+    setAccessibleName(msg(lumi::MsgSlideshow));
     setWindowModality(Qt::ApplicationModal);
     resize(m_screen.size());
     QPalette black = palette();

@@ -58,6 +58,8 @@ public Q_SLOTS:
     // NOLINTEND(readability-identifier-naming)
 
 protected:
+    /// A swipe shows the next or previous picture of a show that is not automatic.
+    bool event(QEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void keyReleaseEvent(QKeyEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;

@@ -7,6 +7,7 @@
 #include "platform/Machine.h"
 #include "platform/QPEApplication.h"
 #include "platform/keys/deviceKey.h"
+#include "platform/touch/gestures.h"
 #include "viewer/SlideMenu.h"
 #include "viewer/SlideShow.h"
 #include "widgets/messageBoxes.h"
@@ -89,6 +90,23 @@ void SlideShow::keyReleaseEvent(QKeyEvent *event)
         QWidget::keyReleaseEvent(event);
         break;
     }
+}
+
+bool SlideShow::event(QEvent *event)
+{
+    if (event->type() != lumi::SwipeEvent::kType || m_autoMode) {
+        return QWidget::event(event);
+    }
+    event->accept();
+    if (m_drawing || m_ended) {
+        return true;
+    }
+    if (static_cast<lumi::SwipeEvent *>(event)->isToNext()) {
+        userNext();
+    } else {
+        userPrevious();
+    }
+    return true;
 }
 
 /// With the hinge turned, the two keys change places.
@@ -250,6 +268,6 @@ void SlideShow::reportFailure()
 int SlideShow::runBox(std::unique_ptr<QMessageBox> box)
 {
     const QScopedValueRollback<QMessageBox *> isOpen(m_box, box.get());
-    const int answer = box->exec();
+    const int answer = lumi::execBox(box.get());
     return m_ended ? int(QMessageBox::No) : answer;
 }

@@ -18,8 +18,9 @@ void paintFrames(MyImageButton *button, int count)
     for (int i = 0; i < count; ++i) {
         const int inset = i * kStep;
         const int heightLost = i == 0 ? 0 : 2 * inset - kStep;
-        qDrawPlainRect(&painter, inset, inset, button->width() - 2 * inset,
-                       button->height() - heightLost, lumi::kFocusColor);
+        const QRect frame(inset, inset, button->width() - 2 * inset, button->height() - heightLost);
+        qDrawPlainRect(&painter, frame.adjusted(1, 1, -1, -1), lumi::kFocusShade);
+        qDrawPlainRect(&painter, frame, lumi::kFocusColor);
     }
 }
 

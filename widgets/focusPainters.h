@@ -9,6 +9,8 @@ class MyImageButton;
 namespace lumi {
 
 inline constexpr QRgb kFocusColor = 0xFFFFFF00; ///< of all focus frames
+/// Of the line beside each frame, because yellow is hard to see on a light picture.
+inline constexpr QRgb kFocusShade = 0xFF202020;
 
 /// The frame of the small buttons.
 void paintThreeRectangles(MyImageButton *button);

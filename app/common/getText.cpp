@@ -2,8 +2,11 @@
 #include "app/common/getText.h"
 
 #include "platform/screen/panel.h"
+#include "platform/session/QuitRequest.h"
+#include "platform/windows/dialogButtons.h"
 
 #include <QDialog>
+#include <QDialogButtonBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QVBoxLayout>
@@ -23,6 +26,7 @@ QLineEdit *addLine(QDialog *dialog, const QString &label)
     text->setText(label);
     auto *line = new QLineEdit(dialog);
     line->setMinimumSize(kLineWidth, lumi::kFingerSize);
+    text->setBuddy(line);
     layout->addWidget(text);
     layout->addWidget(line);
     QObject::connect(line, &QLineEdit::returnPressed, dialog, &QDialog::accept);
@@ -34,6 +38,9 @@ QLineEdit *addLine(QDialog *dialog, const QString &label)
 QString getText(QWidget *parent, const QString &caption, const QString &label,
                 const QString &initial, int maxLength)
 {
+    if (lumi::QuitRequest::isPending()) {
+        return {};
+    }
     QDialog dialog(parent);
     dialog.setModal(true);
     dialog.setWindowTitle(caption);
@@ -45,6 +52,7 @@ QString getText(QWidget *parent, const QString &caption, const QString &label,
         line->setText(initial);
         line->selectAll();
     }
+    dialog.layout()->addWidget(lumi::makeAcceptRow(&dialog));
     line->setFocus();
     return dialog.exec() == QDialog::Accepted ? line->text() : QString();
 }

@@ -2,9 +2,11 @@
 #include "platform/screen/PanelStyle.h"
 
 #include "platform/screen/panel.h"
+#include "platform/toolkit/QPopupMenu.h"
 
 #include <QDialogButtonBox>
 #include <QPainter>
+#include <QScrollBar>
 #include <QStyleOptionMenuItem>
 
 namespace {
@@ -21,7 +23,34 @@ bool isBoxButton(const QWidget *widget)
     return widget != nullptr && qobject_cast<QDialogButtonBox *>(widget->parentWidget()) != nullptr;
 }
 
+QPalette lightPalette()
+{
+    const QColor window(239, 239, 239);
+    const QColor disabledText(190, 190, 190);
+    const QColor dark = window.darker(150);
+    QPalette palette(Qt::black, window, window.lighter(150), dark, window.darker(130), Qt::black,
+                     Qt::white);
+    palette.setColor(QPalette::Midlight, window.darker(130).lighter(110));
+    palette.setColor(QPalette::Button, window);
+    palette.setColor(QPalette::Shadow, dark.darker(135));
+    palette.setColor(QPalette::ToolTipBase, QColor(255, 255, 220));
+    palette.setColor(QPalette::ToolTipText, Qt::black);
+    palette.setColor(QPalette::PlaceholderText, QColor(0, 0, 0, 128));
+    palette.setColor(QPalette::Highlight, lumi::kChosenColor);
+    palette.setColor(QPalette::HighlightedText, Qt::black);
+    for (const auto role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText}) {
+        palette.setColor(QPalette::Disabled, role, disabledText);
+    }
+    palette.setColor(QPalette::Disabled, QPalette::Base, window);
+    palette.setColor(QPalette::Disabled, QPalette::Dark, QColor(209, 209, 209).darker(110));
+    return palette;
+}
+
 } // namespace
+
+lumi::PanelStyle::PanelStyle()
+    : QProxyStyle(QStringLiteral("Fusion"))
+{ }
 
 void lumi::PanelStyle::drawControl(ControlElement element, const QStyleOption *option,
                                    QPainter *painter, const QWidget *widget) const
@@ -35,9 +64,15 @@ void lumi::PanelStyle::drawControl(ControlElement element, const QStyleOption *o
 
 void lumi::PanelStyle::polish(QPalette &palette)
 {
-    QProxyStyle::polish(palette);
-    palette.setColor(QPalette::Highlight, kChosenColor);
-    palette.setColor(QPalette::HighlightedText, Qt::black);
+    palette = lightPalette();
+}
+
+void lumi::PanelStyle::polish(QWidget *widget)
+{
+    QProxyStyle::polish(widget);
+    if (qobject_cast<QScrollBar *>(widget) != nullptr) {
+        widget->setAccessibleName(QStringLiteral("Scroll bar"));
+    }
 }
 
 int lumi::PanelStyle::pixelMetric(PixelMetric metric, const QStyleOption *option,
@@ -52,7 +87,12 @@ int lumi::PanelStyle::pixelMetric(PixelMetric metric, const QStyleOption *option
 QSize lumi::PanelStyle::sizeFromContents(ContentsType type, const QStyleOption *option,
                                          const QSize &contents, const QWidget *widget) const
 {
-    const QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
+    QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
+    if (type == CT_MenuItem && qobject_cast<const QPopupMenu *>(widget) != nullptr) {
+        // QMenu reserves room for real shortcuts only.
+        size.rwidth()
+            += qstyleoption_cast<const QStyleOptionMenuItem *>(option)->reservedShortcutWidth;
+    }
     const bool isTarget = (type == CT_MenuItem && isEntry(option)) || type == CT_MenuBarItem
         || type == CT_TabBarTab || (type == CT_PushButton && isBoxButton(widget));
     return isTarget ? size.expandedTo(QSize(0, kFingerSize)) : size;

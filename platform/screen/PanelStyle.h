@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
-// The program's style: the default style with larger targets for fingers and pens (entries of
-// menus and menu bars, tabs, buttons of message boxes), an orange highlight, and tool bars that
-// look like the menu bars in them.
+// The program's style on every platform: Fusion with larger targets for fingers and pens (entries
+// of menus and menu bars, tabs, buttons of message boxes), and tool bars that look like the menu
+// bars in them. Its colours are fixed, because the program's pictures are drawn for them: a light
+// palette with an orange highlight, also on a dark desktop.
 #pragma once
 
 #include <QProxyStyle>
@@ -13,10 +14,14 @@ class PanelStyle : public QProxyStyle
     Q_OBJECT
 
 public:
+    PanelStyle();
+
     void drawControl(ControlElement element, const QStyleOption *option, QPainter *painter,
                      const QWidget *widget) const override;
     using QProxyStyle::polish;
     void polish(QPalette &palette) override;
+    /// Names scroll bars for screen readers.
+    void polish(QWidget *widget) override;
     [[nodiscard]] int pixelMetric(PixelMetric metric, const QStyleOption *option,
                                   const QWidget *widget) const override;
     [[nodiscard]] QSize sizeFromContents(ContentsType type, const QStyleOption *option,

@@ -2,6 +2,7 @@
 #include "platform/session/ForegroundWatcher.h"
 
 #include "platform/session/QCopHub.h"
+#include "platform/session/activeWindow.h"
 
 #include <QDataStream>
 #include <QGuiApplication>
@@ -30,6 +31,10 @@ void lumi::ForegroundWatcher::stateChanged(Qt::ApplicationState state)
 
 void lumi::ForegroundWatcher::announce()
 {
+    if (!isOtherProgramActive()) {
+        m_delay.start();
+        return;
+    }
     m_wasActive = false;
     // The name stays empty: current window systems don't tell which program is in front.
     QByteArray data;

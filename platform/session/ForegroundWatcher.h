@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Sends "appForeground(QString)" on "QPE/System" when another program has come to the front. The
-// program's own boxes and menus don't count, nor does a short loss of the focus.
+// program's own boxes and menus don't count, nor does a short loss of the focus, a minimised window
+// or a menu of the window manager.
 #pragma once
 
 #include <QObject>

@@ -16,6 +16,9 @@ public:
     /// The tiles start at the widget's top left. A null pixmap means the plain background.
     void setBackgroundPixmap(const QPixmap &pixmap);
 
+    /// Without a layout, the size that holds all children where they are.
+    [[nodiscard]] QSize minimumSizeHint() const override;
+
 protected:
     void paintEvent(QPaintEvent *event) override;
 

@@ -3,6 +3,7 @@
 
 #include "platform/Machine.h"
 #include "platform/QPEApplication.h"
+#include "platform/touch/DragScroll.h"
 #include "platform/windows/dialogButtons.h"
 
 #include <QDialog>
@@ -34,7 +35,9 @@ void QPEDecoration::help(QWidget *widget)
     QDialog dialog(widget);
     dialog.setWindowTitle(QStringLiteral("Help"));
     auto *browser = new QTextBrowser(&dialog);
+    browser->setAccessibleName(dialog.windowTitle());
     showFirstPage(browser);
+    new lumi::DragScroll(browser);
     auto *column = new QVBoxLayout(&dialog);
     column->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
     column->setSpacing(kMargin);

@@ -19,6 +19,8 @@
 #include <QCloseEvent>
 #include <QDir>
 #include <QPointer>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTest>
 
 #include <memory>
@@ -105,6 +107,7 @@ private Q_SLOTS:
     void init();
     void cleanup();
     void cleanupTestCase();
+    void aSmallWindowScrollsTheForm();
     void startsWithTheTopMenu();
     void formIsShownByTheEventLoop();
     void switchIsPosted();
@@ -123,6 +126,7 @@ private Q_SLOTS:
     void requestWaitsForAFormThatIsBeingMade();
     void onlyTheCurrentFormHearsOfCards();
     void closeIsRefusedWhileForbidden();
+    void onlyAnIdleWindowIsClosed();
     void acceptedCloseStopsEvents();
     void afterTheCloseTheToolBarGetsNothing();
     void closeNeverDeletesTheWindow();
@@ -163,13 +167,28 @@ void TestMainWindow::startsWithTheTopMenu()
 {
     const MainWindow window;
     QVERIFY(qobject_cast<FormTop *>(window.currentForm()) != nullptr);
-    QCOMPARE(window.centralWidget(), window.currentForm());
     QCOMPARE(window.currentForm()->formId(), 0);
     QCOMPARE(window.currentForm()->previousForm(), -1);
     QCOMPARE(window.windowTitle(), QStringLiteral("Lumi Vault"));
     QCOMPARE(window.size(), QSize(640, 480));
     QVERIFY(!window.toolBar()->isMovable());
     QVERIFY(window.findChildren<QPEToolBar *>() == QList<QPEToolBar *>{window.toolBar()});
+}
+
+void TestMainWindow::aSmallWindowScrollsTheForm()
+{
+    m_window->show();
+    QCoreApplication::processEvents();
+    const auto *area = m_window->findChild<QScrollArea *>();
+    QVERIFY(area != nullptr);
+    QCOMPARE(area->horizontalScrollBar()->maximum(), 0);
+    QCOMPARE(area->verticalScrollBar()->maximum(), 0);
+    m_window->currentForm()->setMinimumSize(500, 400);
+    m_window->resize(300, 300);
+    QCOMPARE(m_window->size(), QSize(300, 300));
+    QTRY_VERIFY(area->verticalScrollBar()->maximum() > 0);
+    QVERIFY(area->horizontalScrollBar()->maximum() > 0);
+    QCOMPARE(m_window->currentForm()->size(), QSize(500, 400));
 }
 
 void TestMainWindow::formIsShownByTheEventLoop()
@@ -191,7 +210,6 @@ void TestMainWindow::switchIsPosted()
     QVERIFY(!old);
     QVERIFY(qobject_cast<FormFile *>(m_window->currentForm()) != nullptr);
     QCOMPARE(m_window->windowTitle(), QStringLiteral("Lumi Vault"));
-    QCOMPARE(m_window->centralWidget(), m_window->currentForm());
     QTRY_VERIFY(m_window->currentForm()->isVisible());
 }
 
@@ -386,6 +404,22 @@ void TestMainWindow::closeIsRefusedWhileForbidden()
     QVERIFY(m_window->close());
     QVERIFY(!m_window->isVisible());
     QVERIFY(lumi::shutDownFlag());
+}
+
+void TestMainWindow::onlyAnIdleWindowIsClosed()
+{
+    FormBase *form = m_window->currentForm();
+    {
+        const lumi::BusyScope busy(form);
+        m_window->closeIfIdle();
+        QVERIFY(m_window->isVisible());
+    }
+    form->forbidClose();
+    m_window->closeIfIdle();
+    QVERIFY(m_window->isVisible());
+    form->allowClose();
+    m_window->closeIfIdle();
+    QVERIFY(!m_window->isVisible());
 }
 
 void TestMainWindow::acceptedCloseStopsEvents()

@@ -1,17 +1,20 @@
 // SPDX-License-Identifier: MIT
 #include "app/common/getText.h"
+#include "platform/session/QuitRequest.h"
 #include "tests/support/TestMain.h"
 #include "tests/support/rows.h"
 
 #include <QAbstractButton>
 #include <QApplication>
 #include <QDialog>
+#include <QDialogButtonBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QTest>
 #include <QTimer>
 #include <QVBoxLayout>
 
+#include <csignal>
 #include <functional>
 
 using Visitor = std::function<void(QDialog *, QLineEdit *)>;
@@ -29,6 +32,7 @@ private Q_SLOTS:
     void maximumLength_data();
     void maximumLength();
     void looks();
+    void isNotShownWhenTheProgramIsAskedToEnd();
 
 private:
     /// Runs the visitor on the dialog once it is up; it must end the dialog.
@@ -136,7 +140,10 @@ void TestGetText::looks()
         QVERIFY(line->height() >= 40); // large enough for a finger
         QCOMPARE(dialog->layout()->contentsMargins(), QMargins(4, 4, 4, 4));
         QCOMPARE(dialog->layout()->spacing(), 4);
-        QVERIFY(dialog->findChildren<QAbstractButton *>().isEmpty());
+        const auto *row = dialog->findChild<QDialogButtonBox *>();
+        QVERIFY(row != nullptr);
+        QCOMPARE(row->standardButtons(), QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
+        QCOMPARE(dialog->findChildren<QAbstractButton *>().size(), 2);
         auto *label = dialog->findChild<QLabel *>();
         QVERIFY(label != nullptr);
         QCOMPARE(label->text(), QStringLiteral("Enter:"));
@@ -145,6 +152,17 @@ void TestGetText::looks()
         dialog->reject();
     });
     QVERIFY(text.isNull());
+}
+
+void TestGetText::isNotShownWhenTheProgramIsAskedToEnd()
+{
+    const lumi::QuitRequest request;
+    ::raise(SIGTERM);
+    const QString text = ask([](QDialog *dialog, QLineEdit *) {
+        dialog->reject();
+    });
+    QCOMPARE(text, QStringLiteral("no dialog was seen"));
+    QVERIFY(getText(nullptr, {}, {}, QStringLiteral("text"), 0).isNull());
 }
 
 LUMI_TEST(TestGetText)

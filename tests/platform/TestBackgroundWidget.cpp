@@ -32,6 +32,7 @@ private Q_SLOTS:
     void partialPaintsFit();
     void nullMeansPlain();
     void childrenAreSpared();
+    void childrenWithoutALayoutFit();
 };
 
 void TestBackgroundWidget::tilesFromTheTopLeft()
@@ -84,6 +85,14 @@ void TestBackgroundWidget::childrenAreSpared()
     QCOMPARE(shown.pixel(15, 15), qRgb(0, 0, 255));
     QCOMPARE(shown.pixel(29, 29), qRgb(0, 0, 255));
     QCOMPARE(shown.pixel(35, 35), qRgb(0, 0, 77));
+}
+
+void TestBackgroundWidget::childrenWithoutALayoutFit()
+{
+    BackgroundWidget widget;
+    QWidget child(&widget);
+    child.setGeometry(30, 40, 100, 20);
+    QCOMPARE(widget.minimumSizeHint(), QSize(130, 60));
 }
 
 LUMI_TEST(TestBackgroundWidget)

@@ -6,6 +6,7 @@
 #include <QDataStream>
 #include <QElapsedTimer>
 #include <QGuiApplication>
+#include <QRasterWindow>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -34,6 +35,7 @@ private Q_SLOTS:
     void aProgramThatWasNeverInFrontReportsNothing();
     void afterComingBackItIsReportedAgain();
     void theApplicationsStateIsFollowed();
+    void aMinimisedWindowIsNoOtherProgram();
 
 private:
     std::unique_ptr<ForegroundWatcher> m_watcher;
@@ -118,6 +120,20 @@ void TestForegroundWatcher::afterComingBackItIsReportedAgain()
     m_watcher->stateChanged(Qt::ApplicationHidden);
     QTest::qWait(kLongMs);
     QCOMPARE(m_spy->count(), 2);
+}
+
+void TestForegroundWatcher::aMinimisedWindowIsNoOtherProgram()
+{
+    QRasterWindow window;
+    window.setFlag(Qt::WindowDoesNotAcceptFocus);
+    window.showMinimized();
+    QCoreApplication::processEvents();
+    m_watcher->stateChanged(Qt::ApplicationActive);
+    m_watcher->stateChanged(Qt::ApplicationInactive);
+    QTest::qWait(kLongMs);
+    QCOMPARE(m_spy->count(), 0);
+    window.hide();
+    QTRY_COMPARE(m_spy->count(), 1);
 }
 
 void TestForegroundWatcher::theApplicationsStateIsFollowed()

@@ -2,6 +2,7 @@
 #include "platform/screen/PanelStyle.h"
 #include "platform/screen/panel.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/contrast.h"
 
 #include <QMainWindow>
 #include <QMenu>
@@ -21,6 +22,8 @@ class TestPanelStyle : public QObject
 private Q_SLOTS:
     void isTheApplicationsStyle();
     void whatIsChosenIsOrange();
+    void aDarkDesktopChangesNoColour();
+    void textsCanBeRead();
     void aToolBarLooksLikeItsMenuBar();
     void entriesOfMenusAreHighEnough();
     void separatorsTakeNoMoreRoomThanUsual();
@@ -39,6 +42,28 @@ void TestPanelStyle::whatIsChosenIsOrange()
     const QPalette palette = QApplication::palette();
     QCOMPARE(palette.color(QPalette::Highlight), QColor(0xE8, 0x94, 0x5A));
     QCOMPARE(palette.color(QPalette::HighlightedText), QColor(Qt::black));
+}
+
+void TestPanelStyle::aDarkDesktopChangesNoColour()
+{
+    const QPalette before = QApplication::palette();
+    QPalette dark(Qt::black);
+    QApplication::style()->polish(dark);
+    QCOMPARE(dark, before);
+    QVERIFY(before.color(QPalette::Window).lightness() > 200);
+    QVERIFY(before.color(QPalette::Base).lightness() > 200);
+}
+
+void TestPanelStyle::textsCanBeRead()
+{
+    const QPalette palette = QApplication::palette();
+    const auto contrast = [&palette](QPalette::ColorRole text, QPalette::ColorRole ground) {
+        return lumi::test::contrast(palette.color(text), palette.color(ground));
+    };
+    QVERIFY(contrast(QPalette::WindowText, QPalette::Window) >= 4.5);
+    QVERIFY(contrast(QPalette::Text, QPalette::Base) >= 4.5);
+    QVERIFY(contrast(QPalette::ButtonText, QPalette::Button) >= 4.5);
+    QVERIFY(contrast(QPalette::HighlightedText, QPalette::Highlight) >= 4.5);
 }
 
 void TestPanelStyle::aToolBarLooksLikeItsMenuBar()

@@ -27,6 +27,9 @@ private Q_SLOTS:
     void aSmallPhotoIsNeverDecodedAgain();
     void zoomEndsAtItsLimits();
     void fitComesBack();
+    void aResizedWindowFitsAgain();
+    void aLargerWindowDecodesAgain();
+    void aZoomedPictureKeepsItsZoom();
     void zoomingDuringADecode();
     void buttonsFollowTheZoom();
     void theFitButtonFits();
@@ -114,6 +117,47 @@ void TestViewerZoom::fitComesBack()
     QVERIFY(image->calls.isEmpty());
     m_it->viewer->zoomIn();
     QVERIFY(image->calls.isEmpty());
+}
+
+void TestViewerZoom::aResizedWindowFitsAgain()
+{
+    ScriptedImage *image = showOne();
+    image->calls.clear();
+    const int before = fit(kPhoto);
+    m_it->viewer->resize(320, 480);
+    QVERIFY(fit(kPhoto) < before);
+    QTRY_COMPARE(shownPercent(), QString::asprintf("%d%%", fit(kPhoto)));
+    QVERIFY(image->calls.isEmpty());
+}
+
+void TestViewerZoom::aLargerWindowDecodesAgain()
+{
+    ScriptedImage *first = showOne();
+    auto *second = m_it->add(QStringLiteral("b.jpg"), kPhoto, 2);
+    m_it->viewer->resize(320, 480);
+    QTRY_COMPARE(shownPercent(), QString::asprintf("%d%%", fit(kPhoto)));
+    m_it->viewer->btn_next_cliced();
+    second->finish();
+    QVERIFY(m_it->waitForLook());
+    first->calls.clear();
+    second->calls.clear();
+    m_it->viewer->resize(640, 480);
+    QTRY_VERIFY(m_it->isDecoding());
+    QCOMPARE(second->calls.first(), QStringLiteral("release"));
+    QCOMPARE(second->calls.size(), 2);
+    second->finish();
+    QVERIFY(m_it->waitForLook());
+    QCOMPARE(shownPercent(), QString::asprintf("%d%%", fit(kPhoto)));
+    QVERIFY(first->calls.isEmpty());
+}
+
+void TestViewerZoom::aZoomedPictureKeepsItsZoom()
+{
+    showOne(QSize(100, 100), 1);
+    m_it->viewer->zoomOut();
+    m_it->viewer->resize(320, 480);
+    QTest::qWait(300); // longer than the viewer waits for a final size
+    QCOMPARE(shownPercent(), QStringLiteral("400%"));
 }
 
 void TestViewerZoom::zoomingDuringADecode()
