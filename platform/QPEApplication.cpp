@@ -3,6 +3,7 @@
 
 #include "platform/Machine.h"
 #include "platform/MachineProfile.h"
+#include "platform/Resource.h"
 #include "platform/cards/DesktopCards.h"
 #include "platform/cards/MountWatcher.h"
 #include "platform/keys/keyTranslation.h"
@@ -121,6 +122,7 @@ QPEApplication::QPEApplication(int &argc, char **argv, Type /*type*/)
 {
     setAttribute(Qt::AA_DontUseNativeDialogs);
     setAttribute(Qt::AA_DontUseNativeMenuBar);
+    setDesktopFileName(QStringLiteral("lumivault"));
     setStyle(new lumi::PanelStyle);
     new lumi::TouchJudge(this);
     lumi::MachineProfile::fixNamedFile();
@@ -142,6 +144,7 @@ void QPEApplication::startAgents()
 void QPEApplication::showMainWidget(QWidget *widget, bool noMaximize)
 {
     m_mainWidget = widget;
+    widget->setWindowIcon(Resource::loadPixmap(QStringLiteral("lumivault/lumivault")));
     widget->resize(lumi::kPanelSize);
     if (noMaximize || widget->screen()->availableSize().width() > kWidestPanel) {
         widget->show();

@@ -3,7 +3,10 @@
 #include "tests/support/FakeMachine.h"
 #include "tests/support/TestMain.h"
 
+#include <QDir>
 #include <QElapsedTimer>
+#include <QIcon>
+#include <QImage>
 #include <QScreen>
 #include <QSignalSpy>
 #include <QTest>
@@ -49,6 +52,7 @@ private Q_SLOTS:
     void theKeyboardIsTheMachines();
     void theMainWindowFillsASmallScreen();
     void theMainWindowMayStaySmall();
+    void theMainWindowHasTheProgramsIcon();
     void theDesktopIsTheScreen();
     void aWindowIsPaintedBeforeWorkBegins();
     void waitingForAHiddenWindowReturnsAtOnce();
@@ -90,6 +94,21 @@ void TestQPEApplication::theMainWindowMayStaySmall()
     QVERIFY(window.isVisible());
     QVERIFY(!window.isMaximized());
     QCOMPARE(finalSize(window), QSize(640, 480));
+}
+
+void TestQPEApplication::theMainWindowHasTheProgramsIcon()
+{
+    auto *machine = lumi::test::FakeMachine::install();
+    machine->resources = machine->folder.path();
+    const QString pixmaps = machine->resources + QStringLiteral("/pixmaps/lumivault");
+    QVERIFY(QDir().mkpath(pixmaps));
+    QImage icon(16, 16, QImage::Format_RGB32);
+    icon.fill(Qt::red);
+    QVERIFY(icon.save(pixmaps + QStringLiteral("/lumivault.png")));
+    QWidget window;
+    QVERIFY(window.windowIcon().isNull());
+    qobject_cast<QPEApplication *>(qApp)->showMainWidget(&window, true);
+    QCOMPARE(window.windowIcon().pixmap(16).toImage().pixelColor(8, 8), QColor(Qt::red));
 }
 
 void TestQPEApplication::theDesktopIsTheScreen()
