@@ -52,8 +52,8 @@ public:
 private:
     struct KeyRow
     {
-        int code;
-        int key;
+        int code = 0;
+        int key = 0;
         Qt::KeyboardModifiers modifiers;
     };
 

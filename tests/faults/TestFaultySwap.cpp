@@ -143,8 +143,9 @@ QString TestFaultySwap::judge(const Ending &ending)
             return it.key() + QStringLiteral(" is not whole");
         }
     }
+    // A start that can't see how the thumbnails are turned empties the store.
     const bool isDone = !ending.isKilled && ending.result == 0;
-    if (isDone && made.size() != 2) {
+    if (isDone && made.keys().filter(QStringLiteral("b.jpg")).size() != 1) {
         return QStringLiteral("reported as stored, but was not");
     }
     // After a run that did not end, the next run reports it in a box and empties the store.
