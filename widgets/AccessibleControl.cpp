@@ -3,6 +3,7 @@
 
 #include <QAccessibleWidget>
 #include <QApplication>
+#include <QWidget>
 
 namespace {
 
