@@ -102,7 +102,7 @@ void MainWindow::replaceForm(FormMaker make)
     m_form = make(this, m_toolBar);
     m_form->installEventFilter(this);
     connect(m_form, &FormBase::busyReleased, this, &MainWindow::runWaiting, Qt::QueuedConnection);
-    // Taken out first, because setWidget() would delete the old form.
+    // The old form is taken out first, because setWidget() would delete it.
     m_area->takeWidget();
     m_area->setWidget(m_form);
     m_form->hide(); // until it is started

@@ -29,7 +29,8 @@ struct OpenedPhoto
 /// have. The lines of the session are as stored.
 [[nodiscard]] OpenedPhoto openPhoto(const QString &path, const QSize *wanted, DecodeFor purpose);
 
-/// size is upright, or (-1, -1) if the header cannot be read or decoding cannot begin; error is as above.
+/// size is upright, or (-1, -1) if the header cannot be read or decoding cannot begin. error is as
+/// above.
 struct PhotoSize
 {
     QSize size{-1, -1};

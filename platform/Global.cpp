@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/Global.h"
 
+#include "platform/session/windowSystem.h"
+
 #include <QGuiApplication>
 #include <QInputMethod>
 
@@ -8,8 +10,7 @@ void Global::hideInputMethod()
 {
     // Qt 6.4 on Wayland crashes here while the compositor has no seat. In that case no window has
     // the focus, and there is no keyboard to hide.
-    if (QGuiApplication::focusWindow() != nullptr
-        || !QGuiApplication::platformName().startsWith(QLatin1String("wayland"))) {
+    if (QGuiApplication::focusWindow() != nullptr || !lumi::isWayland()) {
         QGuiApplication::inputMethod()->hide();
     }
 }

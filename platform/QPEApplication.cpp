@@ -14,6 +14,7 @@
 #include "platform/session/NoticeAgent.h"
 #include "platform/session/QCopHub.h"
 #include "platform/session/ScreenSaverAgent.h"
+#include "platform/session/windowSystem.h"
 #include "platform/touch/TouchJudge.h"
 
 #include <QElapsedTimer>
@@ -37,11 +38,6 @@ constexpr int kSteadyMs = 30;
 int heldCount = 0;
 QSize heldSize;
 
-bool isWayland()
-{
-    return QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
-}
-
 bool isExposed(const QWidget *widget)
 {
     const QWindow *window = widget->window()->windowHandle();
@@ -64,7 +60,7 @@ void waitForEvent(const QElapsedTimer &timer, int ms)
 /// Prepares a window for being shown maximized or full screen.
 void fitInto(QWidget *widget, const QRect &room)
 {
-    if (!isWayland()) {
+    if (!lumi::isWayland()) {
         // Without a window manager the window would not get this size.
         widget->setGeometry(room);
         return;

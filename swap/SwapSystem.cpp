@@ -101,8 +101,8 @@ QString SwapSystem::uprightPath() const
     return m_swapFolder + QStringLiteral("/.SwapMng.upright");
 }
 
-/// Stores of earlier versions have no such file. It changes last, so that an interrupted start is
-/// repeated.
+/// Stores of earlier versions have no file that says "upright". The file is changed last, so that the
+/// next start repeats an interrupted one.
 void SwapSystem::emptyIfTurnedOtherwise()
 {
     const bool isUpright = Machine::instance().showsUpright();

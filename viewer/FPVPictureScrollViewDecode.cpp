@@ -238,14 +238,14 @@ void FPVPictureScrollView::redrawPicture()
     }
 }
 
-/// Of the viewport, left and above the picture.
+/// The width of the empty area to the left of the picture, and the height of that above it.
 QSize FPVPictureScrollView::drawnMargin() const
 {
     const QSize drawn = m_rasterSize * drawnPercent() / lumi::kFullSize;
     return ((m_scrollView->viewport()->size() - drawn) / 2).expandedTo(QSize(0, 0));
 }
 
-/// Like the buttons, which a decode hides.
+/// Does nothing during a decode. The buttons for the same steps are hidden then, too.
 void FPVPictureScrollView::swipe(bool isToNext)
 {
     if (isDecodingLook()) {

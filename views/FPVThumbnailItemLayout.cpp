@@ -163,7 +163,7 @@ void FPVThumbnailItem::applyFocus()
     m_frame = frameKind();
     const bool wasFocused = std::exchange(m_isFocused, m_focusMark && hasFocus());
     if (m_isFocused && !wasFocused) {
-        // If the view has just got the focus, Qt reports that after this.
+        // Qt may still have to report the focus of the view. The cell must be reported after it.
         QMetaObject::invokeMethod(this, &FPVThumbnailItem::tellFocus, Qt::QueuedConnection);
     }
     // Nothing behind the frame is visible then.

@@ -2,11 +2,10 @@
 #include "platform/cards/SlotLinks.h"
 
 #include "platform/cards/CardSlots.h"
+#include "platform/session/runtimePath.h"
 
-#include <QCryptographicHash>
 #include <QDir>
 #include <QFile>
-#include <QStandardPaths>
 
 #include <cstdio>
 
@@ -14,20 +13,11 @@
 
 namespace {
 
-QString homeName()
-{
-    constexpr int kDigits = 8;
-    const QByteArray home = QFile::encodeName(QDir::homePath());
-    return QString::fromLatin1(
-        QCryptographicHash::hash(home, QCryptographicHash::Sha1).toHex().left(kDigits));
-}
-
 /// The folder of the links; empty without a runtime folder.
 QString linksFolder()
 {
-    const QString runtime = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
-    return runtime.isEmpty() ? QString()
-                             : runtime + QLatin1String("/lumivault-cards-") + homeName();
+    const QString path = lumi::runtimePath(QDir::homePath());
+    return path.isEmpty() ? QString() : path + QLatin1String("-cards");
 }
 
 } // namespace

@@ -20,7 +20,7 @@ std::optional<Slot> kindOfMedia(const QString &media)
     return media.startsWith(QLatin1String("flash_sd")) ? std::optional(Slot::SD) : std::nullopt;
 }
 
-/// The medium that is in counts; if it is unknown, those that the drive takes.
+/// The kind of the inserted medium. If that is unknown, the first known kind that the drive takes.
 std::optional<Slot> kindOf(const QVariantMap &drive)
 {
     const QString media = drive.value(QStringLiteral("Media")).toString();

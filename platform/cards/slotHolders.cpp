@@ -22,7 +22,7 @@ SlotHolders lumi::fillSlots(const QList<Slot> &all, const SlotHolders &before,
                             QList<CardSource> sources)
 {
     SlotHolders now;
-    // Puts a source into the slot and says whether it is free no longer.
+    // Puts the source into the slot if it is free. Returns whether it was free.
     const auto take = [&](Slot slot, const CardSource &source) {
         const bool isFree = all.contains(slot) && !now.contains(slot);
         if (isFree) {

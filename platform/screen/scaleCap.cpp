@@ -2,6 +2,7 @@
 #include "platform/screen/scaleCap.h"
 
 #include "platform/screen/panel.h"
+#include "platform/session/windowSystem.h"
 
 #include <QByteArray>
 #include <QGuiApplication>
@@ -16,10 +17,10 @@ namespace {
 constexpr const char *kDoneVariable = "LUMIVAULT_SCALE_CAPPED";
 constexpr const char *kFactorVariable = "QT_SCALE_FACTOR";
 
-/// The part of the ratio that no variable changes: on Wayland the compositor sets it.
+/// The part of the ratio that the environment cannot change. On Wayland the compositor sets it.
 qreal fixedRatio(qreal ratio)
 {
-    if (!QGuiApplication::platformName().startsWith(QLatin1String("wayland"))) {
+    if (!lumi::isWayland()) {
         return 1;
     }
     const qreal factor = qEnvironmentVariable(kFactorVariable).toDouble();

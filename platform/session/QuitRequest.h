@@ -2,7 +2,7 @@
 // A request to end the program that does not come from its window: SIGTERM, SIGINT, SIGHUP, or the
 // end of the desktop's session. It is only noted. Long work asks isPending() and ends early.
 // While a request is pending, open menus and dialogs are closed as by Escape, the topmost first.
-// Dialogs that would open by themselves must not open: who opens them asks isPending() first.
+// Code that opens a dialog without a request of the user checks isPending() first.
 // A signal that was ignored at the start stays ignored, so that nohup works.
 // Owns: the signal handlers. The destructor restores the old ones.
 #pragma once

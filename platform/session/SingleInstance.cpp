@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "platform/session/SingleInstance.h"
 
-#include <QCryptographicHash>
+#include "platform/session/runtimePath.h"
+
 #include <QDeadlineTimer>
 #include <QFile>
-#include <QFileInfo>
 #include <QSocketNotifier>
-#include <QStandardPaths>
 #include <QThread>
 
 #include <array>
@@ -33,15 +32,6 @@ constexpr int kWaitingCalls = 16;
 /// The first byte of a message. The token follows.
 constexpr char kCall = 'c';
 constexpr char kAnswer = 'a';
-
-/// Paths that lead to the same home give the same name.
-QString nameOf(const QString &home)
-{
-    const QString canonical = QFileInfo(home).canonicalFilePath();
-    const QByteArray path = QFile::encodeName(canonical.isEmpty() ? home : canonical);
-    const QByteArray hash = QCryptographicHash::hash(path, QCryptographicHash::Sha1);
-    return QLatin1String("lumivault-") + QString::fromLatin1(hash.toHex().left(16));
-}
 
 /// Null if the path is too long for a socket.
 std::optional<sockaddr_un> addressOf(const QByteArray &path)
@@ -81,11 +71,11 @@ Descriptor makeSocket(int flags)
 
 lumi::SingleInstance::SingleInstance(const QString &home)
 {
-    const QString folder = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
-    if (folder.isEmpty()) {
+    const QString path = runtimePath(home);
+    if (path.isEmpty()) {
         return;
     }
-    m_path = QFile::encodeName(folder + QLatin1Char('/') + nameOf(home));
+    m_path = QFile::encodeName(path);
     const QDeadlineTimer deadline(kPatienceSeconds * 1000);
     while (!lock()) {
         if (callFirst() || deadline.hasExpired()) {
@@ -121,7 +111,7 @@ bool lumi::SingleInstance::lock()
     return !isHeld;
 }
 
-/// False if nobody listens, or if the first start ends before it answers.
+/// False if nobody listens, or if the first process ends before it answers.
 bool lumi::SingleInstance::callFirst() const
 {
     const Descriptor socket = makeSocket(0);

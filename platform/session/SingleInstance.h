@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Lets the program run once per home, because two programs would empty each other's swap store.
-// The first start holds a lock in the runtime directory. A later start calls the first one through
-// a socket beside the lock, so that its window comes to the front.
+// The first process holds a lock in the runtime directory. A later process calls the first one
+// through a socket beside the lock, so that its window comes to the front.
 // The kernel releases the lock when the process ends, also when it is killed.
-// Without a usable runtime directory every start counts as the first.
+// Without a usable runtime directory every process counts as the first.
 // Owns: the lock and the socket.
 #pragma once
 
@@ -19,9 +19,9 @@ class SingleInstance : public QObject
     Q_OBJECT
 
 public:
-    /// Waits until this start holds the lock, or until the first start has answered the call. The
-    /// first start may just be ending. If it does not answer for 5 seconds, it is busy and answers
-    /// the call later.
+    /// Waits until this process holds the lock, or until the first process has answered the call,
+    /// at most 5 seconds. It gets the lock if the first process ends meanwhile. A busy first process
+    /// answers the call later.
     /// @param home programs with different homes run side by side
     explicit SingleInstance(const QString &home);
     ~SingleInstance() override;
@@ -29,7 +29,7 @@ public:
     [[nodiscard]] bool isFirst() const { return m_isFirst; }
 
 Q_SIGNALS:
-    /// Another start has called.
+    /// A later process has called.
     /// @param token its activation token, which a Wayland compositor may require for bringing a
     ///        window to the front; often empty
     void startedAgain(const QByteArray &token);

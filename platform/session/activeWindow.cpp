@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/session/activeWindow.h"
 
+#include "platform/session/windowSystem.h"
+
 #include <QGuiApplication>
 #include <QWindow>
 
@@ -62,7 +64,7 @@ bool lumi::isOtherProgramActive()
     if (std::any_of(windows.begin(), windows.end(), isMinimised)) {
         return false;
     }
-    if (QGuiApplication::platformName() != QLatin1String("xcb")) {
+    if (!isX11()) {
         return true;
     }
     const auto *x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();

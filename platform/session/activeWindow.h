@@ -3,9 +3,9 @@
 
 namespace lumi {
 
-/// Whether a window of another program is active, for a program whose own windows are not. It is
-/// not if one of the own windows is minimised, or if X11 says that no window is active, as while a
-/// menu of the window manager is open. Other window systems don't tell: then it is.
+/// Whether a window of another program is active. Call it while no own window is active. False if
+/// an own window is minimised. On X11 also false if no window is active, for example while a menu of
+/// the window manager is open. Other window systems don't tell, so the result is true there.
 [[nodiscard]] bool isOtherProgramActive();
 
 } // namespace lumi

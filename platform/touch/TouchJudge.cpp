@@ -112,7 +112,7 @@ void lumi::TouchJudge::moveTo(QPointF position)
     }
 }
 
-/// A finger that is on its way may still swipe.
+/// Called when the finger has been down for kRestMs. A finger that is moving may still swipe.
 void lumi::TouchJudge::decide()
 {
     const auto left = kSwipeMs - m_sinceStart.elapsed();
@@ -125,7 +125,7 @@ void lumi::TouchJudge::decide()
     }
 }
 
-/// The press comes where the finger began, then a move to where it is now.
+/// Sends the press at the place where the finger went down, then a move to its present place.
 void lumi::TouchJudge::press()
 {
     const QStyleHints *hints = QGuiApplication::styleHints();
@@ -195,7 +195,7 @@ void lumi::TouchJudge::pinch(const QTouchEvent &event)
     const auto &points = event.points();
     const QPointF centre = (points[0].globalPosition() + points[1].globalPosition()) / 2;
     PinchEvent gesture(isApart, centre.toPoint());
-    // Nobody has to accept it: two fingers never press.
+    // Two fingers never press, whether or not a widget accepts the pinch.
     static_cast<void>(offer(&gesture, centre));
 }
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Tells swipes and pinches of fingers from presses before a press reaches a widget. A finger that
-// rests, or that does nothing a widget accepts as a gesture, becomes press, moves and release of
-// the left mouse button. Mouse and pen are not touch events and pass unchanged.
+// rests, or whose gesture no widget accepts, becomes press, moves and release of the left mouse
+// button. Mouse and pen are not touch events and pass unchanged.
 #pragma once
 
 #include <QElapsedTimer>
@@ -24,9 +24,9 @@ class TouchJudge : public QObject
 public:
     /// A finger that has not moved for this long presses.
     static constexpr int kRestMs = 150;
-    /// A finger that has moved less than kSwipeLength until now presses.
+    /// A finger that has moved less than kSwipeLength in this time presses.
     static constexpr int kSwipeMs = 500;
-    /// Logical pixels.
+    /// The least movement of a swipe, in logical pixels.
     static constexpr int kSwipeLength = 40;
     /// A pinch makes a step whenever the distance of the fingers has changed by this factor.
     static constexpr double kPinchStep = 1.25;

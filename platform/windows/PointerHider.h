@@ -17,7 +17,7 @@ class PointerHider : public QObject
 public:
     static constexpr int kDelayMs = 1000;
 
-    /// The widget becomes the parent. It gets moves without a button from now on; they end here.
+    /// The widget becomes the parent. Mouse moves without a pressed button do not reach it.
     explicit PointerHider(QWidget *widget);
 
 protected:

@@ -84,7 +84,8 @@ QByteArray segmentsOf(const QByteArray &jpeg)
     return found;
 }
 
-/// The colours in the middle of the quarters: red, blue or none.
+/// The colours at the centres of the picture's quarters, row by row: "r" for red, "b" for blue, "-"
+/// for any other.
 QByteArray quartersOf(const QImage &image)
 {
     QByteArray colours;

@@ -42,7 +42,7 @@ QString lineOf(const QAccessibleInterface *element)
     return line;
 }
 
-/// All visible elements that take input, below this one.
+/// All visible descendants of the element that take input.
 void collect(QAccessibleInterface *element, QList<QAccessibleInterface *> *found)
 {
     for (int i = 0; i < element->childCount(); ++i) {

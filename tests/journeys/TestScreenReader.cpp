@@ -289,7 +289,7 @@ void TestScreenReader::theReportOfAnImport()
         });
 }
 
-/// Every step is a Press action of a named element.
+/// The user does every step by the Press action of an element, which is found by its name.
 void TestScreenReader::aReaderAloneFindsItsWay()
 {
     const auto press = [this](const char *name) {
