@@ -85,7 +85,7 @@ enum Need { Item, Photo, Checked, Checks, Clip, NeedCount };
 struct NeedRow
 {
     int id = AnyId;
-    Need need;
+    Need need = NeedCount;
 };
 
 constexpr NeedRow kNeeds[] = {

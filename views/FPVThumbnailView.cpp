@@ -237,9 +237,9 @@ void FPVThumbnailView::fillPage()
             m_current = cell;
             cell->setFocusMark(true, true);
             Q_EMIT selected(item);
-            if (!page || page->isStopped()) {
-                return;
-            }
+        }
+        if (!page || page->isStopped()) {
+            return;
         }
     }
     m_loadCursor = itemCount();

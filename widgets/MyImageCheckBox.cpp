@@ -9,7 +9,7 @@ MyImageCheckBox::MyImageCheckBox(const QPixmap &checked, const QPixmap &unchecke
     , m_unchecked(unchecked)
 {
     setFocusPolicy(Qt::NoFocus);
-    setFixedSize(sizeHint());
+    setFixedSize(MyImageCheckBox::sizeHint());
 }
 
 QSize MyImageCheckBox::sizeHint() const

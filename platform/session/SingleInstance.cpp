@@ -23,7 +23,7 @@ using lumi::Descriptor;
 
 namespace {
 
-constexpr int kPatienceSeconds = 5;
+constexpr std::chrono::seconds kPatience(5);
 constexpr int kRetryMs = 20;
 /// A caller sends its message right after it has connected.
 constexpr timeval kMessageTime{0, 100000};
@@ -76,7 +76,7 @@ lumi::SingleInstance::SingleInstance(const QString &home)
         return;
     }
     m_path = QFile::encodeName(path);
-    const QDeadlineTimer deadline(kPatienceSeconds * 1000);
+    const QDeadlineTimer deadline(kPatience);
     while (!lock()) {
         if (callFirst() || deadline.hasExpired()) {
             m_isFirst = false;
@@ -115,7 +115,7 @@ bool lumi::SingleInstance::lock()
 bool lumi::SingleInstance::callFirst() const
 {
     const Descriptor socket = makeSocket(0);
-    limitTime(socket, {kPatienceSeconds, 0});
+    limitTime(socket, {kPatience.count(), 0});
     const QByteArray message = kCall + qgetenv("XDG_ACTIVATION_TOKEN");
     const auto size = static_cast<std::size_t>(message.size());
     if (!attach(::connect, socket, socketPath())
