@@ -102,30 +102,27 @@ void lumi::DesktopCards::update()
 void lumi::DesktopCards::mountNew(const QList<RemovableDrive> &drives)
 {
     QSet<QString> now;
-    QStringList unmounted;
     for (const RemovableDrive &drive : drives) {
-        now += QSet<QString>(drive.devices.begin(), drive.devices.end());
-        unmounted += drive.unmounted;
+        const QString name = drive.path;
+        now.insert(name);
+        if (!m_drives.contains(name)) {
+            QTimer::singleShot(kDesktopMountsMs, this, [this, name] {
+                mountIfUnused(name);
+            });
+        }
     }
-    unmounted.removeIf([this](const QString &device) {
-        return m_devices.contains(device);
-    });
-    for (const QString &device : std::as_const(unmounted)) {
-        QTimer::singleShot(kDesktopMountsMs, this, [this, device] {
-            mountIfUnused(device);
-        });
-    }
-    m_devices = now;
+    m_drives = now;
 }
 
-void lumi::DesktopCards::mountIfUnused(const QString &device)
+void lumi::DesktopCards::mountIfUnused(const QString &name)
 {
     const QList<RemovableDrive> drives = removableDrives(m_disks->objects());
+    const auto drive = std::find_if(drives.begin(), drives.end(), [&name](const auto &each) {
+        return each.path == name;
+    });
     const bool isUnused
-        = std::any_of(drives.begin(), drives.end(), [&device](const RemovableDrive &drive) {
-              return drive.folders.isEmpty() && drive.unmounted.contains(device);
-          });
+        = drive != drives.end() && drive->folders.isEmpty() && !drive->unmounted.isEmpty();
     if (isUnused && m_holders.size() < m_slots.size()) {
-        m_disks->mount(device);
+        m_disks->mount(drive->unmounted);
     }
 }

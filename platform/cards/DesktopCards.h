@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Fills the slots that have no mount point of their own with what the desktop mounts: memory cards
-// and removable drives known to UDisks2, cameras and phones known to GVfs. A drive that nobody has
-// mounted soon after its insertion is mounted once; a user may then unmount it.
+// and removable drives known to UDisks2, cameras and phones known to GVfs. If nobody mounts a drive
+// soon after its insertion, or after the start of the program, its first file system is mounted
+// once; a user may then unmount it.
 // Owns: the links of the slots. Does nothing if every slot has a mount point.
 #pragma once
 
@@ -30,13 +31,13 @@ private Q_SLOTS:
 private:
     void update();
     void mountNew(const QList<RemovableDrive> &drives);
-    void mountIfUnused(const QString &device);
+    void mountIfUnused(const QString &name);
 
     QList<Slot> m_slots; ///< those that follow the desktop
     SlotHolders m_holders;
     std::unique_ptr<SlotLinks> m_links;
     std::unique_ptr<DiskService> m_disks;
-    QSet<QString> m_devices; ///< all block devices with a file system at the last update
+    QSet<QString> m_drives; ///< those with a file system at the last update
 };
 
 } // namespace lumi

@@ -31,16 +31,6 @@ lumi::SlotLinks::SlotLinks()
     }
 }
 
-lumi::SlotLinks::~SlotLinks()
-{
-    for (const Slot slot : CardSlots::kAll) {
-        QFile::remove(path(slot));
-    }
-    QFile::remove(m_marker);
-    QDir().rmdir(m_empty);
-    QDir().rmdir(linksFolder());
-}
-
 QString lumi::SlotLinks::path(Slot slot)
 {
     const QString folder = linksFolder();

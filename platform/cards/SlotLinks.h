@@ -2,7 +2,7 @@
 // The fixed paths of the slots that follow the desktop's mounts: one link per slot in a folder of the
 // user's runtime folder. A link leads to the folder of a card, or to an empty folder with the marker
 // "NotAvailable". The paths are the same at each start, so the thumbnails of a card are found again.
-// Owns: the folder; it is removed at the end.
+// They stay behind at the end of the program, and go with the runtime folder at the end of the session.
 #pragma once
 
 #include "platform/Machine.h"
@@ -16,9 +16,6 @@ class SlotLinks
 public:
     /// Makes the links of all slots; they lead to the empty folder.
     SlotLinks();
-    ~SlotLinks();
-    SlotLinks(const SlotLinks &) = delete;
-    SlotLinks &operator=(const SlotLinks &) = delete;
 
     /// The path of the slot's link, existing or not. Each home has its own. Empty if there is no
     /// runtime folder.

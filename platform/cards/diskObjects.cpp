@@ -66,26 +66,29 @@ bool isOfTheSystem(const lumi::DiskInterfaces &device)
         || mountPointsOf(device.value(kFilesystem)).contains(QLatin1String("/"));
 }
 
-void addFileSystem(const QString &path, const lumi::DiskInterfaces &device,
+/// False if the device has no file system for users.
+bool addFileSystem(const QString &path, const lumi::DiskInterfaces &device,
                    lumi::RemovableDrive *drive)
 {
     const QVariantMap block = device.value(kBlock);
     const bool isHidden = block.value(QStringLiteral("HintIgnore")).toBool()
         || block.value(QStringLiteral("HintSystem")).toBool();
     if (isHidden || !device.contains(kFilesystem)) {
-        return;
+        return false;
     }
     const QStringList folders = mountPointsOf(device.value(kFilesystem));
-    drive->devices.append(path);
     drive->folders += folders;
-    if (folders.isEmpty() && block.value(QStringLiteral("HintAuto")).toBool()) {
-        drive->unmounted.append(path);
+    const bool isWaiting = folders.isEmpty() && block.value(QStringLiteral("HintAuto")).toBool();
+    if (isWaiting && drive->unmounted.isEmpty()) {
+        drive->unmounted = path;
     }
+    return true;
 }
 
-/// Adds the drive's file systems; false if the system uses the drive.
+/// Adds the drive's file systems; false if there are none, or if the system uses the drive.
 bool addFileSystems(const lumi::DiskObjects &objects, lumi::RemovableDrive *drive)
 {
+    bool hasSome = false;
     for (auto it = objects.begin(); it != objects.end(); ++it) {
         const QVariant owner = it->value(kBlock).value(QStringLiteral("Drive"));
         if (owner.value<QDBusObjectPath>().path() != drive->path) {
@@ -94,9 +97,9 @@ bool addFileSystems(const lumi::DiskObjects &objects, lumi::RemovableDrive *driv
         if (isOfTheSystem(*it)) {
             return false;
         }
-        addFileSystem(it.key().path(), *it, drive);
+        hasSome |= addFileSystem(it.key().path(), *it, drive);
     }
-    return true;
+    return hasSome;
 }
 
 } // namespace
@@ -114,7 +117,7 @@ QList<lumi::RemovableDrive> lumi::removableDrives(const DiskObjects &objects)
     QList<RemovableDrive> drives;
     for (auto it = objects.begin(); it != objects.end(); ++it) {
         const QVariantMap properties = it->value(kDrive);
-        RemovableDrive drive{it.key().path(), kindOf(properties), {}, {}, {}};
+        RemovableDrive drive{it.key().path(), kindOf(properties), {}, {}};
         const bool isCard = drive.kind.has_value() || isRemovableUsb(properties);
         if (isCard && addFileSystems(objects, &drive)) {
             drives.append(drive);

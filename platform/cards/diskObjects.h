@@ -35,13 +35,12 @@ struct RemovableDrive
 {
     QString path;
     std::optional<Slot> kind; ///< none for a drive that is neither a CF nor an SD card
-    QStringList devices;      ///< block devices with a file system
-    QStringList unmounted;    ///< those of them that are to be mounted automatically, but are not
-    QStringList folders;      ///< where the others are mounted
+    QString unmounted;        ///< the first block device that is to be mounted automatically
+    QStringList folders;      ///< where its file systems are mounted
 };
 
-/// The SD and CF cards, and other removable USB drives, in the order of their paths. A drive of which
-/// the system uses a part is left out: many boards run from a card.
+/// The SD and CF cards, and other removable USB drives, that have a file system, in the order of
+/// their paths. A drive of which the system uses a part is left out: many boards run from a card.
 [[nodiscard]] QList<RemovableDrive> removableDrives(const DiskObjects &objects);
 
 } // namespace lumi

@@ -31,7 +31,6 @@ private Q_SLOTS:
     void aLinkLeadsToACardAndBack();
     void whatACrashLeftIsReplaced();
     void eachHomeHasItsOwn();
-    void nothingIsLeftBehind();
     void aFolderThatWasDeletedIsMadeAgain();
 
 private:
@@ -87,16 +86,6 @@ void TestSlotLinks::eachHomeHasItsOwn()
     qputenv("HOME", "/tmp");
     QVERIFY(SlotLinks::path(Slot::CF) != one);
     qputenv("HOME", home);
-}
-
-void TestSlotLinks::nothingIsLeftBehind()
-{
-    QVERIFY(lumi::test::writeFile(m_folder.filePath(QStringLiteral("a.jpg")), "x"));
-    auto links = std::make_unique<SlotLinks>();
-    links->lead(Slot::CF, m_folder.path());
-    links.reset();
-    QVERIFY(!QFileInfo::exists(QFileInfo(SlotLinks::path(Slot::CF)).path()));
-    QVERIFY2(QFileInfo::exists(m_folder.filePath(QStringLiteral("a.jpg"))), "the card is kept");
 }
 
 void TestSlotLinks::aFolderThatWasDeletedIsMadeAgain()
