@@ -25,10 +25,14 @@ bool lumi::DragScroll::eventFilter(QObject *watched, QEvent *event)
         return QObject::eventFilter(watched, event);
     }
     const auto *mouse = static_cast<QMouseEvent *>(event);
+    if (mouse->deviceType() != QInputDevice::DeviceType::TouchScreen) {
+        return false;
+    }
     const QPoint position = mouse->globalPosition().toPoint();
     if (event->type() == QEvent::MouseButtonPress) {
         m_pressed = position;
         m_position = position;
+        m_isDragging = false;
         return false;
     }
     if (!mouse->buttons().testFlag(Qt::LeftButton)) {

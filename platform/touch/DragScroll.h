@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Lets a finger, pen or mouse drag the contents of a scroll area. A drag selects no text and
-// follows no link.
+// Lets a finger drag the contents of a scroll area. A drag selects no text and follows no link. Mouse
+// and pen select text as usual.
 #pragma once
 
 #include <QObject>

@@ -75,6 +75,8 @@ bool lumi::TouchJudge::eventFilter(QObject *watched, QEvent *event)
 void lumi::TouchJudge::begin(QWindow *window, const QTouchEvent &event)
 {
     m_window = window;
+    m_device = event.pointingDevice();
+    m_finger = event.points().first().id();
     m_start = event.points().first().globalPosition();
     m_position = m_start;
     m_sinceStart.start();
@@ -93,7 +95,11 @@ void lumi::TouchJudge::update(const QTouchEvent &event)
     } else if (m_state == State::Pinching && event.points().size() > 1) {
         pinch(event);
     } else {
-        moveTo(event.points().first().globalPosition());
+        for (const QEventPoint &point : event.points()) {
+            if (point.id() == m_finger) {
+                moveTo(point.globalPosition());
+            }
+        }
     }
 }
 
@@ -203,8 +209,9 @@ void lumi::TouchJudge::sendMouse(QEvent::Type type, Qt::MouseButton button,
                                  Qt::MouseButtons buttons) const
 {
     if (m_window) {
-        QMouseEvent event(type, m_window->mapFromGlobal(m_position), m_position, button, buttons,
-                          QGuiApplication::keyboardModifiers());
+        const QPointF inWindow = m_window->mapFromGlobal(m_position);
+        QMouseEvent event(type, inWindow, inWindow, m_position, button, buttons,
+                          QGuiApplication::keyboardModifiers(), m_device);
         QCoreApplication::sendEvent(m_window, &event);
     }
 }

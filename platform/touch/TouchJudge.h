@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Tells swipes and pinches of fingers from presses before a press reaches a widget. A finger that
 // rests, or whose gesture no widget accepts, becomes press, moves and release of the left mouse
-// button. Mouse and pen are not touch events and pass unchanged.
+// button, with the touch screen as their device. Mouse and pen are not touch events and pass
+// unchanged.
 #pragma once
 
 #include <QElapsedTimer>
@@ -12,6 +13,7 @@
 #include <QTimer>
 #include <Qt>
 
+class QPointingDevice;
 class QTouchEvent;
 class QWindow;
 
@@ -53,8 +55,10 @@ private:
     [[nodiscard]] bool offer(QEvent *gesture, QPointF position) const;
 
     QPointer<QWindow> m_window;
+    const QPointingDevice *m_device = nullptr; ///< the touch screen
     State m_state = State::Idle;
-    QPointF m_start; ///< all positions are global
+    int m_finger = 0; ///< the first one of this touch
+    QPointF m_start;  ///< all positions are global
     QPointF m_position;
     double m_span = 0; ///< distance of the fingers at the last step of the pinch
     QElapsedTimer m_sinceStart;

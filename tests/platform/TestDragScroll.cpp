@@ -2,6 +2,8 @@
 #include "platform/touch/DragScroll.h"
 #include "tests/support/TestMain.h"
 
+#include <QMouseEvent>
+#include <QPointingDevice>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
@@ -16,15 +18,30 @@ class TestDragScroll : public QObject
 private Q_SLOTS:
     void init();
     void aDragScrolls();
+    void theMouseMarksText();
     void aDragSelectsAndOpensNothing();
     void aTapFollowsALink();
 
 private:
-    void press(QPoint at) { QTest::mousePress(window(), Qt::LeftButton, {}, at); }
+    /// The mouse events that TouchJudge makes of a finger.
+    void send(QEvent::Type type, QPoint at, Qt::MouseButton button, Qt::MouseButtons buttons) const
+    {
+        static QPointingDevice *const finger = QTest::createTouchDevice();
+        QMouseEvent event(type, at, at, window()->mapToGlobal(at), button, buttons, {}, finger);
+        QCoreApplication::sendEvent(window(), &event);
+    }
 
-    void move(QPoint at) { QTest::mouseMove(window(), at); }
+    void press(QPoint at) const
+    {
+        send(QEvent::MouseButtonPress, at, Qt::LeftButton, Qt::LeftButton);
+    }
 
-    void release(QPoint at) { QTest::mouseRelease(window(), Qt::LeftButton, {}, at); }
+    void move(QPoint at) const { send(QEvent::MouseMove, at, Qt::NoButton, Qt::LeftButton); }
+
+    void release(QPoint at) const
+    {
+        send(QEvent::MouseButtonRelease, at, Qt::LeftButton, Qt::NoButton);
+    }
 
     [[nodiscard]] QWindow *window() const { return m_browser->windowHandle(); }
 
@@ -54,8 +71,19 @@ void TestDragScroll::aDragScrolls()
     move({60, 120});
     QCOMPARE(m_browser->verticalScrollBar()->value(), 30);
     release({60, 120});
+    press({60, 50});
     move({60, 20});
-    QCOMPARE(m_browser->verticalScrollBar()->value(), 30);
+    QCOMPARE(m_browser->verticalScrollBar()->value(), 60);
+    release({60, 20});
+}
+
+void TestDragScroll::theMouseMarksText()
+{
+    QTest::mousePress(window(), Qt::LeftButton, {}, {20, 150});
+    QTest::mouseMove(window(), {80, 100});
+    QTest::mouseRelease(window(), Qt::LeftButton, {}, {80, 100});
+    QVERIFY(m_browser->textCursor().hasSelection());
+    QCOMPARE(m_browser->verticalScrollBar()->value(), 0);
 }
 
 void TestDragScroll::aDragSelectsAndOpensNothing()

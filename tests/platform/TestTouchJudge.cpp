@@ -90,6 +90,7 @@ private Q_SLOTS:
     void aParentMayTakeTheGesture();
     void twoFingersPinch();
     void twoFingersNeverPress();
+    void aSecondFingerDoesNotMoveThePress();
     void aCancelledTouchClicksNothing();
     void theMouseIsNotJudged();
 
@@ -248,6 +249,20 @@ void TestTouchJudge::twoFingersNeverPress()
     QTest::touchEvent(m_surface.get(), finger()).release(0, {100, 100});
     QTest::qWait(TouchJudge::kRestMs * 2);
     QCOMPARE(m_surface->log, QStringList({QStringLiteral("apart 200,100")}));
+}
+
+/// For instance a palm that touches the screen during a drag.
+void TestTouchJudge::aSecondFingerDoesNotMoveThePress()
+{
+    down({50, 60});
+    QTRY_COMPARE(m_surface->log, QStringList({QStringLiteral("press 50,60")}));
+    QTest::touchEvent(m_surface.get(), finger()).move(0, {52, 60}).press(1, {250, 100});
+    QTest::touchEvent(m_surface.get(), finger()).release(0, {52, 60}).stationary(1);
+    QTest::touchEvent(m_surface.get(), finger()).move(1, {260, 100});
+    QTest::touchEvent(m_surface.get(), finger()).release(1, {260, 100});
+    QCOMPARE(m_surface->log.filter(QStringLiteral("2")),
+             m_surface->log.filter(QStringLiteral(" 52,60")));
+    QCOMPARE(m_surface->log.last(), QStringLiteral("release 52,60"));
 }
 
 void TestTouchJudge::aCancelledTouchClicksNothing()
