@@ -110,7 +110,8 @@ void DialogSlideshow::accept()
 void DialogSlideshow::reject()
 {
     if (m_changed
-        && !lumi::confirm(this, msg(lumi::MsgEditCancelled), msg(lumi::MsgCancelWithoutSaving))) {
+        && !lumi::confirmDiscard(this, msg(lumi::MsgEditCancelled),
+                                 msg(lumi::MsgCancelWithoutSaving))) {
         return;
     }
     QDialog::reject();

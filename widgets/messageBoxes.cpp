@@ -5,11 +5,16 @@
 
 #include <QLabel>
 #include <QPushButton>
+#include <QScreen>
+
+#include <algorithm>
 
 namespace {
 
-/// Width of a text in pixels. With icon and frame the box still fits on the screen.
+/// Width of a text in pixels.
 constexpr int kLongestLine = 460;
+/// Width of a box's icon, margins and frame.
+constexpr int kAroundText = 180;
 
 /// QMessageBox wraps texts at half the width of the screen.
 void keepLinesWhole(QMessageBox *box)
@@ -17,7 +22,8 @@ void keepLinesWhole(QMessageBox *box)
     auto *label = box->findChild<QLabel *>(QStringLiteral("qt_msgbox_label"));
     if (label != nullptr) {
         const QSize needed = label->fontMetrics().size(0, box->text());
-        label->setMinimumWidth(qMin(needed.width() + 1, kLongestLine));
+        const int room = box->screen()->availableSize().width() - kAroundText;
+        label->setMinimumWidth(std::min({needed.width() + 1, kLongestLine, room}));
     }
 }
 
@@ -61,6 +67,11 @@ bool lumi::confirm(QWidget *parent, const QString &caption, const QString &quest
     const auto box = makeBox(parent, QMessageBox::Warning, caption, question,
                              QMessageBox::Yes | QMessageBox::No);
     return execBox(box.get()) == QMessageBox::Yes;
+}
+
+bool lumi::confirmDiscard(QWidget *parent, const QString &caption, const QString &question)
+{
+    return QuitRequest::isPending() || confirm(parent, caption, question);
 }
 
 bool lumi::ask(QWidget *parent, const QString &caption, const QString &question)

@@ -319,8 +319,9 @@ bool FormExif::isEdited() const
 bool FormExif::menu_edit_editCancel()
 {
     commitComposition();
-    if (isEdited() && !lumi::QuitRequest::isPending()
-        && !lumi::confirm(this, msg(lumi::MsgEditCancelled), msg(lumi::MsgExifChangedDiscard))) {
+    if (isEdited()
+        && !lumi::confirmDiscard(this, msg(lumi::MsgEditCancelled),
+                                 msg(lumi::MsgExifChangedDiscard))) {
         return false;
     }
     end(0);

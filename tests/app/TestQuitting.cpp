@@ -46,6 +46,7 @@ private Q_SLOTS:
     void everySignalIsTheNormalEnd();
     void openWindowsAreClosed_data();
     void openWindowsAreClosed();
+    void changedOptionsAreDiscarded();
     void anImportCanEndAtAnyMoment();
 
 private:
@@ -114,6 +115,15 @@ void TestQuitting::openWindowsAreClosed()
     QVERIFY(photo.save(store() + QStringLiteral("/a.jpg")));
     const std::unique_ptr<QProcess> process = start(QStringLiteral("open:") + opened);
     QVERIFY(waitFor(process.get(), "modal: " + window));
+    terminate(process.get());
+}
+
+void TestQuitting::changedOptionsAreDiscarded()
+{
+    m_environment.insert(QStringLiteral("LUMI_DRIVER_CHANGE"), QStringLiteral("1"));
+    const std::unique_ptr<QProcess> process
+        = start(QStringLiteral("open:menu_disp_Slideshow_Setting"));
+    QVERIFY(waitFor(process.get(), "changed"));
     terminate(process.get());
 }
 
