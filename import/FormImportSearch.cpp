@@ -5,6 +5,7 @@
 #include "import/FormImport.h"
 #include "import/ImportRun.h"
 #include "import/importTexts.h"
+#include "platform/session/NoticeAgent.h"
 #include "widgets/messageBoxes.h"
 
 void FormImport::searchCancel()
@@ -34,6 +35,7 @@ bool FormImport::searchCard()
     const SearchResult result = runSearch();
     // Without the card the result is meaningless.
     if (!m_sourceCard.isThere()) {
+        lumi::NoticeAgent::post(msg(lumi::MsgAccessErrors));
         tellError(lumi::MsgAccessErrors);
         return false;
     }
@@ -43,10 +45,13 @@ bool FormImport::searchCard()
     case NoRoom:
         return askWhetherToCopy(lumi::foundText(name, photos, FPVFileTree::byteCount()),
                                 result == Found);
-    case NoFile:
-        lumi::tell(this, QMessageBox::Information, msg(lumi::MsgSearchResult),
-                   msg(lumi::MsgInspectionNotPerformed).arg(name), lumi::BoxLines::Whole);
+    case NoFile: {
+        const QString text = msg(lumi::MsgInspectionNotPerformed).arg(name);
+        lumi::NoticeAgent::post(text);
+        lumi::tell(this, QMessageBox::Information, msg(lumi::MsgSearchResult), text,
+                   lumi::BoxLines::Whole);
         break;
+    }
     case SearchCancelled:
         tellStopped();
         break;
