@@ -5,6 +5,7 @@
 #include "app/common/FormId.h"
 #include "app/common/loadPixmap.h"
 #include "app/common/messages.h"
+#include "platform/Machine.h"
 #include "platform/toolkit/BackgroundWidget.h"
 #include "platform/toolkit/QPopupMenu.h"
 #include "swap/SwapSystem.h"
@@ -21,6 +22,8 @@
 
 namespace {
 
+constexpr QSize kButtonSize(236, 236);
+
 using ClickSlot = void (FormTop::*)();
 
 struct ButtonRow
@@ -29,7 +32,7 @@ struct ButtonRow
     const char *normal = nullptr;
     const char *pressed = nullptr;
     ClickSlot slot = nullptr;
-    const char *name = nullptr; ///< for screen readers
+    const char *name = nullptr; ///< for screen readers, and if the pictures are missing
 };
 
 // The first one has the focus when the form comes up.
@@ -82,7 +85,7 @@ void FormTop::buildButtons(QWidget *area)
 {
     for (const ButtonRow &row : kButtons) {
         auto *button = new MyImageButton(area, lumi::paintFiveRectangles);
-        button->setNormalPixmap(lumi::loadPixmap(row.normal));
+        button->setNormalPixmap(lumi::loadPixmap(row.normal, kButtonSize, QLatin1String(row.name)));
         button->move(row.position);
         button->setAccessibleName(QLatin1String(row.name));
         connect(button, &MyImageButton::clicked, this, row.slot);
@@ -93,8 +96,29 @@ void FormTop::buildButtons(QWidget *area)
 void FormTop::loadPressedPixmaps()
 {
     for (qsizetype i = 0; i < m_buttons.size(); ++i) {
-        m_buttons[i]->setPressedPixmap(lumi::loadPixmap(kButtons[i].pressed));
+        const ButtonRow &row = kButtons[i];
+        m_buttons[i]->setPressedPixmap(
+            lumi::loadPixmap(row.pressed, kButtonSize, QLatin1String(row.name)));
     }
+    if (previousForm() < 0) {
+        reportMissingPictures();
+    }
+}
+
+void FormTop::reportMissingPictures()
+{
+    if (Resource::areInstalled()) {
+        return;
+    }
+    const QString folder = Machine::instance().resourceDir();
+    qWarning("No pictures in %s", qPrintable(folder));
+    const lumi::BusyScope busy(this);
+    lumi::tellError(this,
+                    QStringLiteral("The pictures of the program were not found in\n%1\n"
+                                   "Its buttons show their names instead.\n"
+                                   "Please install the program again.")
+                        .arg(folder),
+                    lumi::BoxLines::Whole);
 }
 
 void FormTop::formStarted()

@@ -32,6 +32,7 @@ private:
     void buildMenu();
     void buildButtons(QWidget *area);
     void loadPressedPixmaps();
+    void reportMissingPictures();
 
     MyLeftWidget *m_leftWidget;
     QList<MyImageButton *> m_buttons;

@@ -105,6 +105,7 @@ QLayout *FormFile::buildTopRow(QWidget *rightSide)
     connect(m_deviceCombo, &QComboBox::textActivated, this, &FormFile::combo_device_activated);
     m_upButton = new QToolButton(rightSide);
     m_upButton->setIcon(lumi::loadPixmap("to_top"));
+    m_upButton->setText(QStringLiteral("Up")); // if the picture is missing
     m_upButton->setIconSize(QSize(kUpIconSide, kUpIconSide));
     m_upButton->setMinimumSize(lumi::kFingerSize, lumi::kFingerSize);
     m_upButton->setAccessibleName(QStringLiteral("Folder up"));

@@ -25,6 +25,7 @@
 
 namespace {
 
+constexpr QSize kButtonSize(244, 112);
 constexpr int kRefreshMs = 5000;
 constexpr int kBatteryPercent = 30;
 
@@ -111,9 +112,12 @@ MyImageButton *FormImport::addCardButton(QWidget *rightSide, const QByteArray &p
                                          lumi::MessageId name, QPoint position)
 {
     auto *button = new MyImageButton(rightSide);
-    button->setNormalPixmap(lumi::loadPixmap(picture));
-    button->setPressedPixmap(lumi::loadPixmap(QByteArray(picture + "_push")));
-    button->setDisabledPixmap(lumi::loadPixmap(QByteArray(picture + "_gray")));
+    const auto load = [&](const char *state) {
+        return lumi::loadPixmap(QByteArray(picture + state), kButtonSize, msg(name));
+    };
+    button->setNormalPixmap(load(""));
+    button->setPressedPixmap(load("_push"));
+    button->setDisabledPixmap(load("_gray"));
     button->move(position);
     button->setAccessibleName(msg(name));
     return button;

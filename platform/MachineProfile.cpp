@@ -11,6 +11,7 @@
 #include <QStandardPaths>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -22,6 +23,7 @@ struct Row
     const char *group;
     const char *name;
     const char *def;
+    const char *installed = nullptr; ///< where it is installed, relative to the program's folder
 };
 
 constexpr Row kRows[] = {
@@ -31,12 +33,13 @@ constexpr Row kRows[] = {
     {Key::MountsOfDesktop, "Mounts", "Desktop", "1"},
     {Key::MemoryFile, "Memory", "File", "/proc/meminfo"},
     {Key::PowerDir, "Power", "Dir", "/sys/class/power_supply"},
-    {Key::HingeProgram, "Hinge", "Program", "/home/QtPalmtop/bin/chkhinge"},
+    {Key::HingeProgram, "Hinge", "Program", "/home/QtPalmtop/bin/chkhinge",
+     LUMI_LIBEXEC_DIR "/chkhinge"},
     {Key::DiskFigures, "Disk", "Figures", ""},
     {Key::PanelDepth, "Panel", "Depth", "32"},
     {Key::Upright, "Photos", "Upright", "1"},
     {Key::KeyboardDevice, "Keys", "Device", "0"},
-    {Key::ResourcePath, "Resources", "Path", "/usr/share/lumivault"},
+    {Key::ResourcePath, "Resources", "Path", "/usr/share/lumivault", LUMI_DATA_DIR},
 };
 
 struct DeviceKeyRow
@@ -57,16 +60,15 @@ constexpr DeviceKeyRow kDeviceKeys[] = {
 constexpr const char *kNamedFile = "LUMIVAULT_MACHINE";
 constexpr const char *kFileName = "lumivault/machine.ini";
 
-/// The profile in etc/xdg of the prefix that this program is installed under; empty without one.
-QString fileOfThePrefix()
+/// The file or folder at a path relative to the program's folder; empty without one.
+QString installedFile(const QString &path)
 {
     if (QCoreApplication::instance() == nullptr) {
         return {};
     }
     const QString file
-        = QDir::cleanPath(QCoreApplication::applicationDirPath() + QLatin1String("/../etc/xdg/")
-                          + QLatin1String(kFileName));
-    return QFileInfo(file).isFile() ? file : QString();
+        = QDir::cleanPath(QCoreApplication::applicationDirPath() + QLatin1Char('/') + path);
+    return QFileInfo::exists(file) ? file : QString();
 }
 
 const Row &rowOf(Key key)
@@ -80,27 +82,36 @@ const Row &rowOf(Key key)
 
 lumi::MachineProfile::MachineProfile()
 {
-    const QString file = findFile();
-    if (!file.isEmpty()) {
-        const std::optional<QByteArray> text = readSmallFile(file);
-        if (!text) {
-            qWarning("The machine profile can't be read: %s", qPrintable(file));
-        }
-        m_folder = QFileInfo(file).absolutePath();
-        m_ini = IniText(text.value_or(QByteArray()));
+    for (const QString &file : files()) {
+        readFile(file);
     }
     readKeys();
 }
 
-QString lumi::MachineProfile::findFile()
+QStringList lumi::MachineProfile::files()
 {
     const QString named = qEnvironmentVariable(kNamedFile);
     if (!named.isEmpty()) {
-        return named;
+        return {named};
     }
-    const QString found
-        = QStandardPaths::locate(QStandardPaths::GenericConfigLocation, QLatin1String(kFileName));
-    return !found.isEmpty() ? found : fileOfThePrefix();
+    QStringList found = QStandardPaths::locateAll(QStandardPaths::GenericConfigLocation,
+                                                  QLatin1String(kFileName));
+    const QString ofThePrefix
+        = installedFile(QLatin1String("../etc/xdg/") + QLatin1String(kFileName));
+    if (!ofThePrefix.isEmpty()) {
+        found.append(ofThePrefix);
+    }
+    return found;
+}
+
+void lumi::MachineProfile::readFile(const QString &path)
+{
+    const std::optional<QByteArray> text = readSmallFile(path);
+    if (!text) {
+        qWarning("The machine profile can't be read: %s", qPrintable(path));
+        return;
+    }
+    m_files.append({QFileInfo(path).absolutePath(), IniText(*text)});
 }
 
 void lumi::MachineProfile::fixNamedFile()
@@ -111,32 +122,48 @@ void lumi::MachineProfile::fixNamedFile()
     }
 }
 
-QString lumi::MachineProfile::text(Key key) const
+std::optional<lumi::MachineProfile::Entry> lumi::MachineProfile::find(const char *group,
+                                                                      const char *name) const
 {
-    const Row &row = rowOf(key);
-    return m_ini.value(QString::fromLatin1(row.group), QString::fromLatin1(row.name))
-        .value_or(QString::fromLatin1(row.def));
+    for (const File &file : m_files) {
+        std::optional<QString> value
+            = file.text.value(QString::fromLatin1(group), QString::fromLatin1(name));
+        if (value) {
+            return Entry{*std::move(value), file.folder};
+        }
+    }
+    return std::nullopt;
 }
 
 QString lumi::MachineProfile::path(Key key) const
 {
-    const QString value = text(key);
-    return value.isEmpty() ? QString() : QDir::cleanPath(QDir(m_folder).absoluteFilePath(value));
+    const Row &row = rowOf(key);
+    if (const std::optional<Entry> entry = find(row.group, row.name)) {
+        return entry->value.isEmpty()
+            ? QString()
+            : QDir::cleanPath(QDir(entry->folder).absoluteFilePath(entry->value));
+    }
+    QString installed;
+    if (row.installed != nullptr) {
+        installed = installedFile(QString::fromLatin1(row.installed));
+    }
+    return installed.isEmpty() ? QString::fromLatin1(row.def) : installed;
 }
 
 int lumi::MachineProfile::number(Key key) const
 {
+    const Row &row = rowOf(key);
     bool isNumber = false;
-    const int value = text(key).toInt(&isNumber);
-    return isNumber ? value : QByteArray(rowOf(key).def).toInt();
+    const std::optional<Entry> entry = find(row.group, row.name);
+    const int value = entry ? entry->value.toInt(&isNumber) : 0;
+    return isNumber ? value : QByteArray(row.def).toInt();
 }
 
 void lumi::MachineProfile::readKeys()
 {
     for (const DeviceKeyRow &row : kDeviceKeys) {
-        addKeys(row.code,
-                m_ini.value(QStringLiteral("Keys"), QString::fromLatin1(row.name))
-                    .value_or(QString::fromLatin1(row.def)));
+        const std::optional<Entry> entry = find("Keys", row.name);
+        addKeys(row.code, entry ? entry->value : QString::fromLatin1(row.def));
     }
 }
 

@@ -1,17 +1,22 @@
 // SPDX-License-Identifier: MIT
-// Paths and numbers of one machine, read from a profile file at first use. Only the first file
-// found is read: the one that $LUMIVAULT_MACHINE names; lumivault/machine.ini in the user's, then
-// in the system's configuration folders; the one in etc/xdg of the program's own prefix. Without a
-// file the values of the handheld apply.
+// Paths and numbers of one machine, read from profile files at first use. A key counts in the first
+// of these files that has it: lumivault/machine.ini in the user's, then in the system's
+// configuration folders, then in etc/xdg of the prefix that the program is installed under. If
+// $LUMIVAULT_MACHINE names a file, that file replaces all of them. A key that no file has gets the
+// value of the handheld, but the helper program and the pictures are first looked for where they are
+// installed with the program.
 // Format: INI (see IniText.h); the keys and their defaults are the table in the .cpp file and
-// machine.ini.in. Paths may be relative to the profile's folder; closing "/" are taken off.
+// machine.ini. A relative path is relative to the folder of its file; closing "/" are taken off.
 #pragma once
 
 #include "platform/files/IniText.h"
 
 #include <QList>
 #include <QString>
+#include <QStringList>
 #include <Qt>
+
+#include <optional>
 
 namespace lumi {
 
@@ -43,8 +48,8 @@ public:
     /// Code of the device key for a real one, 0 for none.
     [[nodiscard]] int deviceKey(int key, Qt::KeyboardModifiers modifiers) const;
 
-    /// The file that a process would read if it started now; empty without one.
-    [[nodiscard]] static QString findFile();
+    /// The files that a process would read if it started now, the most important one first.
+    [[nodiscard]] static QStringList files();
     /// Makes a relative $LUMIVAULT_MACHINE absolute. It is relative to the folder the program was
     /// started in, and the program changes its folder before it reads the profile.
     static void fixNamedFile();
@@ -57,12 +62,24 @@ private:
         Qt::KeyboardModifiers modifiers;
     };
 
-    [[nodiscard]] QString text(Key key) const;
+    struct File
+    {
+        QString folder;
+        IniText text;
+    };
+
+    struct Entry
+    {
+        QString value;
+        QString folder; ///< of the file that has the entry
+    };
+
+    void readFile(const QString &path);
+    [[nodiscard]] std::optional<Entry> find(const char *group, const char *name) const;
     void readKeys();
     void addKeys(int code, const QString &sequences);
 
-    QString m_folder;
-    IniText m_ini;
+    QList<File> m_files;
     QList<KeyRow> m_keys;
 };
 

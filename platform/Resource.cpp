@@ -10,11 +10,15 @@ namespace {
 
 constexpr qreal kDenseRatio = 2;
 
+QString pictureFolder()
+{
+    return Machine::instance().resourceDir() + QLatin1String("/pixmaps/");
+}
+
 /// Empty if there is no such file.
 QString findFile(const QString &name, const char *ending)
 {
-    const QString path = Machine::instance().resourceDir() + QLatin1String("/pixmaps/") + name
-        + QLatin1String(ending);
+    const QString path = pictureFolder() + name + QLatin1String(ending);
     return QFileInfo(path).isFile() ? path : QString();
 }
 
@@ -30,6 +34,11 @@ QPixmap Resource::loadPixmap(const QString &name)
         }
     }
     return QPixmap(findPixmap(name));
+}
+
+bool Resource::areInstalled()
+{
+    return QFileInfo(pictureFolder()).isDir();
 }
 
 QString Resource::findPixmap(const QString &name)

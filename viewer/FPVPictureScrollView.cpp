@@ -88,6 +88,7 @@ QToolButton *FPVPictureScrollView::makeButton(const char *icon, const char *name
 {
     auto *button = new QToolButton(this);
     button->setIcon(lumi::loadPixmap(icon));
+    button->setText(QLatin1String(name)); // if the picture is missing
     button->setAccessibleName(QLatin1String(name));
     button->setIconSize(QSize(kIconSide, kIconSide));
     button->setFixedSize(lumi::kFingerSize, lumi::kFingerSize);

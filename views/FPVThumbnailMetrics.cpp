@@ -8,6 +8,8 @@
 
 namespace {
 
+constexpr QSize kCheckSize(30, 30); ///< of the pictures
+
 using FrameNames = std::array<const char *, 2 * FPVThumbnailMetrics::FrameKinds>;
 
 constexpr FrameNames kLargeFrames = {
@@ -65,6 +67,7 @@ void FPVThumbnailMetrics::loadPictures()
     for (std::size_t i = 0; i < frames.size(); ++i) {
         frames.at(i) = scaledFrame(names.at(i), pitch);
     }
-    checkOff = lumi::loadPixmap(showName ? "check_l" : "check_s");
-    checkOn = lumi::loadPixmap(showName ? "check_l_on" : "check_s_on");
+    checkOff = lumi::loadPixmap(showName ? "check_l" : "check_s", kCheckSize, QString());
+    checkOn
+        = lumi::loadPixmap(showName ? "check_l_on" : "check_s_on", kCheckSize, QStringLiteral("x"));
 }

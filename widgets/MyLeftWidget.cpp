@@ -11,6 +11,7 @@
 namespace {
 
 constexpr int kPictureStates = 4;
+constexpr QSize kButtonSize(58, 58);
 
 using Slot = void (MyLeftWidget::*)();
 
@@ -19,7 +20,7 @@ struct ButtonRow
     QPoint position;
     std::array<const char *, kPictureStates> pictures{}; ///< normal, pressed, on, on and pressed
     Slot slot = nullptr;
-    const char *name = nullptr; ///< for screen readers
+    const char *name = nullptr; ///< for screen readers, and if the pictures are missing
 };
 
 // Slideshow and top menu are actions, not modes, so their "on" pictures are those of "off".
@@ -72,8 +73,10 @@ const SharedPictures &sharedPictures()
         return store;
     }
     for (std::size_t i = 0; i < kButtons.size(); ++i) {
+        const ButtonRow &row = kButtons.at(i);
         for (std::size_t state = 0; state < kPictureStates; ++state) {
-            store.buttons.at(i).at(state) = lumi::loadPixmap(kButtons.at(i).pictures.at(state));
+            store.buttons.at(i).at(state)
+                = lumi::loadPixmap(row.pictures.at(state), kButtonSize, QLatin1String(row.name));
         }
     }
     store.background = lumi::loadPixmap("bg_left");

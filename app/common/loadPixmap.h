@@ -3,6 +3,9 @@
 
 #include "platform/Resource.h"
 
+#include <QSize>
+#include <QString>
+
 namespace lumi {
 
 /// One of the program's own pictures, such as "look_a", or a null pixmap.
@@ -10,5 +13,8 @@ namespace lumi {
 {
     return Resource::loadPixmap(QLatin1String("lumivault/") + QLatin1String(name));
 }
+
+/// The same, but if the file is missing, a plain picture of this size that shows the text.
+[[nodiscard]] QPixmap loadPixmap(const char *name, QSize size, const QString &text);
 
 } // namespace lumi

@@ -35,7 +35,7 @@ private Q_SLOTS:
     void cleanup();
     void withoutAProfileTheHandheldsValuesApply();
     void theNamedFileComesFirst();
-    void theUsersFileHidesTheSystemsAsAWhole();
+    void theUsersFileChangesSingleKeys();
     void aRelativeNameIsRelativeToTheFolderOfTheStart();
     void aNamedFileThatIsMissingHidesTheOthersToo();
     void paths_data();
@@ -97,7 +97,7 @@ void TestMachineProfile::withoutAProfileTheHandheldsValuesApply()
     QCOMPARE(profile.path(Key::DiskFigures), QString());
     QCOMPARE(profile.number(Key::PanelDepth), 32);
     QCOMPARE(profile.number(Key::KeyboardDevice), 0);
-    QVERIFY(lumi::MachineProfile::findFile().isEmpty());
+    QVERIFY(lumi::MachineProfile::files().isEmpty());
 }
 
 void TestMachineProfile::theNamedFileComesFirst()
@@ -108,17 +108,26 @@ void TestMachineProfile::theNamedFileComesFirst()
     QCOMPARE(card(), QStringLiteral("/user"));
     const QString named = m_folder->filePath(QStringLiteral("named.ini"));
     QVERIFY(writeFile(named, withCard("/named")));
+    QVERIFY(writeFile(m_user + kProfile, withCard("/user") + "CF=/user\n"));
     qputenv("LUMIVAULT_MACHINE", named.toLocal8Bit());
     QCOMPARE(card(), QStringLiteral("/named"));
+    QCOMPARE(lumi::MachineProfile().path(Key::MountCF), QStringLiteral("/mnt/cf"));
     qputenv("LUMIVAULT_MACHINE", "");
     QCOMPARE(card(), QStringLiteral("/user"));
 }
 
-void TestMachineProfile::theUsersFileHidesTheSystemsAsAWhole()
+void TestMachineProfile::theUsersFileChangesSingleKeys()
 {
-    QVERIFY(writeFile(m_system + kProfile, withCard("/system")));
-    QVERIFY(writeFile(m_user + kProfile, "[Mounts]\nCF=/user\n"));
-    QCOMPARE(card(), QStringLiteral("/mnt/card"));
+    QVERIFY(writeFile(m_system + kProfile,
+                      "[Mounts]\nCF=cf\nSD=sd\nDesktop=0\n[Panel]\nDepth=16\n[Keys]\nMenu=F1\n"));
+    QVERIFY(writeFile(m_user + kProfile, "[Mounts]\nCF=cf\n[Panel]\nDepth=deep\n"));
+    const lumi::MachineProfile profile;
+    QCOMPARE(profile.path(Key::MountCF), QString(m_user + QStringLiteral("/lumivault/cf")));
+    QCOMPARE(profile.path(Key::MountSD), QString(m_system + QStringLiteral("/lumivault/sd")));
+    QCOMPARE(profile.number(Key::MountsOfDesktop), 0);
+    QCOMPARE(profile.number(Key::PanelDepth), 32); // no number: the default
+    QCOMPARE(profile.deviceKey(Qt::Key_F1, Qt::NoModifier), kKeyMenu);
+    QCOMPARE(profile.path(Key::MemoryFile), QStringLiteral("/proc/meminfo"));
 }
 
 void TestMachineProfile::aRelativeNameIsRelativeToTheFolderOfTheStart()
@@ -134,7 +143,7 @@ void TestMachineProfile::aRelativeNameIsRelativeToTheFolderOfTheStart()
     QCOMPARE(card(), m_folder->filePath(QStringLiteral("cards/sd")));
     qputenv("LUMIVAULT_MACHINE", "");
     lumi::MachineProfile::fixNamedFile(); // and none stays none
-    QVERIFY(lumi::MachineProfile::findFile().isEmpty());
+    QVERIFY(lumi::MachineProfile::files().isEmpty());
     QVERIFY(QDir::setCurrent(before));
 }
 
@@ -217,7 +226,7 @@ void TestMachineProfile::theProfileNamesOtherKeys()
 
 void TestMachineProfile::theInstalledProfileHasEveryKey()
 {
-    const QString source = QStringLiteral(LUMI_SOURCE_DIR "/platform/machine.ini.in");
+    const QString source = QStringLiteral(LUMI_SOURCE_DIR "/platform/machine.ini");
     const std::optional<QByteArray> text = lumi::readSmallFile(source);
     QVERIFY(text.has_value());
     const lumi::MachineProfile builtIn;
@@ -234,9 +243,9 @@ void TestMachineProfile::theInstalledProfileHasEveryKey()
     const lumi::IniText ini(*text);
     constexpr const char *kNames[][2]
         = {{"Mounts", "CF"},   {"Mounts", "SD"},   {"Mounts", "Table"},  {"Mounts", "Desktop"},
-           {"Memory", "File"}, {"Power", "Dir"},   {"Hinge", "Program"}, {"Disk", "Figures"},
-           {"Panel", "Depth"}, {"Keys", "Device"}, {"Keys", "ZoomIn"},   {"Keys", "ZoomOut"},
-           {"Keys", "Fit"},    {"Keys", "Menu"},   {"Keys", "Mail"},     {"Resources", "Path"}};
+           {"Memory", "File"}, {"Power", "Dir"},   {"Disk", "Figures"},  {"Panel", "Depth"},
+           {"Keys", "Device"}, {"Keys", "ZoomIn"}, {"Keys", "ZoomOut"},  {"Keys", "Fit"},
+           {"Keys", "Menu"},   {"Keys", "Mail"},   {"Photos", "Upright"}};
     for (const auto &name : kNames) {
         QVERIFY2(ini.value(QString::fromLatin1(name[0]), QString::fromLatin1(name[1])).has_value(),
                  name[1]);

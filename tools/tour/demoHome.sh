@@ -105,12 +105,11 @@ make_cards() {
     noise 250000 "$1/sd/dcim/103norvk/nv000005.mov"
 }
 
-# make_demo_home <build folder> <demo folder>: what is there already is kept.
+# make_demo_home <demo folder>: what is there already is kept.
 make_demo_home() {
-    local build demo
-    build=$(realpath "$1")
-    mkdir -p "$2/home/.config"
-    demo=$(realpath "$2")
+    local demo
+    mkdir -p "$1/home/.config"
+    demo=$(realpath "$1")
     echo "Copying sample photos"
     make_store "$demo/home/Documents/Photo_Files"
     make_cards "$demo"
@@ -119,10 +118,6 @@ make_demo_home() {
 [Mounts]
 CF=cf
 SD=sd
-[Hinge]
-Program=$build/tools/chkhinge/chkhinge
-[Resources]
-Path=$build/resources
 INI
 }
 

@@ -8,7 +8,8 @@
 // "browse" opens the browser, "open:A,B" also calls its slots A and B and leaves open what the last
 // one opens, "import" imports the SD card, "behind" covers the main window by another one and
 // writes a line when the main window is active again.
-// With $LUMI_DRIVER_PICTURES it also writes the sizes of the pictures in the main window.
+// With $LUMI_DRIVER_PICTURES it also writes the sizes of the pictures in the main window, with
+// $LUMI_DRIVER_CHANGE it changes an option of the slideshow.
 #include "app/common/FormId.h"
 
 #include <QApplication>
@@ -73,6 +74,17 @@ private:
             report(
                 QStringLiteral("modal: %1").arg(QLatin1String(window->metaObject()->className())));
             acceptText(window);
+            if (qEnvironmentVariableIsSet("LUMI_DRIVER_CHANGE")) {
+                change(window);
+            }
+        }
+    }
+
+    /// As if an option was chosen.
+    static void change(QWidget *window)
+    {
+        if (QMetaObject::invokeMethod(window, "combo_activated", Q_ARG(int, 0))) {
+            report(QStringLiteral("changed"));
         }
     }
 
@@ -152,8 +164,10 @@ private:
     void end(QMainWindow *main)
     {
         const QString way = wayOut();
-        if (QThread::currentThread()->loopLevel() == 0) {
-            endLater(main); // not in its event loop yet
+        // Not in its event loop yet, or a box is open.
+        if (QThread::currentThread()->loopLevel() == 0
+            || QApplication::activeModalWidget() != nullptr) {
+            endLater(main);
             return;
         }
         if (qEnvironmentVariableIsSet("LUMI_DRIVER_PICTURES")) {
