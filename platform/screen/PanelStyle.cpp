@@ -95,5 +95,5 @@ QSize lumi::PanelStyle::sizeFromContents(ContentsType type, const QStyleOption *
     }
     const bool isTarget = (type == CT_MenuItem && isEntry(option)) || type == CT_MenuBarItem
         || type == CT_TabBarTab || (type == CT_PushButton && isBoxButton(widget));
-    return isTarget ? size.expandedTo(QSize(0, kFingerSize)) : size;
+    return isTarget ? size.expandedTo(QSize(kFingerSize, kFingerSize)) : size;
 }

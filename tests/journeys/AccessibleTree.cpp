@@ -1,8 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "tests/journeys/AccessibleTree.h"
 
+#include "platform/screen/panel.h"
+
 #include <QMetaEnum>
 #include <QWidget>
+
+#include <algorithm>
 
 namespace {
 
@@ -75,6 +79,24 @@ QStringList lumi::test::inputElements(QWidget *window)
     QStringList lines;
     for (const QAccessibleInterface *element : allOf(window)) {
         lines.append(lineOf(element));
+    }
+    return lines;
+}
+
+QStringList lumi::test::smallTargets(QWidget *window)
+{
+    const QList<QAccessible::Role> tapped{QAccessible::Button,   QAccessible::CheckBox,
+                                          QAccessible::ComboBox, QAccessible::EditableText,
+                                          QAccessible::ListItem, QAccessible::MenuItem,
+                                          QAccessible::PageTab};
+    QStringList lines;
+    for (const QAccessibleInterface *element : allOf(window)) {
+        const QSize size = element->rect().size();
+        if (tapped.contains(element->role())
+            && std::min(size.width(), size.height()) < kFingerSize) {
+            lines.append(lineOf(element)
+                         + QStringLiteral(" %1x%2").arg(size.width()).arg(size.height()));
+        }
     }
     return lines;
 }

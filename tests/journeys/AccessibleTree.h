@@ -13,6 +13,10 @@ namespace lumi::test {
 /// "button 'Large' checked". The order is that of the tree.
 [[nodiscard]] QStringList inputElements(QWidget *window);
 
+/// The same for elements to be tapped, for example buttons, whose shorter side has fewer than
+/// kFingerSize pixels.
+[[nodiscard]] QStringList smallTargets(QWidget *window);
+
 /// The visible element that takes input and has this name; null if there is none.
 [[nodiscard]] QAccessibleInterface *elementNamed(QWidget *window, const QString &name);
 
