@@ -2,6 +2,7 @@
 // Starts the program again while it runs.
 #include "tests/app/ProgramTest.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/testFiles.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -110,6 +111,8 @@ void TestStartTwice::twoStartsAtOnce()
 {
     makeThumbnails();
     const QStringList before = thumbnails();
+    const QByteArray index = lumi::test::readFile(inSwapFolder(QStringLiteral(".SwapMng.bin")));
+    QVERIFY(!index.isEmpty());
     constexpr int kRounds = 5;
     for (int round = 0; round < kRounds; ++round) {
         Process first = start(QStringLiteral("run"));
@@ -128,6 +131,9 @@ void TestStartTwice::twoStartsAtOnce()
         QCOMPARE(outcome.windows,
                  (QStringList{QStringLiteral("window: Lumi Vault"), QStringLiteral("running")}));
         QCOMPARE(thumbnails(), before);
+        // It has the times of the last uses, but the same entries.
+        QCOMPARE(lumi::test::readFile(inSwapFolder(QStringLiteral(".SwapMng.bin"))).size(),
+                 index.size());
     }
 }
 

@@ -8,7 +8,9 @@
 
 #include <QApplication>
 #include <QElapsedTimer>
+#include <QImage>
 #include <QLabel>
+#include <QPainter>
 #include <QProgressBar>
 #include <QTest>
 #include <QTimer>
@@ -62,6 +64,25 @@ bool isViewing(const QString &name)
         && !viewer()->findChild<QProgressBar *>()->isVisible();
 }
 
+/// Left half red, right half blue.
+void makeHalves(const QString &path)
+{
+    QImage photo(1600, 1200, QImage::Format_RGB32);
+    photo.fill(Qt::red);
+    QPainter(&photo).fillRect(800, 0, 800, 1200, Qt::blue);
+    QVERIFY(photo.save(path));
+}
+
+/// Whether the halves of the photo meet here, to 5 pixels.
+bool halvesMeetAt(int x)
+{
+    constexpr int kRow = 300;
+    const QImage screen = viewer()->grab().toImage();
+    const QColor left = screen.pixelColor(x - 5, kRow);
+    const QColor right = screen.pixelColor(x + 5, kRow);
+    return left.red() > left.blue() && right.red() < right.blue();
+}
+
 bool says(const QString &text)
 {
     const auto labels = viewer()->findChildren<QLabel *>();
@@ -94,6 +115,7 @@ void TestFingers::init()
     for (int i = 1; i <= 9; ++i) {
         m_user->world.makePhoto(QString::asprintf("a%d.jpg", i), QSize(1600, 1200), Qt::red);
     }
+    makeHalves(m_user->world.path(QStringLiteral("a2.jpg")));
     m_user->startProgram();
     m_user->openBrowser();
     QVERIFY(m_user->seesThumbnails());
@@ -128,13 +150,17 @@ void TestFingers::tapsSwipesAndAPinchInTheViewer()
             return true;
         },
         [] {
-            return isViewing(QStringLiteral("a2.jpg")) && says(QStringLiteral("50%"));
+            // The fingers are at the middle of the photo, which stays there.
+            return isViewing(QStringLiteral("a2.jpg")) && says(QStringLiteral("50%"))
+                && halvesMeetAt(320);
         },
         [] {
-            // Now a swipe moves the photo instead.
+            // Now a swipe moves the photo instead, as far as its edge.
             swipe(viewer()->windowHandle(), {400, 300}, {250, 300});
-            QTest::qWait(50);
-            return isViewing(QStringLiteral("a2.jpg"));
+            return true;
+        },
+        [] {
+            return isViewing(QStringLiteral("a2.jpg")) && halvesMeetAt(240);
         },
     };
     QElapsedTimer clock;
