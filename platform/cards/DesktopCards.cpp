@@ -105,7 +105,7 @@ void lumi::DesktopCards::mountNew(const QList<RemovableDrive> &drives)
     for (const RemovableDrive &drive : drives) {
         const QString name = drive.path;
         now.insert(name);
-        if (!m_drives.contains(name)) {
+        if (drive.folders.isEmpty() && !m_drives.contains(name)) {
             QTimer::singleShot(kDesktopMountsMs, this, [this, name] {
                 mountIfUnused(name);
             });
