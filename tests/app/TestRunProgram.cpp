@@ -4,6 +4,7 @@
 #include "app/runProgram.h"
 #include "platform/QPEApplication.h"
 #include "swap/swapStore.h"
+#include "tests/support/FakeMachine.h"
 #include "tests/support/OrdinaryUser.h"
 #include "tests/support/TestMain.h"
 
@@ -50,11 +51,13 @@ void TestRunProgram::init()
     QVERIFY(m_home->isValid());
     m_oldHome = qgetenv("HOME");
     qputenv("HOME", m_home->path().toLocal8Bit());
+    lumi::test::FakeMachine::install();
 }
 
 void TestRunProgram::cleanup()
 {
     qputenv("HOME", m_oldHome);
+    Machine::install(nullptr);
     QDir::setCurrent(QDir::rootPath());
     lumi::setShutDownFlag(false);
     m_home.reset();

@@ -18,7 +18,9 @@ QString marker(const QString &mountPoint)
 lumi::test::FakeMachine::FakeMachine()
     : cf(folder.filePath(QStringLiteral("cf")))
     , sd(folder.filePath(QStringLiteral("card")))
+    , resources(folder.filePath(QStringLiteral("share")))
 {
+    QDir().mkpath(resources + QStringLiteral("/pixmaps"));
     removeCard(Slot::CF);
     removeCard(Slot::SD);
     setMemoryKB(kPlentyKB);
@@ -36,14 +38,16 @@ lumi::test::FakeMachine *lumi::test::FakeMachine::install()
 
 void lumi::test::FakeMachine::insertCard(Slot slot)
 {
-    QDir().mkpath(mountPoint(slot));
-    QFile::remove(marker(mountPoint(slot)));
+    const QString slotFolder = FakeMachine::mountPoint(slot);
+    QDir().mkpath(slotFolder);
+    QFile::remove(marker(slotFolder));
 }
 
 void lumi::test::FakeMachine::removeCard(Slot slot)
 {
-    QDir().mkpath(mountPoint(slot));
-    QFile file(marker(mountPoint(slot)));
+    const QString slotFolder = FakeMachine::mountPoint(slot);
+    QDir().mkpath(slotFolder);
+    QFile file(marker(slotFolder));
     if (!file.open(QIODevice::WriteOnly)) {
         qFatal("the marker can't be made");
     }

@@ -48,10 +48,7 @@ public:
 
     bool showsUpright() const override { return upright; }
 
-    QString resourceDir() const override
-    {
-        return resources.isEmpty() ? Machine::resourceDir() : resources;
-    }
+    QString resourceDir() const override { return resources; }
 
     /// Sets the memory figures so that free + cached + 2 x buffers is this many KB.
     void setMemoryKB(qint64 kb);
@@ -70,7 +67,7 @@ public:
     int keyboard = 0;
     int depth = 32;
     bool upright = true;
-    QString resources; ///< the profile's folder while empty
+    QString resources; ///< at first with an empty folder of pictures
 };
 
 } // namespace lumi::test
