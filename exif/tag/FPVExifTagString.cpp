@@ -24,7 +24,7 @@ QString FPVExifTagString::text() const
 const char *FPVExifTagString::data() const
 {
     m_bytes = m_string.toLatin1();
-    m_bytes.truncate(std::min<qsizetype>(m_bytes.size(), count()));
+    m_bytes.truncate(static_cast<qsizetype>(std::min<qint64>(m_bytes.size(), count())));
     return m_bytes.constData();
 }
 
