@@ -19,8 +19,6 @@
 #include <algorithm>
 #include <memory>
 
-using lumi::DecodeError;
-
 namespace {
 
 constexpr int kLastNumber = 999;
@@ -112,7 +110,7 @@ QImage lumi::mailImage(FPVItemImage *item)
     item->refreshSize();
     const QSize size = item->imageSize();
     // The image library would allocate the memory that the item refused.
-    if (!size.isValid() && item->errorCode() == DecodeError::OutOfMemory) {
+    if (!size.isValid() && item->errorCode() == lumi::DecodeError::OutOfMemory) {
         return {};
     }
     // A file of another format has no valid size, which counts as small.

@@ -21,7 +21,7 @@ void releaseSwapSystem(const SwapSystem *gone);
 
 // NOLINTBEGIN(readability-identifier-naming): parts of the interface
 
-/// False on a miss; param is the wanted width, kind 'l', 's' or 'd'.
+/// False on a miss; param is the width of the thumbnail, kind 'l', 's' or 'd'.
 [[nodiscard]] bool SwapLoad(QString path, QImage *image, int param, char kind);
 [[nodiscard]] bool SwapLoad(QString path, unsigned char *buf, int *size, int param);
 

@@ -8,7 +8,7 @@ namespace {
 // clang-format off
 constexpr ExifTagNameRow kRows[] = {
     // The tags of TIFF and Exif. Names that occur under 0x92xx and 0xA2xx come from two versions of
-    // the standard. Two names are misspelt and are shown that way.
+    // the standard. Two names are misspelt. Names are part of the interface and stay.
     {0x00FE, "NewSubfileType"},
     {0x00FF, "SubfileType"},
     {0x0100, "ImageWidth"},

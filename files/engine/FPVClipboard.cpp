@@ -41,7 +41,7 @@ QString freeName(const QString &path)
     }
     const QString stem = path.left(dot) + QLatin1Char('-');
     for (int n = 1; n <= kLastNumber; ++n) {
-        const QString candidate = stem + QString::number(n) + path.mid(dot);
+        QString candidate = stem + QString::number(n) + path.mid(dot);
         if (!lumi::isTaken(candidate)) {
             return candidate;
         }

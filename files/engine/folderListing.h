@@ -13,7 +13,7 @@ namespace lumi {
 struct FolderNames
 {
     QList<QByteArray> names; ///< without "." and "..", in the order of QDir::Name | IgnoreCase
-    bool isWhole;            ///< false if the folder could not be read completely
+    bool isWhole = false;    ///< false if the folder could not be read completely
 };
 
 [[nodiscard]] FolderNames namesIn(const QString &folder);

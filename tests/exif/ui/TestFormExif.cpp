@@ -120,7 +120,8 @@ void TestFormExif::itsMenusAreInOrder()
     for (const char *name : {"Cut", "Copy", "Paste"}) {
         QAction *action = m_user->entry(QLatin1String(name));
         const QWidget *button = bars.last()->widgetForAction(action);
-        QVERIFY(button != nullptr && button->isVisible());
+        QVERIFY(button != nullptr);
+        QVERIFY(button->isVisible());
         QVERIFY(button->width() >= 40 && button->height() >= 38);
         QVERIFY(bars.first()->widgetForAction(action) == nullptr);
     }
