@@ -13,6 +13,8 @@ testPackages=("${runPackages[@]}" "${tourPackages[@]}" git dbus libimage-exiftoo
 waylandPackages=(weston qt6-wayland imagemagick)
 # Building and running the measurements.
 benchPackages=("${runPackages[@]}" libexif-dev)
+# Building and checking the Debian package.
+packagePackages=("${runPackages[@]}" appstream debhelper desktop-file-utils dpkg-dev fakeroot file git lintian man-db python3 systemd)
 # The checks of form.
 checkPackages=(clang-format clang-tidy shellcheck desktop-file-utils)
 
