@@ -16,7 +16,7 @@ benchPackages=("${runPackages[@]}" libexif-dev)
 # Building and checking the Debian package.
 packagePackages=("${runPackages[@]}" appstream debhelper desktop-file-utils dpkg-dev fakeroot file git lintian man-db python3 systemd)
 # The checks of form.
-checkPackages=(clang-format clang-tidy shellcheck desktop-file-utils)
+checkPackages=(clang-format clang-tidy codespell shellcheck desktop-file-utils)
 
 # install_missing <package>...: uses the network only if a package is missing.
 install_missing() {
