@@ -10,6 +10,7 @@ struct stSwap
     QImage *image = nullptr;      ///< lent; source of a write, destination of a read
     unsigned char *buf = nullptr; ///< lent; used only if image is null
     int size = 0;                 ///< bytes of buf; after a read the number of bytes read
-    int param = 0;        ///< the caller's discriminator, part of a block's key (the width of the thumbnail)
+    int param
+        = 0; ///< the caller's discriminator, part of a block's key (the width of the thumbnail)
     signed char kind = 0; ///< 'l', 's' or 'd'; 0 in the buffer form
 };
