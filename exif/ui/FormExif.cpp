@@ -190,7 +190,8 @@ void FormExif::buildPages()
         }
     }
     for (const lumi::EditField field : {lumi::LatitudeField, lumi::LongitudeField}) {
-        connect(m_edits.at(field), &MyMultiLineEdit::signalPaste, this, &FormExif::lineedit_paste);
+        connect(m_edits.at(static_cast<std::size_t>(field)), &MyMultiLineEdit::signalPaste, this,
+                &FormExif::lineedit_paste);
     }
     setCentralWidget(centre);
 }
