@@ -97,7 +97,12 @@ bool lumi::bench::makeHugePhoto(const QString &path, QSize size)
 
 bool lumi::bench::makePhotoWithThumbnail(const QString &path, QSize size)
 {
-    return test::ExifBuilder().photo(encoded(size)).thumbnail(encoded({160, 120})).write(path);
+    // The thumbnail's directory is the second one, so there must be a first.
+    return test::ExifBuilder()
+        .ascii(ExifListKind::Ifd0, 0x010F, "Anvil Works") // the make
+        .photo(encoded(size))
+        .thumbnail(encoded({160, 120}))
+        .write(path);
 }
 
 bool lumi::bench::makeFolder(const QString &path, int count)
