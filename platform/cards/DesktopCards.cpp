@@ -106,12 +106,17 @@ void lumi::DesktopCards::mountNew(const QList<RemovableDrive> &drives)
         const QString name = drive.path;
         now.insert(name);
         if (drive.folders.isEmpty() && !m_drives.contains(name)) {
-            QTimer::singleShot(kDesktopMountsMs, this, [this, name] {
-                mountIfUnused(name);
-            });
+            mountLater(name);
         }
     }
     m_drives = now;
+}
+
+void lumi::DesktopCards::mountLater(const QString &name)
+{
+    QTimer::singleShot(kDesktopMountsMs, this, [this, name] {
+        mountIfUnused(name);
+    });
 }
 
 void lumi::DesktopCards::mountIfUnused(const QString &name)

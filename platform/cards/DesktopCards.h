@@ -31,6 +31,7 @@ private Q_SLOTS:
 private:
     void update();
     void mountNew(const QList<RemovableDrive> &drives);
+    void mountLater(const QString &name);
     void mountIfUnused(const QString &name);
 
     QList<Slot> m_slots; ///< those that follow the desktop

@@ -120,9 +120,9 @@ void TestFormExif::itsMenusAreInOrder()
     for (const char *name : {"Cut", "Copy", "Paste"}) {
         QAction *action = m_user->entry(QLatin1String(name));
         const QWidget *button = bars.last()->widgetForAction(action);
-        QVERIFY(button != nullptr);
-        QVERIFY(button->isVisible());
-        QVERIFY(button->width() >= 40 && button->height() >= 38);
+        const bool isShown = button != nullptr && button->isVisible();
+        const QSize size = isShown ? button->size() : QSize();
+        QVERIFY(size.width() >= 40 && size.height() >= 38);
         QVERIFY(bars.first()->widgetForAction(action) == nullptr);
     }
     QCOMPARE(m_user->form->contextMenuPolicy(), Qt::NoContextMenu);
