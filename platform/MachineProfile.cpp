@@ -19,10 +19,10 @@ using Key = lumi::MachineProfile::Key;
 
 struct Row
 {
-    Key key;
-    const char *group;
-    const char *name;
-    const char *def;
+    Key key = Key::MountCF;
+    const char *group = nullptr;
+    const char *name = nullptr;
+    const char *def = nullptr;
     const char *installed = nullptr; ///< where it is installed, relative to the program's folder
 };
 

@@ -95,10 +95,15 @@ void lumi::TouchJudge::update(const QTouchEvent &event)
     } else if (m_state == State::Pinching && event.points().size() > 1) {
         pinch(event);
     } else {
-        for (const QEventPoint &point : event.points()) {
-            if (point.id() == m_finger) {
-                moveTo(point.globalPosition());
-            }
+        followFinger(event);
+    }
+}
+
+void lumi::TouchJudge::followFinger(const QTouchEvent &event)
+{
+    for (const QEventPoint &point : event.points()) {
+        if (point.id() == m_finger) {
+            moveTo(point.globalPosition());
         }
     }
 }

@@ -46,6 +46,7 @@ private:
     void update(const QTouchEvent &event);
     void end();
     void cancel();
+    void followFinger(const QTouchEvent &event);
     void moveTo(QPointF position);
     void decide();
     void press();
