@@ -17,7 +17,7 @@ inline constexpr qint64 kBlockBytes = 128;
 
 /// KB in which the decoder may hold a photo of several scans for a thumbnail. A progressive
 /// photo of 12 megapixels takes 36 to 72, with four samples a pixel 92 MB.
-inline constexpr qint64 kMostThumbnailKB = 98304;
+inline constexpr qint64 kMostThumbnailKB = qint64{96} * 1024;
 
 /// Blocks that all scans of a photo together may read for a thumbnail. The limit allows six reads
 /// of each block of the largest photo, as in the usual progressive photo. A photo of a single scan
@@ -25,7 +25,7 @@ inline constexpr qint64 kMostThumbnailKB = 98304;
 inline constexpr qint64 kThumbnailReads = 6 * kMostThumbnailKB * 1024 / kBlockBytes;
 
 /// The same for the screen. The viewer reads in pieces, so this only limits the waiting time.
-inline constexpr qint64 kScreenReads = 1 << 26;
+inline constexpr qint64 kScreenReads = qint64{64} * 1024 * 1024;
 
 /// The largest size with the photo's proportions in the box, each side at least 1. (0, 0) if a side
 /// of either is not positive.

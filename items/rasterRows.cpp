@@ -72,9 +72,9 @@ qsizetype placeOf(QPoint pixel, QSize stored, lumi::Orientation orientation)
     return upright.x() * height + (height - 1 - upright.y());
 }
 
-/// A run is a sequence of pixels that are adjacent in the raster. The conversion is a template argument, so that
-/// the inner loop has no branches. So is count for a whole block, so that its loop has a fixed
-/// length.
+/// A run is a sequence of pixels that are adjacent in the raster. The conversion is a template
+/// argument, so that the inner loop has no branches. So is count for a whole block, so that its loop
+/// has a fixed length.
 template <auto convert, class Count, class Pixel>
 void copyRuns(const uchar *source, Steps run, Count count, Steps next, Pixel *target)
 {

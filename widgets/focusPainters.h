@@ -9,7 +9,7 @@ class MyImageButton;
 namespace lumi {
 
 inline constexpr QRgb kFocusColor = 0xFFFFFF00; ///< of all focus frames
-/// The color of the line inside each frame. Yellow alone is hard to see on a light picture.
+/// The colour of the line inside each frame. Yellow alone is hard to see on a light picture.
 inline constexpr QRgb kFocusShade = 0xFF202020;
 
 /// The frame of the small buttons.

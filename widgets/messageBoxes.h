@@ -40,8 +40,8 @@ void tellError(QWidget *parent, const QString &text, BoxLines lines = BoxLines::
 /// A warning that asks for Yes or No. No is the default, and what Escape and closing the box mean.
 [[nodiscard]] bool confirm(QWidget *parent, const QString &caption, const QString &question);
 
-/// The same for a question whether changes may be lost. If the program is asked to end, they are
-/// lost without a question.
+/// Asks like confirm() whether changes may be lost. If the program is asked to end, the answer is true
+/// without a box.
 [[nodiscard]] bool confirmDiscard(QWidget *parent, const QString &caption, const QString &question);
 
 /// A question without an icon. Yes is the default; Escape and closing the box mean No.

@@ -2,7 +2,7 @@
 // The fixed paths of the slots that follow the desktop's mounts: one link per slot in a folder of the
 // user's runtime folder. A link leads to the folder of a card, or to an empty folder with the marker
 // "NotAvailable". The paths are the same at each start, so the thumbnails of a card are found again.
-// They stay behind at the end of the program, and go with the runtime folder at the end of the session.
+// They stay at the end of the program. The end of the session removes the runtime folder.
 #pragma once
 
 #include "platform/Machine.h"
