@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 // The steps of the user: what they show and when, also in an automatic show.
+#include "platform/touch/gestures.h"
 #include "tests/support/TestMain.h"
 #include "tests/viewer/ShowFixture.h"
 
+#include <QCoreApplication>
 #include <QTest>
 
 using lumi::test::kLong;
@@ -28,6 +30,14 @@ bool hasPreviousSign(const ShowFixture &show)
     return hasSign(show, 0);
 }
 
+/// Whether the show used the swipe.
+bool swipe(const ShowFixture &show, lumi::SwipeEvent::Direction direction)
+{
+    lumi::SwipeEvent event(direction);
+    QCoreApplication::sendEvent(show.show.get(), &event);
+    return event.isAccepted();
+}
+
 } // namespace
 
 class TestSlideShowSteps : public QObject
@@ -41,6 +51,8 @@ private Q_SLOTS:
     void cleanup() { m_show.reset(); }
 
     void aManualShowOnlyFollowsKeys();
+    void aManualShowFollowsSwipes();
+    void anAutomaticShowIgnoresSwipes();
     void aManualShowCountsNoRounds();
     void aManualStepBackNeedsNoDecode();
     void theLastManualStepWins();
@@ -75,6 +87,32 @@ void TestSlideShowSteps::aManualShowOnlyFollowsKeys()
         QVERIFY(!m_show->timer("slideTimer")->isActive());
         QCOMPARE(m_show->picture("c")->starts, 0);
         QVERIFY(!m_show->isOver());
+    });
+}
+
+void TestSlideShowSteps::aManualShowFollowsSwipes()
+{
+    m_show->addPictures(3);
+    m_show->make({false, true, 20, 1, 0});
+    m_show->run([this] {
+        QVERIFY(swipe(*m_show, lumi::SwipeEvent::Left));
+        QVERIFY(m_show->sees("b"));
+        QVERIFY(swipe(*m_show, lumi::SwipeEvent::Up));
+        QVERIFY(m_show->sees("c"));
+        QVERIFY(swipe(*m_show, lumi::SwipeEvent::Right));
+        QVERIFY(m_show->sees("b"));
+    });
+}
+
+void TestSlideShowSteps::anAutomaticShowIgnoresSwipes()
+{
+    m_show->addPictures(3);
+    m_show->make({true, true, kLong, 1, 0});
+    m_show->run([this] {
+        QVERIFY(!swipe(*m_show, lumi::SwipeEvent::Left));
+        QVERIFY(!swipe(*m_show, lumi::SwipeEvent::Right));
+        QVERIFY(m_show->playsOn("bc"));
+        QCOMPARE(m_show->seen().join(QString()), QStringLiteral("abc"));
     });
 }
 

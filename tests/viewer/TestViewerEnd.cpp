@@ -8,6 +8,8 @@
 #include <QAbstractEventDispatcher>
 #include <QApplication>
 #include <QTest>
+#include <QToolButton>
+#include <QWindow>
 
 using lumi::DecodeError;
 using lumi::test::kMemoryBox;
@@ -35,10 +37,14 @@ private Q_SLOTS:
     void otherMessagesAreIgnored();
     void closing_data();
     void closing();
+    void theCloseButtonReplacesATitleBar_data();
+    void theCloseButtonReplacesATitleBar();
     void theItemMayBeDeleted();
 };
 
 namespace {
+
+constexpr int kCloseButton = 5; ///< of ViewerFixture::button()
 
 /// The times of the waiting QTimer::singleShot(), whose objects belong to the dispatcher.
 QList<int> singleShots()
@@ -52,6 +58,22 @@ QList<int> singleShots()
     }
     return times;
 }
+
+/// While it exists, new windows have no title bar, as on a bare screen.
+class NoTitleBars : public QObject
+{
+public:
+    NoTitleBars() { qApp->installEventFilter(this); }
+
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        auto *widget = qobject_cast<QWidget *>(watched);
+        if (event->type() == QEvent::WinIdChange && widget != nullptr && widget->isWindow()) {
+            widget->windowHandle()->setFlag(Qt::FramelessWindowHint);
+        }
+        return false;
+    }
+};
 
 } // namespace
 
@@ -205,6 +227,25 @@ void TestViewerEnd::closing()
     QVERIFY(!FrameBuffer::instance().isAllocated());
     m_it->close();
     QVERIFY(image->rasterBits() == nullptr);
+}
+
+void TestViewerEnd::theCloseButtonReplacesATitleBar_data()
+{
+    QTest::addColumn<bool>("hasTitleBar");
+    QTest::newRow("a desktop's window") << true;
+    QTest::newRow("a window without a title bar") << false;
+}
+
+void TestViewerEnd::theCloseButtonReplacesATitleBar()
+{
+    QFETCH(bool, hasTitleBar);
+    const auto bare = hasTitleBar ? nullptr : std::make_unique<NoTitleBars>();
+    openOne();
+    QToolButton *button = m_it->button(kCloseButton);
+    QCOMPARE(button->isVisible(), !hasTitleBar);
+    QTimer::singleShot(20, button, &QToolButton::click);
+    QVERIFY(m_it->run());
+    QVERIFY(!m_it->viewer->isVisible());
 }
 
 void TestViewerEnd::theItemMayBeDeleted()
