@@ -38,6 +38,8 @@ private Q_SLOTS:
     void profileOfTheProgramsPrefixIsFound();
     void picturesAreFoundFromTheProgramsPlace();
     void missingPicturesAreReportedAndReplaced();
+    void aScaleThatTheScreenHasNoRoomForIsLowered_data();
+    void aScaleThatTheScreenHasNoRoomForIsLowered();
 
 private:
     /// Puts a photo into the store.
@@ -306,6 +308,24 @@ void TestStartUp::missingPicturesAreReportedAndReplaced()
     windows.removeAll(QStringLiteral("picture: 58x58")); // the left column
     QCOMPARE(windows.mid(2),
              (QStringList{QStringLiteral("picture: 236x236"), QStringLiteral("picture: 236x236")}));
+}
+
+void TestStartUp::aScaleThatTheScreenHasNoRoomForIsLowered_data()
+{
+    lumi::test::columns<QString>();
+    QTest::newRow("twice as large") << QStringLiteral("2");
+    QTest::newRow("a little larger") << QStringLiteral("1.25");
+}
+
+void TestStartUp::aScaleThatTheScreenHasNoRoomForIsLowered()
+{
+    const auto [factor] = lumi::test::row<QString>();
+    m_environment.insert(QStringLiteral("QT_SCALE_FACTOR"), factor);
+    const Outcome outcome = run(QStringLiteral("screen"));
+    QCOMPARE(outcome.status, 0);
+    QCOMPARE(
+        outcome.windows,
+        (QStringList{QStringLiteral("window: Lumi Vault"), QStringLiteral("screen: 640x480")}));
 }
 
 LUMI_TEST(TestStartUp)

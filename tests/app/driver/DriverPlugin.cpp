@@ -4,7 +4,8 @@
 // message boxes with their default button and accepts dialogs that ask for a text.
 // $LUMI_DRIVER_END says how it ends the program: "close" closes the main window as a window manager
 // would, "exit:N" leaves the event loop with N, "visit" first opens the slideshow and the full view
-// of the browser's first photo and closes them after a second. Other values let the program run:
+// of the browser's first photo and closes them after a second, "screen" writes the size of the screen
+// in logical pixels and closes the main window. Other values let the program run:
 // "browse" opens the browser, "open:A,B" also calls its slots A and B and leaves open what the last
 // one opens, "import" imports the SD card, "behind" covers the main window by another one and
 // writes a line when the main window is active again.
@@ -20,6 +21,7 @@
 #include <QMainWindow>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScreen>
 #include <QScrollArea>
 #include <QShowEvent>
 #include <QThread>
@@ -109,7 +111,7 @@ private:
     {
         const auto labels = main->findChildren<QLabel *>();
         for (const QLabel *label : labels) {
-            const QSize size = label->pixmap(Qt::ReturnByValue).size();
+            const QSize size = label->pixmap().size();
             if (!size.isEmpty()) {
                 report(QStringLiteral("picture: %1x%2").arg(size.width()).arg(size.height()));
             }
@@ -181,6 +183,10 @@ private:
                   false);
             main->close();
         } else if (way == QLatin1String("close")) {
+            main->close();
+        } else if (way == QLatin1String("screen")) {
+            const QSize size = main->screen()->size();
+            report(QStringLiteral("screen: %1x%2").arg(size.width()).arg(size.height()));
             main->close();
         } else if (way.startsWith(QLatin1String("exit:"))) {
             QCoreApplication::exit(way.mid(5).toInt());
