@@ -39,7 +39,7 @@ bool showsThumbnail(const FPVItemObject *item)
     }
     const auto labels = cell->findChildren<QLabel *>();
     return std::any_of(labels.begin(), labels.end(), [](const QLabel *label) {
-        return !label->pixmap(Qt::ReturnByValue).isNull();
+        return !label->pixmap().isNull();
     });
 }
 

@@ -9,6 +9,7 @@
 #include "widgets/commonActions.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -146,7 +147,7 @@ void FormFile::menuGrayout()
     has[Checks] = m_mode != DetailMode;
     has[Checked] = has[Checks] && m_view->anyChecked();
     has[Clip] = !m_view->clipboardPaths().isEmpty();
-    for (QPopupMenu *menu : qAsConst(m_menus)) {
+    for (QPopupMenu *menu : std::as_const(m_menus)) {
         for (const NeedRow &row : kNeeds) {
             menu->setItemEnabled(row.id, has.at(row.need));
         }

@@ -68,7 +68,7 @@ bool FPVThumbnailItem::setPictureVisible(bool show, bool relayout)
     }
     if (show) {
         makePicture();
-        if (m_picture->pixmap(Qt::ReturnByValue).cacheKey() != m_pixmap->cacheKey()) {
+        if (m_picture->pixmap().cacheKey() != m_pixmap->cacheKey()) {
             m_picture->setPixmap(*m_pixmap);
         }
     }

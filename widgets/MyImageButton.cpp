@@ -199,7 +199,7 @@ void MyImageButton::focusOutEvent(QFocusEvent *event)
 void MyImageButton::paintEvent(QPaintEvent * /*event*/)
 {
     QPainter painter(this);
-    painter.drawPixmap(0, 0, pixmap(Qt::ReturnByValue));
+    painter.drawPixmap(0, 0, pixmap());
     if (!hasFocus()) {
         return;
     }

@@ -260,7 +260,7 @@ void TestMainWindow::toolBarOutlivesTheForms()
 /// The focus is always on this button, whatever had it in the form before.
 void TestMainWindow::theTopMenuComesBackWithTheFocus()
 {
-    QApplication::setActiveWindow(m_window.get());
+    m_window->activateWindow();
     m_window->changeForm(2, QString());
     QTRY_VERIFY(qobject_cast<FPVThumbnailView *>(QApplication::focusWidget()) != nullptr);
     m_window->changeForm(0, QString());

@@ -10,6 +10,7 @@
 
 #include <filesystem>
 #include <system_error>
+#include <utility>
 
 using lumi::test::ImportFixture;
 using lumi::test::stateOf;
@@ -98,7 +99,7 @@ void FlowTest::compareFailedRun(const QStringList &captions, const QStringList &
     QCOMPARE(m_form->driver.texts().mid(captions.size() - texts.size()), texts);
     QVERIFY(m_cards && areCardsUntouched());
     QVERIFY(!m_form->form->isBusy() && m_form->form->canClose());
-    for (const lumi::test::SeenDialog &dialog : qAsConst(m_form->driver.seen)) {
+    for (const lumi::test::SeenDialog &dialog : std::as_const(m_form->driver.seen)) {
         QCOMPARE(dialog.parent.data(), m_form->form.get());
     }
 }

@@ -10,6 +10,7 @@
 
 #include <csignal>
 #include <optional>
+#include <utility>
 
 #include <dlfcn.h>
 #include <fcntl.h>
@@ -214,7 +215,7 @@ void TestDiskSync::aFileIsWrittenBackInPieces()
     QVERIFY(ranges.size() > 1);
     QVERIFY(rounds >= ranges.size() - 1);
     qint64 end = 0;
-    for (const QPair<qint64, qint64> &range : qAsConst(ranges)) {
+    for (const QPair<qint64, qint64> &range : std::as_const(ranges)) {
         QCOMPARE(range.first, end);
         QVERIFY(range.second <= 256 * 1024);
         end += range.second;

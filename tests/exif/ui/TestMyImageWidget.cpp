@@ -116,7 +116,7 @@ void TestMyImageWidget::aPhotoIsShown()
     QVERIFY(m_info->combo->isEnabled());
     QVERIFY(m_info->button->isEnabled());
     QCOMPARE(m_info->panel->picture()->item(), m_info->item.get());
-    QVERIFY(!m_info->panel->picture()->pixmap(Qt::ReturnByValue).isNull());
+    QVERIFY(!m_info->panel->picture()->pixmap().isNull());
     const qint64 bytes = QFileInfo(m_info->item->path()).size();
     QCOMPARE(m_info->lines(),
              (QStringList{QStringLiteral("Picture Size"),
@@ -205,7 +205,7 @@ void TestMyImageWidget::noItem()
     QVERIFY(!m_info->button->isEnabled());
     QVERIFY(m_info->browser->toPlainText().isEmpty());
     QCOMPARE(m_info->panel->picture()->item(), nullptr);
-    QVERIFY(m_info->panel->picture()->pixmap(Qt::ReturnByValue).isNull());
+    QVERIFY(m_info->panel->picture()->pixmap().isNull());
     QVERIFY(waits.texts.isEmpty());
     m_info->panel->combo_exifinfo_activated(1);
     QVERIFY(m_info->browser->toPlainText().isEmpty());

@@ -170,7 +170,7 @@ void TestMyImageWidgetReading::aDeletedItemIsReleased()
     m_info->item.reset();
     QVERIFY(m_info->browser->toPlainText().isEmpty());
     QVERIFY(!m_info->combo->isEnabled() && !m_info->button->isEnabled());
-    QVERIFY(m_info->panel->picture()->pixmap(Qt::ReturnByValue).isNull());
+    QVERIFY(m_info->panel->picture()->pixmap().isNull());
     QVERIFY(!isHeldOpen(path));
     // Another item can get the address of the old one.
     m_info->item = std::make_unique<FPVItemJpeg>(path, QString(), false);

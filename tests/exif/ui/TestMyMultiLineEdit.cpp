@@ -17,6 +17,7 @@
 
 #include <functional>
 #include <memory>
+#include <utility>
 
 namespace {
 
@@ -145,7 +146,7 @@ void TestMyMultiLineEdit::keysAreFiltered()
 {
     const auto [mask, typed, text] = lumi::test::row<int, QString, QString>();
     m_edit->setCharMask(mask);
-    for (const QChar character : qAsConst(typed)) {
+    for (const QChar character : std::as_const(typed)) {
         // A refused character is not passed to another widget.
         QVERIFY(m_edit->send(Qt::Key_unknown, QString(character)));
     }
@@ -249,7 +250,7 @@ void TestMyMultiLineEdit::aRefusedCompositionKeepsTheText()
     } else {
         m_edit->selectAll();
     }
-    for (const QString &letters : qAsConst(composed)) {
+    for (const QString &letters : std::as_const(composed)) {
         m_edit->compose(letters, QString());
     }
     m_edit->compose(QString(), commit, corrected);
