@@ -174,6 +174,8 @@ void FPVThumbnailItem::leavePage()
     }
     m_item = nullptr;
     m_next = nullptr;
+    // Disconnecting them would also keep destroyed() from the objects that Qt makes for screen readers.
+    blockSignals(true);
     // If the focus proxy has the keyboard focus, deleting this widget would clear the focus.
     setFocusProxy(nullptr);
 }

@@ -52,7 +52,7 @@ public:
     void setNext(FPVThumbnailItem *next, QSize size, bool wantCheck);
     void toggleItemCheck(bool on);
     void relayout();
-    /// Disconnects the cell from item, chain and timer before it is deleted.
+    /// Before the cell is deleted: takes it off item, chain and timer, and blocks its signals.
     void leavePage();
 
     /// Null after the item was deleted or the cell has left its page.

@@ -64,7 +64,6 @@ void lumi::ThumbnailPage::stop()
 void lumi::ThumbnailPage::takeOut(FPVThumbnailItem *cell)
 {
     cell->leavePage();
-    cell->disconnect();
     cell->hide();
     cell->deleteLater();
 }
@@ -75,7 +74,6 @@ void lumi::ThumbnailPage::leave()
     const QList<FPVThumbnailItem *> all = cells();
     for (FPVThumbnailItem *cell : all) {
         cell->leavePage();
-        cell->disconnect();
     }
     setFocusProxy(nullptr);
     hide();

@@ -20,6 +20,7 @@ private Q_SLOTS:
 
     void everyModeHasAListOfCells_data();
     void everyModeHasAListOfCells();
+    void aCellOfAnotherPageIsForgotten();
     void theStateFollowsCursorAndFocus();
     void theStateFollowsTheMark();
     void aPressActsLikeATap();
@@ -85,6 +86,16 @@ void TestSpokenCells::everyModeHasAListOfCells()
         QCOMPARE(bool(cell->state().checkable), i > 0 && mode != 'd');
         QVERIFY(cell->state().focusable && cell->state().selectable);
     }
+}
+
+/// Otherwise a new widget at its address would be described as the old one, and crash the program.
+void TestSpokenCells::aCellOfAnotherPageIsForgotten()
+{
+    const QAccessible::Id id = QAccessible::uniqueId(seen(1));
+    QVERIFY(QAccessible::accessibleInterface(id) == seen(1));
+    m_view->showSmall();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QVERIFY(QAccessible::accessibleInterface(id) == nullptr);
 }
 
 void TestSpokenCells::theStateFollowsCursorAndFocus()
