@@ -262,8 +262,8 @@ void TestScreenReader::theEditor()
     m_user->tapItem(QStringLiteral("p.jpg"));
     const char *const pages[]
         = {"EditableText 'Author'; EditableText 'Compilation'",
-           "EditableText 'Owner'; EditableText 'Title'; EditableText 'Related Audio'; "
-           "EditableText 'Comment'",
+           ("EditableText 'Owner'; EditableText 'Title'; EditableText 'Related Audio'; "
+            "EditableText 'Comment'"),
            "EditableText 'Lat.'; EditableText 'Long.'; EditableText 'Alt.'"};
     const auto read = [&](QWidget *window) {
         check(window,

@@ -11,7 +11,8 @@ namespace lumi::test {
 /// Relative luminance of sRGB, 0 to 1, as the Web Content Accessibility Guidelines define it.
 [[nodiscard]] inline double luminance(const QColor &color)
 {
-    const auto linear = [](double value) {
+    const auto linear = [](float channel) {
+        const auto value = static_cast<double>(channel);
         return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
     };
     return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF())

@@ -40,7 +40,7 @@ EditTexts textsOf(std::initializer_list<std::pair<EditField, QString>> filled)
 {
     EditTexts texts;
     for (const auto &[field, text] : filled) {
-        texts.at(field) = text;
+        texts.at(std::size_t(field)) = text;
     }
     return texts;
 }

@@ -27,7 +27,7 @@ namespace {
 
 ExifBuilder photoWith(EditField field, const QByteArray &bytes)
 {
-    const EditRule &rule = kEditRules.at(field);
+    const EditRule &rule = kEditRules.at(std::size_t(field));
     const quint16 type = field == CommentField ? 7 : 2;
     ExifBuilder photo;
     photo.value(rule.list, rule.tag, type, static_cast<quint32>(bytes.size()), bytes);
@@ -236,7 +236,7 @@ void TestFormExif::fieldsTakeWhatTheirTagsHold()
 {
     m_user->open();
     for (const EditField field : kAllFields) {
-        const EditRule &rule = kEditRules.at(field);
+        const EditRule &rule = kEditRules.at(std::size_t(field));
         const MyMultiLineEdit *edit = m_user->edit(field);
         QCOMPARE(edit->charMask(), rule.charMask);
         QCOMPARE(edit->maxLength(), rule.maxLength);
