@@ -15,6 +15,8 @@ waylandPackages=(weston qt6-wayland imagemagick)
 benchPackages=("${runPackages[@]}" libexif-dev)
 # Building and checking the Debian package.
 packagePackages=("${runPackages[@]}" appstream debhelper desktop-file-utils dpkg-dev fakeroot file git lintian man-db python3 systemd)
+# The checks that run at night.
+nightlyPackages=(clang llvm libclang-rt-dev debootstrap dosfstools fusefat "${packagePackages[@]}")
 # The checks of form.
 checkPackages=(clang-format clang-tidy codespell shellcheck desktop-file-utils)
 
