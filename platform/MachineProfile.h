@@ -2,9 +2,9 @@
 // Paths and numbers of one machine, read from profile files at first use. A key counts in the first
 // of these files that has it: lumivault/machine.ini in the user's, then in the system's
 // configuration folders, then in etc/xdg of the prefix that the program is installed under. If
-// $LUMIVAULT_MACHINE names a file, that file replaces all of them. A key that no file has gets the
-// value of the handheld, but the helper program and the pictures are first looked for where they are
-// installed with the program.
+// $LUMIVAULT_MACHINE names a file, that file replaces all of them. A key that no file has gets its
+// default. The helper program and the pictures are first looked for where they are installed with
+// the program.
 // Format: INI (see IniText.h); the keys and their defaults are the table in the .cpp file and
 // machine.ini. A relative path is relative to the folder of its file; closing "/" are taken off.
 #pragma once

@@ -33,7 +33,7 @@ private Q_SLOTS:
     void initTestCase();
     void init();
     void cleanup();
-    void withoutAProfileTheHandheldsValuesApply();
+    void withoutAProfileTheDefaultsApply();
     void theNamedFileComesFirst();
     void theUsersFileChangesSingleKeys();
     void aRelativeNameIsRelativeToTheFolderOfTheStart();
@@ -85,7 +85,7 @@ void TestMachineProfile::cleanup()
     qunsetenv("LUMIVAULT_MACHINE");
 }
 
-void TestMachineProfile::withoutAProfileTheHandheldsValuesApply()
+void TestMachineProfile::withoutAProfileTheDefaultsApply()
 {
     const lumi::MachineProfile profile;
     QCOMPARE(profile.path(Key::MountCF), QStringLiteral("/mnt/cf"));
