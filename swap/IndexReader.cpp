@@ -96,7 +96,7 @@ QString lumi::IndexReader::readText()
         return {};
     }
     const char *start = m_bytes.constData() + m_position;
-    m_position += field;
+    m_position += static_cast<qsizetype>(field);
     // The text ends at a zero byte, which no file name contains.
     return QString::fromLatin1(
         start, static_cast<qsizetype>(qstrnlen(start, static_cast<std::size_t>(length))));

@@ -144,7 +144,7 @@ bool ExifSegment::readHere(std::span<char> target)
 
 char ExifSegment::byteAt(qint64 offset) const
 {
-    return offset < m_bytes.size() ? m_bytes.at(offset) : '\0';
+    return offset < m_bytes.size() ? m_bytes.at(static_cast<qsizetype>(offset)) : '\0';
 }
 
 quint16 ExifSegment::u16(qint64 offset) const

@@ -93,7 +93,7 @@ QByteArray lumi::ifdBytes(const ExifTagList &list, quint32 offset)
         store(head, entry + kCountPlace, tag->count());
         if (value.size() > kInlineValueSize) {
             store(head, entry + kValuePlace,
-                  static_cast<quint32>(offset + headSize + values.size()));
+                  offset + static_cast<quint32>(headSize + values.size()));
             values += value;
             values.append(values.size() % 2, '\0');
         } else {
