@@ -223,7 +223,7 @@ void TestFPVExifDocumentBounds::pointedDirectoryOfACutFileKeepsWhatIsThere()
     for (const ExifListKind list : {Exif, Gps, Ifd1}) {
         ExifBuilder photo;
         photo.shorts(Ifd0, 0x0112, {6}).shorts(list, 0x0005, {1}).shorts(list, 0x0007, {1});
-        const qsizetype firstEnd = 12 + photo.offsetOf(list) + 2 + 12;
+        const qsizetype firstEnd = 12 + qsizetype(photo.offsetOf(list)) + 2 + 12;
         const FPVExifDocument document(m_folder.put(photo.file().left(firstEnd)));
         QVERIFY(document.isValid());
         QCOMPARE(numbersOf(document.list(list)), QList<int>{0x0005});

@@ -54,7 +54,8 @@ QString wordOf(const List &list, qint64 value)
         return QStringLiteral("Other");
     }
     const QStringList words = QString::fromLatin1(list.words).split(QLatin1Char('|'));
-    const QString word = value < list.first ? QString() : words.value(value - list.first);
+    const auto place = static_cast<qsizetype>(value - list.first);
+    const QString word = place < 0 ? QString() : words.value(place);
     return word == QLatin1String("-") ? QString() : word;
 }
 
