@@ -23,6 +23,22 @@ bool isBoxButton(const QWidget *widget)
     return widget != nullptr && qobject_cast<QDialogButtonBox *>(widget->parentWidget()) != nullptr;
 }
 
+/// Whether the widget has the focus, and a key has moved it.
+bool showsFocus(const QStyleOption *option)
+{
+    constexpr QStyle::State kShown = QStyle::State_HasFocus | QStyle::State_KeyboardFocusChange;
+    return (option->state & kShown) == kShown;
+}
+
+void drawFocus(const QStyleOption *option, QPainter *painter)
+{
+    painter->save();
+    painter->setPen(QPen(QColor(lumi::kFocusRing), 2));
+    painter->setBrush(Qt::NoBrush);
+    painter->drawRect(option->rect.adjusted(1, 1, -1, -1));
+    painter->restore();
+}
+
 QPalette lightPalette()
 {
     const QColor window(239, 239, 239);
@@ -52,6 +68,28 @@ lumi::PanelStyle::PanelStyle()
     : QProxyStyle(QStringLiteral("Fusion"))
 { }
 
+void lumi::PanelStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *option,
+                                     QPainter *painter, const QWidget *widget) const
+{
+    if (element == PE_FrameFocusRect) {
+        drawFocus(option, painter);
+        return;
+    }
+    QProxyStyle::drawPrimitive(element, option, painter, widget);
+    if (element == PE_PanelButtonCommand && showsFocus(option)) {
+        drawFocus(option, painter);
+    }
+}
+
+void lumi::PanelStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex *option,
+                                          QPainter *painter, const QWidget *widget) const
+{
+    QProxyStyle::drawComplexControl(control, option, painter, widget);
+    if (control == CC_ComboBox && showsFocus(option)) {
+        drawFocus(option, painter);
+    }
+}
+
 void lumi::PanelStyle::drawControl(ControlElement element, const QStyleOption *option,
                                    QPainter *painter, const QWidget *widget) const
 {
@@ -60,6 +98,9 @@ void lumi::PanelStyle::drawControl(ControlElement element, const QStyleOption *o
         element = CE_MenuBarEmptyArea;
     }
     QProxyStyle::drawControl(element, option, painter, widget);
+    if (element == CE_TabBarTabLabel && showsFocus(option)) {
+        drawFocus(option, painter);
+    }
 }
 
 void lumi::PanelStyle::polish(QPalette &palette)

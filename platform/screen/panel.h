@@ -16,5 +16,7 @@ inline constexpr int kFingerSize = 40;
 /// The colour of what is chosen or at the cursor, and of any other cell.
 inline constexpr QRgb kChosenColor = 0xFFE8945A;
 inline constexpr QRgb kCellColor = 0xFFACACAC;
+/// The colour of the keyboard focus on light widgets.
+inline constexpr QRgb kFocusRing = 0xFF6B2A06;
 
 } // namespace lumi

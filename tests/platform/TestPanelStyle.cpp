@@ -4,6 +4,8 @@
 #include "tests/support/TestMain.h"
 #include "tests/support/contrast.h"
 
+#include <QComboBox>
+#include <QHBoxLayout>
 #include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
@@ -12,8 +14,13 @@
 #include <QTabBar>
 #include <QTest>
 #include <QToolBar>
+#include <QToolButton>
+
+#include <functional>
 
 using lumi::PanelStyle;
+
+Q_DECLARE_METATYPE(std::function<QWidget *()>)
 
 class TestPanelStyle : public QObject
 {
@@ -24,6 +31,8 @@ private Q_SLOTS:
     void whatIsChosenIsOrange();
     void aDarkDesktopChangesNoColour();
     void textsCanBeRead();
+    void theFocusCanBeSeen_data();
+    void theFocusCanBeSeen();
     void aToolBarLooksLikeItsMenuBar();
     void entriesOfMenusAreHighEnough();
     void separatorsTakeNoMoreRoomThanUsual();
@@ -64,6 +73,55 @@ void TestPanelStyle::textsCanBeRead()
     QVERIFY(contrast(QPalette::Text, QPalette::Base) >= 4.5);
     QVERIFY(contrast(QPalette::ButtonText, QPalette::Button) >= 4.5);
     QVERIFY(contrast(QPalette::HighlightedText, QPalette::Highlight) >= 4.5);
+}
+
+void TestPanelStyle::theFocusCanBeSeen_data()
+{
+    QTest::addColumn<std::function<QWidget *()>>("make");
+    QTest::newRow("push button") << std::function<QWidget *()>([] {
+        return new QPushButton;
+    });
+    QTest::newRow("list of choices") << std::function<QWidget *()>([] {
+        return new QComboBox;
+    });
+    QTest::newRow("tool button") << std::function<QWidget *()>([] {
+        auto *button = new QToolButton;
+        button->setFocusPolicy(Qt::TabFocus);
+        return button;
+    });
+    QTest::newRow("tab") << std::function<QWidget *()>([] {
+        auto *bar = new QTabBar;
+        bar->addTab(QStringLiteral("A wide tab"));
+        return bar;
+    });
+}
+
+/// Most pixels of the frame that the Tab key brings differ from those below it by the contrast that
+/// marks of the focus need.
+void TestPanelStyle::theFocusCanBeSeen()
+{
+    QFETCH(std::function<QWidget *()>, make);
+    QWidget window;
+    auto *layout = new QHBoxLayout(&window);
+    auto *other = new QPushButton(&window);
+    auto *widget = make();
+    widget->setMinimumSize(100, lumi::kFingerSize);
+    layout->addWidget(other);
+    layout->addWidget(widget);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    other->setFocus();
+    const QImage before = widget->grab().toImage();
+    QTest::keyClick(other, Qt::Key_Tab);
+    QVERIFY(widget->hasFocus());
+    const QImage after = widget->grab().toImage();
+    int marked = 0;
+    for (int x = 0; x < after.width(); ++x) {
+        for (int y = 0; y < after.height(); ++y) {
+            marked += lumi::test::contrast(before.pixelColor(x, y), after.pixelColor(x, y)) >= 3;
+        }
+    }
+    QVERIFY(marked >= after.width());
 }
 
 void TestPanelStyle::aToolBarLooksLikeItsMenuBar()
