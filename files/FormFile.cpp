@@ -14,6 +14,7 @@
 #include "platform/toolkit/QAccel.h"
 #include "views/FPVThumbnailView.h"
 #include "views/folderRoots.h"
+#include "views/pageArithmetic.h"
 #include "widgets/LeftSide.h"
 #include "widgets/MyLeftWidget.h"
 
@@ -133,6 +134,8 @@ QWidget *FormFile::buildPicturePart(QWidget *rightSide)
     QWidget *panel = buildDetailPanel(part);
     m_view = new FPVThumbnailView(part, nullptr);
     m_view->setBackground(background);
+    // On a narrower screen the form scrolls.
+    m_view->setMinimumWidth(lumi::kPageWidth);
     connect(m_view, &FPVThumbnailView::selected, this, &FormFile::filelist_selected);
     connect(m_view, &FPVThumbnailView::decided, this, &FormFile::filelist_decided);
     auto *column = new QVBoxLayout(part);

@@ -13,6 +13,7 @@
 #include "tests/support/TestMain.h"
 #include "tests/support/methodNames.h"
 #include "views/FPVThumbnailView.h"
+#include "views/pageArithmetic.h"
 #include "widgets/MyImageButton.h"
 
 #include <QApplication>
@@ -115,6 +116,7 @@ private Q_SLOTS:
     void captionIsEmptiedFirst();
     void toolBarOutlivesTheForms();
     void theTopMenuComesBackWithTheFocus();
+    void theBrowserScrollsOnANarrowScreen();
     void previousFormIsRemembered();
     void requestsRunInOrder();
     void unknownFormChangesNothing_data();
@@ -268,6 +270,18 @@ void TestMainWindow::theTopMenuComesBackWithTheFocus()
     const auto *button = qobject_cast<MyImageButton *>(QApplication::focusWidget());
     QVERIFY(button != nullptr);
     QCOMPARE(button->pos(), QPoint(34, 85));
+}
+
+void TestMainWindow::theBrowserScrollsOnANarrowScreen()
+{
+    const auto *bar = m_window->findChild<QScrollArea *>()->horizontalScrollBar();
+    for (const int width : {640, 480}) {
+        m_window->resize(width, 640);
+        m_window->changeForm(lumi::FileForm, QString());
+        QCoreApplication::processEvents();
+        QCOMPARE(m_window->findChild<FPVThumbnailView *>()->width(), lumi::kPageWidth);
+        QCOMPARE(bar->maximum() > 0, width < 640);
+    }
 }
 
 void TestMainWindow::previousFormIsRemembered()
