@@ -157,11 +157,15 @@ bool FPVPictureScrollView::isDecodingLook() const
 void FPVPictureScrollView::setDecodingLook(bool on)
 {
     setZoomButtonsEnabled(false);
-    m_progressBar->setVisible(on);
-    m_progressSpacer->setVisible(on);
-    m_percentLabel->setVisible(!on);
-    m_prevButton->setVisible(!on);
-    m_nextButton->setVisible(!on);
+    const QWidgetList decoding{m_progressBar, m_progressSpacer};
+    const QWidgetList viewing{m_percentLabel, m_prevButton, m_nextButton};
+    // Both looks at once, even for a moment, would widen a narrow window.
+    for (QWidget *widget : on ? viewing : decoding) {
+        widget->hide();
+    }
+    for (QWidget *widget : on ? decoding : viewing) {
+        widget->show();
+    }
     // A button that is hidden or disabled passes the focus to another widget.
     m_scrollView->setFocus();
 }

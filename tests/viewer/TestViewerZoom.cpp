@@ -30,6 +30,7 @@ private Q_SLOTS:
     void aResizedWindowFitsAgain();
     void aLargerWindowDecodesAgain();
     void aZoomedPictureKeepsItsZoom();
+    void aDecodeKeepsTheWidthOfANarrowWindow();
     void zoomingDuringADecode();
     void buttonsFollowTheZoom();
     void theFitButtonFits();
@@ -158,6 +159,20 @@ void TestViewerZoom::aZoomedPictureKeepsItsZoom()
     m_it->viewer->resize(320, 480);
     QTest::qWait(300); // longer than the viewer waits for a final size
     QCOMPARE(shownPercent(), QStringLiteral("400%"));
+}
+
+void TestViewerZoom::aDecodeKeepsTheWidthOfANarrowWindow()
+{
+    constexpr QSize kNarrow(480, 600);
+    ScriptedImage *image = showOne();
+    m_it->viewer->resize(kNarrow);
+    QTRY_COMPARE(shownPercent(), QString::asprintf("%d%%", fit(kPhoto)));
+    m_it->viewer->zoomIn();
+    QVERIFY(m_it->isDecoding());
+    QCOMPARE(m_it->viewer->size(), kNarrow);
+    image->finish();
+    QVERIFY(m_it->waitForLook());
+    QCOMPARE(m_it->viewer->size(), kNarrow);
 }
 
 void TestViewerZoom::zoomingDuringADecode()
