@@ -12,6 +12,7 @@ namespace {
 
 constexpr int kPictureStates = 4;
 constexpr QSize kButtonSize(58, 58);
+constexpr QSize kColumnSize(72, 400); ///< of the picture bg_left
 
 using Slot = void (MyLeftWidget::*)();
 
@@ -104,9 +105,7 @@ MyLeftWidget::MyLeftWidget(QWidget *parent)
         connect(button, &MyImageButton::clicked, this, kButtons.at(i).slot);
         m_buttons.at(i) = button;
     }
-    const QSize size = m_background.deviceIndependentSize().toSize();
-    setMaximumSize(size);
-    setMinimumSize(size);
+    setFixedSize(kColumnSize);
 }
 
 template <typename Operation> void MyLeftWidget::forButtons(int index, Operation operation)
