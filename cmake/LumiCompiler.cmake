@@ -12,7 +12,9 @@ target_compile_definitions(lumi_options INTERFACE
   QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_NO_FOREACH
   QT_NO_URL_CAST_FROM_STRING QT_NO_NARROWING_CONVERSIONS_IN_CONNECT
   QT_USE_QSTRINGBUILDER QT_DISABLE_DEPRECATED_BEFORE=0x060400
-  $<$<CONFIG:Debug>:_GLIBCXX_ASSERTIONS>)
+  $<$<CONFIG:Debug>:_GLIBCXX_ASSERTIONS>
+  # Cards may have files of more than 2 GB.
+  $<$<EQUAL:${CMAKE_SIZEOF_VOID_P},4>:_FILE_OFFSET_BITS=64>)
 # What users get: hardened, optimised over all files, and without the build folder's name in it.
 if(NOT LUMI_SANITIZE)
   include(CheckIPOSupported)
