@@ -81,6 +81,7 @@ std::vector<lumi::bench::Row> lumi::bench::pageRows(const QString &folder)
     const FPVItemObject *last = list.at(kCells - 1);
     pageTime(view, last);
     std::vector<double> times;
+    times.reserve(kRounds);
     for (int round = 0; round < kRounds; ++round) {
         times.push_back(pageTime(view, last));
     }
