@@ -77,7 +77,7 @@ QString TestFaultyPaste::judge(const Ending &ending)
     }
     // Entries of a folder that can't be listed are only logged.
     const bool isListing = ending.call.startsWith("opendir ") || ending.call.startsWith("readdir ")
-        || ending.call.startsWith("lstat ") || ending.call.startsWith("access ");
+        || ending.call.startsWith("lstat") || ending.call.startsWith("access ");
     const bool isDone = !ending.isKilled && ending.result == 0 && !isListing;
     return isDone && made != m_whole ? QStringLiteral("reported as copied, but not all of it was")
                                      : QString();
