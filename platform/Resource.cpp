@@ -5,7 +5,6 @@
 
 #include <QFileInfo>
 #include <QGuiApplication>
-#include <QImageReader>
 
 namespace {
 
@@ -23,29 +22,18 @@ QString findFile(const QString &name, const char *ending)
     return QFileInfo(path).isFile() ? path : QString();
 }
 
-/// To detect the format, Qt would load its plugins for all other formats, at each start.
-QPixmap readPng(const QString &path)
-{
-    if (path.isEmpty()) {
-        return {};
-    }
-    QImageReader reader(path, "png");
-    reader.setAutoDetectImageFormat(false);
-    return QPixmap::fromImageReader(&reader);
-}
-
 } // namespace
 
 QPixmap Resource::loadPixmap(const QString &name)
 {
     if (qGuiApp->devicePixelRatio() > 1) {
-        QPixmap dense = readPng(findFile(name, "@2x.png"));
+        QPixmap dense(findFile(name, "@2x.png"));
         if (!dense.isNull()) {
             dense.setDevicePixelRatio(kDenseRatio);
             return dense;
         }
     }
-    return readPng(findPixmap(name));
+    return QPixmap(findPixmap(name));
 }
 
 bool Resource::areInstalled()
