@@ -15,8 +15,8 @@ function(lumi_test folder)
     file(GLOB tests CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/Test*.cpp)
   endif()
   add_executable(test_${name} ${tests} ${A_SOURCES})
-  # It replaces both kinds of each call, open() and open64(). With this macro, which 32-bit builds
-  # have, both would be the same.
+  # FileFaults.cpp replaces both kinds of each call, open() and open64(). With this macro of 32-bit
+  # builds, both would be the same function.
   if(CMAKE_SIZEOF_VOID_P EQUAL 4)
     list(FILTER A_SOURCES INCLUDE REGEX "/FileFaults[.]cpp$")
     set_source_files_properties(${A_SOURCES} PROPERTIES

@@ -174,7 +174,7 @@ void FPVThumbnailItem::leavePage()
     }
     m_item = nullptr;
     m_next = nullptr;
-    // Disconnecting them would also keep destroyed() from the objects that Qt makes for screen readers.
+    // disconnect() would also cut the connection by which Qt forgets a deleted cell for screen readers.
     blockSignals(true);
     // If the focus proxy has the keyboard focus, deleting this widget would clear the focus.
     setFocusProxy(nullptr);
