@@ -19,7 +19,6 @@ lumi::DiskService::DiskService(QObject *parent)
     if (m_bus.isConnected()) {
         m_watcher.setConnection(m_bus);
         m_watcher.addWatchedService(kService);
-        connect(&m_watcher, &QDBusServiceWatcher::serviceUnregistered, this, &DiskService::leave);
         connect(&m_watcher, &QDBusServiceWatcher::serviceRegistered, this, &DiskService::find);
         find();
     }
@@ -48,32 +47,22 @@ void lumi::DiskService::find()
 void lumi::DiskService::follow(const QDBusMessage &answer)
 {
     if (answer.service() != m_owner) {
-        leave();
         m_owner = answer.service();
-        listen(&QDBusConnection::connect);
+        listen();
     }
     call(kManager, QStringLiteral("GetManagedObjects"), &DiskService::readAll);
 }
 
-void lumi::DiskService::leave()
+void lumi::DiskService::listen()
 {
-    if (!m_owner.isEmpty()) {
-        listen(&QDBusConnection::disconnect);
-    }
-    m_owner.clear();
-    m_objects.clear();
-    Q_EMIT changed();
-}
-
-void lumi::DiskService::listen(Listen change)
-{
-    // QtDBus would wait for an answer if the sender were named by kService.
-    (m_bus.*change)(m_owner, kRoot, kManager, QStringLiteral("InterfacesAdded"), this,
-                    SLOT(interfacesAdded(QDBusMessage)));
-    (m_bus.*change)(m_owner, kRoot, kManager, QStringLiteral("InterfacesRemoved"), this,
-                    SLOT(interfacesRemoved(QDBusMessage)));
-    (m_bus.*change)(m_owner, QString(), kProperties, QStringLiteral("PropertiesChanged"), this,
-                    SLOT(propertiesChanged(QDBusMessage)));
+    // QtDBus would wait for an answer if the sender were named by kService. The unique name of an
+    // earlier owner is never used again, so its signals need no disconnection.
+    m_bus.connect(m_owner, kRoot, kManager, QStringLiteral("InterfacesAdded"), this,
+                  SLOT(interfacesAdded(QDBusMessage)));
+    m_bus.connect(m_owner, kRoot, kManager, QStringLiteral("InterfacesRemoved"), this,
+                  SLOT(interfacesRemoved(QDBusMessage)));
+    m_bus.connect(m_owner, QString(), kProperties, QStringLiteral("PropertiesChanged"), this,
+                  SLOT(propertiesChanged(QDBusMessage)));
 }
 
 void lumi::DiskService::readAll(const QDBusMessage &answer)

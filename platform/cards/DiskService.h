@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // A copy of the objects of the disk service UDisks2 on the system bus, kept up to date. All calls are
-// asynchronous. Without the service there are no objects.
+// asynchronous. Mounts outlast the service, so the objects are kept while it restarts.
 #pragma once
 
 #include "platform/cards/diskObjects.h"
@@ -35,21 +35,17 @@ private Q_SLOTS:
 
 private:
     using Handler = void (DiskService::*)(const QDBusMessage &);
-    /// QDBusConnection::connect or disconnect
-    using Listen = bool (QDBusConnection::*)(const QString &, const QString &, const QString &,
-                                             const QString &, QObject *, const char *);
 
     /// Calls a method of the root object. Without an answer nothing happens.
     void call(const QString &interface, const QString &method, Handler handler);
     void find();
     void follow(const QDBusMessage &answer);
-    void leave();
-    void listen(Listen change);
+    void listen();
     void readAll(const QDBusMessage &answer);
 
     QDBusConnection m_bus;
     QDBusServiceWatcher m_watcher;
-    QString m_owner; ///< the unique name of the service; empty without it
+    QString m_owner; ///< the unique name of the service; empty before its first answer
     DiskObjects m_objects;
 };
 

@@ -57,7 +57,8 @@ private Q_SLOTS:
     void aDriveWithoutAFileSystemIsIgnored();
     void aDriveOfTheSystemIsIgnored();
     void withoutTheServiceTheSlotsAreEmpty();
-    void theServiceMayVanishAndComeBack();
+    void aRestartOfTheServiceKeepsTheSlots();
+    void aCardPulledDuringARestartIsGone();
     void aSilentServiceHoldsNothingUp();
     void signalsOfOtherProgramsAreIgnored();
     void aPhoneTakesAFreeSlot();
@@ -68,6 +69,7 @@ private:
     QString folder(const char *name);
 
     std::unique_ptr<QDBusConnection> m_bus;
+    std::unique_ptr<QDBusConnection> m_laterBus; ///< of a service that has restarted
     std::unique_ptr<QTemporaryDir> m_home;
     std::unique_ptr<DiskDouble> m_disks;
     std::unique_ptr<QCopChannel> m_channel;
@@ -84,7 +86,9 @@ void TestDesktopCards::initTestCase()
     QCoreApplication::processEvents();
     m_bus = std::make_unique<QDBusConnection>(
         QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("services")));
-    QVERIFY(m_bus->isConnected());
+    m_laterBus = std::make_unique<QDBusConnection>(
+        QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("later")));
+    QVERIFY(m_bus->isConnected() && m_laterBus->isConnected());
 }
 
 void TestDesktopCards::init()
@@ -309,21 +313,35 @@ void TestDesktopCards::withoutTheServiceTheSlotsAreEmpty()
     QTRY_COMPARE(shown(Slot::SD), folder("one"));
 }
 
-void TestDesktopCards::theServiceMayVanishAndComeBack()
+/// For example while the system installs a newer service.
+void TestDesktopCards::aRestartOfTheServiceKeepsTheSlots()
 {
     m_disks->addSdCard(kCard, {folder("one")});
     m_disks->appear();
     start();
     QTRY_COMPARE(m_spy->count(), 1);
-    QVERIFY(CardSlots::isPresent(Slot::SD));
     m_disks->vanish();
+    QTest::qWait(kQuietMs);
+    m_disks = std::make_unique<DiskDouble>(*m_laterBus);
+    m_disks->addSdCard(kCard, {folder("one")});
+    m_disks->appear();
+    QTest::qWait(kQuietMs);
+    QCOMPARE(m_spy->count(), 1);
+    QCOMPARE(shown(Slot::SD), folder("one"));
+    m_disks->remove(kCard);
     QTRY_COMPARE(m_spy->count(), 2);
     QVERIFY(!CardSlots::isPresent(Slot::SD));
+}
+
+void TestDesktopCards::aCardPulledDuringARestartIsGone()
+{
+    m_disks->addSdCard(kCard, {folder("one")});
     m_disks->appear();
-    QTRY_COMPARE(m_spy->count(), 3);
-    QVERIFY(CardSlots::isPresent(Slot::SD));
-    m_disks->remove(kCard);
-    QTRY_COMPARE(m_spy->count(), 4);
+    start();
+    QTRY_COMPARE(m_spy->count(), 1);
+    m_disks = std::make_unique<DiskDouble>(*m_laterBus);
+    m_disks->appear();
+    QTRY_COMPARE(m_spy->count(), 2);
     QVERIFY(!CardSlots::isPresent(Slot::SD));
 }
 
