@@ -14,6 +14,7 @@
 #include <QFile>
 
 #include <csignal>
+#include <cstdlib>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -32,6 +33,21 @@ void lumi::prepareProcess()
         ::close(descriptor);
     }
 }
+
+namespace {
+
+/// Qt calls exit() if the X server ends before the program, as it does at the end of many sessions.
+/// The destructors of runProgram() don't run then.
+void closeStoreAtExit()
+{
+    std::atexit([] {
+        if (SwapSystem *store = swapSystem()) {
+            store->InitWrite();
+        }
+    });
+}
+
+} // namespace
 
 int lumi::runProgram(QPEApplication &application)
 {
@@ -52,6 +68,7 @@ int lumi::runProgram(QPEApplication &application)
     const QString swapFolder = storePath + QStringLiteral("/.photo_swp");
     SwapSystem swap(QFile::encodeName(swapFolder), extension);
     swapSystem(&swap);
+    closeStoreAtExit();
     MainWindow window;
     QObject::connect(&instance, &SingleInstance::startedAgain, &window,
                      [&window](const QByteArray &token) {

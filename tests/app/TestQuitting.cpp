@@ -12,6 +12,7 @@
 #include <QThread>
 
 #include <csignal>
+#include <cstdlib>
 #include <random>
 
 namespace {
@@ -47,6 +48,7 @@ private Q_SLOTS:
     void openWindowsAreClosed_data();
     void openWindowsAreClosed();
     void changedOptionsAreDiscarded();
+    void aLostDisplayKeepsTheStore();
     void anImportCanEndAtAnyMoment();
 
 private:
@@ -125,6 +127,15 @@ void TestQuitting::changedOptionsAreDiscarded()
         = start(QStringLiteral("open:menu_disp_Slideshow_Setting"));
     QVERIFY(waitFor(process.get(), "changed"));
     terminate(process.get());
+}
+
+void TestQuitting::aLostDisplayKeepsTheStore()
+{
+    const Outcome outcome = run(QStringLiteral("lost"));
+    QCOMPARE(outcome.how, QProcess::NormalExit);
+    QCOMPARE(outcome.status, EXIT_FAILURE);
+    QVERIFY(!QFile::exists(inSwapFolder(QStringLiteral(".SwapMng.chk"))));
+    QVERIFY(QFile::exists(inSwapFolder(QStringLiteral(".SwapMng.bin"))));
 }
 
 void TestQuitting::makeCard(const QByteArray &photo)

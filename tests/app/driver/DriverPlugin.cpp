@@ -3,12 +3,12 @@
 // window manager. It writes a line for each window that appears to standard output, answers
 // message boxes with their default button and accepts dialogs that ask for a text.
 // $LUMI_DRIVER_END says how it ends the program: "close" closes the main window as a window manager
-// would, "exit:N" leaves the event loop with N, "visit" first opens the slideshow and the full view
-// of the browser's first photo and closes them after a second, "screen" writes the size of the screen
-// in logical pixels and closes the main window. Other values let the program run:
-// "browse" opens the browser, "open:A,B" also calls its slots A and B and leaves open what the last
-// one opens, "import" imports the SD card, "behind" covers the main window by another one and
-// writes a line when the main window is active again.
+// would, "exit:N" leaves the event loop with N, "lost" calls exit() as Qt does when the X server is
+// gone, "visit" first opens the slideshow and the full view of the browser's first photo and closes
+// them after a second, "screen" writes the size of the screen in logical pixels and closes the main
+// window. Other values let the program run: "browse" opens the browser, "open:A,B" also calls its
+// slots A and B and leaves open what the last one opens, "import" imports the SD card, "behind"
+// covers the main window by another one and writes a line when the main window is active again.
 // With $LUMI_DRIVER_PICTURES it also writes the sizes of the pictures in the main window, with
 // $LUMI_DRIVER_CHANGE it changes an option of the slideshow.
 #include "app/common/FormId.h"
@@ -28,6 +28,7 @@
 #include <QTimer>
 
 #include <cstdio>
+#include <cstdlib>
 
 namespace {
 
@@ -190,6 +191,8 @@ private:
             main->close();
         } else if (way.startsWith(QLatin1String("exit:"))) {
             QCoreApplication::exit(way.mid(5).toInt());
+        } else if (way == QLatin1String("lost")) {
+            std::exit(EXIT_FAILURE);
         } else {
             runOn(main, way);
         }
