@@ -15,6 +15,7 @@
 #include "viewer/PictureScrollView.h"
 #include "viewer/zoomSteps.h"
 #include "views/FPVThumbnailView.h"
+#include "widgets/AccessibleControl.h"
 
 #include <QCloseEvent>
 #include <QHBoxLayout>
@@ -69,7 +70,8 @@ FPVPictureScrollView::~FPVPictureScrollView()
     leavePicture();
 }
 
-/// DialogBase is a message box. This window uses neither its layout nor its parts.
+/// DialogBase is a message box. This window uses neither its layout nor its parts, and is no alert
+/// to a screen reader.
 void FPVPictureScrollView::dropMessageBox()
 {
     delete layout();
@@ -81,6 +83,7 @@ void FPVPictureScrollView::dropMessageBox()
     setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
     setWindowFlag(Qt::MSWindowsFixedSizeDialogHint, false);
     setModal(true);
+    lumi::setAccessibleRole(this, QAccessible::Dialog);
 }
 
 QToolButton *FPVPictureScrollView::makeButton(const char *icon, const char *name,
@@ -119,7 +122,6 @@ void FPVPictureScrollView::buildWidgets()
     connect(m_closeButton, &QToolButton::clicked, this, &QWidget::hide);
     m_progressSpacer->setFixedWidth(m_prevButton->width() + kRowSpacing + m_nextButton->width());
     m_scrollView = new PictureScrollView(this);
-    m_scrollView->setAccessibleName(QStringLiteral("Photo"));
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);

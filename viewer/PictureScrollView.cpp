@@ -4,6 +4,7 @@
 #include "platform/screen/QDirectPainter.h"
 #include "platform/screen/QWSRegionManager.h"
 #include "viewer/zoomPainting.h"
+#include "widgets/AccessibleControl.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -37,6 +38,8 @@ PictureScrollView::PictureScrollView(QWidget *parent)
     setVScrollBarMode(AlwaysOff);
     setFrameShape(NoFrame);
     setFocusPolicy(Qt::StrongFocus);
+    lumi::setAccessibleRole(this, QAccessible::Graphic);
+    setAccessibleName(QStringLiteral("Photo"));
     // Before the first picture is drawn its place has the colour of the margin.
     QPalette colours = viewport()->palette();
     colours.setColor(QPalette::Window, QColor::fromRgb(lumi::kMargin32));

@@ -10,6 +10,7 @@
 #include "platform/screen/QDirectPainter.h"
 #include "platform/session/QCopChannel.h"
 #include "viewer/SlideMenu.h"
+#include "widgets/AccessibleControl.h"
 
 #include <QCloseEvent>
 #include <QEventLoop>
@@ -43,6 +44,7 @@ SlideShow::SlideShow(QWidget *parent, FPVItemList *source, bool autoMode, bool i
     // Pictures are drawn for this size even if the screen changes.
     QPEApplication::holdDesktopSize();
     Global::hideInputMethod();
+    lumi::setAccessibleRole(this, QAccessible::Window);
     setAccessibleName(msg(lumi::MsgSlideshow));
     setWindowModality(Qt::ApplicationModal);
     resize(m_screen.size());

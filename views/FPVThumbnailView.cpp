@@ -7,8 +7,8 @@
 #include "platform/toolkit/PagingScrollBar.h"
 #include "views/FPVThumbnailItem.h"
 #include "views/ThumbnailPage.h"
+#include "widgets/AccessibleControl.h"
 
-#include <QAccessibleWidget>
 #include <QBoxLayout>
 #include <QFile>
 #include <QResizeEvent>
@@ -24,16 +24,6 @@ constexpr int kBarThickness = 24;
 /// A view without room inside this border is not laid out.
 constexpr int kBorder = 2;
 
-/// Qt would hide the bars of the view from screen readers, and they expect cells in a list.
-QAccessibleInterface *makeInterface(const QString & /*className*/, QObject *object)
-{
-    if (auto *view = qobject_cast<FPVThumbnailView *>(object)) {
-        return new QAccessibleWidget(view, QAccessible::Pane);
-    }
-    auto *page = qobject_cast<lumi::ThumbnailPage *>(object);
-    return page != nullptr ? new QAccessibleWidget(page, QAccessible::List) : nullptr;
-}
-
 } // namespace
 
 FPVThumbnailView::FPVThumbnailView(QWidget *parent, FPVItemList *list)
@@ -44,7 +34,8 @@ FPVThumbnailView::FPVThumbnailView(QWidget *parent, FPVItemList *list)
     , m_barLayout(new QBoxLayout(QBoxLayout::TopToBottom, this))
 {
     setFocusPolicy(Qt::WheelFocus);
-    QAccessible::installFactory(makeInterface); // only the first call has an effect
+    // Qt would hide the bars of the view from screen readers.
+    lumi::setAccessibleRole(this, QAccessible::Pane);
     setAccessibleName(QStringLiteral("Photos"));
     setFrameStyle(QFrame::NoFrame);
     viewport()->setFocusProxy(this);
@@ -234,8 +225,7 @@ void FPVThumbnailView::fillPage()
         }
         FPVThumbnailItem *cell = addCell(item, index);
         if (index == m_currentIndex) {
-            m_current = cell;
-            cell->setFocusMark(true, true);
+            moveCursor(cell);
             Q_EMIT selected(item);
         }
         if (!page || page->isStopped()) {

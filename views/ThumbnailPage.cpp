@@ -3,6 +3,7 @@
 
 #include "items/FPVItemObject.h"
 #include "views/FPVThumbnailItem.h"
+#include "widgets/AccessibleControl.h"
 
 namespace {
 
@@ -17,6 +18,7 @@ lumi::ThumbnailPage::ThumbnailPage(QWidget *viewport, const FPVThumbnailMetrics 
     , m_metrics(metrics)
 {
     setFocusProxy(viewport);
+    lumi::setAccessibleRole(this, QAccessible::List);
     resize(size);
 }
 

@@ -3,9 +3,12 @@
 
 #include <QAccessibleWidget>
 #include <QApplication>
+#include <QVariant>
 #include <QWidget>
 
 namespace {
+
+constexpr char kRoleProperty[] = "accessibleRole";
 
 /// A modal window takes the input of all other windows.
 bool takesInput(const QWidget *widget)
@@ -69,14 +72,25 @@ private:
 
 QAccessibleInterface *makeInterface(const QString & /*className*/, QObject *object)
 {
-    const bool isControl = dynamic_cast<lumi::AccessibleControl *>(object) != nullptr;
-    return isControl ? new ControlInterface(static_cast<QWidget *>(object)) : nullptr;
+    if (dynamic_cast<lumi::AccessibleControl *>(object) != nullptr) {
+        return new ControlInterface(static_cast<QWidget *>(object));
+    }
+    const QVariant role = object->property(kRoleProperty);
+    return role.isValid() ? new QAccessibleWidget(static_cast<QWidget *>(object),
+                                                  static_cast<QAccessible::Role>(role.toInt()))
+                          : nullptr;
 }
 
 } // namespace
 
 lumi::AccessibleControl::AccessibleControl()
 {
+    QAccessible::installFactory(makeInterface); // only the first call has an effect
+}
+
+void lumi::setAccessibleRole(QWidget *widget, QAccessible::Role role)
+{
+    widget->setProperty(kRoleProperty, int(role));
     QAccessible::installFactory(makeInterface); // only the first call has an effect
 }
 

@@ -28,4 +28,8 @@ public:
 /// Tells screen readers that the widget was checked or unchecked.
 void tellCheckChanged(QWidget *widget);
 
+/// Describes a widget by this role instead of that of its class, and shows all its children to
+/// screen readers. To be called from the constructor of the widget, before it gets its name.
+void setAccessibleRole(QWidget *widget, QAccessible::Role role);
+
 } // namespace lumi

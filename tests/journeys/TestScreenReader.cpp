@@ -110,21 +110,24 @@ struct WindowRow
 {
     const char *name;
     void (FormFile::*open)();
+    QAccessible::Role role;
     const char *wanted;
 };
 
 constexpr WindowRow kWindows[] = {
-    {"full view", &FormFile::menu_disp_DispAll,
+    {"full view", &FormFile::menu_disp_DispAll, QAccessible::Dialog,
      "Button 'Larger'; Button 'Smaller'; Button 'Whole photo'; Button 'Previous photo'; "
-     "Button 'Next photo'; Client 'Photo'"},
-    {"slideshow", &FormFile::menu_disp_Slideshow_Execution, ""},
-    {"slideshow options", &FormFile::menu_disp_Slideshow_Setting,
+     "Button 'Next photo'; Graphic 'Photo'"},
+    {"slideshow", &FormFile::menu_disp_Slideshow_Execution, QAccessible::Window, ""},
+    {"slideshow options", &FormFile::menu_disp_Slideshow_Setting, QAccessible::Dialog,
      "ComboBox 'Transition'; ComboBox 'Order'; ComboBox 'Delay'; ComboBox 'Loop Count'; "
      "Button 'OK'; Button 'Cancel'"},
-    {"help", &FormFile::menu_option_Help, "StaticText 'Help'; Button 'Close'"},
-    {"version", &FormFile::menu_option_Version, "Button 'OK'"},
-    {"name of a folder", &FormFile::menu_file_NewFolder, "EditableText 'Enter the folder name:'"},
-    {"question", &FormFile::menu_file_Delete, "Button 'Yes'; Button 'No'"},
+    {"help", &FormFile::menu_option_Help, QAccessible::Dialog, "StaticText 'Help'; Button 'Close'"},
+    {"version", &FormFile::menu_option_Version, QAccessible::Dialog, "Button 'OK'"},
+    {"name of a folder", &FormFile::menu_file_NewFolder, QAccessible::Dialog,
+     "EditableText 'Enter the folder name:'"},
+    {"question", &FormFile::menu_file_Delete, QAccessible::AlertMessage,
+     "Button 'Yes'; Button 'No'"},
 };
 
 } // namespace
@@ -252,6 +255,7 @@ void TestScreenReader::theWindowsOfTheBrowser()
         },
         [&](QWidget *window) {
             check(window, tried.wanted);
+            QCOMPARE(QAccessible::queryAccessibleInterface(window)->role(), tried.role);
         });
 }
 

@@ -72,6 +72,7 @@ void TestSpokenCells::everyModeHasAListOfCells()
     }
     QVERIFY(m_view->waitForThumbnails());
     const QAccessibleInterface *page = QAccessible::queryAccessibleInterface(m_view->container());
+    QCOMPARE(QAccessible::queryAccessibleInterface(&m_view->view)->role(), QAccessible::Pane);
     QCOMPARE(page->role(), QAccessible::List);
     QCOMPARE(page->childCount(), 3);
     const char *const names[] = {"dir", "a00", "a01"};
