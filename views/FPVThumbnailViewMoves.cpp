@@ -12,6 +12,7 @@
 #include <QCoreApplication>
 #include <QFile>
 #include <QKeyEvent>
+#include <QScrollArea>
 #include <QWheelEvent>
 
 namespace {
@@ -20,6 +21,16 @@ namespace {
 bool arrowsOnlyStep()
 {
     return Machine::instance().hinge() != 0 || QPEApplication::isOwnKeyboard();
+}
+
+/// A form that is wider than the screen stands in a scroll area.
+void scrollTo(QWidget *cell)
+{
+    for (QWidget *outer = cell->parentWidget(); outer != nullptr; outer = outer->parentWidget()) {
+        if (auto *area = qobject_cast<QScrollArea *>(outer)) {
+            area->ensureWidgetVisible(cell, 0, 0);
+        }
+    }
 }
 
 } // namespace
@@ -146,6 +157,7 @@ void FPVThumbnailView::moveCursor(FPVThumbnailItem *cell)
     }
     m_current = cell;
     cell->setFocusMark(true, true);
+    scrollTo(cell);
 }
 
 bool FPVThumbnailView::reloadIfGone(const FPVItemObject *item)

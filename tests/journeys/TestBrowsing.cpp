@@ -64,6 +64,7 @@ private Q_SLOTS:
     void fromCardToCardAndBackToTheStore();
     void theSecondVisitDecodesNothing();
     void aBadPhotoDoesNotStopTheBrowser();
+    void aNarrowScreenFollowsTheCursor();
 
 private:
     [[nodiscard]] PagingScrollBar *bar(Qt::Orientation orientation) const;
@@ -234,6 +235,30 @@ void TestBrowsing::aBadPhotoDoesNotStopTheBrowser()
     QCOMPARE(m_user->status(), QStringLiteral("b"));
     QTest::keyClick(m_user->view(), Qt::Key_Right);
     QCOMPARE(m_user->status(), QStringLiteral("c"));
+}
+
+void TestBrowsing::aNarrowScreenFollowsTheCursor()
+{
+    constexpr QSize kNarrow(480, 640);
+    m_user->world.makePhotos(6);
+    m_user->startProgram();
+    m_user->window->resize(kNarrow);
+    m_user->openBrowser();
+    QVERIFY(m_user->seesPage(names(0, 5)));
+    QVERIFY(m_user->seesThumbnails());
+    const auto isWhole = [this](const QString &name) {
+        const FPVThumbnailItem *cell = m_user->cell(name);
+        return cell->visibleRegion().boundingRect() == cell->rect();
+    };
+    QVERIFY(isWhole(QStringLiteral("a00.jpg")) && !isWhole(QStringLiteral("a02.jpg")));
+    m_user->tapItem(QStringLiteral("a00.jpg"));
+    QTest::keyClick(m_user->view(), Qt::Key_Right);
+    QTest::keyClick(m_user->view(), Qt::Key_Right);
+    QCOMPARE(m_user->status(), QStringLiteral("a02"));
+    QVERIFY(isWhole(QStringLiteral("a02.jpg")));
+    QTest::keyClick(m_user->view(), Qt::Key_Left);
+    QTest::keyClick(m_user->view(), Qt::Key_Left);
+    QVERIFY(isWhole(QStringLiteral("a00.jpg")));
 }
 
 LUMI_TEST(TestBrowsing)
