@@ -64,7 +64,7 @@ private Q_SLOTS:
     void cleanupTestCase();
     void init();
     void cleanup();
-    void sizeIsThatOfTheBackground();
+    void sizeIsFixed();
     void backgroundIsPainted();
     void buttonsStandInTheirPlaces();
     void picturesByState();
@@ -95,7 +95,7 @@ void TestMyLeftWidget::initTestCase()
         return image.save(
             folder.filePath(QStringLiteral("pixmaps/lumivault/%1.png").arg(QLatin1String(name))));
     };
-    QVERIFY(save("bg_left", kColumnSize));
+    QVERIFY(save("bg_left", kColumnSize * 2));
     for (const Row &row : kRows) {
         for (const char *name : row.pictures) {
             QVERIFY(save(name, kButtonSize));
@@ -124,7 +124,7 @@ QColor TestMyLeftWidget::colorAt(int index) const
     return m_column->button(index)->grab().toImage().pixelColor(29, 29);
 }
 
-void TestMyLeftWidget::sizeIsThatOfTheBackground()
+void TestMyLeftWidget::sizeIsFixed()
 {
     QCOMPARE(m_column->minimumSize(), kColumnSize);
     QCOMPARE(m_column->maximumSize(), kColumnSize);
