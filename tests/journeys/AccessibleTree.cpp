@@ -2,13 +2,24 @@
 #include "tests/journeys/AccessibleTree.h"
 
 #include "platform/screen/panel.h"
+#include "tests/support/contrast.h"
+#include "views/FPVPictureView.h"
+#include "widgets/MyImageButton.h"
 
+#include <QAbstractButton>
+#include <QHash>
+#include <QImage>
 #include <QMetaEnum>
 #include <QWidget>
 
 #include <algorithm>
 
 namespace {
+
+/// The least contrasts of the Web Content Accessibility Guidelines 2.1, level AA.
+constexpr double kTextContrast = 4.5;
+constexpr double kLargeContrast = 3;
+constexpr int kLargePoints = 14;
 
 /// The name that Qt gives to a list of choices is the chosen one. Its own name is that of its label,
 /// or its description.
@@ -46,7 +57,7 @@ QString lineOf(const QAccessibleInterface *element)
     return line;
 }
 
-/// All visible descendants of the element that take input.
+/// All visible descendants of the element.
 void collect(QAccessibleInterface *element, QList<QAccessibleInterface *> *found)
 {
     for (int i = 0; i < element->childCount(); ++i) {
@@ -54,22 +65,69 @@ void collect(QAccessibleInterface *element, QList<QAccessibleInterface *> *found
         if (child == nullptr || child->state().invisible) {
             continue;
         }
-        if (takesInput(child)) {
-            found->append(child);
-        }
+        found->append(child);
         collect(child, found);
     }
 }
 
+/// The window and everything visible in it.
 QList<QAccessibleInterface *> allOf(QWidget *window)
 {
-    QList<QAccessibleInterface *> found;
-    QAccessibleInterface *root = QAccessible::queryAccessibleInterface(window);
-    if (takesInput(root)) {
-        found.append(root);
-    }
-    collect(root, &found);
+    QList<QAccessibleInterface *> found{QAccessible::queryAccessibleInterface(window)};
+    collect(found.constFirst(), &found);
     return found;
+}
+
+QList<QAccessibleInterface *> inputsOf(QWidget *window)
+{
+    QList<QAccessibleInterface *> found = allOf(window);
+    found.removeIf([](QAccessibleInterface *element) {
+        return !takesInput(element);
+    });
+    return found;
+}
+
+/// Whether something stands in it that can be read or recognised. Not a photo.
+bool isPainted(const QAccessibleInterface *element)
+{
+    const QList<QAccessible::Role> named{QAccessible::StaticText, QAccessible::Button,
+                                         QAccessible::ComboBox, QAccessible::MenuItem,
+                                         QAccessible::PageTab};
+    const bool hasText = named.contains(element->role())
+        ? !element->text(QAccessible::Name).trimmed().isEmpty()
+        : element->role() == QAccessible::EditableText
+            && !element->text(QAccessible::Value).trimmed().isEmpty();
+    return hasText && !element->state().disabled
+        && qobject_cast<FPVPictureView *>(element->object()) == nullptr;
+}
+
+/// Pictures of buttons and large bold texts need less contrast.
+double leastContrast(const QAccessibleInterface *element)
+{
+    const auto *widget = qobject_cast<QWidget *>(element->object());
+    const auto *button = qobject_cast<QAbstractButton *>(element->object());
+    const bool isPicture = dynamic_cast<MyImageButton *>(element->object()) != nullptr
+        || (button != nullptr && !button->icon().isNull());
+    const bool isLarge
+        = widget != nullptr && widget->font().bold() && widget->font().pointSize() >= kLargePoints;
+    return isPicture || isLarge ? kLargeContrast : kTextContrast;
+}
+
+/// Contrast between the most frequent colour and the one that differs most from it.
+double contrastIn(const QImage &image)
+{
+    QHash<QRgb, int> counts;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            ++counts[image.pixel(x, y)];
+        }
+    }
+    const QRgb ground = std::max_element(counts.begin(), counts.end()).key();
+    double greatest = 1;
+    for (auto color = counts.keyBegin(); color != counts.keyEnd(); ++color) {
+        greatest = std::max(greatest, lumi::test::contrast(QColor(ground), QColor(*color)));
+    }
+    return greatest;
 }
 
 } // namespace
@@ -77,7 +135,7 @@ QList<QAccessibleInterface *> allOf(QWidget *window)
 QStringList lumi::test::inputElements(QWidget *window)
 {
     QStringList lines;
-    for (const QAccessibleInterface *element : allOf(window)) {
+    for (const QAccessibleInterface *element : inputsOf(window)) {
         lines.append(lineOf(element));
     }
     return lines;
@@ -90,7 +148,7 @@ QStringList lumi::test::smallTargets(QWidget *window)
                                           QAccessible::ListItem, QAccessible::MenuItem,
                                           QAccessible::PageTab};
     QStringList lines;
-    for (const QAccessibleInterface *element : allOf(window)) {
+    for (const QAccessibleInterface *element : inputsOf(window)) {
         const QSize size = element->rect().size();
         if (tapped.contains(element->role())
             && std::min(size.width(), size.height()) < kFingerSize) {
@@ -101,9 +159,27 @@ QStringList lumi::test::smallTargets(QWidget *window)
     return lines;
 }
 
+QStringList lumi::test::faintElements(QWidget *window)
+{
+    const QImage shown = window->grab().toImage();
+    const QPoint origin = window->mapToGlobal(QPoint());
+    QStringList lines;
+    for (const QAccessibleInterface *element : allOf(window)) {
+        const QRect place = element->rect().translated(-origin) & shown.rect();
+        if (place.isEmpty() || !isPainted(element)) {
+            continue;
+        }
+        const double contrast = contrastIn(shown.copy(place));
+        if (contrast < leastContrast(element)) {
+            lines.append(lineOf(element) + QStringLiteral(" %1").arg(contrast));
+        }
+    }
+    return lines;
+}
+
 QAccessibleInterface *lumi::test::elementNamed(QWidget *window, const QString &name)
 {
-    for (QAccessibleInterface *element : allOf(window)) {
+    for (QAccessibleInterface *element : inputsOf(window)) {
         if (nameOf(element) == name) {
             return element;
         }

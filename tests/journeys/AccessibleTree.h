@@ -17,6 +17,9 @@ namespace lumi::test {
 /// kFingerSize pixels.
 [[nodiscard]] QStringList smallTargets(QWidget *window);
 
+/// The same for enabled elements whose text or picture does not stand out from its ground.
+[[nodiscard]] QStringList faintElements(QWidget *window);
+
 /// The visible element that takes input and has this name; null if there is none.
 [[nodiscard]] QAccessibleInterface *elementNamed(QWidget *window, const QString &name);
 

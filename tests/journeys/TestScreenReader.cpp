@@ -84,7 +84,7 @@ QString tooSmall(QWidget *window)
     return small.join(QLatin1String("; "));
 }
 
-/// The window and everything in it that takes input has a name. `wanted` are beginnings of lines
+/// The window and everything in it that takes input has a name and can be seen. `wanted` are beginnings of lines
 /// that must be among the elements.
 void check(QWidget *window, const char *wanted)
 {
@@ -95,6 +95,7 @@ void check(QWidget *window, const char *wanted)
     const QByteArray all = lines.join(QLatin1String("; ")).toUtf8();
     QVERIFY2(lines.filter(QStringLiteral("''")).isEmpty(), all.constData());
     QCOMPARE(tooSmall(window), QString());
+    QCOMPARE(faintElements(window).join(QLatin1String("; ")), QString());
     const QStringList beginnings
         = QString::fromUtf8(wanted).split(QStringLiteral("; "), Qt::SkipEmptyParts);
     for (const QString &beginning : beginnings) {
@@ -166,6 +167,8 @@ void TestScreenReader::init()
         .photo(ExifBuilder::jpeg(80, 60, 0x4080C0));
     QVERIFY(photo.write(m_user->world.path(QStringLiteral("p.jpg"))));
     m_user->world.makePhotos(2, QStringLiteral("trip"));
+    // Only the real pictures show whether they can be seen.
+    m_user->world.machine->resources = QStringLiteral(LUMI_RESOURCES);
     m_user->startProgram();
 }
 
