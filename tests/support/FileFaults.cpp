@@ -233,7 +233,7 @@ int open64(const char *path, int flags, ...)
     va_start(arguments, flags);
     const mode_t mode = modeOf(flags, arguments);
     va_end(arguments);
-    return opened(path, flags, mode);
+    return opened(path, flags | O_LARGEFILE, mode);
 }
 
 ssize_t read(int handle, void *buffer, size_t size)

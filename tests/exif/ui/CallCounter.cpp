@@ -32,6 +32,13 @@ template <class Function> Function *original(const char *name)
     return reinterpret_cast<Function *>(::dlsym(RTLD_NEXT, name));
 }
 
+/// In 32-bit builds open() of the decoder is open64(), too. Only Qt asks for large files by this flag,
+/// which is 0 in 64-bit builds.
+bool isFromQt(int flags)
+{
+    return (flags & O_LARGEFILE) == O_LARGEFILE;
+}
+
 } // namespace
 
 extern "C" {
@@ -47,7 +54,7 @@ int open64(const char *path, int flags, ...) // NOLINT(cert-dcl50-cpp): as the C
     const int file = kReal(path, flags, mode);
     if (!countedPath.isEmpty()) {
         countedFiles().erase(file);
-        if (countedPath == path) {
+        if (countedPath == path && isFromQt(flags)) {
             ++openCalls;
             countedFiles().insert(file);
         }
