@@ -238,6 +238,7 @@ void TestMachineProfile::theInstalledProfileHasEveryKey()
         QCOMPARE(profile.path(key), builtIn.path(key));
     }
     QCOMPARE(profile.number(Key::MountsOfDesktop), builtIn.number(Key::MountsOfDesktop));
+    QCOMPARE(profile.number(Key::Upright), builtIn.number(Key::Upright));
     QCOMPARE(profile.number(Key::PanelDepth), builtIn.number(Key::PanelDepth));
     QCOMPARE(profile.number(Key::KeyboardDevice), builtIn.number(Key::KeyboardDevice));
     const lumi::IniText ini(*text);
