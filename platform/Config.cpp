@@ -18,10 +18,11 @@ QString save(const QString &path, const QByteArray &text)
 {
     QDir().mkpath(QFileInfo(path).absolutePath());
     QSaveFile file(path);
-    // commit() of Qt 6.4 ignores a failed flush or sync. A flush that writes only a part sets no
-    // error. The second flush writes the rest or sets the error.
-    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size()
-        || !(file.flush() || file.flush())) {
+    // open() of Qt 6.4 takes all permissions away if it can't read those of the old file. commit()
+    // ignores a failed flush or sync. A flush that writes only a part sets no error. The second flush
+    // writes the rest or sets the error.
+    if (!file.open(QIODevice::WriteOnly) || !file.permissions().testFlag(QFile::ReadOwner)
+        || file.write(text) != text.size() || !(file.flush() || file.flush())) {
         return file.errorString();
     }
     if (const int error = lumi::syncFile(file.handle()); error != 0) {
