@@ -9,6 +9,7 @@
 #include <QAbstractButton>
 #include <QHash>
 #include <QImage>
+#include <QMargins>
 #include <QMetaEnum>
 #include <QWidget>
 
@@ -20,6 +21,8 @@ namespace {
 constexpr double kTextContrast = 4.5;
 constexpr double kLargeContrast = 3;
 constexpr int kLargePoints = 14;
+/// A dark frame does not make a faint text readable.
+constexpr QMargins kFrame(4, 4, 4, 4);
 
 /// The name that Qt gives to a list of choices is the chosen one. Its own name is that of its label,
 /// or its description.
@@ -88,16 +91,18 @@ QList<QAccessibleInterface *> inputsOf(QWidget *window)
 }
 
 /// Whether something stands in it that can be read or recognised. Not a photo.
-bool isPainted(const QAccessibleInterface *element)
+bool isPainted(QAccessibleInterface *element)
 {
+    const QAccessibleTextInterface *text = element->textInterface();
+    if (text != nullptr && text->characterCount() == 0) {
+        return false;
+    }
     const QList<QAccessible::Role> named{QAccessible::StaticText, QAccessible::Button,
                                          QAccessible::ComboBox, QAccessible::MenuItem,
                                          QAccessible::PageTab};
-    const bool hasText = named.contains(element->role())
-        ? !element->text(QAccessible::Name).trimmed().isEmpty()
-        : element->role() == QAccessible::EditableText
-            && !element->text(QAccessible::Value).trimmed().isEmpty();
-    return hasText && !element->state().disabled
+    const bool isNamed
+        = named.contains(element->role()) && !element->text(QAccessible::Name).trimmed().isEmpty();
+    return (isNamed || element->role() == QAccessible::EditableText) && !element->state().disabled
         && qobject_cast<FPVPictureView *>(element->object()) == nullptr;
 }
 
@@ -164,8 +169,9 @@ QStringList lumi::test::faintElements(QWidget *window)
     const QImage shown = window->grab().toImage();
     const QPoint origin = window->mapToGlobal(QPoint());
     QStringList lines;
-    for (const QAccessibleInterface *element : allOf(window)) {
-        const QRect place = element->rect().translated(-origin) & shown.rect();
+    for (QAccessibleInterface *element : allOf(window)) {
+        const QRect place
+            = element->rect().translated(-origin).marginsRemoved(kFrame) & shown.rect();
         if (place.isEmpty() || !isPainted(element)) {
             continue;
         }
