@@ -18,7 +18,7 @@ constexpr int kKeyStep = 120;
 
 struct KeyMove
 {
-    int key;
+    int key = 0;
     QPoint delta; ///< of the picture
 };
 

@@ -20,19 +20,19 @@ inline constexpr quint32 kMargin32 = 0xFF808080U;
 
 struct ZoomSource
 {
-    const uchar *raster; ///< size.width() rows of size.height() pixels
-    QSize size;          ///< not turned
-    QPoint origin;       ///< the photo pixel at the top left, if the picture exceeds its place
-    int percent;
-    int depth; ///< of raster and target: 16 or 32
+    const uchar *raster = nullptr; ///< size.width() rows of size.height() pixels
+    QSize size;                    ///< not turned
+    QPoint origin; ///< the photo pixel at the top left, if the picture exceeds its place
+    int percent = 0;
+    int depth = 0; ///< of raster and target: 16 or 32
 };
 
 struct ZoomTarget
 {
-    uchar *bits;
-    int lineStep;   ///< bytes
-    QRect area;     ///< place of the picture: x counts pixels of a line, y counts lines
-    QRegion region; ///< only these pixels are written
+    uchar *bits = nullptr;
+    int lineStep = 0; ///< bytes
+    QRect area;       ///< place of the picture: x counts pixels of a line, y counts lines
+    QRegion region;   ///< only these pixels are written
 };
 
 /// The nearest origin that can be drawn: never past the raster, and 0 along an axis on which the

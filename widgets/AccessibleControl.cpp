@@ -72,13 +72,13 @@ private:
 
 QAccessibleInterface *makeInterface(const QString & /*className*/, QObject *object)
 {
-    if (dynamic_cast<lumi::AccessibleControl *>(object) != nullptr) {
-        return new ControlInterface(static_cast<QWidget *>(object));
-    }
     const QVariant role = object->property(kRoleProperty);
-    return role.isValid() ? new QAccessibleWidget(static_cast<QWidget *>(object),
-                                                  static_cast<QAccessible::Role>(role.toInt()))
-                          : nullptr;
+    if (role.isValid()) {
+        return new QAccessibleWidget(static_cast<QWidget *>(object),
+                                     static_cast<QAccessible::Role>(role.toInt()));
+    }
+    const bool isControl = dynamic_cast<lumi::AccessibleControl *>(object) != nullptr;
+    return isControl ? new ControlInterface(static_cast<QWidget *>(object)) : nullptr;
 }
 
 } // namespace
