@@ -18,7 +18,7 @@ QString save(const QString &path, const QByteArray &text)
 {
     QDir().mkpath(QFileInfo(path).absolutePath());
     QSaveFile file(path);
-    // open() of Qt 6.4 takes all permissions away if it can't read those of the old file. commit()
+    // If open() of Qt 6.4 can't read the permissions of the old file, the new file gets none. commit()
     // ignores a failed flush or sync. A flush that writes only a part sets no error. The second flush
     // writes the rest or sets the error.
     if (!file.open(QIODevice::WriteOnly) || !file.permissions().testFlag(QFile::ReadOwner)

@@ -70,8 +70,8 @@ FPVPictureScrollView::~FPVPictureScrollView()
     leavePicture();
 }
 
-/// DialogBase is a message box. This window uses neither its layout nor its parts, and is no alert
-/// to a screen reader.
+/// DialogBase is a message box. This window uses neither its layout nor its parts, and screen readers
+/// must not announce it as an alert.
 void FPVPictureScrollView::dropMessageBox()
 {
     delete layout();

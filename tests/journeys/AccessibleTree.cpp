@@ -90,7 +90,7 @@ QList<QAccessibleInterface *> inputsOf(QWidget *window)
     return found;
 }
 
-/// Whether something stands in it that can be read or recognised. Not a photo.
+/// Whether the element shows a text or a picture of its own. A photo does not count.
 bool isPainted(QAccessibleInterface *element)
 {
     const QAccessibleTextInterface *text = element->textInterface();

@@ -84,8 +84,8 @@ QString tooSmall(QWidget *window)
     return small.join(QLatin1String("; "));
 }
 
-/// The window and everything in it that takes input has a name and can be seen. `wanted` are beginnings of lines
-/// that must be among the elements.
+/// The window and everything in it that takes input has a name, and all texts and pictures have enough
+/// contrast. `wanted` are beginnings of lines that must be among the elements.
 void check(QWidget *window, const char *wanted)
 {
     const QAccessibleInterface *root = QAccessible::queryAccessibleInterface(window);
@@ -167,7 +167,7 @@ void TestScreenReader::init()
         .photo(ExifBuilder::jpeg(80, 60, 0x4080C0));
     QVERIFY(photo.write(m_user->world.path(QStringLiteral("p.jpg"))));
     m_user->world.makePhotos(2, QStringLiteral("trip"));
-    // Only the real pictures show whether they can be seen.
+    // The contrast of the real pictures is measured, not that of stand-ins.
     m_user->world.machine->resources = QStringLiteral(LUMI_RESOURCES);
     m_user->startProgram();
 }

@@ -191,7 +191,7 @@ int opened(const char *path, int flags, mode_t mode)
 mode_t modeOf(int flags, va_list arguments)
 {
     const bool isNew = (flags & O_CREAT) != 0 || makesUnnamed(flags);
-    // NOLINTNEXTLINE(clang-analyzer-valist.Uninitialized): the callers have started the list
+    // NOLINTNEXTLINE(clang-analyzer-valist.Uninitialized): the callers call va_start
     return isNew ? va_arg(arguments, mode_t) : 0;
 }
 
