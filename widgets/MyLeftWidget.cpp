@@ -8,6 +8,10 @@
 #include <QCoreApplication>
 #include <QPainter>
 
+#include <algorithm>
+#include <memory>
+#include <utility>
+
 namespace {
 
 constexpr int kPictureStates = 4;
@@ -48,64 +52,74 @@ constexpr std::array<ButtonRow, MyLeftWidget::AllButtons> kButtons = {{
      "Top menu"},
 }};
 
-/// The pictures of all columns, loaded by the first one.
-struct SharedPictures
-{
-    std::array<std::array<QPixmap, kPictureStates>, MyLeftWidget::AllButtons> buttons;
-    QPixmap background;
-    bool loaded = false;
-};
+/// Of each button: normal, pressed, on, on and pressed.
+using ButtonPictures
+    = std::array<std::array<QPixmap, kPictureStates>, std::size_t(MyLeftWidget::AllButtons)>;
 
-SharedPictures &pictureStore()
+/// The pictures of all columns, null until a column shows a button.
+std::unique_ptr<const ButtonPictures> &pictureStore()
 {
-    static SharedPictures store;
+    static std::unique_ptr<const ButtonPictures> store;
     return store;
 }
 
 void releasePictures()
 {
-    pictureStore() = SharedPictures();
+    pictureStore().reset();
 }
 
-const SharedPictures &sharedPictures()
+std::unique_ptr<const ButtonPictures> loadPictures()
 {
-    SharedPictures &store = pictureStore();
-    if (store.loaded) {
-        return store;
-    }
+    auto pictures = std::make_unique<ButtonPictures>();
     for (std::size_t i = 0; i < kButtons.size(); ++i) {
         const ButtonRow &row = kButtons.at(i);
         for (std::size_t state = 0; state < kPictureStates; ++state) {
-            store.buttons.at(i).at(state)
+            pictures->at(i).at(state)
                 = lumi::loadPixmap(row.pictures.at(state), kButtonSize, QLatin1String(row.name));
         }
     }
-    store.background = lumi::loadPixmap("bg_left");
-    store.loaded = true;
-    // No pixmap may outlive the application object.
-    qAddPostRoutine(releasePictures);
-    return store;
+    return pictures;
+}
+
+const ButtonPictures &sharedPictures()
+{
+    if (!pictureStore()) {
+        pictureStore() = loadPictures();
+        // No pixmap may outlive the application object.
+        qAddPostRoutine(releasePictures);
+    }
+    return *pictureStore();
 }
 
 } // namespace
 
 MyLeftWidget::MyLeftWidget(QWidget *parent)
     : QWidget(parent)
-    , m_background(sharedPictures().background)
+    , m_background(lumi::loadPixmap("bg_left"))
 {
     for (std::size_t i = 0; i < kButtons.size(); ++i) {
-        const auto &pictures = sharedPictures().buttons.at(i);
         auto *button = new MyImageButton(this, lumi::paintThreeRectangles);
-        button->setNormalPixmap(pictures[0]);
-        button->setPressedPixmap(pictures[1]);
-        button->setOnPixmap(pictures[2]);
-        button->setOnPressedPixmap(pictures[3]);
         button->move(kButtons.at(i).position);
         button->setAccessibleName(QLatin1String(kButtons.at(i).name));
         connect(button, &MyImageButton::clicked, this, kButtons.at(i).slot);
         m_buttons.at(i) = button;
     }
     setFixedSize(kColumnSize);
+}
+
+void MyLeftWidget::setPictures()
+{
+    if (std::exchange(m_hasPictures, true)) {
+        return;
+    }
+    for (std::size_t i = 0; i < kButtons.size(); ++i) {
+        const auto &pictures = sharedPictures().at(i);
+        MyImageButton *button = m_buttons.at(i);
+        button->setNormalPixmap(pictures[0]);
+        button->setPressedPixmap(pictures[1]);
+        button->setOnPixmap(pictures[2]);
+        button->setOnPressedPixmap(pictures[3]);
+    }
 }
 
 template <typename Operation> void MyLeftWidget::forButtons(int index, Operation operation)
@@ -119,6 +133,7 @@ template <typename Operation> void MyLeftWidget::forButtons(int index, Operation
 
 void MyLeftWidget::showButton(int index)
 {
+    setPictures();
     forButtons(index, [](MyImageButton *button) {
         button->show();
     });
@@ -174,6 +189,17 @@ void MyLeftWidget::btn_detail_clicked()
 void MyLeftWidget::btn_slideshow_clicked()
 {
     Q_EMIT btn_clicked(Slideshow);
+}
+
+/// The top menu hides all buttons. It appears sooner without their pictures.
+void MyLeftWidget::showEvent(QShowEvent *event)
+{
+    if (std::any_of(m_buttons.begin(), m_buttons.end(), [](const MyImageButton *button) {
+            return !button->isHidden();
+        })) {
+        setPictures();
+    }
+    QWidget::showEvent(event);
 }
 
 void MyLeftWidget::paintEvent(QPaintEvent * /*event*/)

@@ -49,11 +49,14 @@ public Q_SLOTS:
     // NOLINTEND(readability-identifier-naming)
 
 protected:
+    void showEvent(QShowEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    void setPictures();
     template <typename Operation> void forButtons(int index, Operation operation);
 
     std::array<MyImageButton *, AllButtons> m_buttons{};
     QPixmap m_background;
+    bool m_hasPictures = false; ///< of the buttons
 };

@@ -75,6 +75,7 @@ private Q_SLOTS:
     void unknownIndexDoesNothing();
     void focusFrameIsTheSmallOne();
     void picturesAreLoadedOnce();
+    void hiddenButtonsNeedNoPictures();
 
 private:
     QColor colorAt(int index) const;
@@ -242,10 +243,23 @@ void TestMyLeftWidget::focusFrameIsTheSmallOne()
 void TestMyLeftWidget::picturesAreLoadedOnce()
 {
     m_machine->resources = QStringLiteral("/nowhere");
-    const MyLeftWidget second(nullptr);
+    MyLeftWidget second(nullptr);
+    second.show();
     QCOMPARE(second.minimumSize(), kColumnSize);
     QCOMPARE(second.button(0)->size(), kButtonSize);
+    QCOMPARE(second.button(0)->pixmap().cacheKey(), m_column->button(0)->pixmap().cacheKey());
     m_machine->resources = m_machine->folder.path();
+}
+
+void TestMyLeftWidget::hiddenButtonsNeedNoPictures()
+{
+    MyLeftWidget second(nullptr);
+    second.hideButton(MyLeftWidget::AllButtons);
+    second.show();
+    QVERIFY(second.button(0)->pixmap().isNull());
+    second.showButton(0);
+    QCOMPARE(second.button(0)->size(), kButtonSize);
+    QCOMPARE(second.button(0)->pixmap().cacheKey(), m_column->button(0)->pixmap().cacheKey());
 }
 
 LUMI_TEST(TestMyLeftWidget)
