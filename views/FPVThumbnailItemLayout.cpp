@@ -5,6 +5,7 @@
 #include "views/FPVThumbnailLabel.h"
 #include "widgets/MyImageCheckBox.h"
 
+#include <QPaintEvent>
 #include <QPainter>
 
 #include <algorithm>
@@ -189,7 +190,12 @@ void FPVThumbnailItem::tellFocus()
 void FPVThumbnailItem::paintEvent(QPaintEvent *event)
 {
     QPainter painter(this);
-    painter.drawImage(0, 0, m_metrics->frame(m_frame, m_isFocused));
+    const QImage &frame = m_metrics->frame(m_frame, m_isFocused);
+    // If the clip has several rectangles, Qt paints an image with a thread pool, which takes longer.
+    for (const QRect &rect : event->region()) {
+        painter.setClipRect(rect);
+        painter.drawImage(0, 0, frame);
+    }
     painter.end();
     QFrame::paintEvent(event);
 }

@@ -5,6 +5,13 @@
 #include <QPaintEvent>
 #include <QPainter>
 
+namespace {
+
+/// Qt gives a taller tiled area to a thread pool, which takes longer than the painting.
+constexpr int kStripHeight = 64;
+
+} // namespace
+
 BackgroundWidget::BackgroundWidget(QWidget *parent)
     : QWidget(parent)
 { }
@@ -35,5 +42,10 @@ void BackgroundWidget::paintEvent(QPaintEvent *event)
         return;
     }
     QPainter painter(this);
-    painter.drawTiledPixmap(event->rect(), m_background, event->rect().topLeft());
+    for (const QRect &rect : event->region()) {
+        for (int top = rect.top(); top <= rect.bottom(); top += kStripHeight) {
+            const QRect strip = rect & QRect(rect.left(), top, rect.width(), kStripHeight);
+            painter.drawTiledPixmap(strip, m_background, strip.topLeft());
+        }
+    }
 }
