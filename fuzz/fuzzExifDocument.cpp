@@ -11,6 +11,25 @@
 #include <cstdlib>
 #include <memory>
 
+namespace {
+
+/// Bytes of the values. Asks for their texts, too.
+qint64 checkedSize(const lumi::ExifTagList &tags)
+{
+    qint64 sum = 0;
+    for (const FPVExifTag *tag : tags) {
+        const auto *bytes = dynamic_cast<const FPVExifTagBytes *>(tag);
+        if (!bytes || bytes->size() != qint64(tag->count()) * typeSize(tag->type())) {
+            std::abort();
+        }
+        sum += bytes->size();
+        static_cast<void>(tag->text());
+    }
+    return sum;
+}
+
+} // namespace
+
 int LLVMFuzzerInitialize(int * /*argc*/, char *** /*argv*/)
 {
     lumi::fuzz::begin();
@@ -22,14 +41,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
     FPVExifDocument document(lumi::fuzz::inputFile(data, size, "photo.jpg"));
     qint64 sum = 0;
     for (int kind = 0; kind < 5; ++kind) {
-        for (const FPVExifTag *tag : document.list(static_cast<ExifListKind>(kind))) {
-            const auto *bytes = dynamic_cast<const FPVExifTagBytes *>(tag);
-            if (!bytes || bytes->size() != qint64(tag->count()) * typeSize(tag->type())) {
-                std::abort();
-            }
-            sum += bytes->size();
-            static_cast<void>(tag->text());
-        }
+        sum += checkedSize(document.list(static_cast<ExifListKind>(kind)));
     }
     const std::unique_ptr<QImage> image(document.thumbnail());
     if (sum > lumi::kLargestValueSum || (image && !document.hasThumbnail())) {

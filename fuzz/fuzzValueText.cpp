@@ -43,6 +43,16 @@ bool showsFractions(const FPVExifFields &photo)
     return shown == 3;
 }
 
+void checkLength(const ExifFieldRow &row, const FPVExifTagBytes &tag, const FPVExifFields &photo)
+{
+    constexpr qsizetype kLongestNumber = 64;
+    constexpr qsizetype kLongestPerByte = 4; // "-32768," for two
+    const QString text = lumi::valueText({tag, row, photo, true});
+    if (text.size() > kLongestNumber + kLongestPerByte * tag.size()) {
+        std::abort();
+    }
+}
+
 } // namespace
 
 int LLVMFuzzerInitialize(int * /*argc*/, char *** /*argv*/)
@@ -54,8 +64,6 @@ int LLVMFuzzerInitialize(int * /*argc*/, char *** /*argv*/)
 int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
     constexpr std::size_t kHead = 4;
-    constexpr qsizetype kLongestNumber = 64;
-    constexpr qsizetype kLongestPerByte = 4; // "-32768," for two
     if (size < kHead) {
         return 0;
     }
@@ -71,10 +79,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
         for (int i = 0; i < group.rowCount; ++i) {
             const ExifFieldRow &row = group.rows[i];
             const FPVExifTagBytes tag(static_cast<quint16>(row.tag), head[0], head[1], value);
-            const QString text = lumi::valueText({tag, row, kPhoto, true});
-            if (text.size() > kLongestNumber + kLongestPerByte * tag.size()) {
-                std::abort();
-            }
+            checkLength(row, tag, kPhoto);
         }
     }
     return 0;

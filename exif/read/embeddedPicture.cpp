@@ -10,8 +10,8 @@
 
 namespace {
 
-constexpr qint64 kMostBytes = 1024 * 1024;
-constexpr qint64 kMostPixels = 2 * 1024 * 1024;
+constexpr qint64 kMostBytes = qint64(1024) * 1024;
+constexpr qint64 kMostPixels = qint64(2) * 1024 * 1024;
 /// Each scan is a pass over the whole picture. A photo has about ten.
 constexpr qsizetype kMostScans = 100;
 constexpr int kBytesPerPixel = 4;

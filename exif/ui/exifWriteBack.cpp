@@ -61,6 +61,7 @@ bool setTag(TagOperations *operations, const Target &target, const void *bytes, 
     operation.tag = target.tag;
     operation.list = target.list;
     operation.type = target.type;
+    Q_ASSERT(typeSize(target.type) > 0);
     operation.count = static_cast<quint32>(size / typeSize(target.type));
     operations->push_back(std::move(operation));
     return true;

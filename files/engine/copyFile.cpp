@@ -30,7 +30,7 @@ bool copyCancelled = false;
 qint64 blockSize(unsigned wanted)
 {
     const unsigned bounded = std::clamp(wanted, kUnit, kMostBytes);
-    return (bounded + kUnit - 1) / kUnit * kUnit;
+    return qint64(bounded + kUnit - 1) / kUnit * kUnit;
 }
 
 /// The error codes of QFile, which callers expect.
