@@ -10,7 +10,7 @@ namespace {
 
 constexpr QSize kCheckSize(30, 30); ///< of the pictures
 
-using FrameNames = std::array<const char *, 2 * FPVThumbnailMetrics::FrameKinds>;
+using FrameNames = std::array<const char *, std::size_t{2} * FPVThumbnailMetrics::FrameKinds>;
 
 constexpr FrameNames kLargeFrames = {
     "frame_pic_l",     "frame_pic_l_on",     "frame_folder_l",      "frame_folder_l_on",
@@ -26,7 +26,7 @@ QImage scaledFrame(const char *name, QSize size)
 {
     const QImage image = lumi::loadPixmap(name).toImage();
     if (image.isNull()) {
-        return image;
+        return {};
     }
     const qreal ratio = image.devicePixelRatio();
     QImage scaled = image.scaled(size * ratio, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
@@ -58,7 +58,8 @@ void FPVThumbnailMetrics::layOut(QSize bars)
 
 const QImage &FPVThumbnailMetrics::frame(Frame frame, bool isFocused) const
 {
-    return frames.at(static_cast<std::size_t>(2 * frame + (isFocused ? 1 : 0)));
+    const std::size_t plain = 2 * std::size_t(frame);
+    return frames.at(isFocused ? plain + 1 : plain);
 }
 
 void FPVThumbnailMetrics::loadPictures()

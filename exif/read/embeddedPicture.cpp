@@ -30,7 +30,7 @@ bool isAllowed(QSize size, qsizetype scans)
 /// The marker of the frame header; 0 if there is a gap between the segments before it.
 int frameMarker(const QByteArray &jpeg)
 {
-    constexpr int kMarkerBytes = 2;
+    constexpr qsizetype kMarkerBytes = 2;
     constexpr int kHuffmanTables = 0xC4;
     constexpr int kArithmeticTables = 0xCC;
     qsizetype at = kMarkerBytes;

@@ -14,7 +14,7 @@
 namespace {
 
 /// A slow card needs a quarter of a second to write this much.
-constexpr qint64 kPieceBytes = 256 * 1024;
+constexpr qint64 kPieceBytes = qint64(256) * 1024;
 constexpr int kAskMs = 50;
 
 void start(QProcess *child, const QString &folder)

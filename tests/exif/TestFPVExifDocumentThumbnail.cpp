@@ -106,8 +106,10 @@ void TestFPVExifDocumentThumbnail::tooLargePicturesAreRefused_data()
     const QByteArray small = ExifBuilder::jpeg(24, 18, 0x204060);
     QTest::newRow("two megapixels") << ExifBuilder::jpeg(2048, 1024, 0x204060) << true;
     QTest::newRow("a line more") << ExifBuilder::jpeg(2048, 1025, 0x204060) << false;
-    QTest::newRow("a megabyte") << small + QByteArray(1024 * 1024 - small.size(), '\0') << true;
-    QTest::newRow("a byte more") << small + QByteArray(1024 * 1024 + 1 - small.size(), '\0')
+    QTest::newRow("a megabyte") << small + QByteArray(qsizetype(1024) * 1024 - small.size(), '\0')
+                                << true;
+    QTest::newRow("a byte more") << small
+            + QByteArray(qsizetype(1024) * 1024 + 1 - small.size(), '\0')
                                  << false;
     const QByteArray scans = QByteArray("\xFF\xDA").repeated(99); // beside its own one
     QTest::newRow("marks of as many scans as a photo may have") << small + scans << true;

@@ -26,7 +26,7 @@
 namespace {
 
 const QDate kDay(2026, 1, 11);
-constexpr qint64 kPlentyKB = 1024 * 1024;
+constexpr qint64 kPlentyKB = qint64(1024) * 1024;
 
 /// Fine stripes, which show whether the picture was scaled.
 QImage stripes(QSize size)

@@ -147,7 +147,7 @@ void TestConfig::aFolderInPlaceOfTheFileIsLeftAlone()
 void TestConfig::anUnreadableFileIsLeftAlone()
 {
     // Larger than the limit: a file that can't be read completely must not be overwritten.
-    const QByteArray big = "[Common]\nFontSize=1\n" + QByteArray(2 * 1024 * 1024, '#');
+    const QByteArray big = "[Common]\nFontSize=1\n" + QByteArray(qsizetype(2) * 1024 * 1024, '#');
     QVERIFY(writeFile(settingsPath(), big));
     QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("can't be written")));
     common().writeEntry(kKey, 4);

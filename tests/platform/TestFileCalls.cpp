@@ -44,7 +44,7 @@ void TestFileCalls::theContentIsRead_data()
     QTest::newRow("text") << QByteArray("some text\n");
     QTest::newRow("nothing") << QByteArray("");
     QTest::newRow("NUL bytes") << QByteArray("a\0b\0", 4);
-    QTest::newRow("as much as is allowed") << QByteArray(1024 * 1024, 'x');
+    QTest::newRow("as much as is allowed") << QByteArray(qsizetype(1024) * 1024, 'x');
 }
 
 void TestFileCalls::theContentIsRead()
@@ -75,7 +75,7 @@ void TestFileCalls::filesOfTheKernelAreRead()
 
 void TestFileCalls::largeFilesAreNotRead()
 {
-    QVERIFY(writeFile(path("file"), QByteArray(1024 * 1024 + 1, 'x')));
+    QVERIFY(writeFile(path("file"), QByteArray(qsizetype(1024) * 1024 + 1, 'x')));
     QVERIFY(!readSmallFile(path("file")).has_value());
 }
 

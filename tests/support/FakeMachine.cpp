@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr qint64 kPlentyKB = 4 * 1024 * 1024;
+constexpr qint64 kPlentyKB = qint64(4) * 1024 * 1024;
 
 QString marker(const QString &mountPoint)
 {
