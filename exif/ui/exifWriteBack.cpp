@@ -49,20 +49,21 @@ struct Target
     TiffType type;
 };
 
-bool setTag(TagOperations *operations, const Target &target, const void *bytes, int size)
+bool setTag(TagOperations *operations, const Target &target, const void *values, int count)
 {
+    const std::size_t size
+        = static_cast<std::size_t>(count) * static_cast<std::size_t>(typeSize(target.type));
     TagOperation operation;
-    operation.value.reset(new (std::nothrow) uchar[static_cast<std::size_t>(size)]);
+    operation.value.reset(new (std::nothrow) uchar[size]);
     if (!operation.value) {
-        qWarning("new uchar[%d] memory arrocate err", size); // sic
+        qWarning("new uchar[%zu] memory arrocate err", size); // sic
         return false;
     }
-    std::memcpy(operation.value.get(), bytes, static_cast<std::size_t>(size));
+    std::memcpy(operation.value.get(), values, size);
     operation.tag = target.tag;
     operation.list = target.list;
     operation.type = target.type;
-    Q_ASSERT(typeSize(target.type) > 0);
-    operation.count = static_cast<quint32>(size / typeSize(target.type));
+    operation.count = static_cast<quint32>(count);
     operations->push_back(std::move(operation));
     return true;
 }
@@ -114,8 +115,7 @@ bool appendCoordinate(TagOperations *operations, EditField field, quint16 refere
     const char reference[] = {value.text().front().toLatin1(), '\0'};
     return setTag(operations, {referenceTag, ExifListKind::Gps, lumi::TiffAscii}, reference,
                   sizeof reference)
-        && setTag(operations, {tag, ExifListKind::Gps, lumi::TiffRational}, rationals,
-                  3 * sizeof(lumi::Rational));
+        && setTag(operations, {tag, ExifListKind::Gps, lumi::TiffRational}, rationals, 3);
 }
 
 bool appendAltitude(TagOperations *operations, const QString &text)
@@ -129,7 +129,7 @@ bool appendAltitude(TagOperations *operations, const QString &text)
                   &reference, 1)
         && setTag(operations,
                   {ruleOf(lumi::AltitudeField).tag, ExifListKind::Gps, lumi::TiffRational},
-                  altitude.rational(), sizeof(lumi::Rational));
+                  altitude.rational(), 1);
 }
 
 struct CheckRow
