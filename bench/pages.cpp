@@ -65,6 +65,28 @@ double pageTime(FPVThumbnailView &view, const FPVItemObject *last)
     return static_cast<double>(clock.nsecsElapsed()) / 1e6;
 }
 
+std::vector<QLabel *> addLabels(QWidget *page)
+{
+    const QSize size(page->width() / kColumns, page->height() / kRows);
+    std::vector<QLabel *> labels;
+    for (int i = 0; i < kCells; ++i) {
+        auto *label = new QLabel(page);
+        label->resize(size);
+        label->move(i % kColumns * size.width(), i / kColumns * size.height());
+        labels.push_back(label);
+    }
+    return labels;
+}
+
+void showPicture(QLabel *label, const QString &path)
+{
+    QImage image;
+    if (!image.load(path, "JPG")) {
+        std::abort();
+    }
+    label->setPixmap(QPixmap::fromImage(image));
+}
+
 /// Milliseconds of the same page in plain labels, with the same timers.
 double bareTime(QWidget &window, const QFileInfoList &thumbnails)
 {
@@ -79,20 +101,10 @@ double bareTime(QWidget &window, const QFileInfoList &thumbnails)
     qsizetype next = -1;
     QObject::connect(&timer, &QTimer::timeout, &loop, [&] {
         if (next < 0) {
-            const QSize cell(page.width() / kColumns, page.height() / kRows);
-            for (int i = 0; i < kCells; ++i) {
-                auto *label = new QLabel(&page);
-                label->setGeometry(
-                    QRect(QPoint(i % kColumns * cell.width(), i / kColumns * cell.height()), cell));
-                labels.push_back(label);
-            }
+            labels = addLabels(&page);
             page.show();
         } else {
-            QImage image;
-            if (!image.load(thumbnails.at(next).filePath(), "JPG")) {
-                std::abort();
-            }
-            labels.at(std::size_t(next))->setPixmap(QPixmap::fromImage(image));
+            showPicture(labels.at(std::size_t(next)), thumbnails.at(next).filePath());
         }
         if (++next < kCells) {
             timer.start(kCellMs);

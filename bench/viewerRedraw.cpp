@@ -36,6 +36,31 @@ void redraw(const uchar *raster, std::vector<uchar> *screen, int percent, int de
     }
 }
 
+/// Copies as many pixels as the redraws draw. Each copy reads other pixels, as a redraw does.
+void copyPixels(const uchar *raster, std::vector<uchar> *screen)
+{
+    for (std::size_t i = 0; i < kRedraws; ++i) {
+        std::memcpy(screen->data(), raster + i * screen->size(), screen->size());
+        // Otherwise the compiler could remove all copies but the last.
+        lookedAt = (*screen)[i];
+    }
+}
+
+lumi::bench::Row redrawRow(const uchar *raster, int percent, int depth)
+{
+    std::vector<uchar> screen(pixels(kScreen) * static_cast<std::size_t>(depth / 8));
+    return lumi::bench::compare(
+        "one redraw of the viewer at " + std::to_string(percent) + " percent, "
+            + std::to_string(depth) + " bits",
+        "memcpy of as many pixels of the photo", 8, kRounds,
+        [raster, &screen, percent, depth] {
+            redraw(raster, &screen, percent, depth);
+        },
+        [raster, &screen] {
+            copyPixels(raster, &screen);
+        });
+}
+
 } // namespace
 
 std::vector<lumi::bench::Row> lumi::bench::viewerRedrawRows(const QString & /*folder*/)
@@ -49,23 +74,8 @@ std::vector<lumi::bench::Row> lumi::bench::viewerRedrawRows(const QString & /*fo
             return {};
         }
         std::memset(raster.get(), 1, size);
-        std::vector<uchar> screen(pixels(kScreen) * bytes);
         for (const int percent : {20, 50, 100, 150, 400}) {
-            const std::string job = "one redraw of the viewer at " + std::to_string(percent)
-                + " percent, " + std::to_string(depth) + " bits";
-            rows.push_back(compare(
-                job, "memcpy of as many pixels of the photo", 8, kRounds,
-                [&raster, &screen, percent, depth] {
-                    redraw(raster.get(), &screen, percent, depth);
-                },
-                [&raster, &screen] {
-                    // Each copy reads other pixels, as a redraw does.
-                    for (std::size_t i = 0; i < kRedraws; ++i) {
-                        std::memcpy(screen.data(), raster.get() + i * screen.size(), screen.size());
-                        // Otherwise the compiler could remove all copies but the last.
-                        lookedAt = screen[i];
-                    }
-                }));
+            rows.push_back(redrawRow(raster.get(), percent, depth));
         }
     }
     return rows;
