@@ -13,7 +13,7 @@
 
 namespace {
 
-/// Bytes of the values. Asks for their texts, too.
+/// The bytes of all values. Also makes the text of each value.
 qint64 checkedSize(const lumi::ExifTagList &tags)
 {
     qint64 sum = 0;

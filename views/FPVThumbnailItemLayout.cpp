@@ -191,7 +191,8 @@ void FPVThumbnailItem::paintEvent(QPaintEvent *event)
 {
     QPainter painter(this);
     const QImage &frame = m_metrics->frame(m_frame, m_isFocused);
-    // If the clip has several rectangles, Qt paints an image with a thread pool, which takes longer.
+    // If the clip has several rectangles, Qt paints an image with a thread pool. For a cell, waking the
+    // threads takes longer than painting.
     for (const QRect &rect : event->region()) {
         painter.setClipRect(rect);
         painter.drawImage(0, 0, frame);

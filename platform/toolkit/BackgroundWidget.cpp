@@ -7,7 +7,8 @@
 
 namespace {
 
-/// Qt gives a taller tiled area to a thread pool, which takes longer than the painting.
+/// In lines. Qt paints a tiled area of about 96 lines or more with a thread pool. Waking the threads
+/// takes longer than painting.
 constexpr int kStripHeight = 64;
 
 } // namespace

@@ -85,7 +85,7 @@ QString tooSmall(QWidget *window)
 }
 
 /// The window and everything in it that takes input has a name, and all texts and pictures have enough
-/// contrast. `wanted` are beginnings of lines that must be among the elements.
+/// contrast. wanted: entries separated by "; ". Each must be the beginning of some element's line.
 void check(QWidget *window, const char *wanted)
 {
     const QAccessibleInterface *root = QAccessible::queryAccessibleInterface(window);
