@@ -22,6 +22,14 @@ qint64 roundedUp(JDIMENSION blocks, int factor)
     return (qint64{blocks} + factor - 1) / factor * factor;
 }
 
+/// The blocks of a component as libjpeg holds them. A narrow photo with large sampling factors has
+/// fewer, but reading them takes as long because they lie far apart.
+qint64 blocksOf(const jpeg_component_info &component)
+{
+    return roundedUp(component.width_in_blocks, component.h_samp_factor)
+        * roundedUp(component.height_in_blocks, component.v_samp_factor);
+}
+
 } // namespace
 
 namespace lumi {
@@ -126,9 +134,7 @@ qint64 JpegSession::heldKB()
     }
     qint64 blocks = 0;
     for (int i = 0; i < m_cinfo.num_components; ++i) {
-        const jpeg_component_info &component = m_cinfo.comp_info[i];
-        blocks += roundedUp(component.width_in_blocks, component.h_samp_factor)
-            * roundedUp(component.height_in_blocks, component.v_samp_factor);
+        blocks += blocksOf(m_cinfo.comp_info[i]);
     }
     static_assert(sizeof(JBLOCK) == kBlockBytes);
     return blocks * kBlockBytes >> 10;
@@ -209,8 +215,7 @@ void JpegSession::limitScans(j_common_ptr cinfo)
     }
     progress->scan = decompressor->input_scan_number;
     for (int i = 0; i < decompressor->comps_in_scan; ++i) {
-        const jpeg_component_info *component = decompressor->cur_comp_info[i];
-        progress->blocksLeft -= qint64{component->width_in_blocks} * component->height_in_blocks;
+        progress->blocksLeft -= blocksOf(*decompressor->cur_comp_info[i]);
     }
     if (progress->scan > kMaxScans || progress->blocksLeft < 0) {
         leave(cinfo, "JPEG file with too many scans");
