@@ -15,6 +15,7 @@ import sys
 TREE, SOURCE = sys.argv[1:3]
 UNITS = "/usr/lib/systemd/system"
 MARKERS = "lumivault-markers.service"
+MANUAL = "man:lumivault-cards(7)"
 TOKEN = re.compile(r'\s*([A-Z_]+)(?:\{([^}]*)\})?\s*(==|!=|\+=|=)\s*"([^"]*)"\s*(,|$)')
 MATCHES = {"ACTION", "SUBSYSTEM", "KERNEL", "ENV", "ATTRS", "TEST", "PROGRAM"}
 ASSIGNMENTS = {"ENV", "SYMLINK", "TAG", "GOTO", "LABEL"}
@@ -144,6 +145,7 @@ def check_slot(slot, point, device):
     expect(f"What= of {name}", unit["Mount"]["What"], link)
     expect(f"Where= of {name}", unit["Mount"]["Where"], point)
     expect(f"BindsTo= of {name}", unit["Unit"]["BindsTo"], waits)
+    expect(f"Documentation= of {name}", unit["Unit"]["Documentation"], MANUAL)
     for key in ("Wants", "PartOf"):
         expect(f"{key}= of {name}", unit["Unit"][key], MARKERS)
     expect(f"After= of {name}", set(unit["Unit"]["After"].split()), {waits, MARKERS})
@@ -159,6 +161,7 @@ def check_programs(rules, points):
         path = f"/usr/libexec/lumivault/{program}"
         expect(f"the call of {program}", found, [" ".join([path, *arguments, *points])])
         expect(f"{path} can be started", os.access(TREE + path, os.X_OK), True)
+    expect("Documentation= of the markers", service["Unit"]["Documentation"], MANUAL)
     expect("RemainAfterExit= of the markers", service["Service"]["RemainAfterExit"], "yes")
     before = {point.strip("/").replace("/", "-") + ".mount" for point in points}
     expect("Before= of the markers", set(service["Unit"]["Before"].split()),

@@ -2,7 +2,8 @@
 # Runs at installation, since the prefix is known only now: writes the files that name the helper
 # programs, and chooses the folder of the machine profile.
 get_filename_component(CMAKE_INSTALL_PREFIX "${CMAKE_INSTALL_PREFIX}" ABSOLUTE)
-set(LUMI_LIBEXEC_DIR ${CMAKE_INSTALL_PREFIX}/${LUMI_LIBEXECDIR}/lumivault)
+get_filename_component(LUMI_LIBEXEC_DIR "${LUMI_LIBEXECDIR}/lumivault" ABSOLUTE
+  BASE_DIR "${CMAKE_INSTALL_PREFIX}")
 # The system's configuration folder serves both system prefixes.
 if(CMAKE_INSTALL_PREFIX MATCHES "^/usr(/local)?/?$")
   set(configuration /etc/xdg/lumivault)

@@ -14,7 +14,7 @@ waylandPackages=(weston qt6-wayland imagemagick)
 # Building and running the measurements.
 benchPackages=("${runPackages[@]}" libexif-dev)
 # Building and checking the Debian package.
-packagePackages=("${runPackages[@]}" appstream debhelper desktop-file-utils dpkg-dev fakeroot file git lintian man-db python3 systemd)
+packagePackages=("${runPackages[@]}" appstream build-essential debhelper desktop-file-utils dpkg-dev fakeroot file git lintian man-db python3 systemd)
 # The checks that run at night.
 nightlyPackages=(clang llvm libclang-rt-dev debootstrap dosfstools fusefat "${packagePackages[@]}")
 # The checks of form.
