@@ -34,13 +34,12 @@ double median(std::vector<double> values)
     return *middle;
 }
 
-Row compare(const std::string &job, const std::string &reference, double limit, int rounds,
-            const std::function<void()> &ours, const std::function<void()> &bare,
-            const std::function<void()> &before)
+Row compare(const Budget &budget, const std::function<void()> &ours,
+            const std::function<void()> &bare, const std::function<void()> &before)
 {
     std::vector<double> oursTimes;
     std::vector<double> bareTimes;
-    for (int round = 0; round <= rounds; ++round) {
+    for (int round = 0; round <= budget.rounds; ++round) {
         before();
         const double bareTime = milliseconds(bare);
         before();
@@ -50,7 +49,8 @@ Row compare(const std::string &job, const std::string &reference, double limit, 
             oursTimes.push_back(oursTime);
         }
     }
-    return {job, reference, median(oursTimes), median(bareTimes), "ms", limit, false};
+    return {budget.job, budget.reference, median(oursTimes), median(bareTimes), "ms", budget.limit,
+            false};
 }
 
 namespace {

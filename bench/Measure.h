@@ -28,11 +28,19 @@ struct Row
 /// Milliseconds that one call of `work` takes.
 double milliseconds(const std::function<void()> &work);
 
-/// Runs `ours` and `bare` in turn, `rounds` times after one warm-up round, and compares the
+/// The largest allowed ratio of a job to its reference, and how often both are measured.
+struct Budget
+{
+    std::string job;
+    std::string reference;
+    double limit;
+    int rounds;
+};
+
+/// Runs `ours` and `bare` in turn, `budget.rounds` times after one warm-up round, and compares the
 /// medians. `before` runs untimed ahead of each of the two.
 Row compare(
-    const std::string &job, const std::string &reference, double limit, int rounds,
-    const std::function<void()> &ours, const std::function<void()> &bare,
+    const Budget &budget, const std::function<void()> &ours, const std::function<void()> &bare,
     const std::function<void()> &before = [] {});
 
 /// Median of `values`, which must not be empty.

@@ -79,8 +79,8 @@ std::vector<lumi::bench::Row> lumi::bench::exifRewriteRows(const QString &folder
     const QByteArray bareName = QFile::encodeName(bare);
     syncs = false;
     const Row row = compare(
-        "Exif rewrite of a 3.5 MB photo, syncs left out", "copying it in blocks of 10240 bytes",
-        1.15, kRounds,
+        {"Exif rewrite of a 3.5 MB photo, syncs left out", "copying it in blocks of 10240 bytes",
+         1.15, kRounds},
         [&photo] {
             rewrite(photo);
         },

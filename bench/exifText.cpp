@@ -136,8 +136,8 @@ std::vector<lumi::bench::Row> lumi::bench::exifTextRows(const QString &folder)
     }
     const QByteArray name = QFile::encodeName(path);
     return {compare(
-        "Exif block of a photo, all six groups as text, 100 times",
-        "libexif, every entry of the same photo as text", 1.0, kRounds,
+        {"Exif block of a photo, all six groups as text, 100 times",
+         "libexif, every entry of the same photo as text", 1.0, kRounds},
         [&path] {
             showAll([&path] {
                 return showRows(path);

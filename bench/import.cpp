@@ -94,7 +94,7 @@ std::vector<lumi::bench::Row> lumi::bench::importRows(const QString &folder)
         mustRun(QStringLiteral("sync"), {QStringLiteral("-f"), copy});
     };
     const Row row = compare(
-        "import 250 files, 140 MB", "cp -r, sync -f", 1.25, kRounds,
+        {"import 250 files, 140 MB", "cp -r, sync -f", 1.25, kRounds},
         [&card] {
             importCard(card);
         },

@@ -33,7 +33,7 @@ std::vector<lumi::bench::Row> lumi::bench::listingRows(const QString &folder)
         }
     };
     std::vector<Row> rows{
-        compare("list 10,000 photos, items made", "sorted QDir listing", 1.5, 7, list, bare)};
+        compare({"list 10,000 photos, items made", "sorted QDir listing", 1.5, 7}, list, bare)};
     // The allocator still has the pages of the rounds above. The first list uses them up, so the
     // second one shows the memory of the items.
     FPVItemList first;

@@ -231,8 +231,8 @@ lumi::bench::Row startRow(const QString &home)
             awaitPaint(process);
         };
     };
-    const lumi::bench::Row row = lumi::bench::compare(
-        "start to the first form", "bare main window of that size", 1.3, kStartRounds,
+    lumi::bench::Row row = lumi::bench::compare(
+        {"start to the first form", "bare main window of that size", 1.3, kStartRounds},
         untilPaint("our-start"), untilPaint("bare-start"), [&process] {
             awaitEnd(process);
         });

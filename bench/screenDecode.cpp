@@ -33,8 +33,8 @@ std::vector<lumi::bench::Row> lumi::bench::screenDecodeRows(const QString &folde
     const QByteArray twelveName = QFile::encodeName(twelve);
     const QByteArray eightName = QFile::encodeName(eight);
     return {compare(
-                "screen decode, 12 megapixels for 640 x 480", "libjpeg at 1/4, not turned", 1.1,
-                kRounds,
+                {"screen decode, 12 megapixels for 640 x 480", "libjpeg at 1/4, not turned", 1.1,
+                 kRounds},
                 [&twelve] {
                     QSize request(640, 480);
                     decode(twelve, &request);
@@ -43,7 +43,7 @@ std::vector<lumi::bench::Row> lumi::bench::screenDecodeRows(const QString &folde
                     bareDecode(twelveName, 4);
                 }),
             compare(
-                "screen decode, 8 megapixels", "libjpeg at full size, not turned", 1.9, kRounds,
+                {"screen decode, 8 megapixels", "libjpeg at full size, not turned", 1.9, kRounds},
                 [&eight] {
                     decode(eight, nullptr);
                 },

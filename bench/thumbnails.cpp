@@ -63,8 +63,8 @@ std::vector<lumi::bench::Row> lumi::bench::thumbnailRows(const QString &folder)
 
     std::vector<Row> rows;
     rows.push_back(compare(
-        "cold thumbnail, 12 megapixels, none embedded", "libjpeg at 1/8 through the same window",
-        1.08, kRounds,
+        {"cold thumbnail, 12 megapixels, none embedded", "libjpeg at 1/8 through the same window",
+         1.08, kRounds},
         [&plain] {
             askThumbnail(plain);
         },
@@ -73,7 +73,7 @@ std::vector<lumi::bench::Row> lumi::bench::thumbnailRows(const QString &folder)
         },
         forget));
     rows.push_back(compare(
-        "cold thumbnail from an embedded one", "finding and decoding it", 3.0, 4 * kRounds,
+        {"cold thumbnail from an embedded one", "finding and decoding it", 3.0, 4 * kRounds},
         [&embedded] {
             askThumbnail(embedded);
         },
@@ -85,7 +85,7 @@ std::vector<lumi::bench::Row> lumi::bench::thumbnailRows(const QString &folder)
     const QStringList files = QDir(storeFolder).entryList({QStringLiteral("*.swp")}, QDir::Files);
     const QString stored = storeFolder + QLatin1Char('/') + files.value(0);
     rows.push_back(compare(
-        "warm thumbnail", "QImage::load and QPixmap of the stored file", 1.4, 20 * kRounds,
+        {"warm thumbnail", "QImage::load and QPixmap of the stored file", 1.4, 20 * kRounds},
         [&plain] {
             askThumbnail(plain);
         },

@@ -50,9 +50,9 @@ lumi::bench::Row redrawRow(const uchar *raster, int percent, int depth)
 {
     std::vector<uchar> screen(pixels(kScreen) * static_cast<std::size_t>(depth / 8));
     return lumi::bench::compare(
-        "one redraw of the viewer at " + std::to_string(percent) + " percent, "
-            + std::to_string(depth) + " bits",
-        "memcpy of as many pixels of the photo", 8, kRounds,
+        {"one redraw of the viewer at " + std::to_string(percent) + " percent, "
+             + std::to_string(depth) + " bits",
+         "memcpy of as many pixels of the photo", 8, kRounds},
         [raster, &screen, percent, depth] {
             redraw(raster, &screen, percent, depth);
         },

@@ -74,6 +74,7 @@ std::vector<jpeg_scan_info> manyScans(int components, int count)
 {
     constexpr int kFirstBit = 3;
     std::vector<jpeg_scan_info> scans;
+    scans.reserve(static_cast<std::size_t>(count));
     for (int component = 0; component < components; ++component) {
         scans.push_back(scan(component, 0, 0, 0, 0));
     }

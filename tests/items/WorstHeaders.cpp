@@ -3,6 +3,8 @@
 
 #include <QSize>
 
+#include <numeric>
+
 namespace lumi::test {
 
 namespace {
@@ -131,10 +133,8 @@ void Photo::scan(const std::vector<int> &components, Band band, const QByteArray
 
 void Photo::scanOfAll(Band band)
 {
-    std::vector<int> all;
-    for (int i = 0; i < m_components; ++i) {
-        all.push_back(i);
-    }
+    std::vector<int> all(static_cast<std::size_t>(m_components));
+    std::iota(all.begin(), all.end(), 0);
     scan(all, band);
 }
 

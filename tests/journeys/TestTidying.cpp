@@ -13,6 +13,7 @@
 #include <QDir>
 #include <QFile>
 #include <QTest>
+#include <QToolButton>
 
 using lumi::test::clicking;
 using lumi::test::DialogAnswer;

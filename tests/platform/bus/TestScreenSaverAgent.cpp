@@ -58,7 +58,8 @@ public:
 
 public Q_SLOTS:
 
-    uint Inhibit(const QString &program, const QString &reason) // NOLINT: name of the service
+    // NOLINTNEXTLINE(readability-identifier-naming): name of the service
+    uint Inhibit(const QString &program, const QString &reason)
     {
         ++calls;
         if (program.isEmpty() || reason.isEmpty()) {
@@ -73,7 +74,8 @@ public Q_SLOTS:
         return grant();
     }
 
-    void UnInhibit(uint cookie) { held.removeOne(cookie); } // NOLINT: name of the service
+    // NOLINTNEXTLINE(readability-identifier-naming): name of the service
+    void UnInhibit(uint cookie) { held.removeOne(cookie); }
 
 private:
     uint grant()
@@ -107,12 +109,13 @@ public:
 
 public Q_SLOTS:
 
-    QDBusUnixFileDescriptor Inhibit(const QString &what_, const QString &, const QString &,
-                                    const QString &mode_) // NOLINT: name of the service
+    // NOLINTNEXTLINE(readability-identifier-naming): name of the service
+    QDBusUnixFileDescriptor Inhibit(const QString &wantedWhat, const QString &, const QString &,
+                                    const QString &wantedMode)
     {
         ++calls;
-        what = what_;
-        mode = mode_;
+        what = wantedWhat;
+        mode = wantedMode;
         closeOwn();
         int ends[2] = {-1, -1};
         if (pipe(ends) != 0) {
