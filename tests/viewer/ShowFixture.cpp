@@ -12,7 +12,6 @@
 
 #include <cstring>
 
-using lumi::DecodeError;
 
 namespace {
 

@@ -11,7 +11,6 @@
 #include <vector>
 
 using lumi::ZoomPlacement;
-using lumi::ZoomSource;
 using lumi::ZoomTarget;
 
 Q_DECLARE_METATYPE(lumi::ZoomPlacement)

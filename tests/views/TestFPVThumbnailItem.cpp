@@ -401,7 +401,8 @@ void TestFPVThumbnailItem::theItemForgetsItsCell()
     NotingImage item(m_cells->world.makePhoto(QStringLiteral("a.jpg")));
     FPVThumbnailItem *cell = m_cells->makeCell(&item);
     item.setThumbnailItem(cell);
-    delete cell;
+    cell->deleteLater();
+    QCoreApplication::sendPostedEvents(cell, QEvent::DeferredDelete);
     QVERIFY(item.thumbnailItem() == nullptr);
 }
 

@@ -13,7 +13,6 @@
 #include <QSignalSpy>
 #include <QTest>
 
-using lumi::test::NotingImage;
 using lumi::test::ViewFixture;
 
 class TestThumbnailPages : public QObject
