@@ -12,7 +12,6 @@
 
 #include <cstring>
 
-
 namespace {
 
 constexpr QSize kPictureSize(64, 48);
