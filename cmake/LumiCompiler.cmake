@@ -30,7 +30,8 @@ if(NOT LUMI_SANITIZE)
     $<$<CXX_COMPILER_ID:GNU>:-Wno-alloc-size-larger-than>>)
 endif()
 if(LUMI_SANITIZE)
-  target_compile_options(lumi_options INTERFACE -fsanitize=${LUMI_SANITIZE}
+  # The reports need only lines (-g1). More debug information takes a tenth of the build's time.
+  target_compile_options(lumi_options INTERFACE -g1 -fsanitize=${LUMI_SANITIZE}
     -fno-omit-frame-pointer -fno-sanitize-recover=all)
   target_link_options(lumi_options INTERFACE -fsanitize=${LUMI_SANITIZE})
 endif()
