@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// `lumivault-inspect rewrite FILE OPS.json`: changes the Exif block of a photo as the editor does.
-// It is the only command that changes a file.
+// `lumivault-inspect rewrite FILE OPS.json`: changes the Exif block of a photo with the editor's
+// writer, but without its check of the length. It is the only command that changes a file.
 // Format: a list of {"op": "set", "tag", "type", "count", "data", "kind"} and
 // {"op": "remove", "tag", "kind"}; data in hexadecimal, numbers in host order, or null, which
 // removes the tag; kind is 0 IFD0, 1 Exif, 2 interoperability, 3 GPS, 4 IFD1.
