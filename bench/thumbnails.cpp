@@ -78,7 +78,8 @@ std::vector<lumi::bench::Row> lumi::bench::thumbnailRows(const QString &folder)
     };
     const QByteArray plainName = QFile::encodeName(plain);
 
-    // Each round has a photo of its own: after a deletion the file system looks long for a free inode.
+    // Each round uses another name of the photo, so that no stored thumbnail has to be deleted. After a
+    // deletion ext4 takes long to find a free inode.
     QStringList cold = namesOf(plain, kRounds + 1);
     if (cold.isEmpty()) {
         return {};

@@ -22,8 +22,9 @@ qint64 roundedUp(JDIMENSION blocks, int factor)
     return (qint64{blocks} + factor - 1) / factor * factor;
 }
 
-/// The blocks of a component as libjpeg holds them. A narrow photo with large sampling factors has
-/// fewer, but reading them takes as long because they lie far apart.
+/// The blocks of a component for which libjpeg allocates memory. A narrow photo with large sampling
+/// factors uses only some of them. Decoding it takes as long as if it used all, because the used
+/// blocks are far apart in memory.
 qint64 blocksOf(const jpeg_component_info &component)
 {
     return roundedUp(component.width_in_blocks, component.h_samp_factor)
