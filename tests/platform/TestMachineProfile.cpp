@@ -93,10 +93,13 @@ void TestMachineProfile::withoutAProfileTheDefaultsApply()
     QCOMPARE(profile.path(Key::MountTable), QStringLiteral("/proc/self/mountinfo"));
     QCOMPARE(profile.number(Key::MountsOfDesktop), 1);
     QCOMPARE(profile.path(Key::MemoryFile), QStringLiteral("/proc/meminfo"));
+    QCOMPARE(profile.path(Key::PowerDir), QStringLiteral("/sys/class/power_supply"));
     QCOMPARE(profile.path(Key::HingeProgram), QStringLiteral("/home/QtPalmtop/bin/chkhinge"));
     QCOMPARE(profile.path(Key::DiskFigures), QString());
     QCOMPARE(profile.number(Key::PanelDepth), 32);
+    QCOMPARE(profile.number(Key::Upright), 1);
     QCOMPARE(profile.number(Key::KeyboardDevice), 0);
+    QCOMPARE(profile.path(Key::ResourcePath), QStringLiteral("/usr/share/lumivault"));
     QVERIFY(lumi::MachineProfile::files().isEmpty());
 }
 
