@@ -9,7 +9,6 @@
 
 #include <QBuffer>
 #include <QFile>
-#include <QTransform>
 #include <QtEndian>
 
 namespace {
@@ -18,7 +17,6 @@ namespace {
 constexpr qint64 kHeadBytes = qint64{128} * 1024;
 constexpr int kSegmentHeadBytes = 4; // marker and length
 constexpr char kStartOfScan = '\xDA';
-constexpr int kRightAngle = 90;
 
 /// The beginning of a photo from its Exif segment on, as if nothing stood before the segment. Many
 /// programs write a JFIF segment there. Empty without an Exif segment.
@@ -92,14 +90,22 @@ QPoint lumi::Orientation::upright(QPoint pixel, QSize stored) const
             m_mirrorsY ? size.height() - 1 - at.y() : at.y()};
 }
 
-QImage lumi::Orientation::scaled(const QImage &stored, QSize upright) const
+QImage lumi::Orientation::scaled(const QImage &stored, QSize size) const
 {
     // Scaled first, because the result is the smaller picture.
     const QImage image
-        = stored.scaled(turned(upright), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-    if (!m_exchangesAxes) {
-        return image.mirrored(m_mirrorsX, m_mirrorsY);
+        = stored.scaled(turned(size), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    if (!m_exchangesAxes && !m_mirrorsX && !m_mirrorsY) {
+        return image;
     }
-    // A turn to the right exchanges the axes and mirrors X.
-    return image.transformed(QTransform().rotate(kRightAngle)).mirrored(!m_mirrorsX, m_mirrorsY);
+    QImage result(turned(image.size()), image.format());
+    if (result.isNull()) {
+        return {};
+    }
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            result.setPixel(upright({x, y}, image.size()), image.pixel(x, y));
+        }
+    }
+    return result;
 }
