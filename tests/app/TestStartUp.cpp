@@ -276,11 +276,16 @@ void TestStartUp::profileOfTheProgramsPrefixIsFound()
     const Outcome outcome = run(QStringLiteral("close"));
     QCOMPARE(outcome.status, 0);
     QVERIFY(outcome.windows.contains(QStringLiteral("picture: 17x19")));
-    // A profile in a configuration folder comes first.
+    // A profile in a configuration folder comes first, key by key.
+    QVERIFY(lumi::test::writeFile(at(QStringLiteral("none/lumivault/machine.ini")),
+                                  "[Panel]\nDepth=16\n"));
+    QVERIFY(run(QStringLiteral("close")).windows.contains(QStringLiteral("picture: 17x19")));
     writeProfile(QStringLiteral("none/lumivault/machine.ini"));
     QVERIFY(QFile::remove(at(QStringLiteral("none/lumivault/pictures/pixmaps/lumivault/"
                                             "top_look.png"))));
-    QVERIFY(!run(QStringLiteral("close")).windows.contains(QStringLiteral("picture: 17x19")));
+    const Outcome second = run(QStringLiteral("close"));
+    QCOMPARE(second.status, 0);
+    QVERIFY(!second.windows.contains(QStringLiteral("picture: 17x19")));
 }
 
 /// An installed tree may be moved.
