@@ -48,7 +48,7 @@ make_driver() {
     (
         cmake --preset release -B $build -D BUILD_TESTING=ON \
             && nice cmake --build $build --target test_app_driver
-    ) > "$scratch/driver.log" 2>&1 || tail -n 30 "$scratch/driver.log"
+    ) > "$scratch/driver.log" 2>&1 || complain "No driver: $(tail -n 30 "$scratch/driver.log")"
     plugins=$PWD/$build/tests/app/plugins
 }
 
