@@ -93,8 +93,7 @@ QPoint lumi::Orientation::upright(QPoint pixel, QSize stored) const
 QImage lumi::Orientation::scaled(const QImage &stored, QSize size) const
 {
     // Scaled first, because the result is the smaller picture.
-    const QImage image
-        = stored.scaled(turned(size), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    QImage image = stored.scaled(turned(size), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
     if (!m_exchangesAxes && !m_mirrorsX && !m_mirrorsY) {
         return image;
     }
