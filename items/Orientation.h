@@ -29,8 +29,8 @@ public:
     /// Where a stored pixel is in the upright picture. stored is the size of the stored picture.
     [[nodiscard]] QPoint upright(QPoint pixel, QSize stored) const;
 
-    /// The stored picture, smooth-scaled and turned upright; size is that of the result. Null without
-    /// memory for it.
+    /// The stored picture, turned upright and smooth-scaled to this size. Null if there is no memory
+    /// for it.
     [[nodiscard]] QImage scaled(const QImage &stored, QSize size) const;
 
 private:

@@ -276,7 +276,8 @@ void TestStartUp::profileOfTheProgramsPrefixIsFound()
     const Outcome outcome = run(QStringLiteral("close"));
     QCOMPARE(outcome.status, 0);
     QVERIFY(outcome.windows.contains(QStringLiteral("picture: 17x19")));
-    // A profile in a configuration folder comes first, key by key.
+    // A key in a configuration folder's profile counts before the same key of the prefix. Other keys of
+    // the prefix still count.
     QVERIFY(lumi::test::writeFile(at(QStringLiteral("none/lumivault/machine.ini")),
                                   "[Panel]\nDepth=16\n"));
     QVERIFY(run(QStringLiteral("close")).windows.contains(QStringLiteral("picture: 17x19")));

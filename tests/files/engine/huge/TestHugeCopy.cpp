@@ -6,8 +6,8 @@
 #include <QFile>
 #include <QTest>
 
-/// A file whose size does not fit into 32 bits with a sign, such as a movie. It writes 3 GB, so ctest
-/// runs it in 32-bit builds only.
+/// The copy of a file that is larger than 2 GB, such as a movie. The test writes 3 GB. Therefore ctest
+/// runs it only in 32-bit builds, where such a size may not fit into an integer.
 class TestHugeCopy : public CopyTest
 {
     Q_OBJECT
